@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include <QByteArray>
+#include <QPointF>
+#include <QSizeF>
+#include <QString>
+#include <QUuid>
+
+#include <optional>
+
+namespace orvane {
+
+/// How text and an image share the page.
+enum class OrvaneNoteImageWrapMode {
+    inLine,
+    topAndBottom,
+    behindText,
+    inFrontOfText,
+};
+
+/// The stored words: "In Line with Text", "Top and Bottom", "Behind Text", "In Front of Text".
+[[nodiscard]] QString rawValue(OrvaneNoteImageWrapMode mode);
+[[nodiscard]] std::optional<OrvaneNoteImageWrapMode> imageWrapModeFromRawValue(QStringView text);
+
+/// An image in a rich note, on one object character (U+FFFC) of the text. Lengths are in points.
+struct OrvaneNoteImageAttachment {
+    static constexpr QSizeF fallbackSize{320, 200};
+
+    QUuid attachmentID;
+    QSizeF originalSize = fallbackSize; ///< natural size
+    QSizeF renderedSize = fallbackSize; ///< size on the page
+    bool aspectRatioLocked = true;
+    QByteArray imageData; ///< the image file itself
+    OrvaneNoteImageWrapMode wrapMode = OrvaneNoteImageWrapMode::inLine;
+    QPointF floatingOffset; ///< from the anchor, for the modes that are not in line
+
+    bool operator==(const OrvaneNoteImageAttachment&) const = default;
+
+    /// The room that the object character takes in its line: the rendered size when in line, and
+    /// 1 × 1 in the other modes, whose image is drawn beside the text.
+    [[nodiscard]] QSizeF bounds() const;
+
+    /// Mends what must hold before the image is shown or stored: sizes that are finite and above
+    /// zero (320 × 200 where they are not), a finite offset, and an identity.
+    void prepareForDisplay();
+
+    /// A new attachment for the bytes of an image file. The natural size is the image's own, in
+    /// points of 1/72 inch for one pixel each, or 320 × 200 when the bytes are no image; the
+    /// rendered size is `suggestedSize` where that is given and not empty, else the natural one.
+    [[nodiscard]] static OrvaneNoteImageAttachment
+    fromImageData(QByteArray imageData, std::optional<QSizeF> suggestedSize, QUuid attachmentID);
+};
+
+} // namespace orvane
