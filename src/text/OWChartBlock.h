@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "platform/Timestamp.h"
 #include "text/RgbaColor.h"
 
 #include <QByteArray>
-#include <QDateTime>
 #include <QList>
 #include <QString>
 #include <QUuid>
@@ -33,6 +33,9 @@ struct OWChartDataPoint {
 
 /// A chart of a rich note as data. Sizes are in points.
 struct OWChartBlock {
+    /// A stored chart with more points is cut to this many; no page shows so many.
+    static constexpr qsizetype mostDataPoints = 2'000;
+
     QUuid id;
     OWChartKind kind = OWChartKind::bar;
     QString title;
@@ -42,8 +45,8 @@ struct OWChartBlock {
     double height = 300;
     OWChartRGBAColor backgroundColor{0.11, 0.12, 0.14, 1};
     OWChartRGBAColor chartColor{0.36, 0.63, 0.98, 1};
-    QDateTime createdAt;
-    QDateTime updatedAt;
+    Timestamp createdAt;
+    Timestamp updatedAt;
 
     bool operator==(const OWChartBlock&) const = default;
 

@@ -5,14 +5,37 @@
 
 namespace orvane {
 
+namespace {
+
+std::size_t hashOf(const RgbaColor& color)
+{
+    return qHashMulti(1, color.red, color.green, color.blue, color.alpha);
+}
+
+std::size_t hashOf(const TableCellBlock& cell)
+{
+    std::size_t hash =
+        qHashMulti(1, cell.table.id, cell.row, cell.column, cell.rowSpan, cell.columnSpan,
+                   cell.widthPercent, cell.background ? hashOf(*cell.background) : 0);
+    hash = qHashRange(cell.padding.begin(), cell.padding.end(), hash);
+    return qHashRange(cell.borderWidth.begin(), cell.borderWidth.end(), hash);
+}
+
+} // namespace
+
 std::size_t qHash(const ParagraphStyle& style, std::size_t seed) noexcept
 {
-    const std::size_t cell =
-        style.cell ? qHashMulti(1, style.cell->table.id, style.cell->row, style.cell->column) : 0;
-    return qHashMulti(seed, int(style.alignment), style.firstLineHeadIndent, style.headIndent,
-                      style.tailIndent, style.lineHeightMultiple, style.lineSpacing,
-                      style.spacingBefore, style.spacingAfter, style.tabStops.size(),
-                      style.textLists.size(), cell);
+    std::size_t hash = qHashMulti(
+        seed, int(style.alignment), int(style.direction), style.firstLineHeadIndent,
+        style.headIndent, style.tailIndent, style.defaultTabInterval, style.lineHeightMultiple,
+        style.minimumLineHeight, style.maximumLineHeight, style.lineSpacing, style.spacingBefore,
+        style.spacingAfter, style.hyphenationFactor, style.keepLinesTogether, style.keepWithNext,
+        style.background ? hashOf(*style.background) : 0, style.cell ? hashOf(*style.cell) : 0);
+    for (const TextTab& tab : style.tabStops)
+        hash = qHashMulti(hash, tab.location, int(tab.alignment));
+    for (const TextList& list : style.textLists)
+        hash = qHashMulti(hash, int(list.marker), list.startingNumber);
+    return hash;
 }
 
 } // namespace orvane

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "text/AttributedString.h"
+#include "text/StyleInterner.h"
+#include "text/rtf/RtfState.h"
+
+#include <QUuid>
+
+#include <functional>
+#include <memory>
+
+namespace orvane {
+
+/// Puts together the text of an RTF document: paragraphs as they end, and tables once all their
+/// rows are known. A cell becomes one paragraph, the paragraphs within it lines.
+class RtfBuilder {
+public:
+    RtfBuilder(qsizetype inputSize, std::function<QUuid()> newTableId);
+
+    void text(QStringView text, const SharedCharacterStyle& style);
+    void endParagraph(const ParagraphStyle& paragraph, const SharedCharacterStyle& style);
+    /// A paragraph that ends inside a cell.
+    void endLineInCell(const SharedCharacterStyle& style);
+    void endCell(const ParagraphStyle& paragraph, const SharedCharacterStyle& style);
+    void endRow(std::shared_ptr<const RtfRowDefinition> definition);
+    [[nodiscard]] bool isAtParagraphStart() const { return m_pending.isEmpty(); }
+
+    /// The whole text. What follows the last paragraph's end becomes the last paragraph.
+    [[nodiscard]] AttributedString finish(const ParagraphStyle& lastParagraph);
+
+private:
+    struct Cell {
+        qsizetype end; // in m_cells
+        SharedParagraphStyle paragraph;
+    };
+    struct Row {
+        qsizetype endCell;
+        std::shared_ptr<const RtfRowDefinition> definition;
+    };
+    struct PlacedCell {
+        qsizetype index;
+        int row;
+        int column;
+        int rowSpan;
+        int columnSpan;
+        const RtfCellDefinition* definition;
+        const RtfRowDefinition* rowDefinition;
+    };
+
+    [[nodiscard]] SharedParagraphStyle shared(const ParagraphStyle& style);
+    [[nodiscard]] QList<int> columnEdges() const;
+    [[nodiscard]] QList<PlacedCell> placeCells(const QList<int>& edges) const;
+    [[nodiscard]] TableCellBlock cellBlock(const PlacedCell& cell, const TextTable& table,
+                                           const QList<int>& edges) const;
+    void flushTable();
+
+    AttributedString m_text;
+    AttributedString m_pending; // the paragraph that has begun
+    AttributedString m_cells;   // the contents of the pending table's cells, one after the other
+    QList<Cell> m_pendingCells;
+    QList<Row> m_pendingRows;
+    StyleInterner<ParagraphStyle> m_paragraphStyles;
+    std::function<QUuid()> m_newTableId;
+};
+
+} // namespace orvane

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include <QString>
+
+namespace orvane {
+
+/// The family that a font table's name speaks of: trimmed, and without the style that PostScript
+/// names carry behind a hyphen ("Charis-BoldItalic"), which the text's own properties repeat.
+[[nodiscard]] QString rtfFontFamily(const QString& name);
+
+} // namespace orvane

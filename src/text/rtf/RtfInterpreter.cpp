@@ -1,0 +1,433 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "text/rtf/RtfInterpreter.h"
+
+#include "text/rtf/RtfFontName.h"
+#include "text/rtf/RtfWords.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace orvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Groups nested deeper share one state. People's documents stay below 100.
+constexpr std::size_t deepestState = 500;
+constexpr qsizetype longestCollected = 65'536;
+
+bool isPicture(const QByteArray& data)
+{
+    return data.startsWith("\x89PNG\r\n\x1a\n") || data.startsWith("\xff\xd8\xff");
+}
+
+int hexDigit(char c)
+{
+    if (c >= '0' && c <= '9')
+        return c - '0';
+    const char lower = char(c | 0x20);
+    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+}
+
+} // namespace
+
+RtfInterpreter::RtfInterpreter(QByteArrayView rtf, std::function<QUuid()> newId)
+    : m_tokenizer(rtf)
+    , m_states(1)
+    , m_characterStyles(rtf.size())
+    , m_newId(newId)
+    , m_builder(rtf.size(), std::move(newId))
+{}
+
+void RtfInterpreter::run()
+{
+    for (;;) {
+        const RtfToken token = m_tokenizer.next();
+        if (token.kind == RtfToken::Kind::end)
+            break;
+        apply(token);
+    }
+    while (m_states.size() > 1)
+        closeGroup();
+    flushBytes();
+}
+
+AttributedString RtfInterpreter::finish()
+{
+    return m_builder.finish(currentParagraphStyle());
+}
+
+void RtfInterpreter::apply(const RtfToken& token)
+{
+    using Kind = RtfToken::Kind;
+    if (token.kind != Kind::text && token.kind != Kind::byte)
+        flushBytes();
+    if (token.kind == Kind::groupStart)
+        return openGroup();
+    if (token.kind == Kind::groupEnd)
+        return closeGroup();
+    if (state().destination == RtfDestination::skipped)
+        return;
+    switch (token.kind) {
+    case Kind::word:
+        return applyWord(token);
+    case Kind::symbol:
+        return applySymbol(token.text[0]);
+    case Kind::byte: {
+        if (m_skip > 0)
+            --m_skip;
+        else
+            m_bytes.append(char(token.parameter));
+        return;
+    }
+    case Kind::text: {
+        const qsizetype skipped = std::min<qsizetype>(m_skip, token.text.size());
+        m_skip -= int(skipped);
+        return insertBytes(token.text.sliced(skipped));
+    }
+    case Kind::binary:
+        if (state().destination == RtfDestination::picture)
+            picture.data.append(token.text);
+        return;
+    default:
+        return;
+    }
+}
+
+void RtfInterpreter::openGroup()
+{
+    m_isIgnorable = false;
+    m_skip = 0;
+    if (m_states.size() >= deepestState) {
+        ++m_depthBeyondStates;
+        return;
+    }
+    m_states.push_back(m_states.back());
+    state().isField = false;
+}
+
+void RtfInterpreter::closeGroup()
+{
+    m_isIgnorable = false;
+    m_skip = 0;
+    if (m_depthBeyondStates > 0) {
+        --m_depthBeyondStates;
+        return;
+    }
+    if (m_states.size() < 2)
+        return;
+    const RtfDestination closed = state().destination;
+    m_states.pop_back();
+    if (closed == state().destination)
+        return;
+    switch (closed) {
+    case RtfDestination::fieldInstruction:
+        return endField();
+    case RtfDestination::listText:
+        return endListText();
+    case RtfDestination::picture:
+        return endPicture();
+    case RtfDestination::shapeName:
+        m_shapeName = std::exchange(m_collected, {}).trimmed();
+        return;
+    case RtfDestination::shapeValue:
+        return endShapeValue();
+    default:
+        m_collected.clear();
+    }
+}
+
+void RtfInterpreter::applyWord(const RtfToken& token)
+{
+    const RtfWord* word = findRtfWord(token.text);
+    const bool ignorable = std::exchange(m_isIgnorable, false);
+    const int skip = std::exchange(m_skip, 0);
+    if (word && word->insertsCharacter && skip > 0)
+        m_skip = skip - 1;
+    else if (word)
+        word->apply(*this, {token.parameter, token.hasParameter}, word->argument);
+    else if (ignorable)
+        skipGroup();
+}
+
+void RtfInterpreter::applySymbol(char symbol)
+{
+    if (symbol == '*') {
+        m_isIgnorable = true;
+        return;
+    }
+    if (m_skip > 0) {
+        --m_skip;
+        return;
+    }
+    switch (symbol) {
+    case '\r':
+    case '\n':
+        return endParagraph();
+    case '~':
+        return insertText(u"\u00A0");
+    case '-':
+        return insertText(u"\u00AD");
+    case '_':
+        return insertText(u"\u2011");
+    case '\t':
+        return insertText(u"\t");
+    case '\\':
+    case '{':
+    case '}':
+        return insertBytes(QByteArrayView(&symbol, 1));
+    default:
+        return;
+    }
+}
+
+void RtfInterpreter::insertBytes(QByteArrayView bytes)
+{
+    if (bytes.isEmpty())
+        return;
+    if (state().destination == RtfDestination::picture)
+        return insertPictureDigits(bytes);
+    const bool isPlain = m_bytes.isEmpty() && currentCodePage() != symbolCodePage &&
+                         std::ranges::none_of(bytes, [](char c) { return c & 0x80; });
+    if (isPlain)
+        insertText(QString::fromLatin1(bytes));
+    else
+        m_bytes.append(bytes);
+}
+
+void RtfInterpreter::flushBytes()
+{
+    if (m_bytes.isEmpty())
+        return;
+    const QByteArray bytes = std::exchange(m_bytes, {});
+    if (state().destination != RtfDestination::picture)
+        insertText(m_decoder.decode(currentCodePage(), bytes));
+}
+
+void RtfInterpreter::insertUnicode(int value)
+{
+    auto unit = char16_t(value);
+    if (unit >= 0xF000 && unit <= 0xF0FF)
+        unit = symbolCharacter(uchar(unit & 0xFF)).unicode();
+    insertText(QStringView(&unit, 1));
+    m_skip = state().unicodeSkip;
+}
+
+void RtfInterpreter::insertText(QStringView text)
+{
+    switch (state().destination) {
+    case RtfDestination::body: {
+        if (state().characters.hidden)
+            return;
+        QString cleaned;
+        if (text.contains(u'\n') || text.contains(u'\r') || text.contains(u'\u2029')) {
+            cleaned = text.toString();
+            cleaned.remove(u'\r').replace(u'\n', QChar(lineSeparator));
+            cleaned.replace(u'\u2029', QChar(lineSeparator));
+            text = cleaned;
+        }
+        m_builder.text(text, currentStyle());
+        return;
+    }
+    case RtfDestination::fontTable:
+        return endFontName(text);
+    case RtfDestination::colorTable:
+        for (const QChar c : text) {
+            if (c == u';')
+                colors.append(std::exchange(pendingColor, 0));
+        }
+        return;
+    case RtfDestination::fieldInstruction:
+    case RtfDestination::listText:
+    case RtfDestination::shapeName:
+    case RtfDestination::shapeValue:
+        if (m_collected.size() < longestCollected)
+            m_collected += text;
+        return;
+    default:
+        return;
+    }
+}
+
+void RtfInterpreter::insertPictureDigits(QByteArrayView digits)
+{
+    for (const char c : digits) {
+        const int digit = hexDigit(c);
+        if (digit < 0)
+            continue;
+        if (picture.halfByte < 0) {
+            picture.halfByte = digit;
+        } else {
+            picture.data.append(char(picture.halfByte * 16 + digit));
+            picture.halfByte = -1;
+        }
+    }
+}
+
+void RtfInterpreter::endFontName(QStringView text)
+{
+    for (const QChar c : text) {
+        if (c == u';')
+            fonts[fontInTable].family = rtfFontFamily(std::exchange(m_collected, {}));
+        else if (m_collected.size() < 256)
+            m_collected += c;
+    }
+}
+
+void RtfInterpreter::endField()
+{
+    static const QRegularExpression hyperlink(
+        uR"re(^\s*HYPERLINK\s+(?:\\[a-km-z]\s*)*(\\l\s*)?(?:"([^"]*)"|(\S+))(?:\s+\\l\s+"([^"]*)")?)re"_s,
+        QRegularExpression::CaseInsensitiveOption);
+    const QString instruction = std::exchange(m_collected, {});
+    const auto match = hyperlink.match(instruction);
+    if (!match.hasMatch() || !state().isField)
+        return;
+    QString target = match.captured(2) + match.captured(3);
+    target.replace(u"\\\\"_s, u"\\"_s);
+    if (match.hasCaptured(1) && !match.captured(1).isEmpty())
+        target.prepend(u'#');
+    else if (!match.captured(4).isEmpty())
+        target += u'#' + match.captured(4);
+    state().characters.link = int(m_links.size());
+    m_links.append(target);
+}
+
+// Lists are literal text here: the marker becomes the beginning of the line.
+void RtfInterpreter::endListText()
+{
+    QString marker = std::exchange(m_collected, {}).trimmed();
+    if (marker.isEmpty() || !m_builder.isAtParagraphStart() || marker.size() > 64)
+        return;
+    QString prefix(paragraph().listLevel, u'\t');
+    insertText(prefix + marker + u' ');
+}
+
+void RtfInterpreter::endPicture()
+{
+    const Picture finished = std::exchange(picture, {});
+    if (!isPicture(finished.data) || state().destination != RtfDestination::body)
+        return;
+    auto image = OrvaneNoteImageAttachment::fromImageData(finished.data, std::nullopt, m_newId());
+    const double width =
+        finished.width > 0 ? finished.width / twipsPerPoint : image.originalSize.width();
+    const double height =
+        finished.height > 0 ? finished.height / twipsPerPoint : image.originalSize.height();
+    image.renderedSize = {width * std::max(1, finished.scaleX) / 100,
+                          height * std::max(1, finished.scaleY) / 100};
+    CharacterStyle style = *currentStyle();
+    style.attachment = TextAttachment(std::move(image));
+    m_builder.text(QStringView(&objectCharacter, 1), std::move(style));
+}
+
+void RtfInterpreter::endShapeValue()
+{
+    const QString value = std::exchange(m_collected, {}).trimmed();
+    bool isNumber = false;
+    const uint color = value.toUInt(&isNumber);
+    if (m_shapeName == u"fillColor" && isNumber) {
+        // Shape properties write colours as blue, green, red.
+        pageBackground = RgbaColor::fromQColor(
+            QColor(int(color & 0xFF), int(color >> 8 & 0xFF), int(color >> 16 & 0xFF)));
+    }
+}
+
+void RtfInterpreter::endParagraph()
+{
+    if (state().destination != RtfDestination::body)
+        return;
+    if (paragraph().inTable)
+        m_builder.endLineInCell(currentStyle());
+    else
+        m_builder.endParagraph(currentParagraphStyle(), currentStyle());
+}
+
+void RtfInterpreter::endCell()
+{
+    if (state().destination == RtfDestination::body)
+        m_builder.endCell(currentParagraphStyle(), currentStyle());
+}
+
+void RtfInterpreter::endRow()
+{
+    if (state().destination == RtfDestination::body)
+        m_builder.endRow(row);
+}
+
+RtfRowDefinition& RtfInterpreter::editRow()
+{
+    auto copy = row.use_count() == 1 ? std::const_pointer_cast<RtfRowDefinition>(row)
+                                     : std::make_shared<RtfRowDefinition>(*row);
+    row = copy;
+    return *copy;
+}
+
+int RtfInterpreter::currentCodePage() const
+{
+    const RtfState& present = m_states.back();
+    const int number = present.destination == RtfDestination::fontTable ? fontInTable
+                       : present.characters.font >= 0                   ? present.characters.font
+                                                                        : defaultFont;
+    const auto font = fonts.constFind(number);
+    const int codePage = font == fonts.constEnd() ? 0 : font->codePage;
+    const bool isName = present.destination == RtfDestination::fontTable;
+    return codePage == 0 || (isName && codePage == symbolCodePage) ? documentCodePage : codePage;
+}
+
+const SharedCharacterStyle& RtfInterpreter::currentStyle()
+{
+    const RtfCharacterFormat& format = state().characters;
+    if (m_styledFormat == format && m_style.identity())
+        return m_style;
+    CharacterStyle style;
+    const auto font = fonts.constFind(format.font >= 0 ? format.font : defaultFont);
+    style.font = TextFont{font == fonts.constEnd() ? QString() : font->family,
+                          format.halfPoints / 2.0, format.bold ? 700 : 400, format.italic};
+    const auto colorAt = [&](int index) -> std::optional<RgbaColor> {
+        const QRgb found = color(index);
+        if (qAlpha(found) == 0)
+            return std::nullopt;
+        return RgbaColor::fromQColor(QColor::fromRgba(found));
+    };
+    style.foreground = colorAt(format.foreground);
+    style.background = colorAt(format.background);
+    style.underline = TextLine(format.underline);
+    style.strikethrough = TextLine(format.strikethrough);
+    style.link = m_links.value(format.link);
+    m_style = m_characterStyles.intern(style, m_style);
+    m_styledFormat = format;
+    return m_style;
+}
+
+ParagraphStyle RtfInterpreter::currentParagraphStyle()
+{
+    const RtfParagraphFormat& format = *std::as_const(state().paragraph);
+    ParagraphStyle style;
+    style.alignment = format.alignment;
+    style.direction = format.direction;
+    style.headIndent = format.leftIndent / twipsPerPoint;
+    style.firstLineHeadIndent = (format.leftIndent + format.firstIndent) / twipsPerPoint;
+    style.tailIndent = -format.rightIndent / twipsPerPoint + 0.0;
+    style.tabStops = format.tabs;
+    style.defaultTabInterval = defaultTab / twipsPerPoint;
+    if (format.lineSpacing != 0 && format.lineSpacingIsMultiple)
+        style.lineHeightMultiple = std::abs(format.lineSpacing) / 240.0;
+    else if (format.lineSpacing != 0)
+        style.minimumLineHeight = std::abs(format.lineSpacing) / twipsPerPoint;
+    if (format.lineSpacing < 0 && !format.lineSpacingIsMultiple)
+        style.maximumLineHeight = style.minimumLineHeight;
+    style.spacingBefore = format.spaceBefore / twipsPerPoint;
+    style.spacingAfter = format.spaceAfter / twipsPerPoint;
+    style.hyphenationFactor = format.hyphenates ? 1 : 0;
+    style.keepLinesTogether = format.keepsTogether;
+    style.keepWithNext = format.keepsWithNext;
+    if (const QRgb fill = color(format.background); qAlpha(fill) != 0)
+        style.background = RgbaColor::fromQColor(QColor::fromRgba(fill));
+    if (format.inList)
+        style.textLists.append(TextList{});
+    return style;
+}
+
+} // namespace orvane

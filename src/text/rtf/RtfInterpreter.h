@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "text/rtf/RtfBuilder.h"
+#include "text/rtf/RtfCodePages.h"
+#include "text/rtf/RtfState.h"
+#include "text/rtf/RtfTokenizer.h"
+
+#include <QStringList>
+
+#include <optional>
+#include <vector>
+
+namespace orvane {
+
+/// The number after a control word, or none.
+struct RtfParameter {
+    int value = 0;
+    bool isGiven = false;
+
+    [[nodiscard]] int valueOr(int fallback) const { return isGiven ? value : fallback; }
+    /// For words such as `\b`, which a 0 turns off.
+    [[nodiscard]] bool isOn() const { return !isGiven || value != 0; }
+};
+
+/// Carries out the tokens of an RTF document: keeps the state of groups, the tables of the header,
+/// and what is being collected, and hands text to a builder. The control words themselves are small
+/// functions on its public members, in tables by subject (`RtfWords.h`).
+class RtfInterpreter {
+public:
+    RtfInterpreter(QByteArrayView rtf, std::function<QUuid()> newId);
+
+    void run();
+    [[nodiscard]] AttributedString finish();
+
+    // For the control words.
+
+    [[nodiscard]] RtfState& state() { return m_states.back(); }
+    [[nodiscard]] RtfParagraphFormat& paragraph() { return *m_states.back().paragraph; }
+    void skipGroup() { state().destination = RtfDestination::skipped; }
+
+    void insertText(QStringView text);
+    /// `\uN`: the character, after which fallback characters are skipped.
+    void insertUnicode(int value);
+    void endParagraph();
+    void endCell();
+    void endRow();
+    [[nodiscard]] QRgb color(int index) const { return colors.value(index, 0); }
+
+    struct Font {
+        QString family;
+        int codePage = 0; ///< 0 for the document's own
+    };
+    struct Picture {
+        bool isSupported = false;
+        int width = 0; ///< wanted size in twips, 0 for the image's own
+        int height = 0;
+        int scaleX = 100;
+        int scaleY = 100;
+        QByteArray data;
+        int halfByte = -1;
+    };
+
+    QHash<int, Font> fonts;
+    int fontInTable = 0;
+    int defaultFont = 0;
+    int documentCodePage = 1252;
+    int defaultTab = 0; ///< in twips; 0 leaves it to the layout
+
+    QList<QRgb> colors; ///< transparent stands for "automatic"
+    QRgb pendingColor = 0;
+
+    std::shared_ptr<const RtfRowDefinition> row = std::make_shared<const RtfRowDefinition>();
+    /// The row definition for changing; a copy when rows already hold the present one.
+    [[nodiscard]] RtfRowDefinition& editRow();
+    RtfCellDefinition nextCell;
+    int borderEdge = -1; ///< the `BoxEdge` that `\brdrw` and its like speak of
+
+    Picture picture;
+    std::optional<RgbaColor> pageBackground;
+
+private:
+    void openGroup();
+    void closeGroup();
+    void apply(const RtfToken& token);
+    void applyWord(const RtfToken& token);
+    void applySymbol(char symbol);
+    void insertBytes(QByteArrayView bytes);
+    void flushBytes();
+    void insertPictureDigits(QByteArrayView digits);
+
+    void endField();
+    void endListText();
+    void endPicture();
+    void endShapeValue();
+    void endFontName(QStringView text);
+
+    [[nodiscard]] int currentCodePage() const;
+    [[nodiscard]] const SharedCharacterStyle& currentStyle();
+    [[nodiscard]] ParagraphStyle currentParagraphStyle();
+
+    RtfTokenizer m_tokenizer;
+    std::vector<RtfState> m_states;
+    qsizetype m_depthBeyondStates = 0;
+    bool m_isIgnorable = false; // a \* stands before the next word
+    int m_skip = 0;             // fallback characters still to be skipped
+
+    CodePageDecoder m_decoder;
+    QByteArray m_bytes;
+    QString m_collected; // font name, field instruction, list text, shape property
+    QString m_shapeName;
+    QStringList m_links;
+
+    RtfCharacterFormat m_styledFormat;
+    SharedCharacterStyle m_style;
+    StyleInterner<CharacterStyle> m_characterStyles;
+    std::function<QUuid()> m_newId;
+    RtfBuilder m_builder;
+};
+
+} // namespace orvane

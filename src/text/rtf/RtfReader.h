@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "text/AttributedString.h"
+
+#include <QByteArrayView>
+#include <QUuid>
+
+#include <functional>
+#include <optional>
+
+namespace orvane {
+
+/// What an RTF document says.
+struct RtfContent {
+    AttributedString text;
+    std::optional<RgbaColor> backgroundColor; ///< of the page
+};
+
+/// Reads Rich Text Format: fonts, sizes, colours, highlight, bold, italic, underline, strike,
+/// alignment, indents, tabs, spacing, hyperlinks, tables, PNG and JPEG pictures, the page's
+/// background, Unicode and the code pages of the font table. What it does not know it skips.
+///
+/// A document that is cut short gives what stands before the cut. Nothing when the bytes don't
+/// begin as RTF. Memory stays within a small multiple of the input, and the time is linear in it.
+///
+/// `newId` makes the identities of tables and pictures.
+[[nodiscard]] std::optional<RtfContent>
+readRtf(QByteArrayView rtf, const std::function<QUuid()>& newId = QUuid::createUuid);
+
+} // namespace orvane

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "text/rtf/RtfInterpreter.h"
+
+#include <QByteArrayView>
+
+#include <string_view>
+#include <unordered_map>
+
+namespace orvane {
+
+/// What a control word does: `argument` tells apart words that share a function.
+struct RtfWord {
+    void (*apply)(RtfInterpreter& interpreter, RtfParameter parameter, int argument) = nullptr;
+    int argument = 0;
+    bool insertsCharacter = false; ///< counts as one character among the fallbacks of `\uN`
+};
+
+using RtfWordTable = std::unordered_map<std::string_view, RtfWord>;
+
+void addCharacterWords(RtfWordTable& table);
+void addParagraphWords(RtfWordTable& table);
+void addTableWords(RtfWordTable& table);
+/// The header, and the words that begin a destination or hold a special character.
+void addDocumentWords(RtfWordTable& table);
+
+/// The word of this name, or null.
+[[nodiscard]] const RtfWord* findRtfWord(QByteArrayView name);
+
+} // namespace orvane
