@@ -54,7 +54,10 @@ inline double percentile(std::vector<double> values, double rank)
     std::nth_element(values.begin(), values.begin() + std::ptrdiff_t(place), values.end());
     return values[place];
 }
-inline double median(std::vector<double> values) { return percentile(std::move(values), 0.5); }
+inline double median(std::vector<double> values)
+{
+    return percentile(std::move(values), 0.5);
+}
 
 /// Calls both in turn `rounds` times, after one uncounted round; each returns its figure in the
 /// row's unit. The result holds both values at `rank`, the median unless told otherwise.
