@@ -1,0 +1,260 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "core/BinderOrder.h"
+#include "core/BootstrapDecision.h"
+#include "core/EditorHistory.h"
+#include "core/FolderRecord.h"
+#include "core/NoteContent.h"
+#include "core/NoteRecord.h"
+#include "core/PersistenceController.h"
+#include "core/ProjectLibraryController.h"
+#include "core/ProjectRecord.h"
+#include "core/ProjectWorkspaceState.h"
+#include "core/RecordTable.h"
+#include "platform/Services.h"
+
+#include <QObject>
+#include <QSet>
+#include <QUuid>
+
+#include <expected>
+#include <memory>
+#include <optional>
+
+namespace orvane {
+
+/// What the main window shows: the browser of projects, or the open project.
+enum class RootPresentationMode { Projects, Editor };
+
+/// Why a project stays closed: its store was damaged and has been moved aside.
+struct ProjectLoadProtectionAlert {
+    QUuid id;
+    QString projectName;
+    QString backupPath;
+    QString errorDescription;
+
+    bool operator==(const ProjectLoadProtectionAlert&) const = default;
+    [[nodiscard]] QString message() const;
+};
+
+/// Why a project was not opened though nothing is wrong with its files.
+struct ProjectOpenProblem {
+    QString projectName;
+    QString title;
+    QString message;
+
+    bool operator==(const ProjectOpenProblem&) const = default;
+};
+
+/// Saving fails, and since when; nothing in memory is lost.
+struct SaveFailure {
+    Timestamp since;
+    QString error;
+
+    bool operator==(const SaveFailure&) const = default;
+};
+
+/// The one owner of the open notebook, the selection and the list of projects; lives as long as
+/// the program and is shared with every window. Every change happens in memory first, is told by
+/// a signal, and is saved in the same call; a save that fails leaves memory as it is. What changes
+/// content first asks the licence question, and on a no posts `showLicenseUnlock`, beeps and stops.
+/// Operations on an id that doesn't exist do nothing. Main thread.
+class AppState : public QObject {
+    Q_OBJECT
+public:
+    explicit AppState(const Services& services, QObject* parent = nullptr);
+    ~AppState() override;
+
+    [[nodiscard]] const Services& services() const { return m_services; }
+    [[nodiscard]] ProjectLibraryController& library() { return m_library; }
+    [[nodiscard]] bool canCreateOrEdit() const;
+
+    // --- The life of the program and of a project -------------------------------------------
+
+    /// Takes over a library-wide notebook if there is one, finds the projects, and shows the
+    /// browser or opens the project that the launch setting asks for.
+    void bootstrapProjects();
+    void refreshProjects();
+    /// Opens a project, or leaves everything as it is and tells why: see
+    /// `projectLoadProtectionAlert` and `projectOpenProblem`.
+    void openProject(const QUuid& id, bool restoreLastNote);
+    /// Creates and opens a project. The error is a sentence for a person; it is empty when the
+    /// licence question was answered with no.
+    std::expected<QUuid, QString> createProject(const QString& name,
+                                                const std::optional<QString>& iconName);
+    void presentProjectsBrowser();
+    /// Back to the editor of the project that is open behind the browser.
+    void presentEditor();
+    void selectProjectTile(const std::optional<QUuid>& id);
+    void selectProjectRoot();
+    void updateProjectMetadata(const QUuid& id, const QString& plainName,
+                               const std::optional<QByteArray>& titleRTF,
+                               const std::optional<QString>& iconName);
+    void updateProjectIcon(const QUuid& id, const std::optional<QString>& iconName);
+    void moveProjectToTrash(const QUuid& id);
+    /// Closes the open project behind the protection alert, its store's files moved aside; for
+    /// damage that is found while the project is open.
+    void closeDamagedProject(const QString& errorDescription);
+    /// Closes the open project and shows the browser.
+    void closeProject();
+    /// Tells `willTerminate`, so that drafts are written, and closes the project.
+    void terminate();
+
+    [[nodiscard]] const QList<OrvaneProjectRecord>& projects() const { return m_projects; }
+    [[nodiscard]] const OrvaneProjectRecord* project(const QUuid& id) const;
+    /// Recently opened first, then by the browser's order.
+    [[nodiscard]] QList<OrvaneProjectRecord> projectsByRecentOpen() const;
+    [[nodiscard]] QList<QUuid> projectOpenHistoryIDs() const;
+    [[nodiscard]] const std::optional<OrvaneProjectRecord>& currentProject() const
+    {
+        return m_currentProject;
+    }
+    [[nodiscard]] std::optional<QUuid> selectedProjectID() const { return m_selectedProjectID; }
+    [[nodiscard]] RootPresentationMode rootPresentationMode() const { return m_mode; }
+    [[nodiscard]] const std::optional<ProjectLoadProtectionAlert>&
+    projectLoadProtectionAlert() const
+    {
+        return m_protectionAlert;
+    }
+    void clearProjectLoadProtectionAlert();
+    [[nodiscard]] const std::optional<ProjectOpenProblem>& projectOpenProblem() const
+    {
+        return m_openProblem;
+    }
+    void clearProjectOpenProblem();
+    /// True while the open project can be read but not written.
+    [[nodiscard]] bool isReadOnly() const;
+    [[nodiscard]] const std::optional<SaveFailure>& saveFailure() const { return m_saveFailure; }
+    [[nodiscard]] bool isAppTerminating() const { return m_terminating; }
+    [[nodiscard]] PersistenceController* persistenceController() const
+    {
+        return m_controller.get();
+    }
+    /// What the project's window looked like when it was last used; read when it opens.
+    [[nodiscard]] const std::optional<ProjectWorkspaceState>& openedWorkspaceState() const
+    {
+        return m_workspaceState;
+    }
+
+    // --- The notebook -----------------------------------------------------------------------
+
+    [[nodiscard]] const RecordTable<FolderRecord>& folders() const { return m_folders; }
+    [[nodiscard]] const RecordTable<NoteRecord>& notes() const { return m_notes; }
+    [[nodiscard]] const NoteRecord* note(const QUuid& id) const;
+    [[nodiscard]] const FolderRecord* folder(const QUuid& id) const;
+    [[nodiscard]] const BinderOrder& order() const { return m_order; }
+    [[nodiscard]] std::optional<QUuid> projectRootContainerID() const;
+    [[nodiscard]] QList<BinderDisplayRow> visibleBinderRows() const;
+    [[nodiscard]] QList<Shared<NoteRecord>> orderedNotes(const QUuid& container) const;
+
+    /// The new note's id, or nothing when there is no place for it or the licence says no.
+    std::optional<QUuid> createNote();
+    std::optional<QUuid> createNote(const QString& body, const std::optional<Blob>& bodyRTF);
+    std::optional<QUuid> createFolder(const QString& name);
+    /// The path by which the editor commits. A title that differs from the stored one clears the
+    /// rich title.
+    void updateNote(const QUuid& id, const NoteContent& content);
+    /// Shows a title while it is typed; nothing is stored until `updateNote`.
+    void applyLiveTitle(const QUuid& id, const QString& title);
+    void toggleExpanded(const QUuid& folderID);
+
+    // --- Selection --------------------------------------------------------------------------
+
+    [[nodiscard]] std::optional<QUuid> selectedNoteID() const { return m_selectedNoteID; }
+    [[nodiscard]] std::optional<QUuid> selectedFolderID() const { return m_selectedFolderID; }
+    [[nodiscard]] std::optional<BinderRowID> selectedBinderRowID() const;
+    void selectNote(const std::optional<QUuid>& id);
+    void selectFolder(const QUuid& id);
+    void selectBinderRow(const std::optional<BinderRowID>& row);
+    /// Selects a note and shows its folder expanded.
+    void openNote(const QUuid& id);
+    void navigateMainEditorHistory(int delta);
+    [[nodiscard]] bool canNavigateMainEditorBack() const { return m_history.canGoBack(); }
+    [[nodiscard]] bool canNavigateMainEditorForward() const { return m_history.canGoForward(); }
+
+    // --- Saving -----------------------------------------------------------------------------
+
+    /// The whole notebook with its order; only what differs is written.
+    void persist();
+    void persistNote(const QUuid& id);
+    void persistFolder(const QUuid& id);
+    /// The order and the expansion; does not count as a change of the project.
+    void persistLayout();
+
+signals:
+    void projectsChanged();
+    void currentProjectChanged();
+    void selectedProjectIDChanged();
+    void rootPresentationModeChanged(orvane::RootPresentationMode mode);
+    void projectLoadProtectionAlertChanged();
+    void projectOpenProblemChanged();
+    /// Another notebook, or none: everything below is new.
+    void notebookReset();
+    /// A record's fields changed in place.
+    void noteChanged(const QUuid& id);
+    void folderChanged(const QUuid& id);
+    /// Records were added, removed or moved, or the order changed.
+    void binderStructureChanged();
+    void folderExpansionChanged(const QUuid& id, bool expanded);
+    /// Sent before anything else learns of the new selection, so that a draft is written first.
+    void selectedNoteAboutToChange(const std::optional<QUuid>& from,
+                                   const std::optional<QUuid>& to);
+    void selectionChanged();
+    void historyFlagsChanged();
+    void saveFailureChanged();
+    /// Sent before an open project is closed or replaced: the last moment to write a draft.
+    void projectAboutToClose();
+    void willTerminate();
+
+private:
+    bool passesLicence();
+    void setMode(RootPresentationMode mode);
+    void setSelectedProjectID(const std::optional<QUuid>& id);
+    void setSelection(const std::optional<QUuid>& folder, const std::optional<QUuid>& note);
+    void clearNotebookState();
+    void dropController();
+    void blockProjectOpenAfterRecovery(const OrvaneProjectRecord& project,
+                                       const PersistentStoreRecovery& recovery);
+    void loadNotebookSnapshot(NotebookSnapshot snapshot, bool restoreLastNote,
+                              const std::optional<ProjectWorkspaceState>& workspaceState);
+    void restoreWorkspaceSelectionIfNeeded(const ProjectWorkspaceState& state,
+                                           bool restoreLastNote);
+    void restoreLastOpenedNoteIfNeeded();
+    void ensureTrashFolderExists();
+    void markProjectAsOpened(const QUuid& id);
+    void migrateLegacyNotebookIfNeeded();
+    void touchCurrentProjectUpdatedAt();
+    void writePendingTouch();
+    void noteSaved(const std::expected<void, StoreError>& result, const char* failureLine);
+    [[nodiscard]] std::optional<QUuid> containerForNewNote() const;
+    std::optional<QUuid> insertNewNote(NoteRecord note);
+    [[nodiscard]] QString lastNoteKey() const;
+    [[nodiscard]] NotebookSnapshot currentSnapshot() const;
+
+    Services m_services;
+    ProjectLibraryController m_library;
+    QList<OrvaneProjectRecord> m_projects;
+    std::optional<OrvaneProjectRecord> m_currentProject;
+    std::optional<QUuid> m_selectedProjectID;
+    RootPresentationMode m_mode = RootPresentationMode::Projects;
+    std::optional<ProjectLoadProtectionAlert> m_protectionAlert;
+    std::optional<ProjectOpenProblem> m_openProblem;
+    std::optional<SaveFailure> m_saveFailure;
+    std::optional<ProjectWorkspaceState> m_workspaceState;
+    std::unique_ptr<PersistenceController> m_controller;
+    std::unique_ptr<Clock::Delay> m_pendingTouch;
+    RecordTable<FolderRecord> m_folders;
+    RecordTable<NoteRecord> m_notes;
+    BinderOrder m_order;
+    std::optional<QUuid> m_selectedFolderID;
+    std::optional<QUuid> m_selectedNoteID;
+    EditorHistory m_history;
+    bool m_suppressHistory = false;
+    bool m_terminating = false;
+};
+
+/// Posted where the licence question was answered with no.
+inline constexpr Notification<NoPayload> showLicenseUnlock{"OrvaneWorkspace.ShowLicenseUnlock"};
+
+} // namespace orvane

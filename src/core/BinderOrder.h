@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "core/BinderLayout.h"
+#include "core/FolderRecord.h"
+#include "core/NoteRecord.h"
+#include "core/RecordTable.h"
+
+#include <QHash>
+#include <QList>
+#include <QSet>
+#include <QUuid>
+
+#include <optional>
+#include <variant>
+
+namespace orvane {
+
+/// The order in which the Binder shows folders and notes, as lists of ids that live apart from
+/// the records. A value; the functions below edit and repair it.
+struct BinderOrder {
+    QList<QUuid> rootFolderOrder;
+    QHash<QUuid, QList<QUuid>> childFolderOrder;
+    /// By container: a folder, the Trash or the project.
+    QHash<QUuid, QList<QUuid>> noteOrderByFolder;
+    QSet<QUuid> expandedFolderIDs;
+
+    bool operator==(const BinderOrder&) const = default;
+};
+
+/// A row of the Binder by its identity.
+struct BinderRowID {
+    enum class Kind { Folder, Note };
+    Kind kind = Kind::Note;
+    QUuid id;
+
+    bool operator==(const BinderRowID&) const = default;
+};
+inline size_t qHash(const BinderRowID& row, size_t seed = 0)
+{
+    return qHashMulti(seed, int(row.kind), row.id);
+}
+
+/// One row as displayed: a folder or a note, and how deep it is nested (0 at the top).
+struct BinderDisplayRow {
+    std::variant<Shared<FolderRecord>, Shared<NoteRecord>> record;
+    int depth = 0;
+
+    [[nodiscard]] bool isFolder() const { return record.index() == 0; }
+    [[nodiscard]] const FolderRecord& folder() const { return *std::get<0>(record); }
+    [[nodiscard]] const NoteRecord& note() const { return *std::get<1>(record); }
+    [[nodiscard]] BinderRowID id() const
+    {
+        return isFolder() ? BinderRowID{BinderRowID::Kind::Folder, folder().id}
+                          : BinderRowID{BinderRowID::Kind::Note, note().id};
+    }
+};
+
+namespace BinderDisplayOrdering {
+
+/// A first order: folders oldest first, notes newest first, nothing expanded.
+[[nodiscard]] BinderLayoutSnapshot defaultLayout(const RecordTable<FolderRecord>& folders,
+                                                 const RecordTable<NoteRecord>& notes);
+
+[[nodiscard]] BinderOrder orderOf(const BinderLayoutSnapshot& layout);
+/// The order as stored: the top level first, then parents and containers by id.
+[[nodiscard]] BinderLayoutSnapshot layoutOf(const BinderOrder& order);
+
+/// Repairs the lists against the records, so that no list hides a record or names a dead one:
+/// what is gone, doubled or lies elsewhere is dropped, what is missing is appended. A folder whose
+/// parent does not exist, or that is its own ancestor, counts as a top-level folder here.
+/// `projectID` is the container of the notes at the project root.
+[[nodiscard]] BinderOrder reconciled(BinderOrder order, const RecordTable<FolderRecord>& folders,
+                                     const RecordTable<NoteRecord>& notes);
+
+/// Folders at the top level in their order, without the Trash.
+[[nodiscard]] QList<Shared<FolderRecord>>
+orderedRootFolders(const BinderOrder& order, const RecordTable<FolderRecord>& folders);
+[[nodiscard]] QList<Shared<FolderRecord>>
+orderedChildFolders(const BinderOrder& order, const RecordTable<FolderRecord>& folders,
+                    const QUuid& parent);
+/// The notes of a container in their order.
+[[nodiscard]] QList<Shared<NoteRecord>> orderedNotes(const BinderOrder& order,
+                                                     const RecordTable<NoteRecord>& notes,
+                                                     const QUuid& container);
+
+/// Rows as displayed: each root folder, when expanded followed by its subfolders and then its
+/// notes one level deeper; then the notes at the project root; the Trash last.
+[[nodiscard]] QList<BinderDisplayRow> visibleRows(const BinderOrder& order,
+                                                  const RecordTable<FolderRecord>& folders,
+                                                  const RecordTable<NoteRecord>& notes,
+                                                  const QUuid& projectID);
+
+} // namespace BinderDisplayOrdering
+
+} // namespace orvane
