@@ -30,6 +30,10 @@ endif()
 add_compile_options(-Wall -Wextra -Wnon-virtual-dtor -Woverloaded-virtual -Wsuggest-override
                     -Wimplicit-fallthrough -fno-omit-frame-pointer)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # GCC 12 takes moved-from optionals for uninitialised ones.
+    add_compile_options(-Wno-maybe-uninitialized)
+endif()
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # ccache keeps precompiled headers apart by their content only with this.
     add_compile_options(-fpch-preprocess)
 endif()

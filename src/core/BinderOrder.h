@@ -58,20 +58,22 @@ struct BinderDisplayRow {
 
 namespace BinderDisplayOrdering {
 
-/// A first order: folders oldest first, notes newest first, nothing expanded.
+/// A first order: folders oldest first, notes newest first, nothing expanded. `projectID` is the
+/// container of the notes at the project root.
 [[nodiscard]] BinderLayoutSnapshot defaultLayout(const RecordTable<FolderRecord>& folders,
-                                                 const RecordTable<NoteRecord>& notes);
+                                                 const RecordTable<NoteRecord>& notes,
+                                                 const QUuid& projectID);
 
 [[nodiscard]] BinderOrder orderOf(const BinderLayoutSnapshot& layout);
-/// The order as stored: the top level first, then parents and containers by id.
+/// The order as stored: the top level first, then parents and containers in no order.
 [[nodiscard]] BinderLayoutSnapshot layoutOf(const BinderOrder& order);
 
 /// Repairs the lists against the records, so that no list hides a record or names a dead one:
 /// what is gone, doubled or lies elsewhere is dropped, what is missing is appended. A folder whose
-/// parent does not exist, or that is its own ancestor, counts as a top-level folder here.
-/// `projectID` is the container of the notes at the project root.
+/// parent does not exist, or that is its own ancestor, shows at the top level, and a note whose
+/// folder does not exist shows at the project root.
 [[nodiscard]] BinderOrder reconciled(BinderOrder order, const RecordTable<FolderRecord>& folders,
-                                     const RecordTable<NoteRecord>& notes);
+                                     const RecordTable<NoteRecord>& notes, const QUuid& projectID);
 
 /// Folders at the top level in their order, without the Trash.
 [[nodiscard]] QList<Shared<FolderRecord>>

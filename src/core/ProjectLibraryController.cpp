@@ -1,0 +1,230 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "core/ProjectLibraryController.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+namespace orvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QLatin1String currentName("OrvaneWorkspace");
+constexpr QLatin1String legacyName("OrvaneNotes");
+constexpr QLatin1String visibleManifest("orvaneworkspace-project.json");
+constexpr QLatin1String legacyVisibleManifest("orvanenotes-project.json");
+// In the order in which they are looked for.
+constexpr QLatin1String manifestNames[] = {
+    QLatin1String(".orvaneworkspace-project.json"),
+    QLatin1String(".orvanenotes-project.json"),
+    visibleManifest,
+    legacyVisibleManifest,
+};
+// Most file systems hold 255 bytes in a name; a counter still has to fit behind it.
+constexpr int longestFolderNameBytes = 240;
+
+bool exists(const QString& path)
+{
+    return FileStamp::of(path).exists;
+}
+
+QString untitledProject()
+{
+    return QCoreApplication::translate("Project", "Untitled Project");
+}
+
+std::optional<QString> existingManifest(const QString& rootPath)
+{
+    for (const QLatin1String name : manifestNames) {
+        if (QString path = rootPath + u'/' + name; exists(path))
+            return path;
+    }
+    return std::nullopt;
+}
+
+// Cuts whole characters, never through a surrogate pair.
+QString cutToBytes(QString name, int bytes)
+{
+    while (name.toUtf8().size() > bytes) {
+        const bool isPair = name.size() >= 2 && name.at(name.size() - 1).isLowSurrogate();
+        name.chop(isPair ? 2 : 1);
+    }
+    return name;
+}
+
+} // namespace
+
+ProjectLibraryController::ProjectLibraryController(UserFolders folders,
+                                                   std::optional<QString> projectsDirectoryOverride)
+    : m_folders(std::move(folders))
+    , m_override(std::move(projectsDirectoryOverride))
+{}
+
+QString ProjectLibraryController::projectsDirectoryPath() const
+{
+    return m_override ? *m_override : m_folders.documents + u'/' + currentName;
+}
+
+QString ProjectLibraryController::legacyProjectsDirectoryPath() const
+{
+    return m_folders.documents + u'/' + legacyName;
+}
+
+QStringList ProjectLibraryController::readableProjectsDirectoryPaths() const
+{
+    QStringList roots{projectsDirectoryPath()};
+    const QString legacy = legacyProjectsDirectoryPath();
+    if (!m_override && exists(legacy) && QDir::cleanPath(legacy) != QDir::cleanPath(roots.first()))
+        roots.append(legacy);
+    return roots;
+}
+
+std::expected<void, FileError> ProjectLibraryController::ensureProjectsDirectoryExists() const
+{
+    return makeFolder(projectsDirectoryPath());
+}
+
+QStringList ProjectLibraryController::projectRootPathsWithManifests()
+{
+    (void)ensureProjectsDirectoryExists();
+    QStringList found;
+    for (const QString& root : readableProjectsDirectoryPaths()) {
+        const QStringList names = QDir(root).entryList(
+            QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Unsorted);
+        QStringList inRoot;
+        for (const QString& name : names) {
+            QString path = root + u'/' + name;
+            const FileStamp folder = FileStamp::of(path);
+            if (!folder.isFolder)
+                continue;
+            // A manifest appears or vanishes only with a change of its folder.
+            const auto cached = m_cache.constFind(path);
+            const bool known =
+                cached != m_cache.cend() && cached->folder.isSettled && cached->folder == folder;
+            if (known || existingManifest(path))
+                inRoot.append(std::move(path));
+        }
+        inRoot.sort();
+        found += inRoot;
+    }
+    return found;
+}
+
+QList<OrvaneProjectRecord> ProjectLibraryController::decodedProjects(const QStringList& rootPaths)
+{
+    QList<OrvaneProjectRecord> projects;
+    projects.reserve(rootPaths.size());
+    for (const QString& path : rootPaths) {
+        if (auto project = decodedProject(path))
+            projects.append(*std::move(project));
+    }
+    return projects;
+}
+
+std::optional<OrvaneProjectRecord> ProjectLibraryController::decodedProject(const QString& rootPath)
+{
+    const FileStamp folder = FileStamp::of(rootPath);
+    if (!folder.isFolder) {
+        m_cache.remove(rootPath);
+        return std::nullopt;
+    }
+    const auto cached = m_cache.constFind(rootPath);
+    if (cached != m_cache.cend() && cached->folder == folder && cached->folder.isSettled &&
+        cached->manifest.isSettled && cached->manifest == FileStamp::of(cached->manifestPath))
+        return cached->record;
+
+    CachedProject fresh;
+    fresh.folder = folder;
+    fresh.manifestPath = manifestPath(rootPath);
+    fresh.manifest = FileStamp::of(fresh.manifestPath);
+    if (const auto bytes = readFile(fresh.manifestPath)) {
+        if (auto manifest = OrvaneProjectManifest::decoded(*bytes))
+            fresh.record = OrvaneProjectRecord{*std::move(manifest), rootPath};
+    }
+    return m_cache.insert(rootPath, std::move(fresh))->record;
+}
+
+std::expected<OrvaneProjectRecord, FileError>
+ProjectLibraryController::createProject(const QString& name, const std::optional<QString>& iconName,
+                                        Timestamp now)
+{
+    if (auto library = ensureProjectsDirectoryExists(); !library)
+        return std::unexpected(library.error());
+    QString trimmed = name.trimmed();
+    if (trimmed.isEmpty())
+        trimmed = untitledProject();
+
+    OrvaneProjectRecord project;
+    project.id = QUuid::createUuid();
+    project.name = trimmed;
+    project.createdAt = now;
+    project.updatedAt = now;
+    project.iconName = iconName;
+    project.rootPath = uniqueProjectRootPath(trimmed);
+    if (auto made = makeFolder(project.rootPath); !made)
+        return std::unexpected(made.error());
+    if (auto made = makeFolder(projectDataDirectoryPath(project.rootPath)); !made)
+        return std::unexpected(made.error());
+    if (auto written = writeManifest(project); !written)
+        return std::unexpected(written.error());
+    return project;
+}
+
+QString ProjectLibraryController::uniqueProjectRootPath(const QString& name) const
+{
+    const QString base = projectsDirectoryPath() + u'/' + sanitizedFolderName(name);
+    QString path = base;
+    for (int i = 2; exists(path); ++i)
+        path = u"%1 %2"_s.arg(base).arg(i);
+    return path;
+}
+
+std::expected<void, FileError>
+ProjectLibraryController::writeManifest(const OrvaneProjectRecord& project)
+{
+    const QByteArray bytes = project.encoded();
+    const QString first = manifestPath(project.rootPath);
+    const QString second = visibleManifestPath(project.rootPath);
+    if (auto written = writeFileAtomically(first, bytes); !written)
+        return written;
+    if (second != first)
+        (void)writeFileAtomically(second, bytes);
+    return {};
+}
+
+QString ProjectLibraryController::projectDataDirectoryPath(const QString& rootPath)
+{
+    const QString current = rootPath + "/.orvaneworkspace"_L1;
+    const QString legacy = rootPath + "/.orvanenotes"_L1;
+    return !exists(current) && exists(legacy) ? legacy : current;
+}
+
+QString ProjectLibraryController::manifestPath(const QString& rootPath)
+{
+    return existingManifest(rootPath).value_or(rootPath + u'/' + visibleManifest);
+}
+
+QString ProjectLibraryController::visibleManifestPath(const QString& rootPath)
+{
+    const bool isLegacy = exists(rootPath + u'/' + manifestNames[1]) ||
+                          exists(rootPath + u'/' + legacyVisibleManifest);
+    return rootPath + u'/' + (isLegacy ? legacyVisibleManifest : visibleManifest);
+}
+
+QString ProjectLibraryController::sanitizedFolderName(const QString& name)
+{
+    QString clean;
+    for (const QChar c : name) {
+        if (c == u'/' || c == u':')
+            clean += u'-';
+        else if (c.category() != QChar::Other_Control)
+            clean += c;
+    }
+    clean = cutToBytes(clean.trimmed(), longestFolderNameBytes).trimmed();
+    const bool isOnlyDots = clean.count(u'.') == clean.size();
+    return isOnlyDots ? untitledProject() : clean;
+}
+
+} // namespace orvane

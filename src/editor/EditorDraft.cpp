@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "editor/EditorDraft.h"
+
+#include "text/BinderRTF.h"
+
+namespace orvane {
+
+EditorDraft EditorDraft::of(const NoteRecord& note)
+{
+    return {note.id,
+            editableTitle(note),
+            note.body,
+            note.bodyRTF,
+            note.richContentPayload,
+            note.editorTypingAttributesPayload,
+            note.shapesPayload,
+            false};
+}
+
+NoteContent EditorDraft::content() const
+{
+    return {title, bodyPlain, bodyRTF, bodyRich, editorTypingAttributesPayload, shapesPayload};
+}
+
+QString editableTitle(const NoteRecord& note)
+{
+    if (!note.title.trimmed().isEmpty() || !note.titleRTF)
+        return note.title;
+    return BinderRTF::plainString(note.titleRTF->bytes()).value_or(QString());
+}
+
+int wordCount(QStringView text)
+{
+    int words = 0;
+    bool inWord = false;
+    for (const QChar c : text) {
+        const bool isSpace = c.isSpace();
+        words += !isSpace && !inWord;
+        inWord = !isSpace;
+    }
+    return words;
+}
+
+} // namespace orvane

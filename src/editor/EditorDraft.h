@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "core/NoteContent.h"
+
+#include <QString>
+#include <QUuid>
+
+#include <optional>
+
+namespace orvane {
+
+/// The selected note while it is edited: every change lands here first, and reaches the record and
+/// the disk through the session's timer and flush points.
+struct EditorDraft {
+    /// The note that the draft belongs to; absent in the empty draft.
+    std::optional<QUuid> noteID;
+    QString title;
+    QString bodyPlain;
+    std::optional<Blob> bodyRTF;
+    std::optional<Blob> bodyRich;
+    std::optional<Blob> editorTypingAttributesPayload;
+    std::optional<Blob> shapesPayload;
+    /// The draft holds something that the record doesn't.
+    bool isDirty = false;
+
+    bool operator==(const EditorDraft&) const = default;
+
+    [[nodiscard]] static EditorDraft of(const NoteRecord& note);
+    [[nodiscard]] NoteContent content() const;
+};
+
+/// The title field's text for a note: its title, or where that is blank the text of its rich title.
+[[nodiscard]] QString editableTitle(const NoteRecord& note);
+
+/// How many runs of characters between white space there are.
+[[nodiscard]] int wordCount(QStringView text);
+
+} // namespace orvane
