@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "core/NotebookSnapshot.h"
+#include "core/PersistentStoreRecovery.h"
+#include "core/StoreCheck.h"
+#include "core/StoreError.h"
+#include "platform/Clock.h"
+
+#include <QString>
+
+#include <expected>
+#include <memory>
+#include <optional>
+
+namespace orvane {
+
+struct StoreSchema;
+
+/// The store of one open project: its folders, notes and Binder layout in one SQLite file.
+///
+/// Opening is the check. The file's header, its schema, its tables and every row except the rich
+/// bytes are read and verified before anything is shown. A store that fails there is moved aside
+/// whole, a marker is left beside it, and a fresh empty store takes its place; such a controller
+/// has a `persistentStoreRecovery` and is to be dropped, not shown. What merely stands in the way
+/// (a full disk, a missing permission, another process) is an error and changes nothing.
+///
+/// Records that come out of a store hold their rich bytes as blobs which are read on first use.
+/// They stay readable as long as the controller lives; what is overwritten is read first if
+/// somebody still holds it.
+///
+/// Only one controller can have a project open; drop the old one before the same project is opened
+/// again. Destroying it folds the journal into the store, so that a project at rest is one file.
+/// Main thread.
+class PersistenceController {
+public:
+    struct Options {
+        /// A notebook of the library-wide era to take over once, when the store has no rows.
+        QString legacyJSONPath;
+        bool shouldImportLegacyJSON = false;
+        /// The schema to open with; the program's own when null.
+        const StoreSchema* schema = nullptr;
+    };
+
+    [[nodiscard]] static std::expected<std::unique_ptr<PersistenceController>, StoreOpenError>
+    open(const QString& dataFolder, const Clock& clock, const Options& options);
+    [[nodiscard]] static std::expected<std::unique_ptr<PersistenceController>, StoreOpenError>
+    open(const QString& dataFolder, const Clock& clock);
+
+    /// The notebook of the library-wide era, under the application-support folder given. Creates
+    /// an empty one when there is none: ask `hasLegacyNotebook` first.
+    [[nodiscard]] static std::expected<std::unique_ptr<PersistenceController>, StoreOpenError>
+    legacyShared(const QString& applicationSupportFolder, const Clock& clock);
+    [[nodiscard]] static bool hasLegacyNotebook(const QString& applicationSupportFolder);
+
+    ~PersistenceController();
+    PersistenceController(const PersistenceController&) = delete;
+    PersistenceController& operator=(const PersistenceController&) = delete;
+
+    [[nodiscard]] const QString& storageDirectory() const;
+    [[nodiscard]] const QString& storePath() const;
+    /// Whether a store, or a part of one, was there before this controller opened it.
+    [[nodiscard]] bool hadExistingPersistentStore() const;
+    /// Set when a store was there and was damaged.
+    [[nodiscard]] const std::optional<PersistentStoreRecovery>& persistentStoreRecovery() const;
+    /// True when the folder or the file can't be written: loading works, each save is an error.
+    [[nodiscard]] bool isReadOnly() const;
+
+    /// What is stored: folders by age, notes newest change first. Notes without any folder are
+    /// given a new folder "Inbox" here, which is stored with the next save. Rows that are not
+    /// records (a malformed id, a missing title) are left out.
+    [[nodiscard]] NotebookSnapshot load();
+
+    /// Makes the store equal to the snapshot, touching only what differs from what is stored. A
+    /// failure leaves the store as it was; what could not be written goes out with the next
+    /// successful save of any kind.
+    std::expected<void, StoreError> save(const NotebookSnapshot& snapshot);
+    /// Inserts or updates one note; its cost doesn't depend on the size of the notebook.
+    std::expected<void, StoreError> saveNote(const Shared<NoteRecord>& note);
+    std::expected<void, StoreError> saveFolder(const Shared<FolderRecord>& folder);
+    std::expected<void, StoreError> saveLayout(const BinderLayoutSnapshot& layout);
+
+    /// Starts a full check of the file on a thread of its own, once per controller; `done` gets
+    /// the result on this thread. Ends by itself when the controller is destroyed.
+    void checkInBackground(StoreCheck::Done done);
+
+    /// Closes the store as it is and moves its files aside behind a marker, as opening does with a
+    /// damaged store; for damage that was found later.
+    [[nodiscard]] static std::expected<PersistentStoreRecovery, StoreOpenError>
+    protectAfterDamage(std::unique_ptr<PersistenceController> controller,
+                       const QString& errorDescription, const Clock& clock);
+
+private:
+    struct Private;
+    explicit PersistenceController(std::unique_ptr<Private> p);
+
+    std::unique_ptr<Private> m_private;
+};
+
+} // namespace orvane
