@@ -7,8 +7,10 @@
 #include "core/FolderRecord.h"
 #include "core/NoteContent.h"
 #include "core/NoteRecord.h"
+#include "core/NoteVersionHistoryStore.h"
 #include "core/PersistenceController.h"
 #include "core/ProjectLibraryController.h"
+#include "core/ProjectOpenProblem.h"
 #include "core/ProjectRecord.h"
 #include "core/ProjectWorkspaceState.h"
 #include "core/RecordTable.h"
@@ -26,26 +28,6 @@ namespace orvane {
 
 /// What the main window shows: the browser of projects, or the open project.
 enum class RootPresentationMode { Projects, Editor };
-
-/// Why a project stays closed: its store was damaged and has been moved aside.
-struct ProjectLoadProtectionAlert {
-    QUuid id;
-    QString projectName;
-    QString backupPath;
-    QString errorDescription;
-
-    bool operator==(const ProjectLoadProtectionAlert&) const = default;
-    [[nodiscard]] QString message() const;
-};
-
-/// Why a project was not opened though nothing is wrong with its files.
-struct ProjectOpenProblem {
-    QString projectName;
-    QString title;
-    QString message;
-
-    bool operator==(const ProjectOpenProblem&) const = default;
-};
 
 /// Saving fails, and since when; nothing in memory is lost.
 struct SaveFailure {
@@ -68,6 +50,8 @@ public:
 
     [[nodiscard]] const Services& services() const { return m_services; }
     [[nodiscard]] ProjectLibraryController& library() { return m_library; }
+    /// Whether content may be created or changed now: the licence says yes and the open project,
+    /// if there is one, can be written.
     [[nodiscard]] bool canCreateOrEdit() const;
 
     // --- The life of the program and of a project -------------------------------------------
@@ -159,6 +143,10 @@ public:
     void applyLiveTitle(const QUuid& id, const QString& title);
     void toggleExpanded(const QUuid& folderID);
 
+    /// Keeps a version of the note as it is, with a label such as "Manual Save".
+    bool appendVersionSnapshot(const QUuid& noteID, const std::optional<QString>& label);
+    [[nodiscard]] NoteVersionHistoryStore& versionHistory() { return m_versionHistory; }
+
     // --- Selection --------------------------------------------------------------------------
 
     [[nodiscard]] std::optional<QUuid> selectedNoteID() const { return m_selectedNoteID; }
@@ -208,7 +196,9 @@ signals:
     void willTerminate();
 
 private:
+    bool passesEditGuard();
     bool passesLicence();
+    void captureVersionSnapshotIfNeeded(const NoteRecord& previous, const NoteRecord& current);
     void setMode(RootPresentationMode mode);
     void setSelectedProjectID(const std::optional<QUuid>& id);
     void setSelection(const std::optional<QUuid>& folder, const std::optional<QUuid>& note);
@@ -222,18 +212,25 @@ private:
                                            bool restoreLastNote);
     void restoreLastOpenedNoteIfNeeded();
     void ensureTrashFolderExists();
+    void recordHistory(const QUuid& noteID);
     void markProjectAsOpened(const QUuid& id);
     void migrateLegacyNotebookIfNeeded();
     void touchCurrentProjectUpdatedAt();
     void writePendingTouch();
-    void noteSaved(const std::expected<void, StoreError>& result, const char* failureLine);
+    enum class CountsAsChange { No, Yes };
+    void saved(const std::expected<void, StoreError>& result, const char* failureLine,
+               CountsAsChange counts);
+    void closeOpenProject();
+    void replaceNote(const Shared<NoteRecord>& note);
     [[nodiscard]] std::optional<QUuid> containerForNewNote() const;
     std::optional<QUuid> insertNewNote(NoteRecord note);
+    void logSelection(const char* reason) const;
     [[nodiscard]] QString lastNoteKey() const;
     [[nodiscard]] NotebookSnapshot currentSnapshot() const;
 
     Services m_services;
     ProjectLibraryController m_library;
+    NoteVersionHistoryStore m_versionHistory;
     QList<OrvaneProjectRecord> m_projects;
     std::optional<OrvaneProjectRecord> m_currentProject;
     std::optional<QUuid> m_selectedProjectID;
@@ -250,6 +247,10 @@ private:
     std::optional<QUuid> m_selectedFolderID;
     std::optional<QUuid> m_selectedNoteID;
     EditorHistory m_history;
+    /// Titles as they stand in the store, of notes whose title is being typed.
+    QHash<QUuid, QString> m_storedTitles;
+    /// When the last version of each note was kept, since the program began.
+    QHash<QUuid, Timestamp> m_lastSnapshotTimes;
     bool m_suppressHistory = false;
     bool m_terminating = false;
 };

@@ -29,16 +29,4 @@ QString editableTitle(const NoteRecord& note)
     return BinderRTF::plainString(note.titleRTF->bytes()).value_or(QString());
 }
 
-int wordCount(QStringView text)
-{
-    int words = 0;
-    bool inWord = false;
-    for (const QChar c : text) {
-        const bool isSpace = c.isSpace();
-        words += !isSpace && !inWord;
-        inWord = !isSpace;
-    }
-    return words;
-}
-
 } // namespace orvane

@@ -33,7 +33,4 @@ struct EditorDraft {
 /// The title field's text for a note: its title, or where that is blank the text of its rich title.
 [[nodiscard]] QString editableTitle(const NoteRecord& note);
 
-/// How many runs of characters between white space there are.
-[[nodiscard]] int wordCount(QStringView text);
-
 } // namespace orvane

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "core/JsonObjectReader.h"
+#include "core/NoteRecord.h"
+#include "platform/AtomicFile.h"
+#include "platform/NotificationCenter.h"
+#include "platform/UserDefaults.h"
+
+#include <QList>
+#include <QString>
+#include <QUuid>
+
+#include <optional>
+
+namespace orvane {
+
+/// A note as it once was: title and text only.
+struct NoteVersionSnapshot {
+    QUuid id;
+    QUuid noteID;
+    Timestamp capturedAt;
+    QString title;
+    QString bodyPlain;
+    /// The note's RTF, when it had one.
+    std::optional<QString> bodyRTFBase64;
+    /// "Manual Save", "Before Restore", or absent for an automatic one.
+    std::optional<QString> label;
+    std::optional<int> wordCount;
+
+    bool operator==(const NoteVersionSnapshot&) const = default;
+};
+
+/// Posted with the note's id after its timeline changed.
+inline constexpr Notification<QUuid> snapshotsDidChange{
+    "OrvaneWorkspace.NoteVersionHistory.SnapshotsDidChange"};
+
+/// Each note's timeline of saved versions: one JSON file a note under "history" in the project's
+/// data folder, oldest first. Best effort: a failure here never stops a save. A file that can't be
+/// decoded is moved aside as "<name>.damaged" and a new timeline begins. Main thread.
+class NoteVersionHistoryStore {
+public:
+    NoteVersionHistoryStore(UserDefaults& defaults, NotificationCenter& notifications);
+
+    [[nodiscard]] static QString historyDirectoryPath(const QString& projectRootPath);
+    [[nodiscard]] static QString filePath(const QString& projectRootPath, const QUuid& noteID);
+    /// The timeline; empty when there is none or it can't be decoded.
+    [[nodiscard]] static QList<NoteVersionSnapshot> snapshots(const QString& projectRootPath,
+                                                              const QUuid& noteID);
+
+    /// Adds the note as it is and drops the oldest beyond the maximum. False when it could not be
+    /// written.
+    bool appendSnapshot(const NoteRecord& note, const QString& projectRootPath,
+                        const std::optional<QString>& label, Timestamp now);
+    void deleteSnapshot(const QUuid& id, const QUuid& noteID, const QString& projectRootPath);
+
+    [[nodiscard]] bool isAutoSnapshotEnabled() const;
+    /// Seconds between automatic snapshots of one note; a stored value of 0 or less counts as 300.
+    [[nodiscard]] double autoSnapshotInterval() const;
+    /// A stored value of 0 or less counts as 120.
+    [[nodiscard]] qsizetype maxSnapshots() const;
+
+private:
+    UserDefaults& m_defaults;
+    NotificationCenter& m_notifications;
+};
+
+inline constexpr Setting<bool> autoSnapshotEnabledSetting{
+    u"settings.versionHistory.autoSnapshotEnabled", true};
+inline constexpr Setting<double> autoSnapshotIntervalSetting{
+    u"settings.versionHistory.autoSnapshotInterval", 300};
+inline constexpr Setting<qint64> maxSnapshotsSetting{u"settings.versionHistory.maxSnapshots", 120};
+
+/// How many runs of characters between white space there are.
+[[nodiscard]] int wordCount(QStringView text);
+
+} // namespace orvane

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "core/ProjectOpenProblem.h"
+
+#include <QCoreApplication>
+
+namespace orvane {
+
+namespace {
+
+QString words(const char* text)
+{
+    return QCoreApplication::translate("ProjectOpenProblem", text);
+}
+
+QString holderText(const std::optional<LockHolder>& holder)
+{
+    if (!holder)
+        return words("another program");
+    return words("%1 (process %2 on %3)")
+        .arg(holder->program.isEmpty() ? words("another program") : holder->program)
+        .arg(holder->processId)
+        .arg(holder->host);
+}
+
+} // namespace
+
+QString ProjectLoadProtectionAlert::message() const
+{
+    return words("OrvaneWorkspace could not safely load \"") + projectName +
+           words("\", so it stopped before opening an empty project.\n\nThe existing Core Data "
+                 "store files were moved to:\n") +
+           backupPath +
+           words("\n\nThis project will stay closed until the recovery marker is "
+                 "inspected.\n\nError:\n") +
+           errorDescription;
+}
+
+ProjectOpenProblem ProjectOpenProblem::of(const QString& projectName, const StoreOpenError& error)
+{
+    using Code = StoreOpenError::Code;
+    switch (error.code) {
+    case Code::NewerSchema:
+        return {projectName, words("Saved by a Newer Version"),
+                words("\"%1\" was saved by a newer version of OrvaneWorkspace. Nothing in it was "
+                      "changed. Update OrvaneWorkspace, then open the project again.")
+                    .arg(projectName)};
+    case Code::LockedByOther:
+        return {projectName, words("Project Is Open Elsewhere"),
+                words("\"%1\" is open in %2. Close it there, then open it here. Nothing was "
+                      "changed.")
+                    .arg(projectName, holderText(error.holder))};
+    case Code::NoAccess:
+        return {projectName, words("Project Can't Be Opened"),
+                words("The folder of \"%1\" can't be read or written:\n%2\n\nNothing was changed. "
+                      "Check who may use the folder, then open the project again.")
+                    .arg(projectName, error.path)};
+    case Code::NoSpace:
+        return {projectName, words("Disk Is Full"),
+                words("There is not enough space to open \"%1\". Nothing was changed. Free some "
+                      "space, then open the project again.")
+                    .arg(projectName)};
+    case Code::MigrationFailed:
+        return {projectName, words("Project Can't Be Brought Up to Date"),
+                words("\"%1\" was saved by an older version, and bringing it up to date failed. "
+                      "Its files are as they were.\n\nError:\n%2")
+                    .arg(projectName, error.detail)};
+    case Code::RecoveryFailed:
+        return {projectName, words("Project Data Needs Attention"),
+                words("\"%1\" is damaged and its files could not be moved to a safe place. They "
+                      "are where they were:\n%2\n\nError:\n%3")
+                    .arg(projectName, error.path, error.detail)};
+    case Code::Unreadable:
+        break;
+    }
+    return {projectName, words("Project Can't Be Read"),
+            words("The files of \"%1\" can't be read:\n%2\n\nNothing was changed.\n\nError:\n%3")
+                .arg(projectName, error.path, error.detail)};
+}
+
+} // namespace orvane
