@@ -16,6 +16,22 @@ AttributedString::AttributedString(const QString& text, const SharedCharacterSty
     m_paragraphs.append(text.size() + 1, paragraphStyle);
 }
 
+std::optional<AttributedString> AttributedString::fromRuns(QString text, CharacterRuns characters,
+                                                           ParagraphRuns paragraphs)
+{
+    if (characters.length() != text.size() || paragraphs.length() != text.size() + 1)
+        return std::nullopt;
+    for (const auto& run : paragraphs.runs()) {
+        if (run.end <= text.size() && text[run.end - 1] != u'\n')
+            return std::nullopt;
+    }
+    AttributedString result;
+    result.m_text = std::move(text);
+    result.m_characters = std::move(characters);
+    result.m_paragraphs = std::move(paragraphs);
+    return result;
+}
+
 AttributedString AttributedString::object(TextAttachment attachment, CharacterStyle style)
 {
     style.attachment = std::move(attachment);

@@ -8,6 +8,7 @@
 
 #include <QString>
 
+#include <optional>
 #include <type_traits>
 
 namespace orvane {
@@ -34,6 +35,11 @@ public:
     explicit AttributedString(const QString& text, const SharedCharacterStyle& style = {},
                               const SharedParagraphStyle& paragraphStyle = {});
 
+    /// From runs that another part has put together. They must be as long as the text says, and no
+    /// stretch of paragraph styles may end within a paragraph; else there is no result.
+    [[nodiscard]] static std::optional<AttributedString>
+    fromRuns(QString text, CharacterRuns characters, ParagraphRuns paragraphs);
+
     /// One object character with an attachment.
     [[nodiscard]] static AttributedString object(TextAttachment attachment,
                                                  CharacterStyle style = {});
@@ -41,6 +47,9 @@ public:
     [[nodiscard]] qsizetype length() const { return m_text.size(); }
     [[nodiscard]] bool isEmpty() const { return m_text.isEmpty(); }
     [[nodiscard]] const QString& text() const { return m_text; }
+    [[nodiscard]] const CharacterRuns& characterRuns() const { return m_characters; }
+    /// One position longer than the text: the last paragraph's end counts.
+    [[nodiscard]] const ParagraphRuns& paragraphRuns() const { return m_paragraphs; }
     [[nodiscard]] TextRange fullRange() const { return {0, length()}; }
 
     /// Equal text, equal attributes at every position, equal paragraph styles.
@@ -191,7 +200,7 @@ private:
 
     QString m_text;
     CharacterRuns m_characters;
-    ParagraphRuns m_paragraphs; // one position longer than the text: the last paragraph's end
+    ParagraphRuns m_paragraphs;
 };
 
 } // namespace orvane

@@ -33,6 +33,11 @@ public:
     }
     friend bool operator==(const SharedValue& left, const T& right) { return *left == right; }
 
+    friend std::size_t qHash(const SharedValue& value, std::size_t seed = 0)
+    {
+        return qHash(*value, seed);
+    }
+
 private:
     struct Box : QSharedData {
         explicit Box(T wrapped)

@@ -17,9 +17,9 @@ namespace orvane {
 template <typename Style>
 class StyleInterner {
 public:
-    /// A budget fit for a document of `inputSize` bytes.
-    explicit StyleInterner(qsizetype inputSize)
-        : m_budget(4'000'000 + 16 * inputSize)
+    /// `budget` is in bytes.
+    explicit StyleInterner(qsizetype budget)
+        : m_budget(budget)
     {}
 
     /// A shared equal of `style`; `fallback` once the budget is spent.

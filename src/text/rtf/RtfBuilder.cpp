@@ -29,7 +29,7 @@ void appendRuns(AttributedString& target, const AttributedString& source, TextRa
 } // namespace
 
 RtfBuilder::RtfBuilder(qsizetype inputSize, std::function<QUuid()> newTableId)
-    : m_paragraphStyles(inputSize)
+    : m_paragraphStyles(4'000'000 + 16 * inputSize)
     , m_newTableId(std::move(newTableId))
 {}
 

@@ -36,7 +36,7 @@ int hexDigit(char c)
 RtfInterpreter::RtfInterpreter(QByteArrayView rtf, std::function<QUuid()> newId)
     : m_tokenizer(rtf)
     , m_states(1)
-    , m_characterStyles(rtf.size())
+    , m_characterStyles(4'000'000 + 48 * rtf.size())
     , m_newId(newId)
     , m_builder(rtf.size(), std::move(newId))
 {}
