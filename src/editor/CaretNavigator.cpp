@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "editor/CaretNavigator.h"
+
+#include "text/TextStore.h"
+
+#include <QTextBoundaryFinder>
+#include <QTextLayout>
+
+namespace orvane {
+
+namespace {
+
+bool isRightToLeft(const TextStore& store, qsizetype position)
+{
+    const QTextBlock block = store.blockAt(position);
+    switch (store.paragraphStyle(position)->direction) {
+    case WritingDirection::leftToRight:
+        return false;
+    case WritingDirection::rightToLeft:
+        return true;
+    case WritingDirection::natural:
+        break;
+    }
+    return block.text().isRightToLeft();
+}
+
+CaretMove forDirection(const TextStore& store, qsizetype position, CaretMove move)
+{
+    const bool isHorizontal = move == CaretMove::left || move == CaretMove::right ||
+                              move == CaretMove::wordLeft || move == CaretMove::wordRight;
+    if (!isHorizontal || !isRightToLeft(store, position))
+        return move;
+    switch (move) {
+    case CaretMove::left:
+        return CaretMove::right;
+    case CaretMove::right:
+        return CaretMove::left;
+    case CaretMove::wordLeft:
+        return CaretMove::wordRight;
+    default:
+        return CaretMove::wordLeft;
+    }
+}
+
+qsizetype step(const TextStore& store, qsizetype position, bool forward,
+               QTextLayout::CursorMode mode)
+{
+    const QTextBlock block = store.blockAt(position);
+    const auto inBlock = int(position - block.position());
+    if (forward) {
+        if (inBlock >= block.length() - 1)
+            return std::min(position + 1, store.length());
+        return block.position() + block.layout()->nextCursorPosition(inBlock, mode);
+    }
+    if (inBlock == 0)
+        return std::max<qsizetype>(position - 1, 0);
+    return block.position() + block.layout()->previousCursorPosition(inBlock, mode);
+}
+
+qsizetype paragraphUp(const TextStore& store, qsizetype position)
+{
+    const qsizetype start = store.paragraphRange(position).location;
+    return position > start || start == 0 ? start : store.paragraphRange(start - 1).location;
+}
+
+qsizetype paragraphDown(const TextStore& store, qsizetype position)
+{
+    return store.paragraphRange(position).end();
+}
+
+} // namespace
+
+qsizetype nextCharacter(const TextStore& store, qsizetype position)
+{
+    return step(store, position, true, QTextLayout::SkipCharacters);
+}
+
+qsizetype previousCharacter(const TextStore& store, qsizetype position)
+{
+    return step(store, position, false, QTextLayout::SkipCharacters);
+}
+
+qsizetype nextWord(const TextStore& store, qsizetype position)
+{
+    return step(store, position, true, QTextLayout::SkipWords);
+}
+
+qsizetype previousWord(const TextStore& store, qsizetype position)
+{
+    return step(store, position, false, QTextLayout::SkipWords);
+}
+
+TextRange paragraphTextAt(const TextStore& store, qsizetype position)
+{
+    const QTextBlock block = store.blockAt(position);
+    return {block.position(), block.length() - 1};
+}
+
+TextRange wordAt(const TextStore& store, qsizetype position)
+{
+    const TextRange paragraph = paragraphTextAt(store, position);
+    const QString text = store.text(paragraph);
+    if (text.isEmpty())
+        return {position, 0};
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Word, text);
+    const auto at = std::min(position - paragraph.location, text.size() - 1);
+    finder.setPosition(at + 1);
+    const qsizetype from = finder.toPreviousBoundary();
+    const qsizetype to = finder.toNextBoundary();
+    return TextRange::between(paragraph.location + std::max<qsizetype>(from, 0),
+                              paragraph.location + (to < 0 ? text.size() : to));
+}
+
+CaretPlace CaretNavigator::vertical(ParagraphLayout& layout, const TextStore& store,
+                                    CaretPlace from, bool down, qreal distance)
+{
+    const QRectF caret = layout.caretRect(int(from.position), from.side);
+    const qreal x = m_goalX.value_or(caret.x());
+    LaidOutLine line = layout.lineAt(int(from.position), from.side);
+    qreal travelled = 0;
+    bool moved = false;
+    do {
+        // How far each line is from the next is firm even where the page above is only estimated.
+        const std::optional<LaidOutLine> next =
+            down ? layout.lineBelow(line, x) : layout.lineAbove(line, x);
+        if (!next)
+            break;
+        travelled += down ? next->rect.height() : line.rect.height();
+        if (moved && travelled > distance)
+            break;
+        line = *next;
+        moved = true;
+    } while (travelled < distance);
+    m_goalX = x;
+    if (!moved)
+        return {down ? store.length() : 0};
+    CaretPlace place;
+    place.position = layout.positionInLine(line, x, &place.side);
+    return place;
+}
+
+CaretPlace CaretNavigator::moved(const TextStore& store, CaretPlace from, CaretMove move,
+                                 qreal pageHeight)
+{
+    ParagraphLayout& layout = store.layout();
+    const bool keepsGoal = move == CaretMove::lineUp || move == CaretMove::lineDown ||
+                           move == CaretMove::pageUp || move == CaretMove::pageDown;
+    if (!keepsGoal)
+        forgetGoal();
+    switch (forDirection(store, from.position, move)) {
+    case CaretMove::left:
+        return {previousCharacter(store, from.position)};
+    case CaretMove::right:
+        return {nextCharacter(store, from.position)};
+    case CaretMove::wordLeft:
+        return {previousWord(store, from.position)};
+    case CaretMove::wordRight:
+        return {nextWord(store, from.position)};
+    case CaretMove::lineUp:
+        return vertical(layout, store, from, false, 0);
+    case CaretMove::lineDown:
+        return vertical(layout, store, from, true, 0);
+    case CaretMove::pageUp:
+        return vertical(layout, store, from, false, pageHeight);
+    case CaretMove::pageDown:
+        return vertical(layout, store, from, true, pageHeight);
+    case CaretMove::lineStart:
+        return {layout.lineAt(int(from.position), from.side).range.location};
+    case CaretMove::lineEnd: {
+        const LaidOutLine line = layout.lineAt(int(from.position), from.side);
+        CaretPlace end;
+        end.position = layout.positionInLine(line, line.rect.right() + 1e6, &end.side);
+        // In a right-to-left line the far right is its start.
+        if (end.position <= line.range.location && !line.range.isEmpty())
+            end.position = layout.positionInLine(line, line.rect.left() - 1e6, &end.side);
+        return end;
+    }
+    case CaretMove::paragraphUp:
+        return {paragraphUp(store, from.position)};
+    case CaretMove::paragraphDown:
+        return {paragraphDown(store, from.position)};
+    case CaretMove::documentStart:
+        return {0};
+    case CaretMove::documentEnd:
+        return {store.length()};
+    }
+    return from;
+}
+
+} // namespace orvane

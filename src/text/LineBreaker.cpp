@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "text/LineBreaker.h"
+
+#include "text/LayoutUnits.h"
+
+#include <QFontMetricsF>
+#include <QTextDocument>
+
+#include <algorithm>
+
+namespace orvane {
+
+namespace {
+
+constexpr qreal u = layoutUnitsPerPoint;
+constexpr qreal pageBreakHeight = 28 * u;
+constexpr qreal narrowestLine = 8 * u;
+/// Keeps a stored number that makes no sense from leading to positions that can't be drawn.
+constexpr qreal largestLength = 20000;
+
+qreal units(double points)
+{
+    return std::clamp(points, -largestLength, largestLength) * u;
+}
+
+Qt::Alignment alignmentOf(TextAlignment alignment)
+{
+    switch (alignment) {
+    case TextAlignment::left:
+        return Qt::AlignLeft | Qt::AlignAbsolute;
+    case TextAlignment::center:
+        return Qt::AlignHCenter;
+    case TextAlignment::right:
+        return Qt::AlignRight | Qt::AlignAbsolute;
+    case TextAlignment::justified:
+        return Qt::AlignJustify;
+    case TextAlignment::natural:
+        break;
+    }
+    return Qt::AlignLeft;
+}
+
+Qt::LayoutDirection directionOf(WritingDirection direction)
+{
+    switch (direction) {
+    case WritingDirection::leftToRight:
+        return Qt::LeftToRight;
+    case WritingDirection::rightToLeft:
+        return Qt::RightToLeft;
+    case WritingDirection::natural:
+        break;
+    }
+    return Qt::LayoutDirectionAuto;
+}
+
+QTextOption::TabType tabTypeOf(TabAlignment alignment)
+{
+    switch (alignment) {
+    case TabAlignment::left:
+        return QTextOption::LeftTab;
+    case TabAlignment::center:
+        return QTextOption::CenterTab;
+    case TabAlignment::right:
+        return QTextOption::RightTab;
+    case TabAlignment::decimal:
+        break;
+    }
+    return QTextOption::DelimiterTab;
+}
+
+/// Tab positions count from the margin, while a line counts from where it begins.
+QList<QTextOption::Tab> tabsFrom(const ParagraphStyle& style, qreal lineStart)
+{
+    QList<QTextOption::Tab> tabs;
+    for (const TextTab& stop : style.tabStops) {
+        const qreal position = units(stop.location) - lineStart;
+        if (position > 0)
+            tabs.append(QTextOption::Tab(position, tabTypeOf(stop.alignment), u'.'));
+    }
+    const qreal interval = units(style.defaultTabInterval);
+    // The layout knows one interval from the line's own start, so the stops after the last one
+    // are spelled out where the line begins elsewhere or stops come first.
+    if (interval >= u && (lineStart != 0 || !tabs.isEmpty())) {
+        const qreal from = std::max(
+            lineStart, style.tabStops.isEmpty() ? 0 : units(style.tabStops.last().location));
+        qreal next = (std::floor(from / interval) + 1) * interval;
+        for (int i = 0; i < 40; ++i, next += interval)
+            tabs.append(QTextOption::Tab(next - lineStart, QTextOption::LeftTab));
+    }
+    return tabs;
+}
+
+QTextOption optionFor(const ParagraphStyle& style, const LineSettings& settings)
+{
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    option.setAlignment(alignmentOf(style.alignment));
+    option.setTextDirection(directionOf(style.direction));
+    const double interval =
+        style.defaultTabInterval > 0 ? style.defaultTabInterval : settings.tabInterval;
+    option.setTabStopDistance(std::max(u, units(interval)));
+    return option;
+}
+
+qreal lineHeightFor(qreal natural, const ParagraphStyle& style, qreal stretch)
+{
+    qreal height = natural * stretch;
+    if (style.lineHeightMultiple > 0)
+        height *= std::min(style.lineHeightMultiple, 100.0);
+    if (style.minimumLineHeight > 0)
+        height = std::max(height, units(style.minimumLineHeight));
+    if (style.maximumLineHeight > 0)
+        height = std::min(height, units(style.maximumLineHeight));
+    return height;
+}
+
+} // namespace
+
+bool isPageBreak(const QTextBlock& block)
+{
+    return block.length() == 2 && block.text().at(0) == QChar(pageBreakCharacter);
+}
+
+QFont closingFont(const QTextBlock& block)
+{
+    const QTextBlock next = block.next();
+    const QTextCharFormat format = next.isValid() ? next.charFormat() : block.charFormat();
+    return format.font().resolve(block.document()->defaultFont());
+}
+
+qreal lineStretch(const QFont& font, qreal lineHeight)
+{
+    const QFontMetricsF metrics(font);
+    const qreal natural = metrics.ascent() + metrics.descent();
+    return natural > 0 ? std::max(1.0, lineHeight * font.pixelSize() / natural) : 1.0;
+}
+
+void breakLines(const QTextBlock& block, const ParagraphStyle& style, const LineSettings& settings,
+                ParagraphBox& box)
+{
+    QTextLayout& layout = *block.layout();
+    QTextOption option = optionFor(style, settings);
+    const qreal stretch = lineStretch(block.document()->defaultFont(), settings.lineHeight);
+    const bool isEmpty = block.length() == 1 && layout.preeditAreaText().isEmpty();
+    const bool rightToLeft =
+        style.direction == WritingDirection::rightToLeft ||
+        (style.direction == WritingDirection::natural && !isEmpty && block.text().isRightToLeft());
+    const qreal tail = units(style.tailIndent);
+    const qreal end = tail > 0 ? std::min(tail, box.column) : box.column + tail;
+
+    box.lines.clear();
+    qreal y = 0;
+    layout.setTextOption(option);
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        const qreal indent =
+            units(box.lines.empty() ? style.firstLineHeadIndent : style.headIndent);
+        const qreal start = std::clamp(indent, 0.0, std::max(0.0, box.column - narrowestLine));
+        const qreal width = std::max(narrowestLine, end - start);
+        if (const auto tabs = tabsFrom(style, start); tabs != option.tabs()) {
+            option.setTabs(tabs);
+            layout.setTextOption(option);
+        }
+        line.setLineWidth(width);
+        qreal natural = line.ascent() + line.descent();
+        if (isEmpty) {
+            const QFontMetricsF metrics(closingFont(block));
+            natural = metrics.ascent() + metrics.descent();
+        }
+        qreal height = lineHeightFor(natural, style, stretch);
+        if (isPageBreak(block))
+            height = std::max(height, pageBreakHeight);
+        const qreal x = rightToLeft ? box.column - start - width : start;
+        line.setPosition({x, y + (height - natural) / 2});
+        height += std::max(0.0, units(style.lineSpacing));
+        box.lines.push_back({y, height});
+        y += height;
+    }
+    layout.endLayout();
+    box.content.setHeight(y);
+}
+
+} // namespace orvane

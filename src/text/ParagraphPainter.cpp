@@ -1,0 +1,274 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "text/ParagraphPainter.h"
+
+#include "text/LayoutUnits.h"
+
+#include <QPainter>
+#include <QTextDocument>
+
+#include <cmath>
+
+namespace orvane {
+
+namespace {
+
+constexpr qreal u = layoutUnitsPerPoint;
+
+} // namespace
+
+ParagraphPainter::ParagraphPainter(ParagraphLayout& layout, QPainter& painter,
+                                   const TextPaint& paint)
+    : m_layout(layout)
+    , m_painter(painter)
+    , m_paint(paint)
+{}
+
+QRectF ParagraphPainter::onPainter(const QRectF& points) const
+{
+    return {m_paint.origin.x() + points.x() * m_paint.scale,
+            m_paint.origin.y() + points.y() * m_paint.scale, points.width() * m_paint.scale,
+            points.height() * m_paint.scale};
+}
+
+void ParagraphPainter::fill(const QRectF& points, const QColor& color)
+{
+    // On whole pixels, so that neighbouring fills neither overlap nor leave a seam.
+    const QRectF rect = onPainter(points);
+    const qreal ratio = m_painter.device()->devicePixelRatioF();
+    const auto snap = [ratio](qreal value) {
+        return std::round(value * ratio) / ratio;
+    };
+    m_painter.fillRect(QRectF(QPointF(snap(rect.left()), snap(rect.top())),
+                              QPointF(snap(rect.right()), snap(rect.bottom()))),
+                       color);
+}
+
+void ParagraphPainter::paint(const QTextBlock& block)
+{
+    const ParagraphBox& box = m_layout.box(block);
+    m_top = m_layout.topOf(block);
+    if (!box.cell.isNull())
+        paintCell(block, box);
+    paintBehind(block);
+    if (isPageBreak(block))
+        paintPageBreak(block, box);
+    else
+        paintLines(block, box);
+}
+
+void ParagraphPainter::paintCell(const QTextBlock& block, const ParagraphBox& box)
+{
+    const TableCellBlock& cell = *cellOf(block, m_layout.m_styles);
+    const QRectF area(box.cell.left() / u, m_top + box.cell.top() / u, box.cell.width() / u,
+                      box.cell.height() / u);
+    if (cell.background)
+        fill(area, cell.background->toQColor());
+
+    // Neighbours share a line, which belongs to the cell right of it or below it.
+    const auto sameTable = [&](const QTextBlock& other) {
+        return isCell(other, m_layout.m_styles) &&
+               cellOf(other, m_layout.m_styles)->table.id == cell.table.id;
+    };
+    const QTextBlock under = m_layout.below(m_layout.rowStart(block));
+    const bool hasRight = sameTable(block.next()) && continuesRow(block.next(), m_layout.m_styles);
+    const auto width = [&](BoxEdge edge) {
+        return cell.borderWidth[std::size_t(edge)];
+    };
+    const auto line = [&](BoxEdge edge, QRectF rect) {
+        const QColor color = cell.borderColor[std::size_t(edge)].toQColor();
+        if (width(edge) <= 0 || color.alpha() == 0)
+            return;
+        const qreal thickness =
+            std::max(1 / m_painter.device()->devicePixelRatioF() / m_paint.scale, width(edge));
+        if (edge == BoxEdge::top || edge == BoxEdge::bottom)
+            rect.setHeight(thickness);
+        else
+            rect.setWidth(thickness);
+        fill(rect, color);
+    };
+    line(BoxEdge::top, area);
+    line(BoxEdge::left, area.adjusted(0, width(BoxEdge::top), 0, 0));
+    if (!hasRight)
+        line(BoxEdge::right, area.translated(area.width() - width(BoxEdge::right), 0));
+    if (!sameTable(under))
+        line(BoxEdge::bottom, area.translated(0, area.height() - width(BoxEdge::bottom)));
+}
+
+void ParagraphPainter::paintBehind(const QTextBlock& block)
+{
+    const ParagraphStyle& style = *m_layout.m_styles.styleOf(block.blockFormat());
+    const ParagraphBox& box = m_layout.box(block);
+    if (style.background) {
+        fill(QRectF(box.content.left() / u, m_top + box.content.top() / u, box.content.width() / u,
+                    box.content.height() / u),
+             style.background->toQColor());
+    }
+    for (auto it = block.begin(); !it.atEnd(); ++it) {
+        const QTextFragment fragment = it.fragment();
+        const auto& highlight = m_layout.m_styles.styleOf(fragment.charFormat())->background;
+        if (!highlight)
+            continue;
+        for (const QRectF& rect : m_layout.rectsInBlock(
+                 block, fragment.position(), fragment.position() + fragment.length(), false))
+            fill(rect, highlight->toQColor());
+    }
+    const TextRange& selection = m_paint.selection;
+    if (!selection.isEmpty() && selection.location < block.position() + block.length() &&
+        selection.end() > block.position()) {
+        for (const QRectF& rect :
+             m_layout.rectsInBlock(block, int(selection.location), int(selection.end()), true))
+            fill(rect, m_paint.colors.selection);
+    }
+}
+
+void ParagraphPainter::paintPageBreak(const QTextBlock& block, const ParagraphBox& box)
+{
+    Q_UNUSED(block);
+    const QRectF area = onPainter(QRectF(box.content.left() / u, m_top + box.content.top() / u,
+                                         box.content.width() / u, box.content.height() / u));
+    m_painter.save();
+    const qreal inset = 20 * m_paint.scale;
+    const qreal middle = std::round(area.center().y()) + 0.5;
+    QPen pen(m_paint.colors.separator, std::max(1.0, 0.5 * m_paint.scale));
+    pen.setDashPattern({4, 4});
+    m_painter.setPen(pen);
+    m_painter.drawLine(QPointF(area.left() + inset, middle), QPointF(area.right() - inset, middle));
+
+    QFont font = QFont();
+    font.setPixelSize(std::max(1, int(std::round(9 * m_paint.scale))));
+    font.setWeight(QFont::Medium);
+    const QString label = ParagraphLayout::tr("Page Break");
+    QRectF plate = QFontMetricsF(font).boundingRect(label);
+    plate.moveCenter(QPointF(area.center().x(), middle));
+    const qreal air = m_paint.scale;
+    m_painter.fillRect(plate.adjusted(-6 * air, -air, 6 * air, air), m_paint.colors.page);
+    m_painter.setFont(font);
+    m_painter.setPen(m_paint.colors.separator);
+    m_painter.drawText(plate.adjusted(-2, -2, 2, 2), Qt::AlignCenter, label);
+    m_painter.restore();
+}
+
+QList<QTextLayout::FormatRange> ParagraphPainter::drawnFormats(const QTextBlock& block) const
+{
+    QList<QTextLayout::FormatRange> formats;
+    const auto place = [&](int from, int to, const QTextCharFormat& format) {
+        const int first = m_layout.toLayoutPosition(block, from);
+        formats.append({first, m_layout.toLayoutPosition(block, to) - first, format});
+    };
+    for (auto it = block.begin(); !it.atEnd(); ++it) {
+        const QTextFragment fragment = it.fragment();
+        const CharacterStyle& style = *m_layout.m_styles.styleOf(fragment.charFormat());
+        if (style.link.isEmpty())
+            continue;
+        QTextCharFormat format;
+        if (!style.foreground)
+            format.setForeground(m_paint.colors.link);
+        format.setFontUnderline(true);
+        place(fragment.position(), fragment.position() + fragment.length(), format);
+    }
+    if (m_paint.focus)
+        addDimming(block, formats);
+    const auto& preedit = m_layout.m_preedit;
+    if (m_layout.hasPreedit() && block.contains(preedit.position)) {
+        const int at = preedit.position - block.position();
+        for (QTextLayout::FormatRange range : preedit.formats) {
+            range.start += at;
+            formats.append(range);
+        }
+    }
+    return formats;
+}
+
+void ParagraphPainter::addDimming(const QTextBlock& block,
+                                  QList<QTextLayout::FormatRange>& formats) const
+{
+    QTextCharFormat dimmed;
+    dimmed.setForeground(m_paint.colors.dimmed);
+    const int end = block.length() - 1;
+    const auto local = [&](qsizetype position) {
+        return int(std::clamp<qsizetype>(position - block.position(), 0, end));
+    };
+    const int focusStart = local(m_paint.focus->location);
+    const int focusEnd = std::max(focusStart, local(m_paint.focus->end()));
+    const auto dim = [&](int from, int to) {
+        if (from < to)
+            formats.append({from, to - from, dimmed});
+    };
+    dim(0, focusStart);
+    dim(focusEnd, end);
+}
+
+void ParagraphPainter::paintLines(const QTextBlock& block, const ParagraphBox& box)
+{
+    const qreal scale = m_paint.scale / u;
+    const QPointF corner(m_paint.origin.x() + box.content.left() * scale,
+                         m_paint.origin.y() + m_top * m_paint.scale + box.content.top() * scale);
+    m_painter.save();
+    m_painter.translate(corner);
+    m_painter.scale(scale, scale);
+    m_painter.setPen(m_paint.colors.text);
+    const QRectF clip((m_paint.clip.topLeft() - corner) / scale, m_paint.clip.size() / scale);
+    block.layout()->draw(&m_painter, {}, drawnFormats(block), clip);
+    m_painter.restore();
+}
+
+void ParagraphLayout::paint(QPainter& painter, const TextPaint& paint)
+{
+    const qreal top = (paint.clip.top() - paint.origin.y()) / paint.scale;
+    const qreal bottom = (paint.clip.bottom() - paint.origin.y()) / paint.scale;
+    ParagraphPainter paragraphs(*this, painter, paint);
+    for (QTextBlock block = blockAtY(top); block.isValid(); block = block.next()) {
+        if (topOf(block) >= bottom)
+            return;
+        ensureLaidOut(block);
+        paragraphs.paint(block);
+    }
+}
+
+void ParagraphLayout::draw(QPainter* painter, const PaintContext& context)
+{
+    TextPaint paint;
+    paint.clip = context.clip.isValid() ? context.clip : QRectF(QPointF(), documentSize());
+    paint.colors.text = context.palette.color(QPalette::Text);
+    paint.colors.link = context.palette.color(QPalette::Link);
+    paint.colors.selection = context.palette.color(QPalette::Highlight);
+    paint.colors.separator = context.palette.color(QPalette::Mid);
+    paint.colors.page = context.palette.color(QPalette::Base);
+    this->paint(*painter, paint);
+}
+
+QSizeF attachmentSize(const CharacterStyle& style)
+{
+    constexpr QSizeF least(1, 1);
+    constexpr QSizeF most(4000, 4000);
+    QSizeF size(12, 12);
+    if (const auto* image = style.imageAttachment())
+        size = image->bounds();
+    else if (const auto* chart = style.chartAttachment())
+        size = QSizeF(chart->chartBlock.width, chart->chartBlock.height);
+    return size.expandedTo(least).boundedTo(most);
+}
+
+void ParagraphLayout::resizeInlineObject(QTextInlineObject item, int /*position*/,
+                                         const QTextFormat& format)
+{
+    const CharacterStyle& style = *m_styles.styleOf(format.toCharFormat());
+    const QSizeF size = m_objects ? m_objects->sizeOf(style) : attachmentSize(style);
+    item.setWidth(size.width() * u);
+    item.setAscent(size.height() * u);
+    item.setDescent(0);
+}
+
+void ParagraphLayout::positionInlineObject(QTextInlineObject /*item*/, int /*position*/,
+                                           const QTextFormat& /*format*/)
+{}
+
+void ParagraphLayout::drawInlineObject(QPainter* painter, const QRectF& rect,
+                                       QTextInlineObject /*object*/, int /*position*/,
+                                       const QTextFormat& format)
+{
+    if (m_objects)
+        m_objects->paintObject(*painter, rect, *m_styles.styleOf(format.toCharFormat()));
+}
+
+} // namespace orvane

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "text/ParagraphLayout.h"
+
+namespace orvane {
+
+/// Draws laid-out paragraphs, each in coordinates of its own, so that numbers stay small far down a
+/// long text. What stands behind the glyphs (cells, backgrounds, highlights, the selection) is
+/// drawn first and by itself: a selection so never hides the colours of the text.
+class ParagraphPainter {
+public:
+    ParagraphPainter(ParagraphLayout& layout, QPainter& painter, const TextPaint& paint);
+
+    void paint(const QTextBlock& block);
+
+private:
+    void paintCell(const QTextBlock& block, const ParagraphBox& box);
+    void paintBehind(const QTextBlock& block);
+    void paintPageBreak(const QTextBlock& block, const ParagraphBox& box);
+    void paintLines(const QTextBlock& block, const ParagraphBox& box);
+    [[nodiscard]] QList<QTextLayout::FormatRange> drawnFormats(const QTextBlock& block) const;
+    void addDimming(const QTextBlock& block, QList<QTextLayout::FormatRange>& formats) const;
+    void fill(const QRectF& points, const QColor& color);
+    [[nodiscard]] QRectF onPainter(const QRectF& points) const;
+
+    ParagraphLayout& m_layout;
+    QPainter& m_painter;
+    const TextPaint& m_paint;
+    qreal m_top = 0;
+};
+
+} // namespace orvane
