@@ -52,7 +52,7 @@ bool AppState::passesLicence()
 {
     if (m_services.licence.canCreateOrEdit())
         return true;
-    m_services.notifications.post(showLicenseUnlock);
+    m_services.notifications.post(AppCommandEvents::showLicenseUnlock);
     m_services.beeper.beep();
     return false;
 }

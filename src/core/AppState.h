@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "core/AppCommandEvents.h"
 #include "core/BinderOrder.h"
 #include "core/BootstrapDecision.h"
 #include "core/EditorHistory.h"
@@ -255,7 +256,6 @@ private:
     bool m_terminating = false;
 };
 
-/// Posted where the licence question was answered with no.
-inline constexpr Notification<NoPayload> showLicenseUnlock{"OrvaneWorkspace.ShowLicenseUnlock"};
+using AppCommandEvents::showLicenseUnlock;
 
 } // namespace orvane

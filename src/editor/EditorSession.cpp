@@ -28,7 +28,7 @@ EditorSession::EditorSession(AppState& appState, QObject* parent)
     connect(&appState, &AppState::projectAboutToClose, this, &EditorSession::flushBeforeClosing);
     connect(&appState, &AppState::willTerminate, this, &EditorSession::flushBeforeClosing);
     m_saveCommand = appState.services().notifications.observe(
-        saveDocument, [this](const NoPayload&) { saveFromExplicitCommand(); });
+        AppCommandEvents::saveDocument, [this](const NoPayload&) { saveFromExplicitCommand(); });
     syncDraftsFromSelection(false);
 }
 
@@ -206,7 +206,7 @@ void EditorSession::saveFromExplicitCommand()
     writeDraft(noteID);
     m_appState.appendVersionSnapshot(noteID, QStringLiteral("Manual Save"));
     log("manualSave");
-    m_appState.services().notifications.post(manualSaveCompleted);
+    m_appState.services().notifications.post(AppCommandEvents::manualSaveCompleted);
 }
 
 void EditorSession::selectionAboutToChange(const std::optional<QUuid>& from,

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "core/AppCommandEvents.h"
 #include "core/AppState.h"
 #include "editor/EditorDraft.h"
 #include "platform/NotificationCenter.h"
@@ -81,10 +82,6 @@ private:
     std::unique_ptr<Clock::Delay> m_autosaveTask;
     NotificationCenter::Observation m_saveCommand;
 };
-
-/// The "Save" command, and that it was carried out.
-inline constexpr Notification<NoPayload> saveDocument{"OrvaneWorkspace.SaveDocument"};
-inline constexpr Notification<NoPayload> manualSaveCompleted{"OrvaneWorkspace.ManualSaveCompleted"};
 
 /// settings.general.autosaveEnabled and settings.general.autoSaveSeconds.
 inline constexpr Setting<bool> autosaveEnabledSetting{u"settings.general.autosaveEnabled", true};
