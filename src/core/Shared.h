@@ -25,6 +25,9 @@ public:
         return isSame(other) || *m_value == *other.m_value;
     }
 
+    /// How many copies there are, this one included.
+    [[nodiscard]] long copies() const { return m_value.use_count(); }
+
     /// A new value: a copy of this one, changed by `edit(T&)`.
     template <typename Edit>
     [[nodiscard]] Shared with(Edit&& edit) const

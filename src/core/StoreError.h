@@ -15,8 +15,8 @@ struct StoreError {
         NoSpace,  ///< the disk or a quota is full
         ReadOnly, ///< the store was opened for reading only
         Busy,     ///< another program holds the file
-        TooBig,   ///< one value is larger than a store can hold; it is not tried again
-        Unread,   ///< bytes that must be written could not be read from where they are
+        TooBig,   ///< one record is larger than a store can hold; everything else was saved
+        Unread,   ///< rich bytes could not be read from where they are; everything else was saved
         Other,
     };
     Code code = Code::Other;

@@ -150,33 +150,35 @@ TEST(NoteRecord, TitleForListFallsFromRichToBody)
     EXPECT_EQ(note.titleForList(), u"Rich one"_s);
 }
 
-TEST(Blob, ReadsOnceAndKeepsItsValueWhenTheOwnerOverwrites)
-{
+struct CountingSource final : BlobSource {
     int reads = 0;
-    QByteArray stored = "first";
-    Blob blob(5, [&] {
+    std::expected<QByteArray, QString> answer = QByteArray("bytes");
+
+    std::expected<QByteArray, QString> read(qint64, qsizetype) override
+    {
         ++reads;
-        return std::expected<QByteArray, QString>(stored);
-    });
+        return answer;
+    }
+};
+
+TEST(Blob, ReadsOnceAndStaysUnreadWhenReadingFails)
+{
+    const auto source = std::make_shared<CountingSource>();
+    const Blob blob(5, source, 1);
     const Blob copy = blob;
     EXPECT_EQ(blob.size(), 5);
-    EXPECT_FALSE(blob.isLoaded());
     EXPECT_EQ(blob, copy);
-    EXPECT_EQ(reads, 0);
+    EXPECT_NE(blob, Blob("other length"));
+    EXPECT_EQ(source->reads, 0);
 
-    BlobRegistry registry;
-    registry.add(u"row"_s, blob);
-    ASSERT_TRUE(registry.readHeld(u"row"_s));
-    stored = "later";
-    EXPECT_EQ(copy.bytes(), "first");
-    EXPECT_EQ(copy, Blob("first"));
-    EXPECT_EQ(reads, 1);
-
-    const Blob lost(3, [] { return std::expected<QByteArray, QString>(std::unexpect, u"x"_s); });
-    registry.add(u"other"_s, lost);
-    EXPECT_FALSE(registry.readHeld(u"other"_s));
-    registry.detachAll(u"closed"_s);
-    EXPECT_EQ(lost.tryBytes().error(), u"closed"_s);
+    source->answer = std::unexpected(u"not now"_s);
+    EXPECT_EQ(blob.tryBytes().error(), u"not now"_s);
+    EXPECT_NE(blob, Blob("bytes"));
+    source->answer = QByteArray("bytes");
+    EXPECT_EQ(copy, Blob("bytes"));
+    EXPECT_TRUE(blob.isLoaded());
+    EXPECT_EQ(blob.bytes(), "bytes");
+    EXPECT_EQ(source->reads, 3);
 }
 
 } // namespace

@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "core/StoreCheck.h"
+
+#include "core/StoreConnection.h"
+#include "core/StoreReader.h"
+#include "core/StoreStatement.h"
+
+#include <QObject>
+
+#include <sqlite3.h>
+#include <stop_token>
+#include <thread>
+
+namespace orvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// SQLite asks after this many of its steps whether it should stop: some tenths of a millisecond.
+constexpr int stepsBetweenQuestions = 1000;
+
+int stopWhenAsked(void* token)
+{
+    return static_cast<std::stop_token*>(token)->stop_requested() ? 1 : 0;
+}
+
+// SQLite's own check of every page, its tree and its free list.
+void checkPages(SQLite::Database& database)
+{
+    StoreStatement statement(database, "PRAGMA quick_check(1)");
+    if (statement.step() && statement.text(0) != QByteArrayView("ok"))
+        throwDamage(QString::fromUtf8(statement.text(0)));
+}
+
+// The rich bytes, which opening doesn't read: each that a note counts on is there, is as long as
+// the note says, and matches its checksum.
+void checkBytes(SQLite::Database& database, qint64 storeKey)
+{
+    StoreStatement statement(database, "SELECT row, checksum, bytes FROM OrvaneNoteBytes");
+    while (statement.step()) {
+        StoreChecksum sum(storeKey);
+        sum.addInteger(statement.integer(0));
+        sum.addBytes(statement.bytes(2));
+        if (!statement.isNull(1) && sum.value() != statement.integer(1))
+            throwDamage(
+                u"the bytes in row %1 don't match their checksum"_s.arg(statement.integer(0)));
+    }
+    StoreStatement missing(database,
+                           "WITH expected(row, length) AS ("
+                           "SELECT 8 * row, bodyRTF FROM OrvaneNote UNION ALL "
+                           "SELECT 8 * row + 1, richContentPayload FROM OrvaneNote UNION ALL "
+                           "SELECT 8 * row + 2, editorTypingAttributesPayload FROM OrvaneNote "
+                           "UNION ALL SELECT 8 * row + 3, embeddedFilePayload FROM OrvaneNote "
+                           "UNION ALL SELECT 8 * row + 4, shapesPayload FROM OrvaneNote) "
+                           "SELECT expected.row FROM expected LEFT JOIN OrvaneNoteBytes AS found "
+                           "ON found.row = expected.row WHERE expected.length > 0 AND "
+                           "length(found.bytes) IS NOT expected.length LIMIT 1");
+    if (missing.step())
+        throwDamage(u"the bytes in row %1 are missing or cut short"_s.arg(missing.integer(0)));
+}
+
+StoreCheckResult check(const QString& path, std::stop_token stop)
+{
+    auto connection = StoreConnection::open(path, StoreConnection::Access::ReadOnly);
+    if (!connection)
+        return {};
+    SQLite::Database& database = (*connection)->database();
+    sqlite3_progress_handler(database.getHandle(), stepsBetweenQuestions, stopWhenAsked, &stop);
+    const auto done = (*connection)->run([&] {
+        // One view of the store for all of the check, so that it agrees with itself.
+        database.exec("BEGIN");
+        const StoreState state = readStoreState(database);
+        checkPages(database);
+        checkBytes(database, state.storeKey);
+    });
+    sqlite3_progress_handler(database.getHandle(), 0, nullptr, nullptr);
+    if (done)
+        return {StoreCheckResult::Outcome::Sound, {}};
+    if (done.error().isDamage())
+        return {StoreCheckResult::Outcome::Damaged, done.error().detail};
+    return {};
+}
+
+} // namespace
+
+struct StoreCheck::Private {
+    /// Lives on the thread that wants the result; what is posted to it is dropped with it.
+    QObject receiver;
+    std::jthread thread;
+};
+
+StoreCheck::StoreCheck(const QString& storePath, Done done)
+    : m_private(std::make_unique<Private>())
+{
+    m_private->thread = std::jthread(
+        [receiver = &m_private->receiver, storePath, done = std::move(done)](std::stop_token stop) {
+            const StoreCheckResult result = check(storePath, stop);
+            QMetaObject::invokeMethod(
+                receiver, [done, result] { done(result); }, Qt::QueuedConnection);
+        });
+}
+
+StoreCheck::~StoreCheck() = default;
+
+} // namespace orvane

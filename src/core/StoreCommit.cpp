@@ -1,0 +1,245 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "core/StoreCommit.h"
+
+#include "core/JsonObjectReader.h"
+
+#include <sqlite3.h>
+
+namespace orvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+template <typename Record>
+void replaceIn(QList<Shared<Record>>& records, const Shared<Record>& record)
+{
+    for (Shared<Record>& other : records) {
+        if (other->id == record->id) {
+            other = record;
+            return;
+        }
+    }
+    records.append(record);
+}
+
+// How the tables of folders and notes differ in being written.
+struct FolderTable {
+    using Record = FolderRecord;
+    static StoredRecords<Record>& image(OpenedStore& store) { return store.folders; }
+    static QList<UnmappedRow>& unmapped(OpenedStore& store) { return store.unmappedFolders; }
+    static qint64& count(StoreState& state) { return state.folderCount; }
+
+    static void insert(StoreWriter& writer, qint64 row, const Record& folder)
+    {
+        writer.insertFolder(row, folder);
+    }
+    static void update(StoreWriter& writer, qint64 row, const Shared<Record>& stored,
+                       const Record& folder)
+    {
+        writer.updateFolder(row, *stored, folder);
+    }
+    static void remove(StoreWriter& writer, qint64 row, const Shared<Record>&)
+    {
+        writer.removeFolder(row);
+    }
+    static void removeRow(StoreWriter& writer, qint64 row) { writer.removeFolder(row); }
+};
+
+struct NoteTable {
+    using Record = NoteRecord;
+    static StoredRecords<Record>& image(OpenedStore& store) { return store.notes; }
+    static QList<UnmappedRow>& unmapped(OpenedStore& store) { return store.unmappedNotes; }
+    static qint64& count(StoreState& state) { return state.noteCount; }
+    // The image itself holds one.
+    static bool isHeld(const Shared<Record>& stored) { return stored.copies() > 1; }
+
+    static void insert(StoreWriter& writer, qint64 row, const Record& note)
+    {
+        writer.insertNote(row, note);
+    }
+    static void update(StoreWriter& writer, qint64 row, const Shared<Record>& stored,
+                       const Record& note)
+    {
+        writer.updateNote(row, *stored, note, isHeld(stored));
+    }
+    static void remove(StoreWriter& writer, qint64 row, const Shared<Record>& stored)
+    {
+        writer.removeNote(row, *stored, isHeld(stored));
+    }
+    static void removeRow(StoreWriter& writer, qint64 row) { writer.removeNoteRow(row); }
+};
+
+// The changes of one table in one transaction: carried out row by row, and in the image at the end.
+template <typename Table>
+class TableChange {
+public:
+    using Record = typename Table::Record;
+
+    TableChange(OpenedStore& store, StoreWriter& writer, StoreState& state)
+        : m_store(store)
+        , m_writer(writer)
+        , m_state(state)
+        , m_nextRow(Table::image(store).nextRow())
+    {}
+
+    void write(const Shared<Record>& record)
+    {
+        if (!StoreWriter::fits(*record)) {
+            m_tooBig = record->id;
+            return;
+        }
+        if (const auto* slot = Table::image(m_store).find(record->id)) {
+            Table::update(m_writer, slot->row, slot->record, *record);
+            m_puts.emplace_back(record, slot->row);
+            return;
+        }
+        removeUnmapped(record->id);
+        Table::insert(m_writer, m_nextRow, *record);
+        m_puts.emplace_back(record, m_nextRow++);
+        ++Table::count(m_state);
+    }
+
+    void writeAll(const QList<Shared<Record>>& wanted)
+    {
+        auto difference = Table::image(m_store).differenceTo(wanted);
+        for (const QUuid& id : std::as_const(difference.removed)) {
+            const auto* slot = Table::image(m_store).find(id);
+            Table::remove(m_writer, slot->row, slot->record);
+            --Table::count(m_state);
+        }
+        for (const UnmappedRow& row : std::as_const(Table::unmapped(m_store)))
+            removeUnmappedRow(row);
+        m_removed = std::move(difference.removed);
+        for (const Shared<Record>& record : std::as_const(difference.written))
+            write(record);
+        m_order = &wanted;
+    }
+
+    void commit()
+    {
+        auto& image = Table::image(m_store);
+        image.removeAll(m_removed);
+        for (const auto& [record, row] : m_puts)
+            image.put(record, row);
+        if (m_order && !m_tooBig)
+            image.takeOrder(*m_order);
+        Table::unmapped(m_store).removeIf(
+            [this](const UnmappedRow& row) { return m_unmappedGone.contains(row.row); });
+    }
+
+    [[nodiscard]] const std::optional<QUuid>& tooBig() const { return m_tooBig; }
+
+private:
+    void removeUnmapped(const QUuid& id)
+    {
+        for (const UnmappedRow& row : std::as_const(Table::unmapped(m_store))) {
+            if (uuidFromText(row.id) == id)
+                removeUnmappedRow(row);
+        }
+    }
+    void removeUnmappedRow(const UnmappedRow& row)
+    {
+        if (m_unmappedGone.contains(row.row))
+            return;
+        Table::removeRow(m_writer, row.row);
+        m_unmappedGone.insert(row.row);
+        --Table::count(m_state);
+    }
+
+    OpenedStore& m_store;
+    StoreWriter& m_writer;
+    StoreState& m_state;
+    qint64 m_nextRow;
+    std::vector<std::pair<Shared<Record>, qint64>> m_puts;
+    QList<QUuid> m_removed;
+    QSet<qint64> m_unmappedGone;
+    const QList<Shared<Record>>* m_order = nullptr;
+    std::optional<QUuid> m_tooBig;
+};
+
+bool differ(const StoreState& a, const StoreState& b)
+{
+    return a.generation != b.generation || a.folderCount != b.folderCount ||
+           a.noteCount != b.noteCount;
+}
+
+} // namespace
+
+void PendingChanges::put(const NotebookSnapshot& snapshot)
+{
+    clear();
+    m_snapshot = snapshot;
+}
+
+void PendingChanges::put(const Shared<NoteRecord>& note)
+{
+    if (m_snapshot)
+        replaceIn(m_snapshot->notes, note);
+    else
+        m_notes.insert(note->id, note);
+}
+
+void PendingChanges::put(const Shared<FolderRecord>& folder)
+{
+    if (m_snapshot)
+        replaceIn(m_snapshot->folders, folder);
+    else
+        m_folders.insert(folder->id, folder);
+}
+
+void PendingChanges::put(const BinderLayoutSnapshot& layout)
+{
+    if (m_snapshot)
+        m_snapshot->binderLayout = layout;
+    else
+        m_layout = layout;
+}
+
+std::expected<std::optional<StoreError>, StoreFailure> commitChanges(OpenedStore& store,
+                                                                     StoreWriter& writer,
+                                                                     const PendingChanges& changes,
+                                                                     JournalState journal)
+{
+    SQLite::Database& database = store.connection->database();
+    StoreState next = store.state;
+    TableChange<FolderTable> folders(store, writer, next);
+    TableChange<NoteTable> notes(store, writer, next);
+    const auto done = store.connection->transact([&] {
+        const auto before = sqlite3_total_changes64(database.getHandle());
+        if (const auto& snapshot = changes.snapshot()) {
+            folders.writeAll(snapshot->folders);
+            notes.writeAll(snapshot->notes);
+            store.layout.write(database, next.storeKey, snapshot->binderLayout);
+        }
+        for (const Shared<FolderRecord>& folder : changes.folders())
+            folders.write(folder);
+        for (const Shared<NoteRecord>& note : changes.notes())
+            notes.write(note);
+        if (changes.layout())
+            store.layout.write(database, next.storeKey, *changes.layout());
+        const bool wrote = sqlite3_total_changes64(database.getHandle()) != before;
+        if (wrote && journal == JournalState::Folded)
+            ++next.generation;
+        if (differ(next, store.state))
+            writer.writeState(next);
+    });
+    const auto unread = writer.takeUnread();
+    if (!done) {
+        store.layout.rollBack();
+        return std::unexpected(done.error());
+    }
+    store.state = next;
+    folders.commit();
+    notes.commit();
+    store.layout.commit();
+    if (folders.tooBig() || notes.tooBig())
+        return StoreError{StoreError::Code::TooBig,
+                          u"the record %1 is too big for a store"_s.arg(
+                              uuidText(notes.tooBig() ? *notes.tooBig() : *folders.tooBig()))};
+    if (unread)
+        return StoreError{StoreError::Code::Unread, *unread};
+    return std::nullopt;
+}
+
+} // namespace orvane

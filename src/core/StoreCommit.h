@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "core/NotebookSnapshot.h"
+#include "core/StoreError.h"
+#include "core/StoreOpening.h"
+
+#include <QHash>
+#include <QUuid>
+
+#include <expected>
+#include <optional>
+
+namespace orvane {
+
+/// What is to be stored and isn't yet: a whole snapshot, or single records and a layout. What a
+/// failed save leaves here goes out with the next one.
+class PendingChanges {
+public:
+    void put(const NotebookSnapshot& snapshot);
+    void put(const Shared<NoteRecord>& note);
+    void put(const Shared<FolderRecord>& folder);
+    void put(const BinderLayoutSnapshot& layout);
+    void clear() { *this = {}; }
+
+    [[nodiscard]] const std::optional<NotebookSnapshot>& snapshot() const { return m_snapshot; }
+    [[nodiscard]] const QHash<QUuid, Shared<NoteRecord>>& notes() const { return m_notes; }
+    [[nodiscard]] const QHash<QUuid, Shared<FolderRecord>>& folders() const { return m_folders; }
+    [[nodiscard]] const std::optional<BinderLayoutSnapshot>& layout() const { return m_layout; }
+
+private:
+    std::optional<NotebookSnapshot> m_snapshot;
+    QHash<QUuid, Shared<NoteRecord>> m_notes;
+    QHash<QUuid, Shared<FolderRecord>> m_folders;
+    std::optional<BinderLayoutSnapshot> m_layout;
+};
+
+/// Whether the transaction is the first one since the journal was folded.
+enum class JournalState { Folded, InUse };
+
+/// Stores the changes in one transaction, touching only rows that differ, and brings the image in
+/// `store` up to date when that has succeeded. The result is a problem with single values, the
+/// rest being stored.
+[[nodiscard]] std::expected<std::optional<StoreError>, StoreFailure>
+commitChanges(OpenedStore& store, StoreWriter& writer, const PendingChanges& changes,
+              JournalState journal);
+
+} // namespace orvane

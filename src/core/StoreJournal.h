@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "core/StoreReader.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace orvane {
+
+/// Whether a journal is beside the store with anything in it.
+[[nodiscard]] bool hasJournal(const QString& storePath);
+
+/// The store's state as the file alone gives it, the journal left aside. Nothing when the file
+/// alone can't be read, as after a crash in the middle of folding the journal.
+[[nodiscard]] std::optional<StoreState> stateWithoutJournal(const QString& storePath);
+
+/// Whether a store that gives `alone` without its journal and `together` with it has a journal of
+/// its own and of its present state: every journal begins by raising the generation by one, and is
+/// folded after raising it by one again, so that a journal of another store, or of an earlier or
+/// later state of this one, doesn't fit.
+[[nodiscard]] bool journalFits(const StoreState& alone, const StoreState& together);
+
+} // namespace orvane

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "core/LayoutStore.h"
+#include "core/StoreConnection.h"
+#include "core/StoreReader.h"
+#include "core/StoreSchema.h"
+#include "core/StoreWriter.h"
+#include "core/StoredRecords.h"
+
+#include <QString>
+#include <QTemporaryDir>
+
+#include <expected>
+#include <memory>
+#include <variant>
+
+namespace orvane {
+
+/// A store that was opened, verified and read.
+struct OpenedStore {
+    /// Set when the store is read from a copy.
+    std::unique_ptr<QTemporaryDir> copy;
+    std::unique_ptr<StoreConnection> connection;
+    std::shared_ptr<StoreBytesSource> bytes;
+    StoreState state;
+    StoredRecords<FolderRecord> folders;
+    StoredRecords<NoteRecord> notes;
+    /// Rows that are no records; removed with the next whole save.
+    QList<UnmappedRow> unmappedFolders;
+    QList<UnmappedRow> unmappedNotes;
+    LayoutStore layout;
+};
+
+/// The file's contents are wrong; the words say what.
+struct StoreDamage {
+    QString description;
+};
+
+using StoreOpenFailure = std::variant<StoreOpenError, StoreDamage>;
+
+enum class StoreAccess { ReadWrite, ReadOnly };
+
+/// Opens the store at `path`, which exists at least in part, and reads all of it but the rich
+/// bytes. An older schema is brought forward and a journal left over is folded in. For reading
+/// only, nothing in the folder is changed.
+[[nodiscard]] std::expected<OpenedStore, StoreOpenFailure>
+openStore(const QString& path, const StoreSchema& schema, StoreAccess access);
+
+/// Makes an empty store at `path`, where no file is: complete under another name first, so that a
+/// store is never there in part.
+[[nodiscard]] std::expected<void, StoreOpenError> createStore(const QString& path,
+                                                              const StoreSchema& schema);
+
+} // namespace orvane

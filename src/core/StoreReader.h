@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "core/Blob.h"
+#include "core/FolderRecord.h"
+#include "core/NoteRecord.h"
+#include "core/Shared.h"
+
+#include <QList>
+#include <QString>
+
+#include <memory>
+#include <vector>
+
+namespace SQLite {
+class Database;
+}
+
+namespace orvane {
+
+/// The one row of "OrvaneStore": who the store is and what must be in it.
+struct StoreState {
+    /// A random number of this store's own; seeds its checksums.
+    qint64 storeKey = 0;
+    /// Even while everything is in the file, odd while the journal holds changes.
+    qint64 generation = 0;
+    qint64 folderCount = 0;
+    qint64 noteCount = 0;
+};
+
+/// A row that is no record, though it is sound. `id` is its text, if it has one.
+struct UnmappedRow {
+    qint64 row = 0;
+    QString id;
+};
+
+/// Every row of one table that is read at opening.
+template <typename Record>
+struct StoredRows {
+    struct Item {
+        qint64 order = 0;
+        qint64 row = 0;
+        Shared<Record> record;
+    };
+    /// Sorted: folders by age, notes newest change first.
+    std::vector<Item> items;
+    /// Rows without a text as id are in neither list and are never touched.
+    QList<UnmappedRow> unmapped;
+    qint64 lastRow = 0;
+    /// All rows of the table.
+    qint64 rowCount = 0;
+};
+
+/// A note's rich bytes are the rows 8 * note + place in "OrvaneNoteBytes".
+inline constexpr int bytesPerNote = 8;
+
+/// The rich bytes of a note by their place. The column of the same place holds the length.
+inline constexpr std::optional<Blob> NoteRecord::*noteBytes[] = {
+    &NoteRecord::bodyRTF,
+    &NoteRecord::richContentPayload,
+    &NoteRecord::editorTypingAttributesPayload,
+    &NoteRecord::embeddedFilePayload,
+    &NoteRecord::shapesPayload,
+};
+
+// Each of these throws SQLite::Exception: with SQLITE_CORRUPT when a row's checksum is wrong.
+StoreState readStoreState(SQLite::Database& database);
+StoredRows<FolderRecord> readFolders(SQLite::Database& database, qint64 storeKey);
+/// The rich bytes become unread blobs of `source`.
+StoredRows<NoteRecord> readNotes(SQLite::Database& database, qint64 storeKey,
+                                 const std::shared_ptr<BlobSource>& source);
+
+/// Tags as stored: a JSON list of texts; anything else is no tags.
+QStringList tagsFromStore(QByteArrayView json);
+QByteArray tagsToStore(const QStringList& tags);
+
+} // namespace orvane
