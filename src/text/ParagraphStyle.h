@@ -71,7 +71,7 @@ struct TableCellBlock {
     PerEdge<double> padding{};
     PerEdge<double> borderWidth{};
     PerEdge<RgbaColor> borderColor{};
-    std::optional<RgbaColor> background;
+    std::optional<RgbaColor> background = std::nullopt;
 
     bool operator==(const TableCellBlock&) const = default;
 };

@@ -63,7 +63,7 @@ CharacterStyle RandomText::characterStyle()
     if (oneIn(6))
         style.strikethrough = oneIn(2) ? TextLine::single : TextLine::doubled;
     if (oneIn(8))
-        style.link = u"https://example.org/%1?q=\"%2\""_s.arg(upTo(9)).arg(upTo(9));
+        style.link = u"https://example.org/ä?q=%1\\%2"_s.arg(upTo(9)).arg(m_all ? u"\"" : u"");
     if (m_all && oneIn(10))
         style.autoTagBaseFontSize = length();
     return style;
@@ -141,7 +141,10 @@ void RandomText::appendParagraph(AttributedString& text, const SharedParagraphSt
             text.append(words(), characters, style);
         }
     }
-    text.append(u"\n", characterStyle(), style);
+    CharacterStyle end = characterStyle();
+    if (!m_all)
+        end.link.clear();
+    text.append(u"\n", end, style);
 }
 
 void RandomText::appendTable(AttributedString& text)

@@ -150,7 +150,9 @@ TableCellBlock RtfBuilder::cellBlock(const PlacedCell& cell, const TextTable& ta
             look.padding[edge] >= 0 ? look.padding[edge] : cell.rowDefinition->padding[edge];
         block.padding[edge] = padding / twipsPerPoint;
         block.borderWidth[edge] = look.borderWidth[edge] / twipsPerPoint;
-        block.borderColor[edge] = RgbaColor::fromQColor(QColor::fromRgba(look.borderColor[edge]));
+        if (qAlpha(look.borderColor[edge]) != 0)
+            block.borderColor[edge] =
+                RgbaColor::fromQColor(QColor::fromRgba(look.borderColor[edge]));
     }
     if (qAlpha(look.background) != 0)
         block.background = RgbaColor::fromQColor(QColor::fromRgba(look.background));

@@ -119,6 +119,8 @@ void RtfInterpreter::closeGroup()
     if (m_states.size() < 2)
         return;
     const RtfDestination closed = state().destination;
+    if (m_states.size() == 2) // the document's own group: the last paragraph may still be open
+        m_states.front().paragraph = state().paragraph;
     m_states.pop_back();
     if (closed == state().destination)
         return;

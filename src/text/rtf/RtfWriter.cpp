@@ -1,0 +1,248 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "text/rtf/RtfWriter.h"
+
+#include "text/AttachmentManager.h"
+#include "text/rtf/RtfState.h"
+#include "text/rtf/RtfText.h"
+
+#include <array>
+#include <cmath>
+
+namespace orvane {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+int twips(double points)
+{
+    return std::isfinite(points) ? int(std::lround(std::clamp(points, -1584.0, 1584.0) * 20)) : 0;
+}
+
+QByteArrayView underlineWord(TextLine line)
+{
+    static constexpr std::array<QByteArrayView, 7> words{"",      "\\ul",     "\\ulth",  "\\uldb",
+                                                         "\\uld", "\\uldash", "\\ulwave"};
+    return words[std::size_t(line)];
+}
+
+bool isPng(const QByteArray& data)
+{
+    return data.startsWith("\x89PNG");
+}
+
+bool isJpeg(const QByteArray& data)
+{
+    return data.startsWith("\xff\xd8\xff");
+}
+
+} // namespace
+
+QByteArray RtfWriter::write(const std::optional<RgbaColor>& pageBackground)
+{
+    m_body.reserve(m_document.length() + m_document.length() / 2);
+    (void)m_palette.font(u"Serif"_s); // for text without a font
+    QList<Paragraph> cells;
+    m_document.forEachParagraph([&](TextRange range, const SharedParagraphStyle& style) {
+        const bool continues = !cells.isEmpty() && style->cell &&
+                               style->cell->table.id == cells.last().style->cell->table.id;
+        if (!cells.isEmpty() && !continues) {
+            writeTable(cells);
+            cells.clear();
+        }
+        if (style->cell && range.end() < m_document.length())
+            cells.append({range, style});
+        else
+            writeParagraph({range, style});
+    });
+
+    QByteArray rtf("{\\rtf1\\ansi\\ansicpg1252\\deff0\\uc1\n");
+    m_palette.appendTables(rtf);
+    if (pageBackground)
+        appendPageBackground(rtf, *pageBackground);
+    rtf.reserve(rtf.size() + m_body.size() + 2);
+    rtf.append(m_body);
+    rtf.append("}\n");
+    return rtf;
+}
+
+void RtfWriter::writeParagraph(const Paragraph& paragraph)
+{
+    useParagraphStyle(paragraph.style);
+    writeText(paragraph.range);
+    const qsizetype newline = paragraph.range.end();
+    if (newline < m_document.length()) {
+        useStyle(m_document.characterStyle(newline));
+        m_body.append("\\par\n");
+    }
+}
+
+void RtfWriter::writeText(TextRange range)
+{
+    m_document.forEachCharacterRun(range, [&](TextRange run, const SharedCharacterStyle& style) {
+        useLink(style->link);
+        useStyle(style);
+        writeStyledText(QStringView(m_document.text()).sliced(run.location, run.length), style);
+    });
+    useLink({});
+}
+
+void RtfWriter::writeStyledText(QStringView text, const SharedCharacterStyle& style)
+{
+    if (!style->hasAttachment())
+        return appendRtfText(m_body, text);
+    for (;;) {
+        const qsizetype object = text.indexOf(objectCharacter);
+        appendRtfText(m_body, object < 0 ? text : text.first(object));
+        if (object < 0)
+            return;
+        writePicture(*style);
+        text = text.sliced(object + 1);
+    }
+}
+
+void RtfWriter::useStyle(const SharedCharacterStyle& style)
+{
+    if (m_hasStyle && style.identity() == m_style.identity())
+        return;
+    auto words = m_characterWords.constFind(style.identity());
+    if (words == m_characterWords.constEnd())
+        words = m_characterWords.insert(style.identity(), characterWords(*style));
+    m_body.append(*words);
+    m_style = style;
+    m_hasStyle = true;
+}
+
+QByteArray RtfWriter::characterWords(const CharacterStyle& style)
+{
+    QByteArray words("\\plain");
+    const TextFont font = style.font.value_or(TextFont{u"Serif"_s});
+    appendRtfWord(words, "\\f", m_palette.font(font.family));
+    appendRtfWord(words, "\\fs", std::clamp(int(std::lround(font.size * 2)), 1, 3276));
+    if (font.isBold())
+        words.append("\\b");
+    if (font.italic)
+        words.append("\\i");
+    words.append(underlineWord(style.underline));
+    if (style.strikethrough != TextLine::none)
+        words.append(style.strikethrough == TextLine::doubled ? "\\striked1" : "\\strike");
+    if (style.foreground)
+        appendRtfWord(words, "\\cf", m_palette.color(*style.foreground));
+    if (style.background && style.background->alpha > 0) {
+        const int color = m_palette.color(*style.background);
+        appendRtfWord(words, "\\chshdng0\\chcbpat", color);
+        appendRtfWord(words, "\\cb", color);
+    }
+    words.append(' ');
+    return words;
+}
+
+void RtfWriter::useLink(const QString& link)
+{
+    if (link == m_link)
+        return;
+    if (!m_link.isEmpty()) {
+        m_body.append("}}");
+        m_hasStyle = false;
+    }
+    m_link = link;
+    if (link.isEmpty())
+        return;
+    QString target = link;
+    target.replace(u'"', u"%22"_s).replace(u'\\', u"\\\\"_s);
+    m_body.append("{\\field{\\*\\fldinst{HYPERLINK \"");
+    appendRtfText(m_body, target);
+    m_body.append("\"}}{\\fldrslt ");
+}
+
+void RtfWriter::writePicture(const CharacterStyle& style)
+{
+    QByteArray data;
+    QSizeF size;
+    if (const auto* image = style.imageAttachment()) {
+        data = image->imageData;
+        size = image->renderedSize;
+    } else if (const auto* chart = style.chartAttachment()) {
+        data = chart->renderedImageData;
+        size = {chart->chartBlock.width, chart->chartBlock.height};
+    }
+    if (!isPng(data) && !isJpeg(data))
+        data = AttachmentManager::imageDataFromBytes(data).value_or(QByteArray());
+    if (data.isEmpty())
+        return;
+    m_body.append("{\\*\\shppict{\\pict");
+    m_body.append(isPng(data) ? "\\pngblip" : "\\jpegblip");
+    appendRtfWord(m_body, "\\picwgoal", std::max(1, twips(size.width())));
+    appendRtfWord(m_body, "\\pichgoal", std::max(1, twips(size.height())));
+    m_body.append('\n');
+    m_body.append(data.toHex());
+    m_body.append("}}");
+}
+
+void RtfWriter::useParagraphStyle(const SharedParagraphStyle& style)
+{
+    if (m_hasParagraphStyle && style.identity() == m_paragraphStyle.identity())
+        return;
+    auto words = m_paragraphWords.constFind(style.identity());
+    if (words == m_paragraphWords.constEnd())
+        words = m_paragraphWords.insert(style.identity(), paragraphWords(*style));
+    m_body.append(*words);
+    m_paragraphStyle = style;
+    m_hasParagraphStyle = true;
+}
+
+QByteArray RtfWriter::paragraphWords(const ParagraphStyle& style)
+{
+    QByteArray words("\\pard");
+    if (style.cell)
+        words.append("\\intbl");
+    static constexpr std::array<QByteArrayView, 5> alignments{"", "\\ql", "\\qc", "\\qr", "\\qj"};
+    words.append(alignments[std::size_t(style.alignment)]);
+    static constexpr std::array<QByteArrayView, 3> directions{"", "\\ltrpar", "\\rtlpar"};
+    words.append(directions[std::size_t(style.direction)]);
+    const auto length = [&](QByteArrayView word, int value) {
+        if (value != 0)
+            appendRtfWord(words, word, value);
+    };
+    const int left = twips(style.headIndent);
+    length("\\fi", twips(style.firstLineHeadIndent) - left);
+    length("\\li", left);
+    length("\\ri", std::max(0, twips(-style.tailIndent)));
+    length("\\sb", twips(style.spacingBefore));
+    length("\\sa", twips(style.spacingAfter));
+    if (style.lineHeightMultiple > 0) {
+        length("\\sl", int(std::lround(std::min(style.lineHeightMultiple, 100.0) * 240)));
+        words.append("\\slmult1");
+    } else if (style.minimumLineHeight > 0) {
+        const bool isExact = style.maximumLineHeight == style.minimumLineHeight;
+        length("\\sl", (isExact ? -1 : 1) * twips(style.minimumLineHeight));
+        words.append("\\slmult0");
+    }
+    static constexpr std::array<QByteArrayView, 4> tabs{"", "\\tqc", "\\tqr", "\\tqdec"};
+    for (const TextTab& tab : style.tabStops) {
+        words.append(tabs[std::size_t(tab.alignment)]);
+        appendRtfWord(words, "\\tx", twips(tab.location));
+    }
+    if (style.hyphenationFactor > 0)
+        words.append("\\hyphpar");
+    if (style.keepLinesTogether)
+        words.append("\\keep");
+    if (style.keepWithNext)
+        words.append("\\keepn");
+    if (style.background && style.background->alpha > 0)
+        appendRtfWord(words, "\\cbpat", m_palette.color(*style.background));
+    words.append(' ');
+    return words;
+}
+
+void RtfWriter::appendPageBackground(QByteArray& rtf, const RgbaColor& color) const
+{
+    const QRgb rgb = color.toQColor().rgb();
+    rtf.append("\\viewbksp1{\\*\\background{\\shp{\\*\\shpinst\\shpleft0\\shptop0\\shpright0"
+               "\\shpbottom0\\shpfhdr0\\shpbxmargin\\shpbymargin\\shpwr0\\shpwrk0\\shpfblwtxt1"
+               "\\shpz0\\shplid1025{\\sp{\\sn shapeType}{\\sv 1}}{\\sp{\\sn fFilled}{\\sv 1}}"
+               "{\\sp{\\sn fillColor}{\\sv ");
+    rtf.append(QByteArray::number(qBlue(rgb) << 16 | qGreen(rgb) << 8 | qRed(rgb)));
+    rtf.append("}}{\\sp{\\sn fLine}{\\sv 0}}{\\sp{\\sn fBackground}{\\sv 1}}}}}\n");
+}
+
+} // namespace orvane

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "text/AttributedString.h"
+#include "text/rtf/RtfPalette.h"
+
+#include <QByteArray>
+#include <QHash>
+
+#include <optional>
+
+namespace orvane {
+
+/// Writes one document as RTF.
+class RtfWriter {
+public:
+    explicit RtfWriter(const AttributedString& document)
+        : m_document(document)
+    {}
+
+    [[nodiscard]] QByteArray write(const std::optional<RgbaColor>& pageBackground);
+
+private:
+    /// A paragraph: its place without the "\n", and how it looks.
+    struct Paragraph {
+        TextRange range;
+        SharedParagraphStyle style;
+    };
+
+    /// A cell that reaches down.
+    struct Merge {
+        int rowBelow = -1;
+        int columns = 1;
+    };
+
+    void writeParagraph(const Paragraph& paragraph);
+    void writeTable(const QList<Paragraph>& cells);
+    void writeRow(const QList<Paragraph>& cells, TextRange rowCells, const QList<int>& edges,
+                  QHash<int, Merge>& merges);
+    void writeCellContents(const QList<Paragraph>& cells, qsizetype& next);
+    void writeText(TextRange range);
+    void writeStyledText(QStringView text, const SharedCharacterStyle& style);
+    void useStyle(const SharedCharacterStyle& style);
+    void useLink(const QString& link);
+    void writePicture(const CharacterStyle& style);
+
+    void useParagraphStyle(const SharedParagraphStyle& style);
+    [[nodiscard]] QByteArray characterWords(const CharacterStyle& style);
+    [[nodiscard]] QByteArray paragraphWords(const ParagraphStyle& style);
+    void appendCellDefinition(const TableCellBlock& cell, int rightEdge, bool mergesUp);
+    void appendPageBackground(QByteArray& rtf, const RgbaColor& color) const;
+
+    const AttributedString& m_document;
+    RtfPalette m_palette;
+    QByteArray m_body;
+    QHash<const void*, QByteArray> m_characterWords;
+    QHash<const void*, QByteArray> m_paragraphWords;
+    SharedCharacterStyle m_style;
+    bool m_hasStyle = false;
+    SharedParagraphStyle m_paragraphStyle;
+    bool m_hasParagraphStyle = false;
+    QString m_link;
+};
+
+} // namespace orvane
