@@ -11,9 +11,10 @@ RUN_PACKAGES=(
     libqt6svg6 breeze-icon-theme
     fonts-inter fonts-sil-charis fonts-jetbrains-mono
 )
-TEST_PACKAGES=(libgtest-dev clang-format xvfb)
+# The word processor is the other side of the RTF tests; it installs in well under a minute.
+TEST_PACKAGES=(libgtest-dev clang-format xvfb libreoffice-writer-nogui)
 BENCH_PACKAGES=(libbenchmark-dev)
-LONG_PACKAGES=(clang-19 clang-tidy-19)
+LONG_PACKAGES=(clang-19 clang-tidy-19 libclang-rt-19-dev)
 
 # ensure_packages NAME… — installs those that are missing through apt, saying so first.
 ensure_packages() {
