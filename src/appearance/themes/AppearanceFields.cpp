@@ -3,6 +3,8 @@
 
 #include "platform/UserDefaults.h"
 
+#include <algorithm>
+
 namespace orvane {
 
 using namespace Qt::StringLiterals;
@@ -185,6 +187,14 @@ void writeAppearanceField(const AppearanceField& field, const AppearanceValues& 
 {
     std::visit([&](const auto& value) { defaults.set(field.key, DefaultsValue(value)); },
                field.get(values));
+}
+
+bool sameWhenApplied(const AppearanceValues& one, const AppearanceValues& other)
+{
+    const auto& fields = appearanceFields();
+    return std::all_of(fields.begin(), fields.end(), [&](const AppearanceField& field) {
+        return !field.applied || field.get(one) == field.get(other);
+    });
 }
 
 void applyAppearance(const AppearanceValues& values, UserDefaults& defaults)

@@ -43,6 +43,9 @@ struct AppearanceField {
 /// Sets the keys of all fields that themes apply; the toolbar's stay as they are.
 void applyAppearance(const AppearanceValues& values, UserDefaults& defaults);
 
+/// Whether applying one or the other would make the same look.
+[[nodiscard]] bool sameWhenApplied(const AppearanceValues& one, const AppearanceValues& other);
+
 /// Sets the key of one field.
 void writeAppearanceField(const AppearanceField& field, const AppearanceValues& values,
                           UserDefaults& defaults);

@@ -68,6 +68,13 @@ AppearanceThemeBundle* AppearanceThemeLibrary::find(const QUuid& id)
     return it == m_bundles.end() ? nullptr : &*it;
 }
 
+bool AppearanceThemeLibrary::lookIsActiveTheme() const
+{
+    const AppearanceThemeBundle* active = m_activeThemeID ? bundle(*m_activeThemeID) : nullptr;
+    return active &&
+           sameWhenApplied(active->variant(m_activeMode).values, readAppearance(m_defaults));
+}
+
 void AppearanceThemeLibrary::load()
 {
     const bool fresh = shouldApplySignatureDefault();

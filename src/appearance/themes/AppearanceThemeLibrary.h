@@ -27,6 +27,8 @@ public:
     /// The theme that was last saved or applied; the look may have been edited since.
     [[nodiscard]] std::optional<QUuid> activeThemeID() const { return m_activeThemeID; }
     [[nodiscard]] AppearanceThemeMode activeMode() const { return m_activeMode; }
+    /// Whether the look is still that of the active theme's active variant, as applied.
+    [[nodiscard]] bool lookIsActiveTheme() const;
 
     /// Reads what is stored, of this release or the first, adds the themes that come with the
     /// program, and on a fresh installation applies the Signature dark look. What can't be read

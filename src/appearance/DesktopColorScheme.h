@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include <QDBusConnection>
+#include <QObject>
+
+class QDBusVariant;
+class QPalette;
+
+namespace orvane {
+
+/// Whether the desktop asks its programs for a light or a dark look.
+enum class ColorScheme { Light, Dark };
+
+/// The desktop's preference, as it is now and as it changes.
+class DesktopColorScheme : public QObject {
+    Q_OBJECT
+public:
+    using QObject::QObject;
+
+    [[nodiscard]] virtual ColorScheme scheme() const = 0;
+
+signals:
+    /// Told when `scheme` became another.
+    void changed();
+};
+
+/// The scheme that a palette is made for, by whether its text is lighter than its ground.
+[[nodiscard]] ColorScheme schemeOf(const QPalette& palette);
+
+/// Asks the desktop's settings portal (freedesktop.org's org.freedesktop.portal.Settings, key
+/// color-scheme of org.freedesktop.appearance) and follows its signal. Until it answers, where
+/// there is none, and where it has no preference, the fallback stands. Nothing here waits.
+class PortalColorScheme final : public DesktopColorScheme {
+    Q_OBJECT
+public:
+    /// `fallback` is best read from the platform's palette before the program sets its own.
+    explicit PortalColorScheme(ColorScheme fallback,
+                               const QDBusConnection& bus = QDBusConnection::sessionBus(),
+                               QObject* parent = nullptr);
+
+    [[nodiscard]] ColorScheme scheme() const override { return m_scheme; }
+
+private slots:
+    void takeChange(const QString& group, const QString& key, const QDBusVariant& value);
+
+private:
+    void take(const QVariant& value);
+
+    ColorScheme m_fallback;
+    ColorScheme m_scheme;
+};
+
+} // namespace orvane
