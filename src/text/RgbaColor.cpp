@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "text/RgbaColor.h"
 
+#include <QRgba64>
+
 namespace orvane {
 
 QColor RgbaColor::toQColor() const
@@ -13,8 +15,10 @@ QColor RgbaColor::toQColor() const
 
 RgbaColor RgbaColor::fromQColor(const QColor& color)
 {
-    const QColor rgb = color.toRgb();
-    return {rgb.redF(), rgb.greenF(), rgb.blueF(), rgb.alphaF()};
+    // Not through floats: a channel of eight bits becomes n / 255 exactly.
+    const QRgba64 rgb = color.rgba64();
+    return {rgb.red() / 65535.0, rgb.green() / 65535.0, rgb.blue() / 65535.0,
+            rgb.alpha() / 65535.0};
 }
 
 QString toHex(const RgbaColor& color)

@@ -43,6 +43,12 @@ void RtfBuilder::text(QStringView text, const SharedCharacterStyle& style)
     m_pending.append(text, style);
 }
 
+void RtfBuilder::textBefore(const QString& text)
+{
+    if (!m_pending.isEmpty())
+        m_pending.insert(0, AttributedString(text, m_pending.characterStyle(0)));
+}
+
 void RtfBuilder::endParagraph(const ParagraphStyle& paragraph, const SharedCharacterStyle& style)
 {
     flushTable();

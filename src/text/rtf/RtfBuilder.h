@@ -19,6 +19,8 @@ public:
     RtfBuilder(qsizetype inputSize, std::function<QUuid()> newTableId);
 
     void text(QStringView text, const SharedCharacterStyle& style);
+    /// Puts text before the paragraph that has begun, in the style of its first character.
+    void textBefore(const QString& text);
     void endParagraph(const ParagraphStyle& paragraph, const SharedCharacterStyle& style);
     /// A paragraph that ends inside a cell.
     void endLineInCell(const SharedCharacterStyle& style);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "text/rtf/RtfInterpreter.h"
 
+#include "text/ImportedList.h"
 #include "text/rtf/RtfFontName.h"
 #include "text/rtf/RtfWords.h"
 
@@ -17,6 +18,7 @@ namespace {
 // Groups nested deeper share one state. People's documents stay below 100.
 constexpr std::size_t deepestState = 500;
 constexpr qsizetype longestCollected = 65'536;
+constexpr qsizetype longestListMarker = 32;
 
 bool isPicture(const QByteArray& data)
 {
@@ -56,7 +58,7 @@ void RtfInterpreter::run()
 
 AttributedString RtfInterpreter::finish()
 {
-    return m_builder.finish(currentParagraphStyle());
+    return m_builder.finish(endingParagraphStyle());
 }
 
 void RtfInterpreter::apply(const RtfToken& token)
@@ -297,14 +299,11 @@ void RtfInterpreter::endField()
     m_links.append(target);
 }
 
-// Lists are literal text here: the marker becomes the beginning of the line.
 void RtfInterpreter::endListText()
 {
-    QString marker = std::exchange(m_collected, {}).trimmed();
-    if (marker.isEmpty() || !m_builder.isAtParagraphStart() || marker.size() > 64)
-        return;
-    QString prefix(paragraph().listLevel, u'\t');
-    insertText(prefix + marker + u' ');
+    const QString marker = std::exchange(m_collected, {}).trimmed();
+    if (m_builder.isAtParagraphStart() && marker.size() <= longestListMarker)
+        m_listMarker = marker;
 }
 
 void RtfInterpreter::endPicture()
@@ -343,13 +342,13 @@ void RtfInterpreter::endParagraph()
     if (paragraph().inTable)
         m_builder.endLineInCell(currentStyle());
     else
-        m_builder.endParagraph(currentParagraphStyle(), currentStyle());
+        m_builder.endParagraph(endingParagraphStyle(), currentStyle());
 }
 
 void RtfInterpreter::endCell()
 {
     if (state().destination == RtfDestination::body)
-        m_builder.endCell(currentParagraphStyle(), currentStyle());
+        m_builder.endCell(endingParagraphStyle(), currentStyle());
 }
 
 void RtfInterpreter::endRow()
@@ -403,9 +402,21 @@ const SharedCharacterStyle& RtfInterpreter::currentStyle()
     return m_style;
 }
 
-ParagraphStyle RtfInterpreter::currentParagraphStyle()
+// The level of a list item may stand behind its marker, so the marker waits for the end.
+ParagraphStyle RtfInterpreter::endingParagraphStyle()
 {
+    ParagraphStyle style = currentParagraphStyle();
+    const QString marker = std::exchange(m_listMarker, {});
+    if (marker.isEmpty())
+        return style;
     const RtfParagraphFormat& format = *std::as_const(state().paragraph);
+    m_builder.textBefore(ImportedList::prefix(marker, format.inList ? format.listLevel : 0));
+    return format.inList ? ImportedList::style(std::move(style), marker, format.listLevel) : style;
+}
+
+ParagraphStyle RtfInterpreter::currentParagraphStyle() const
+{
+    const RtfParagraphFormat& format = *std::as_const(m_states.back().paragraph);
     ParagraphStyle style;
     style.alignment = format.alignment;
     style.direction = format.direction;
@@ -427,8 +438,6 @@ ParagraphStyle RtfInterpreter::currentParagraphStyle()
     style.keepWithNext = format.keepsWithNext;
     if (const QRgb fill = color(format.background); qAlpha(fill) != 0)
         style.background = RgbaColor::fromQColor(QColor::fromRgba(fill));
-    if (format.inList)
-        style.textLists.append(TextList{});
     return style;
 }
 

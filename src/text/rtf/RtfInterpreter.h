@@ -97,7 +97,9 @@ private:
 
     [[nodiscard]] int currentCodePage() const;
     [[nodiscard]] const SharedCharacterStyle& currentStyle();
-    [[nodiscard]] ParagraphStyle currentParagraphStyle();
+    [[nodiscard]] ParagraphStyle currentParagraphStyle() const;
+    /// The style of the paragraph that ends here; a list item gets its marker.
+    [[nodiscard]] ParagraphStyle endingParagraphStyle();
 
     RtfTokenizer m_tokenizer;
     std::vector<RtfState> m_states;
@@ -110,6 +112,7 @@ private:
     QString m_collected; // font name, field instruction, list text, shape property
     QString m_shapeName;
     QStringList m_links;
+    QString m_listMarker;
 
     RtfCharacterFormat m_styledFormat;
     SharedCharacterStyle m_style;

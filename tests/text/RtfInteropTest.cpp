@@ -1,0 +1,197 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "text/AttachmentManager.h"
+#include "text/OrvaneWorkspaceRTF.h"
+#include "text/rtf/RtfReader.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace orvane {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// Lets the word processor open a file and save it as RTF.
+class WordProcessor : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        m_program = QStandardPaths::findExecutable(u"soffice"_s);
+        if (m_program.isEmpty())
+            GTEST_SKIP() << "no soffice: install libreoffice-writer-nogui to exchange RTF with it";
+        ASSERT_TRUE(m_folder.isValid());
+    }
+
+    AttributedString resaved(const QByteArray& contents, const QString& name)
+    {
+        QFile file(m_folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(contents);
+        file.close();
+        QProcess process;
+        process.start(m_program, {u"--headless"_s,
+                                  u"-env:UserInstallation=file://"_s + m_folder.filePath(u"user"_s),
+                                  u"--convert-to"_s, u"rtf"_s, u"--outdir"_s,
+                                  m_folder.filePath(u"out"_s), file.fileName()});
+        EXPECT_TRUE(process.waitForFinished(120'000));
+        QFile saved(m_folder.filePath(u"out/"_s + name.section(u'.', 0, 0) + u".rtf"_s));
+        EXPECT_TRUE(saved.open(QIODevice::ReadOnly)) << process.readAll().toStdString();
+        const auto content = readRtf(saved.readAll());
+        EXPECT_TRUE(content.has_value());
+        return content ? content->text : AttributedString();
+    }
+
+private:
+    QString m_program;
+    QTemporaryDir m_folder;
+};
+
+const CharacterStyle* styleOf(const AttributedString& text, const QString& words)
+{
+    const qsizetype position = text.text().indexOf(words);
+    EXPECT_GE(position, 0) << words.toStdString();
+    return position < 0 ? nullptr : &*text.characterStyle(position);
+}
+
+const ParagraphStyle* paragraphOf(const AttributedString& text, const QString& words)
+{
+    const qsizetype position = text.text().indexOf(words);
+    EXPECT_GE(position, 0) << words.toStdString();
+    return position < 0 ? nullptr : &*text.paragraphStyle(position);
+}
+
+TEST_F(WordProcessor, KeepsWhatWeWrite)
+{
+    struct Run {
+        QString words;
+        std::function<void(CharacterStyle&)> change;
+    };
+    const Run runs[] = {
+        {u"Plain"_s,
+         [](auto&) {
+         }},
+        {u"bold"_s,
+         [](auto& style) {
+             style.font->weight = 700;
+         }},
+        {u"italic"_s,
+         [](auto& style) {
+             style.font->italic = true;
+         }},
+        {u"large"_s,
+         [](auto& style) {
+             style.font->size = 20.5;
+         }},
+        {u"red"_s,
+         [](auto& style) {
+             style.foreground = rgbaFromHex(u"#CC1122");
+         }},
+        {u"marked"_s,
+         [](auto& style) {
+             style.background = rgbaFromHex(u"#12AB34");
+         }},
+        {u"underlined"_s,
+         [](auto& style) {
+             style.underline = TextLine::wavy;
+         }},
+        {u"struck"_s,
+         [](auto& style) {
+             style.strikethrough = TextLine::single;
+         }},
+        {u"linked"_s,
+         [](auto& style) {
+             style.link = u"https://example.org/a?b=c"_s;
+         }},
+        {u"größe — 漢字 \U0001F600"_s,
+         [](auto&) {
+         }},
+    };
+    CharacterStyle base;
+    base.font = TextFont{u"Charis SIL"_s, 11};
+    ParagraphStyle indented;
+    indented.headIndent = 36;
+    indented.firstLineHeadIndent = 18;
+    indented.spacingAfter = 6;
+    indented.lineHeightMultiple = 1.5;
+    AttributedString text;
+    for (const Run& run : runs) {
+        CharacterStyle style = base;
+        run.change(style);
+        text.append(run.words, style, indented);
+        text.append(u" ", base, indented);
+    }
+    text.append(u"\n", base, indented);
+    TextTable table{QUuid::createUuid(), 2};
+    for (int i = 0; i < 4; ++i) {
+        ParagraphStyle cell;
+        cell.cell = TableCellBlock{.table = table, .row = i / 2, .column = i % 2};
+        cell.cell->widthPercent = i % 2 ? 30 : 70;
+        cell.cell->padding = {3, 4, 5, 6};
+        cell.cell->borderWidth = {1, 1, 1, 1};
+        cell.cell->borderColor.fill(*rgbaFromHex(u"#0000FF"));
+        cell.cell->background = i < 2 ? rgbaFromHex(u"#CCE0FF") : std::nullopt;
+        text.append(u"cell %1\n"_s.arg(i), base, cell);
+    }
+    QImage green(20, 10, QImage::Format_RGB32);
+    green.fill(Qt::green);
+    text.append(AttributedString::object(OrvaneNoteImageAttachment::fromImageData(
+        *AttachmentManager::pngData(green), QSizeF(100, 50), QUuid::createUuid())));
+    text.append(u"end", base);
+
+    const AttributedString back = resaved(*OrvaneWorkspaceRTF::data(text), u"ours.rtf"_s);
+    EXPECT_EQ(back.text().trimmed(), text.text().trimmed());
+    for (const Run& run : runs) {
+        CharacterStyle expected = base;
+        run.change(expected);
+        const CharacterStyle* style = styleOf(back, run.words);
+        EXPECT_TRUE(style && *style == expected) << run.words.toStdString();
+    }
+    const ParagraphStyle* paragraph = paragraphOf(back, u"Plain"_s);
+    ASSERT_TRUE(paragraph);
+    EXPECT_EQ(paragraph->headIndent, 36);
+    EXPECT_EQ(paragraph->firstLineHeadIndent, 18);
+    EXPECT_EQ(paragraph->spacingAfter, 6);
+    EXPECT_EQ(paragraph->lineHeightMultiple, 1.5);
+    for (int i = 0; i < 4; ++i) {
+        const ParagraphStyle* before = paragraphOf(text, u"cell %1"_s.arg(i));
+        const ParagraphStyle* after = paragraphOf(back, u"cell %1"_s.arg(i));
+        ASSERT_TRUE(after && after->cell) << i;
+        TableCellBlock cell = *after->cell;
+        cell.table = table;
+        cell.widthPercent = std::round(cell.widthPercent);
+        EXPECT_TRUE(cell == *before->cell) << i;
+    }
+    const CharacterStyle* image = styleOf(back, QString(QChar(objectCharacter)));
+    ASSERT_TRUE(image && image->imageAttachment());
+    EXPECT_NEAR(image->imageAttachment()->renderedSize.width(), 100, 0.5);
+}
+
+TEST_F(WordProcessor, ItsOwnDocumentsReadWell)
+{
+    QFile source(QStringLiteral(ORVANE_TEST_DATA "/lists-and-table.fodt"));
+    ASSERT_TRUE(source.open(QIODevice::ReadOnly));
+    const AttributedString text = resaved(source.readAll(), u"theirs.fodt"_s);
+    EXPECT_EQ(text.text(), u"Plain bold link\n"
+                           u"• bullet\n\t• nested\n"
+                           u"1. number one\n2. number two\n"
+                           u"wide\ntall\nb\nc\n"
+                           u"end\n");
+    const CharacterStyle* bold = styleOf(text, u"bold"_s);
+    ASSERT_TRUE(bold);
+    EXPECT_EQ(bold->font->weight, 700);
+    EXPECT_EQ(bold->font->size, 18);
+    EXPECT_EQ(bold->foreground, rgbaFromHex(u"#FF0000"));
+    EXPECT_EQ(styleOf(text, u"link"_s)->link, u"https://example.org/");
+    EXPECT_EQ(paragraphOf(text, u"bullet"_s)->headIndent, 18);
+    EXPECT_EQ(paragraphOf(text, u"nested"_s)->headIndent, 42);
+    EXPECT_EQ(paragraphOf(text, u"number"_s)->textLists.value(0).marker, ListMarker::decimal);
+    EXPECT_EQ(paragraphOf(text, u"wide"_s)->cell->columnSpan, 2);
+    EXPECT_EQ(paragraphOf(text, u"tall"_s)->cell->rowSpan, 2);
+    EXPECT_EQ(paragraphOf(text, u"c\n"_s)->cell->column, 1);
+}
+
+} // namespace
+} // namespace orvane
