@@ -479,6 +479,8 @@ void AppState::loadNotebookSnapshot(NotebookSnapshot snapshot, bool restoreLastN
     m_folders = RecordTable<FolderRecord>(snapshot.folders);
     m_notes = RecordTable<NoteRecord>(snapshot.notes);
     ensureTrashFolderExists();
+    m_tags.rebuild(m_folders, m_notes);
+    m_activeTagFilter.clear();
     const QUuid projectID = m_currentProject->id;
     const BinderLayoutSnapshot layout =
         snapshot.binderLayout ? *std::move(snapshot.binderLayout)
@@ -535,6 +537,8 @@ void AppState::clearNotebookState()
     m_folders.clear();
     m_notes.clear();
     m_order = {};
+    m_tags = {};
+    m_activeTagFilter.clear();
     m_storedTitles.clear();
     m_lastSnapshotTimes.clear();
     m_selectedFolderID.reset();

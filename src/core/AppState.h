@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/AppCommandEvents.h"
+#include "core/BinderActions.h"
 #include "core/BinderOrder.h"
 #include "core/BootstrapDecision.h"
 #include "core/EditorHistory.h"
@@ -15,6 +16,8 @@
 #include "core/ProjectRecord.h"
 #include "core/ProjectWorkspaceState.h"
 #include "core/RecordTable.h"
+#include "core/TagSettings.h"
+#include "core/Tags.h"
 #include "platform/Services.h"
 
 #include <QObject>
@@ -144,8 +147,91 @@ public:
     void applyLiveTitle(const QUuid& id, const QString& title);
     void toggleExpanded(const QUuid& folderID);
 
+    void updateNoteBinderTitle(const QUuid& id, const QString& plainTitle,
+                               const std::optional<Blob>& titleRTF);
+    void updateFolderBinderTitle(const QUuid& id, const QString& plainName,
+                                 const std::optional<Blob>& titleRTF);
+    void updateNoteIcon(const QUuid& id, const std::optional<QString>& iconName);
+    void updateFolderIcon(const QUuid& id, const std::optional<QString>& iconName);
+    /// Pinning is no change of content: the note keeps its date.
+    void togglePinNote(const QUuid& id);
+    void togglePinFolder(const QUuid& id);
+    void updatePDFAttachment(const QUuid& id, const std::optional<QString>& assetID,
+                             const std::optional<Blob>& payload);
+    void saveShapesPayload(const std::optional<Blob>& payload, const QUuid& noteID);
+
+    // --- Order ------------------------------------------------------------------------------
+
+    [[nodiscard]] BinderSortOrder binderSortOrder() const;
+    void setBinderSortOrder(BinderSortOrder order);
+    /// The Binder's rows as they are filtered and sorted now.
+    [[nodiscard]] QList<BinderDisplayRow> displayedBinderRows() const;
+    /// Notes with any tag of the filter, newest first, without the Trash's.
+    [[nodiscard]] QList<BinderDisplayRow> tagFilteredBinderRows() const;
+    /// The notes among which a neighbour is selected: those of the selected folder, else of the
+    /// project root.
+    [[nodiscard]] QList<Shared<NoteRecord>> filteredNotes() const;
+    [[nodiscard]] std::optional<QUuid> nextNoteID(const QUuid& after) const;
+    [[nodiscard]] std::optional<QUuid> nextSiblingFolderID(const QUuid& after) const;
+    /// Without `before` to the end. Refused for a folder into itself or below itself.
+    void moveFolder(const QUuid& id, const std::optional<QUuid>& parent,
+                    const std::optional<QUuid>& before);
+    void moveNote(const QUuid& id, const QUuid& container, const std::optional<QUuid>& before);
+    /// Carries out a drop as `resolveDrop` understood it.
+    void apply(const BinderMove& move);
+    /// Moves the notes at `fromOffsets` of a container's list to where `toOffset` stands now.
+    void reorderNotes(const QUuid& container, QList<qsizetype> fromOffsets, qsizetype toOffset);
+
+    // --- Duplicating and removing -----------------------------------------------------------
+
+    std::optional<QUuid> duplicateNote(const QUuid& id);
+    /// The folder alone, without what is in it.
+    std::optional<QUuid> duplicateFolder(const QUuid& id);
+    void moveNoteToTrash(const QUuid& id);
+    /// Always to the top level: the old folder isn't remembered.
+    void restoreNoteFromTrash(const QUuid& id);
+    void eraseNotePermanently(const QUuid& id);
+    /// The folders vanish; every note below goes to the Trash.
+    void deleteFolder(const QUuid& id);
+    /// Newest change first.
+    [[nodiscard]] QList<Shared<NoteRecord>> notesInTrash() const;
+    /// Makes a file's own copy for a duplicated note: asset key, project folder and new note in,
+    /// new asset key out. Without one a duplicate shares the asset.
+    using AssetDuplicator = std::function<std::expected<QString, QString>(
+        const QString& assetID, const QString& projectRootPath, const QUuid& noteID)>;
+    void setAssetDuplicator(AssetDuplicator duplicator)
+    {
+        m_duplicateAsset = std::move(duplicator);
+    }
+
+    // --- Tags -------------------------------------------------------------------------------
+
+    [[nodiscard]] QStringList tagsForNote(const QUuid& id) const;
+    void updateNoteTags(const QUuid& id, const QStringList& tags);
+    void updateFolderTags(const QUuid& id, const QStringList& tags);
+    void addTagToNote(const QUuid& noteID, const QString& tag);
+    /// In every note and folder; onto an existing name it merges. A change of case alone is none.
+    void renameTag(const QString& oldName, const QString& newName);
+    void removeTagFromLibrary(const QString& name);
+    [[nodiscard]] const QList<TagRecord>& tagLibrary() const { return m_tags.library(); }
+    /// Notes outside the Trash.
+    [[nodiscard]] int tagCount(const QString& tag) const { return m_tags.noteCount(tag); }
+    [[nodiscard]] const QSet<QString>& activeTagFilter() const { return m_activeTagFilter; }
+    void toggleTagFilter(const QString& tag);
+    [[nodiscard]] const TagSettings& tagSettings() const { return m_tagSettings; }
+    /// Hex text; absent for the palette's own choice.
+    void setTagColor(const QString& tag, const std::optional<QString>& hex);
+    void addAlias(const QString& alias, const QString& tag);
+    void removeAlias(const QString& alias, const QString& tag);
+    void addAutoTagException(const QString& word);
+
+    // --- Versions ---------------------------------------------------------------------------
+
     /// Keeps a version of the note as it is, with a label such as "Manual Save".
     bool appendVersionSnapshot(const QUuid& noteID, const std::optional<QString>& label);
+    /// Makes the note what it was, after keeping it as it is under "Before Restore".
+    void restoreVersion(const NoteVersionSnapshot& snapshot);
+    void deleteVersion(const NoteVersionSnapshot& snapshot);
     [[nodiscard]] NoteVersionHistoryStore& versionHistory() { return m_versionHistory; }
 
     // --- Selection --------------------------------------------------------------------------
@@ -190,7 +276,16 @@ signals:
     void selectedNoteAboutToChange(const std::optional<QUuid>& from,
                                    const std::optional<QUuid>& to);
     void selectionChanged();
+    /// Sent before something other than the editor replaces a note's content: a draft of it is
+    /// written now.
+    void noteAboutToBeReplaced(const QUuid& id);
     void historyFlagsChanged();
+    void binderSortOrderChanged();
+    void activeTagFilterChanged();
+    /// The library or the counts changed.
+    void tagsChanged();
+    /// Colours, aliases or exceptions changed.
+    void tagSettingsChanged();
     void saveFailureChanged();
     /// Sent before an open project is closed or replaced: the last moment to write a draft.
     void projectAboutToClose();
@@ -223,6 +318,18 @@ private:
                CountsAsChange counts);
     void closeOpenProject();
     void replaceNote(const Shared<NoteRecord>& note);
+    void replaceFolder(const Shared<FolderRecord>& folder);
+    /// Changes one note or folder by `edit` behind the guard, and saves that record.
+    template <typename Edit>
+    void editNote(const QUuid& id, Edit&& edit);
+    template <typename Edit>
+    void editFolder(const QUuid& id, Edit&& edit);
+    /// Rewrites the tags of every record by `edit`, which gives nothing where nothing changes.
+    void
+    editTagsEverywhere(const std::function<std::optional<QStringList>(const QStringList&)>& edit);
+    [[nodiscard]] QUuid shownContainer(const NoteRecord& note) const;
+    void placeInTrash(const QUuid& id, Timestamp now);
+    [[nodiscard]] QList<QUuid> filteredNoteIDs() const;
     [[nodiscard]] std::optional<QUuid> containerForNewNote() const;
     std::optional<QUuid> insertNewNote(NoteRecord note);
     void logSelection(const char* reason) const;
@@ -247,6 +354,10 @@ private:
     BinderOrder m_order;
     std::optional<QUuid> m_selectedFolderID;
     std::optional<QUuid> m_selectedNoteID;
+    TagIndex m_tags;
+    TagSettings m_tagSettings;
+    QSet<QString> m_activeTagFilter;
+    AssetDuplicator m_duplicateAsset;
     EditorHistory m_history;
     /// Titles as they stand in the store, of notes whose title is being typed.
     QHash<QUuid, QString> m_storedTitles;

@@ -88,6 +88,7 @@ std::optional<QUuid> AppState::insertNewNote(NoteRecord note)
     note.folderID = *container;
     note.createdAt = m_services.clock.now();
     note.updatedAt = note.createdAt;
+    m_tags.add(note);
     m_notes.append(std::move(note));
     m_order.noteOrderByFolder[*container].append(id);
     emit binderStructureChanged();
@@ -126,12 +127,6 @@ std::optional<QUuid> AppState::createFolder(const QString& name)
     setSelectedProjectID(m_currentProject->id);
     persist();
     return id;
-}
-
-void AppState::replaceNote(const Shared<NoteRecord>& note)
-{
-    if (m_notes.replace(note))
-        emit noteChanged(note->id);
 }
 
 void AppState::updateNote(const QUuid& id, const NoteContent& content)
@@ -184,35 +179,6 @@ void AppState::toggleExpanded(const QUuid& folderID)
         m_order.expandedFolderIDs.remove(folderID);
     emit folderExpansionChanged(folderID, expand);
     persistLayout();
-}
-
-// --- Versions ------------------------------------------------------------------------------------
-
-void AppState::captureVersionSnapshotIfNeeded(const NoteRecord& previous, const NoteRecord& current)
-{
-    if (!m_versionHistory.isAutoSnapshotEnabled())
-        return;
-    if (previous.title == current.title && previous.body == current.body &&
-        previous.bodyRTF == current.bodyRTF)
-        return;
-    const auto last = m_lastSnapshotTimes.constFind(current.id);
-    const Timestamp now = m_services.clock.now();
-    if (last != m_lastSnapshotTimes.cend() &&
-        now.secondsSince(*last) < m_versionHistory.autoSnapshotInterval())
-        return;
-    appendVersionSnapshot(current.id, std::nullopt);
-}
-
-bool AppState::appendVersionSnapshot(const QUuid& noteID, const std::optional<QString>& label)
-{
-    const NoteRecord* found = note(noteID);
-    if (!found || !m_currentProject)
-        return false;
-    const Timestamp now = m_services.clock.now();
-    if (!m_versionHistory.appendSnapshot(*found, m_currentProject->rootPath, label, now))
-        return false;
-    m_lastSnapshotTimes.insert(noteID, now);
-    return true;
 }
 
 // --- Saving --------------------------------------------------------------------------------------

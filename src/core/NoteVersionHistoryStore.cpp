@@ -28,6 +28,8 @@ QJsonObject toJson(const NoteVersionSnapshot& snapshot)
         object.insert("label"_L1, *snapshot.label);
     if (snapshot.wordCount)
         object.insert("wordCount"_L1, *snapshot.wordCount);
+    if (snapshot.richContentPayloadBase64)
+        object.insert("richContentPayloadBase64"_L1, *snapshot.richContentPayloadBase64);
     return object;
 }
 
@@ -44,6 +46,7 @@ std::expected<NoteVersionSnapshot, JsonError> fromJson(const QJsonValue& value)
     snapshot.label = reader.optionalString("label"_L1);
     if (const auto words = reader.optionalNumber("wordCount"_L1))
         snapshot.wordCount = int(*words);
+    snapshot.richContentPayloadBase64 = reader.optionalString("richContentPayloadBase64"_L1);
     return reader.finish(std::move(snapshot));
 }
 
@@ -66,6 +69,15 @@ std::expected<QJsonArray, QString> readTimeline(const QString& path)
     return timeline;
 }
 
+std::optional<Blob> decoded(const std::optional<QString>& base64)
+{
+    if (!base64)
+        return std::nullopt;
+    auto bytes =
+        QByteArray::fromBase64Encoding(base64->toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
+    return bytes ? std::optional<Blob>(std::in_place, std::move(bytes.decoded)) : std::nullopt;
+}
+
 bool writeTimeline(const QString& path, const QJsonArray& timeline)
 {
     return writeFileAtomically(path, QJsonDocument(timeline).toJson(QJsonDocument::Indented))
@@ -84,6 +96,16 @@ int wordCount(QStringView text)
         inWord = !isSpace;
     }
     return words;
+}
+
+std::optional<Blob> NoteVersionSnapshot::bodyRTF() const
+{
+    return decoded(bodyRTFBase64);
+}
+
+std::optional<Blob> NoteVersionSnapshot::richContentPayload() const
+{
+    return decoded(richContentPayloadBase64);
 }
 
 NoteVersionHistoryStore::NoteVersionHistoryStore(UserDefaults& defaults,
@@ -126,6 +148,9 @@ bool NoteVersionHistoryStore::appendSnapshot(const NoteRecord& note, const QStri
     snapshot.bodyPlain = note.body;
     if (note.bodyRTF && !note.bodyRTF->isEmpty())
         snapshot.bodyRTFBase64 = QString::fromLatin1(note.bodyRTF->bytes().toBase64());
+    if (label == "Before Restore"_L1 && note.richContentPayload)
+        snapshot.richContentPayloadBase64 =
+            QString::fromLatin1(note.richContentPayload->bytes().toBase64());
     snapshot.label = label;
     snapshot.wordCount = wordCount(note.body);
 

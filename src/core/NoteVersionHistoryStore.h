@@ -27,6 +27,12 @@ struct NoteVersionSnapshot {
     /// "Manual Save", "Before Restore", or absent for an automatic one.
     std::optional<QString> label;
     std::optional<int> wordCount;
+    /// The rich payload, only where a restore is about to drop it.
+    std::optional<QString> richContentPayloadBase64;
+
+    /// Nothing when absent or not Base64.
+    [[nodiscard]] std::optional<Blob> bodyRTF() const;
+    [[nodiscard]] std::optional<Blob> richContentPayload() const;
 
     bool operator==(const NoteVersionSnapshot&) const = default;
 };
@@ -48,8 +54,8 @@ public:
     [[nodiscard]] static QList<NoteVersionSnapshot> snapshots(const QString& projectRootPath,
                                                               const QUuid& noteID);
 
-    /// Adds the note as it is and drops the oldest beyond the maximum. False when it could not be
-    /// written.
+    /// Adds the note as it is and drops the oldest beyond the maximum. The rich payload goes in
+    /// only under the label "Before Restore". False when it could not be written.
     bool appendSnapshot(const NoteRecord& note, const QString& projectRootPath,
                         const std::optional<QString>& label, Timestamp now);
     void deleteSnapshot(const QUuid& id, const QUuid& noteID, const QString& projectRootPath);

@@ -27,6 +27,7 @@ EditorSession::EditorSession(AppState& appState, QObject* parent)
     connect(&appState, &AppState::noteChanged, this, &EditorSession::recordChanged);
     connect(&appState, &AppState::projectAboutToClose, this, &EditorSession::flushBeforeClosing);
     connect(&appState, &AppState::willTerminate, this, &EditorSession::flushBeforeClosing);
+    connect(&appState, &AppState::noteAboutToBeReplaced, this, &EditorSession::flushDraftToDisk);
     m_saveCommand = appState.services().notifications.observe(
         AppCommandEvents::saveDocument, [this](const NoPayload&) { saveFromExplicitCommand(); });
     syncDraftsFromSelection(false);
