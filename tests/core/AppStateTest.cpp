@@ -1,0 +1,403 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "core/AppState.h"
+
+#include "core/RecordJson.h"
+#include "core/Records.h"
+#include "core/SessionKeys.h"
+#include "support/TestServices.h"
+
+#include <QCoreApplication>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <sys/resource.h>
+
+namespace orvane {
+namespace {
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+struct AppStateTest : ::testing::Test {
+    TestServices test;
+    std::unique_ptr<AppState> app = std::make_unique<AppState>(test.services());
+
+    /// Ends the program and starts it again on the same disk and settings.
+    void restart()
+    {
+        app->terminate();
+        app = std::make_unique<AppState>(test.services());
+        app->bootstrapProjects();
+    }
+    QUuid newProject(const QString& name = u"Tidewater"_s)
+    {
+        SessionKeys::welcomeDismissed.write(test.defaults, true);
+        const auto id = app->createProject(name, std::nullopt);
+        EXPECT_TRUE(id) << qPrintable(id ? QString() : id.error());
+        return id.value_or(QUuid());
+    }
+    QUuid newNote(const QString& title, const QString& body = {})
+    {
+        const QUuid id = app->createNote().value();
+        app->updateNote(id, {title, body, {}, {}, {}, {}});
+        return id;
+    }
+    QString dataFolder()
+    {
+        return ProjectLibraryController::projectDataDirectoryPath(app->projects().first().rootPath);
+    }
+};
+
+TEST_F(AppStateTest, WhatWasWrittenIsThereAfterTheNextStart)
+{
+    const QUuid project = newProject();
+    const QUuid manuscript = app->createFolder(u" Manuscript "_s).value();
+    const QUuid chapter = newNote(u"Low water"_s, u"Mara counts the posts again."_s);
+    app->selectProjectRoot();
+    const QUuid start = newNote(u"Start Here"_s, u"x"_s);
+    EXPECT_EQ(app->note(start)->folderID, project);
+    EXPECT_EQ(app->note(chapter)->folderID, manuscript);
+
+    SessionKeys::launchDestination.write(test.defaults, u"lastNote"_s);
+    restart();
+    EXPECT_EQ(app->rootPresentationMode(), RootPresentationMode::Editor);
+    ASSERT_TRUE(app->note(chapter));
+    EXPECT_EQ(app->note(chapter)->body, u"Mara counts the posts again."_s);
+    EXPECT_EQ(app->folder(manuscript)->name, u"Manuscript"_s);
+    EXPECT_EQ(app->selectedNoteID(), start);
+    EXPECT_EQ(app->projects().first().updatedAt, app->currentProject()->updatedAt);
+    EXPECT_FALSE(QFile::exists(dataFolder() + u"/OrvaneWorkspace.store-journal"_s));
+}
+
+TEST_F(AppStateTest, AProjectBehindAMarkerStaysClosed)
+{
+    const QUuid project = newProject();
+    newNote(u"One"_s);
+    app->terminate();
+    app.reset();
+    app = std::make_unique<AppState>(test.services());
+    app->refreshProjects();
+    const QString store = storePath(dataFolder());
+    const QByteArray damaged = QByteArray(5000, 'x');
+    ASSERT_TRUE(writeFileAtomically(store, damaged));
+
+    for (int start = 0; start < 2; ++start) {
+        SCOPED_TRACE(start);
+        SessionKeys::launchDestination.write(test.defaults, u"lastProject"_s);
+        app = std::make_unique<AppState>(test.services());
+        app->bootstrapProjects();
+        EXPECT_EQ(app->rootPresentationMode(), RootPresentationMode::Projects);
+        EXPECT_FALSE(app->currentProject());
+        ASSERT_TRUE(app->projectLoadProtectionAlert());
+        const auto alert = *app->projectLoadProtectionAlert();
+        EXPECT_EQ(*readFile(alert.backupPath + u"/OrvaneWorkspace.store"_s), damaged);
+        EXPECT_TRUE(alert.message().startsWith(
+            u"OrvaneWorkspace could not safely load \"Tidewater\", so it stopped before opening an empty project.\n\nThe existing Core Data store files were moved to:\n/"_s));
+        EXPECT_TRUE(alert.message().contains(
+            u"\n\nThis project will stay closed until the recovery marker is inspected.\n\nError:\n"_s));
+        EXPECT_TRUE(app->project(project));
+    }
+    // Put back by a person: the backup, and no marker.
+    const QString backup = app->projectLoadProtectionAlert()->backupPath;
+    ASSERT_TRUE(QFile::exists(backup));
+    ASSERT_TRUE(QFile::remove(PersistentStoreRecovery::markerPath(dataFolder())));
+    app->openProject(project, false);
+    EXPECT_TRUE(app->currentProject()); // the fresh store that took the old one's place
+}
+
+TEST_F(AppStateTest, ASecondOpenerIsToldWhoHasTheProject)
+{
+    const QUuid project = newProject();
+    AppState other(test.services());
+    other.refreshProjects();
+    other.openProject(project, false);
+    EXPECT_FALSE(other.currentProject());
+    ASSERT_TRUE(other.projectOpenProblem());
+    EXPECT_EQ(other.projectOpenProblem()->title, u"Project Is Open Elsewhere"_s);
+    EXPECT_TRUE(other.projectOpenProblem()->message.contains(
+        QString::number(QCoreApplication::applicationPid())));
+    app->closeProject();
+    other.clearProjectOpenProblem();
+    other.openProject(project, false);
+    EXPECT_TRUE(other.currentProject());
+}
+
+TEST_F(AppStateTest, SwitchingProjectsKeepsBothAndTheOpenHistory)
+{
+    const QUuid one = newProject(u"One"_s);
+    newNote(u"In one"_s);
+    const QUuid two = newProject(u"Two"_s);
+    EXPECT_EQ(app->notes().size(), 0);
+    EXPECT_EQ(app->projectOpenHistoryIDs(), (QList<QUuid>{two, one}));
+    app->openProject(one, false);
+    EXPECT_EQ(app->notes().size(), 1);
+    EXPECT_EQ(app->projectOpenHistoryIDs(), (QList<QUuid>{one, two}));
+    EXPECT_EQ(app->projectsByRecentOpen().first().id, one);
+    app->presentProjectsBrowser();
+    EXPECT_TRUE(app->currentProject());
+    app->openProject(idOf(99), true);
+    app->presentEditor();
+    EXPECT_EQ(app->currentProject()->id, one);
+    app->moveProjectToTrash(one);
+    EXPECT_FALSE(app->currentProject());
+    EXPECT_EQ(app->projects().size(), 1);
+    EXPECT_TRUE(app->notes().isEmpty());
+
+    QStringList many{u"not an id"_s};
+    for (int i = 0; i < 25; ++i)
+        many.append(uuidText(idOf(i)));
+    test.defaults.set(SessionKeys::openProjectHistoryIDs, many);
+    EXPECT_EQ(app->projectOpenHistoryIDs().size(), 25);
+    app->openProject(two, false);
+    EXPECT_EQ(app->projectOpenHistoryIDs().size(), 20);
+}
+
+TEST_F(AppStateTest, TheLicenceStandsBeforeEveryChange)
+{
+    const QUuid project = newProject();
+    const QUuid note = newNote(u"Note"_s, u"body"_s);
+    const QUuid folder = app->createFolder(u"Folder"_s).value();
+    const auto notes = app->notes().records();
+    const auto folders = app->folders().records();
+    const BinderOrder order = app->order();
+    test.licence.setPolicy([] { return false; });
+    int unlocks = 0;
+    const auto observing = test.notifications.observe(AppCommandEvents::showLicenseUnlock,
+                                                      [&](const NoPayload&) { ++unlocks; });
+
+    struct Row {
+        const char* name;
+        std::function<void()> act;
+    };
+    const Row rows[] = {
+        {"create note",
+         [&] {
+             app->createNote();
+         }},
+        {"create note with body",
+         [&] {
+             app->createNote(u"x"_s, {});
+         }},
+        {"create folder",
+         [&] {
+             app->createFolder(u"x"_s);
+         }},
+        {"create project",
+         [&] {
+             (void)app->createProject(u"x"_s, {});
+         }},
+        {"update note",
+         [&] {
+             app->updateNote(note, {u"x"_s, {}, {}, {}, {}, {}});
+         }},
+        {"note title",
+         [&] {
+             app->updateNoteBinderTitle(note, u"x"_s, {});
+         }},
+        {"folder title",
+         [&] {
+             app->updateFolderBinderTitle(folder, u"x"_s, {});
+         }},
+        {"note icon",
+         [&] {
+             app->updateNoteIcon(note, u"x"_s);
+         }},
+        {"folder icon",
+         [&] {
+             app->updateFolderIcon(folder, u"x"_s);
+         }},
+        {"note tags",
+         [&] {
+             app->updateNoteTags(note, {u"x"_s});
+         }},
+        {"add tag",
+         [&] {
+             app->addTagToNote(note, u"x"_s);
+         }},
+        {"pin",
+         [&] {
+             app->togglePinNote(note);
+         }},
+        {"move note",
+         [&] {
+             app->moveNote(note, folder, {});
+         }},
+        {"duplicate",
+         [&] {
+             app->duplicateNote(note);
+         }},
+        {"duplicate folder",
+         [&] {
+             app->duplicateFolder(folder);
+         }},
+        {"to the Trash",
+         [&] {
+             app->moveNoteToTrash(note);
+         }},
+        {"erase",
+         [&] {
+             app->eraseNotePermanently(note);
+         }},
+        {"delete folder",
+         [&] {
+             app->deleteFolder(folder);
+         }},
+        {"project's name",
+         [&] {
+             app->updateProjectMetadata(project, u"x"_s, {}, {});
+         }},
+        {"project to the trash",
+         [&] {
+             app->moveProjectToTrash(project);
+         }},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        unlocks = test.beeper.count = 0;
+        row.act();
+        EXPECT_EQ(unlocks, 1);
+        EXPECT_EQ(test.beeper.count, 1);
+        EXPECT_EQ(app->notes().records(), notes);
+        EXPECT_EQ(app->folders().records(), folders);
+        EXPECT_EQ(app->order(), order);
+    }
+    EXPECT_EQ(app->projects().size(), 1);
+}
+
+TEST_F(AppStateTest, SelectionAndHistory)
+{
+    newProject();
+    const QUuid folder = app->createFolder(u"F"_s).value();
+    QList<QUuid> ids;
+    for (const char16_t* title : {u"a", u"b", u"c"})
+        ids.append(newNote(QString::fromUtf16(title)));
+    app->navigateMainEditorHistory(-1);
+    EXPECT_EQ(app->selectedNoteID(), ids[1]);
+    app->eraseNotePermanently(ids[0]);
+    app->navigateMainEditorHistory(-1);
+    EXPECT_EQ(app->selectedNoteID(), ids[1]);
+    EXPECT_FALSE(app->canNavigateMainEditorBack());
+    app->navigateMainEditorHistory(1);
+    EXPECT_EQ(app->selectedNoteID(), ids[2]);
+
+    QList<std::pair<std::optional<QUuid>, std::optional<QUuid>>> announced;
+    QObject::connect(app.get(), &AppState::selectedNoteAboutToChange,
+                     [&](const auto& from, const auto& to) {
+                         EXPECT_EQ(app->selectedNoteID(), from);
+                         announced.append({from, to});
+                     });
+    app->selectFolder(folder);
+    app->selectBinderRow(BinderRowID{BinderRowID::Kind::Note, ids[1]});
+    app->selectBinderRow(std::nullopt);
+    EXPECT_EQ(announced.size(), 3);
+    EXPECT_FALSE(app->selectedBinderRowID());
+}
+
+TEST_F(AppStateTest, ALiveTitleIsStoredOnlyWithTheNote)
+{
+    newProject();
+    const QUuid id = app->createNote().value();
+    app->updateNoteBinderTitle(id, u"Old"_s, Blob("{\\rtf1 Old}"));
+    app->applyLiveTitle(id, u"New"_s);
+    EXPECT_EQ(app->note(id)->titleForList(), u"New"_s);
+    const auto stored = [&] {
+        return app->persistenceController()->load().notes.first();
+    };
+    EXPECT_EQ(stored()->title, u"Old"_s);
+    app->updateNote(id, {u"New"_s, {}, {}, {}, {}, {}});
+    EXPECT_EQ(stored()->title, u"New"_s);
+    EXPECT_FALSE(stored()->titleRTF);
+}
+
+TEST_F(AppStateTest, VersionsAreKeptAtMostOncePerIntervalAndBeforeARestore)
+{
+    newProject();
+    const QUuid id = app->createNote().value();
+    const auto versions = [&] {
+        return NoteVersionHistoryStore::snapshots(app->currentProject()->rootPath, id);
+    };
+    const auto write = [&](const QString& body) {
+        app->updateNote(id, {u"T"_s, body, {}, Blob("payload of " + body.toUtf8()), {}, {}});
+    };
+    write(u"one"_s);
+    test.clock.advance(299s);
+    write(u"two"_s);
+    EXPECT_EQ(versions().size(), 1);
+    test.clock.advance(1s);
+    write(u"three"_s);
+    EXPECT_EQ(versions().size(), 2);
+    test.clock.advance(1h);
+    app->updateNoteTags(id, {u"tag"_s});
+    write(u"three"_s);
+    EXPECT_EQ(versions().size(), 2);
+
+    autoSnapshotEnabledSetting.write(test.defaults, false);
+    write(u"four"_s);
+    const NoteVersionSnapshot first = versions().first();
+    app->restoreVersion(first);
+    EXPECT_EQ(app->note(id)->body, u"one"_s);
+    EXPECT_FALSE(app->note(id)->richContentPayload);
+    ASSERT_EQ(versions().size(), 3);
+    EXPECT_EQ(versions().last().label, u"Before Restore"_s);
+    EXPECT_EQ(versions().last().bodyPlain, u"four"_s);
+    app->restoreVersion(versions().last());
+    EXPECT_EQ(app->note(id)->body, u"four"_s);
+    EXPECT_EQ(app->note(id)->richContentPayload, Blob("payload of four"));
+    app->deleteVersion(first);
+    EXPECT_EQ(versions().size(), 3);
+}
+
+TEST_F(AppStateTest, AFailedSaveLeavesMemoryRightAndTheNextOneWritesEverything)
+{
+    const QUuid project = newProject();
+    const QUuid id = newNote(u"Kept"_s);
+    QList<bool> failing;
+    QObject::connect(app.get(), &AppState::saveFailureChanged,
+                     [&] { failing.append(app->saveFailure().has_value()); });
+    {
+        rlimit before{};
+        ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+        std::signal(SIGXFSZ, SIG_IGN);
+        rlimit small = before;
+        small.rlim_cur = 4096;
+        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+        app->updateNote(id, {u"Kept"_s, QString(300'000, u'x'), {}, {}, {}, {}});
+        test.clock.advance(1min);
+        app->createNote();
+        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
+    }
+    ASSERT_TRUE(app->saveFailure());
+    EXPECT_EQ(test.clock.now().secondsSince(app->saveFailure()->since), 60);
+    EXPECT_EQ(app->note(id)->body.size(), 300'000);
+    app->createFolder(u"Later"_s);
+    EXPECT_FALSE(app->saveFailure());
+    EXPECT_EQ(failing.size(), 3);
+    EXPECT_FALSE(failing.last());
+    const auto notes = app->notes().size();
+    restart();
+    app->openProject(project, false);
+    EXPECT_EQ(app->notes().size(), notes);
+    EXPECT_EQ(app->note(id)->body.size(), 300'000);
+}
+
+TEST_F(AppStateTest, TakesOverALibraryWideNotebookOnce)
+{
+    const QString legacy = test.services().folders.applicationSupport + u"/OrvaneNotes"_s;
+    ASSERT_TRUE(orvane::makeFolder(legacy));
+    NotebookSnapshot snapshot;
+    snapshot.notes = {makeNote(1, idOf(5)), makeNote(2, idOf(6))};
+    ASSERT_TRUE(writeFileAtomically(legacy + u"/notebook.json"_s, encodeJson(toJson(snapshot))));
+    for (int start = 0; start < 2; ++start) {
+        app = std::make_unique<AppState>(test.services());
+        app->bootstrapProjects();
+        ASSERT_EQ(app->projects().size(), 1);
+        EXPECT_EQ(app->projects().first().name, u"OrvaneWorkspace Library"_s);
+        EXPECT_EQ(app->projects().first().iconName, u"sf:archivebox.fill"_s);
+        app->openProject(app->projects().first().id, false);
+        EXPECT_EQ(app->notes().size(), 2);
+    }
+    EXPECT_TRUE(QFile::exists(legacy + u"/notebook.pre_coredata.json"_s));
+}
+
+} // namespace
+} // namespace orvane
