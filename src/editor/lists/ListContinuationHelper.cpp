@@ -1,0 +1,203 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "editor/lists/ListContinuationHelper.h"
+
+#include "editor/lists/ListLines.h"
+
+namespace orvane::ListContinuationHelper {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const auto listName = u"List"_s;
+
+/// What an item that goes on with `line`'s marker begins with, at `level`.
+QString continuingPrefix(const ListText& text, const ListLine& line, int level)
+{
+    const auto match = matchOf(text, line);
+    if (match && match->customBullet)
+        return markerPrefix(match->customBullet->character, level);
+    const bool isHyphen = text.text[line.contentStart() - 2] == u'-';
+    if (isHyphen && text.form == ListForm::plain)
+        return markerPrefix(u"-"_s, level);
+    return markerPrefix(*line.item, level);
+}
+
+std::optional<RgbaColor> continuingColor(const ListText& text, const ListLine& line)
+{
+    const auto match = matchOf(text, line);
+    return match && match->customBullet ? match->customBullet->color() : std::nullopt;
+}
+
+TextEdits finish(ListLines& lines, const QString& name, qsizetype caret)
+{
+    lines.renumber();
+    TextEdits edits = lines.edits(name);
+    edits.selection = {positionAfter(edits.replacements, caret, InsertionSide::after), 0};
+    return edits;
+}
+
+/// The selection covers the same characters as before; a caret goes behind a new marker.
+TextEdits finishWithSelection(ListLines& lines, const QString& name, TextRange selection)
+{
+    lines.renumber();
+    TextEdits edits = lines.edits(name);
+    const auto startSide = selection.isEmpty() ? InsertionSide::after : InsertionSide::before;
+    edits.selection = TextRange::between(
+        positionAfter(edits.replacements, selection.location, startSide),
+        positionAfter(edits.replacements, selection.end(), InsertionSide::after));
+    return edits;
+}
+
+bool isItemAt(const ListText& text, qsizetype position)
+{
+    return recognisedLine(text, lineRange(text.text, position)).isItem();
+}
+
+TextEdits withoutMarkers(ListLines& lines, ListLines::Span span, const QString& name,
+                         TextRange selection)
+{
+    for (qsizetype i = span.first; i < span.end; ++i) {
+        if (lines[i].isItem())
+            lines.setPlain(i);
+    }
+    return finishWithSelection(lines, name, selection);
+}
+
+} // namespace
+
+std::optional<TextEdits> handleReturn(const ListText& text, TextRange selection)
+{
+    if (!selection.isEmpty() || !isItemAt(text, selection.location))
+        return std::nullopt;
+    ListLines lines(text);
+    const qsizetype index = lines.indexAt(selection.location);
+    const ListLine line = lines[index];
+    const QStringView content =
+        QStringView(text.text).sliced(line.contentStart(), line.range.end() - line.contentStart());
+    if (content.trimmed().isEmpty()) {
+        lines.setPlain(index);
+        return finish(lines, listName, selection.location);
+    }
+    const qsizetype caret = std::clamp(selection.location, line.contentStart(), line.range.end());
+    lines.split(index, caret, *line.item, line.level, continuingPrefix(text, line, line.level));
+    if (const auto color = continuingColor(text, line))
+        lines.setMarkerColor(index + 1, color);
+    return finish(lines, listName, caret);
+}
+
+std::optional<TextEdits> removeListMarker(const ListText& text, qsizetype position)
+{
+    if (!isItemAt(text, position))
+        return std::nullopt;
+    ListLines lines(text);
+    lines.setPlain(lines.indexAt(position));
+    return finish(lines, listName, position);
+}
+
+std::optional<TextEdits> updateListIndent(const ListText& text, TextRange selection, int delta)
+{
+    if (!selection.isEmpty() || !isItemAt(text, selection.location))
+        return std::nullopt;
+    const QString name = delta > 0 ? u"Indent"_s : u"Outdent"_s;
+    ListLines lines(text);
+    const qsizetype index = lines.indexAt(selection.location);
+    const ListLine line = lines[index];
+    const int level = line.level + delta;
+    if (level < 0) {
+        lines.setPlain(index);
+        TextEdits edits = finish(lines, name, line.range.location);
+        const qsizetype distance = std::min(selection.location - line.range.location,
+                                            line.range.length - line.prefixLength);
+        edits.selection.location += distance;
+        return edits;
+    }
+    lines.setItem(index, *line.item, level, continuingPrefix(text, line, level));
+    if (const auto color = continuingColor(text, line))
+        lines.setMarkerColor(index, color);
+    return finish(lines, name, std::max(selection.location, line.contentStart()));
+}
+
+TextEdits renumberOrderedLists(const ListText& text, TextRange touched)
+{
+    ListLines lines(text);
+    lines.touch(lines.touchedBy(touched));
+    return finishWithSelection(lines, listName, touched);
+}
+
+TextEdits toggleList(const ListText& text, TextRange selection, EditorListStyle style)
+{
+    const auto name = u"List Style"_s;
+    ListLines lines(text);
+    const ListLines::Span span = lines.touchedBy(selection);
+    bool removes = true;
+    for (qsizetype i = span.first; i < span.end && removes; ++i)
+        removes = lines[i].item == style;
+    if (removes)
+        return withoutMarkers(lines, span, name, selection);
+    for (qsizetype i = span.first; i < span.end; ++i) {
+        const int level = lines[i].isItem() ? lines[i].level : 0;
+        lines.setItem(i, style, level, markerPrefix(style, level));
+    }
+    return finishWithSelection(lines, name, selection);
+}
+
+TextEdits toggleCustomBullet(const ListText& text, TextRange selection, const QString& character,
+                             const std::optional<RgbaColor>& color)
+{
+    const auto name = u"Custom Bullet"_s;
+    ListText withBullet = text;
+    CustomBullet bullet;
+    bullet.character = character;
+    withBullet.bullets.append(bullet);
+    ListLines lines(withBullet);
+    const ListLines::Span span = lines.touchedBy(selection);
+    const QString marker = markerPrefix(character, 0);
+    const auto carries = [&](const ListLine& line) {
+        QStringView content = QStringView(text.text).sliced(line.range.location, line.range.length);
+        while (content.startsWith(u'\t'))
+            content = content.sliced(1);
+        return line.isItem() && content.startsWith(marker);
+    };
+    bool removes = true;
+    for (qsizetype i = span.first; i < span.end && removes; ++i)
+        removes = carries(lines[i]);
+    if (removes)
+        return withoutMarkers(lines, span, name, selection);
+    for (qsizetype i = span.first; i < span.end; ++i) {
+        const int level = lines[i].isItem() ? lines[i].level : 0;
+        lines.setItem(i, EditorListStyle::disc, level, markerPrefix(character, level));
+        lines.setMarkerColor(i, color);
+    }
+    return finishWithSelection(lines, name, selection);
+}
+
+TextEdits removeAnyCustomBullet(const ListText& text, TextRange selection)
+{
+    ListLines lines(text);
+    const ListLines::Span span = lines.touchedBy(selection);
+    for (qsizetype i = span.first; i < span.end; ++i) {
+        const auto match = matchOf(text, lines[i]);
+        if (match && match->customBullet)
+            lines.setPlain(i);
+    }
+    return finishWithSelection(lines, u"Custom Bullet"_s, selection);
+}
+
+std::optional<TextEdits> toggleCheckbox(const ListText& text, qsizetype position)
+{
+    if (position < 0 || position >= text.text.size())
+        return std::nullopt;
+    const ListLine line = recognisedLine(text, lineRange(text.text, position));
+    if (line.item != EditorListStyle::checkbox || position != line.contentStart() - 2)
+        return std::nullopt;
+    const bool isTicked = text.text[position] == tickedBox;
+    TextEdits edits;
+    edits.name = isTicked ? u"Untick"_s : u"Tick"_s;
+    edits.replacements = {
+        {{position, 1}, QString(QChar(isTicked ? emptyBox : tickedBox)), position}};
+    edits.selection = {position, 0};
+    return edits;
+}
+
+} // namespace orvane::ListContinuationHelper
