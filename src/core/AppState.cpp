@@ -481,7 +481,7 @@ void AppState::loadNotebookSnapshot(NotebookSnapshot snapshot, bool restoreLastN
     ensureTrashFolderExists();
     m_tags.rebuild(m_folders, m_notes);
     m_activeTagFilter.clear();
-    const QUuid projectID = m_currentProject->id;
+    const QUuid projectID = projectRootContainerID().value_or(QUuid());
     const BinderLayoutSnapshot layout =
         snapshot.binderLayout ? *std::move(snapshot.binderLayout)
                               : BinderDisplayOrdering::defaultLayout(m_folders, m_notes, projectID);

@@ -71,6 +71,9 @@ public:
     /// licence question was answered with no.
     std::expected<QUuid, QString> createProject(const QString& name,
                                                 const std::optional<QString>& iconName);
+    /// Shows a notebook. Part of opening a project; without an open project nothing of it is saved.
+    void loadNotebookSnapshot(NotebookSnapshot snapshot, bool restoreLastNote,
+                              const std::optional<ProjectWorkspaceState>& workspaceState);
     void presentProjectsBrowser();
     /// Back to the editor of the project that is open behind the browser.
     void presentEditor();
@@ -302,8 +305,6 @@ private:
     void dropController();
     void blockProjectOpenAfterRecovery(const OrvaneProjectRecord& project,
                                        const PersistentStoreRecovery& recovery);
-    void loadNotebookSnapshot(NotebookSnapshot snapshot, bool restoreLastNote,
-                              const std::optional<ProjectWorkspaceState>& workspaceState);
     void restoreWorkspaceSelectionIfNeeded(const ProjectWorkspaceState& state,
                                            bool restoreLastNote);
     void restoreLastOpenedNoteIfNeeded();

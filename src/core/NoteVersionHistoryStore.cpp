@@ -50,23 +50,67 @@ std::expected<NoteVersionSnapshot, JsonError> fromJson(const QJsonValue& value)
     return reader.finish(std::move(snapshot));
 }
 
-/// The timeline as JSON, checked but not unpacked: an append need not rebuild each entry.
-std::expected<QJsonArray, QString> readTimeline(const QString& path)
+using Timeline = QList<NoteVersionSnapshot>;
+
+std::expected<Timeline, QString> readTimeline(const QString& path)
 {
     const auto bytes = readFile(path);
     if (!bytes && bytes.error().code == FileError::Code::NotFound)
-        return QJsonArray();
+        return Timeline();
     if (!bytes)
         return std::unexpected(bytes.error().text());
     const QJsonDocument document = QJsonDocument::fromJson(*bytes);
     if (!document.isArray())
         return std::unexpected(path);
-    QJsonArray timeline = document.array();
-    for (const QJsonValue& value : std::as_const(timeline)) {
-        if (const auto snapshot = fromJson(value); !snapshot)
+    Timeline timeline;
+    const QJsonArray array = document.array();
+    timeline.reserve(array.size());
+    for (const QJsonValue& value : array) {
+        auto snapshot = fromJson(value);
+        if (!snapshot)
             return std::unexpected(snapshot.error().text());
+        timeline.append(*std::move(snapshot));
     }
     return timeline;
+}
+
+// The text of a timeline is edited as text, so that adding a version does not build a hundred
+// others anew. It relies on how the encoder lays an array out: entries four blanks deep, each on
+// lines of its own, and no line break inside a value.
+constexpr QByteArrayView arrayStart("[\n");
+constexpr QByteArrayView arrayEnd("\n]\n");
+constexpr QByteArrayView entryEnd("\n    }");
+constexpr QByteArrayView separator(",\n");
+
+QByteArray entriesText(const Timeline& timeline)
+{
+    if (timeline.isEmpty())
+        return {};
+    QJsonArray array;
+    for (const NoteVersionSnapshot& snapshot : timeline)
+        array.append(toJson(snapshot));
+    const QByteArray text = QJsonDocument(array).toJson(QJsonDocument::Indented);
+    return text.sliced(arrayStart.size(), text.size() - arrayStart.size() - arrayEnd.size());
+}
+
+QByteArrayView withoutFirst(QByteArrayView entries, qsizetype count)
+{
+    for (; count > 0 && !entries.isEmpty(); --count) {
+        const qsizetype end = entries.indexOf(entryEnd);
+        const qsizetype next = end + entryEnd.size() + separator.size();
+        entries = end < 0 || next > entries.size() ? QByteArrayView() : entries.sliced(next);
+    }
+    return entries;
+}
+
+QByteArray timelineText(QByteArrayView entries, QByteArrayView added)
+{
+    QByteArray text;
+    text.reserve(entries.size() + added.size() + 16);
+    text.append(arrayStart).append(entries);
+    if (!entries.isEmpty() && !added.isEmpty())
+        text.append(separator);
+    return text.append(added).append(arrayEnd);
 }
 
 std::optional<Blob> decoded(const std::optional<QString>& base64)
@@ -76,12 +120,6 @@ std::optional<Blob> decoded(const std::optional<QString>& base64)
     auto bytes =
         QByteArray::fromBase64Encoding(base64->toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
     return bytes ? std::optional<Blob>(std::in_place, std::move(bytes.decoded)) : std::nullopt;
-}
-
-bool writeTimeline(const QString& path, const QJsonArray& timeline)
-{
-    return writeFileAtomically(path, QJsonDocument(timeline).toJson(QJsonDocument::Indented))
-        .has_value();
 }
 
 } // namespace
@@ -127,14 +165,7 @@ QString NoteVersionHistoryStore::filePath(const QString& projectRootPath, const 
 QList<NoteVersionSnapshot> NoteVersionHistoryStore::snapshots(const QString& projectRootPath,
                                                               const QUuid& noteID)
 {
-    const auto timeline = readTimeline(filePath(projectRootPath, noteID));
-    QList<NoteVersionSnapshot> list;
-    if (!timeline)
-        return list;
-    list.reserve(timeline->size());
-    for (const QJsonValue& value : *timeline)
-        list.append(*fromJson(value));
-    return list;
+    return readTimeline(filePath(projectRootPath, noteID)).value_or(Timeline());
 }
 
 bool NoteVersionHistoryStore::appendSnapshot(const NoteRecord& note, const QString& projectRootPath,
@@ -156,22 +187,43 @@ bool NoteVersionHistoryStore::appendSnapshot(const NoteRecord& note, const QStri
 
     (void)makeFolder(historyDirectoryPath(projectRootPath));
     const QString path = filePath(projectRootPath, note.id);
-    auto timeline = readTimeline(path);
-    if (!timeline) {
-        qWarning("A version history can't be read and is set aside: %ls",
-                 qUtf16Printable(timeline.error()));
-        QFile::remove(path + ".damaged"_L1);
-        if (!QFile::rename(path, path + ".damaged"_L1))
-            return false;
-        timeline = QJsonArray();
+    std::optional<KnownTimeline> known = knownTimeline(path);
+    const auto file = known ? readFile(path) : std::unexpected(FileError{});
+    QByteArray reencoded;
+    QByteArrayView entries;
+    if (known && file && file->size() >= arrayStart.size() + arrayEnd.size()) {
+        entries = QByteArrayView(*file).sliced(arrayStart.size());
+        entries.chop(arrayEnd.size());
+    } else {
+        auto timeline = readTimeline(path);
+        if (!timeline) {
+            qWarning("A version history can't be read and is set aside: %ls",
+                     qUtf16Printable(timeline.error()));
+            QFile::remove(path + ".damaged"_L1);
+            if (!QFile::rename(path, path + ".damaged"_L1))
+                return false;
+            timeline = Timeline();
+        }
+        known = KnownTimeline{{}, timeline->size()};
+        reencoded = entriesText(*timeline);
+        entries = reencoded;
     }
-    timeline->append(toJson(snapshot));
-    while (timeline->size() > maxSnapshots())
-        timeline->removeFirst();
-    if (!writeTimeline(path, *timeline))
+    const qsizetype surplus = std::max<qsizetype>(0, known->count + 1 - maxSnapshots());
+    const QByteArray text = timelineText(withoutFirst(entries, surplus), entriesText({snapshot}));
+    if (!writeFileAtomically(path, text))
         return false;
+    m_known.insert(path, {FileStamp::of(path), known->count + 1 - surplus});
     m_notifications.post(snapshotsDidChange, note.id);
     return true;
+}
+
+std::optional<NoteVersionHistoryStore::KnownTimeline>
+NoteVersionHistoryStore::knownTimeline(const QString& path) const
+{
+    const auto known = m_known.constFind(path);
+    if (known == m_known.cend() || known->file != FileStamp::of(path))
+        return std::nullopt;
+    return *known;
 }
 
 void NoteVersionHistoryStore::deleteSnapshot(const QUuid& id, const QUuid& noteID,
@@ -181,12 +233,10 @@ void NoteVersionHistoryStore::deleteSnapshot(const QUuid& id, const QUuid& noteI
     auto timeline = readTimeline(path);
     if (!timeline)
         return;
-    const QString text = uuidText(id);
-    for (qsizetype i = timeline->size(); i-- > 0;) {
-        if (timeline->at(i).toObject().value("id"_L1).toString().toUpper() == text)
-            timeline->removeAt(i);
-    }
-    if (writeTimeline(path, *timeline))
+    timeline->removeIf([&](const NoteVersionSnapshot& snapshot) { return snapshot.id == id; });
+    m_known.remove(path);
+    const QByteArray entries = entriesText(*timeline);
+    if (writeFileAtomically(path, timelineText(entries, {})))
         m_notifications.post(snapshotsDidChange, noteID);
 }
 

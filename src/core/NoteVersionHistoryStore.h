@@ -4,9 +4,11 @@
 #include "core/JsonObjectReader.h"
 #include "core/NoteRecord.h"
 #include "platform/AtomicFile.h"
+#include "platform/FileStamp.h"
 #include "platform/NotificationCenter.h"
 #include "platform/UserDefaults.h"
 
+#include <QHash>
 #include <QList>
 #include <QString>
 #include <QUuid>
@@ -67,6 +69,15 @@ public:
     [[nodiscard]] qsizetype maxSnapshots() const;
 
 private:
+    /// A file that this store has written or checked whole, and that nobody changed since.
+    struct KnownTimeline {
+        FileStamp file;
+        qsizetype count = 0;
+    };
+
+    [[nodiscard]] std::optional<KnownTimeline> knownTimeline(const QString& path) const;
+
+    QHash<QString, KnownTimeline> m_known;
     UserDefaults& m_defaults;
     NotificationCenter& m_notifications;
 };
