@@ -198,6 +198,9 @@ public:
     void deleteFolder(const QUuid& id);
     /// Newest change first.
     [[nodiscard]] QList<Shared<NoteRecord>> notesInTrash() const;
+    /// Writes each note in the Trash as an RTF file, gives that to the desktop's trash, and erases
+    /// the note. Stops at the first file that fails; what was handled before stays erased.
+    std::expected<void, FileError> emptyTrashToMacOSUserTrash();
     /// Makes a file's own copy for a duplicated note: asset key, project folder and new note in,
     /// new asset key out. Without one a duplicate shares the asset.
     using AssetDuplicator = std::function<std::expected<QString, QString>(

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 // The part of AppState that duplicates, throws away, restores and erases.
 #include "core/AppState.h"
+#include "text/OrvaneWorkspaceRTF.h"
 
 #include <QCoreApplication>
+#include <QFile>
 
 namespace orvane {
 
@@ -11,6 +13,32 @@ namespace {
 QString words(const char* text)
 {
     return QCoreApplication::translate("AppState", text);
+}
+
+// The note as a word processor reads it.
+QByteArray rtfForTrash(const NoteRecord& note)
+{
+    if (note.bodyRTF) {
+        const QByteArray rtf = note.bodyRTF->bytes();
+        if (OrvaneWorkspaceRTF::read(rtf))
+            return rtf;
+    }
+    CharacterStyle style;
+    style.font = TextFont{};
+    style.font->size = 12;
+    const QString body = note.body.isEmpty() ? QStringLiteral("\n") : note.body;
+    return OrvaneWorkspaceRTF::data(AttributedString(body, style)).value_or(note.body.toUtf8());
+}
+
+QString fileNameForTrash(const NoteRecord& note)
+{
+    QString name = note.titleForList();
+    name.replace(u'/', u'-');
+    name.remove(QChar(u'\0'));
+    name = name.left(80).trimmed(); // a file name has room for 255 bytes
+    if (name.isEmpty() || name.startsWith(u'.'))
+        name = words("Untitled");
+    return name + u'-' + uuidText(QUuid::createUuid()).left(8) + QLatin1String(".rtf");
 }
 
 } // namespace
@@ -155,6 +183,26 @@ void AppState::eraseNotePermanently(const QUuid& id)
     if (wasSelected)
         selectNote(next);
     persist();
+}
+
+std::expected<void, FileError> AppState::emptyTrashToMacOSUserTrash()
+{
+    if (!passesEditGuard())
+        return {};
+    const QString folder = m_services.folders.temporary;
+    if (auto made = makeFolder(folder); !made)
+        return made;
+    for (const Shared<NoteRecord>& each : notesInTrash()) {
+        const QString path = folder + u'/' + fileNameForTrash(*each);
+        if (auto written = writeFileAtomically(path, rtfForTrash(*each)); !written)
+            return written;
+        if (auto moved = m_services.trash.moveToTrash(path); !moved) {
+            QFile::remove(path);
+            return std::unexpected(moved.error());
+        }
+        eraseNotePermanently(each->id);
+    }
+    return {};
 }
 
 void AppState::deleteFolder(const QUuid& id)

@@ -5,6 +5,7 @@
 #include "core/Records.h"
 #include "core/SessionKeys.h"
 #include "support/TestServices.h"
+#include "text/BinderRTF.h"
 
 #include <QCoreApplication>
 #include <gtest/gtest.h>
@@ -378,6 +379,30 @@ TEST_F(AppStateTest, AFailedSaveLeavesMemoryRightAndTheNextOneWritesEverything)
     app->openProject(project, false);
     EXPECT_EQ(app->notes().size(), notes);
     EXPECT_EQ(app->note(id)->body.size(), 300'000);
+}
+
+TEST_F(AppStateTest, EmptyingTheTrashLeavesReadableFilesInTheDesktopsTrash)
+{
+    newProject();
+    const QUuid kept = newNote(u"Kept"_s);
+    for (const QString& title : {u"a/b"_s, QString(), QString(500, u'é')}) {
+        const QUuid id = newNote(title, title.isEmpty() ? QString() : u"Some text"_s);
+        app->moveNoteToTrash(id);
+    }
+    ASSERT_TRUE(app->emptyTrashToMacOSUserTrash());
+    EXPECT_EQ(app->notes().size(), 1);
+    EXPECT_TRUE(app->note(kept));
+    const QDir trash(test.folder.path() + u"/trash"_s);
+    EXPECT_EQ(trash.entryList(QDir::Files).size(), 3);
+    EXPECT_EQ(trash.entryList({u"Untitled-*.rtf"_s}).size(), 1);
+    const QString named = trash.entryList({u"a-b-????????.rtf"_s}).value(0);
+    EXPECT_EQ(BinderRTF::plainString(*readFile(trash.filePath(named))), u"Some text"_s);
+
+    app->moveNoteToTrash(kept);
+    QDir(test.folder.path() + u"/tmp"_s).removeRecursively();
+    ASSERT_TRUE(writeFileAtomically(test.folder.path() + u"/tmp"_s, "no folder"));
+    EXPECT_FALSE(app->emptyTrashToMacOSUserTrash());
+    EXPECT_TRUE(app->note(kept));
 }
 
 TEST_F(AppStateTest, TakesOverALibraryWideNotebookOnce)
