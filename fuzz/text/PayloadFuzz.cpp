@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "support/MemoryLimit.h"
+#include "text/AttachmentManager.h"
+
+using namespace orvane;
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size)
+{
+    const QByteArray payload(reinterpret_cast<const char*>(data), qsizetype(size));
+    const fuzz::MemoryLimit limit(size);
+    (void)AttachmentManager::decodePayload(payload);
+    (void)OWChartBlock::fromJson(payload);
+    return 0;
+}

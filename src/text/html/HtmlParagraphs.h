@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "text/AttributedString.h"
+#include "text/StyleInterner.h"
+#include "text/html/HtmlTable.h"
+
+#include <memory>
+
+namespace orvane {
+
+/// Makes paragraphs of an HTML document's text: collapses white space, parts blocks, and puts lines
+/// that stand in a table into its cells.
+class HtmlParagraphs {
+public:
+    explicit HtmlParagraphs(qsizetype inputSize)
+        : m_styles(4'000'000 + 16 * inputSize)
+    {}
+
+    [[nodiscard]] SharedParagraphStyle shared(const ParagraphStyle& style)
+    {
+        return m_styles.intern(style, {});
+    }
+
+    /// Text whose white space counts as one blank, and as none at the edges of a block.
+    void collapsedText(QStringView text, const SharedCharacterStyle& style,
+                       const SharedParagraphStyle& paragraph);
+    /// Text taken as it is; a newline in it ends the paragraph.
+    void preservedText(QStringView text, const SharedCharacterStyle& style,
+                       const SharedParagraphStyle& paragraph);
+    void object(const SharedCharacterStyle& style, const SharedParagraphStyle& paragraph);
+    void lineBreak(const SharedCharacterStyle& style, const SharedParagraphStyle& paragraph);
+    /// The block so far is a paragraph, if there is anything in it.
+    void endBlock();
+
+    /// The marker of a list item, put before the next text.
+    void setListMarker(const QString& marker, int level);
+    void dropListMarker() { m_marker.clear(); }
+
+    void beginTable(const HtmlToken& token, const QUuid& id);
+    [[nodiscard]] HtmlTable* table() { return m_table.get(); }
+    void endTable();
+
+    [[nodiscard]] AttributedString finish();
+
+private:
+    void append(QStringView text, const SharedCharacterStyle& style,
+                const SharedParagraphStyle& paragraph);
+    [[nodiscard]] bool isAtLineStart() const;
+    void emitParagraph();
+
+    AttributedString m_text;
+    AttributedString m_pending; // the block that has begun
+    SharedParagraphStyle m_pendingStyle;
+    bool m_hasBlank = false; // white space that counts if text follows
+    SharedCharacterStyle m_blankStyle;
+    QString m_marker;
+    int m_markerLevel = 0;
+    std::unique_ptr<HtmlTable> m_table;
+    StyleInterner<ParagraphStyle> m_styles;
+};
+
+} // namespace orvane

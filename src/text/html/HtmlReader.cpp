@@ -1,0 +1,387 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "text/html/HtmlReader.h"
+
+#include "text/ImportedList.h"
+#include "text/html/CssDeclarations.h"
+#include "text/html/HtmlElements.h"
+#include "text/html/HtmlEntities.h"
+#include "text/html/HtmlParagraphs.h"
+
+#include <QStringDecoder>
+
+#include <array>
+#include <vector>
+
+namespace orvane {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+// Elements nested deeper share the look of this one.
+constexpr std::size_t deepestElement = 400;
+constexpr int deepestList = 8;
+
+struct Element {
+    HtmlTag tag = HtmlTag::other;
+    std::size_t name = 0; // tells apart elements that have no tag of their own
+    SharedCharacterStyle characters;
+    SharedParagraphStyle paragraph;
+    bool preservesSpace = false;
+    bool isHidden = false;
+};
+
+struct List {
+    bool isNumbered = false;
+    ListMarker marker = ListMarker::disc;
+    bool hasMarker = true;
+    int next = 1;
+};
+
+class Reader {
+public:
+    Reader(qsizetype inputSize, const HtmlReadOptions& options)
+        : m_options(options)
+        , m_paragraphs(inputSize)
+        , m_characterStyles(4'000'000 + 32 * inputSize)
+    {
+        CharacterStyle base;
+        base.font = options.baseFont;
+        m_stack.push_back({HtmlTag::other, 0, base, {}, false, false});
+    }
+
+    void read(QStringView html);
+    AttributedString finish();
+
+private:
+    void startTag(const HtmlToken& token);
+    void endTag(const HtmlToken& token);
+    void text(QStringView text);
+
+    void closeImplied(HtmlTag tag);
+    void closeUpTo(std::size_t index);
+    void closeTop();
+    [[nodiscard]] std::size_t find(HtmlTag tag, std::size_t name) const;
+    void open(HtmlTag tag, const HtmlToken& token);
+
+    void startList(HtmlTag tag, const HtmlToken& token);
+    void startItem(const HtmlToken& token);
+    void startTableElement(HtmlTag tag, const HtmlToken& token);
+    void image(const HtmlToken& token);
+    void voidElement(HtmlTag tag, const HtmlToken& token);
+    void literal(const QString& text);
+
+    [[nodiscard]] const Element& top() const { return m_stack.back(); }
+
+    const HtmlReadOptions& m_options;
+    HtmlParagraphs m_paragraphs;
+    StyleInterner<CharacterStyle> m_characterStyles;
+    std::vector<Element> m_stack;
+    std::vector<List> m_lists;
+    int m_tableDepth = 0;
+};
+
+bool isCell(HtmlTag tag)
+{
+    return tag == HtmlTag::td || tag == HtmlTag::th;
+}
+
+void Reader::read(QStringView html)
+{
+    HtmlTokenizer tokenizer(html);
+    for (;;) {
+        const HtmlToken token = tokenizer.next();
+        switch (token.kind) {
+        case HtmlToken::Kind::startTag:
+            startTag(token);
+            break;
+        case HtmlToken::Kind::endTag:
+            endTag(token);
+            break;
+        case HtmlToken::Kind::text:
+            text(token.text);
+            break;
+        case HtmlToken::Kind::end:
+            return;
+        }
+    }
+}
+
+AttributedString Reader::finish()
+{
+    closeUpTo(1);
+    m_paragraphs.endBlock();
+    return m_paragraphs.finish();
+}
+
+void Reader::text(QStringView text)
+{
+    if (top().isHidden)
+        return;
+    const QString decoded = decodeHtmlEntities(text);
+    if (top().preservesSpace)
+        m_paragraphs.preservedText(decoded, top().characters, top().paragraph);
+    else
+        m_paragraphs.collapsedText(decoded, top().characters, top().paragraph);
+}
+
+void Reader::literal(const QString& text)
+{
+    if (!top().isHidden && !text.isEmpty())
+        m_paragraphs.collapsedText(text, top().characters, top().paragraph);
+}
+
+void Reader::startTag(const HtmlToken& token)
+{
+    const HtmlTag tag = htmlTag(token.name);
+    if (isVoid(tag))
+        return voidElement(tag, token);
+    if (tag == HtmlTag::body)
+        closeUpTo(1); // whatever the head left open
+    closeImplied(tag);
+    if (isBlock(tag))
+        m_paragraphs.endBlock();
+    if (tag == HtmlTag::table || tag == HtmlTag::tr || isCell(tag))
+        startTableElement(tag, token);
+    else if (tag == HtmlTag::ul || tag == HtmlTag::ol)
+        startList(tag, token);
+    else if (tag == HtmlTag::li)
+        startItem(token);
+    open(tag, token);
+}
+
+void Reader::open(HtmlTag tag, const HtmlToken& token)
+{
+    const std::size_t name = tag == HtmlTag::other ? qHash(token.name) : 0;
+    if (m_stack.size() >= deepestElement)
+        return;
+    Element element = top();
+    element.tag = tag;
+    element.name = name;
+    if (tag != HtmlTag::other || !token.attributes.isEmpty()) {
+        HtmlLook look{*element.characters, *element.paragraph, element.preservesSpace,
+                      element.isHidden};
+        if (isCell(tag))
+            look.paragraph.background.reset();
+        applyHtmlElement(look, tag, token, m_options.baseFont);
+        element.characters = m_characterStyles.intern(look.characters, element.characters);
+        element.paragraph = m_paragraphs.shared(look.paragraph);
+        element.preservesSpace = look.preservesSpace;
+        element.isHidden = look.isHidden;
+    }
+    m_stack.push_back(std::move(element));
+}
+
+void Reader::endTag(const HtmlToken& token)
+{
+    const HtmlTag tag = htmlTag(token.name);
+    if (tag == HtmlTag::br)
+        return voidElement(tag, token);
+    const std::size_t index = find(tag, tag == HtmlTag::other ? qHash(token.name) : 0);
+    if (index > 0)
+        closeUpTo(index);
+}
+
+// The place of the innermost open element of this kind, 0 for none. What is outside of a cell is
+// not closed from within it.
+std::size_t Reader::find(HtmlTag tag, std::size_t name) const
+{
+    const bool isTablePart = tag == HtmlTag::table || tag == HtmlTag::tr || isCell(tag) ||
+                             tag == HtmlTag::tbody || tag == HtmlTag::thead ||
+                             tag == HtmlTag::tfoot;
+    for (std::size_t i = m_stack.size() - 1; i > 0; --i) {
+        if (m_stack[i].tag == tag && m_stack[i].name == name)
+            return i;
+        if (isCell(m_stack[i].tag) && !isTablePart)
+            return 0;
+        if (m_stack[i].tag == HtmlTag::table)
+            return 0;
+    }
+    return 0;
+}
+
+void Reader::closeUpTo(std::size_t index)
+{
+    while (m_stack.size() > index)
+        closeTop();
+}
+
+void Reader::closeTop()
+{
+    const HtmlTag tag = top().tag;
+    if (isBlock(tag))
+        m_paragraphs.endBlock();
+    const SharedCharacterStyle style = top().characters;
+    m_stack.pop_back();
+    if (tag == HtmlTag::li)
+        m_paragraphs.dropListMarker();
+    else if ((tag == HtmlTag::ul || tag == HtmlTag::ol) && !m_lists.empty())
+        m_lists.pop_back();
+    else if (isCell(tag) && m_tableDepth == 1)
+        m_paragraphs.table()->endCell(style);
+    else if (tag == HtmlTag::table && --m_tableDepth == 0)
+        m_paragraphs.endTable();
+}
+
+void Reader::closeImplied(HtmlTag tag)
+{
+    const auto closeFirstOf = [&](std::initializer_list<HtmlTag> tags,
+                                  std::initializer_list<HtmlTag> bounds) {
+        for (std::size_t i = m_stack.size() - 1; i > 0; --i) {
+            if (std::ranges::find(tags, m_stack[i].tag) != tags.end())
+                return closeUpTo(i);
+            if (std::ranges::find(bounds, m_stack[i].tag) != bounds.end())
+                return;
+        }
+    };
+    using enum HtmlTag;
+    if (isCell(tag))
+        closeFirstOf({td, th}, {table});
+    else if (tag == tr || tag == tbody || tag == thead || tag == tfoot)
+        closeFirstOf({tr, tbody, thead, tfoot}, {table});
+    else if (tag == li)
+        closeFirstOf({li}, {ul, ol, table, td, th});
+    else if (tag == dt || tag == dd)
+        closeFirstOf({dt, dd}, {dl, table, td, th});
+    if (isBlock(tag) && tag != table)
+        closeFirstOf({p}, {table, td, th, li, blockquote, div, section, body});
+}
+
+void Reader::startList(HtmlTag tag, const HtmlToken& token)
+{
+    static constexpr std::array bullets{ListMarker::disc, ListMarker::circle, ListMarker::square};
+    List list;
+    list.isNumbered = tag == HtmlTag::ol;
+    list.marker = list.isNumbered ? ListMarker::decimal
+                                  : bullets[std::min(m_lists.size(), bullets.size() - 1)];
+    static const QHash<QString, ListMarker> kinds{
+        {u"a"_s, ListMarker::lowerAlpha},
+        {u"A"_s, ListMarker::upperAlpha},
+        {u"i"_s, ListMarker::lowerRoman},
+        {u"I"_s, ListMarker::upperRoman},
+        {u"1"_s, ListMarker::decimal},
+        {u"disc"_s, ListMarker::disc},
+        {u"circle"_s, ListMarker::circle},
+        {u"square"_s, ListMarker::square},
+        {u"decimal"_s, ListMarker::decimal},
+        {u"lower-alpha"_s, ListMarker::lowerAlpha},
+        {u"lower-latin"_s, ListMarker::lowerAlpha},
+        {u"upper-alpha"_s, ListMarker::upperAlpha},
+        {u"upper-latin"_s, ListMarker::upperAlpha},
+        {u"lower-roman"_s, ListMarker::lowerRoman},
+        {u"upper-roman"_s, ListMarker::upperRoman},
+    };
+    list.marker = kinds.value(token.attribute(u"type").trimmed(), list.marker);
+    for (const auto& [name, value] : parseCssDeclarations(token.attribute(u"style"))) {
+        if (name == u"list-style-type" || name == u"list-style") {
+            list.hasMarker = value != u"none";
+            list.marker = kinds.value(value, list.marker);
+        }
+    }
+    bool isNumber = false;
+    const int start = token.attribute(u"start").toInt(&isNumber);
+    list.next = isNumber ? start : 1;
+    if (m_stack.size() < deepestElement)
+        m_lists.push_back(list);
+}
+
+void Reader::startItem(const HtmlToken& token)
+{
+    List fallback;
+    List& list = m_lists.empty() ? fallback : m_lists.back();
+    bool isNumber = false;
+    const int value = token.attribute(u"value").toInt(&isNumber);
+    if (isNumber)
+        list.next = value;
+    const int level = std::clamp(int(m_lists.size()) - 1, 0, deepestList);
+    QString marker = list.marker == ListMarker::circle   ? u"○"_s
+                     : list.marker == ListMarker::square ? u"■"_s
+                                                         : u"•"_s;
+    if (list.marker >= ListMarker::decimal)
+        marker = ImportedList::numberMarker(list.marker, list.next);
+    list.next = std::min(list.next, 1'000'000'000) + 1;
+    if (list.hasMarker && !top().isHidden)
+        m_paragraphs.setListMarker(marker, level);
+}
+
+// A table within a cell becomes lines of that cell.
+void Reader::startTableElement(HtmlTag tag, const HtmlToken& token)
+{
+    if (m_stack.size() >= deepestElement)
+        return;
+    if (tag == HtmlTag::table) {
+        if (++m_tableDepth == 1)
+            m_paragraphs.beginTable(token, m_options.newId());
+    } else if (m_tableDepth == 1 && tag == HtmlTag::tr) {
+        m_paragraphs.table()->beginRow();
+    } else if (m_tableDepth == 1) {
+        m_paragraphs.table()->beginCell(token);
+    }
+}
+
+void Reader::voidElement(HtmlTag tag, const HtmlToken& token)
+{
+    switch (tag) {
+    case HtmlTag::br:
+        if (!top().isHidden)
+            m_paragraphs.lineBreak(top().characters, top().paragraph);
+        return;
+    case HtmlTag::hr:
+        m_paragraphs.endBlock();
+        literal(u"———"_s);
+        return m_paragraphs.endBlock();
+    case HtmlTag::img:
+        return image(token);
+    case HtmlTag::input:
+        if (token.attribute(u"type").compare(u"checkbox", Qt::CaseInsensitive) == 0)
+            literal(token.attribute(u"checked").isNull() ? u"☐ "_s : u"☑ "_s);
+        return;
+    default:
+        return;
+    }
+}
+
+void Reader::image(const HtmlToken& token)
+{
+    if (top().isHidden)
+        return;
+    const QString source = token.attribute(u"src");
+    const qsizetype comma = source.indexOf(u',');
+    const QStringView header = QStringView(source).first(std::max<qsizetype>(0, comma));
+    QByteArray data;
+    if (header.startsWith(u"data:image/", Qt::CaseInsensitive) &&
+        header.endsWith(u";base64", Qt::CaseInsensitive))
+        data = QByteArray::fromBase64(QStringView(source).sliced(comma + 1).toLatin1());
+    if (!data.startsWith("\x89PNG\r\n\x1a\n") && !data.startsWith("\xff\xd8\xff"))
+        return literal(token.attribute(u"alt"));
+    auto image = OrvaneNoteImageAttachment::fromImageData(data, std::nullopt, m_options.newId());
+    const auto width = parseCssLength(token.attribute(u"width"), 0, 0);
+    const auto height = parseCssLength(token.attribute(u"height"), 0, 0);
+    const double aspect = image.originalSize.height() / image.originalSize.width();
+    if (width && *width > 0)
+        image.renderedSize = {*width, height && *height > 0 ? *height : *width * aspect};
+    else if (height && *height > 0)
+        image.renderedSize = {*height / aspect, *height};
+    CharacterStyle style = *top().characters;
+    style.attachment = TextAttachment(std::move(image));
+    m_paragraphs.object(std::move(style), top().paragraph);
+}
+
+} // namespace
+
+AttributedString readHtml(QStringView html, const HtmlReadOptions& options)
+{
+    Reader reader(html.size(), options);
+    reader.read(html);
+    return reader.finish();
+}
+
+AttributedString readHtmlBytes(QByteArrayView html, const HtmlReadOptions& options)
+{
+    QStringDecoder decoder = QStringDecoder::decoderForHtml(html);
+    if (!decoder.isValid())
+        decoder = QStringDecoder(QStringDecoder::Utf8);
+    const QString text = decoder.decode(html);
+    return readHtml(text, options);
+}
+
+} // namespace orvane
