@@ -3,8 +3,8 @@
 
 #include "core/RecordJson.h"
 #include "core/StoreStatement.h"
+#include "core/StoreText.h"
 
-#include <QJsonDocument>
 #include <QSet>
 
 #include <algorithm>
@@ -63,29 +63,6 @@ std::optional<std::optional<QUuid>> containerOf(QStringView name)
     return id ? std::optional(id) : std::nullopt;
 }
 
-QByteArray partJson(const QString& name, const QList<QUuid>& ids)
-{
-    const std::optional<QUuid> container = containerOf(name).value_or(std::nullopt);
-    const QJsonObject json = isFolderOrder(name)
-                                 ? toJson(BinderFolderOrderEntry{container, ids})
-                                 : toJson(BinderNoteOrderEntry{container.value_or(QUuid()), ids});
-    return QJsonDocument(json).toJson(QJsonDocument::Compact);
-}
-
-std::optional<QList<QUuid>> partIds(const QString& name, const QByteArray& bytes)
-{
-    const auto json = parseJson(bytes);
-    if (!json)
-        return std::nullopt;
-    if (isFolderOrder(name)) {
-        const auto entry = fromJson<BinderFolderOrderEntry>(*json);
-        return entry && nameOf(*entry) == name ? std::optional(entry->childFolderIDs)
-                                               : std::nullopt;
-    }
-    const auto entry = fromJson<BinderNoteOrderEntry>(*json);
-    return entry && nameOf(*entry) == name ? std::optional(entry->noteIDs) : std::nullopt;
-}
-
 struct StoredPart {
     LayoutPart part;
     QList<QUuid> ids;
@@ -100,14 +77,14 @@ struct StoredLayoutRows {
     QStringList names;
     std::vector<qint64> strays;
 
-    void take(qint64 row, const QString& id, const QByteArray& json, bool sound);
+    void take(qint64 row, const QString& id, QByteArrayView json, bool sound);
 };
 
-void StoredLayoutRows::take(qint64 row, const QString& id, const QByteArray& json, bool sound)
+void StoredLayoutRows::take(qint64 row, const QString& id, QByteArrayView json, bool sound)
 {
     if (id == "main"_L1 && mainRow == 0) {
         mainRow = row;
-        const auto value = parseJson(json);
+        const auto value = parseJson(json.toByteArray());
         auto layout =
             sound && value ? fromJson<BinderLayoutSnapshot>(*value) : std::unexpected(JsonError());
         if (layout)
@@ -118,7 +95,10 @@ void StoredLayoutRows::take(qint64 row, const QString& id, const QByteArray& jso
     const QString name = id.left(std::max<qsizetype>(slash, 0));
     bool isNumber = false;
     const qint64 number = QStringView(id).mid(slash + 1).toLongLong(&isNumber);
-    auto ids = sound && isNumber && containerOf(name) ? partIds(name, json) : std::nullopt;
+    const auto container = containerOf(name);
+    auto ids = sound && isNumber && container
+                   ? layoutPartFromStore(json, isFolderOrder(name), *container)
+                   : std::nullopt;
     if (!ids) {
         qWarning("The stored order %ls can't be read and is made anew", qUtf16Printable(id));
         strays.push_back(row);
@@ -188,11 +168,14 @@ void LayoutStore::read(SQLite::Database& database, qint64 storeKey)
         "SELECT row, id, binderLayoutJSON, checksum FROM OrvaneNotebookMeta ORDER BY row");
     StoredLayoutRows rows;
     while (statement.step()) {
+        const StoreValue id = statement.value(1);
+        const StoreValue json = statement.value(2);
+        const StoreValue checksum = statement.value(3);
         StoreChecksum sum(storeKey);
-        statement.addTo(sum, 1, 3);
-        const bool sound = statement.isNull(3) || sum.value() == statement.integer(3);
-        rows.take(statement.integer(0), QString::fromUtf8(statement.text(1)),
-                  statement.bytes(2).toByteArray(), sound);
+        id.addTo(sum);
+        json.addTo(sum);
+        rows.take(statement.value(0).integer(), QString::fromUtf8(id.bytes()), json.bytes(),
+                  checksum.isNull() || sum.value() == checksum.integer());
     }
     m_mainRow = rows.mainRow;
     m_strayRows = std::move(rows.strays);
@@ -285,10 +268,12 @@ void LayoutStore::writeOrder(const QString& name, const QList<QUuid>& ids)
     LayoutPartsPlan plan = planLayoutParts(before.ids, before.parts, ids);
     for (const qint64 row : plan.removedRows)
         m_rows->remove(row);
+    const std::optional<QUuid> container = containerOf(name).value_or(std::nullopt);
     for (const LayoutPartsPlan::Write& write : plan.writes) {
         LayoutPart& part = plan.parts[write.part];
         const QString id = name + u'/' + QString::number(part.number);
-        part.row = m_rows->write(write.row, id, partJson(name, write.ids));
+        part.row = m_rows->write(write.row, id,
+                                 layoutPartToStore(write.ids, isFolderOrder(name), container));
     }
     m_next->orders.push_back({name, Order{ids, std::move(plan.parts)}});
 }

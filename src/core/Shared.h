@@ -15,6 +15,11 @@ public:
         : m_value(std::make_shared<const T>(std::move(value)))
     {}
 
+    /// Takes over a value made in its place; nobody may change it any more.
+    explicit Shared(std::shared_ptr<const T> value)
+        : m_value(std::move(value))
+    {}
+
     const T& operator*() const { return *m_value; }
     const T* operator->() const { return m_value.get(); }
 

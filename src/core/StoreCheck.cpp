@@ -29,8 +29,8 @@ int stopWhenAsked(void* token)
 void checkPages(SQLite::Database& database)
 {
     StoreStatement statement(database, "PRAGMA quick_check(1)");
-    if (statement.step() && statement.text(0) != QByteArrayView("ok"))
-        throwDamage(QString::fromUtf8(statement.text(0)));
+    if (statement.step() && statement.value(0).bytes() != QByteArrayView("ok"))
+        throwDamage(QString::fromUtf8(statement.value(0).bytes()));
 }
 
 // The rich bytes, which opening doesn't read: each that a note counts on is there, is as long as
@@ -39,12 +39,13 @@ void checkBytes(SQLite::Database& database, qint64 storeKey)
 {
     StoreStatement statement(database, "SELECT row, checksum, bytes FROM OrvaneNoteBytes");
     while (statement.step()) {
+        const qint64 row = statement.value(0).integer();
+        const StoreValue checksum = statement.value(1);
         StoreChecksum sum(storeKey);
-        sum.addInteger(statement.integer(0));
-        sum.addBytes(statement.bytes(2));
-        if (!statement.isNull(1) && sum.value() != statement.integer(1))
-            throwDamage(
-                u"the bytes in row %1 don't match their checksum"_s.arg(statement.integer(0)));
+        sum.addInteger(row);
+        sum.addBytes(statement.value(2).bytes());
+        if (!checksum.isNull() && sum.value() != checksum.integer())
+            throwDamage(u"the bytes in row %1 don't match their checksum"_s.arg(row));
     }
     StoreStatement missing(database,
                            "WITH expected(row, length) AS ("
@@ -57,7 +58,8 @@ void checkBytes(SQLite::Database& database, qint64 storeKey)
                            "ON found.row = expected.row WHERE expected.length > 0 AND "
                            "length(found.bytes) IS NOT expected.length LIMIT 1");
     if (missing.step())
-        throwDamage(u"the bytes in row %1 are missing or cut short"_s.arg(missing.integer(0)));
+        throwDamage(
+            u"the bytes in row %1 are missing or cut short"_s.arg(missing.value(0).integer()));
 }
 
 StoreCheckResult check(const QString& path, std::stop_token stop)

@@ -84,7 +84,8 @@ StoreConnection::open(const QString& path, Access access)
         const char* options = access == Access::Immutable ? "?immutable=1" : "";
         auto database = std::make_unique<SQLite::Database>(
             fileUri(path, options),
-            (writes ? SQLite::OPEN_READWRITE : SQLite::OPEN_READONLY) | SQLite::OPEN_URI,
+            (writes ? SQLite::OPEN_READWRITE : SQLite::OPEN_READONLY) | SQLite::OPEN_URI |
+                SQLite::OPEN_NOMUTEX,
             busyTimeoutMs);
         std::unique_ptr<StoreConnection> connection(new StoreConnection(std::move(database)));
         connection->configure(access);

@@ -12,6 +12,14 @@ namespace orvane {
 /// Whether a journal is beside the store with anything in it.
 [[nodiscard]] bool hasJournal(const QString& storePath);
 
+/// What is wrong with the journal's file, in words, if something is: its header can't be read, or
+/// behind the first frame that is damaged two commits or more are still to be seen. One commit may
+/// be there after a loss of power, as the last one, which was never acknowledged.
+///
+/// SQLite itself passes over everything behind the first damaged frame, and the words in it are
+/// gone. The journal's form is https://www.sqlite.org/fileformat2.html, section 4.
+[[nodiscard]] std::optional<QString> journalDamage(const QString& storePath);
+
 /// The store's state as the file alone gives it, the journal left aside. Nothing when the file
 /// alone can't be read, as after a crash in the middle of folding the journal.
 [[nodiscard]] std::optional<StoreState> stateWithoutJournal(const QString& storePath);

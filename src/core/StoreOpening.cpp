@@ -184,6 +184,8 @@ Result<OpenedStore> openStore(const QString& path, const StoreSchema& schema, St
         place = *readable;
     }
     const bool journalLeft = hasJournal(place);
+    if (const auto problem = journalLeft ? journalDamage(place) : std::nullopt)
+        return std::unexpected(damage(*problem));
     const auto alone = journalLeft ? stateWithoutJournal(place) : std::nullopt;
 
     const bool immutable = access == StoreAccess::ReadOnly && !store.copy;

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "core/StoreReader.h"
 
-#include "core/JsonObjectReader.h"
 #include "core/StoreConnection.h"
 #include "core/StoreStatement.h"
+#include "core/StoreText.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
+#include <algorithm>
+#include <array>
 
 namespace orvane {
 
@@ -14,123 +14,121 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-std::optional<QUuid> uuid(const StoreStatement& row, int column)
+/// The values of one row, fetched once.
+template <int count>
+struct Row {
+    std::array<StoreValue, count> values;
+
+    explicit Row(const StoreStatement& statement)
+    {
+        for (int column = 0; column < count; ++column)
+            values[size_t(column)] = statement.value(column);
+    }
+    const StoreValue& operator[](int column) const { return values[size_t(column)]; }
+};
+
+std::optional<QUuid> uuid(const StoreValue& value)
 {
-    if (!row.isText(column))
-        return std::nullopt;
-    const QByteArrayView text = row.text(column);
-    if (text.size() != 36)
-        return std::nullopt;
-    const QLatin1String latin(text.data(), text.size());
-    const QUuid id = QUuid::fromString(latin);
-    if (id.isNull() && latin != "00000000-0000-0000-0000-000000000000"_L1)
-        return std::nullopt;
-    return id;
+    return value.isText() ? uuidFromStore(value.bytes()) : std::nullopt;
 }
 
-std::optional<QString> text(const StoreStatement& row, int column)
+std::optional<QString> text(const StoreValue& value)
 {
-    return row.isText(column) ? std::optional(QString::fromUtf8(row.text(column))) : std::nullopt;
+    return value.isText() ? std::optional(QString::fromUtf8(value.bytes())) : std::nullopt;
 }
 
-std::optional<Timestamp> date(const StoreStatement& row, int column)
+bool boolean(const StoreValue& value)
 {
-    return row.isInteger(column) ? std::optional(Timestamp{row.integer(column)}) : std::nullopt;
+    return !value.isNull() && value.number() != 0;
 }
 
-bool boolean(const StoreStatement& row, int column)
+std::optional<Blob> inlineBytes(const StoreValue& value)
 {
-    return !row.isNull(column) && row.number(column) != 0;
+    return value.isBytes() ? std::optional<Blob>(value.bytes().toByteArray()) : std::nullopt;
 }
 
-std::optional<Blob> inlineBytes(const StoreStatement& row, int column)
+std::optional<Blob> unreadBytes(const StoreValue& value, const std::shared_ptr<BlobSource>& source,
+                                qint64 key)
 {
-    if (!row.isBytes(column))
+    if (!value.isInteger())
         return std::nullopt;
-    return Blob(row.bytes(column).toByteArray());
-}
-
-std::optional<Blob> unreadBytes(const StoreStatement& row, int column,
-                                const std::shared_ptr<BlobSource>& source, qint64 key)
-{
-    if (!row.isInteger(column))
-        return std::nullopt;
-    const qint64 length = row.integer(column);
+    const qint64 length = value.integer();
     return length > 0 ? Blob(length, source, key) : Blob(QByteArray());
 }
 
-std::optional<FolderRecord> folderFrom(const StoreStatement& row)
+constexpr int folderColumns = 10;
+
+bool fill(FolderRecord& folder, const Row<folderColumns>& row)
 {
-    const auto id = uuid(row, 1);
-    const auto created = date(row, 3);
-    if (!id || !row.isText(2) || !created)
-        return std::nullopt;
-    FolderRecord folder;
+    const auto id = uuid(row[1]);
+    if (!id || !row[2].isText() || !row[3].isInteger())
+        return false;
     folder.id = *id;
-    folder.name = QString::fromUtf8(row.text(2));
-    folder.createdAt = *created;
-    folder.parentFolderID = uuid(row, 4);
-    folder.iconName = text(row, 5);
-    folder.titleRTF = inlineBytes(row, 6);
-    folder.tags = tagsFromStore(row.text(7));
-    folder.isPinned = boolean(row, 8);
-    return folder;
+    folder.name = QString::fromUtf8(row[2].bytes());
+    folder.createdAt = {row[3].integer()};
+    folder.parentFolderID = uuid(row[4]);
+    folder.iconName = text(row[5]);
+    folder.titleRTF = inlineBytes(row[6]);
+    folder.tags = tagsFromStore(row[7].bytes());
+    folder.isPinned = boolean(row[8]);
+    return true;
 }
 
 constexpr int firstBytesColumn = 13;
 constexpr int bodyColumn = firstBytesColumn + int(std::size(noteBytes));
+constexpr int noteColumns = bodyColumn + 2;
 
-std::optional<NoteRecord> noteFrom(const StoreStatement& row,
-                                   const std::shared_ptr<BlobSource>& source)
+bool fill(NoteRecord& note, const Row<noteColumns>& row, const std::shared_ptr<BlobSource>& source)
 {
-    const auto id = uuid(row, 1);
-    const auto folder = uuid(row, 2);
-    const auto created = date(row, 4);
-    const auto updated = date(row, 5);
-    if (!id || !folder || !row.isText(3) || !created || !updated || !row.isText(bodyColumn))
-        return std::nullopt;
-    NoteRecord note;
+    const auto id = uuid(row[1]);
+    const auto folder = uuid(row[2]);
+    if (!id || !folder || !row[3].isText() || !row[4].isInteger() || !row[5].isInteger() ||
+        !row[bodyColumn].isText())
+        return false;
     note.id = *id;
     note.folderID = *folder;
-    note.title = QString::fromUtf8(row.text(3));
-    note.createdAt = *created;
-    note.updatedAt = *updated;
-    note.tags = tagsFromStore(row.text(6));
-    note.iconName = text(row, 7);
-    note.embeddedFileType = text(row, 8);
-    note.embeddedFileAssetID = text(row, 9);
-    note.isPinned = boolean(row, 10);
-    note.pdfSourceURLString = text(row, 11);
-    note.titleRTF = inlineBytes(row, 12);
-    const qint64 key = row.integer(0) * bytesPerNote;
+    note.title = QString::fromUtf8(row[3].bytes());
+    note.createdAt = {row[4].integer()};
+    note.updatedAt = {row[5].integer()};
+    note.tags = tagsFromStore(row[6].bytes());
+    note.iconName = text(row[7]);
+    note.embeddedFileType = text(row[8]);
+    note.embeddedFileAssetID = text(row[9]);
+    note.isPinned = boolean(row[10]);
+    note.pdfSourceURLString = text(row[11]);
+    note.titleRTF = inlineBytes(row[12]);
+    const qint64 key = row[0].integer() * bytesPerNote;
     for (int place = 0; place < int(std::size(noteBytes)); ++place)
-        note.*noteBytes[place] = unreadBytes(row, firstBytesColumn + place, source, key + place);
-    note.body = QString::fromUtf8(row.text(bodyColumn));
-    return note;
+        note.*noteBytes[place] = unreadBytes(row[firstBytesColumn + place], source, key + place);
+    note.body = QString::fromUtf8(row[bodyColumn].bytes());
+    return true;
 }
 
-// Reads a whole table whose columns are the row number, the values, and their checksum.
-template <typename Record, typename Map, typename Order>
-StoredRows<Record> readRows(StoreStatement& statement, int checksumColumn, qint64 storeKey,
-                            const char* kind, Map&& map, Order&& order)
+// Reads a whole table whose columns are the row's number, the values, and their checksum.
+template <typename Record, int columns, typename Fill, typename Order>
+StoredRows<Record> readRows(StoreStatement& statement, qint64 storeKey, const char* kind,
+                            Fill&& fill, Order&& order)
 {
     StoredRows<Record> rows;
     while (statement.step()) {
-        const qint64 row = statement.integer(0);
+        const Row<columns> row(statement);
+        const qint64 number = row[0].integer();
         ++rows.rowCount;
-        rows.lastRow = std::max(rows.lastRow, row);
-        if (!statement.isNull(checksumColumn)) {
+        rows.lastRow = std::max(rows.lastRow, number);
+        if (const StoreValue& checksum = row[columns - 1]; !checksum.isNull()) {
             StoreChecksum sum(storeKey);
-            statement.addTo(sum, 1, checksumColumn);
-            if (sum.value() != statement.integer(checksumColumn))
-                throwDamage(
-                    u"%1 in row %2 doesn't match its checksum"_s.arg(QLatin1String(kind)).arg(row));
+            for (int column = 1; column < columns - 1; ++column)
+                row[column].addTo(sum);
+            if (sum.value() != checksum.integer())
+                throwDamage(u"%1 in row %2 doesn't match its checksum"_s.arg(QLatin1String(kind))
+                                .arg(number));
         }
-        if (std::optional<Record> record = map(statement)) {
+        auto record = std::make_shared<Record>();
+        if (fill(*record, row)) {
             const qint64 place = order(*record);
-            rows.items.push_back({place, row, Shared<Record>(*std::move(record))});
-        } else if (statement.isText(1)) {
-            rows.unmapped.append({row, QString::fromUtf8(statement.text(1))});
+            rows.items.push_back({place, number, Shared<Record>(std::move(record))});
+        } else if (row[1].isText()) {
+            rows.unmapped.append({number, QString::fromUtf8(row[1].bytes())});
         }
     }
     std::stable_sort(rows.items.begin(), rows.items.end(),
@@ -146,7 +144,8 @@ StoreState readStoreState(SQLite::Database& database)
         database, "SELECT storeKey, generation, folderCount, noteCount FROM OrvaneStore");
     if (!statement.step())
         throwDamage(u"the store doesn't say who it is"_s);
-    return {statement.integer(0), statement.integer(1), statement.integer(2), statement.integer(3)};
+    return {statement.value(0).integer(), statement.value(1).integer(),
+            statement.value(2).integer(), statement.value(3).integer()};
 }
 
 StoredRows<FolderRecord> readFolders(SQLite::Database& database, qint64 storeKey)
@@ -154,9 +153,9 @@ StoredRows<FolderRecord> readFolders(SQLite::Database& database, qint64 storeKey
     StoreStatement statement(database,
                              "SELECT row, id, name, createdAt, parentFolderID, iconName, titleRTF, "
                              "tagsJSON, isPinned, checksum FROM OrvaneFolder");
-    return readRows<FolderRecord>(
-        statement, 9, storeKey, "the folder",
-        [](const StoreStatement& row) { return folderFrom(row); },
+    return readRows<FolderRecord, folderColumns>(
+        statement, storeKey, "the folder",
+        [](FolderRecord& folder, const Row<folderColumns>& row) { return fill(folder, row); },
         [](const FolderRecord& folder) { return folder.createdAt.msecs; });
 }
 
@@ -169,34 +168,10 @@ StoredRows<NoteRecord> readNotes(SQLite::Database& database, qint64 storeKey,
         "embeddedFileType, embeddedFileAssetID, isPinned, pdfSourceURLString, titleRTF, bodyRTF, "
         "richContentPayload, editorTypingAttributesPayload, embeddedFilePayload, shapesPayload, "
         "body, checksum FROM OrvaneNote");
-    return readRows<NoteRecord>(
-        statement, bodyColumn + 1, storeKey, "the note",
-        [&](const StoreStatement& row) { return noteFrom(row, source); },
+    return readRows<NoteRecord, noteColumns>(
+        statement, storeKey, "the note",
+        [&](NoteRecord& note, const Row<noteColumns>& row) { return fill(note, row, source); },
         [](const NoteRecord& note) { return ~note.updatedAt.msecs; });
-}
-
-QStringList tagsFromStore(QByteArrayView json)
-{
-    if (json.size() <= 2)
-        return {};
-    const QJsonDocument document =
-        QJsonDocument::fromJson(QByteArray::fromRawData(json.data(), json.size()));
-    if (!document.isArray())
-        return {};
-    QStringList tags;
-    for (const QJsonValue& value : document.array()) {
-        if (!value.isString())
-            return {};
-        tags.append(value.toString());
-    }
-    return tags;
-}
-
-QByteArray tagsToStore(const QStringList& tags)
-{
-    if (tags.isEmpty())
-        return "[]";
-    return QJsonDocument(QJsonArray::fromStringList(tags)).toJson(QJsonDocument::Compact);
 }
 
 } // namespace orvane

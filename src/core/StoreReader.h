@@ -70,8 +70,4 @@ StoredRows<FolderRecord> readFolders(SQLite::Database& database, qint64 storeKey
 StoredRows<NoteRecord> readNotes(SQLite::Database& database, qint64 storeKey,
                                  const std::shared_ptr<BlobSource>& source);
 
-/// Tags as stored: a JSON list of texts; anything else is no tags.
-QStringList tagsFromStore(QByteArrayView json);
-QByteArray tagsToStore(const QStringList& tags);
-
 } // namespace orvane

@@ -80,65 +80,62 @@ void StoreStatement::reset()
     sqlite3_reset(m_statement.get());
 }
 
-bool StoreStatement::isNull(int column) const
+StoreValue StoreStatement::value(int column) const
 {
-    return sqlite3_column_type(m_statement.get(), column) == SQLITE_NULL;
+    return StoreValue(sqlite3_column_value(m_statement.get(), column));
 }
 
-bool StoreStatement::isInteger(int column) const
+StoreValue::StoreValue(sqlite3_value* value)
+    : m_value(value)
 {
-    return sqlite3_column_type(m_statement.get(), column) == SQLITE_INTEGER;
+    switch (sqlite3_value_type(value)) {
+    case SQLITE_INTEGER:
+        m_type = Type::Integer;
+        break;
+    case SQLITE_FLOAT:
+        m_type = Type::Number;
+        break;
+    case SQLITE_TEXT:
+        m_type = Type::Text;
+        break;
+    case SQLITE_BLOB:
+        m_type = Type::Bytes;
+        break;
+    default:
+        break;
+    }
 }
 
-bool StoreStatement::isText(int column) const
+qint64 StoreValue::integer() const
 {
-    return sqlite3_column_type(m_statement.get(), column) == SQLITE_TEXT;
+    return sqlite3_value_int64(m_value);
 }
 
-bool StoreStatement::isBytes(int column) const
+double StoreValue::number() const
 {
-    return sqlite3_column_type(m_statement.get(), column) == SQLITE_BLOB;
+    return sqlite3_value_double(m_value);
 }
 
-qint64 StoreStatement::integer(int column) const
+QByteArrayView StoreValue::bytes() const
 {
-    return sqlite3_column_int64(m_statement.get(), column);
+    // Asked for as bytes, a text is given where it stands; asked for as text, it would be copied
+    // to get a zero behind it.
+    const auto* bytes = static_cast<const char*>(sqlite3_value_blob(m_value));
+    return {bytes, bytes ? sqlite3_value_bytes(m_value) : 0};
 }
 
-double StoreStatement::number(int column) const
+void StoreValue::addTo(StoreChecksum& sum) const
 {
-    return sqlite3_column_double(m_statement.get(), column);
-}
-
-QByteArrayView StoreStatement::text(int column) const
-{
-    const auto* text =
-        reinterpret_cast<const char*>(sqlite3_column_text(m_statement.get(), column));
-    return {text, text ? sqlite3_column_bytes(m_statement.get(), column) : 0};
-}
-
-QByteArrayView StoreStatement::bytes(int column) const
-{
-    const auto* bytes = static_cast<const char*>(sqlite3_column_blob(m_statement.get(), column));
-    return {bytes, bytes ? sqlite3_column_bytes(m_statement.get(), column) : 0};
-}
-
-void StoreStatement::addTo(StoreChecksum& sum, int first, int end) const
-{
-    for (int column = first; column < end; ++column) {
-        switch (sqlite3_column_type(m_statement.get(), column)) {
-        case SQLITE_INTEGER:
-            sum.addInteger(integer(column));
-            break;
-        case SQLITE_TEXT:
-            sum.addText(text(column));
-            break;
-        case SQLITE_NULL:
-            sum.addNull();
-            break;
-        default: // a number with fractions is in no column of ours; its text stands for it
-            sum.addBytes(bytes(column));
-        }
+    switch (m_type) {
+    case Type::Null:
+        return sum.addNull();
+    case Type::Integer:
+        return sum.addInteger(integer());
+    case Type::Text:
+        return sum.addText(bytes());
+    case Type::Number: // is in no column of ours; its text stands for it
+    case Type::Bytes:
+        return sum.addBytes(bytes());
     }
 }
 

@@ -10,8 +10,33 @@
 #include <optional>
 
 struct sqlite3_stmt;
+struct sqlite3_value;
 
 namespace orvane {
+
+/// One value of a row that was read. Texts are UTF-8.
+class StoreValue {
+public:
+    StoreValue() = default;
+    explicit StoreValue(sqlite3_value* value);
+
+    [[nodiscard]] bool isNull() const { return m_type == Type::Null; }
+    [[nodiscard]] bool isInteger() const { return m_type == Type::Integer; }
+    [[nodiscard]] bool isText() const { return m_type == Type::Text; }
+    [[nodiscard]] bool isBytes() const { return m_type == Type::Bytes; }
+
+    [[nodiscard]] qint64 integer() const;
+    [[nodiscard]] double number() const;
+    /// The bytes of a text or of bytes, where they stand.
+    [[nodiscard]] QByteArrayView bytes() const;
+    void addTo(StoreChecksum& sum) const;
+
+private:
+    enum class Type { Null, Integer, Number, Text, Bytes };
+
+    sqlite3_value* m_value = nullptr;
+    Type m_type = Type::Null;
+};
 
 /// A prepared statement on SQLite's own interface: values are bound and read without a copy, and
 /// a whole row can be folded into a checksum. Failures are thrown as SQLite::Exception, which
@@ -33,17 +58,8 @@ public:
     void run();
     void reset();
 
-    [[nodiscard]] bool isNull(int column) const;
-    [[nodiscard]] bool isInteger(int column) const;
-    [[nodiscard]] bool isText(int column) const;
-    [[nodiscard]] bool isBytes(int column) const;
-    [[nodiscard]] qint64 integer(int column) const;
-    [[nodiscard]] double number(int column) const;
-    /// Valid until the next step.
-    [[nodiscard]] QByteArrayView text(int column) const;
-    [[nodiscard]] QByteArrayView bytes(int column) const;
-    /// Folds the columns from `first` to before `end` into `sum`.
-    void addTo(StoreChecksum& sum, int first, int end) const;
+    /// A column of the present row. Valid until the next step.
+    [[nodiscard]] StoreValue value(int column) const;
 
 private:
     struct Finalize {

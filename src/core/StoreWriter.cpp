@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "core/StoreWriter.h"
 
-#include "core/JsonObjectReader.h"
+#include "core/StoreText.h"
 
 namespace orvane {
 
@@ -29,11 +29,6 @@ void optionalBytes(RowBinder& row, const std::optional<Blob>& value, QByteArray&
         return row.null();
     keep = value->bytes();
     row.bytes(keep);
-}
-
-QByteArray idText(const QUuid& id)
-{
-    return id.toByteArray(QUuid::WithoutBraces).toUpper();
 }
 
 bool sameColumns(const NoteRecord& a, const NoteRecord& b)
@@ -134,7 +129,7 @@ void StoreWriter::updateFolder(qint64 row, const FolderRecord& stored, const Fol
 
 void StoreWriter::writeFolderRow(StoreStatement& statement, qint64 row, const FolderRecord& folder)
 {
-    const QByteArray id = idText(folder.id);
+    const QByteArray id = uuidToStore(folder.id);
     const QByteArray name = folder.name.toUtf8();
     const QByteArray tags = tagsToStore(folder.tags);
     QByteArray parent;
@@ -145,7 +140,7 @@ void StoreWriter::writeFolderRow(StoreStatement& statement, qint64 row, const Fo
     values.text(name);
     values.integer(folder.createdAt.msecs);
     if (folder.parentFolderID)
-        values.text(parent = idText(*folder.parentFolderID));
+        values.text(parent = uuidToStore(*folder.parentFolderID));
     else
         values.null();
     optionalText(values, folder.iconName, icon);
@@ -193,8 +188,8 @@ void StoreWriter::updateNote(qint64 row, const NoteRecord& stored, const NoteRec
 
 void StoreWriter::writeNoteRow(StoreStatement& statement, qint64 row, const NoteRecord& note)
 {
-    const QByteArray id = idText(note.id);
-    const QByteArray folder = idText(note.folderID);
+    const QByteArray id = uuidToStore(note.id);
+    const QByteArray folder = uuidToStore(note.folderID);
     const QByteArray title = note.title.toUtf8();
     const QByteArray tags = tagsToStore(note.tags);
     const QByteArray body = note.body.toUtf8();
@@ -303,12 +298,12 @@ std::expected<QByteArray, QString> StoreBytesSource::read(qint64 key, qsizetype 
         m_statement->bindInteger(1, key);
         if (!m_statement->step())
             throwDamage(u"they are missing from the store"_s);
-        QByteArray found = m_statement->bytes(1).toByteArray();
+        QByteArray found = m_statement->value(1).bytes().toByteArray();
         StoreChecksum sum(m_storeKey);
         sum.addInteger(key);
         sum.addBytes(found);
-        const bool sound = found.size() == size &&
-                           (m_statement->isNull(0) || sum.value() == m_statement->integer(0));
+        const bool sound = found.size() == size && (m_statement->value(0).isNull() ||
+                                                    sum.value() == m_statement->value(0).integer());
         m_statement->reset();
         if (!sound)
             throwDamage(u"they don't match their checksum"_s);

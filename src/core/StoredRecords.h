@@ -43,10 +43,12 @@ public:
         m_order.reserve(rows.items.size());
         for (auto& item : rows.items) {
             const QUuid id = item.record->id;
-            if (m_slots.contains(id))
+            const Record* record = &*item.record;
+            const auto place = qsizetype(m_order.size());
+            m_slots.emplace(id, Slot{item.row, std::move(item.record), place});
+            if (m_slots.size() == place)
                 return id;
-            m_order.push_back(&*item.record);
-            m_slots.insert(id, {item.row, std::move(item.record), m_slots.size()});
+            m_order.push_back(record);
         }
         m_nextRow = rows.lastRow + 1;
         return std::nullopt;
