@@ -23,18 +23,15 @@ constexpr int foldAtPages = 1000;
 
 StoreOpenError lockError(const ProjectLock::Failure& failure)
 {
-    switch (failure.problem) {
-    case ProjectLock::Problem::Held:
-        return {StoreOpenError::Code::LockedByOther, failure.path,
-                u"the project is open elsewhere"_s, failure.holder};
-    case ProjectLock::Problem::NoAccess:
-        return {StoreOpenError::Code::NoAccess, failure.path, u"the folder can't be written"_s,
-                std::nullopt};
-    case ProjectLock::Problem::Other:
-        break;
-    }
-    return {StoreOpenError::Code::NoSpace, failure.path, u"the lock can't be written"_s,
-            std::nullopt};
+    using Problem = ProjectLock::Problem;
+    auto code = StoreOpenError::Code::Unreadable;
+    if (failure.problem == Problem::Held)
+        code = StoreOpenError::Code::LockedByOther;
+    else if (failure.problem == Problem::NoAccess)
+        code = StoreOpenError::Code::NoAccess;
+    else if (failure.problem == Problem::NoSpace)
+        code = StoreOpenError::Code::NoSpace;
+    return {code, failure.path, failure.detail, failure.holder};
 }
 
 std::optional<StoreOpenError> folderProblem(const QString& folder)
@@ -127,7 +124,7 @@ std::expected<void, StoreOpenError> PersistenceController::Private::open()
 {
     if (auto problem = folderProblem(folder))
         return std::unexpected(*std::move(problem));
-    auto taken = ProjectLock::take(folder);
+    auto taken = ProjectLock::take(folder, clock.now());
     if (!taken) {
         if (taken.error().problem == ProjectLock::Problem::NoAccess && hadExisting)
             return openForReading();

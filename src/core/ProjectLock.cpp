@@ -1,47 +1,181 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "core/ProjectLock.h"
 
+#include <QCoreApplication>
 #include <QFile>
-#include <QLockFile>
+#include <QSysInfo>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace orvane {
 
 using namespace Qt::StringLiterals;
 
-ProjectLock::ProjectLock(std::unique_ptr<QLockFile> file, bool wasStale)
-    : m_file(std::move(file))
-    , m_wasStale(wasStale)
+namespace {
+
+// A holder that gives the lock back removes the file; whoever opened it just before then holds a
+// file without a name, and tries again.
+constexpr int attempts = 10;
+
+class Descriptor {
+public:
+    explicit Descriptor(int number)
+        : m_number(number)
+    {}
+    Descriptor(Descriptor&& other) noexcept
+        : m_number(std::exchange(other.m_number, -1))
+    {}
+    Descriptor& operator=(Descriptor&&) = delete;
+    ~Descriptor()
+    {
+        if (m_number >= 0)
+            ::close(m_number);
+    }
+    [[nodiscard]] int number() const { return m_number; }
+
+private:
+    int m_number;
+};
+
+QByteArray machineId()
+{
+    const QByteArray id = QSysInfo::machineUniqueId();
+    return id.isEmpty() ? QSysInfo::machineHostName().toUtf8() : id;
+}
+
+QByteArray contents(Timestamp now)
+{
+    const QStringList lines{QString::number(QCoreApplication::applicationPid()),
+                            QCoreApplication::applicationName(), QSysInfo::machineHostName(),
+                            QString::fromUtf8(machineId()), toIso8601(now)};
+    return lines.join(u'\n').toUtf8() + '\n';
+}
+
+struct Contents {
+    LockHolder holder;
+    QByteArray machine;
+};
+
+std::optional<Contents> readContents(int descriptor)
+{
+    QByteArray bytes(4096, '\0');
+    const ssize_t size = ::pread(descriptor, bytes.data(), size_t(bytes.size()), 0);
+    if (size <= 0)
+        return std::nullopt;
+    bytes.truncate(size);
+    const QList<QByteArray> lines = bytes.split('\n');
+    bool isNumber = false;
+    const qint64 process = lines.first().toLongLong(&isNumber);
+    if (!isNumber || lines.size() < 5)
+        return std::nullopt;
+    return Contents{{process, QString::fromUtf8(lines.at(1)), QString::fromUtf8(lines.at(2)),
+                     fromIso8601(QString::fromUtf8(lines.at(4))).value_or(Timestamp())},
+                    lines.at(3)};
+}
+
+ProjectLock::Problem problemOf(int error)
+{
+    switch (error) {
+    case EACCES:
+    case EPERM:
+    case EROFS:
+        return ProjectLock::Problem::NoAccess;
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
+        return ProjectLock::Problem::NoSpace;
+    default:
+        return ProjectLock::Problem::Other;
+    }
+}
+
+std::unexpected<ProjectLock::Failure> failed(const QString& path, int error)
+{
+    return std::unexpected(ProjectLock::Failure{
+        problemOf(error), path, QString::fromLocal8Bit(std::strerror(error)), std::nullopt});
+}
+
+bool isStillAt(int descriptor, const QByteArray& path)
+{
+    struct stat held = {};
+    struct stat named = {};
+    return ::fstat(descriptor, &held) == 0 && ::stat(path.constData(), &named) == 0 &&
+           held.st_ino == named.st_ino && held.st_dev == named.st_dev;
+}
+
+// A file system without locks (some network shares) leaves only what the file says.
+bool locksAreMissing(int error)
+{
+    return error == ENOLCK || error == EOPNOTSUPP || error == EINVAL;
+}
+
+} // namespace
+
+struct ProjectLock::Held {
+    Descriptor file;
+    QByteArray path;
+    bool wasStale = false;
+
+    ~Held() { ::unlink(path.constData()); }
+};
+
+ProjectLock::ProjectLock(std::unique_ptr<Held> held)
+    : m_held(std::move(held))
 {}
 
 ProjectLock::ProjectLock(ProjectLock&&) noexcept = default;
 ProjectLock& ProjectLock::operator=(ProjectLock&&) noexcept = default;
 ProjectLock::~ProjectLock() = default;
 
+bool ProjectLock::wasStale() const
+{
+    return m_held->wasStale;
+}
+
 QString ProjectLock::pathIn(const QString& folder)
 {
     return folder + "/OrvaneWorkspace.lock"_L1;
 }
 
-std::expected<ProjectLock, ProjectLock::Failure> ProjectLock::take(const QString& folder)
+std::expected<ProjectLock, ProjectLock::Failure> ProjectLock::take(const QString& folder,
+                                                                   Timestamp now)
 {
-    const QString path = pathIn(folder);
-    const bool leftBehind = QFile::exists(path);
-    auto file = std::make_unique<QLockFile>(path);
-    // Age alone makes no lock stale: a project may stay open for weeks.
-    file->setStaleLockTime(0);
-    if (file->tryLock(0))
-        return ProjectLock(std::move(file), leftBehind);
+    const QString name = pathIn(folder);
+    const QByteArray path = QFile::encodeName(name);
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        Descriptor file(::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0644));
+        if (file.number() < 0)
+            return failed(name, errno);
+        const bool locked = ::flock(file.number(), LOCK_EX | LOCK_NB) == 0;
+        const int lockError = errno;
+        const auto before = readContents(file.number());
+        const bool elsewhere = before && before->machine != machineId();
+        if ((!locked && lockError == EWOULDBLOCK) || elsewhere)
+            return std::unexpected(Failure{Problem::Held, name, u"the project is open elsewhere"_s,
+                                           before ? std::optional(before->holder) : std::nullopt});
+        if (!locked && !locksAreMissing(lockError))
+            return failed(name, lockError);
+        if (!locked && before && ::kill(pid_t(before->holder.processId), 0) == 0)
+            return std::unexpected(Failure{Problem::Held, name, {}, before->holder});
+        if (!isStillAt(file.number(), path))
+            continue;
 
-    Failure failure{Problem::Other, path, std::nullopt};
-    if (file->error() == QLockFile::PermissionError)
-        failure.problem = Problem::NoAccess;
-    if (file->error() == QLockFile::LockFailedError) {
-        failure.problem = Problem::Held;
-        LockHolder holder;
-        if (file->getLockInfo(&holder.processId, &holder.host, &holder.program))
-            failure.holder = holder;
+        auto held = std::make_unique<Held>(std::move(file), path, before.has_value());
+        const QByteArray bytes = contents(now);
+        if (::ftruncate(held->file.number(), 0) != 0 ||
+            ::pwrite(held->file.number(), bytes.constData(), size_t(bytes.size()), 0) !=
+                bytes.size())
+            return failed(name, errno);
+        return ProjectLock(std::move(held));
     }
-    return std::unexpected(failure);
+    return std::unexpected(
+        Failure{Problem::Held, name, u"the project is open elsewhere"_s, std::nullopt});
 }
 
 } // namespace orvane

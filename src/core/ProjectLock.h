@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "platform/Timestamp.h"
+
 #include <QString>
 
 #include <expected>
 #include <memory>
 #include <optional>
-
-class QLockFile;
 
 namespace orvane {
 
@@ -16,44 +16,49 @@ struct LockHolder {
     qint64 processId = 0;
     QString program;
     QString host;
+    Timestamp since;
 
     bool operator==(const LockHolder&) const = default;
 };
 
-/// Keeps a second process from opening the same project: a lock file in the project's data
-/// folder, held as long as this object lives. A lock whose process is gone, or which is from
-/// before this machine started, is stale and taken over. A lock from another machine (a shared or
-/// synchronised folder) is never taken for stale, because its process can't be looked up.
+/// Keeps a second process from opening the same project: a file in the project's data folder that
+/// is there, says who has it, and is locked with the system as long as this object lives. The
+/// system's lock ends with its process, so that a file left behind on this machine is taken over
+/// at once. One left by another machine (in a shared or synchronised folder) counts as held,
+/// because nothing is known about the process there.
 class ProjectLock {
 public:
     enum class Problem {
         Held,     ///< somebody has it
         NoAccess, ///< the folder can't be written
-        Other,    ///< most often a full disk
+        NoSpace,  ///< the disk is full
+        Other,
     };
     struct Failure {
         Problem problem = Problem::Other;
         QString path;
+        QString detail;
         std::optional<LockHolder> holder;
     };
 
-    /// Takes the lock of a folder, without waiting.
-    [[nodiscard]] static std::expected<ProjectLock, Failure> take(const QString& folder);
+    /// Takes the lock of a folder, without waiting. `now` is told to whoever finds it held.
+    [[nodiscard]] static std::expected<ProjectLock, Failure> take(const QString& folder,
+                                                                  Timestamp now);
 
     ProjectLock(ProjectLock&&) noexcept;
     ProjectLock& operator=(ProjectLock&&) noexcept;
     ~ProjectLock();
 
     /// True when the last holder ended without giving the lock back.
-    [[nodiscard]] bool wasStale() const { return m_wasStale; }
+    [[nodiscard]] bool wasStale() const;
 
     [[nodiscard]] static QString pathIn(const QString& folder);
 
 private:
-    ProjectLock(std::unique_ptr<QLockFile> file, bool wasStale);
+    struct Held;
+    explicit ProjectLock(std::unique_ptr<Held> held);
 
-    std::unique_ptr<QLockFile> m_file;
-    bool m_wasStale = false;
+    std::unique_ptr<Held> m_held;
 };
 
 } // namespace orvane
