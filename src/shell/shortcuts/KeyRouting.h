@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "shell/shortcuts/KeyCodes.h"
+#include "shell/shortcuts/ShortcutBindings.h"
+
+class QWidget;
+
+namespace orvane {
+
+/// What has the keyboard, as far as shortcuts care.
+enum class KeyFocus {
+    Text,      ///< a text view or text field
+    Control,   ///< a control that uses Return and the arrow keys itself
+    Elsewhere, ///< the Binder, a pane, nothing
+    Closed,    ///< a menu, a dialog or a sheet, which keeps all keys to itself
+};
+
+/// Where a key press goes. `Pass` leaves it to the toolkit; everything else swallows it, undo and
+/// redo only when there was something to do.
+struct KeyRoute {
+    enum class Kind { Pass, Post, Undo, Redo, CloseWindow, OpenSettings };
+    Kind kind = Kind::Pass;
+    PostableCommand command; ///< for `Post`
+    /// Whether holding the key down does it again and again, as with moving and undoing.
+    bool repeats = false;
+};
+
+/// The rules by which keys become commands, in their order:
+///
+/// 1. AltGr typing a character, and whatever a closed focus holds, passes.
+/// 2. Ctrl+Z undoes, Ctrl+Shift+Z redoes.
+/// 3. Alt+Shift with Left, Right or Up collapses the left or right pane or restores all three, also
+///    while typing.
+/// 4. Ctrl+Comma passes: the window itself opens the settings.
+/// 5. Outside text, Ctrl with an arrow walks the Binder, and Return alone activates its selection,
+///    unless the focused control uses them itself.
+/// 6. The first action that has the key fires; in text only if it works there, else the key passes.
+[[nodiscard]] KeyRoute routeKey(const KeyPress& press, KeyFocus focus,
+                                const ShortcutBindings& bindings);
+
+/// Whether the window keeps this key to itself: Ctrl+Comma with nothing else held.
+[[nodiscard]] bool isReservedSystemShortcut(const ShortcutData& pressed);
+
+/// What `focusWidget` is, by its class or by what `declareKeyFocus` says of it or of a widget
+/// around it.
+[[nodiscard]] KeyFocus keyFocusOf(const QWidget* focusWidget);
+
+/// Says what a widget and everything in it is, where its class doesn't tell.
+void declareKeyFocus(QWidget* widget, KeyFocus focus);
+
+} // namespace orvane
