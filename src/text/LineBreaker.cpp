@@ -23,21 +23,21 @@ qreal units(double points)
     return std::clamp(points, -largestLength, largestLength) * u;
 }
 
-Qt::Alignment alignmentOf(TextAlignment alignment)
+Qt::Alignment alignmentOf(TextAlignment alignment, bool rightToLeft)
 {
     switch (alignment) {
     case TextAlignment::left:
-        return Qt::AlignLeft | Qt::AlignAbsolute;
+        return Qt::AlignLeft;
     case TextAlignment::center:
         return Qt::AlignHCenter;
     case TextAlignment::right:
-        return Qt::AlignRight | Qt::AlignAbsolute;
+        return Qt::AlignRight;
     case TextAlignment::justified:
         return Qt::AlignJustify;
     case TextAlignment::natural:
         break;
     }
-    return Qt::AlignLeft;
+    return rightToLeft ? Qt::AlignRight : Qt::AlignLeft;
 }
 
 Qt::LayoutDirection directionOf(WritingDirection direction)
@@ -90,11 +90,11 @@ QList<QTextOption::Tab> tabsFrom(const ParagraphStyle& style, qreal lineStart)
     return tabs;
 }
 
-QTextOption optionFor(const ParagraphStyle& style, const LineSettings& settings)
+QTextOption optionFor(const ParagraphStyle& style, const LineSettings& settings, bool rightToLeft)
 {
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    option.setAlignment(alignmentOf(style.alignment));
+    option.setAlignment(alignmentOf(style.alignment, rightToLeft));
     option.setTextDirection(directionOf(style.direction));
     const double interval =
         style.defaultTabInterval > 0 ? style.defaultTabInterval : settings.tabInterval;
@@ -139,12 +139,12 @@ void breakLines(const QTextBlock& block, const ParagraphStyle& style, const Line
                 ParagraphBox& box)
 {
     QTextLayout& layout = *block.layout();
-    QTextOption option = optionFor(style, settings);
     const qreal stretch = lineStretch(block.document()->defaultFont(), settings.lineHeight);
     const bool isEmpty = block.length() == 1 && layout.preeditAreaText().isEmpty();
     const bool rightToLeft =
         style.direction == WritingDirection::rightToLeft ||
         (style.direction == WritingDirection::natural && !isEmpty && block.text().isRightToLeft());
+    QTextOption option = optionFor(style, settings, rightToLeft);
     const qreal tail = units(style.tailIndent);
     const qreal end = tail > 0 ? std::min(tail, box.column) : box.column + tail;
 

@@ -16,6 +16,8 @@ struct LineSettings {
     qreal lineHeight = 1.0;
     /// Where a paragraph names no tab interval, in points.
     qreal tabInterval = 28;
+
+    bool operator==(const LineSettings&) const = default;
 };
 
 /// The character that a page break stands as, alone in its paragraph.

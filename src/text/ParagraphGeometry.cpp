@@ -3,6 +3,8 @@
 #include "text/LayoutUnits.h"
 #include "text/ParagraphLayout.h"
 
+#include <QGlyphRun>
+#include <QRawFont>
 #include <QTextDocument>
 
 #include <algorithm>
@@ -13,39 +15,52 @@ namespace orvane {
 namespace {
 
 constexpr qreal u = layoutUnitsPerPoint;
+/// How a selected "\n" shows in a line that is full.
+constexpr qreal newlineWidth = 4 * u;
 
-/// The stretches of [from, to) in a line, left and right, in layout units. Text in one direction is
-/// one stretch; in mixed text neighbouring characters may stand far apart.
-QList<std::pair<qreal, qreal>> stretchesOf(const QTextLine& line, const QString& text, int from,
-                                           int to)
+using Stretch = std::pair<qreal, qreal>;
+
+bool isRightToLeft(QChar character)
 {
-    QList<std::pair<qreal, qreal>> stretches;
-    const auto hasRightToLeft =
-        std::any_of(text.cbegin() + line.textStart(),
-                    text.cbegin() + line.textStart() + line.textLength(), [](QChar c) {
-                        return c.unicode() >= 0x590 &&
-                               (c.direction() == QChar::DirR || c.direction() == QChar::DirAL ||
-                                c.direction() == QChar::DirRLE || c.direction() == QChar::DirRLO ||
-                                c.direction() == QChar::DirRLI || c.direction() == QChar::DirAN);
-                    });
-    if (!hasRightToLeft) {
-        const qreal a = line.cursorToX(from);
-        const qreal b = line.cursorToX(to);
-        stretches.append({std::min(a, b), std::max(a, b)});
-        return stretches;
+    if (character.unicode() < 0x590)
+        return false;
+    const QChar::Direction direction = character.direction();
+    return direction == QChar::DirR || direction == QChar::DirAL || direction == QChar::DirAN ||
+           direction == QChar::DirRLE || direction == QChar::DirRLO || direction == QChar::DirRLI;
+}
+
+/// Where the glyphs of [from, to) stand, as few stretches as they form. For lines in which
+/// neighbouring characters may stand far apart.
+QList<Stretch> glyphStretches(const QTextLine& line, int from, int to)
+{
+    QList<Stretch> glyphs;
+    for (const QGlyphRun& run : line.glyphRuns(from, to - from)) {
+        const QList<QPointF> positions = run.positions();
+        const QList<QPointF> advances = run.rawFont().advancesForGlyphIndexes(run.glyphIndexes());
+        for (qsizetype i = 0; i < positions.size(); ++i)
+            glyphs.append({positions[i].x(), positions[i].x() + advances[i].x()});
     }
-    for (int position = from; position < to; ++position) {
-        const qreal a = line.cursorToX(position, QTextLine::Leading);
-        const qreal b = line.cursorToX(position, QTextLine::Trailing);
-        const std::pair<qreal, qreal> one{std::min(a, b), std::max(a, b)};
-        if (!stretches.isEmpty() && std::abs(stretches.last().second - one.first) < 0.5)
-            stretches.last().second = one.second;
-        else if (!stretches.isEmpty() && std::abs(stretches.last().first - one.second) < 0.5)
-            stretches.last().first = one.first;
-        else if (one.first < one.second)
-            stretches.append(one);
+    std::sort(glyphs.begin(), glyphs.end());
+    // Kerning and justification leave small gaps between neighbours.
+    const qreal gap = (line.ascent() + line.descent()) / 6;
+    QList<Stretch> joined;
+    for (const Stretch& glyph : glyphs) {
+        if (!joined.isEmpty() && glyph.first <= joined.last().second + gap)
+            joined.last().second = std::max(joined.last().second, glyph.second);
+        else
+            joined.append(glyph);
     }
-    return stretches;
+    return joined;
+}
+
+/// The stretches of [from, to) in a line, left and right, in layout units.
+QList<Stretch> stretchesOf(const QTextLine& line, QStringView lineText, int from, int to)
+{
+    if (std::any_of(lineText.begin(), lineText.end(), isRightToLeft))
+        return glyphStretches(line, from, to);
+    const qreal a = line.cursorToX(from);
+    const qreal b = line.cursorToX(to);
+    return {{std::min(a, b), std::max(a, b)}};
 }
 
 } // namespace
@@ -233,7 +248,7 @@ QList<QRectF> ParagraphLayout::rectsInBlock(const QTextBlock& block, int from, i
     QList<QRectF> rects;
     const ParagraphBox& about = box(block);
     const QTextLayout& layout = *block.layout();
-    const QString text = layout.preeditAreaText().isEmpty() ? block.text() : QString();
+    const QString text = block.text();
     const qreal top = topOf(block);
     const int first = toLayoutPosition(block, std::max(from, block.position()));
     const int past = toLayoutPosition(block, std::min(to, block.position() + block.length() - 1));
@@ -243,9 +258,6 @@ QList<QRectF> ParagraphLayout::rectsInBlock(const QTextBlock& block, int from, i
         const int lineStart = line.textStart();
         const int lineEnd = lineStart + line.textLength();
         const bool isLast = i == layout.lineCount() - 1;
-        if (past < lineStart || (past == lineStart && !(isLast && goesOn)) ||
-            (first >= lineEnd && !isLast))
-            continue;
         const auto& place = about.lines[std::size_t(i)];
         const qreal y = top + (about.content.top() + place.top) / u;
         const auto add = [&](qreal left, qreal right) {
@@ -258,16 +270,16 @@ QList<QRectF> ParagraphLayout::rectsInBlock(const QTextBlock& block, int from, i
         const int b = std::min(past, lineEnd);
         if (a < b) {
             for (const auto& [left, right] :
-                 text.isEmpty()
-                     ? QList<std::pair<qreal, qreal>>{{line.cursorToX(a), line.cursorToX(b)}}
-                     : stretchesOf(line, text, a, b))
+                 stretchesOf(line, QStringView(text).mid(lineStart, lineEnd - lineStart), a, b))
                 add(left, right);
         }
         // A selection that goes on in the next line fills this one to its end.
-        const bool continues = isLast ? goesOn : past > lineEnd;
+        const bool begins = first < lineEnd || (isLast && first <= lineEnd);
+        const bool continues = begins && (isLast ? goesOn : past > lineEnd);
         if (fillsLines && continues) {
-            const qreal end = line.cursorToX(lineEnd);
-            add(std::min(end, about.column), std::max(end + 4 * u, about.column));
+            const qreal end = line.naturalTextRect().right();
+            add(std::min(end, about.column),
+                std::max(isLast ? end + newlineWidth : end, about.column));
         }
     }
     return rects;

@@ -32,7 +32,7 @@ ParagraphLayout::ParagraphLayout(QTextDocument& document, const StyleTable& styl
     : QAbstractTextDocumentLayout(&document)
     , m_styles(styles)
 {
-    setBaseFont({QString(), 16});
+    setSettings({QString(), 16}, {});
 }
 
 ParagraphLayout::~ParagraphLayout() = default;
@@ -46,30 +46,21 @@ void ParagraphLayout::setWidth(qreal points)
     invalidateAll();
 }
 
-void ParagraphLayout::setBaseFont(const TextFont& font)
+void ParagraphLayout::setSettings(const TextFont& font, const LineSettings& settings)
 {
-    if (m_characterWidth > 0 && font == m_baseFont)
+    if (m_characterWidth > 0 && font == m_baseFont && settings == m_settings)
         return;
     m_baseFont = font;
+    m_settings = settings;
     const QFont reference = referenceFont(font);
     const QFontMetricsF metrics(reference);
     const QString sample = QStringLiteral("the quick brown fox jumps over a lazy dog. ");
     m_characterWidth = metrics.horizontalAdvance(sample) / qreal(sample.size());
     m_plainLineHeight =
-        (metrics.ascent() + metrics.descent()) * lineStretch(reference, m_settings.lineHeight);
+        (metrics.ascent() + metrics.descent()) * lineStretch(reference, settings.lineHeight);
     m_settingFont = true;
     document()->setDefaultFont(reference);
     m_settingFont = false;
-    invalidateAll();
-}
-
-void ParagraphLayout::setLineSettings(const LineSettings& settings)
-{
-    m_settings = settings;
-    const QFont reference = document()->defaultFont();
-    const QFontMetricsF metrics(reference);
-    m_plainLineHeight =
-        (metrics.ascent() + metrics.descent()) * lineStretch(reference, settings.lineHeight);
     invalidateAll();
 }
 
@@ -78,13 +69,18 @@ void ParagraphLayout::setObjectPainter(ObjectPainter* painter)
     m_objects = painter;
 }
 
-void ParagraphLayout::invalidateAll()
+void ParagraphLayout::releaseLines()
 {
-    ++m_generation;
     for (const QTextBlock& block : m_laidOut)
         forgetLines(block);
     m_laidOut.clear();
     m_laidOutCharacters = 0;
+}
+
+void ParagraphLayout::invalidateAll()
+{
+    ++m_generation;
+    releaseLines();
     estimateAll();
     emit everythingChanged();
 }

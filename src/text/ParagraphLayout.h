@@ -43,10 +43,9 @@ public:
 
     void setWidth(qreal points);
     [[nodiscard]] qreal width() const { return m_width; }
-    /// The font of text that names none.
-    void setBaseFont(const TextFont& font);
+    /// `font` is that of text that names none.
+    void setSettings(const TextFont& font, const LineSettings& settings);
     [[nodiscard]] const TextFont& baseFont() const { return m_baseFont; }
-    void setLineSettings(const LineSettings& settings);
     [[nodiscard]] const LineSettings& lineSettings() const { return m_settings; }
     /// Who draws and measures attachments; must outlive the layout or be taken away with null.
     void setObjectPainter(ObjectPainter* painter);
@@ -71,6 +70,8 @@ public:
     /// Lets go of the lines of paragraphs that are far from the stretch `top` to `bottom`, when
     /// there are many. Their heights stay known.
     void evictFarFrom(qreal top, qreal bottom);
+    /// Lets go of all lines; for a text that is no longer shown.
+    void releaseLines();
 
     // Positions
 

@@ -30,6 +30,11 @@ QRectF ParagraphPainter::onPainter(const QRectF& points) const
             points.height() * m_paint.scale};
 }
 
+QRectF ParagraphPainter::areaOf(const QRectF& inBox) const
+{
+    return {inBox.left() / u, m_top + inBox.top() / u, inBox.width() / u, inBox.height() / u};
+}
+
 void ParagraphPainter::fill(const QRectF& points, const QColor& color)
 {
     // On whole pixels, so that neighbouring fills neither overlap nor leave a seam.
@@ -47,23 +52,19 @@ void ParagraphPainter::paint(const QTextBlock& block)
 {
     const ParagraphBox& box = m_layout.box(block);
     m_top = m_layout.topOf(block);
-    if (!box.cell.isNull())
-        paintCell(block, box);
     paintBehind(block);
+    if (!box.cell.isNull())
+        paintBorders(block, box);
     if (isPageBreak(block))
-        paintPageBreak(block, box);
+        paintPageBreak(box);
     else
         paintLines(block, box);
 }
 
-void ParagraphPainter::paintCell(const QTextBlock& block, const ParagraphBox& box)
+void ParagraphPainter::paintBorders(const QTextBlock& block, const ParagraphBox& box)
 {
     const TableCellBlock& cell = *cellOf(block, m_layout.m_styles);
-    const QRectF area(box.cell.left() / u, m_top + box.cell.top() / u, box.cell.width() / u,
-                      box.cell.height() / u);
-    if (cell.background)
-        fill(area, cell.background->toQColor());
-
+    const QRectF area = areaOf(box.cell);
     // Neighbours share a line, which belongs to the cell right of it or below it.
     const auto sameTable = [&](const QTextBlock& other) {
         return isCell(other, m_layout.m_styles) &&
@@ -98,10 +99,10 @@ void ParagraphPainter::paintBehind(const QTextBlock& block)
 {
     const ParagraphStyle& style = *m_layout.m_styles.styleOf(block.blockFormat());
     const ParagraphBox& box = m_layout.box(block);
+    if (style.cell && style.cell->background)
+        fill(areaOf(box.cell), style.cell->background->toQColor());
     if (style.background) {
-        fill(QRectF(box.content.left() / u, m_top + box.content.top() / u, box.content.width() / u,
-                    box.content.height() / u),
-             style.background->toQColor());
+        fill(areaOf(box.content), style.background->toQColor());
     }
     for (auto it = block.begin(); !it.atEnd(); ++it) {
         const QTextFragment fragment = it.fragment();
@@ -113,19 +114,21 @@ void ParagraphPainter::paintBehind(const QTextBlock& block)
             fill(rect, highlight->toQColor());
     }
     const TextRange& selection = m_paint.selection;
-    if (!selection.isEmpty() && selection.location < block.position() + block.length() &&
-        selection.end() > block.position()) {
-        for (const QRectF& rect :
-             m_layout.rectsInBlock(block, int(selection.location), int(selection.end()), true))
-            fill(rect, m_paint.colors.selection);
+    const int end = block.position() + block.length();
+    if (selection.isEmpty() || selection.location >= end || selection.end() <= block.position())
+        return;
+    if (!box.cell.isNull() && selection.location <= block.position() && selection.end() >= end) {
+        fill(areaOf(box.cell), m_paint.colors.selection);
+        return;
     }
+    for (const QRectF& rect :
+         m_layout.rectsInBlock(block, int(selection.location), int(selection.end()), true))
+        fill(rect, m_paint.colors.selection);
 }
 
-void ParagraphPainter::paintPageBreak(const QTextBlock& block, const ParagraphBox& box)
+void ParagraphPainter::paintPageBreak(const ParagraphBox& box)
 {
-    Q_UNUSED(block);
-    const QRectF area = onPainter(QRectF(box.content.left() / u, m_top + box.content.top() / u,
-                                         box.content.width() / u, box.content.height() / u));
+    const QRectF area = onPainter(areaOf(box.content));
     m_painter.save();
     const qreal inset = 20 * m_paint.scale;
     const qreal middle = std::round(area.center().y()) + 0.5;
@@ -151,23 +154,35 @@ void ParagraphPainter::paintPageBreak(const QTextBlock& block, const ParagraphBo
 QList<QTextLayout::FormatRange> ParagraphPainter::drawnFormats(const QTextBlock& block) const
 {
     QList<QTextLayout::FormatRange> formats;
-    const auto place = [&](int from, int to, const QTextCharFormat& format) {
-        const int first = m_layout.toLayoutPosition(block, from);
-        formats.append({first, m_layout.toLayoutPosition(block, to) - first, format});
+    const auto place = [&](qsizetype from, qsizetype to, const QTextCharFormat& format) {
+        if (from >= to || format.isEmpty())
+            return;
+        const int first = m_layout.toLayoutPosition(block, int(from));
+        formats.append({first, m_layout.toLayoutPosition(block, int(to)) - first, format});
     };
+    // Ranges must not overlap: of two the layout draws the first only.
+    const TextRange everything{0, std::numeric_limits<int>::max()};
+    const TextRange focus = m_paint.focus.value_or(everything);
     for (auto it = block.begin(); !it.atEnd(); ++it) {
         const QTextFragment fragment = it.fragment();
         const CharacterStyle& style = *m_layout.m_styles.styleOf(fragment.charFormat());
-        if (style.link.isEmpty())
-            continue;
-        QTextCharFormat format;
-        if (!style.foreground)
-            format.setForeground(m_paint.colors.link);
-        format.setFontUnderline(true);
-        place(fragment.position(), fragment.position() + fragment.length(), format);
+        QTextCharFormat shown;
+        QTextCharFormat dimmed;
+        dimmed.setForeground(m_paint.colors.dimmed);
+        if (!style.link.isEmpty()) {
+            if (!style.foreground)
+                shown.setForeground(m_paint.colors.link);
+            shown.setFontUnderline(true);
+            dimmed.setFontUnderline(true);
+        }
+        const qsizetype from = fragment.position();
+        const qsizetype to = from + fragment.length();
+        const qsizetype focusFrom = std::clamp(focus.location, from, to);
+        const qsizetype focusTo = std::clamp(focus.end(), focusFrom, to);
+        place(from, focusFrom, dimmed);
+        place(focusFrom, focusTo, shown);
+        place(focusTo, to, dimmed);
     }
-    if (m_paint.focus)
-        addDimming(block, formats);
     const auto& preedit = m_layout.m_preedit;
     if (m_layout.hasPreedit() && block.contains(preedit.position)) {
         const int at = preedit.position - block.position();
@@ -177,25 +192,6 @@ QList<QTextLayout::FormatRange> ParagraphPainter::drawnFormats(const QTextBlock&
         }
     }
     return formats;
-}
-
-void ParagraphPainter::addDimming(const QTextBlock& block,
-                                  QList<QTextLayout::FormatRange>& formats) const
-{
-    QTextCharFormat dimmed;
-    dimmed.setForeground(m_paint.colors.dimmed);
-    const int end = block.length() - 1;
-    const auto local = [&](qsizetype position) {
-        return int(std::clamp<qsizetype>(position - block.position(), 0, end));
-    };
-    const int focusStart = local(m_paint.focus->location);
-    const int focusEnd = std::max(focusStart, local(m_paint.focus->end()));
-    const auto dim = [&](int from, int to) {
-        if (from < to)
-            formats.append({from, to - from, dimmed});
-    };
-    dim(0, focusStart);
-    dim(focusEnd, end);
 }
 
 void ParagraphPainter::paintLines(const QTextBlock& block, const ParagraphBox& box)

@@ -15,13 +15,14 @@ public:
     void paint(const QTextBlock& block);
 
 private:
-    void paintCell(const QTextBlock& block, const ParagraphBox& box);
+    void paintBorders(const QTextBlock& block, const ParagraphBox& box);
     void paintBehind(const QTextBlock& block);
-    void paintPageBreak(const QTextBlock& block, const ParagraphBox& box);
+    void paintPageBreak(const ParagraphBox& box);
     void paintLines(const QTextBlock& block, const ParagraphBox& box);
     [[nodiscard]] QList<QTextLayout::FormatRange> drawnFormats(const QTextBlock& block) const;
-    void addDimming(const QTextBlock& block, QList<QTextLayout::FormatRange>& formats) const;
     void fill(const QRectF& points, const QColor& color);
+    /// A rectangle of a box, in points on the page.
+    [[nodiscard]] QRectF areaOf(const QRectF& inBox) const;
     [[nodiscard]] QRectF onPainter(const QRectF& points) const;
 
     ParagraphLayout& m_layout;

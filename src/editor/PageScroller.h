@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include <QRectF>
+
+namespace orvane {
+
+class EditorView;
+
+/// Keeps what a person sees in its place while heights that were estimated become known.
+///
+/// The scroll bar's value is a distance from the top of a page that is mostly estimated, so it
+/// can't say what is seen. A paragraph does: the anchor, which was in sight the last time and is
+/// laid out. Scrolling moves the anchor by what the person asked for; then everything that comes
+/// into sight is laid out from the anchor up and down; and last the scroll bar is set to whatever
+/// value that now is, which moves nothing.
+class PageScroller {
+public:
+    explicit PageScroller(EditorView& view);
+
+    /// Lays out what is in sight and brings range, value and anchor in line. Called after anything
+    /// that may have changed one of them.
+    void settle();
+    /// Shows the text from `top` points down the page.
+    void jumpTo(qreal top);
+    /// Scrolls by pixels; parts of a pixel are kept for the next time.
+    void scrollBy(qreal pixels);
+    /// Whether the scroll bar is being set here, so that nothing has to follow from it.
+    [[nodiscard]] bool isSettling() const { return m_isSettling; }
+    /// The anchor is a position in another text from now on.
+    void reset();
+
+private:
+    struct Anchor {
+        int position = 0; ///< of the first character of the paragraph or row
+        qreal top = 0;    ///< its distance from the top of the viewport, in pixels
+    };
+    enum class Hold { anchor, value, end };
+
+    [[nodiscard]] Hold chooseHold() const;
+    void placeAnchor(Hold hold);
+    void layOutAround();
+    void adjustBar();
+
+    EditorView& m_view;
+    Anchor m_anchor;
+    int m_settledValue = 0;
+    bool m_isSettling = false;
+    qreal m_remainder = 0;
+};
+
+} // namespace orvane
