@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "editor/find/FindMatches.h"
+
+#include <algorithm>
+
+namespace orvane {
+
+void FindMatches::search(const QString& query, QStringView text)
+{
+    m_search = TextSearch(query);
+    m_ranges = m_search.all(text);
+}
+
+void FindMatches::clear()
+{
+    m_search = TextSearch();
+    m_ranges.clear();
+}
+
+void FindMatches::update(const TextChange& change, qsizetype length, const ReadText& read)
+{
+    if (m_search.isEmpty())
+        return;
+    const qsizetype shift = change.lengthAfter - change.lengthBefore;
+    const qsizetype reach = m_search.longestMatch();
+    const auto isBefore = [](TextRange match, qsizetype position) {
+        return match.end() < position;
+    };
+    auto old = std::lower_bound(m_ranges.begin(), m_ranges.end(), change.location, isBefore);
+    QList<TextRange> ranges(m_ranges.begin(), old);
+
+    // Looks anew from before the change up to a place that neither the matches found now nor those
+    // of before cross: from there on both are the same.
+    qsizetype from = std::max(ranges.isEmpty() ? 0 : ranges.last().end(), change.location - reach);
+    qsizetype common = change.location + change.lengthAfter;
+    for (;;) {
+        const qsizetype end = std::min(length, common + reach + 1);
+        const QString text = read(TextRange::between(from, end));
+        const qsizetype start = from;
+        for (auto match = m_search.first(text); match && start + match->location < common;
+             match = m_search.first(text, match->end())) {
+            ranges.append({start + match->location, match->length});
+            from = ranges.last().end();
+        }
+        qsizetype furthest = from;
+        for (; old != m_ranges.end() && old->location + shift < common; ++old)
+            furthest = std::max(furthest, old->end() + shift);
+        if (furthest <= common)
+            break;
+        common = furthest;
+    }
+    for (; old != m_ranges.end(); ++old)
+        ranges.append({old->location + shift, old->length});
+    m_ranges = ranges;
+}
+
+std::pair<qsizetype, qsizetype> FindMatches::touching(TextRange range) const
+{
+    const auto first = std::lower_bound(
+        m_ranges.begin(), m_ranges.end(), range.location,
+        [](TextRange match, qsizetype position) { return match.end() <= position; });
+    const auto end = std::lower_bound(
+        first, m_ranges.end(), range.end(),
+        [](TextRange match, qsizetype position) { return match.location < position; });
+    return {first - m_ranges.begin(), end - m_ranges.begin()};
+}
+
+qsizetype FindMatches::indexOf(TextRange range) const
+{
+    const qsizetype index = touching(range).first;
+    return index < m_ranges.size() && m_ranges[index] == range ? index : -1;
+}
+
+TextEdits replacingAll(const QList<TextRange>& matches, const QString& replacement,
+                       TextRange selection)
+{
+    TextEdits edits;
+    edits.name = QStringLiteral("Replace All");
+    for (const TextRange match : matches)
+        edits.replacements.append({match, replacement, match.location});
+    edits.selection = TextRange::between(
+        positionAfter(edits.replacements, selection.location, InsertionSide::before),
+        positionAfter(edits.replacements, selection.end(), InsertionSide::before));
+    return edits;
+}
+
+} // namespace orvane
