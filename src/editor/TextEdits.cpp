@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/TextEdits.h"
 
+#include "text/EditGateway.h"
+#include "text/TextStore.h"
+
 namespace orvane {
 
 qsizetype positionAfter(const QList<TextReplacement>& replacements, qsizetype position,
@@ -48,19 +51,59 @@ SharedCharacterStyle withoutObject(const SharedCharacterStyle& style)
     return plain;
 }
 
-void apply(const TextEdits& edits, AttributedString& text, const SharedCharacterStyle& typingStyle)
+namespace {
+
+/// `Target` is a text with the functions of `AttributedString` that are called here.
+template <typename Target, typename StyleAt>
+void applyTo(Target& target, const TextEdits& edits, const SharedCharacterStyle& typingStyle,
+             StyleAt&& styleAt)
 {
-    for (auto it = edits.replacements.crbegin(); it != edits.replacements.crend(); ++it) {
+    qsizetype shift = 0;
+    for (const TextReplacement& replacement : edits.replacements) {
         const SharedCharacterStyle style =
-            it->styleFrom ? withoutObject(text.characterStyle(*it->styleFrom)) : typingStyle;
-        text.replace(it->range, it->text, style);
+            replacement.styleFrom ? withoutObject(styleAt(*replacement.styleFrom + shift))
+                                  : typingStyle;
+        const TextRange range{replacement.range.location + shift, replacement.range.length};
+        target.replace(range, replacement.text, style);
+        shift += replacement.text.size() - range.length;
     }
     for (const TextEdits::Restyling& restyling : edits.restylings)
-        text.setParagraphStyle({restyling.position, 0}, restyling.style);
-    for (const TextEdits::Recoloring& recoloring : edits.recolorings)
-        text.setAttribute(&CharacterStyle::foreground,
-                          recoloring.color ? recoloring.color : typingStyle->foreground,
-                          recoloring.range);
+        target.setParagraphStyle({restyling.position, 0}, restyling.style);
+    for (const TextEdits::Recoloring& recoloring : edits.recolorings) {
+        const auto color = recoloring.color ? recoloring.color : typingStyle->foreground;
+        target.modifyCharacterStyles(recoloring.range,
+                                     [&](CharacterStyle& style) { style.foreground = color; });
+    }
+}
+
+} // namespace
+
+void apply(const TextEdits& edits, AttributedString& text, const SharedCharacterStyle& typingStyle)
+{
+    applyTo(text, edits, typingStyle,
+            [&](qsizetype position) { return text.characterStyle(position); });
+}
+
+bool apply(const TextEdits& edits, EditGateway& gateway)
+{
+    TextSelection selection = TextSelection::of(edits.selection);
+    if (gateway.selection().position < gateway.selection().anchor)
+        std::swap(selection.anchor, selection.position);
+    if (edits.leavesTextAlone()) {
+        gateway.setSelection(selection);
+        return true;
+    }
+    const TextReplacement first = edits.replacements.isEmpty()
+                                      ? TextReplacement{edits.selection, {}, {}}
+                                      : edits.replacements.first();
+    if (!gateway.shouldChangeText(first.range, first.text))
+        return false;
+    gateway.performUndoableDocumentEdit(edits.name, [&](DocumentEditor& editor) {
+        applyTo(editor, edits, gateway.typingStyle(),
+                [&](qsizetype position) { return editor.store().characterStyle(position); });
+        editor.setSelection(selection);
+    });
+    return true;
 }
 
 } // namespace orvane

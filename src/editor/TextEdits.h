@@ -10,12 +10,15 @@
 
 namespace orvane {
 
+class EditGateway;
+
 /// Text that takes the place of a range.
 struct TextReplacement {
     TextRange range;
     QString text;
     /// The position, before the edit, of the character whose style the new text takes, without its
-    /// link; it stands before the next replacement. Absent for the style in which one would type.
+    /// link; it stands behind the replacement before and not behind the next one. Absent for the
+    /// style in which one would type.
     std::optional<qsizetype> styleFrom;
 
     bool operator==(const TextReplacement&) const = default;
@@ -72,5 +75,8 @@ void appendDifference(QList<TextReplacement>& replacements, qsizetype location, 
 
 /// Makes the change to a value.
 void apply(const TextEdits& edits, AttributedString& text, const SharedCharacterStyle& typingStyle);
+/// Makes the change as one step to undo; where it leaves the text alone, only selects. False, and
+/// nothing done, if the gateway refuses it.
+bool apply(const TextEdits& edits, EditGateway& gateway);
 
 } // namespace orvane
