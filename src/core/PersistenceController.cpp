@@ -18,9 +18,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// How many pages the journal may hold before it is folded into the file.
-constexpr int foldAtPages = 1000;
-
 StoreOpenError lockError(const ProjectLock::Failure& failure)
 {
     using Problem = ProjectLock::Problem;
@@ -90,6 +87,7 @@ struct PersistenceController::Private {
     QString folder;
     QString path;
     const StoreSchema& schema;
+    int foldAtPages;
     bool hadExisting = false;
     bool readOnly = false;
     std::optional<PersistentStoreRecovery> recovery;
@@ -100,11 +98,12 @@ struct PersistenceController::Private {
     JournalState journal = JournalState::Folded;
     std::unique_ptr<StoreCheck> check;
 
-    Private(const Clock& time, const QString& dataFolder, const StoreSchema& newest)
+    Private(const Clock& time, const QString& dataFolder, const Options& options)
         : clock(time)
         , folder(dataFolder)
         , path(orvane::storePath(dataFolder))
-        , schema(newest)
+        , schema(options.schema ? *options.schema : StoreSchema::current())
+        , foldAtPages(options.foldAtPages)
         , hadExisting(anyExists(persistentStoreFiles(path)))
     {}
     ~Private() { close(); }
@@ -302,8 +301,7 @@ PersistenceController::~PersistenceController() = default;
 std::expected<std::unique_ptr<PersistenceController>, StoreOpenError>
 PersistenceController::open(const QString& dataFolder, const Clock& clock, const Options& options)
 {
-    auto p = std::make_unique<Private>(clock, QDir::cleanPath(dataFolder),
-                                       options.schema ? *options.schema : StoreSchema::current());
+    auto p = std::make_unique<Private>(clock, QDir::cleanPath(dataFolder), options);
     if (auto opened = p->open(); !opened)
         return std::unexpected(opened.error());
     if (options.shouldImportLegacyJSON)
@@ -321,7 +319,7 @@ std::expected<std::unique_ptr<PersistenceController>, StoreOpenError>
 PersistenceController::legacyShared(const QString& applicationSupportFolder, const Clock& clock)
 {
     const QString folder = legacyFolder(applicationSupportFolder);
-    return open(folder, clock, {legacyJSON(folder), true, nullptr});
+    return open(folder, clock, {legacyJSON(folder), true, nullptr, Options().foldAtPages});
 }
 
 bool PersistenceController::hasLegacyNotebook(const QString& applicationSupportFolder)

@@ -36,10 +36,12 @@ class PersistenceController {
 public:
     struct Options {
         /// A notebook of the library-wide era to take over once, when the store has no rows.
-        QString legacyJSONPath;
+        QString legacyJSONPath = {};
         bool shouldImportLegacyJSON = false;
         /// The schema to open with; the program's own when null.
         const StoreSchema* schema = nullptr;
+        /// After how many pages of 4 KiB the journal is folded into the file.
+        int foldAtPages = 1000;
     };
 
     [[nodiscard]] static std::expected<std::unique_ptr<PersistenceController>, StoreOpenError>

@@ -1,40 +1,16 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "core/PersistenceController.h"
 
-#include "core/Records.h"
+#include "core/StoreFixture.h"
+#include "core/StoreSchema.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QTemporaryDir>
-#include <gtest/gtest.h>
+#include <SQLiteCpp/Database.h>
 
 namespace orvane {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-class StoreFixture : public ::testing::Test {
-protected:
-    QTemporaryDir temporary;
-    QString folder = temporary.filePath(u"data"_s);
-    ManualClock clock;
-
-    std::unique_ptr<PersistenceController> open()
-    {
-        auto opened = PersistenceController::open(folder, clock);
-        if (!opened) {
-            ADD_FAILURE() << qPrintable(opened.error().text());
-            return nullptr;
-        }
-        return *std::move(opened);
-    }
-    [[nodiscard]] QStringList files() const
-    {
-        return QDir(folder).entryList(QDir::Files | QDir::Hidden, QDir::Name);
-    }
-};
 
 NoteRecord fullNote(int number, const QUuid& container)
 {
@@ -85,6 +61,250 @@ TEST_F(StoreFixture, GivesBackWhatWasSavedFromOneFileAtRest)
     const NotebookSnapshot loaded = controller->load();
     EXPECT_FALSE(loaded.notes.first()->bodyRTF->isLoaded());
     EXPECT_EQ(loaded, saved);
+}
+
+// Bytes that were not read yet keep their value for whoever holds them.
+TEST_F(StoreFixture, HeldBytesSurviveWhatHappensToTheirRow)
+{
+    const auto bytes = [](char c) {
+        return Blob(QByteArray(3000, c));
+    };
+    NotebookSnapshot saved{{makeFolder(1)}, {}, std::nullopt};
+    for (int i = 10; i < 15; ++i) {
+        NoteRecord note = makeNote(i, idOf(1));
+        note.bodyRTF = bytes(char('a' + i));
+        saved.notes.append(note);
+    }
+    ASSERT_TRUE(open()->save(saved));
+    auto controller = open();
+    NotebookSnapshot memory = controller->load();
+    const auto held = memory.notes; // newest first: 14, 13, 12, 11, 10
+    const Blob copiedOnly = *memory.notes.at(4)->bodyRTF;
+
+    memory.notes[0] = memory.notes[0].with([&](NoteRecord& note) { note.bodyRTF = bytes('x'); });
+    memory.notes[1] = memory.notes[1].with([](NoteRecord& note) { note.bodyRTF.reset(); });
+    ASSERT_TRUE(controller->saveNote(memory.notes[0]));
+    ASSERT_TRUE(controller->saveNote(memory.notes[1]));
+    memory.notes[3] = memory.notes[3].with([](NoteRecord& note) { note.title = u"new"_s; });
+    memory.notes.removeAt(2);
+    ASSERT_TRUE(controller->save(memory));
+    EXPECT_FALSE(memory.notes[2]->bodyRTF->isLoaded()) << "a title's change reads no bytes";
+    EXPECT_EQ(held[0]->bodyRTF->bytes(), QByteArray(3000, char('a' + 14)));
+    EXPECT_EQ(held[1]->bodyRTF->bytes(), QByteArray(3000, char('a' + 13)));
+    EXPECT_EQ(held[2]->bodyRTF->bytes(), QByteArray(3000, char('a' + 12)));
+
+    controller.reset();
+    EXPECT_FALSE(copiedOnly.tryBytes());
+    EXPECT_FALSE(held[3]->bodyRTF->tryBytes());
+    const NotebookSnapshot loaded = open()->load();
+    EXPECT_EQ(loaded.notes.size(), 4);
+}
+
+TEST_F(StoreFixture, WritesOnlyWhatDiffers)
+{
+    NotebookSnapshot memory{{makeFolder(1)}, {}, BinderLayoutSnapshot{}};
+    QList<QUuid> order;
+    for (int i = 0; i < 3000; ++i) {
+        NoteRecord note = makeNote(100 + i, idOf(1));
+        note.richContentPayload = Blob(QByteArray(2000, 'p'));
+        if (i == 7)
+            note.embeddedFilePayload = Blob(QByteArray(3'000'000, 'f'));
+        memory.notes.append(note);
+        order.append(note.id);
+    }
+    memory.binderLayout->noteOrderEntries = {{idOf(1), order}};
+    auto controller = open();
+    ASSERT_TRUE(controller->save(memory));
+    controller.reset();
+    controller = open();
+    memory = controller->load();
+    auto grown = [&, before = qint64(0)]() mutable {
+        const qint64 now = QFileInfo(journal()).size();
+        return now - std::exchange(before, now);
+    };
+    grown();
+
+    EXPECT_TRUE(controller->save(memory));
+    EXPECT_EQ(grown(), 0) << "nothing changed";
+    const auto pinned = memory.notes.at(2992).with([](NoteRecord& note) { note.isPinned = true; });
+    ASSERT_EQ(pinned->embeddedFilePayload->size(), 3'000'000);
+    memory.notes[2992] = pinned;
+    EXPECT_TRUE(controller->saveNote(pinned));
+    EXPECT_LT(grown(), 5 * 4200) << "one row, without its bytes";
+    memory.notes.insert(1500, makeNote(9000, idOf(1)));
+    order.insert(700, idOf(9000));
+    memory.binderLayout->noteOrderEntries = {{idOf(1), order}};
+    EXPECT_TRUE(controller->save(memory));
+    EXPECT_LT(grown(), 12 * 4200) << "one row, and its part of the order";
+}
+
+TEST_F(StoreFixture, ASaveThatFailsGoesOutWithTheNext)
+{
+    auto controller = open();
+    const Shared<NoteRecord> first = makeNote(1, idOf(9));
+    NoteRecord big = makeNote(2, idOf(9));
+    big.bodyRTF = Blob(QByteArray(100'000, 'b'));
+    ASSERT_TRUE(controller->save({{makeFolder(9)}, {first}, BinderLayoutSnapshot{}}));
+    {
+        const FullDisk full(QFileInfo(journal()).size() + 4096);
+        EXPECT_FALSE(controller->saveNote(big));
+        EXPECT_FALSE(controller->saveLayout({{}, {}, {idOf(9)}}));
+    }
+    ASSERT_TRUE(controller->saveNote(first));
+    controller.reset();
+    const NotebookSnapshot loaded = open()->load();
+    EXPECT_EQ(loaded.notes.size(), 2);
+    EXPECT_EQ(loaded.binderLayout->expandedFolderIDs, QList{idOf(9)});
+}
+
+TEST_F(StoreFixture, RowsThatAreNoRecordsAreLeftOut)
+{
+    auto controller = open();
+    NotebookSnapshot saved{{makeFolder(1), makeFolder(2)}, {}, std::nullopt};
+    for (int i = 10; i < 16; ++i)
+        saved.notes.append(makeNote(i, idOf(1)));
+    ASSERT_TRUE(controller->save(saved));
+    controller.reset();
+    SQLite::Database(store().toStdString(), SQLite::OPEN_READWRITE)
+        .exec(
+            "UPDATE OrvaneNote SET checksum = NULL; UPDATE OrvaneFolder SET checksum = NULL;"
+            "UPDATE OrvaneNote SET id = 'no id' WHERE title = 'Note 10';"
+            "UPDATE OrvaneNote SET createdAt = 'then' WHERE title = 'Note 11';"
+            "UPDATE OrvaneNote SET folderID = NULL WHERE title = 'Note 12';"
+            "UPDATE OrvaneNote SET id = NULL WHERE title = 'Note 13';"
+            "UPDATE OrvaneNote SET tagsJSON = '[\"a\",1]', isPinned = 2.5 WHERE title = 'Note 14';"
+            "UPDATE OrvaneFolder SET parentFolderID = 'x', tagsJSON = '{' WHERE name = 'Folder 1';"
+            "UPDATE OrvaneFolder SET name = NULL WHERE name = 'Folder 2';");
+    controller = open();
+    const NotebookContents loaded(controller->load());
+    EXPECT_EQ(loaded.folders.keys(), QList{idOf(1)});
+    EXPECT_EQ(loaded.folders.first().parentFolderID, std::nullopt);
+    EXPECT_EQ(loaded.notes.keys(), (QList{idOf(14), idOf(15)}));
+    EXPECT_TRUE(loaded.notes.first().tags.isEmpty());
+    EXPECT_TRUE(loaded.notes.first().isPinned);
+
+    // A note whose id stands in such a row takes its place; the others go with a whole save.
+    ASSERT_TRUE(controller->saveNote(makeNote(11, idOf(1))));
+    controller.reset();
+    controller = open();
+    EXPECT_EQ(controller->load().notes.size(), 3);
+    ASSERT_TRUE(controller->save(controller->load()));
+    controller.reset();
+    SQLite::Database database(store().toStdString());
+    EXPECT_EQ(database.execAndGet("SELECT count(*) FROM OrvaneNote").getInt(), 4)
+        << "three records, and the row without an id";
+}
+
+TEST_F(StoreFixture, NotesWithoutAnyFolderGetAnInbox)
+{
+    ASSERT_TRUE(open()->save({{}, {makeNote(1, idOf(5)), makeNote(2, idOf(6))}, std::nullopt}));
+    const NotebookSnapshot loaded = open()->load();
+    ASSERT_EQ(loaded.folders.size(), 1);
+    EXPECT_EQ(loaded.folders.first()->name, u"Inbox"_s);
+    EXPECT_EQ(loaded.folders.first()->createdAt, clock.now());
+    for (const auto& note : loaded.notes)
+        EXPECT_EQ(note->folderID, loaded.folders.first()->id);
+}
+
+TEST(StorePath, PrefersTheCurrentName)
+{
+    struct Row {
+        const char* name;
+        QStringList files;
+        QString chosen;
+    };
+    const Row rows[] = {
+        {"nothing", {}, u"OrvaneWorkspace.store"_s},
+        {"legacy journal alone", {u"OrvaneNotes.store-wal"_s}, u"OrvaneNotes.store"_s},
+        {"both",
+         {u"OrvaneNotes.store"_s, u"OrvaneWorkspace.store-shm"_s},
+         u"OrvaneWorkspace.store"_s},
+    };
+    for (const Row& row : rows) {
+        const QTemporaryDir folder;
+        for (const QString& file : row.files)
+            writeBytes(folder.filePath(file), "x");
+        EXPECT_EQ(storePath(folder.path()), folder.filePath(row.chosen)) << row.name;
+    }
+}
+
+TEST_F(StoreFixture, TakesOverALegacyNotebookOnce)
+{
+    const auto note = [](int number) {
+        return uR"({"id":"00000007-0000-4000-8000-00000000000%1","folderID":"00000007-0000-4000-8000-000000000009",
+        "title":"T","body":"B","createdAt":"2020-01-01T00:00:00Z","updatedAt":"2020-01-01T00:00:00Z"})"_s
+            .arg(number)
+            .toUtf8();
+    };
+    struct Row {
+        const char* name;
+        QByteArray json;
+        bool storeHasFolder;
+        qsizetype notes;
+        bool fileStays;
+    };
+    const Row rows[] = {
+        {"notes without folders", R"({"folders":[],"notes":[)" + note(1) + "," + note(2) + "]}",
+         false, 2, false},
+        {"store has a folder", R"({"folders":[],"notes":[)" + note(1) + "]}", true, 0, true},
+        {"nothing in it", R"({"folders":[],"notes":[]})", false, 0, true},
+        {"not JSON", "words", false, 0, true},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const QTemporaryDir support;
+        EXPECT_FALSE(PersistenceController::hasLegacyNotebook(support.path()));
+        const QString legacy = support.filePath(u"OrvaneNotes"_s);
+        ASSERT_TRUE(QDir().mkpath(legacy));
+        if (row.storeHasFolder) {
+            ASSERT_TRUE((*PersistenceController::open(legacy, clock))
+                            ->save({{makeFolder(1)}, {}, std::nullopt}));
+        }
+        writeBytes(legacy + u"/notebook.json"_s, row.json);
+        EXPECT_TRUE(PersistenceController::hasLegacyNotebook(support.path()));
+        for (int time = 0; time < 2; ++time) {
+            const auto shared = PersistenceController::legacyShared(support.path(), clock);
+            ASSERT_TRUE(shared);
+            const NotebookSnapshot loaded = (*shared)->load();
+            EXPECT_EQ(loaded.notes.size(), row.notes);
+            EXPECT_EQ(loaded.folders.size(), row.notes || row.storeHasFolder ? 1 : 0);
+        }
+        EXPECT_EQ(QFile::exists(legacy + u"/notebook.json"_s), row.fileStays);
+        EXPECT_EQ(QFile::exists(legacy + u"/notebook.pre_coredata.json"_s), !row.fileStays);
+    }
+}
+
+// A schema of the future, made of the present one and two steps, opens a file of the present one.
+TEST_F(StoreFixture, BringsAnEarlierSchemaForward)
+{
+    ASSERT_TRUE(open()->save({{makeFolder(1)}, {makeNote(2, idOf(1))}, std::nullopt}));
+    const StoreMigration addColumn{1, [](SQLite::Database& database) {
+                                       database.exec("ALTER TABLE OrvaneNote ADD COLUMN mood TEXT");
+                                   }};
+    const StoreMigration rename{2, [](SQLite::Database& database) {
+                                    database.exec("UPDATE OrvaneNote SET title = 'moved', "
+                                                  "checksum = NULL");
+                                }};
+    const StoreMigration failing{2, [](SQLite::Database& database) {
+                                     database.exec("UPDATE OrvaneNote SET title = 'lost'");
+                                     database.exec("UPDATE nothing SET at = all");
+                                 }};
+    const auto create = StoreSchema::current().create;
+    const StoreSchema broken{3, create, {addColumn, failing}};
+    const StoreSchema whole{3, create, {addColumn, rename}};
+
+    const QByteArray before = bytesOf(store());
+    const auto refused = PersistenceController::open(folder, clock, {.schema = &broken});
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().code, StoreOpenError::Code::MigrationFailed);
+    EXPECT_EQ(open()->load().notes.first()->title, u"Note 2"_s);
+
+    EXPECT_EQ(open({.schema = &whole})->load().notes.first()->title, u"moved"_s);
+    EXPECT_EQ(SQLite::Database(store().toStdString()).execAndGet("PRAGMA user_version").getInt(),
+              3);
+    const auto newer = PersistenceController::open(folder, clock);
+    ASSERT_FALSE(newer);
+    EXPECT_EQ(newer.error().code, StoreOpenError::Code::NewerSchema);
 }
 
 } // namespace
