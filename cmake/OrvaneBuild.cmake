@@ -50,6 +50,7 @@ if(ORVANE_SANITIZE)
 endif()
 if(ORVANE_FUZZ)
     add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize=vptr)
+    add_compile_definitions(QT_FORCE_ASSERTS)
     add_link_options(-fsanitize=address,undefined)
 endif()
 add_compile_definitions(QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH

@@ -267,7 +267,7 @@ bool EditGateway::runEdit(HistoryEntry entry, bool joins, bool comparesContent, 
         return true;
     }
     const HistoryEntry* newest = m_history.openEntry();
-    m_open.emplace();
+    m_open = OpenEdit{};
     m_open->joins = joins && newest && newest->kind == entry.kind && newest->after == entry.before;
     m_open->comparesContent = comparesContent;
     m_open->entry = std::move(entry);
