@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "support/Input.h"
 #include "support/MemoryLimit.h"
 #include "text/OrvaneWorkspaceRTF.h"
 #include "text/rtf/RtfReader.h"
@@ -10,10 +11,11 @@ using namespace orvane;
 // What was read must write and read again as the same text.
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size)
 {
+    const QByteArray rtf = fuzz::input(data, size);
     std::optional<RtfContent> content;
     {
-        const fuzz::MemoryLimit limit(size);
-        content = readRtf(QByteArrayView(data, qsizetype(size)));
+        const fuzz::MemoryLimit limit(std::size_t(rtf.size()));
+        content = readRtf(rtf);
     }
     if (!content || content->text.isEmpty())
         return 0;

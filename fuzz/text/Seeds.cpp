@@ -25,6 +25,39 @@ void save(const QString& folder, const QString& kind, unsigned seed, const QByte
 
 } // namespace
 
+void savePatterns(const QString& folder)
+{
+    const QByteArray rtf[] = {R"({\rtf1 |\li1\par)",
+                              R"({\rtf1 |\fs7\b x\plain)",
+                              R"({\rtf1 |{)",
+                              R"({\rtf1\trowd\cellx9 |\cell)",
+                              R"({\rtf1 |\trowd\cellx1\cell\row)",
+                              R"({\rtf1 |{\pict\jpegblip ffd8ff})",
+                              R"({\rtf1 |\tx1\par)",
+                              R"({\rtf1{\colortbl|;)",
+                              R"({\rtf1{\fonttbl|\f1;)",
+                              R"({\rtf1 |{\field{\*\fldinst HYPERLINK a}{\fldrslt b}})"};
+    const QByteArray html[] = {"|<td>",
+                               "|<b>",
+                               "|<li>",
+                               "|<table>",
+                               "|<p style=margin-left:1pt>x",
+                               "|</p>",
+                               "|<ul>",
+                               "|<td colspan=999>",
+                               "|<td rowspan=9>",
+                               "|&amp;",
+                               "|<br>",
+                               "|<img src=data:image/jpeg;base64,/9j/>",
+                               "<|a b=c ",
+                               "|<a href=x>y</a>"};
+    unsigned number = 0;
+    for (QByteArray pattern : rtf)
+        save(folder, u"rtf_repeated"_s, number++, pattern.replace('|', '\1'));
+    for (QByteArray pattern : html)
+        save(folder, u"html_repeated"_s, number++, pattern.replace('|', '\1'));
+}
+
 // fuzz_seeds FOLDER: a corpus for each fuzzer in a folder of its name.
 int main(int argc, char** argv)
 {
@@ -44,5 +77,6 @@ int main(int argc, char** argv)
         document.setPlainText(text.text());
         save(folder, u"html"_s, seed, document.toHtml().toUtf8());
     }
+    savePatterns(folder);
     return 0;
 }

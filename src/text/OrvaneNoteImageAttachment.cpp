@@ -65,7 +65,10 @@ OrvaneNoteImageAttachment::fromImageData(QByteArray imageData, std::optional<QSi
     OrvaneNoteImageAttachment attachment;
     attachment.attachmentID = attachmentID;
     QBuffer buffer(&imageData);
-    const QSize pixels = QImageReader(&buffer).size();
+    const QByteArray format = imageData.startsWith("\x89PNG")        ? "png"
+                              : imageData.startsWith("\xff\xd8\xff") ? "jpeg"
+                                                                     : "";
+    const QSize pixels = QImageReader(&buffer, format).size();
     if (!pixels.isEmpty())
         attachment.originalSize = pixels;
     attachment.renderedSize =

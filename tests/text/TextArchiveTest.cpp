@@ -120,6 +120,22 @@ TEST(TextArchive, RefusesWhatBreaksItsForm)
     EXPECT_FALSE(TextArchive::decode(QCborValue(split).toCbor()).has_value());
 }
 
+TEST(TextArchive, AnUnreadableChartBecomesTheDefaultOneAndStaysIt)
+{
+    CharacterStyle style;
+    style.attachment = TextAttachment(OWChartAttachment{{}, "picture"});
+    QByteArray archive =
+        TextArchive::encode(AttributedString(QString(QChar(objectCharacter)), style));
+    archive.replace("\"kind\":\"bar\"", "\"kind\":\"cow\"");
+    const auto decoded = TextArchive::decode(archive);
+    ASSERT_TRUE(decoded.has_value());
+    const OWChartAttachment* chart = decoded->characterStyle(0)->chartAttachment();
+    ASSERT_NE(chart, nullptr);
+    EXPECT_EQ(chart->chartBlock.dataPoints, OWChartBlock::defaultDataPoints());
+    EXPECT_EQ(chart->renderedImageData, "picture");
+    EXPECT_TRUE(TextArchive::decode(TextArchive::encode(*decoded)) == *decoded);
+}
+
 TEST(TextArchive, RefusesEveryCutAndWhatFollows)
 {
     RandomText random(7);

@@ -95,8 +95,12 @@ OWChartAttachment readChart(CborCursor& cursor)
     expectKey(cursor, u"renderedImageData");
     chart.renderedImageData = cursor.readBytes();
     cursor.leave();
-    if (!cursor.hasFailed())
-        chart.chartBlock = OWChartBlock::fromJson(json).value_or(OWChartBlock{});
+    if (cursor.hasFailed())
+        return chart;
+    if (auto block = OWChartBlock::fromJson(json))
+        chart.chartBlock = std::move(*block);
+    else
+        chart.chartBlock.id = QUuid::createUuidV5(QUuid(), json);
     return chart;
 }
 

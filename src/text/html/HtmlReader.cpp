@@ -70,6 +70,8 @@ private:
     void voidElement(HtmlTag tag, const HtmlToken& token);
     void literal(const QString& text);
 
+    /// How many elements of this kind are open.
+    [[nodiscard]] int& openCount(HtmlTag tag) { return m_openCount[std::size_t(tag)]; }
     [[nodiscard]] const Element& top() const { return m_stack.back(); }
 
     const HtmlReadOptions& m_options;
@@ -78,6 +80,7 @@ private:
     std::vector<Element> m_stack;
     std::vector<List> m_lists;
     int m_tableDepth = 0;
+    std::array<int, std::size_t(HtmlTag::wbr) + 1> m_openCount{};
 };
 
 bool isCell(HtmlTag tag)
@@ -169,6 +172,7 @@ void Reader::open(HtmlTag tag, const HtmlToken& token)
         element.isHidden = look.isHidden;
     }
     m_stack.push_back(std::move(element));
+    ++openCount(tag);
 }
 
 void Reader::endTag(const HtmlToken& token)
@@ -185,6 +189,8 @@ void Reader::endTag(const HtmlToken& token)
 // not closed from within it.
 std::size_t Reader::find(HtmlTag tag, std::size_t name) const
 {
+    if (m_openCount[std::size_t(tag)] == 0)
+        return 0;
     const bool isTablePart = tag == HtmlTag::table || tag == HtmlTag::tr || isCell(tag) ||
                              tag == HtmlTag::tbody || tag == HtmlTag::thead ||
                              tag == HtmlTag::tfoot;
@@ -212,6 +218,7 @@ void Reader::closeTop()
         m_paragraphs.endBlock();
     const SharedCharacterStyle style = top().characters;
     m_stack.pop_back();
+    --openCount(tag);
     if (tag == HtmlTag::li)
         m_paragraphs.dropListMarker();
     else if ((tag == HtmlTag::ul || tag == HtmlTag::ol) && !m_lists.empty())
@@ -226,6 +233,8 @@ void Reader::closeImplied(HtmlTag tag)
 {
     const auto closeFirstOf = [&](std::initializer_list<HtmlTag> tags,
                                   std::initializer_list<HtmlTag> bounds) {
+        if (std::ranges::all_of(tags, [&](HtmlTag wanted) { return openCount(wanted) == 0; }))
+            return;
         for (std::size_t i = m_stack.size() - 1; i > 0; --i) {
             if (std::ranges::find(tags, m_stack[i].tag) != tags.end())
                 return closeUpTo(i);
