@@ -9,6 +9,7 @@
 #include <QTextDocument>
 
 #include <cmath>
+#include <private/qtextengine_p.h>
 
 namespace orvane {
 
@@ -154,8 +155,54 @@ const ParagraphBox& ParagraphLayout::box(const QTextBlock& block) const
     return *static_cast<const ParagraphBox*>(block.userData());
 }
 
+void ParagraphLayout::setDecorator(const ParagraphDecorator* decorator)
+{
+    if (decorator == m_decorator)
+        return;
+    m_decorator = decorator;
+    invalidateAll();
+}
+
+void ParagraphLayout::decorationChanged(int first, int count)
+{
+    const QTextBlock firstBlock = document()->findBlockByNumber(first);
+    const QTextBlock lastBlock = document()->findBlockByNumber(first + count - 1);
+    if (!firstBlock.isValid() || !lastBlock.isValid())
+        return;
+    const qreal top = topOf(firstBlock);
+    const qreal bottom = bottomOf(lastBlock);
+    for (QTextBlock block = firstBlock;; block = block.next()) {
+        if (auto* data = static_cast<ParagraphBox*>(block.userData()))
+            data->generation = 0;
+        if (block == lastBlock)
+            break;
+    }
+    emit paragraphsChanged(firstBlock, lastBlock, top, bottom);
+}
+
+/// The layout's public function would tell the document of a change of the text.
+void ParagraphLayout::decorate(const QTextBlock& block)
+{
+    QTextLayout& layout = *block.layout();
+    if (!m_decorator && layout.formats().isEmpty())
+        return;
+    QList<QTextLayout::FormatRange> formats;
+    if (m_decorator)
+        formats = m_decorator->decorationOf(block);
+    // An input method's text moves what stands behind it, and takes the format it stands in.
+    const int preeditAt = layout.preeditAreaPosition();
+    const auto preeditLength = int(layout.preeditAreaText().size());
+    for (QTextLayout::FormatRange& range : formats) {
+        if (preeditLength == 0 || range.start + range.length <= preeditAt)
+            continue;
+        (range.start >= preeditAt ? range.start : range.length) += preeditLength;
+    }
+    layout.engine()->setFormats(formats);
+}
+
 void ParagraphLayout::breakInto(const QTextBlock& block, ParagraphBox& box)
 {
+    decorate(block);
     breakLines(block, *m_styles.styleOf(block.blockFormat()), m_settings, box);
 }
 

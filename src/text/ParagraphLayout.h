@@ -4,6 +4,7 @@
 #include "text/HeightIndex.h"
 #include "text/LineBreaker.h"
 #include "text/ParagraphBox.h"
+#include "text/ParagraphDecorator.h"
 #include "text/StyleTable.h"
 #include "text/TableRow.h"
 #include "text/TextPaint.h"
@@ -49,6 +50,11 @@ public:
     [[nodiscard]] const LineSettings& lineSettings() const { return m_settings; }
     /// Who draws and measures attachments; must outlive the layout or be taken away with null.
     void setObjectPainter(ObjectPainter* painter);
+
+    /// Who decorates paragraphs; must outlive the layout or be taken away with null.
+    void setDecorator(const ParagraphDecorator* decorator);
+    /// The decoration of `count` paragraphs from number `first` on has changed.
+    void decorationChanged(int first, int count);
 
     // The page
 
@@ -146,6 +152,7 @@ private:
     ParagraphBox& boxFor(const QTextBlock& block);
     [[nodiscard]] const ParagraphBox& box(const QTextBlock& block) const;
     void breakInto(const QTextBlock& block, ParagraphBox& box);
+    void decorate(const QTextBlock& block);
     void forgetLines(const QTextBlock& block);
 
     [[nodiscard]] int toLayoutPosition(const QTextBlock& block, int position) const;
@@ -166,6 +173,7 @@ private:
     TextFont m_baseFont;
     LineSettings m_settings;
     ObjectPainter* m_objects = nullptr;
+    const ParagraphDecorator* m_decorator = nullptr;
     Preedit m_preedit;
     bool m_settingFont = false;
     int m_generation = 1;

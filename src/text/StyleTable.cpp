@@ -38,19 +38,24 @@ QTextCharFormat::UnderlineStyle underlineStyle(TextLine line)
     return QTextCharFormat::SingleUnderline;
 }
 
-void applyFont(QTextCharFormat& format, const TextFont& font)
+} // namespace
+
+void setFont(QTextCharFormat& format, const TextFont& font)
 {
     if (!font.family.isEmpty())
         format.setFontFamilies({font.family});
-    const double pixels = std::round(font.size * layoutUnitsPerPoint);
-    format.setProperty(QTextFormat::FontPixelSize,
-                       int(std::clamp(pixels, 1.0, double(largestFontPixels))));
+    setFontSize(format, font.size);
     format.setFontWeight(QFont::Weight(std::clamp(font.weight, 1, 1000)));
     format.setFontItalic(font.italic);
     format.setFontHintingPreference(QFont::PreferNoHinting);
 }
 
-} // namespace
+void setFontSize(QTextCharFormat& format, double points)
+{
+    const double pixels = std::round(points * layoutUnitsPerPoint);
+    format.setProperty(QTextFormat::FontPixelSize,
+                       int(std::clamp(pixels, 1.0, double(largestFontPixels))));
+}
 
 template <typename Style>
 int StyleTable::Numbered<Style>::numberOf(const Style& style)
@@ -84,7 +89,7 @@ QTextCharFormat StyleTable::formatFor(const SharedCharacterStyle& style)
     if (const int number = m_characters.numberOf(style); number != 0)
         format.setProperty(styleNumber, number);
     if (style->font)
-        applyFont(format, *style->font);
+        setFont(format, *style->font);
     if (style->foreground)
         format.setForeground(style->foreground->toQColor());
     if (style->underline != TextLine::none)

@@ -12,6 +12,11 @@
 
 namespace orvane {
 
+/// Sets `font` as the layout wants it: with its size in layout units.
+void setFont(QTextCharFormat& format, const TextFont& font);
+/// The size alone, in points.
+void setFontSize(QTextCharFormat& format, double points);
+
 /// Turns the styles of attributed text into the formats of the document that stores them, and back
 /// without loss: a format carries the number of its style, beside what the layout needs to know.
 class StyleTable {

@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "editor/markdown/MarkdownHighlighting.h"
+
+#include "text/EditGateway.h"
+#include "text/ParagraphLayout.h"
+#include "text/TextStore.h"
+
+#include <QFontDatabase>
+
+#include <bit>
+
+namespace orvane {
+
+MarkdownHighlighting::MarkdownHighlighting(EditGateway& gateway,
+                                           const MarkdownSyntaxHighlighter::Theme& theme,
+                                           QObject* parent)
+    : QObject(parent)
+    , m_gateway(gateway)
+    , m_theme(theme)
+    , m_codeFamily(codeFontFamily(theme.codeFontName))
+{
+    m_decoration.load(m_gateway.store().text());
+    m_gateway.store().layout().setDecorator(this);
+    connect(&m_gateway, &EditGateway::textChanged, this, &MarkdownHighlighting::onTextChanged);
+}
+
+MarkdownHighlighting::~MarkdownHighlighting()
+{
+    m_gateway.store().layout().setDecorator(nullptr);
+}
+
+void MarkdownHighlighting::setTheme(const MarkdownSyntaxHighlighter::Theme& theme)
+{
+    if (theme == m_theme)
+        return;
+    m_theme = theme;
+    m_codeFamily = codeFontFamily(theme.codeFontName);
+    m_formats.clear();
+    m_gateway.store().layout().decorationChanged(0, m_gateway.store().paragraphCount());
+}
+
+void MarkdownHighlighting::load()
+{
+    m_decoration.load(m_gateway.store().text());
+    m_gateway.store().layout().decorationChanged(0, m_gateway.store().paragraphCount());
+}
+
+void MarkdownHighlighting::onTextChanged(const TextChange& change)
+{
+    const TextStore& store = m_gateway.store();
+    if (change.location == 0 && change.lengthAfter == store.length()) {
+        load();
+        return;
+    }
+    const QTextBlock first = store.blockAt(change.location);
+    const QTextBlock last = store.blockAt(change.location + change.lengthAfter);
+    MarkdownChange lines;
+    lines.firstLine = first.blockNumber();
+    lines.linesAfter = last.blockNumber() - first.blockNumber() + 1;
+    lines.linesBefore = lines.linesAfter - (store.paragraphCount() - m_decoration.lineCount());
+    lines.offset = change.location - first.position();
+    lines.lengthBefore = change.lengthBefore;
+    lines.lengthAfter = change.lengthAfter;
+
+    const LineSpan near = m_decoration.neighbourhood(lines);
+    const auto blockAt = [&](qsizetype line) {
+        return store.document().findBlockByNumber(int(line));
+    };
+    const QTextBlock end = blockAt(near.first + near.count - 1);
+    const TextRange range =
+        TextRange::between(blockAt(near.first).position(),
+                           std::min<qsizetype>(end.position() + end.length(), store.length()));
+    const LineSpan changed = m_decoration.update(lines, store.text(range));
+    store.layout().decorationChanged(int(changed.first), int(changed.count));
+}
+
+const MarkdownSpans& MarkdownHighlighting::spansOf(const QTextBlock& block) const
+{
+    static const MarkdownSpans none;
+    const int line = block.blockNumber();
+    // The layout may ask between a change and the news of it.
+    return line < m_decoration.lineCount() ? m_decoration.spans(line) : none;
+}
+
+QList<TextRange> MarkdownHighlighting::codeIn(const QTextBlock& block) const
+{
+    QList<TextRange> code;
+    for (const MarkdownSpan& span : spansOf(block)) {
+        const qsizetype start = block.position() + span.start;
+        if (span.style.isCode && !code.isEmpty() && code.last().end() == start)
+            code.last().length += span.length;
+        else if (span.style.isCode)
+            code.append({start, span.length});
+    }
+    return code;
+}
+
+QList<QTextLayout::FormatRange> MarkdownHighlighting::decorationOf(const QTextBlock& block) const
+{
+    const double size = m_gateway.store().layout().baseFont().size;
+    if (size != m_formatsSize) {
+        m_formats.clear();
+        m_formatsSize = size;
+    }
+    QList<QTextLayout::FormatRange> formats;
+    const int length = block.length() - 1;
+    for (const MarkdownSpan& span : spansOf(block)) {
+        const int end = std::min(span.start + span.length, length);
+        if (span.start >= end)
+            break;
+        const auto key = std::bit_cast<quint16>(span.style);
+        auto known = m_formats.constFind(key);
+        if (known == m_formats.constEnd())
+            known = m_formats.insert(key, formatFor(span.style));
+        formats.append({span.start, end - span.start, *known});
+    }
+    return formats;
+}
+
+QTextCharFormat MarkdownHighlighting::formatFor(MarkdownStyle style) const
+{
+    QTextCharFormat format;
+    if (style.color != MarkdownColor::text)
+        format.setForeground(m_theme.colorOf(style.color, QColor()));
+    if (style.headingLevel)
+        setFontSize(format,
+                    m_formatsSize * MarkdownSyntaxHighlighter::headingScale(style.headingLevel));
+    if (style.headingLevel || style.isBold)
+        format.setFontWeight(QFont::Bold);
+    if (style.isItalic)
+        format.setFontItalic(true);
+    if (style.isCode)
+        format.setFontFamilies({m_codeFamily});
+    if (style.isUnderlined)
+        format.setFontUnderline(true);
+    if (style.isStruckOut)
+        format.setFontStrikeOut(true);
+    return format;
+}
+
+QString codeFontFamily(const QString& wanted)
+{
+    for (const QString& family : {wanted, QStringLiteral("JetBrains Mono")}) {
+        if (QFontDatabase::hasFamily(family))
+            return family;
+    }
+    return QFontDatabase::systemFont(QFontDatabase::FixedFont).family();
+}
+
+} // namespace orvane
