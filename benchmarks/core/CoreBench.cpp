@@ -9,5 +9,6 @@ int main(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
     orvane::bench::addStoreRows();
+    orvane::bench::addNotebookRows();
     return orvane::bench::runMain(argc, argv);
 }

@@ -74,8 +74,7 @@ void AppState::bootstrapProjects()
     refreshProjects();
     qCInfo(projectBootstrapLog,
            "bootstrap projectsDirectory=%ls manifestCount=%lld loadedProjects=%lld",
-           qUtf16Printable(m_library.projectsDirectoryPath()),
-           qlonglong(m_library.projectRootPathsWithManifests().size()),
+           qUtf16Printable(m_library.projectsDirectoryPath()), qlonglong(m_library.manifestCount()),
            qlonglong(m_projects.size()));
 
     const UserDefaults& defaults = m_services.defaults;
@@ -150,11 +149,9 @@ void AppState::refreshProjects()
 {
     writePendingTouch();
     (void)m_library.ensureProjectsDirectoryExists();
-    const QStringList roots = m_library.projectRootPathsWithManifests();
-    QList<OrvaneProjectRecord> projects = m_library.decodedProjects(roots);
-    sortProjects(projects);
+    QList<OrvaneProjectRecord> projects = m_library.sortedProjects();
     qCDebug(projectBootstrapLog, "refreshProjects manifestCount=%lld loadedProjects=%lld",
-            qlonglong(roots.size()), qlonglong(projects.size()));
+            qlonglong(m_library.manifestCount()), qlonglong(projects.size()));
     if (projects != m_projects) {
         m_projects = std::move(projects);
         emit projectsChanged();

@@ -3,6 +3,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 namespace orvane {
@@ -144,6 +145,65 @@ std::optional<OrvaneProjectRecord> ProjectLibraryController::decodedProject(cons
             fresh.record = OrvaneProjectRecord{*std::move(manifest), rootPath};
     }
     return m_cache.insert(rootPath, std::move(fresh))->record;
+}
+
+QList<OrvaneProjectRecord> ProjectLibraryController::sortedProjects()
+{
+    if (isUnchanged())
+        return m_sorted;
+    // Looked at before it is read, so that a change in between shows the next time.
+    QList<FileStamp> before;
+    for (const QString& root : readableProjectsDirectoryPaths())
+        before.append(FileStamp::of(root));
+    const QStringList paths = projectRootPathsWithManifests();
+    m_manifestCount = paths.size();
+    m_sorted = decodedProjects(paths);
+    sortProjects(m_sorted);
+    m_knownRoots = knownRoots(paths);
+    for (size_t i = 0; i < m_knownRoots.size() && i < size_t(before.size()); ++i)
+        m_knownRoots[i].folder = before.at(qsizetype(i));
+    return m_sorted;
+}
+
+std::vector<ProjectLibraryController::KnownRoot>
+ProjectLibraryController::knownRoots(const QStringList& projectPaths) const
+{
+    std::vector<KnownRoot> roots;
+    for (const QString& root : readableProjectsDirectoryPaths()) {
+        KnownRoot known;
+        known.path = root;
+        for (const QString& path : projectPaths) {
+            const auto cached = m_cache.constFind(path);
+            if (!path.startsWith(root + u'/') || cached == m_cache.cend())
+                continue;
+            known.children.push_back({QFile::encodeName(path.mid(root.size() + 1)),
+                                      QFile::encodeName(cached->manifestPath.mid(root.size() + 1)),
+                                      cached->folder, cached->manifest});
+        }
+        roots.push_back(std::move(known));
+    }
+    return roots;
+}
+
+bool ProjectLibraryController::isUnchanged() const
+{
+    const QStringList roots = readableProjectsDirectoryPaths();
+    if (m_knownRoots.empty() || size_t(roots.size()) != m_knownRoots.size())
+        return false;
+    for (size_t i = 0; i < m_knownRoots.size(); ++i) {
+        const KnownRoot& known = m_knownRoots[i];
+        const FolderStamps stamps(known.path);
+        if (known.path != roots.at(qsizetype(i)) || !known.folder.isSettled ||
+            stamps.of({}) != known.folder)
+            return false;
+        for (const KnownRoot::Child& child : known.children) {
+            if (!child.folder.isSettled || !child.manifest.isSettled ||
+                stamps.of(child.folderName) != child.folder ||
+                stamps.of(child.manifestName) != child.manifest)
+                return false;
+        }
+    }
+    return true;
 }
 
 std::expected<OrvaneProjectRecord, FileError>

@@ -11,6 +11,7 @@
 
 #include <expected>
 #include <optional>
+#include <vector>
 
 namespace orvane {
 
@@ -38,6 +39,12 @@ public:
     /// files untouched. A manifest that has not changed on disk since the last call is not read
     /// again.
     [[nodiscard]] QList<OrvaneProjectRecord> decodedProjects(const QStringList& rootPaths);
+
+    /// The projects of the library in the browser's order. Cheap when nothing changed on disk since
+    /// the last call: then each project is only looked at.
+    [[nodiscard]] QList<OrvaneProjectRecord> sortedProjects();
+    /// How many folders had a manifest, readable or not, when `sortedProjects` last looked.
+    [[nodiscard]] qsizetype manifestCount() const { return m_manifestCount; }
 
     /// Makes the project's folder, its data folder and its manifest. What was made before a
     /// failure stays behind.
@@ -68,11 +75,29 @@ private:
         std::optional<OrvaneProjectRecord> record;
     };
 
+    /// A readable root as it was when it was last listed, and what tells that it still is.
+    struct KnownRoot {
+        struct Child {
+            QByteArray folderName;
+            QByteArray manifestName; ///< below the root
+            FileStamp folder;
+            FileStamp manifest;
+        };
+        QString path;
+        FileStamp folder;
+        std::vector<Child> children;
+    };
+
     std::optional<OrvaneProjectRecord> decodedProject(const QString& rootPath);
+    [[nodiscard]] bool isUnchanged() const;
+    [[nodiscard]] std::vector<KnownRoot> knownRoots(const QStringList& projectPaths) const;
 
     UserFolders m_folders;
     std::optional<QString> m_override;
     QHash<QString, CachedProject> m_cache;
+    std::vector<KnownRoot> m_knownRoots;
+    QList<OrvaneProjectRecord> m_sorted;
+    qsizetype m_manifestCount = 0;
 };
 
 } // namespace orvane

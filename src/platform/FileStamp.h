@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 namespace orvane {
@@ -27,6 +28,24 @@ struct FileStamp {
     /// Whether a later change is sure to show: file systems tell times in steps of some
     /// milliseconds, so a stamp taken in the same step as the last change proves nothing.
     bool isSettled = false;
+};
+
+/// Looks at many files below one folder, each at the cost of a single system call. Any thread.
+class FolderStamps {
+public:
+    /// Of a folder that doesn't exist everything below doesn't exist either.
+    explicit FolderStamps(const QString& folder);
+    ~FolderStamps();
+    FolderStamps(const FolderStamps&) = delete;
+    FolderStamps& operator=(const FolderStamps&) = delete;
+
+    /// The path below the folder in the file system's encoding (`QFile::encodeName`); empty for
+    /// the folder itself. `isSettled` is left false: compare the stamp, don't keep it.
+    [[nodiscard]] FileStamp of(const QByteArray& relativePath) const;
+
+private:
+    QString m_folder;
+    int m_descriptor = -1;
 };
 
 } // namespace orvane
