@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "text/AttachmentManager.h"
+#include "text/RandomText.h"
 #include "text/html/HtmlReader.h"
+#include "text/html/HtmlWriter.h"
 
 #include <gtest/gtest.h>
 
@@ -237,6 +239,69 @@ TEST(Html, TakesImagesFromDataUrlsOnly)
     for (const QString& other : {u"file:///etc/passwd"_s, u"data:image/png;base64,AAAA"_s,
                                  u"data:text/html;base64,PGI+"_s, u"x.png"_s})
         EXPECT_EQ(readHtml(u"a<img src='%1'>b"_s.arg(other), options()).text(), u"ab");
+}
+
+/// Takes out what HTML as we write it has no word for.
+AttributedString withoutTheInexpressible(AttributedString text)
+{
+    QList<QUuid> tables;
+    text.modifyParagraphStyles(text.fullRange(), [&](ParagraphStyle& style) {
+        ParagraphStyle kept;
+        kept.alignment = style.alignment;
+        kept.direction = style.direction;
+        for (const auto length :
+             {&ParagraphStyle::headIndent, &ParagraphStyle::firstLineHeadIndent,
+              &ParagraphStyle::tailIndent, &ParagraphStyle::spacingBefore,
+              &ParagraphStyle::spacingAfter, &ParagraphStyle::lineHeightMultiple,
+              &ParagraphStyle::minimumLineHeight})
+            kept.*length = std::round(style.*length * 100) / 100;
+        kept.background = style.background;
+        kept.cell = style.cell;
+        if (kept.cell) {
+            if (!tables.contains(kept.cell->table.id))
+                tables.append(kept.cell->table.id);
+            kept.cell->table.id =
+                QUuid(uint(tables.indexOf(kept.cell->table.id)), 0, 0, 0, 0, 0, 0, 0, 0, 0, 0);
+            kept.cell->widthPercent = std::round(kept.cell->widthPercent);
+        }
+        style = kept;
+    });
+    text.modifyCharacterStyles(text.fullRange(), [&](CharacterStyle& style) {
+        if (style.underline != TextLine::none)
+            style.underline = TextLine::single;
+        if (style.strikethrough != TextLine::none)
+            style.strikethrough = TextLine::single;
+        if (const auto* image = style.imageAttachment()) {
+            OrvaneNoteImageAttachment nameless = *image;
+            nameless.attachmentID = {};
+            nameless.renderedSize = nameless.renderedSize.toSize();
+            style.attachment = TextAttachment(nameless);
+        }
+    });
+    for (qsizetype at = 0; (at = text.text().indexOf(u'\n', at)) >= 0; ++at)
+        text.setCharacterStyle({at, 1}, {});
+    return text;
+}
+
+TEST(Html, KeepsWhatItCanExpress)
+{
+    for (unsigned seed = 1; seed <= 400; ++seed) {
+        RandomText random(seed, RandomText::Attributes::rtf);
+        AttributedString text = random.document();
+        for (qsizetype at; (at = text.text().indexOf(u'\f')) >= 0;) // page breaks are lost
+            text.remove({at, 1});
+        const AttributedString expected = withoutTheInexpressible(text);
+        const QByteArray html = writeHtml(expected);
+        const AttributedString read = withoutTheInexpressible(readHtmlBytes(html));
+        ASSERT_EQ(read.text().toStdString(), expected.text().toStdString()) << seed << html.data();
+        const bool isOneLine = !expected.text().contains(u'\n'); // has no paragraph of its own
+        for (qsizetype i = 0; i < read.length(); ++i) {
+            ASSERT_TRUE(read.characterStyle(i) == expected.characterStyle(i))
+                << "character " << i << " seed " << seed << html.data();
+            ASSERT_TRUE(isOneLine || read.paragraphStyle(i) == expected.paragraphStyle(i))
+                << "paragraph at " << i << " seed " << seed << html.data();
+        }
+    }
 }
 
 TEST(Html, ReadsBytesInTheirEncoding)

@@ -293,9 +293,12 @@ void applyMargins(ParagraphStyle& paragraph, QStringView name, const QString& va
         } else if (side == u"margin-left") {
             paragraph.headIndent += std::max(0.0, *points);
             paragraph.firstLineHeadIndent += std::max(0.0, *points);
+        } else {
+            paragraph.tailIndent -= std::max(0.0, *points);
         }
     };
     set(u"margin-top", 0);
+    set(u"margin-right", 1);
     set(u"margin-bottom", 2);
     set(u"margin-left", 3);
 }

@@ -3,6 +3,7 @@
 
 #include "text/html/CssDeclarations.h"
 
+#include <array>
 #include <numeric>
 
 namespace orvane {
@@ -14,6 +15,9 @@ constexpr int mostColumns = 1'000;
 constexpr int mostRowsSpanned = 10'000;
 constexpr double borderPoints = 0.75;
 constexpr double defaultPadding = 3;
+constexpr double widestBorder = 36;
+constexpr double widestPadding = 72;
+constexpr std::array<QStringView, 4> edgeNames{u"-top", u"-right", u"-bottom", u"-left"};
 
 int span(const QString& value, int most)
 {
@@ -28,9 +32,9 @@ HtmlTable::HtmlTable(const HtmlToken& token, const QUuid& id)
     m_table.id = id;
     const QString border = token.attribute(u"border");
     if (!border.isNull())
-        m_look.hasBorder = border.trimmed() != u"0";
+        m_look.border.fill(border.trimmed() == u"0" ? 0 : borderPoints);
     const auto padding = parseCssLength(token.attribute(u"cellpadding"), 0, 0);
-    m_padding = std::clamp(padding.value_or(defaultPadding), 0.0, 72.0);
+    m_look.padding.fill(std::clamp(padding.value_or(defaultPadding), 0.0, widestPadding));
 }
 
 HtmlTable::Look HtmlTable::readLook(const HtmlToken& token)
@@ -45,19 +49,60 @@ HtmlTable::Look HtmlTable::readLook(const HtmlToken& token)
     setWidth(token.attribute(u"width"));
     look.background = parseCssColor(token.attribute(u"bgcolor"));
     for (const auto& [name, value] : parseCssDeclarations(token.attribute(u"style"))) {
-        if (name == u"width") {
+        if (name == u"width")
             setWidth(value);
-        } else if (name == u"background" || name == u"background-color") {
+        else if (name == u"background" || name == u"background-color")
             look.background = parseCssColor(value);
-        } else if (name == u"border" || name == u"border-top" || name == u"border-bottom") {
-            look.hasBorder = !value.contains(u"none") && !value.startsWith(u'0');
-            for (const QString& word : value.split(u' '))
-                look.borderColor = look.borderColor ? look.borderColor : parseCssColor(word);
-        } else if (name == u"border-color") {
-            look.borderColor = parseCssColor(value);
-        }
+        else if (name.startsWith(u"border"))
+            readBorder(look, name, value);
+        else if (name.startsWith(u"padding"))
+            readPadding(look, name, value);
     }
     return look;
+}
+
+// "border: 1px solid #abc" and its like for one edge; the pieces may come in any order.
+void HtmlTable::readBorder(Look& look, QStringView name, const QString& value)
+{
+    std::optional<double> width;
+    std::optional<RgbaColor> color;
+    QString compact = value;
+    compact.replace(u", "_s, u","_s);
+    for (const QString& word : compact.split(u' ', Qt::SkipEmptyParts)) {
+        if (word == u"none" || word == u"hidden")
+            width = 0;
+        else if (const auto points = parseCssLength(word, 12, 0))
+            width = std::clamp(*points, 0.0, widestBorder);
+        else if (const auto found = parseCssColor(word))
+            color = found;
+        else if (!width && (word == u"solid" || word == u"dotted" || word == u"dashed"))
+            width = borderPoints;
+    }
+    for (std::size_t edge = 0; edge < edgeNames.size(); ++edge) {
+        const bool isMeant = name == u"border" || name == u"border-color" ||
+                             name == u"border-width" || name == u"border-style" ||
+                             name.sliced(6).startsWith(edgeNames[edge]);
+        if (isMeant && width)
+            look.border[edge] = width;
+        if (isMeant && color)
+            look.borderColor[edge] = color;
+    }
+}
+
+void HtmlTable::readPadding(Look& look, QStringView name, const QString& value)
+{
+    const QStringList sides = value.split(u' ', Qt::SkipEmptyParts);
+    for (std::size_t edge = 0; edge < edgeNames.size(); ++edge) {
+        if (name != u"padding" && !name.sliced(7).startsWith(edgeNames[edge]))
+            continue;
+        // One value is for all edges, two for upright and level, a missing left is the right's.
+        const auto index = name != u"padding" ? 0 : qsizetype(edge);
+        const QString side = index < sides.size()
+                                 ? sides[index]
+                                 : sides.value(index == 3 && sides.size() > 1 ? 1 : 0);
+        if (const auto points = parseCssLength(side, 12, 0))
+            look.padding[edge] = std::clamp(*points, 0.0, widestPadding);
+    }
 }
 
 void HtmlTable::beginRow()
@@ -80,8 +125,8 @@ bool HtmlTable::beginCell(const HtmlToken& token)
     cell.column = m_column;
     cell.rowSpan = span(token.attribute(u"rowspan"), mostRowsSpanned);
     cell.columnSpan = span(token.attribute(u"colspan"), mostColumns - m_column);
-    if (!token.attributes.isEmpty())
-        cell.look = std::make_shared<const Look>(readLook(token));
+    if (const Look look = readLook(token); look != Look{})
+        cell.look = std::make_shared<const Look>(look);
     m_column += cell.columnSpan;
     if (m_coveredUntil.size() < m_column)
         m_coveredUntil.resize(m_column, 0);
@@ -153,10 +198,12 @@ TableCellBlock HtmlTable::block(const Cell& cell, const QList<double>& percents)
     block.columnSpan = cell.columnSpan;
     const auto first = percents.begin() + cell.column;
     block.widthPercent = std::reduce(first, first + cell.columnSpan);
-    block.padding.fill(m_padding);
-    if (look.hasBorder.value_or(m_look.hasBorder.value_or(false)))
-        block.borderWidth.fill(borderPoints);
-    block.borderColor.fill(look.borderColor.value_or(m_look.borderColor.value_or(RgbaColor{})));
+    for (std::size_t edge = 0; edge < 4; ++edge) {
+        block.padding[edge] = look.padding[edge].value_or(*m_look.padding[edge]);
+        block.borderWidth[edge] = look.border[edge].value_or(m_look.border[edge].value_or(0));
+        block.borderColor[edge] =
+            look.borderColor[edge].value_or(m_look.borderColor[edge].value_or(RgbaColor{}));
+    }
     block.background = look.background ? look.background : m_look.background;
     return block;
 }

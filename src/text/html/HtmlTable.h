@@ -31,9 +31,12 @@ private:
     struct Look {
         double width = 0; ///< 0 for none
         bool isPercent = false;
-        std::optional<bool> hasBorder;
-        std::optional<RgbaColor> borderColor;
-        std::optional<RgbaColor> background;
+        PerEdge<std::optional<double>> border{}; ///< widths in points
+        PerEdge<std::optional<RgbaColor>> borderColor{};
+        PerEdge<std::optional<double>> padding{};
+        std::optional<RgbaColor> background = std::nullopt;
+
+        bool operator==(const Look&) const = default;
     };
     struct Cell {
         qsizetype end = 0; // in m_contents
@@ -46,12 +49,13 @@ private:
     };
 
     [[nodiscard]] static Look readLook(const HtmlToken& token);
+    static void readBorder(Look& look, QStringView name, const QString& value);
+    static void readPadding(Look& look, QStringView name, const QString& value);
     [[nodiscard]] QList<double> columnPercents() const;
     [[nodiscard]] TableCellBlock block(const Cell& cell, const QList<double>& percents) const;
 
     TextTable m_table;
     Look m_look;
-    double m_padding;
     int m_row = -1;
     int m_column = 0;
     QList<int> m_coveredUntil; // by column: the first row below what covers it
