@@ -117,7 +117,7 @@ StoredRows<Record> readRows(StoreStatement& statement, qint64 storeKey, const ch
         rows.lastRow = std::max(rows.lastRow, number);
         if (const StoreValue& checksum = row[columns - 1]; !checksum.isNull()) {
             StoreChecksum sum(storeKey);
-            for (int column = 1; column < columns - 1; ++column)
+            for (int column = 0; column < columns - 1; ++column)
                 row[column].addTo(sum);
             if (sum.value() != checksum.integer())
                 throwDamage(u"%1 in row %2 doesn't match its checksum"_s.arg(QLatin1String(kind))

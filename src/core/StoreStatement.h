@@ -80,6 +80,8 @@ public:
         , m_parameter(firstParameter)
     {}
 
+    /// Counts the row's number in, which is bound elsewhere.
+    void addRowNumber(qint64 row) { m_sum.addInteger(row); }
     void integer(qint64 value);
     void text(QByteArrayView utf8);
     void bytes(QByteArrayView bytes);

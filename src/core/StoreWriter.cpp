@@ -136,6 +136,7 @@ void StoreWriter::writeFolderRow(StoreStatement& statement, qint64 row, const Fo
     QByteArray icon;
     QByteArray titleRTF;
     RowBinder values(statement, m_storeKey, 1);
+    values.addRowNumber(row);
     values.text(id);
     values.text(name);
     values.integer(folder.createdAt.msecs);
@@ -199,6 +200,7 @@ void StoreWriter::writeNoteRow(StoreStatement& statement, qint64 row, const Note
     QByteArray source;
     QByteArray titleRTF;
     RowBinder values(statement, m_storeKey, 1);
+    values.addRowNumber(row);
     values.text(id);
     values.text(folder);
     values.text(title);
