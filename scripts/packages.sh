@@ -5,10 +5,10 @@
 BUILD_PACKAGES=(
     g++ cmake ninja-build ccache mold pkg-config python3 git
     qt6-base-dev qt6-base-private-dev qt6-svg-dev libgl-dev
-    libsqlite3-dev libsqlitecpp-dev libxxhash-dev
+    libsqlite3-dev libsqlitecpp-dev libxxhash-dev libhunspell-dev
 )
 RUN_PACKAGES=(
-    libqt6svg6 breeze-icon-theme
+    libqt6svg6 breeze-icon-theme hunspell-en-us
     fonts-inter fonts-sil-charis fonts-jetbrains-mono
 )
 # The word processor is the other side of the RTF tests; it installs in well under a minute.

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "editor/spelling/PersonalWordList.h"
+
+#include <QFileInfo>
+
+namespace orvane {
+
+namespace {
+
+QString asKept(const QString& word)
+{
+    return QString(word)
+        .replace(u'\u2019', u'\'')
+        .remove(u'\u00ad')
+        .trimmed()
+        .normalized(QString::NormalizationForm_C);
+}
+
+} // namespace
+
+PersonalWordList::PersonalWordList(const QString& path, QObject* parent)
+    : QObject(parent)
+    , m_path(path)
+    , m_learned(readWords())
+{}
+
+QSet<QString> PersonalWordList::readWords() const
+{
+    QSet<QString> words;
+    if (m_path.isEmpty())
+        return words;
+    const auto bytes = readFile(m_path);
+    if (!bytes)
+        return words;
+    for (const QString& line : QString::fromUtf8(*bytes).split(u'\n')) {
+        if (const QString word = asKept(line); !word.isEmpty())
+            words.insert(word);
+    }
+    return words;
+}
+
+bool PersonalWordList::accepts(const QString& word) const
+{
+    const auto holds = [this](const QString& form) {
+        return m_learned.contains(form) || m_ignored.contains(form);
+    };
+    if (m_learned.isEmpty() && m_ignored.isEmpty())
+        return false;
+    const QString written = asKept(word);
+    if (written.isEmpty() || holds(written))
+        return true;
+    if (!written.front().isUpper())
+        return false;
+    const QString lower = written.toLower();
+    const bool isCapitalised = QStringView(written).sliced(1) == QStringView(lower).sliced(1);
+    return (isCapitalised || written == written.toUpper()) && holds(lower);
+}
+
+std::expected<void, FileError> PersonalWordList::learn(const QString& word)
+{
+    const QString kept = asKept(word);
+    if (kept.isEmpty() || m_learned.contains(kept))
+        return {};
+    m_learned += readWords();
+    m_learned.insert(kept);
+    const auto written = write();
+    emit changed();
+    return written;
+}
+
+std::expected<void, FileError> PersonalWordList::forget(const QString& word)
+{
+    const QString kept = asKept(word);
+    if (!m_learned.contains(kept))
+        return {};
+    m_learned += readWords();
+    m_learned.remove(kept);
+    const auto written = write();
+    emit changed();
+    return written;
+}
+
+void PersonalWordList::ignore(const QString& word)
+{
+    m_ignored.insert(asKept(word));
+    emit changed();
+}
+
+QStringList PersonalWordList::words() const
+{
+    QStringList words = m_learned.values();
+    words.sort();
+    return words;
+}
+
+std::expected<void, FileError> PersonalWordList::write()
+{
+    if (m_path.isEmpty())
+        return {};
+    if (const auto folder = makeFolder(QFileInfo(m_path).absolutePath()); !folder)
+        return folder;
+    return writeFileAtomically(m_path, words().join(u'\n').toUtf8() + '\n');
+}
+
+} // namespace orvane
