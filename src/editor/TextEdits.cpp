@@ -40,18 +40,21 @@ void appendDifference(QList<TextReplacement>& replacements, qsizetype location, 
         replacements.append({{location + head, removed.size()}, added.toString(), styleFrom});
 }
 
-SharedCharacterStyle withoutObject(const SharedCharacterStyle& style)
+namespace {
+
+/// The style of new text, without what belongs to one place.
+SharedCharacterStyle newTextStyle(const SharedCharacterStyle& style, bool keepsLink)
 {
-    if (style->link.isEmpty() && !style->hasAttachment() && style->chartBlockData.isEmpty())
+    const bool hasLink = !keepsLink && !style->link.isEmpty();
+    if (!hasLink && !style->hasAttachment() && style->chartBlockData.isEmpty())
         return style;
     CharacterStyle plain = *style;
-    plain.link.clear();
+    if (hasLink)
+        plain.link.clear();
     plain.attachment = {};
     plain.chartBlockData.clear();
     return plain;
 }
-
-namespace {
 
 /// `Target` is a text with the functions of `AttributedString` that are called here.
 template <typename Target, typename StyleAt>
@@ -60,10 +63,13 @@ void applyTo(Target& target, const TextEdits& edits, const SharedCharacterStyle&
 {
     qsizetype shift = 0;
     for (const TextReplacement& replacement : edits.replacements) {
-        const SharedCharacterStyle style =
-            replacement.styleFrom ? withoutObject(styleAt(*replacement.styleFrom + shift))
-                                  : typingStyle;
         const TextRange range{replacement.range.location + shift, replacement.range.length};
+        SharedCharacterStyle style = typingStyle;
+        if (replacement.styleFrom) {
+            const SharedCharacterStyle source = styleAt(*replacement.styleFrom + shift);
+            style = newTextStyle(source,
+                                 !range.isEmpty() && styleAt(range.location)->link == source->link);
+        }
         target.replace(range, replacement.text, style);
         shift += replacement.text.size() - range.length;
     }

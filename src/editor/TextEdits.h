@@ -16,9 +16,9 @@ class EditGateway;
 struct TextReplacement {
     TextRange range;
     QString text;
-    /// The position, before the edit, of the character whose style the new text takes, without its
-    /// link; it stands behind the replacement before and not behind the next one. Absent for the
-    /// style in which one would type.
+    /// The position, before the edit, of the character whose style the new text takes; it stands
+    /// behind the replacement before and not behind the next one. A link comes along only where
+    /// text of that link is replaced. Absent for the style in which one would type.
     std::optional<qsizetype> styleFrom;
 
     bool operator==(const TextReplacement&) const = default;
@@ -69,9 +69,6 @@ enum class InsertionSide { before, after };
 /// is added where nothing differs.
 void appendDifference(QList<TextReplacement>& replacements, qsizetype location, QStringView before,
                       QStringView after, std::optional<qsizetype> styleFrom);
-
-/// The style without what belongs to its one place: a link, an attachment.
-[[nodiscard]] SharedCharacterStyle withoutObject(const SharedCharacterStyle& style);
 
 /// Makes the change to a value.
 void apply(const TextEdits& edits, AttributedString& text, const SharedCharacterStyle& typingStyle);

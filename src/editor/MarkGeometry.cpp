@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "editor/MarkGeometry.h"
+
+#include "editor/EditorExtension.h"
+#include "editor/EditorView.h"
+#include "text/ParagraphLayout.h"
+#include "text/TextStore.h"
+
+namespace orvane {
+
+TextRange visibleText(const EditorView& view, const EditorPaint& paint)
+{
+    ParagraphLayout& layout = view.layout();
+    const auto pageY = [&](qreal y) {
+        return (y - paint.origin.y()) / paint.scale;
+    };
+    const QTextBlock first = layout.blockAtY(pageY(paint.clip.top()));
+    const QTextBlock last = layout.below(layout.blockAtY(pageY(paint.clip.bottom())));
+    const qsizetype end = last.isValid() ? last.position() : view.store().length();
+    return TextRange::between(first.position(), end);
+}
+
+QList<QRectF> markRects(const EditorView& view, const EditorPaint& paint, TextRange range)
+{
+    const qreal height = view.layout().caretRect(int(range.location)).height();
+    QList<QRectF> rects = view.layout().rectsOf(range);
+    for (QRectF& rect : rects) {
+        const QPointF center = rect.center();
+        rect.setHeight(std::min(height, rect.height()));
+        rect.moveCenter(center);
+        rect = QRectF(paint.origin + rect.topLeft() * paint.scale, rect.size() * paint.scale);
+    }
+    return rects;
+}
+
+} // namespace orvane

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "editor/EditorExtension.h"
+#include "editor/spelling/Spelling.h"
+#include "text/TextSelection.h"
+
+#include <QCache>
+#include <QColor>
+#include <QObject>
+#include <QTextBlock>
+
+namespace orvane {
+
+class EditorView;
+
+/// Marks misspelt words in a text view and offers help with them in its context menu. Only
+/// paragraphs that are seen are checked. The word that is being typed is not marked before the
+/// caret has left it. Main thread.
+class SpellingMarks final : public QObject, public EditorExtension {
+    Q_OBJECT
+public:
+    /// Adds itself to `view`; both arguments outlive it.
+    SpellingMarks(EditorView& view, Spelling& spelling, QObject* parent = nullptr);
+    ~SpellingMarks() override;
+
+    /// Checks in the language of this note from now on; nothing for no note.
+    void setNote(const std::optional<QUuid>& note);
+    /// Where a paragraph has code, which is not checked, in positions of the text.
+    using CodeSource = std::function<QList<TextRange>(const QTextBlock&)>;
+    void setCodeSource(CodeSource source);
+    void setMarkColor(const QColor& color);
+
+    /// The misspelt words of a paragraph, in positions of the text.
+    [[nodiscard]] QList<TextRange> misspellingsIn(const QTextBlock& block) const;
+
+    void paintOverText(QPainter& painter, const EditorPaint& paint) override;
+    void addToContextMenu(QMenu& menu, QPointF page, qsizetype position) override;
+
+private:
+    void updateChecker();
+    void forgetChecks();
+    void onTextChanged(const TextChange& change);
+    void onSelectionChanged();
+    void updateParagraph(qsizetype position);
+    void addSuggestions(QMenu& menu, TextRange word);
+    void addLanguages(QMenu& menu);
+    void replaceWord(TextRange word, const QString& replacement);
+
+    EditorView& m_view;
+    Spelling& m_spelling;
+    std::optional<QUuid> m_note;
+    SpellChecker* m_checker = nullptr; // of m_spelling; null for no checking
+    QMetaObject::Connection m_checkerChanged;
+    CodeSource m_codeSource;
+    QColor m_markColor{229, 72, 77};
+    mutable QCache<QString, QList<TextRange>> m_checked{2000}; // by a paragraph's text
+    std::optional<qsizetype> m_typingAt; // the caret, as long as it stands where typing left it
+};
+
+} // namespace orvane
