@@ -46,7 +46,8 @@ struct KeyRoute {
 /// around it.
 [[nodiscard]] KeyFocus keyFocusOf(const QWidget* focusWidget);
 
-/// Says what a widget and everything in it is, where its class doesn't tell.
+/// Says what a widget and everything in it is, where its class doesn't tell. Before any of it gets
+/// the keyboard.
 void declareKeyFocus(QWidget* widget, KeyFocus focus);
 
 } // namespace orvane

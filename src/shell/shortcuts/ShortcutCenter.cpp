@@ -43,6 +43,7 @@ ShortcutCenter::ShortcutCenter(const Services& services, AppUndoRedoRouter route
         m_bindings.reset();
         emit bindingsChanged();
     });
+    connect(qApp, &QApplication::focusChanged, this, [this] { m_focus.reset(); });
 }
 
 ShortcutCenter::~ShortcutCenter()
@@ -146,9 +147,11 @@ bool ShortcutCenter::seenBefore(const QObject* receiver, const QKeyEvent* event)
 
 KeyRoute ShortcutCenter::route(const KeyPress& press) const
 {
-    const bool keptByPopup = QApplication::activePopupWidget() || QApplication::activeModalWidget();
-    const KeyFocus focus = keptByPopup ? KeyFocus::Closed : keyFocusOf(QApplication::focusWidget());
-    return routeKey(press, focus, bindings());
+    if (QApplication::activePopupWidget() || QApplication::activeModalWidget())
+        return routeKey(press, KeyFocus::Closed, bindings());
+    if (!m_focus)
+        m_focus = keyFocusOf(QApplication::focusWidget());
+    return routeKey(press, *m_focus, bindings());
 }
 
 bool ShortcutCenter::wouldSwallow(const KeyRoute& route) const

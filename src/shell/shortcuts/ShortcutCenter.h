@@ -64,6 +64,7 @@ private:
     AppUndoRedoRouter m_router;
     ShortcutRecordingState m_recording;
     mutable std::optional<ShortcutBindings> m_bindings;
+    mutable std::optional<KeyFocus> m_focus; ///< until the keyboard goes to another widget
     bool m_watching = false;
     // One press visits its window, the widget with the keyboard and then the widgets around it.
     const QEvent* m_lastEvent = nullptr;

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "ShellBench.h"
+
+#include "support/Bench.h"
+
+#include <QApplication>
+
+int main(int argc, char** argv)
+{
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    orvane::bench::addKeysRows();
+    return orvane::bench::runMain(argc, argv);
+}

@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+namespace orvane::bench {
+
+void addKeysRows();
+
+} // namespace orvane::bench

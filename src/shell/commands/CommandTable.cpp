@@ -1,0 +1,366 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "core/EditorFormatNotifications.h"
+#include "shell/commands/Command.h"
+
+#include <QCoreApplication>
+
+#define TITLE(text) QT_TRANSLATE_NOOP("Command", text)
+
+namespace orvane {
+
+namespace {
+
+namespace App = AppCommandEvents;
+namespace Formatting = EditorFormatNotifications;
+using enum CommandMenu;
+using Need = CommandNeed;
+using Do = DirectCommand;
+using Key = ShortcutAction;
+
+Command ofAction(Key action, Need need, const char* title = nullptr)
+{
+    Command command;
+    command.id = rawValue(action);
+    command.title = title;
+    command.action = action;
+    command.notification = notification(action);
+    command.need = need;
+    return command;
+}
+
+Command posts(const char* id, const char* title, const PostableCommand& notification, Need need,
+              const char* fixedKey = nullptr)
+{
+    Command command;
+    command.id = QString::fromLatin1(id);
+    command.title = title;
+    command.fixedKey = fixedKey;
+    command.notification = notification;
+    command.need = need;
+    return command;
+}
+
+Command acts(const char* id, const char* title, Do direct, const char* fixedKey = nullptr,
+             PaletteListing palette = PaletteListing::Listed)
+{
+    Command command;
+    command.id = QString::fromLatin1(id);
+    command.title = title;
+    command.fixedKey = fixedKey;
+    command.direct = direct;
+    command.palette = palette;
+    return command;
+}
+
+Command actsOnText(const char* id, const char* title, Do direct, const char* fixedKey)
+{
+    return acts(id, title, direct, fixedKey, PaletteListing::Unlisted);
+}
+
+/// "Close Window" and "Settings" act directly and still have keys of a person's choice.
+Command actsByAction(Key action, Do direct)
+{
+    Command command = ofAction(action, Need::Nothing);
+    command.direct = direct;
+    return command;
+}
+
+template <OWChartKind kind>
+PostableCommand insertsChart()
+{
+    return {App::insertChart.name,
+            [](NotificationCenter& center) {
+                center.post(App::insertChart, InsertChart{kind, std::nullopt});
+            },
+            [](const NotificationCenter& center) {
+                return center.isObserved(App::insertChart);
+            }};
+}
+
+std::vector<CommandSection> fileSections()
+{
+    return {
+        {File,
+         nullptr,
+         {ofAction(Key::newNote, Need::WritableProject),
+          ofAction(Key::newNoteFromTemplate, Need::WritableProject),
+          ofAction(Key::newFolder, Need::WritableProject),
+          ofAction(Key::newWindow, Need::Nothing)}},
+        {File,
+         nullptr,
+         {ofAction(Key::showProjects, Need::Nothing),
+          ofAction(Key::showInFinder, Need::Nothing,
+                   TITLE("Show Project Library in File Manager"))}},
+        {File,
+         nullptr,
+         {ofAction(Key::saveDocument, Need::WritableNote),
+          ofAction(Key::saveAsTemplate, Need::Note), ofAction(Key::versionHistory, Need::Project)}},
+        {File,
+         nullptr,
+         {posts("import", TITLE("Import…"), postable<App::openEditorImport>(),
+                Need::WritableProject)}},
+        {File,
+         TITLE("Export"),
+         {ofAction(Key::exportPDF, Need::Note), ofAction(Key::exportPlainText, Need::Note),
+          ofAction(Key::exportMarkdown, Need::Note)}},
+        {File,
+         TITLE("Google Drive"),
+         {posts("driveSignIn", TITLE("Sign in to Google Drive"), postable<App::googleDriveSignIn>(),
+                Need::Nothing),
+          posts("driveImport", TITLE("Import from Google Drive"),
+                postable<App::googleDriveImport>(), Need::WritableProject),
+          posts("driveExportNote", TITLE("Export Note to Google Drive"),
+                postable<App::googleDriveExportCurrentNote>(), Need::Note),
+          posts("driveExportPDF", TITLE("Export PDF to Google Drive"),
+                postable<App::googleDriveExportCurrentPDF>(), Need::Note),
+          posts("driveOpenLastExport", TITLE("Open Last Export in Google Drive"),
+                postable<App::googleDriveOpenLastExport>(), Need::Nothing),
+          posts("driveSettings", TITLE("Google Drive Settings"),
+                postable<App::googleDriveSettings>(), Need::Nothing),
+          posts("driveDisconnect", TITLE("Disconnect Google Drive"),
+                postable<App::googleDriveDisconnect>(), Need::Nothing)}},
+        {File,
+         nullptr,
+         {ofAction(Key::shareNote, Need::Note), ofAction(Key::printDocument, Need::Note)}},
+        {File,
+         nullptr,
+         {actsByAction(Key::closeWindow, Do::CloseWindow),
+          acts("quit", TITLE("Quit"), Do::Quit, "Ctrl+Q")}},
+    };
+}
+
+std::vector<CommandSection> editSections()
+{
+    return {
+        {Edit,
+         nullptr,
+         {actsOnText("undo", TITLE("Undo"), Do::Undo, "Ctrl+Z"),
+          actsOnText("redo", TITLE("Redo"), Do::Redo, "Ctrl+Shift+Z")}},
+        {Edit,
+         nullptr,
+         {actsOnText("cut", TITLE("Cut"), Do::Cut, "Ctrl+X"),
+          actsOnText("copy", TITLE("Copy"), Do::Copy, "Ctrl+C"),
+          actsOnText("paste", TITLE("Paste"), Do::Paste, "Ctrl+V"),
+          actsOnText("selectAll", TITLE("Select All"), Do::SelectAll, "Ctrl+A")}},
+        {Edit,
+         nullptr,
+         {ofAction(Key::findInNote, Need::Note), ofAction(Key::findInBinder, Need::Project),
+          ofAction(Key::projectSearch, Need::Project)}},
+        {Edit, nullptr, {ofAction(Key::openOrvaneClipboard, Need::Nothing)}},
+        {Edit, nullptr, {actsByAction(Key::settings, Do::Settings)}},
+    };
+}
+
+std::vector<CommandSection> formatSections()
+{
+    constexpr Need note = Need::WritableNote;
+    return {
+        {Format,
+         nullptr,
+         {ofAction(Key::bold, note), ofAction(Key::italic, note), ofAction(Key::underline, note),
+          ofAction(Key::strikethrough, note)}},
+        {Format, nullptr, {ofAction(Key::colorRing, note), ofAction(Key::bulletRing, note)}},
+        {Format,
+         nullptr,
+         {posts("bulletList", TITLE("Bullet List"), postable<Formatting::bulletList>(), note),
+          posts("numberedList", TITLE("Numbered List"), postable<Formatting::numberedList>(), note),
+          posts("removeCustomBullet", TITLE("Remove Custom Bullet"),
+                postable<Formatting::removeCustomBullet>(), note)}},
+        {Format,
+         TITLE("Heading"),
+         {posts("body", TITLE("Body"), postable<Formatting::paragraphBody>(), note),
+          ofAction(Key::heading1, note), ofAction(Key::heading2, note),
+          ofAction(Key::heading3, note), ofAction(Key::heading4, note),
+          ofAction(Key::heading5, note), ofAction(Key::heading6, note)}},
+        {Format,
+         TITLE("Alignment"),
+         {posts("alignLeft", TITLE("Align Left"), postable<Formatting::alignLeft>(), note),
+          posts("alignCenter", TITLE("Align Center"), postable<Formatting::alignCenter>(), note),
+          posts("alignRight", TITLE("Align Right"), postable<Formatting::alignRight>(), note),
+          posts("alignJustified", TITLE("Justify"), postable<Formatting::alignJustified>(), note)}},
+        {Format,
+         TITLE("Case"),
+         {ofAction(Key::makeUppercase, note), ofAction(Key::makeLowercase, note),
+          ofAction(Key::capitalize, note)}},
+    };
+}
+
+std::vector<CommandSection> insertSections()
+{
+    constexpr Need note = Need::WritableNote;
+    return {
+        {Insert,
+         nullptr,
+         {posts("insertTable", TITLE("Insert Table"), postable<App::insertTable>(), note),
+          posts("insertImage", TITLE("Insert Image"), postable<App::insertImage>(), note),
+          posts("insertShape", TITLE("Insert Shape"), postable<App::openShapePicker>(), note)}},
+        {Insert,
+         TITLE("Chart"),
+         {posts("insertBarChart", TITLE("Insert Bar Chart"), insertsChart<OWChartKind::bar>(),
+                note),
+          posts("insertLineChart", TITLE("Insert Line Chart"), insertsChart<OWChartKind::line>(),
+                note),
+          posts("insertPieChart", TITLE("Insert Pie Chart"), insertsChart<OWChartKind::pie>(),
+                note),
+          posts("insertDonutChart", TITLE("Insert Donut Chart"), insertsChart<OWChartKind::donut>(),
+                note)}},
+        {Insert,
+         nullptr,
+         {ofAction(Key::insertEditLink, note),
+          posts("linkSelectionToNote", TITLE("Link Selection to Note"),
+                postable<App::linkSelectionToNote>(), note)}},
+        {Insert, nullptr, {ofAction(Key::insertPageBreak, note)}},
+    };
+}
+
+std::vector<CommandSection> viewSections()
+{
+    return {
+        {View,
+         nullptr,
+         {acts("commandPalette", TITLE("Command Palette"), Do::CommandPalette, "Ctrl+Shift+P",
+               PaletteListing::Unlisted)}},
+        {View,
+         nullptr,
+         {ofAction(Key::toggleBinder, Need::Project, TITLE("Toggle Left Pane (Binder)")),
+          ofAction(Key::toggleInspector, Need::Project, TITLE("Toggle Right Pane (Inspector)")),
+          posts("restoreThreePaneLayout", TITLE("Restore Three-Pane Layout"),
+                postable<App::restoreThreePaneLayout>(), Need::Project, "Alt+Shift+Up"),
+          ofAction(Key::focusBinder, Need::Project)}},
+        {View,
+         nullptr,
+         {ofAction(Key::toggleFormattingBar, Need::Project), ofAction(Key::toggleRuler, Need::Note),
+          ofAction(Key::togglePageView, Need::Note),
+          posts("customizeToolbar", TITLE("Customize Toolbar"),
+                postable<App::customizeMainToolbar>(), Need::Nothing)}},
+        {View,
+         TITLE("Editors"),
+         {posts("singleEditor", TITLE("Single Editor"), postable<App::singleEditorMode>(),
+                Need::Project),
+          posts("splitEditor", TITLE("Split Editor"), postable<App::splitEditorMode>(),
+                Need::Project),
+          posts("quadEditor", TITLE("Four Editors"), postable<App::quadEditorMode>(),
+                Need::Project)}},
+        {View, nullptr, {acts("fullScreen", TITLE("Full Screen"), Do::FullScreen, "F11")}},
+    };
+}
+
+std::vector<CommandSection> noteSections()
+{
+    return {
+        {Note,
+         nullptr,
+         {posts("back", TITLE("Back"), postable<App::mainEditorBack>(), Need::Back, "Alt+Left"),
+          posts("forward", TITLE("Forward"), postable<App::mainEditorForward>(), Need::Forward,
+                "Alt+Right")}},
+        {Note, nullptr, {ofAction(Key::openBrainMap, Need::Project)}},
+        {Note,
+         TITLE("Teleprompter"),
+         {posts("toggleTeleprompter", TITLE("Toggle Teleprompter"),
+                postable<App::toggleTeleprompter>(), Need::Nothing),
+          posts("openTeleprompterFile", TITLE("Open Teleprompter File"),
+                postable<App::openTeleprompterFile>(), Need::Nothing),
+          posts("teleprompterSettings", TITLE("Teleprompter Settings"),
+                postable<App::openTeleprompterSettings>(), Need::Nothing)}},
+        {Note,
+         nullptr,
+         {posts("bulletLibrary", TITLE("Bullet Library"),
+                postable<App::openBulletLibrarySettings>(), Need::Nothing),
+          posts("iconsAndTitles", TITLE("Icons and Titles"), postable<App::openIconsAndTitles>(),
+                Need::Project)}},
+    };
+}
+
+std::vector<CommandSection> windowAndHelpSections()
+{
+    return {
+        {Window, nullptr, {acts("minimize", TITLE("Minimize"), Do::Minimize)}},
+        {Window,
+         nullptr,
+         {posts("rogueEditor", TITLE("Rogue Editor"), postable<App::openRogueEditor>(),
+                Need::Project)}},
+        {Help, nullptr, {acts("guide", TITLE("Guide"), Do::Guide, "F1")}},
+        {Help, nullptr, {acts("about", TITLE("About OrvaneWorkspace"), Do::About)}},
+    };
+}
+
+std::vector<CommandSection> makeSections()
+{
+    std::vector<CommandSection> all;
+    for (auto make : {fileSections, editSections, formatSections, insertSections, viewSections,
+                      noteSections, windowAndHelpSections}) {
+        auto sections = make();
+        std::move(sections.begin(), sections.end(), std::back_inserter(all));
+    }
+    return all;
+}
+
+constexpr const char* menuTitles[] = {
+    TITLE("&File"), TITLE("&Edit"), TITLE("F&ormat"), TITLE("&Insert"),
+    TITLE("&View"), TITLE("&Note"), TITLE("&Window"), TITLE("&Help"),
+};
+static_assert(std::size(menuTitles) == commandMenuCount);
+
+QString translated(const char* text)
+{
+    return QCoreApplication::translate("Command", text);
+}
+
+} // namespace
+
+bool isMet(CommandNeed need, const CommandContext& context)
+{
+    switch (need) {
+    case CommandNeed::Nothing:
+        return true;
+    case CommandNeed::Project:
+        return context.showsProject;
+    case CommandNeed::WritableProject:
+        return context.showsProject && context.mayWrite;
+    case CommandNeed::Note:
+        return context.showsProject && context.hasNote;
+    case CommandNeed::WritableNote:
+        return context.showsProject && context.hasNote && context.mayWrite;
+    case CommandNeed::Back:
+        return context.showsProject && context.canGoBack;
+    case CommandNeed::Forward:
+        return context.showsProject && context.canGoForward;
+    }
+    return false;
+}
+
+std::span<const CommandSection> commandSections()
+{
+    static const std::vector<CommandSection> sections = makeSections();
+    return sections;
+}
+
+const std::vector<const Command*>& allCommands()
+{
+    static const std::vector<const Command*> commands = [] {
+        std::vector<const Command*> all;
+        for (const CommandSection& section : commandSections()) {
+            for (const Command& command : section.commands)
+                all.push_back(&command);
+        }
+        return all;
+    }();
+    return commands;
+}
+
+QString commandTitle(const Command& command)
+{
+    return command.title ? translated(command.title) : title(*command.action);
+}
+
+QString menuTitle(CommandMenu menu)
+{
+    return translated(menuTitles[size_t(menu)]);
+}
+
+QString submenuTitle(const CommandSection& section)
+{
+    return translated(section.submenu);
+}
+
+} // namespace orvane
