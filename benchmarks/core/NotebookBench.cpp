@@ -100,6 +100,7 @@ public:
     PlainTable()
         : m_sqlite(m_folder.path() + u"/plain.sqlite"_s)
     {
+        m_sqlite.run("PRAGMA journal_mode = WAL");
         m_sqlite.run("CREATE TABLE note (id TEXT PRIMARY KEY, folder TEXT, title TEXT, body TEXT, "
                      "created INTEGER, updated INTEGER)");
         m_insert = m_sqlite.prepare("INSERT INTO note VALUES (?, ?, ?, ?, ?, ?)");

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "core/AppState.h"
 #include "core/CoreBench.h"
 #include "core/StoreSamples.h"
 #include "support/Bench.h"
+#include "support/TestServices.h"
 
 #include <QTemporaryDir>
 
@@ -76,10 +78,85 @@ Measurement loadWeight()
         rounds, [&] { return loadMs(heavy.path()); }, [&] { return loadMs(light.path()); });
 }
 
+constexpr int savesPerRound = 2;
+constexpr int saveRounds = 400;
+
+/// The program's state with a project of so many notes open, and SQLite alone on the same file.
+class OpenProject {
+public:
+    explicit OpenProject(int notes)
+        : m_state(m_services.services())
+    {
+        const auto id = m_state.createProject(u"Sample"_s, std::nullopt);
+        if (!id)
+            qFatal("no project");
+        const QString folder =
+            ProjectLibraryController::projectDataDirectoryPath(m_state.project(*id)->rootPath);
+        m_state.closeProject();
+        makeSampleStore(folder, {.notes = notes, .body = 1024, .rtf = 0, .payload = 0});
+        m_state.openProject(*id, false);
+        if (m_state.notes().size() != notes)
+            qFatal("the project is not open");
+        m_plain.emplace(storePath(folder));
+        m_plain->run("PRAGMA wal_autocheckpoint = 0");
+        m_update.emplace(*m_plain, "UPDATE OrvaneNote SET isPinned = ? WHERE row = ?");
+    }
+
+    /// Milliseconds for one.
+    double saveNote()
+    {
+        const auto& notes = m_state.notes().records();
+        return average([&] { m_state.togglePinNote(notes.at(nextPlace(notes.size()))->id); });
+    }
+    double plainUpdate()
+    {
+        const auto rows = m_state.notes().size();
+        return average([&] { m_update->run(++m_value, nextPlace(rows) + 1); });
+    }
+
+private:
+    template <typename Work>
+    double average(Work&& work)
+    {
+        const double time = seconds([&] {
+            for (int i = 0; i < savesPerRound; ++i)
+                work();
+        });
+        if (m_state.saveFailure())
+            qFatal("%ls", qUtf16Printable(m_state.saveFailure()->error));
+        return time * 1000 / savesPerRound;
+    }
+    qsizetype nextPlace(qsizetype size) { return m_place = (m_place + 7919) % size; }
+
+    TestServices m_services;
+    AppState m_state;
+    std::optional<PlainSQLite> m_plain;
+    std::optional<PlainStatement> m_update;
+    qsizetype m_place = 0;
+    qint64 m_value = 0;
+};
+
+Measurement saveNote()
+{
+    OpenProject project(50'000);
+    return interleave(
+        saveRounds, [&] { return project.saveNote(); }, [&] { return project.plainUpdate(); });
+}
+
+Measurement saveNoteFlat()
+{
+    OpenProject large(50'000);
+    OpenProject small(500);
+    return interleave(
+        saveRounds, [&] { return large.saveNote(); }, [&] { return small.saveNote(); });
+}
+
 } // namespace
 
 void addStoreRows()
 {
+    add({.name = "store/save-note", .unit = "ms", .target = 1.3, .run = saveNote});
+    add({.name = "store/save-note-flat", .unit = "ms", .target = 1.3, .run = saveNoteFlat});
     add({.name = "store/load", .unit = "ms", .target = 2.0, .run = load});
     add({.name = "store/load-weight", .unit = "ms", .target = 1.3, .run = loadWeight});
 }

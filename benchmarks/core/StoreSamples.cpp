@@ -112,4 +112,25 @@ sqlite3_stmt* PlainSQLite::prepare(const char* sql)
     return statement;
 }
 
+PlainStatement::PlainStatement(PlainSQLite& database, const char* sql)
+    : m_statement(database.prepare(sql))
+{}
+
+PlainStatement::~PlainStatement()
+{
+    sqlite3_finalize(m_statement);
+}
+
+void PlainStatement::bind(int parameter, qint64 value)
+{
+    sqlite3_bind_int64(m_statement, parameter, value);
+}
+
+void PlainStatement::step()
+{
+    const int code = sqlite3_step(m_statement);
+    if (sqlite3_reset(m_statement) != SQLITE_OK || code != SQLITE_DONE)
+        stop(u"a plain statement failed"_s);
+}
+
 } // namespace orvane::bench

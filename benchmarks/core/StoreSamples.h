@@ -44,4 +44,27 @@ private:
     sqlite3* m_database = nullptr;
 };
 
+/// A statement that changes something, prepared once; each run is a transaction.
+class PlainStatement {
+public:
+    PlainStatement(PlainSQLite& database, const char* sql);
+    ~PlainStatement();
+    PlainStatement(const PlainStatement&) = delete;
+    PlainStatement& operator=(const PlainStatement&) = delete;
+
+    template <typename... Integers>
+    void run(Integers... values)
+    {
+        int parameter = 0;
+        (bind(++parameter, values), ...);
+        step();
+    }
+
+private:
+    void bind(int parameter, qint64 value);
+    void step();
+
+    sqlite3_stmt* m_statement;
+};
+
 } // namespace orvane::bench
