@@ -34,8 +34,8 @@ std::optional<QByteArray> archive(const TypingAttributes& attributes)
         write(writer, table);
     writer.endArray();
     writer.startArray(quint64(tables.looks.values.size()));
-    for (const CellLook& look : tables.looks.values)
-        write(writer, look);
+    for (const auto& look : tables.looks.values)
+        write(writer, *look);
     writer.endArray();
     write(writer, stored.paragraph, tables);
     writer.endArray();

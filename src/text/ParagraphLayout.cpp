@@ -107,7 +107,8 @@ double ParagraphLayout::estimate(const QTextBlock& block) const
     for (QTextBlock cell = row.first;; cell = cell.next()) {
         const TableCellBlock& about = *cellOf(cell, m_styles);
         const qreal column = m_width * u / std::max(1, about.table.columns);
-        height = std::max(height, estimateText(cell, column) + about.padding[0] + about.padding[2]);
+        height = std::max(height, estimateText(cell, column) + about.look->padding[0] +
+                                      about.look->padding[2]);
         if (cell == row.last)
             return height;
     }
@@ -237,8 +238,8 @@ void ParagraphLayout::layOutRow(const QTextBlock& cell)
         const int span = std::clamp(about.columnSpan, 1, columns - column);
         const auto inset = [&](BoxEdge edge) {
             const auto i = std::size_t(edge);
-            return std::clamp(about.padding[i], 0.0, 100.0) * u +
-                   std::clamp(about.borderWidth[i], 0.0, 20.0) * u;
+            return std::clamp(about.look->padding[i], 0.0, 100.0) * u +
+                   std::clamp(about.look->borderWidth[i], 0.0, 20.0) * u;
         };
         ParagraphBox& box = boxFor(block);
         box.cell = QRectF(column * columnWidth, 0, span * columnWidth, 0);

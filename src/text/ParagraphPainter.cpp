@@ -73,10 +73,10 @@ void ParagraphPainter::paintBorders(const QTextBlock& block, const ParagraphBox&
     const QTextBlock under = m_layout.below(m_layout.rowStart(block));
     const bool hasRight = sameTable(block.next()) && continuesRow(block.next(), m_layout.m_styles);
     const auto width = [&](BoxEdge edge) {
-        return cell.borderWidth[std::size_t(edge)];
+        return cell.look->borderWidth[std::size_t(edge)];
     };
     const auto line = [&](BoxEdge edge, QRectF rect) {
-        const QColor color = cell.borderColor[std::size_t(edge)].toQColor();
+        const QColor color = cell.look->borderColor[std::size_t(edge)].toQColor();
         if (width(edge) <= 0 || color.alpha() == 0)
             return;
         const qreal thickness =
@@ -99,8 +99,8 @@ void ParagraphPainter::paintBehind(const QTextBlock& block)
 {
     const ParagraphStyle& style = *m_layout.m_styles.styleOf(block.blockFormat());
     const ParagraphBox& box = m_layout.box(block);
-    if (style.cell && style.cell->background)
-        fill(areaOf(box.cell), style.cell->background->toQColor());
+    if (style.cell && style.cell->look->background)
+        fill(areaOf(box.cell), style.cell->look->background->toQColor());
     if (style.background) {
         fill(areaOf(box.content), style.background->toQColor());
     }

@@ -14,14 +14,22 @@ std::size_t hashOf(const RgbaColor& color)
 
 std::size_t hashOf(const TableCellBlock& cell)
 {
-    std::size_t hash =
-        qHashMulti(1, cell.table.id, cell.row, cell.column, cell.rowSpan, cell.columnSpan,
-                   cell.widthPercent, cell.background ? hashOf(*cell.background) : 0);
-    hash = qHashRange(cell.padding.begin(), cell.padding.end(), hash);
-    return qHashRange(cell.borderWidth.begin(), cell.borderWidth.end(), hash);
+    return qHashMulti(1, cell.table.id, cell.row, cell.column, cell.rowSpan, cell.columnSpan,
+                      qHash(*cell.look));
 }
 
 } // namespace
+
+std::size_t qHash(const CellLook& look, std::size_t seed) noexcept
+{
+    std::size_t hash =
+        qHashMulti(seed, look.widthPercent, look.background ? hashOf(*look.background) : 0);
+    hash = qHashRange(look.padding.begin(), look.padding.end(), hash);
+    hash = qHashRange(look.borderWidth.begin(), look.borderWidth.end(), hash);
+    for (const RgbaColor& color : look.borderColor)
+        hash = qHashMulti(hash, hashOf(color));
+    return hash;
+}
 
 std::size_t qHash(const ParagraphStyle& style, std::size_t seed) noexcept
 {

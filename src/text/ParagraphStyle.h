@@ -60,18 +60,27 @@ enum class BoxEdge { top, right, bottom, left };
 template <typename T>
 using PerEdge = std::array<T, 4>;
 
-/// Makes the paragraph one cell of a table (a cell is one paragraph). Lengths are in points.
+/// How a cell looks; the cells of a table share few of these. Lengths are in points.
+struct CellLook {
+    double widthPercent = 0; ///< of the table's width; 0 shares what is left
+    PerEdge<double> padding{};
+    PerEdge<double> borderWidth{};
+    PerEdge<RgbaColor> borderColor{};
+    std::optional<RgbaColor> background = std::nullopt;
+
+    bool operator==(const CellLook&) const = default;
+};
+
+[[nodiscard]] std::size_t qHash(const CellLook& look, std::size_t seed = 0) noexcept;
+
+/// Makes the paragraph one cell of a table (a cell is one paragraph).
 struct TableCellBlock {
     TextTable table;
     int row = 0;
     int column = 0;
     int rowSpan = 1;
     int columnSpan = 1;
-    double widthPercent = 0; ///< of the table's width; 0 shares what is left
-    PerEdge<double> padding{};
-    PerEdge<double> borderWidth{};
-    PerEdge<RgbaColor> borderColor{};
-    std::optional<RgbaColor> background = std::nullopt;
+    SharedValue<CellLook> look{};
 
     bool operator==(const TableCellBlock&) const = default;
 };

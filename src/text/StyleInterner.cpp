@@ -21,4 +21,9 @@ qsizetype memoryCost(const ParagraphStyle& style)
            style.textLists.capacity() * qsizetype(sizeof(TextList));
 }
 
+qsizetype memoryCost(const CellLook&)
+{
+    return qsizetype(sizeof(CellLook)) + overhead;
+}
+
 } // namespace orvane

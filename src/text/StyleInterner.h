@@ -11,6 +11,7 @@ namespace orvane {
 /// Roughly the memory that one style takes, in bytes.
 [[nodiscard]] qsizetype memoryCost(const CharacterStyle& style);
 [[nodiscard]] qsizetype memoryCost(const ParagraphStyle& style);
+[[nodiscard]] qsizetype memoryCost(const CellLook& look);
 
 /// Shares one `SharedValue` among equal styles while a document is being read, and bounds the
 /// memory that bytes from outside can claim by naming many different styles.

@@ -173,7 +173,7 @@ QStringList describeCells(const AttributedString& text)
                      .arg(cell.column)
                      .arg(cell.rowSpan)
                      .arg(cell.columnSpan)
-                     .arg(std::lround(cell.widthPercent))
+                     .arg(std::lround(cell.look->widthPercent))
                      .arg(text.text().sliced(range.location, range.length));
     });
     return cells;
@@ -262,7 +262,9 @@ AttributedString withoutTheInexpressible(AttributedString text)
                 tables.append(kept.cell->table.id);
             kept.cell->table.id =
                 QUuid(uint(tables.indexOf(kept.cell->table.id)), 0, 0, 0, 0, 0, 0, 0, 0, 0, 0);
-            kept.cell->widthPercent = std::round(kept.cell->widthPercent);
+            CellLook look = *kept.cell->look;
+            look.widthPercent = std::round(look.widthPercent);
+            kept.cell->look = look;
         }
         style = kept;
     });

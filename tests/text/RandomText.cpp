@@ -159,12 +159,14 @@ void RandomText::appendTable(AttributedString& text)
             style.cell->table = table;
             style.cell->row = row;
             style.cell->column = column;
-            style.cell->widthPercent = 100.0 / table.columns;
-            style.cell->padding = {5, 6, 7, 8};
-            style.cell->borderWidth = {0.5, 1, 1.5, 0.5};
-            style.cell->borderColor = {color(), color(), color(), color()};
+            CellLook look;
+            look.widthPercent = 100.0 / table.columns;
+            look.padding = {5, 6, 7, 8};
+            look.borderWidth = {0.5, 1, 1.5, 0.5};
+            look.borderColor = {color(), color(), color(), color()};
             if (oneIn(3))
-                style.cell->background = color();
+                look.background = color();
+            style.cell->look = look;
             appendParagraph(text, style);
         }
     }

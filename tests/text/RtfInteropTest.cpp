@@ -128,11 +128,13 @@ TEST_F(WordProcessor, KeepsWhatWeWrite)
     for (int i = 0; i < 4; ++i) {
         ParagraphStyle cell;
         cell.cell = TableCellBlock{.table = table, .row = i / 2, .column = i % 2};
-        cell.cell->widthPercent = i % 2 ? 30 : 70;
-        cell.cell->padding = {3, 4, 5, 6};
-        cell.cell->borderWidth = {1, 1, 1, 1};
-        cell.cell->borderColor.fill(*rgbaFromHex(u"#0000FF"));
-        cell.cell->background = i < 2 ? rgbaFromHex(u"#CCE0FF") : std::nullopt;
+        CellLook look;
+        look.widthPercent = i % 2 ? 30 : 70;
+        look.padding = {3, 4, 5, 6};
+        look.borderWidth = {1, 1, 1, 1};
+        look.borderColor.fill(*rgbaFromHex(u"#0000FF"));
+        look.background = i < 2 ? rgbaFromHex(u"#CCE0FF") : std::nullopt;
+        cell.cell->look = look;
         text.append(u"cell %1\n"_s.arg(i), base, cell);
     }
     QImage green(20, 10, QImage::Format_RGB32);
@@ -161,7 +163,9 @@ TEST_F(WordProcessor, KeepsWhatWeWrite)
         ASSERT_TRUE(after && after->cell) << i;
         TableCellBlock cell = *after->cell;
         cell.table = table;
-        cell.widthPercent = std::round(cell.widthPercent);
+        CellLook look = *cell.look;
+        look.widthPercent = std::round(look.widthPercent);
+        cell.look = look;
         EXPECT_TRUE(cell == *before->cell) << i;
     }
     const CharacterStyle* image = styleOf(back, QString(QChar(objectCharacter)));

@@ -21,7 +21,9 @@ AttributedString withoutIdentities(AttributedString text)
             tables.append(style.cell->table.id);
         style.cell->table.id =
             QUuid(uint(tables.indexOf(style.cell->table.id)), 0, 0, 0, 0, 0, 0, 0, 0, 0, 0);
-        style.cell->widthPercent = std::round(style.cell->widthPercent);
+        CellLook look = *style.cell->look;
+        look.widthPercent = std::round(look.widthPercent);
+        style.cell->look = look;
     });
     text.modifyCharacterStyles(text.fullRange(), [&](CharacterStyle& style) {
         if (const auto* image = style.imageAttachment()) {
@@ -212,7 +214,7 @@ QStringList describeCells(const AttributedString& text)
                      .arg(cell.column)
                      .arg(cell.rowSpan)
                      .arg(cell.columnSpan)
-                     .arg(std::lround(cell.widthPercent))
+                     .arg(std::lround(cell.look->widthPercent))
                      .arg(text.text().sliced(range.location, range.length));
     });
     return cells;
@@ -270,7 +272,7 @@ TEST(Rtf, KeepsMergedCells)
         style.cell = TableCellBlock{.table = table, .row = row, .column = column};
         style.cell->rowSpan = rows;
         style.cell->columnSpan = columns;
-        style.cell->widthPercent = columns == 1 ? 33 : 67;
+        style.cell->look = CellLook{.widthPercent = columns == 1 ? 33.0 : 67.0};
         text.append(words, {}, style);
     };
     cell(0, 0, 2, 2, u"big\n");

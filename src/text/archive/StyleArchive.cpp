@@ -51,11 +51,6 @@ constexpr LengthRow paragraphLengths[] = {
     {14, &ParagraphStyle::hyphenationFactor},
 };
 
-CellLook lookOf(const TableCellBlock& cell)
-{
-    return {cell.widthPercent, cell.padding, cell.borderWidth, cell.borderColor, cell.background};
-}
-
 void writeFloat(QCborStreamWriter& writer, double value)
 {
     writer.append(std::isfinite(value) ? value : 0.0);
@@ -142,7 +137,7 @@ void write(QCborStreamWriter& writer, const TableCellBlock& cell, ArchiveTables&
 {
     writer.startArray(6);
     writer.append(quint64(tables.tables.indexOf(cell.table)));
-    writer.append(quint64(tables.looks.indexOf(lookOf(cell))));
+    writer.append(quint64(tables.looks.indexOf(cell.look)));
     for (const int number : {cell.row, cell.column})
         writer.append(quint64(std::max(0, number)));
     for (const int span : {cell.rowSpan, cell.columnSpan})
@@ -155,16 +150,11 @@ TableCellBlock readCell(CborCursor& cursor, const ArchiveTables& tables)
     TableCellBlock cell;
     cursor.enterArray(6);
     cell.table = readIndexed(cursor, tables.tables.values);
-    const CellLook look = readIndexed(cursor, tables.looks.values);
+    cell.look = readIndexed(cursor, tables.looks.values);
     for (int* number : {&cell.row, &cell.column, &cell.rowSpan, &cell.columnSpan})
         *number = int(cursor.readUnsigned(mostCells));
     cursor.require(cell.rowSpan > 0 && cell.columnSpan > 0);
     cursor.leave();
-    cell.widthPercent = look.widthPercent;
-    cell.padding = look.padding;
-    cell.borderWidth = look.borderWidth;
-    cell.borderColor = look.borderColor;
-    cell.background = look.background;
     return cell;
 }
 
@@ -234,20 +224,6 @@ bool readTrue(CborCursor& cursor)
 
 } // namespace
 
-std::size_t qHash(const CellLook& look, std::size_t seed) noexcept
-{
-    std::size_t hash = qHashMulti(seed, look.widthPercent, look.background.has_value());
-    hash = qHashRange(look.padding.begin(), look.padding.end(), hash);
-    hash = qHashRange(look.borderWidth.begin(), look.borderWidth.end(), hash);
-    for (const RgbaColor& color : look.borderColor)
-        hash = qHashMulti(hash, color.red, color.green, color.blue, color.alpha);
-    if (look.background) {
-        hash = qHashMulti(hash, look.background->red, look.background->green, look.background->blue,
-                          look.background->alpha);
-    }
-    return hash;
-}
-
 std::size_t qHash(const TextTable& table, std::size_t seed) noexcept
 {
     return qHash(table.id, seed);
@@ -267,7 +243,7 @@ void collect(const ParagraphStyle& style, ArchiveTables& tables)
     if (!style.cell)
         return;
     (void)tables.tables.indexOf(style.cell->table);
-    (void)tables.looks.indexOf(lookOf(*style.cell));
+    (void)tables.looks.indexOf(style.cell->look);
 }
 
 void write(QCborStreamWriter& writer, const CharacterStyle& style, ArchiveTables& tables)

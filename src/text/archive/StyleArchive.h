@@ -11,17 +11,6 @@
 
 namespace orvane {
 
-/// What the cells of a table have in common, stored once: all of a cell block but its place.
-struct CellLook {
-    double widthPercent = 0;
-    PerEdge<double> padding{};
-    PerEdge<double> borderWidth{};
-    PerEdge<RgbaColor> borderColor{};
-    std::optional<RgbaColor> background;
-
-    bool operator==(const CellLook&) const = default;
-};
-
 /// Gives each different value an index, in the order of their coming.
 template <typename Value>
 class IndexTable {
@@ -44,13 +33,12 @@ private:
     QMultiHash<std::size_t, qsizetype> m_known;
 };
 
-[[nodiscard]] std::size_t qHash(const CellLook& look, std::size_t seed = 0) noexcept;
 [[nodiscard]] std::size_t qHash(const TextTable& table, std::size_t seed = 0) noexcept;
 
 /// The tables beside the styles that these refer to by index.
 struct ArchiveTables {
     IndexTable<TextTable> tables;
-    IndexTable<CellLook> looks;
+    IndexTable<SharedValue<CellLook>> looks;
     QList<SharedValue<TextAttachment>> attachments;
     QHash<const void*, qsizetype> attachmentIndex;
 };

@@ -76,7 +76,7 @@ QList<Value> readAll(CborCursor& cursor, Read&& read)
 template <typename Style, typename Read>
 QList<SharedValue<Style>> readStyles(CborCursor& cursor, qsizetype archiveSize, Read&& read)
 {
-    StyleInterner<Style> interner(8'000'000 + 32 * archiveSize);
+    StyleInterner<Style> interner(8'000'000 + 48 * archiveSize);
     const SharedValue<Style> none;
     return readAll<SharedValue<Style>>(cursor, [&]() -> SharedValue<Style> {
         const Style style = read();
@@ -132,7 +132,10 @@ QByteArray encode(const AttributedString& text)
     writeStyles(writer, characters, tables);
     writeRuns(writer, text.characterRuns(), characters);
     writeAll(writer, tables.tables.values);
-    writeAll(writer, tables.looks.values);
+    writer.startArray(quint64(tables.looks.values.size()));
+    for (const auto& look : tables.looks.values)
+        write(writer, *look);
+    writer.endArray();
     writeStyles(writer, paragraphs, tables);
     writeRuns(writer, text.paragraphRuns(), paragraphs);
     writer.endArray();
@@ -158,7 +161,8 @@ std::expected<AttributedString, Error> decode(const QByteArray& archive)
         cursor, archive.size(), [&] { return readCharacterStyle(cursor, tables); });
     auto characters = readRuns(cursor, characterStyles, text.size());
     tables.tables.values = readAll<TextTable>(cursor, [&] { return readTable(cursor); });
-    tables.looks.values = readAll<CellLook>(cursor, [&] { return readCellLook(cursor); });
+    tables.looks.values =
+        readAll<SharedValue<CellLook>>(cursor, [&] { return readCellLook(cursor); });
     const auto paragraphStyles = readStyles<ParagraphStyle>(
         cursor, archive.size(), [&] { return readParagraphStyle(cursor, tables); });
     auto paragraphs = readRuns(cursor, paragraphStyles, text.size() + 1);

@@ -144,7 +144,7 @@ void HtmlParagraphs::endTable()
 {
     endBlock();
     if (const auto table = std::exchange(m_table, nullptr))
-        table->appendTo(m_text, m_styles);
+        table->appendTo(m_text, m_styles, m_looks);
 }
 
 AttributedString HtmlParagraphs::finish()

@@ -14,7 +14,8 @@ namespace orvane {
 class HtmlParagraphs {
 public:
     explicit HtmlParagraphs(qsizetype inputSize)
-        : m_styles(4'000'000 + 16 * inputSize)
+        : m_styles(4'000'000 + 40 * inputSize)
+        , m_looks(1'000'000 + 8 * inputSize)
     {}
 
     [[nodiscard]] SharedParagraphStyle shared(const ParagraphStyle& style)
@@ -58,6 +59,7 @@ private:
     int m_markerLevel = 0;
     std::unique_ptr<HtmlTable> m_table;
     StyleInterner<ParagraphStyle> m_styles;
+    StyleInterner<CellLook> m_looks;
 };
 
 } // namespace orvane

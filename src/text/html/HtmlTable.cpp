@@ -186,29 +186,25 @@ QList<double> HtmlTable::columnPercents() const
     return percents;
 }
 
-TableCellBlock HtmlTable::block(const Cell& cell, const QList<double>& percents) const
+CellLook HtmlTable::cellLook(const Cell& cell, const QList<double>& percents) const
 {
     static const Look plain;
-    const Look& look = cell.look ? *cell.look : plain;
-    TableCellBlock block;
-    block.table = m_table;
-    block.row = cell.row;
-    block.column = cell.column;
-    block.rowSpan = std::min(cell.rowSpan, m_row + 1 - cell.row);
-    block.columnSpan = cell.columnSpan;
+    const Look& own = cell.look ? *cell.look : plain;
+    CellLook look;
     const auto first = percents.begin() + cell.column;
-    block.widthPercent = std::reduce(first, first + cell.columnSpan);
+    look.widthPercent = std::reduce(first, first + cell.columnSpan);
     for (std::size_t edge = 0; edge < 4; ++edge) {
-        block.padding[edge] = look.padding[edge].value_or(*m_look.padding[edge]);
-        block.borderWidth[edge] = look.border[edge].value_or(m_look.border[edge].value_or(0));
-        block.borderColor[edge] =
-            look.borderColor[edge].value_or(m_look.borderColor[edge].value_or(RgbaColor{}));
+        look.padding[edge] = own.padding[edge].value_or(*m_look.padding[edge]);
+        look.borderWidth[edge] = own.border[edge].value_or(m_look.border[edge].value_or(0));
+        look.borderColor[edge] =
+            own.borderColor[edge].value_or(m_look.borderColor[edge].value_or(RgbaColor{}));
     }
-    block.background = look.background ? look.background : m_look.background;
-    return block;
+    look.background = own.background ? own.background : m_look.background;
+    return look;
 }
 
-void HtmlTable::appendTo(AttributedString& text, StyleInterner<ParagraphStyle>& styles)
+void HtmlTable::appendTo(AttributedString& text, StyleInterner<ParagraphStyle>& styles,
+                         StyleInterner<CellLook>& looks)
 {
     endCell({});
     if (m_cells.isEmpty())
@@ -217,7 +213,10 @@ void HtmlTable::appendTo(AttributedString& text, StyleInterner<ParagraphStyle>& 
     qsizetype from = 0;
     for (const Cell& cell : m_cells) {
         ParagraphStyle paragraph = *cell.paragraph;
-        paragraph.cell = block(cell, percents);
+        paragraph.cell = TableCellBlock{.table = m_table, .row = cell.row, .column = cell.column};
+        paragraph.cell->rowSpan = std::min(cell.rowSpan, m_row + 1 - cell.row);
+        paragraph.cell->columnSpan = cell.columnSpan;
+        paragraph.cell->look = looks.intern(cellLook(cell, percents), {});
         const SharedParagraphStyle style = styles.intern(paragraph, {});
         m_contents.forEachCharacterRun(
             TextRange::between(from, cell.end), [&](TextRange run, const auto& characters) {

@@ -24,7 +24,8 @@ public:
     void endCell(const SharedCharacterStyle& style);
     [[nodiscard]] bool isCellOpen() const { return m_isCellOpen; }
 
-    void appendTo(AttributedString& text, StyleInterner<ParagraphStyle>& styles);
+    void appendTo(AttributedString& text, StyleInterner<ParagraphStyle>& styles,
+                  StyleInterner<CellLook>& looks);
 
 private:
     /// What a cell has of its own.
@@ -52,7 +53,7 @@ private:
     static void readBorder(Look& look, QStringView name, const QString& value);
     static void readPadding(Look& look, QStringView name, const QString& value);
     [[nodiscard]] QList<double> columnPercents() const;
-    [[nodiscard]] TableCellBlock block(const Cell& cell, const QList<double>& percents) const;
+    [[nodiscard]] CellLook cellLook(const Cell& cell, const QList<double>& percents) const;
 
     TextTable m_table;
     Look m_look;

@@ -112,17 +112,17 @@ QByteArray cellAttributes(const TableCellBlock& cell)
     if (cell.columnSpan > 1)
         text += " colspan=\"" + QByteArray::number(cell.columnSpan) + '"';
     text += " style=\"vertical-align:top;";
-    if (cell.widthPercent > 0)
-        text += "width:" + number(cell.widthPercent) + "%;";
+    if (cell.look->widthPercent > 0)
+        text += "width:" + number(cell.look->widthPercent) + "%;";
     for (std::size_t i = 0; i < edges.size(); ++i) {
-        text += QByteArray("padding-") + edges[i] + ':' + number(cell.padding[i]) + "pt;";
-        if (cell.borderWidth[i] > 0) {
-            text += QByteArray("border-") + edges[i] + ':' + number(cell.borderWidth[i]) +
-                    "pt solid " + css(cell.borderColor[i]) + ';';
+        text += QByteArray("padding-") + edges[i] + ':' + number(cell.look->padding[i]) + "pt;";
+        if (cell.look->borderWidth[i] > 0) {
+            text += QByteArray("border-") + edges[i] + ':' + number(cell.look->borderWidth[i]) +
+                    "pt solid " + css(cell.look->borderColor[i]) + ';';
         }
     }
-    if (cell.background)
-        text += "background-color:" + css(*cell.background) + ';';
+    if (cell.look->background)
+        text += "background-color:" + css(*cell.look->background) + ';';
     return text + '"';
 }
 

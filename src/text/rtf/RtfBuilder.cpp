@@ -30,6 +30,7 @@ void appendRuns(AttributedString& target, const AttributedString& source, TextRa
 
 RtfBuilder::RtfBuilder(qsizetype inputSize, std::function<QUuid()> newTableId)
     : m_paragraphStyles(4'000'000 + 16 * inputSize)
+    , m_cellLooks(1'000'000 + 8 * inputSize)
     , m_newTableId(std::move(newTableId))
 {}
 
@@ -137,7 +138,7 @@ QList<RtfBuilder::PlacedCell> RtfBuilder::placeCells(const QList<int>& edges) co
 }
 
 TableCellBlock RtfBuilder::cellBlock(const PlacedCell& cell, const TextTable& table,
-                                     const QList<int>& edges) const
+                                     const QList<int>& edges)
 {
     TableCellBlock block;
     block.table = table;
@@ -145,24 +146,31 @@ TableCellBlock RtfBuilder::cellBlock(const PlacedCell& cell, const TextTable& ta
     block.column = cell.column;
     block.rowSpan = cell.rowSpan;
     block.columnSpan = cell.columnSpan;
+    block.look = m_cellLooks.intern(cellLook(cell, edges), {});
+    return block;
+}
+
+CellLook RtfBuilder::cellLook(const PlacedCell& cell, const QList<int>& edges)
+{
+    CellLook look;
     const qsizetype right = cell.column + cell.columnSpan;
     if (right < edges.size() && edges.last() > edges.first()) {
-        block.widthPercent =
+        look.widthPercent =
             100.0 * (edges[right] - edges[cell.column]) / (edges.last() - edges.first());
     }
-    const RtfCellDefinition& look = *cell.definition;
+    const RtfCellDefinition& source = *cell.definition;
     for (std::size_t edge = 0; edge < 4; ++edge) {
         const int padding =
-            look.padding[edge] >= 0 ? look.padding[edge] : cell.rowDefinition->padding[edge];
-        block.padding[edge] = padding / twipsPerPoint;
-        block.borderWidth[edge] = look.borderWidth[edge] / twipsPerPoint;
-        if (qAlpha(look.borderColor[edge]) != 0)
-            block.borderColor[edge] =
-                RgbaColor::fromQColor(QColor::fromRgba(look.borderColor[edge]));
+            source.padding[edge] >= 0 ? source.padding[edge] : cell.rowDefinition->padding[edge];
+        look.padding[edge] = padding / twipsPerPoint;
+        look.borderWidth[edge] = source.borderWidth[edge] / twipsPerPoint;
+        if (qAlpha(source.borderColor[edge]) != 0)
+            look.borderColor[edge] =
+                RgbaColor::fromQColor(QColor::fromRgba(source.borderColor[edge]));
     }
-    if (qAlpha(look.background) != 0)
-        block.background = RgbaColor::fromQColor(QColor::fromRgba(look.background));
-    return block;
+    if (qAlpha(source.background) != 0)
+        look.background = RgbaColor::fromQColor(QColor::fromRgba(source.background));
+    return look;
 }
 
 void RtfBuilder::flushTable()

@@ -54,7 +54,8 @@ private:
     [[nodiscard]] QList<int> columnEdges() const;
     [[nodiscard]] QList<PlacedCell> placeCells(const QList<int>& edges) const;
     [[nodiscard]] TableCellBlock cellBlock(const PlacedCell& cell, const TextTable& table,
-                                           const QList<int>& edges) const;
+                                           const QList<int>& edges);
+    [[nodiscard]] static CellLook cellLook(const PlacedCell& cell, const QList<int>& edges);
     void flushTable();
 
     AttributedString m_text;
@@ -63,6 +64,7 @@ private:
     QList<Cell> m_pendingCells;
     QList<Row> m_pendingRows;
     StyleInterner<ParagraphStyle> m_paragraphStyles;
+    StyleInterner<CellLook> m_cellLooks;
     std::function<QUuid()> m_newTableId;
 };
 

@@ -27,8 +27,8 @@ QList<int> columnEdges(const QList<TableCellBlock>& cells)
 {
     QList<double> widths(columnCount(cells), 0);
     for (const TableCellBlock& cell : cells) {
-        if (cell.columnSpan == 1 && cell.column < widths.size() && cell.widthPercent > 0)
-            widths[cell.column] = cell.widthPercent;
+        if (cell.columnSpan == 1 && cell.column < widths.size() && cell.look->widthPercent > 0)
+            widths[cell.column] = cell.look->widthPercent;
     }
     const double taken = std::reduce(widths.begin(), widths.end());
     const auto open = std::count(widths.begin(), widths.end(), 0.0);
@@ -144,18 +144,18 @@ void RtfWriter::appendCellDefinition(const TableCellBlock& cell, int rightEdge, 
         "\\clpadfl3\\clpadl", "\\clpadfr3\\clpadr", "\\clpadfb3\\clpadb", "\\clpadft3\\clpadt"};
     for (std::size_t edge = 0; edge < 4; ++edge) {
         const int width =
-            std::clamp(int(std::lround(cell.borderWidth[edge] * twipsPerPoint)), 0, 255);
+            std::clamp(int(std::lround(cell.look->borderWidth[edge] * twipsPerPoint)), 0, 255);
         if (width > 0) {
             m_body.append(borders[edge]);
             appendRtfWord(m_body, "\\brdrs\\brdrw", width);
-            appendRtfWord(m_body, "\\brdrcf", m_palette.color(cell.borderColor[edge]));
+            appendRtfWord(m_body, "\\brdrcf", m_palette.color(cell.look->borderColor[edge]));
         }
         const int padding =
-            std::clamp(int(std::lround(cell.padding[edge] * twipsPerPoint)), 0, 1440);
+            std::clamp(int(std::lround(cell.look->padding[edge] * twipsPerPoint)), 0, 1440);
         appendRtfWord(m_body, paddings[edge], padding);
     }
-    if (cell.background && cell.background->alpha > 0)
-        appendRtfWord(m_body, "\\clcbpat", m_palette.color(*cell.background));
+    if (cell.look->background && cell.look->background->alpha > 0)
+        appendRtfWord(m_body, "\\clcbpat", m_palette.color(*cell.look->background));
     appendRtfWord(m_body, "\\cellx", rightEdge);
 }
 
