@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "shell/desktop/SingleInstance.h"
+
+#include <QCborMap>
+#include <QCborValue>
+#include <QFile>
+#include <QLocalSocket>
+#include <QTemporaryDir>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <thread>
+
+namespace orvane {
+namespace {
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using Role = SingleInstance::Role;
+
+TEST(OpenRequest, ArgumentsBecomeLinksAndFiles)
+{
+    const OpenRequest request = openRequestFor(
+        {u"orvaneworkspace://note/0F"_s, u"ORVANENOTES://pdf/1?page=2"_s, u"notes/../a b.md"_s,
+         u"/home/x/ö.txt"_s, u"file:///home/x/with%20blank.rtf"_s, u"https://example.org"_s, u""_s},
+        u"/work"_s);
+    EXPECT_EQ(request.links,
+              QStringList({u"orvaneworkspace://note/0F"_s, u"ORVANENOTES://pdf/1?page=2"_s}));
+    EXPECT_EQ(request.files,
+              QStringList({u"/work/a b.md"_s, u"/home/x/ö.txt"_s, u"/home/x/with blank.rtf"_s}));
+    EXPECT_TRUE(openRequestFor({}, u"/"_s).isEmpty());
+}
+
+TEST(OpenRequest, OnlyWholeMessagesAreTaken)
+{
+    const OpenRequest request{{u"orvaneworkspace://note/1"_s}, {u"/a/b"_s}, u"token"_s};
+    const QByteArray message = encoded(request);
+    EXPECT_EQ(decodedOpenRequest(message), request);
+    for (qsizetype length = 0; length < message.size(); ++length)
+        EXPECT_EQ(decodedOpenRequest(message.first(length)), std::nullopt) << length;
+
+    const auto changed = [&](const QString& key, const QCborValue& value) {
+        QCborMap map = QCborValue::fromCbor(message).toMap();
+        map[key] = value;
+        return decodedOpenRequest(map.toCborValue().toCbor());
+    };
+    EXPECT_EQ(changed(u"version"_s, 2), std::nullopt);
+    EXPECT_EQ(changed(u"links"_s, u"orvaneworkspace://note/1"_s), std::nullopt);
+    EXPECT_EQ(changed(u"links"_s, QCborArray{u"https://example.org"_s}), std::nullopt);
+    EXPECT_EQ(changed(u"files"_s, QCborArray{u"relative"_s}), std::nullopt);
+    EXPECT_EQ(changed(u"files"_s, QCborArray{1}), std::nullopt);
+    EXPECT_EQ(changed(u"activationToken"_s, QCborValue()), std::nullopt);
+    EXPECT_EQ(decodedOpenRequest(QByteArray(longestOpenRequest + 1, '\0')), std::nullopt);
+}
+
+/// A further start, in a thread of its own so that the first can answer.
+Role claimElsewhere(const QString& folder, const OpenRequest& request,
+                    std::chrono::milliseconds patience)
+{
+    std::atomic<bool> done = false;
+    Role role{};
+    std::thread thread([&] {
+        SingleInstance further(folder);
+        role = further.claim(request, patience);
+        done = true;
+    });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return done.load(); }, 10'000));
+    thread.join();
+    return role;
+}
+
+TEST(SingleInstance, FurtherStartsHandOverWhatTheyWereAskedToOpen)
+{
+    QTemporaryDir folder;
+    QList<OpenRequest> taken;
+    OpenRequest many{{u"orvaneworkspace://note/1"_s}, {}, u"token"_s};
+    for (int i = 0; i < 5000; ++i)
+        many.files.append(u"/home/x/a long name of a file, number %1.md"_s.arg(i));
+    {
+        SingleInstance first(folder.path());
+        QObject::connect(&first, &SingleInstance::requested,
+                         [&](const OpenRequest& request) { taken.append(request); });
+        ASSERT_EQ(first.claim({}), Role::First);
+        EXPECT_EQ(claimElsewhere(folder.path(), many, 5s), Role::HandedOver);
+        EXPECT_EQ(claimElsewhere(folder.path(), {}, 5s), Role::HandedOver);
+        EXPECT_EQ(taken, QList<OpenRequest>({many, {}}));
+
+        // Whatever else comes through the socket is dropped, and the program goes on.
+        for (const QByteArray& noise : {"\xff\xff\xff\xff"_ba, QByteArray("\0\0\0\5hello", 9)}) {
+            QLocalSocket stranger;
+            stranger.connectToServer(folder.filePath(u"orvaneworkspace.socket"_s));
+            ASSERT_TRUE(stranger.waitForConnected());
+            stranger.write(noise);
+            EXPECT_TRUE(QTest::qWaitFor(
+                [&] { return stranger.state() == QLocalSocket::UnconnectedState; }));
+        }
+        EXPECT_EQ(taken.size(), 2);
+    }
+    SingleInstance next(folder.path());
+    EXPECT_EQ(next.claim({}), Role::First) << "after the first has ended";
+}
+
+TEST(SingleInstance, AProgramThatHangsIsToldFromOneThatDied)
+{
+    QTemporaryDir folder;
+    QLockFile hanging(folder.filePath(u"orvaneworkspace.lock"_s));
+    hanging.setStaleLockTime(0);
+    ASSERT_TRUE(hanging.tryLock());
+    SingleInstance further(folder.path());
+    EXPECT_EQ(further.claim({}, 200ms), Role::NotAnswering);
+    hanging.unlock();
+
+    QFile lock(folder.filePath(u"orvaneworkspace.lock"_s));
+    ASSERT_TRUE(lock.open(QFile::WriteOnly));
+    lock.write("999999999\norvaneworkspace\n" + QSysInfo::machineHostName().toUtf8() + "\n");
+    lock.close();
+    QFile socket(folder.filePath(u"orvaneworkspace.socket"_s));
+    ASSERT_TRUE(socket.open(QFile::WriteOnly));
+    socket.close();
+    EXPECT_EQ(further.claim({}, 200ms), Role::First) << "what a crash left is swept away";
+    EXPECT_EQ(claimElsewhere(folder.path(), {}, 5s), Role::HandedOver);
+}
+
+} // namespace
+} // namespace orvane
