@@ -136,6 +136,20 @@ TEST(TextArchive, AnUnreadableChartBecomesTheDefaultOneAndStaysIt)
     EXPECT_TRUE(TextArchive::decode(TextArchive::encode(*decoded)) == *decoded);
 }
 
+// The bound on memory must never refuse what was written by us.
+TEST(TextArchive, GivesBackAHugeTableOfEmptyCells)
+{
+    AttributedString text;
+    ParagraphStyle style;
+    for (int i = 0; i < 60'000; ++i) {
+        style.cell = TableCellBlock{.table = {QUuid(), 20}, .row = i / 20, .column = i % 20};
+        text.append(u"\n", {}, style);
+    }
+    const auto decoded = TextArchive::decode(TextArchive::encode(text));
+    ASSERT_TRUE(decoded.has_value());
+    EXPECT_TRUE(*decoded == text);
+}
+
 TEST(TextArchive, RefusesEveryCutAndWhatFollows)
 {
     RandomText random(7);
