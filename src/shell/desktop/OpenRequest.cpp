@@ -73,11 +73,15 @@ std::optional<OpenRequest> decodedOpenRequest(const QByteArray& message)
     if (message.size() > longestOpenRequest)
         return std::nullopt;
     QCborParserError error;
-    const QCborMap map = QCborValue::fromCbor(message, &error).toMap();
+    const QCborValue value = QCborValue::fromCbor(message, &error);
+    // What is left of a map that was cut short must not be looked into.
+    if (error.error != QCborError::NoError || !value.isMap())
+        return std::nullopt;
+    const QCborMap map = value.toMap();
     const auto links = textsFrom(map.value(u"links"_s));
     const auto files = textsFrom(map.value(u"files"_s));
-    if (error.error != QCborError::NoError || map.value(u"version"_s) != messageVersion || !links ||
-        !files || !map.value(u"activationToken"_s).isString())
+    if (map.value(u"version"_s) != messageVersion || !links || !files ||
+        !map.value(u"activationToken"_s).isString())
         return std::nullopt;
     OpenRequest request{*links, *files, map.value(u"activationToken"_s).toString()};
     const bool sound = std::all_of(request.links.begin(), request.links.end(), isOwnLink) &&
