@@ -251,6 +251,11 @@ void PersistenceController::Private::close()
     check.reset();
     if (!store.connection)
         return;
+    if (!pending.isEmpty()) {
+        if (const auto saved = flush(); !saved)
+            qCritical("Changes could not be saved before closing: %ls",
+                      qUtf16Printable(saved.error().text()));
+    }
     store.bytes->detach();
     store.layout = LayoutStore();
     if (!readOnly) {

@@ -30,8 +30,8 @@ struct StoreSchema;
 /// somebody still holds it.
 ///
 /// Only one controller can have a project open; drop the old one before the same project is opened
-/// again. Destroying it folds the journal into the store, so that a project at rest is one file.
-/// Main thread.
+/// again. Destroying it tries once more what could not be saved, and folds the journal into the
+/// store, so that a project at rest is one file. Main thread.
 class PersistenceController {
 public:
     struct Options {

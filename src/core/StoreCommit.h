@@ -22,6 +22,10 @@ public:
     void put(const Shared<FolderRecord>& folder);
     void put(const BinderLayoutSnapshot& layout);
     void clear() { *this = {}; }
+    [[nodiscard]] bool isEmpty() const
+    {
+        return !m_snapshot && !m_layout && m_notes.isEmpty() && m_folders.isEmpty();
+    }
 
     [[nodiscard]] const std::optional<NotebookSnapshot>& snapshot() const { return m_snapshot; }
     [[nodiscard]] const QHash<QUuid, Shared<NoteRecord>>& notes() const { return m_notes; }

@@ -151,9 +151,13 @@ TEST_F(StoreFixture, ASaveThatFailsGoesOutWithTheNext)
         EXPECT_FALSE(controller->saveLayout({{}, {}, {idOf(9)}}));
     }
     ASSERT_TRUE(controller->saveNote(first));
-    controller.reset();
+    {
+        const FullDisk full(QFileInfo(journal()).size());
+        EXPECT_FALSE(controller->saveNote(makeNote(3, idOf(9))));
+    }
+    controller.reset(); // with the last attempt
     const NotebookSnapshot loaded = open()->load();
-    EXPECT_EQ(loaded.notes.size(), 2);
+    EXPECT_EQ(loaded.notes.size(), 3);
     EXPECT_EQ(loaded.binderLayout->expandedFolderIDs, QList{idOf(9)});
 }
 
