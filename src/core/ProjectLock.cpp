@@ -52,15 +52,26 @@ QByteArray machineId()
 QByteArray contents(Timestamp now)
 {
     const QStringList lines{QString::number(QCoreApplication::applicationPid()),
-                            QCoreApplication::applicationName(), QSysInfo::machineHostName(),
-                            QString::fromUtf8(machineId()), toIso8601(now)};
+                            QCoreApplication::applicationName(),
+                            QSysInfo::machineHostName(),
+                            QString::fromUtf8(machineId()),
+                            toIso8601(now),
+                            QString::fromUtf8(QSysInfo::bootUniqueId())};
     return lines.join(u'\n').toUtf8() + '\n';
 }
 
 struct Contents {
     LockHolder holder;
     QByteArray machine;
+    QByteArray boot;
 };
+
+// A system under the same kernel (a container) counts as this machine: the locks are the same.
+bool isFromElsewhere(const Contents& contents)
+{
+    const QByteArray boot = QSysInfo::bootUniqueId();
+    return contents.machine != machineId() && (boot.isEmpty() || contents.boot != boot);
+}
 
 std::optional<Contents> readContents(int descriptor)
 {
@@ -76,7 +87,8 @@ std::optional<Contents> readContents(int descriptor)
         return std::nullopt;
     return Contents{{process, QString::fromUtf8(lines.at(1)), QString::fromUtf8(lines.at(2)),
                      fromIso8601(QString::fromUtf8(lines.at(4))).value_or(Timestamp())},
-                    lines.at(3)};
+                    lines.at(3),
+                    lines.value(5)};
 }
 
 ProjectLock::Problem problemOf(int error)
@@ -155,7 +167,7 @@ std::expected<ProjectLock, ProjectLock::Failure> ProjectLock::take(const QString
         const bool locked = ::flock(file.number(), LOCK_EX | LOCK_NB) == 0;
         const int lockError = errno;
         const auto before = readContents(file.number());
-        const bool elsewhere = before && before->machine != machineId();
+        const bool elsewhere = before && isFromElsewhere(*before);
         if ((!locked && lockError == EWOULDBLOCK) || elsewhere)
             return std::unexpected(Failure{Problem::Held, name, u"the project is open elsewhere"_s,
                                            before ? std::optional(before->holder) : std::nullopt});

@@ -5,7 +5,7 @@
 #include "core/StoreReader.h"
 #include "core/StoreStatement.h"
 
-#include <QObject>
+#include <QCoreApplication>
 
 #include <sqlite3.h>
 #include <stop_token>
@@ -87,8 +87,8 @@ StoreCheckResult check(const QString& path, std::stop_token stop)
 } // namespace
 
 struct StoreCheck::Private {
-    /// Lives on the thread that wants the result; what is posted to it is dropped with it.
-    QObject receiver;
+    /// Cleared on the thread that wants the result, which alone looks at it.
+    std::shared_ptr<bool> isWanted = std::make_shared<bool>(true);
     std::jthread thread;
 };
 
@@ -96,13 +96,22 @@ StoreCheck::StoreCheck(const QString& storePath, Done done)
     : m_private(std::make_unique<Private>())
 {
     m_private->thread = std::jthread(
-        [receiver = &m_private->receiver, storePath, done = std::move(done)](std::stop_token stop) {
+        [isWanted = m_private->isWanted, storePath, done = std::move(done)](std::stop_token stop) {
             const StoreCheckResult result = check(storePath, stop);
+            // Through the application, so that the one who is told may destroy this object.
             QMetaObject::invokeMethod(
-                receiver, [done, result] { done(result); }, Qt::QueuedConnection);
+                QCoreApplication::instance(),
+                [isWanted, done, result] {
+                    if (*isWanted)
+                        done(result);
+                },
+                Qt::QueuedConnection);
         });
 }
 
-StoreCheck::~StoreCheck() = default;
+StoreCheck::~StoreCheck()
+{
+    *m_private->isWanted = false;
+}
 
 } // namespace orvane

@@ -26,8 +26,8 @@ class StoreCheck {
 public:
     using Done = std::function<void(const StoreCheckResult&)>;
 
-    /// `done` is called once on the thread that made the check, from its event loop, unless the
-    /// check is destroyed before.
+    /// `done` is called once on the main thread, from its event loop, unless the check is destroyed
+    /// before; it may destroy the check. Make it on the main thread.
     StoreCheck(const QString& storePath, Done done);
     ~StoreCheck();
     StoreCheck(const StoreCheck&) = delete;

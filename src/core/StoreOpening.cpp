@@ -88,7 +88,12 @@ Result<int> schemaInHeader(const QString& path, const StoreSchema& schema)
         return failed(
             StoreOpenError::Code::NewerSchema, path,
             u"its schema is %1, this program knows %2"_s.arg(version).arg(schema.version));
-    if (version <= 0 || header.at(journalModeOffset) != 2 || header.at(journalModeOffset + 1) != 2)
+    // 1 is what other programs leave that rewrite a database, to mend it or to copy it.
+    const auto isMode = [](char mode) {
+        return mode == 1 || mode == 2;
+    };
+    if (version <= 0 || !isMode(header.at(journalModeOffset)) ||
+        !isMode(header.at(journalModeOffset + 1)))
         return std::unexpected(damage(u"the store's header is damaged"_s));
     return version;
 }
@@ -213,6 +218,13 @@ Result<OpenedStore> openStore(const QString& path, const StoreSchema& schema, St
         return std::unexpected(migrated.error());
     if (auto read = readAll(store); !read)
         return failed(path, read.error());
+    if (!immutable) {
+        // Nothing to do for a store that no other program has rewritten.
+        const auto set = store.connection->run(
+            [&] { store.connection->database().execAndGet("PRAGMA journal_mode = WAL"); });
+        if (!set)
+            return failed(path, set.error());
+    }
     return store;
 }
 

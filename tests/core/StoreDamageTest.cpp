@@ -167,6 +167,8 @@ TEST_F(StoreDamage, EndsInANamedState)
     const Row rows[] = {
         {"at rest, undamaged", false, [] {}, State::Opened},
         {"after a crash, undamaged", true, [] {}, State::Opened},
+        {"rewritten by another program", false,
+         [&] { execute("PRAGMA journal_mode = DELETE; VACUUM"); }, State::Opened},
         {"store cut to half", false, [&] { writeBytes(store(), atRest.first(atRest.size() / 2)); },
          State::Protected},
         {"store without its last page", false, [&] { writeBytes(store(), atRest.chopped(4096)); },
