@@ -104,6 +104,8 @@ TEST(Rtf, ReadsText)
         {"more closed than opened", R"({\rtf1 a}}}b)", u"ab"},
         {"deep groups", "{\\rtf1 a" + QByteArray(5000, '{') + "b" + QByteArray(5000, '}') + "c}",
          u"abc"},
+        {"characters that mean something else", R"({\rtf1 a\u8233?b\u-4?c\'00d\'0ae})",
+         u"a\u2028bcd\u2028e"},
         {"picture of another kind", R"({\rtf1 a{\pict\wmetafile8 0102}b})", u"ab"},
     };
     for (const TextRow& row : rows) {

@@ -25,6 +25,12 @@ bool isPicture(const QByteArray& data)
     return data.startsWith("\x89PNG\r\n\x1a\n") || data.startsWith("\xff\xd8\xff");
 }
 
+// Characters of foreign text that in attributed text stand for something of its own.
+bool meansSomethingElse(QChar c)
+{
+    return c == u'\n' || c == u'\r' || c == u'\u2029' || c == u'\0' || c == QChar(objectCharacter);
+}
+
 int hexDigit(char c)
 {
     if (c >= '0' && c <= '9')
@@ -226,10 +232,10 @@ void RtfInterpreter::insertText(QStringView text)
         if (state().characters.hidden)
             return;
         QString cleaned;
-        if (text.contains(u'\n') || text.contains(u'\r') || text.contains(u'\u2029')) {
+        if (std::ranges::any_of(text, meansSomethingElse)) {
             cleaned = text.toString();
-            cleaned.remove(u'\r').replace(u'\n', QChar(lineSeparator));
-            cleaned.replace(u'\u2029', QChar(lineSeparator));
+            cleaned.replace(u'\n', QChar(lineSeparator)).replace(u'\u2029', QChar(lineSeparator));
+            cleaned.removeIf(meansSomethingElse);
             text = cleaned;
         }
         m_builder.text(text, currentStyle());
