@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "text/AttachmentManager.h"
 #include "text/RandomText.h"
+#include "text/TextCompare.h"
 #include "text/html/HtmlReader.h"
 #include "text/html/HtmlWriter.h"
 
@@ -161,24 +162,6 @@ TEST(Html, ReadsLooks)
     }
 }
 
-/// "row,column rows×columns width text", a line a cell.
-QStringList describeCells(const AttributedString& text)
-{
-    QStringList cells;
-    text.forEachParagraph([&](TextRange range, const SharedParagraphStyle& style) {
-        if (!style->cell)
-            return;
-        const TableCellBlock& cell = *style->cell;
-        cells += u"%1,%2 %3×%4 %5 %6"_s.arg(cell.row)
-                     .arg(cell.column)
-                     .arg(cell.rowSpan)
-                     .arg(cell.columnSpan)
-                     .arg(std::lround(cell.look->widthPercent))
-                     .arg(text.text().sliced(range.location, range.length));
-    });
-    return cells;
-}
-
 TEST(Html, ReadsTables)
 {
     struct Row {
@@ -244,8 +227,8 @@ TEST(Html, TakesImagesFromDataUrlsOnly)
 /// Takes out what HTML as we write it has no word for.
 AttributedString withoutTheInexpressible(AttributedString text)
 {
-    QList<QUuid> tables;
-    text.modifyParagraphStyles(text.fullRange(), [&](ParagraphStyle& style) {
+    forgetIdentities(text);
+    text.modifyParagraphStyles(text.fullRange(), [](ParagraphStyle& style) {
         ParagraphStyle kept;
         kept.alignment = style.alignment;
         kept.direction = style.direction;
@@ -257,15 +240,6 @@ AttributedString withoutTheInexpressible(AttributedString text)
             kept.*length = std::round(style.*length * 100) / 100;
         kept.background = style.background;
         kept.cell = style.cell;
-        if (kept.cell) {
-            if (!tables.contains(kept.cell->table.id))
-                tables.append(kept.cell->table.id);
-            kept.cell->table.id =
-                QUuid(uint(tables.indexOf(kept.cell->table.id)), 0, 0, 0, 0, 0, 0, 0, 0, 0, 0);
-            CellLook look = *kept.cell->look;
-            look.widthPercent = std::round(look.widthPercent);
-            kept.cell->look = look;
-        }
         style = kept;
     });
     text.modifyCharacterStyles(text.fullRange(), [&](CharacterStyle& style) {
@@ -274,10 +248,9 @@ AttributedString withoutTheInexpressible(AttributedString text)
         if (style.strikethrough != TextLine::none)
             style.strikethrough = TextLine::single;
         if (const auto* image = style.imageAttachment()) {
-            OrvaneNoteImageAttachment nameless = *image;
-            nameless.attachmentID = {};
-            nameless.renderedSize = nameless.renderedSize.toSize();
-            style.attachment = TextAttachment(nameless);
+            OrvaneNoteImageAttachment rounded = *image;
+            rounded.renderedSize = rounded.renderedSize.toSize();
+            style.attachment = TextAttachment(rounded);
         }
     });
     for (qsizetype at = 0; (at = text.text().indexOf(u'\n', at)) >= 0; ++at)
