@@ -107,6 +107,7 @@ void EditorView::connectGateway()
                 [this](const TextChange& change) {
                     m_caretSide = CaretSide::lowerLine;
                     m_navigator.forgetGoal();
+                    m_scroller->follow(change);
                     m_scroller->settle();
                     updateCaret();
                     emit textChanged(change);
@@ -195,6 +196,7 @@ void EditorView::setZoom(qreal zoom)
     m_zoom = zoom;
     updateColumn();
     m_scroller->jumpTo(top);
+    viewport()->update();
 }
 
 void EditorView::setFocusRange(std::optional<TextRange> range)
@@ -246,7 +248,7 @@ qreal EditorView::columnLeft() const
 
 QPointF EditorView::textOrigin() const
 {
-    return {columnLeft(), m_geometry.verticalMargin * m_zoom - verticalScrollBar()->value()};
+    return {columnLeft(), m_geometry.verticalMargin * m_zoom - m_scroller->offset()};
 }
 
 QPointF EditorView::toPage(QPointF viewportPoint) const
@@ -445,26 +447,49 @@ void EditorView::onParagraphsChanged(const QTextBlock& first, const QTextBlock& 
                                      qreal oldBottom)
 {
     const qreal height = viewport()->height();
-    qreal y = toViewport(QPointF(0, top)).y();
-    if (y > height)
-        return;
-    bool reachesLast = false;
-    for (QTextBlock block = layout().rowStart(first); block.isValid() && y <= height;
-         block = layout().below(block)) {
-        layout().ensureLaidOut(block);
-        y += (layout().bottomOf(block) - layout().topOf(block)) * m_zoom;
-        reachesLast = block.blockNumber() >= last.blockNumber() ||
-                      (layout().below(block).isValid() &&
-                       layout().below(block).blockNumber() > last.blockNumber());
-        if (reachesLast)
-            break;
-    }
     const QPointF origin = textOrigin();
-    const auto yTop = int(std::floor(std::max(-1.0, origin.y() + top * m_zoom))) - 1;
-    const bool isSameHeight = reachesLast && std::abs(layout().bottomOf(last) - oldBottom) < 0.01;
-    const qreal bottom = isSameHeight ? origin.y() + oldBottom * m_zoom + 1 : height;
-    viewport()->update(
-        QRect(0, yTop, viewport()->width(), int(std::ceil(std::min(bottom, height))) - yTop));
+    const auto onView = [&](qreal pageY) {
+        return origin.y() + pageY * m_zoom;
+    };
+    QTextBlock block = layout().rowStart(first);
+    const int lastNumber = last.blockNumber();
+    while (block.isValid() && block.blockNumber() <= lastNumber &&
+           onView(layout().topOf(block)) < height) {
+        layout().ensureLaidOut(block);
+        block = layout().below(block);
+    }
+    const bool isKnown = !block.isValid() || block.blockNumber() > lastNumber;
+    const bool staysBelow =
+        isKnown && moveBelow(onView(oldBottom), onView(layout().bottomOf(last)));
+    const auto [changedTop, changedBottom] =
+        first == last ? layout().changedPart(first) : std::pair(top, layout().bottomOf(last));
+    // Glyphs may reach out of their lines.
+    const qreal overhang = 4 * m_zoom;
+    const qreal from = std::max(onView(changedTop) - overhang, 0.0);
+    const qreal to = staysBelow ? std::min(onView(changedBottom) + overhang, height) : height;
+    if (from < to)
+        viewport()->update(QRectF(0, from, viewport()->width(), to - from).toAlignedRect());
+}
+
+bool EditorView::moveBelow(qreal oldY, qreal newY)
+{
+    const qreal distance = newY - oldY;
+    if (std::abs(distance) < 0.01)
+        return true;
+    const qreal ratio = devicePixelRatioF();
+    const bool isWhole = std::abs(distance - std::round(distance)) < 0.01 && ratio == int(ratio);
+    if (!isWhole || oldY < 0)
+        return false;
+    const QRect below(0, int(std::ceil(std::min(oldY, newY))), viewport()->width(),
+                      viewport()->height());
+    const int pixels = int(std::lround(distance));
+    const QRect area = below & viewport()->rect();
+    if (std::abs(pixels) >= area.height())
+        return false;
+    viewport()->scroll(0, pixels, area);
+    if (m_shownCaret.top() >= area.top())
+        m_shownCaret.translate(0, pixels);
+    return true;
 }
 
 void EditorView::paintEvent(QPaintEvent* event)
@@ -517,8 +542,13 @@ void EditorView::scrollContentsBy(int /*dx*/, int /*dy*/)
     if (m_scroller->isSettling())
         return;
     m_scroller->settle();
-    viewport()->update();
     emit scrolled();
+}
+
+void EditorView::moveContents(int pixels)
+{
+    viewport()->scroll(0, pixels);
+    m_shownCaret.translate(0, pixels);
 }
 
 void EditorView::setDropCaret(std::optional<CaretPlace> place)

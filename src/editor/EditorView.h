@@ -185,6 +185,10 @@ private:
     void onParagraphsChanged(const QTextBlock& first, const QTextBlock& last, qreal top,
                              qreal oldBottom);
     void onSelectionChanged();
+    void moveContents(int pixels);
+    /// Moves what is shown below a paragraph that has become higher or lower, where that is by
+    /// whole pixels; false where it has to be drawn.
+    bool moveBelow(qreal oldY, qreal newY);
     void updateSelectionBetween(TextRange before, TextRange after);
     void restartCaretBlink();
     void updateCaret();

@@ -19,9 +19,26 @@ void PageScroller::reset()
 {
     const QScopedValueRollback settling(m_isSettling, true);
     m_anchor = {};
+    m_shown = {};
+    m_offset = 0;
     m_settledValue = 0;
     m_remainder = 0;
     m_view.verticalScrollBar()->setValue(0);
+    m_view.viewport()->update();
+}
+
+void PageScroller::Anchor::follow(const TextChange& change)
+{
+    if (change.location + change.lengthBefore <= position)
+        position += change.lengthAfter - change.lengthBefore;
+    else if (change.location < position)
+        position = change.location;
+}
+
+void PageScroller::follow(const TextChange& change)
+{
+    m_anchor.follow(change);
+    m_shown.follow(change);
 }
 
 PageScroller::Hold PageScroller::chooseHold() const
@@ -95,15 +112,15 @@ void PageScroller::adjustBar()
 
     const QTextBlock anchor = m_view.store().blockAt(m_anchor.position);
     const qreal wanted = (geometry.verticalMargin + layout.topOf(anchor)) * zoom - m_anchor.top;
-    const int value = std::clamp(int(std::lround(wanted)), 0, maximum);
+    m_offset = std::clamp(wanted, 0.0, qreal(maximum));
     bar.setRange(0, maximum);
     bar.setPageStep(height);
     bar.setSingleStep(std::max(1, int(24 * zoom)));
-    bar.setValue(value);
-    m_settledValue = value;
+    m_settledValue = int(std::lround(m_offset));
+    bar.setValue(m_settledValue);
 
     // The topmost paragraph in sight holds the page the next time.
-    const qreal top = value / zoom - geometry.verticalMargin;
+    const qreal top = m_offset / zoom - geometry.verticalMargin;
     const QTextBlock first = layout.blockAtY(std::max(0.0, top));
     m_anchor.position = first.position();
     m_anchor.top = (layout.topOf(first) - top) * zoom;
@@ -114,13 +131,19 @@ void PageScroller::settle()
 {
     if (m_isSettling)
         return;
-    const QScopedValueRollback settling(m_isSettling, true);
-    placeAnchor(chooseHold());
-    layOutAround();
-    adjustBar();
-    // At either end of the page the bar may have stopped short, with more in sight.
-    layOutAround();
-    adjustBar();
+    {
+        const QScopedValueRollback settling(m_isSettling, true);
+        placeAnchor(chooseHold());
+        const qreal before = m_anchor.top;
+        layOutAround();
+        adjustBar();
+        // At either end of the page the bar may have stopped short, with more in sight.
+        if (m_anchor.top != before) {
+            layOutAround();
+            adjustBar();
+        }
+    }
+    moveShown();
 }
 
 void PageScroller::jumpTo(qreal top)
@@ -129,14 +152,31 @@ void PageScroller::jumpTo(qreal top)
         const QScopedValueRollback settling(m_isSettling, true);
         const QTextBlock block = m_view.layout().blockAtY(top);
         m_anchor.position = block.position();
-        m_anchor.top = (m_view.layout().topOf(block) - top) * m_view.zoom();
+        m_anchor.top = std::round((m_view.layout().topOf(block) - top) * m_view.zoom());
         layOutAround();
         adjustBar();
         layOutAround();
         adjustBar();
     }
-    m_view.viewport()->update();
+    moveShown();
     emit m_view.scrolled();
+}
+
+void PageScroller::moveShown()
+{
+    QWidget& viewport = *m_view.viewport();
+    const QTextBlock shown = m_view.store().blockAt(m_shown.position);
+    const qreal now = m_view.toViewport(QPointF(0, m_view.layout().topOf(shown))).y();
+    const qreal distance = now - m_shown.top;
+    m_shown = m_anchor;
+    if (std::abs(distance) < 0.01)
+        return;
+    const qreal ratio = viewport.devicePixelRatioF();
+    const bool isWhole = std::abs(distance - std::round(distance)) < 0.01 && ratio == int(ratio);
+    if (isWhole && std::abs(distance) < viewport.height())
+        m_view.moveContents(int(std::lround(distance)));
+    else
+        viewport.update();
 }
 
 void PageScroller::scrollBy(qreal pixels)

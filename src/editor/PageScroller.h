@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include <QRectF>
+#include "text/TextSelection.h"
 
 namespace orvane {
 
@@ -18,8 +18,12 @@ class PageScroller {
 public:
     explicit PageScroller(EditorView& view);
 
-    /// Lays out what is in sight and brings range, value and anchor in line. Called after anything
-    /// that may have changed one of them.
+    /// How far the view is from the top of the page, in pixels. The bar shows it rounded; what is
+    /// seen so moves by whole pixels only, while heights have parts of them.
+    [[nodiscard]] qreal offset() const { return m_offset; }
+
+    /// Lays out what is in sight, brings range, value and anchor in line, and moves or draws anew
+    /// what is shown. Called after anything that may have changed one of them.
     void settle();
     /// Shows the text from `top` points down the page.
     void jumpTo(qreal top);
@@ -27,13 +31,17 @@ public:
     void scrollBy(qreal pixels);
     /// Whether the scroll bar is being set here, so that nothing has to follow from it.
     [[nodiscard]] bool isSettling() const { return m_isSettling; }
-    /// The anchor is a position in another text from now on.
+    /// Text before the anchor moves it.
+    void follow(const TextChange& change);
+    /// Another text is shown, from its top.
     void reset();
 
 private:
     struct Anchor {
-        int position = 0; ///< of the first character of the paragraph or row
-        qreal top = 0;    ///< its distance from the top of the viewport, in pixels
+        qsizetype position = 0; ///< of the first character of the paragraph or row
+        qreal top = 0;          ///< its distance from the top of the viewport, in pixels
+
+        void follow(const TextChange& change);
     };
     enum class Hold { anchor, value, end };
 
@@ -41,9 +49,12 @@ private:
     void placeAnchor(Hold hold);
     void layOutAround();
     void adjustBar();
+    void moveShown();
 
     EditorView& m_view;
     Anchor m_anchor;
+    Anchor m_shown; ///< a paragraph as it is on the screen
+    qreal m_offset = 0;
     int m_settledValue = 0;
     bool m_isSettling = false;
     qreal m_remainder = 0;

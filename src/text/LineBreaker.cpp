@@ -15,6 +15,9 @@ namespace {
 constexpr qreal u = layoutUnitsPerPoint;
 constexpr qreal pageBreakHeight = 28 * u;
 constexpr qreal narrowestLine = 8 * u;
+/// Lines are as high as a whole number of pixels at the usual zoom of 1.25: so they stand at equal
+/// distances, and what is below a new line moves by whole pixels.
+constexpr qreal lineGrid = 0.8 * u;
 /// Keeps a stored number that makes no sense from leading to positions that can't be drawn.
 constexpr qreal largestLength = 20000;
 
@@ -107,6 +110,7 @@ qreal lineHeightFor(qreal natural, const ParagraphStyle& style, qreal stretch)
     qreal height = natural * stretch;
     if (style.lineHeightMultiple > 0)
         height *= std::min(style.lineHeightMultiple, 100.0);
+    height = std::max(1.0, std::round(height / lineGrid)) * lineGrid;
     if (style.minimumLineHeight > 0)
         height = std::max(height, units(style.minimumLineHeight));
     if (style.maximumLineHeight > 0)
@@ -151,6 +155,7 @@ void breakLines(const QTextBlock& block, const ParagraphStyle& style, const Line
     box.lines.clear();
     qreal y = 0;
     layout.setTextOption(option);
+    layout.setCacheEnabled(true); // else every drawing shapes the text again
     layout.beginLayout();
     for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
         const qreal indent =
@@ -173,7 +178,7 @@ void breakLines(const QTextBlock& block, const ParagraphStyle& style, const Line
         const qreal x = rightToLeft ? box.column - start - width : start;
         line.setPosition({x, y + (height - natural) / 2});
         height += std::max(0.0, units(style.lineSpacing));
-        box.lines.push_back({y, height});
+        box.lines.push_back({y, height, line.textStart(), line.textLength()});
         y += height;
     }
     layout.endLayout();

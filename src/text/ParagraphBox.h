@@ -15,6 +15,8 @@ struct ParagraphBox : QTextBlockUserData {
     struct Line {
         qreal top = 0;
         qreal height = 0; ///< with the room that line height and spacing add
+        int start = 0;    ///< of its characters in the paragraph
+        int length = 0;
     };
 
     int generation = 0; ///< of the layout that it was made for

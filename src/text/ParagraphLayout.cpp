@@ -16,8 +16,8 @@ namespace orvane {
 namespace {
 
 constexpr qreal u = layoutUnitsPerPoint;
-/// Lines are let go of only beyond this many characters: a few dozen screens of text.
-constexpr qsizetype keptCharacters = 200'000;
+/// Lines are let go of only beyond this many characters: a dozen screens of text.
+constexpr qsizetype keptCharacters = 60'000;
 
 QFont referenceFont(const TextFont& font)
 {
@@ -268,9 +268,8 @@ void ParagraphLayout::forgetLines(const QTextBlock& block)
 {
     if (!block.isValid())
         return;
-    QTextBlock forgotten = block;
-    forgotten.setUserData(nullptr);
-    forgotten.clearLayout();
+    QTextBlock(block).setUserData(nullptr);
+    TextStore::dropLayout(block);
 }
 
 void ParagraphLayout::evictFarFrom(qreal top, qreal bottom)
@@ -340,7 +339,6 @@ QTextBlock ParagraphLayout::above(const QTextBlock& block) const
 
 void ParagraphLayout::documentChanged(int from, int charsRemoved, int charsAdded)
 {
-    Q_UNUSED(charsRemoved);
     if (m_settingFont)
         return;
     const int count = document()->blockCount();
@@ -375,6 +373,11 @@ void ParagraphLayout::documentChanged(int from, int charsRemoved, int charsAdded
     }
     const qreal top = m_heights.topOf(firstNumber);
     const qreal oldBottom = m_heights.topOf(firstNumber + stood);
+    m_changed = {};
+    if (first == last && !isStructural && isLaidOut(first) && !isCell(first, m_styles)) {
+        m_changed = {first, from - first.position(), charsAdded - charsRemoved, charsAdded,
+                     box(first).lines};
+    }
     std::vector<double> heights;
     for (QTextBlock block = first;; block = block.next()) {
         if (auto* data = static_cast<ParagraphBox*>(block.userData()))
@@ -385,6 +388,40 @@ void ParagraphLayout::documentChanged(int from, int charsRemoved, int charsAdded
     }
     m_heights.replace(firstNumber, stood, heights);
     emit paragraphsChanged(first, last, top, oldBottom);
+}
+
+std::pair<qreal, qreal> ParagraphLayout::changedPart(const QTextBlock& block)
+{
+    ensureLaidOut(block);
+    const ParagraphBox& now = box(block);
+    const auto& before = m_changed.linesBefore;
+    if (m_changed.block != block || before.empty())
+        return {topOf(block), bottomOf(block)};
+    const auto isSame = [&](std::size_t i) {
+        const ParagraphBox::Line& line = now.lines[i];
+        const ParagraphBox::Line& old = before[i];
+        if (line.top != old.top || line.height != old.height || line.length != old.length)
+            return false;
+        if (line.start + line.length < m_changed.from)
+            return line.start == old.start;
+        return line.start > m_changed.from + m_changed.added &&
+               line.start == old.start + m_changed.growth;
+    };
+    std::size_t first = 0;
+    const std::size_t shared = std::min(before.size(), now.lines.size());
+    while (first < shared && isSame(first))
+        ++first;
+    std::size_t past = now.lines.size();
+    const bool sameCount = before.size() == now.lines.size();
+    while (sameCount && past > first && isSame(past - 1))
+        --past;
+    if (first >= past)
+        return {bottomOf(block), bottomOf(block)};
+    const auto onPage = [&](qreal inContent) {
+        return topOf(block) + (now.content.top() + inContent) / u;
+    };
+    const ParagraphBox::Line& last = now.lines[past - 1];
+    return {onPage(now.lines[first].top), onPage(last.top + last.height)};
 }
 
 void ParagraphLayout::setPreedit(int position, const QString& text, int caret,

@@ -72,6 +72,10 @@ public:
     [[nodiscard]] QTextBlock above(const QTextBlock& block) const;
 
     void ensureLaidOut(const QTextBlock& block);
+    /// What of a paragraph looks different since the change that was told last, from and up to
+    /// where on the page: the lines that the change touched or broke anew. The whole paragraph
+    /// where that can't be told.
+    [[nodiscard]] std::pair<qreal, qreal> changedPart(const QTextBlock& block);
     [[nodiscard]] bool isLaidOut(const QTextBlock& block) const;
     /// Lets go of the lines of paragraphs that are far from the stretch `top` to `bottom`, when
     /// there are many. Their heights stay known.
@@ -143,6 +147,15 @@ private:
         QList<QTextLayout::FormatRange> formats;
     };
 
+    /// The lines of the one paragraph that the last change was in, as they were before it.
+    struct ChangedParagraph {
+        QTextBlock block;
+        int from = 0; ///< in the paragraph
+        int growth = 0;
+        int added = 0;
+        std::vector<ParagraphBox::Line> linesBefore;
+    };
+
     void invalidateAll();
     void estimateAll();
     [[nodiscard]] double estimate(const QTextBlock& block) const;
@@ -179,6 +192,7 @@ private:
     int m_generation = 1;
     qreal m_characterWidth = 0; ///< an average, in units
     qreal m_plainLineHeight = 0;
+    ChangedParagraph m_changed;
     std::vector<QTextBlock> m_laidOut;
     qsizetype m_laidOutCharacters = 0;
 };

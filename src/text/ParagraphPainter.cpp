@@ -13,6 +13,8 @@ namespace orvane {
 namespace {
 
 constexpr qreal u = layoutUnitsPerPoint;
+/// How far glyphs may reach out of their lines, in points.
+constexpr qreal overhang = 4;
 
 } // namespace
 
@@ -203,15 +205,16 @@ void ParagraphPainter::paintLines(const QTextBlock& block, const ParagraphBox& b
     m_painter.translate(corner);
     m_painter.scale(scale, scale);
     m_painter.setPen(m_paint.colors.text);
-    const QRectF clip((m_paint.clip.topLeft() - corner) / scale, m_paint.clip.size() / scale);
+    const QRectF seen((m_paint.clip.topLeft() - corner) / scale, m_paint.clip.size() / scale);
+    const QRectF clip = seen.adjusted(0, -overhang * u, 0, overhang * u);
     block.layout()->draw(&m_painter, {}, drawnFormats(block), clip);
     m_painter.restore();
 }
 
 void ParagraphLayout::paint(QPainter& painter, const TextPaint& paint)
 {
-    const qreal top = (paint.clip.top() - paint.origin.y()) / paint.scale;
-    const qreal bottom = (paint.clip.bottom() - paint.origin.y()) / paint.scale;
+    const qreal top = (paint.clip.top() - paint.origin.y()) / paint.scale - overhang;
+    const qreal bottom = (paint.clip.bottom() - paint.origin.y()) / paint.scale + overhang;
     ParagraphPainter paragraphs(*this, painter, paint);
     for (QTextBlock block = blockAtY(top); block.isValid(); block = block.next()) {
         if (topOf(block) >= bottom)

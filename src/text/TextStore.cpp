@@ -165,6 +165,12 @@ QTextBlock TextStore::blockAt(qsizetype position) const
     return m_document.findBlock(int(position));
 }
 
+void TextStore::dropLayout(const QTextBlock& block)
+{
+    const QTextBlockData& data = *QTextDocumentPrivate::block(block);
+    delete std::exchange(data.layout, nullptr);
+}
+
 void TextStore::setContent(const AttributedString& content)
 {
     m_document.clear();

@@ -59,6 +59,8 @@ public:
     [[nodiscard]] ParagraphLayout& layout() const { return *m_layout; }
     [[nodiscard]] const StyleTable& styles() const { return m_styles; }
     [[nodiscard]] QTextBlock blockAt(qsizetype position) const;
+    /// Frees the lines and glyphs of one paragraph; the document itself only forgets the lines.
+    static void dropLayout(const QTextBlock& block);
 
 private:
     friend class EditGateway;

@@ -349,15 +349,49 @@ TEST_F(EditorViewTest, PartialRepaintsEqualWholeOnes)
         QApplication::processEvents();
         return view.screen()->grabWindow(view.winId()).toImage();
     };
-    const QImage empty = onScreen();
-    for (const char* key :
-         {"x", "Return", "y", "Shift+Down", "Delete", "Ctrl+Z", "Backspace", "Ctrl+Shift+Right",
-          "Left", "Down", "z", "Ctrl+Shift+End", "Ctrl+Home", "PgDown", "Shift+PgDown", "q"}) {
-        press(QString::fromLatin1(key));
-        const QImage shown = onScreen();
-        EXPECT_NE(shown, empty) << key;
-        view.viewport()->update();
-        EXPECT_EQ(shown, onScreen()) << key;
+    for (const qreal zoom : {1.25, 1.0, 1.1}) {
+        view.setZoom(zoom);
+        QImage before = onScreen();
+        for (const char* key :
+             {"x",
+              "Return",
+              "y",
+              "Shift+Down",
+              "Delete",
+              "Ctrl+Z",
+              "Backspace",
+              "Ctrl+Shift+Right",
+              "Left",
+              "Down",
+              "z",
+              "Ctrl+Shift+End",
+              "Ctrl+Home",
+              "PgDown",
+              "Shift+PgDown",
+              "q",
+              "Ctrl+Z",
+              "Up",
+              "End",
+              "words to break a line anew, and more",
+              "Up",
+              "so that the paragraph grows by a line, which moves what stands below",
+              "Ctrl+Z",
+              "Ctrl+Backspace",
+              "Return",
+              "Return",
+              "Backspace",
+              "PgDown",
+              "Return"}) {
+            if (QByteArray(key).contains(' '))
+                type(QString::fromLatin1(key));
+            else
+                press(QString::fromLatin1(key));
+            const QImage shown = onScreen();
+            EXPECT_NE(shown, before) << key << " at " << zoom;
+            view.viewport()->update();
+            EXPECT_EQ(shown, onScreen()) << key << " at " << zoom;
+            before = shown;
+        }
     }
 }
 

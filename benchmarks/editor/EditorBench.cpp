@@ -1,0 +1,378 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "editor/EditorSamples.h"
+#include "editor/EditorView.h"
+#include "support/Bench.h"
+#include "text/TextStore.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QPaintEvent>
+#include <QScrollBar>
+#include <QTextEdit>
+#include <QTextTable>
+
+#include <cstring>
+#include <ctime>
+#include <malloc.h>
+#include <memory>
+
+namespace orvane::bench {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int million = 1'000'000;
+constexpr QSize windowSize(900, 800);
+
+/// Milliseconds of this thread's own work; what other programs do meanwhile doesn't count. All that
+/// stands between an event and its frame happens on this thread.
+double threadMilliseconds()
+{
+    timespec now{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return double(now.tv_sec) * 1e3 + double(now.tv_nsec) / 1e6;
+}
+
+template <typename Work>
+double milliseconds(Work&& work)
+{
+    const double start = threadMilliseconds();
+    work();
+    return threadMilliseconds() - start;
+}
+
+/// Lets everything happen that waits, such as layout bit by bit.
+void settle()
+{
+    for (int i = 0; i < 20; ++i)
+        QApplication::processEvents(QEventLoop::AllEvents, 5);
+}
+
+/// Counts the frames that a widget has painted.
+class Frames : public QObject {
+public:
+    explicit Frames(QWidget* painted) { painted->installEventFilter(this); }
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        m_count += event->type() == QEvent::Paint;
+        return false;
+    }
+
+    /// Milliseconds from now until `work` has been done and shown.
+    template <typename Work>
+    double until(Work&& work)
+    {
+        const int before = m_count;
+        const double time = milliseconds([&] {
+            work();
+            for (int turn = 0; m_count == before && turn < 1000; ++turn)
+                QApplication::processEvents(QEventLoop::AllEvents, 1);
+        });
+        if (m_count == before)
+            qFatal("nothing was painted");
+        QApplication::processEvents(QEventLoop::AllEvents, 5);
+        return time;
+    }
+
+private:
+    int m_count = 0;
+};
+
+void pressKey(QWidget& widget, int key, const QString& text)
+{
+    QKeyEvent press(QEvent::KeyPress, key, {}, text);
+    QApplication::sendEvent(&widget, &press);
+    QKeyEvent release(QEvent::KeyRelease, key, {}, text);
+    QApplication::sendEvent(&widget, &release);
+}
+
+struct Ours {
+    TextStore store;
+    EditGateway gateway{store};
+    EditorView view;
+    Frames frames{view.viewport()};
+
+    explicit Ours(const AttributedString& text)
+    {
+        gateway.load(text, {});
+        view.setBaseFont({u"Inter"_s, 16});
+        view.setZoom(usualZoom);
+        view.resize(windowSize);
+        view.setGateway(&gateway);
+        show();
+    }
+    ~Ours() { view.setGateway(nullptr); }
+
+    void show()
+    {
+        view.show();
+        QApplication::setActiveWindow(&view);
+        view.setFocus();
+        settle();
+    }
+    void goTo(qsizetype position)
+    {
+        view.setSelection(TextSelection::caret(position));
+        view.ensureCaretVisible();
+        settle();
+    }
+    void goToMiddle() { goTo(store.paragraphRange(store.length() / 2).location + 20); }
+    double key(int code, const QString& text)
+    {
+        return frames.until([&] { pressKey(view, code, text); });
+    }
+};
+
+struct Stock {
+    std::unique_ptr<QTextDocument> document;
+    QTextEdit edit;
+    Frames frames{edit.viewport()};
+
+    explicit Stock(std::unique_ptr<QTextDocument> text)
+        : document(std::move(text))
+    {
+        edit.resize(windowSize);
+        edit.setDocument(document.get());
+        edit.show();
+        QApplication::setActiveWindow(&edit);
+        edit.setFocus();
+        finishLayout();
+    }
+    /// Does at once what would otherwise be laid out bit by bit, in the time of others.
+    void finishLayout()
+    {
+        static_cast<void>(document->pageCount());
+        settle();
+    }
+    void goTo(int position)
+    {
+        QTextCursor cursor(document.get());
+        cursor.setPosition(position);
+        edit.setTextCursor(cursor);
+        edit.ensureCursorVisible();
+        settle();
+    }
+    void goToMiddle() { goTo(document->findBlock(document->characterCount() / 2).position() + 20); }
+    double key(int code, const QString& text)
+    {
+        return frames.until([&] { pressKey(edit, code, text); });
+    }
+};
+
+/// The large notes are made once for all rows that only type in them.
+struct LargeNotes {
+    AttributedString text = sampleText(million);
+    Ours ours{text};
+    Stock stock{stockDocument(text)};
+
+    static LargeNotes& shared()
+    {
+        static auto* notes = new LargeNotes;
+        return *notes;
+    }
+};
+
+Measurement keyMillion(double rank, int rounds)
+{
+    LargeNotes& notes = LargeNotes::shared();
+    notes.ours.goToMiddle();
+    notes.stock.goToMiddle();
+    return interleave(
+        rounds, [&] { return notes.ours.key(Qt::Key_X, u"x"_s); },
+        [&] { return notes.stock.key(Qt::Key_X, u"x"_s); }, rank);
+}
+
+Measurement keyFlat()
+{
+    LargeNotes& notes = LargeNotes::shared();
+    notes.ours.goToMiddle();
+    Ours small(sampleText(10'000));
+    small.goToMiddle();
+    return interleave(
+        150, [&] { return notes.ours.key(Qt::Key_X, u"x"_s); },
+        [&] { return small.key(Qt::Key_X, u"x"_s); });
+}
+
+Measurement returnKey()
+{
+    LargeNotes& notes = LargeNotes::shared();
+    notes.ours.goToMiddle();
+    notes.stock.goToMiddle();
+    return interleave(
+        30, [&] { return notes.ours.key(Qt::Key_Return, u"\r"_s); },
+        [&] { return notes.stock.key(Qt::Key_Return, u"\r"_s); });
+}
+
+Measurement keyTable()
+{
+    constexpr int rows = 200;
+    constexpr int columns = 6;
+    Ours ours(sampleTable(rows, columns));
+    Stock stock(stockTable(rows, columns));
+    ours.goToMiddle();
+    QTextTable* table = nullptr;
+    for (QTextFrame* frame : stock.document->rootFrame()->childFrames())
+        table = qobject_cast<QTextTable*>(frame);
+    stock.goTo(table->cellAt(rows / 2, columns / 2).firstPosition() + 2);
+    return interleave(
+        40, [&] { return ours.key(Qt::Key_X, u"x"_s); },
+        [&] { return stock.key(Qt::Key_X, u"x"_s); });
+}
+
+Measurement open()
+{
+    const AttributedString text = sampleText(million);
+    Ours ours{AttributedString()};
+    Stock stock(std::make_unique<QTextDocument>());
+    return interleave(
+        5,
+        [&] {
+            auto store = std::make_unique<TextStore>();
+            EditGateway gateway(*store);
+            gateway.load(text, {});
+            const double time = ours.frames.until([&] { ours.view.setGateway(&gateway); });
+            ours.view.setGateway(&ours.gateway);
+            return time;
+        },
+        [&] {
+            auto document = stockDocument(text);
+            const double time = stock.frames.until([&] { stock.edit.setDocument(document.get()); });
+            stock.edit.setDocument(stock.document.get());
+            return time;
+        });
+}
+
+Measurement resize()
+{
+    LargeNotes& notes = LargeNotes::shared();
+    notes.ours.goToMiddle();
+    notes.stock.goToMiddle();
+    int turn = 0;
+    const auto next = [&] {
+        return QSize(windowSize.width() - 40 * (turn % 2), 800);
+    };
+    const Measurement measured = interleave(
+        5,
+        [&] {
+            ++turn;
+            return notes.ours.frames.until([&] { notes.ours.view.resize(next()); });
+        },
+        [&] {
+            const double time = notes.stock.frames.until([&] { notes.stock.edit.resize(next()); });
+            notes.stock.finishLayout();
+            return time;
+        });
+    notes.ours.view.resize(windowSize);
+    notes.stock.edit.resize(windowSize);
+    notes.stock.finishLayout();
+    return measured;
+}
+
+Measurement zoom()
+{
+    LargeNotes& notes = LargeNotes::shared();
+    EditorGeometry page;
+    page.pageWidth = 612;
+    notes.ours.view.setGeometry(page);
+    notes.ours.goToMiddle();
+    int turn = 0;
+    const Measurement measured = interleave(
+        30,
+        [&] {
+            return notes.ours.frames.until(
+                [&] { notes.ours.view.setZoom(++turn % 2 ? 1.0 : usualZoom); });
+        },
+        [&] { return notes.ours.frames.until([&] { notes.ours.view.viewport()->update(); }); });
+    notes.ours.view.setZoom(usualZoom);
+    notes.ours.view.setGeometry(EditorGeometry());
+    return measured;
+}
+
+double heapMegabytes()
+{
+    const struct mallinfo2 info = mallinfo2();
+    return double(info.uordblks + info.hblkhd) / 1e6;
+}
+
+void scrollThrough(QAbstractScrollArea& area)
+{
+    QScrollBar& bar = *area.verticalScrollBar();
+    for (int value = 0; value < bar.maximum(); value += 700) {
+        bar.setValue(value);
+        QApplication::processEvents();
+    }
+}
+
+Measurement memory()
+{
+    const AttributedString text = sampleText(million);
+    double start = heapMegabytes();
+    Measurement measured;
+    {
+        Ours ours(text);
+        scrollThrough(ours.view);
+        measured.figure = heapMegabytes() - start;
+    }
+    start = heapMegabytes();
+    Stock stock(stockDocument(text));
+    scrollThrough(stock.edit);
+    measured.baseline = heapMegabytes() - start;
+    return measured;
+}
+
+Measurement savePrepare()
+{
+    LargeNotes& notes = LargeNotes::shared();
+    const QByteArray archive(6 * million, 'x');
+    QByteArray copy(archive.size(), Qt::Uninitialized);
+    qsizetype length = 0;
+    return interleave(
+        20,
+        [&] {
+            notes.ours.gateway.type(u"x"_s);
+            // The key after it counts too: it parts the text from the copy that is being saved.
+            TextSnapshot snapshot;
+            const double time = milliseconds([&] {
+                snapshot = notes.ours.store.snapshot();
+                notes.ours.gateway.type(u"x"_s);
+            });
+            length += snapshot.toAttributedString().length();
+            return time;
+        },
+        [&] {
+            return milliseconds([&] {
+                std::memcpy(copy.data(), archive.constData(), std::size_t(archive.size()));
+            });
+        });
+}
+
+} // namespace
+
+void addEditorRows()
+{
+    add({"editor/key-1m", "ms", 0.12, [] {
+             return keyMillion(0.5, 60);
+         }});
+    add({"editor/key-1m-p99", "ms", 0.2, [] {
+             return keyMillion(0.99, 300);
+         }});
+    add({"editor/key-flat", "ms", 1.3, keyFlat});
+    add({"editor/return-1m", "ms", 0.2, returnKey});
+    add({"editor/key-table", "ms", 0.1, keyTable});
+    add({"editor/open-1m", "ms", 1.5, open});
+    add({"editor/resize-1m", "ms", 0.05, resize});
+    add({"editor/zoom-1m", "ms", 3, zoom});
+    add({"editor/memory-1m", "MB", 1.0, memory});
+    add({"text/save-prepare", "ms", 30, savePrepare, TargetOf::Figure});
+}
+
+} // namespace orvane::bench
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    orvane::bench::addEditorRows();
+    return orvane::bench::runMain(argc, argv);
+}
