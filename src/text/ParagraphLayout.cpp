@@ -172,6 +172,7 @@ void ParagraphLayout::decorationChanged(int first, int count)
         return;
     const qreal top = topOf(firstBlock);
     const qreal bottom = bottomOf(lastBlock);
+    m_changed = {};
     for (QTextBlock block = firstBlock;; block = block.next()) {
         if (auto* data = static_cast<ParagraphBox*>(block.userData()))
             data->generation = 0;
@@ -375,8 +376,8 @@ void ParagraphLayout::documentChanged(int from, int charsRemoved, int charsAdded
     const qreal oldBottom = m_heights.topOf(firstNumber + stood);
     m_changed = {};
     if (first == last && !isStructural && isLaidOut(first) && !isCell(first, m_styles)) {
-        m_changed = {first, from - first.position(), charsAdded - charsRemoved, charsAdded,
-                     box(first).lines};
+        m_changed = {first,      from - first.position(), charsAdded - charsRemoved,
+                     charsAdded, box(first).lines,        !first.layout()->formats().isEmpty()};
     }
     std::vector<double> heights;
     for (QTextBlock block = first;; block = block.next()) {
@@ -395,7 +396,9 @@ std::pair<qreal, qreal> ParagraphLayout::changedPart(const QTextBlock& block)
     ensureLaidOut(block);
     const ParagraphBox& now = box(block);
     const auto& before = m_changed.linesBefore;
-    if (m_changed.block != block || before.empty())
+    // A decoration may change far from what was typed.
+    const bool isDecorated = !block.layout()->formats().isEmpty() || m_changed.wasDecorated;
+    if (m_changed.block != block || before.empty() || isDecorated)
         return {topOf(block), bottomOf(block)};
     const auto isSame = [&](std::size_t i) {
         const ParagraphBox::Line& line = now.lines[i];

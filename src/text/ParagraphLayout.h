@@ -154,6 +154,7 @@ private:
         int growth = 0;
         int added = 0;
         std::vector<ParagraphBox::Line> linesBefore;
+        bool wasDecorated = false;
     };
 
     void invalidateAll();

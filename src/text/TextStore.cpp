@@ -6,7 +6,7 @@
 #include <QTextCursor>
 
 // The document's own pieces: its public interface reads a position in several logarithmic steps and
-// inserts through a cursor, which costs a multiple on a long text. No other file looks in here.
+// inserts through a cursor, which costs a multiple on a long text.
 #include <private/qtextdocument_p.h>
 #include <private/qtextformat_p.h>
 

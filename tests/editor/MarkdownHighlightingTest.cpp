@@ -45,7 +45,7 @@ TEST_F(MarkdownHighlightingTest, FontsAreLaidOutAndNothingIsStored)
     const qreal plain = heightOf(0);
     type(u"# "_s);
     EXPECT_GT(heightOf(0), plain * 1.2);
-    EXPECT_EQ(heightOf(1), plain);
+    EXPECT_DOUBLE_EQ(heightOf(1), plain);
     EXPECT_EQ(formatAt(0).foreground().color(), theme.syntaxPunctuationColor);
     EXPECT_EQ(formatAt(16).fontFamilies().toStringList(),
               QStringList{codeFontFamily(theme.codeFontName)});
