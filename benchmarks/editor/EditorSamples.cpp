@@ -121,9 +121,11 @@ AttributedString sampleTable(int rows, int columns)
             cell.table.columns = columns;
             cell.row = row;
             cell.column = column;
-            cell.padding.fill(6);
-            cell.borderWidth.fill(0.5);
-            cell.borderColor.fill(RgbaColor{0.5, 0.5, 0.5, 1});
+            CellLook look;
+            look.padding.fill(6);
+            look.borderWidth.fill(0.5);
+            look.borderColor.fill(RgbaColor{0.5, 0.5, 0.5, 1});
+            cell.look = look;
             ParagraphStyle paragraph;
             paragraph.cell = cell;
             text.append(writer.words(3) + u'\n', style, paragraph);
