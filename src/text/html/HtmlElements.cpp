@@ -127,24 +127,56 @@ void applyLink(HtmlLook& look, const HtmlToken& token)
         look.characters.link = target;
 }
 
-void applyTag(HtmlLook& look, HtmlTag tag, const HtmlToken& token, const TextFont& base)
+void applyFontTag(HtmlLook& look, HtmlTag tag, const TextFont& base)
 {
     static constexpr std::array<double, 6> headings{2, 1.5, 1.17, 1, 0.83, 0.67};
+    TextFont font = look.characters.font.value_or(base);
+    switch (tag) {
+    case HtmlTag::b:
+    case HtmlTag::strong:
+    case HtmlTag::th:
+        font.weight = boldWeight;
+        break;
+    case HtmlTag::i:
+    case HtmlTag::em:
+        font.italic = true;
+        break;
+    case HtmlTag::big:
+        font.size *= 1.2;
+        break;
+    case HtmlTag::small:
+        font.size /= 1.2;
+        break;
+    case HtmlTag::code:
+    case HtmlTag::kbd:
+    case HtmlTag::samp:
+    case HtmlTag::tt:
+    case HtmlTag::pre:
+        font.family = u"monospace"_s;
+        break;
+    case HtmlTag::h1:
+    case HtmlTag::h2:
+    case HtmlTag::h3:
+    case HtmlTag::h4:
+    case HtmlTag::h5:
+    case HtmlTag::h6:
+        font.weight = boldWeight;
+        font.size = base.size * headings[std::size_t(tag) - std::size_t(HtmlTag::h1)];
+        break;
+    default:
+        return;
+    }
+    look.characters.font = font;
+}
+
+void applyTag(HtmlLook& look, HtmlTag tag, const HtmlToken& token, const TextFont& base)
+{
+    applyFontTag(look, tag, base);
     switch (tag) {
     case HtmlTag::a:
         return applyLink(look, token);
-    case HtmlTag::b:
-    case HtmlTag::strong:
-        fontOf(look, base).weight = boldWeight;
-        return;
-    case HtmlTag::th:
-        fontOf(look, base).weight = boldWeight;
-        look.paragraph.alignment = TextAlignment::center;
-        return;
-    case HtmlTag::i:
-    case HtmlTag::em:
-        fontOf(look, base).italic = true;
-        return;
+    case HtmlTag::font:
+        return applyFontElement(look, token, base);
     case HtmlTag::u:
     case HtmlTag::ins:
         look.characters.underline = TextLine::single;
@@ -157,32 +189,8 @@ void applyTag(HtmlLook& look, HtmlTag tag, const HtmlToken& token, const TextFon
     case HtmlTag::mark:
         look.characters.background = RgbaColor{1, 1, 0, 1};
         return;
-    case HtmlTag::big:
-        fontOf(look, base).size *= 1.2;
-        return;
-    case HtmlTag::small:
-        fontOf(look, base).size /= 1.2;
-        return;
-    case HtmlTag::code:
-    case HtmlTag::kbd:
-    case HtmlTag::samp:
-    case HtmlTag::tt:
-        fontOf(look, base).family = u"monospace"_s;
-        return;
     case HtmlTag::pre:
-        fontOf(look, base).family = u"monospace"_s;
         look.preservesSpace = true;
-        return;
-    case HtmlTag::font:
-        return applyFontElement(look, token, base);
-    case HtmlTag::h1:
-    case HtmlTag::h2:
-    case HtmlTag::h3:
-    case HtmlTag::h4:
-    case HtmlTag::h5:
-    case HtmlTag::h6:
-        fontOf(look, base).weight = boldWeight;
-        fontOf(look, base).size = base.size * headings[std::size_t(tag) - std::size_t(HtmlTag::h1)];
         return;
     case HtmlTag::blockquote:
     case HtmlTag::dd:
@@ -190,6 +198,7 @@ void applyTag(HtmlLook& look, HtmlTag tag, const HtmlToken& token, const TextFon
         look.paragraph.firstLineHeadIndent += quoteIndent;
         return;
     case HtmlTag::center:
+    case HtmlTag::th:
         look.paragraph.alignment = TextAlignment::center;
         return;
     case HtmlTag::head:
