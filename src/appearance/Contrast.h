@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "appearance/Typography.h"
+
+#include <QColor>
+
+namespace orvane {
+
+inline constexpr double textContrast = 4.5;
+inline constexpr double iconContrast = 3.0;
+
+/// Relative luminance from 0 to 1 of an opaque sRGB colour, as WCAG 2.1 defines it.
+[[nodiscard]] double relativeLuminance(const QColor& color);
+
+/// The contrast of two opaque colours, from 1 to 21 (WCAG 2.1, 1.4.3).
+[[nodiscard]] double contrastRatio(const QColor& one, const QColor& other);
+
+/// `top` at `opacity` (0 to 1) over an opaque `ground`.
+[[nodiscard]] QColor blended(const QColor& top, double opacity, const QColor& ground);
+
+/// `ink`, or where its contrast on `surface` is below `minimum` the nearest colour on the way to
+/// black or white, whichever reads better there, that reaches it.
+[[nodiscard]] QColor readableInk(const QColor& ink, const QColor& surface,
+                                 double minimum = textContrast);
+
+/// Whether `ink` on `surface` is dark on light.
+[[nodiscard]] InkPolarity polarityOf(const QColor& ink, const QColor& surface);
+
+/// Near-black or white, whichever reads better on `surface`.
+[[nodiscard]] QColor inkFor(const QColor& surface);
+
+} // namespace orvane

@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "appearance/Icons.h"
+
+#include <QDir>
+#include <QFile>
+#include <QIcon>
+#include <QLoggingCategory>
+#include <QPainter>
+#include <QPixmapCache>
+#include <QStandardPaths>
+#include <QSvgRenderer>
+
+namespace orvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Path of the drawing below the theme's folder, without its size: "actions/16/NAME.svg".
+struct Drawing {
+    QLatin1StringView category;
+    QLatin1StringView name;
+};
+
+Drawing drawingOf(Symbol symbol)
+{
+    switch (symbol) {
+    case Symbol::AllProjects:
+        return {"actions"_L1, "view-grid"_L1};
+    case Symbol::Back:
+        return {"actions"_L1, "go-previous"_L1};
+    case Symbol::ChevronDown:
+        return {"actions"_L1, "arrow-down"_L1};
+    case Symbol::ChevronRight:
+        return {"actions"_L1, "arrow-right"_L1};
+    case Symbol::Clear:
+        return {"actions"_L1, "edit-clear"_L1};
+    case Symbol::Folder:
+        return {"places"_L1, "folder"_L1};
+    case Symbol::Forward:
+        return {"actions"_L1, "go-next"_L1};
+    case Symbol::Help:
+        return {"actions"_L1, "games-hint"_L1};
+    case Symbol::NewFolder:
+        return {"actions"_L1, "folder-new"_L1};
+    case Symbol::NewNote:
+        return {"actions"_L1, "document-new"_L1};
+    case Symbol::Note:
+        return {"mimetypes"_L1, "text-plain"_L1};
+    case Symbol::Panes:
+        return {"actions"_L1, "view-file-columns"_L1};
+    case Symbol::PdfNote:
+        return {"mimetypes"_L1, "application-pdf"_L1};
+    case Symbol::Plus:
+        return {"actions"_L1, "list-add"_L1};
+    case Symbol::Project:
+        return {"places"_L1, "document-multiple"_L1};
+    case Symbol::ProjectSparkles:
+        return {"actions"_L1, "tools-wizard"_L1};
+    case Symbol::Rename:
+        return {"actions"_L1, "edit-rename"_L1};
+    case Symbol::Search:
+        return {"actions"_L1, "search"_L1};
+    case Symbol::Trash:
+        return {"places"_L1, "user-trash"_L1};
+    case Symbol::Warning:
+        return {"status"_L1, "dialog-warning"_L1};
+    }
+    return {};
+}
+
+const QString& themeFolder()
+{
+    static const QString folder = [] {
+        // Not every platform plugin knows where the desktop keeps its icons.
+        QStringList paths = QIcon::themeSearchPaths();
+        for (const QString& data :
+             QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation))
+            paths.append(data + "/icons"_L1);
+        for (const QString& path : paths) {
+            const QString candidate = path + "/breeze"_L1;
+            if (!path.startsWith(u':') && QFile::exists(candidate + "/index.theme"_L1))
+                return candidate;
+        }
+        qWarning("The Breeze icon theme is not installed; buttons show no pictures.");
+        return QString();
+    }();
+    return folder;
+}
+
+QString drawingFile(Symbol symbol)
+{
+    if (themeFolder().isEmpty())
+        return {};
+    const auto [category, name] = drawingOf(symbol);
+    return themeFolder() + u'/' + category + "/16/"_L1 + name + ".svg"_L1;
+}
+
+} // namespace
+
+Symbol projectSymbol(const std::optional<QString>& storedIcon)
+{
+    if (storedIcon == u"sparkles"_s)
+        return Symbol::ProjectSparkles;
+    return Symbol::Project;
+}
+
+QPixmap symbolPixmap(Symbol symbol, int pixels, const QColor& color)
+{
+    const QString key = u"orvane:%1:%2:%3"_s.arg(int(symbol)).arg(pixels).arg(color.rgba(), 0, 16);
+    QPixmap pixmap;
+    if (pixels <= 0 || QPixmapCache::find(key, &pixmap))
+        return pixmap;
+    QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    const QString file = drawingFile(symbol);
+    if (QSvgRenderer renderer; !file.isEmpty() && renderer.load(file)) {
+        QPainter painter(&image);
+        renderer.render(&painter, QRectF(0, 0, pixels, pixels));
+        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        painter.fillRect(image.rect(), color);
+    }
+    pixmap = QPixmap::fromImage(std::move(image));
+    QPixmapCache::insert(key, pixmap);
+    return pixmap;
+}
+
+} // namespace orvane

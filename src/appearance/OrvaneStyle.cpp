@@ -1,0 +1,374 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "appearance/OrvaneStyle.h"
+
+#include "appearance/Contrast.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QMenu>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyleOption>
+#include <QToolButton>
+
+namespace orvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr const char* toneProperty = "orvaneTone";
+
+ButtonTone toneOf(const QStyleOptionButton& option, const QWidget* widget)
+{
+    const QVariant told = widget ? widget->property(toneProperty) : QVariant();
+    if (told.isValid())
+        return ButtonTone(told.toInt());
+    return option.features.testFlag(QStyleOptionButton::DefaultButton) ? ButtonTone::Accent
+                                                                       : ButtonTone::Plain;
+}
+
+QColor withOpacity(QColor color, double opacity)
+{
+    color.setAlphaF(float(opacity));
+    return color;
+}
+
+bool showsKeyboardFocus(const QStyleOption& option)
+{
+    return option.state.testFlag(QStyle::State_HasFocus) &&
+           option.state.testFlag(QStyle::State_KeyboardFocusChange);
+}
+
+} // namespace
+
+void setButtonTone(QAbstractButton* button, ButtonTone tone)
+{
+    button->setProperty(toneProperty, int(tone));
+    button->update();
+}
+
+void drawPanel(QPainter& painter, const QRectF& rect, double radius, const QColor& fill,
+               const QColor& edge)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(fill.isValid() ? QBrush(fill) : QBrush(Qt::NoBrush));
+    if (edge.isValid()) {
+        painter.setPen(QPen(edge, 1));
+        painter.drawRoundedRect(rect.adjusted(0.5, 0.5, -0.5, -0.5), radius - 0.5, radius - 0.5);
+    } else {
+        painter.setPen(Qt::NoPen);
+        painter.drawRoundedRect(rect, radius, radius);
+    }
+    painter.restore();
+}
+
+void drawCardShadow(QPainter& painter, const QRectF& card, double radius)
+{
+    constexpr int depth = 24;
+    constexpr int drop = 8;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(0, 0, 0, 9));
+    for (int step = depth; step > 0; step -= 2)
+        painter.drawRoundedRect(card.adjusted(-step, drop - step, step, drop + step), radius + step,
+                                radius + step);
+    painter.restore();
+}
+
+void drawFocusRing(QPainter& painter, const QRectF& rect, double radius, const QColor& color)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(color, 2));
+    painter.drawRoundedRect(rect.adjusted(1, 1, -1, -1), radius - 1, radius - 1);
+    painter.restore();
+}
+
+OrvaneStyle::OrvaneStyle(const Look& look)
+    : QProxyStyle(u"Fusion"_s)
+    , m_look(look)
+{}
+
+void OrvaneStyle::polish(QWidget* widget)
+{
+    QProxyStyle::polish(widget);
+    if (qobject_cast<QAbstractButton*>(widget) || qobject_cast<QComboBox*>(widget) ||
+        qobject_cast<QScrollBar*>(widget))
+        widget->setAttribute(Qt::WA_Hover);
+    if (qobject_cast<QMenu*>(widget) || widget->inherits("QTipLabel"))
+        widget->setAttribute(Qt::WA_TranslucentBackground);
+    if (qobject_cast<QMenu*>(widget))
+        widget->setPalette(m_look.palette(Surface::Card));
+}
+
+void OrvaneStyle::polish(QPalette& palette)
+{
+    palette = standardPalette();
+}
+
+QPalette OrvaneStyle::standardPalette() const
+{
+    return m_look.palette(Surface::Window);
+}
+
+void OrvaneStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
+                                QPainter* painter, const QWidget* widget) const
+{
+    const Tokens& t = m_look.tokens();
+    switch (element) {
+    case PE_PanelButtonCommand:
+        if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option))
+            return drawButtonFace(*button, *painter, widget);
+        break;
+    case PE_PanelButtonTool:
+        return drawToolButtonFace(*option, *painter);
+    case PE_PanelLineEdit:
+    case PE_FrameLineEdit:
+        if (const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+            frame && frame->lineWidth <= 0)
+            return;
+        return drawFieldFrame(*option, *painter);
+    case PE_FrameFocusRect:
+        if (option->state.testFlag(State_KeyboardFocusChange))
+            drawFocusRing(*painter, option->rect, 6, t.accentIcon);
+        return;
+    case PE_FrameDefaultButton:
+    case PE_Frame:
+    case PE_FrameButtonTool:
+    case PE_FrameStatusBarItem:
+        return;
+    case PE_PanelTipLabel:
+        return drawPanel(*painter, option->rect, 6, t.card, t.border);
+    case PE_PanelMenu:
+        return drawPanel(*painter, option->rect, 10, t.card, t.border);
+    case PE_FrameMenu:
+        return;
+    case PE_IndicatorCheckBox:
+        return drawCheckBoxMark(*option, *painter);
+    default:
+        break;
+    }
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+}
+
+void OrvaneStyle::drawButtonFace(const QStyleOptionButton& option, QPainter& painter,
+                                 const QWidget* widget) const
+{
+    const Tokens& t = m_look.tokens();
+    const ButtonTone tone = toneOf(option, widget);
+    const bool enabled = option.state.testFlag(State_Enabled);
+    QColor face = tone == ButtonTone::Accent   ? t.accent
+                  : tone == ButtonTone::Danger ? t.danger
+                                               : t.control;
+    if (!enabled)
+        face = blended(face, tone == ButtonTone::Plain ? 0.5 : 0.3, t.card);
+    else if (option.state.testFlag(State_Sunken))
+        face = blended(t.window, 0.18, face);
+    else if (option.state.testFlag(State_MouseOver))
+        face = blended(tone == ButtonTone::Plain ? t.text : QColor(Qt::white), 0.1, face);
+    QRectF rect = option.rect;
+    if (showsKeyboardFocus(option)) {
+        drawFocusRing(painter, rect, 6, tone == ButtonTone::Accent ? t.text : t.accentIcon);
+        rect.adjust(3, 3, -3, -3);
+        return drawPanel(painter, rect, 4, face);
+    }
+    drawPanel(painter, rect, 6, face);
+}
+
+void OrvaneStyle::drawButtonLabel(const QStyleOptionButton& option, QPainter& painter,
+                                  const QWidget* widget) const
+{
+    const Tokens& t = m_look.tokens();
+    const ButtonTone tone = toneOf(option, widget);
+    QColor ink = tone == ButtonTone::Accent   ? t.textOnAccent
+                 : tone == ButtonTone::Danger ? t.textOnDanger
+                                              : readableInk(t.text, t.control);
+    if (!option.state.testFlag(State_Enabled))
+        ink = withOpacity(t.text, 0.45);
+    const int iconSize = option.icon.isNull() ? 0 : option.iconSize.width();
+    const int gap = iconSize > 0 && !option.text.isEmpty() ? 8 : 0;
+    const int textWidth = option.fontMetrics.horizontalAdvance(option.text);
+    const int width = iconSize + gap + textWidth;
+    QRect rect = option.rect;
+    int x = rect.left() + qMax(0, (rect.width() - width) / 2);
+    if (iconSize > 0) {
+        const QPixmap pixmap = option.icon.pixmap(
+            QSize(iconSize, iconSize), painter.device()->devicePixelRatioF(),
+            option.state.testFlag(State_Enabled) ? QIcon::Normal : QIcon::Disabled);
+        painter.drawPixmap(QPoint(x, rect.top() + (rect.height() - iconSize) / 2), pixmap);
+        x += iconSize + gap;
+    }
+    rect.setLeft(x);
+    painter.setPen(ink);
+    if (tone != ButtonTone::Plain && option.state.testFlag(State_Enabled))
+        painter.setFont(interfaceFont(
+            TextStyle::Body, polarityOf(ink, tone == ButtonTone::Accent ? t.accent : t.danger)));
+    painter.drawText(rect, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextHideMnemonic, option.text);
+}
+
+void OrvaneStyle::drawToolButtonFace(const QStyleOption& option, QPainter& painter) const
+{
+    const Tokens& t = m_look.tokens();
+    const QColor ink = option.palette.color(QPalette::WindowText);
+    if (option.state.testFlag(State_Enabled)) {
+        if (option.state.testFlag(State_Sunken))
+            drawPanel(painter, option.rect, 6, withOpacity(ink, 0.14));
+        else if (option.state.testFlag(State_On))
+            drawPanel(painter, option.rect, 6, withOpacity(t.accent, 0.2));
+        else if (option.state.testFlag(State_MouseOver))
+            drawPanel(painter, option.rect, 6, withOpacity(ink, 0.08));
+    }
+    if (showsKeyboardFocus(option)) {
+        const QColor ground = option.palette.color(QPalette::Window);
+        drawFocusRing(painter, option.rect, 6, readableInk(t.accentIcon, ground, iconContrast));
+    }
+}
+
+void OrvaneStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                              const QWidget* widget) const
+{
+    switch (element) {
+    case CE_PushButtonBevel:
+        if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option))
+            return drawButtonFace(*button, *painter, widget);
+        break;
+    case CE_PushButtonLabel:
+        if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option))
+            return drawButtonLabel(*button, *painter, widget);
+        break;
+    case CE_ComboBoxLabel:
+        if (const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option)) {
+            painter->setPen(combo->palette.color(QPalette::WindowText));
+            painter->drawText(combo->rect.adjusted(10, 0, -28, 0),
+                              Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
+                              combo->currentText);
+            return;
+        }
+        break;
+    case CE_MenuItem:
+        if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option))
+            return drawMenuItem(*item, *painter);
+        break;
+    case CE_MenuEmptyArea:
+        return;
+    case CE_Splitter:
+        painter->fillRect(option->rect, m_look.tokens().border);
+        return;
+    default:
+        break;
+    }
+    QProxyStyle::drawControl(element, option, painter, widget);
+}
+
+void OrvaneStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                     QPainter* painter, const QWidget* widget) const
+{
+    switch (control) {
+    case CC_ScrollBar:
+        if (const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option))
+            return drawScrollBar(*slider, *painter, widget);
+        break;
+    case CC_ComboBox:
+        if (const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option))
+            return drawComboBox(*combo, *painter);
+        break;
+    default:
+        break;
+    }
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
+
+int OrvaneStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
+                             const QWidget* widget) const
+{
+    switch (metric) {
+    case PM_ScrollBarExtent:
+        return 10;
+    case PM_ScrollBarSliderMin:
+        return 32;
+    case PM_ScrollView_ScrollBarSpacing:
+    case PM_ScrollView_ScrollBarOverlap:
+    case PM_FocusFrameHMargin:
+    case PM_ButtonShiftHorizontal:
+    case PM_ButtonShiftVertical:
+        return 0;
+    case PM_DefaultFrameWidth:
+        return widget && widget->inherits("QLineEdit") ? 1 : 0;
+    case PM_MenuPanelWidth:
+        return 1;
+    case PM_MenuHMargin:
+    case PM_MenuVMargin:
+        return 5;
+    case PM_SplitterWidth:
+        return 1;
+    case PM_IndicatorWidth:
+    case PM_IndicatorHeight:
+        return 16;
+    case PM_CheckBoxLabelSpacing:
+        return 8;
+    case PM_SmallIconSize:
+    case PM_ButtonIconSize:
+        return 16;
+    case PM_ToolTipLabelFrameWidth:
+        return 6;
+    case PM_ToolBarItemSpacing:
+        return 4;
+    default:
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
+
+int OrvaneStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                           QStyleHintReturn* returnData) const
+{
+    switch (hint) {
+    case SH_EtchDisabledText:
+    case SH_DialogButtonBox_ButtonsHaveIcons:
+    case SH_UnderlineShortcut:
+    case SH_Widget_Animation_Duration:
+    case SH_ScrollBar_Transient:
+    case SH_TitleBar_NoBorder:
+        return 0;
+    case SH_ScrollBar_LeftClickAbsolutePosition:
+    case SH_ItemView_ShowDecorationSelected:
+        return 1;
+    default:
+        return QProxyStyle::styleHint(hint, option, widget, returnData);
+    }
+}
+
+QSize OrvaneStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
+                                    const QSize& size, const QWidget* widget) const
+{
+    switch (type) {
+    case CT_PushButton:
+        if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option)) {
+            const int iconSize = button->icon.isNull() ? 0 : button->iconSize.width() + 8;
+            const int text = button->fontMetrics.horizontalAdvance(button->text);
+            return {text + iconSize + 32, 34};
+        }
+        break;
+    case CT_ToolButton:
+        return {qMax(size.width() + 12, 28), qMax(size.height() + 12, 28)};
+    case CT_LineEdit:
+        if (const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+            frame && frame->lineWidth > 0)
+            return {size.width() + 16, 34};
+        return size;
+    case CT_ComboBox:
+        return {size.width() + 40, 34};
+    case CT_MenuItem:
+        if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option))
+            return menuItemSize(*item);
+        break;
+    default:
+        break;
+    }
+    return QProxyStyle::sizeFromContents(type, option, size, widget);
+}
+
+} // namespace orvane

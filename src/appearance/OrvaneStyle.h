@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "appearance/Look.h"
+
+#include <QProxyStyle>
+
+class QAbstractButton;
+class QStyleOptionButton;
+class QStyleOptionComboBox;
+class QStyleOptionMenuItem;
+class QStyleOptionSlider;
+
+namespace orvane {
+
+/// What a push button means. A default button is `Accent` unless told otherwise.
+enum class ButtonTone { Plain, Accent, Danger };
+
+/// Gives a button its tone and repaints it.
+void setButtonTone(QAbstractButton* button, ButtonTone tone);
+
+/// The style of every stock widget: drawn from the look's tokens, over Fusion's behaviour and
+/// measures. Tool buttons, fields and scroll bars take their inks from the palette of the surface
+/// that they stand on.
+class OrvaneStyle final : public QProxyStyle {
+    Q_OBJECT
+public:
+    explicit OrvaneStyle(const Look& look);
+
+    using QProxyStyle::polish;
+    void polish(QWidget* widget) override;
+    void polish(QPalette& palette) override;
+    [[nodiscard]] QPalette standardPalette() const override;
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                            QPainter* painter, const QWidget* widget) const override;
+    [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                                  const QWidget* widget) const override;
+    [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                                QStyleHintReturn* returnData) const override;
+    [[nodiscard]] QSize sizeFromContents(ContentsType type, const QStyleOption* option,
+                                         const QSize& size, const QWidget* widget) const override;
+    [[nodiscard]] QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option,
+                                       SubControl part, const QWidget* widget) const override;
+    [[nodiscard]] QRect subElementRect(SubElement element, const QStyleOption* option,
+                                       const QWidget* widget) const override;
+
+private:
+    void drawButtonFace(const QStyleOptionButton& option, QPainter& painter,
+                        const QWidget* widget) const;
+    void drawButtonLabel(const QStyleOptionButton& option, QPainter& painter,
+                         const QWidget* widget) const;
+    void drawToolButtonFace(const QStyleOption& option, QPainter& painter) const;
+    void drawFieldFrame(const QStyleOption& option, QPainter& painter) const;
+    void drawCheckBoxMark(const QStyleOption& option, QPainter& painter) const;
+    void drawComboBox(const QStyleOptionComboBox& option, QPainter& painter) const;
+    void drawMenuItem(const QStyleOptionMenuItem& option, QPainter& painter) const;
+    void drawScrollBar(const QStyleOptionSlider& option, QPainter& painter,
+                       const QWidget* widget) const;
+    [[nodiscard]] QSize menuItemSize(const QStyleOptionMenuItem& option) const;
+
+    const Look& m_look;
+};
+
+/// A rectangle with round corners, its 1 px edge on the pixel grid; invalid colours are left out.
+void drawPanel(QPainter& painter, const QRectF& rect, double radius, const QColor& fill,
+               const QColor& edge = {});
+
+/// The soft shadow below a card that floats over the window.
+void drawCardShadow(QPainter& painter, const QRectF& card, double radius);
+
+/// The 2 px ring of the focused control, inside `rect`.
+void drawFocusRing(QPainter& painter, const QRectF& rect, double radius, const QColor& color);
+
+} // namespace orvane

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "appearance/Tokens.h"
+
+namespace orvane {
+
+Tokens signatureDarkTokens()
+{
+    Tokens tokens;
+    tokens.window = QColor(0x07, 0x07, 0x0C);
+    tokens.pane = QColor(0x0A, 0x0E, 0x16);
+    tokens.page = QColor(0x0D, 0x11, 0x17);
+    tokens.card = QColor(0x0D, 0x11, 0x17);
+    tokens.band = QColor(0x1E, 0x1E, 0x2E);
+    tokens.rail = QColor(0xE6, 0xED, 0xF3);
+    tokens.field = QColor(0x15, 0x19, 0x21);
+    tokens.control = QColor(0x1D, 0x22, 0x28);
+    tokens.border = QColor(0x1E, 0x1E, 0x2E);
+    tokens.text = QColor(0xE6, 0xED, 0xF3);
+    tokens.textSecondary = QColor(0x7D, 0x83, 0x8C);
+    tokens.accent = QColor(0x00, 0xD4, 0xFF);
+    tokens.selection = QColor(0x0B, 0x45, 0x58);
+    tokens.danger = QColor(0xFF, 0x6B, 0x6B);
+    tokens.backdrop = QColor(0x00, 0x00, 0x00, 0x8C);
+    return withDerivedInks(tokens);
+}
+
+} // namespace orvane

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+// How the style draws what takes a value: fields, boxes and lists to choose from.
+#include "appearance/Contrast.h"
+#include "appearance/OrvaneStyle.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QStyleOption>
+
+namespace orvane {
+
+void OrvaneStyle::drawFieldFrame(const QStyleOption& option, QPainter& painter) const
+{
+    const Tokens& t = m_look.tokens();
+    drawPanel(painter, option.rect, 6, t.field, t.border);
+    if (option.state.testFlag(State_HasFocus) && option.state.testFlag(State_Enabled))
+        drawFocusRing(painter, option.rect, 6, t.accentIcon);
+}
+
+void OrvaneStyle::drawCheckBoxMark(const QStyleOption& option, QPainter& painter) const
+{
+    const Tokens& t = m_look.tokens();
+    const bool on = option.state.testFlag(State_On);
+    const QColor edge = readableInk(blended(t.text, 0.4, t.card), t.card, iconContrast);
+    drawPanel(painter, option.rect, 4, on ? t.accent : t.field, on ? t.accent : edge);
+    if (!on)
+        return;
+    const QRectF r = option.rect;
+    QPainterPath mark;
+    mark.moveTo(r.left() + r.width() * 0.25, r.top() + r.height() * 0.52);
+    mark.lineTo(r.left() + r.width() * 0.43, r.top() + r.height() * 0.70);
+    mark.lineTo(r.left() + r.width() * 0.76, r.top() + r.height() * 0.32);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(t.textOnAccent, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPath(mark);
+    painter.restore();
+}
+
+void OrvaneStyle::drawComboBox(const QStyleOptionComboBox& option, QPainter& painter) const
+{
+    const Tokens& t = m_look.tokens();
+    const QColor ground = option.palette.color(QPalette::Window);
+    const QColor ink = option.palette.color(QPalette::WindowText);
+    const bool hovered =
+        option.state.testFlag(State_MouseOver) && option.state.testFlag(State_Enabled);
+    drawPanel(painter, option.rect, 6, hovered ? blended(ink, 0.06, ground) : QColor(),
+              blended(ink, 0.16, ground));
+    if (option.state.testFlag(State_HasFocus) && option.state.testFlag(State_KeyboardFocusChange))
+        drawFocusRing(painter, option.rect, 6, t.accentIcon);
+    Look::drawSymbol(painter,
+                     QRectF(option.rect.right() - 24, option.rect.top(), 20, option.rect.height()),
+                     Symbol::ChevronDown, 12, readableInk(t.textSecondary, ground, iconContrast));
+}
+
+QRect OrvaneStyle::subElementRect(SubElement element, const QStyleOption* option,
+                                  const QWidget* widget) const
+{
+    const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+    if (element == SE_LineEditContents && frame && frame->lineWidth > 0)
+        return QProxyStyle::subElementRect(element, option, widget).adjusted(6, 0, -6, 0);
+    return QProxyStyle::subElementRect(element, option, widget);
+}
+
+} // namespace orvane

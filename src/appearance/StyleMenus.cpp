@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+// How the style draws menus.
+#include "appearance/OrvaneStyle.h"
+
+#include <QPainter>
+#include <QStyleOption>
+
+namespace orvane {
+
+namespace {
+
+constexpr int rowHeight = 28;
+constexpr int separatorHeight = 9;
+constexpr int sidePadding = 10;
+constexpr int iconColumn = 24;
+
+} // namespace
+
+void OrvaneStyle::drawMenuItem(const QStyleOptionMenuItem& option, QPainter& painter) const
+{
+    const Tokens& t = m_look.tokens();
+    if (option.menuItemType == QStyleOptionMenuItem::Separator) {
+        painter.fillRect(QRect(option.rect.left() + sidePadding,
+                               option.rect.top() + separatorHeight / 2,
+                               option.rect.width() - 2 * sidePadding, 1),
+                         t.border);
+        return;
+    }
+    const bool enabled = option.state.testFlag(State_Enabled);
+    if (enabled && option.state.testFlag(State_Selected)) {
+        QColor fill = t.accent;
+        fill.setAlphaF(0.16F);
+        drawPanel(painter, option.rect, 6, fill);
+    }
+    QColor ink = t.text;
+    QColor second = t.textSecondary;
+    if (!enabled) {
+        ink.setAlphaF(0.4F);
+        second.setAlphaF(0.4F);
+    }
+    QRect rect = option.rect.adjusted(sidePadding, 0, -sidePadding, 0);
+    if (option.maxIconWidth > 0) {
+        if (!option.icon.isNull()) {
+            const QPixmap pixmap =
+                option.icon.pixmap(QSize(16, 16), painter.device()->devicePixelRatioF(),
+                                   enabled ? QIcon::Normal : QIcon::Disabled);
+            painter.drawPixmap(rect.left(), rect.top() + (rect.height() - 16) / 2, pixmap);
+        }
+        rect.setLeft(rect.left() + iconColumn);
+    }
+    const QStringList parts = option.text.split(u'\t');
+    painter.setFont(option.font);
+    painter.setPen(ink);
+    painter.drawText(rect, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextHideMnemonic, parts.value(0));
+    if (parts.size() > 1) {
+        painter.setPen(second);
+        painter.drawText(rect, Qt::AlignVCenter | Qt::AlignRight, parts.at(1));
+    }
+    if (option.menuItemType == QStyleOptionMenuItem::SubMenu)
+        Look::drawSymbol(painter, QRectF(rect.right() - 12, rect.top(), 12, rect.height()),
+                         Symbol::ChevronRight, 12, second);
+}
+
+QSize OrvaneStyle::menuItemSize(const QStyleOptionMenuItem& option) const
+{
+    if (option.menuItemType == QStyleOptionMenuItem::Separator)
+        return {10, separatorHeight};
+    const QStringList parts = option.text.split(u'\t');
+    int width = option.fontMetrics.horizontalAdvance(parts.value(0)) + 2 * sidePadding;
+    if (parts.size() > 1)
+        width += option.fontMetrics.horizontalAdvance(parts.at(1)) + 32;
+    if (option.maxIconWidth > 0)
+        width += iconColumn;
+    if (option.menuItemType == QStyleOptionMenuItem::SubMenu)
+        width += 20;
+    return {qMax(width, 160), rowHeight};
+}
+
+} // namespace orvane

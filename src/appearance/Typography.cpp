@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "appearance/Typography.h"
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <QRawFont>
+#include <QWidget>
+
+namespace orvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Measure {
+    int pixels;
+    QFont::Weight weight;
+    double tracking;
+};
+
+Measure measureOf(TextStyle style)
+{
+    switch (style) {
+    case TextStyle::Body:
+        return {13, QFont::Normal, 0};
+    case TextStyle::BodyMedium:
+        return {13, QFont::Medium, 0};
+    case TextStyle::BodyStrong:
+        return {13, QFont::DemiBold, 0};
+    case TextStyle::Label:
+        return {11, QFont::Normal, 0};
+    case TextStyle::SectionHead:
+        return {11, QFont::Medium, 0.4};
+    case TextStyle::WindowTitle:
+        return {15, QFont::Medium, 0};
+    case TextStyle::SheetTitle:
+        return {24, QFont::Bold, -0.4};
+    case TextStyle::SheetText:
+        return {14, QFont::Normal, 0};
+    case TextStyle::ScreenTitle:
+        return {28, QFont::Bold, -0.6};
+    }
+    return {13, QFont::Normal, 0};
+}
+
+const QString& desktopFamily()
+{
+    static const QString family = QFontDatabase::systemFont(QFontDatabase::GeneralFont).family();
+    return family;
+}
+
+constexpr int smallestDisplaySize = 20;
+constexpr const char* styleProperty = "orvaneTextStyle";
+InkPolarity mainPolarity = InkPolarity::DarkOnLight;
+
+/// True for outlines in the Compact Font Format on a display of about 96 dots an inch; on finer
+/// ones the thickening all but vanishes.
+bool interThickensStems()
+{
+    static const bool isPostScript =
+        !QRawFont::fromFont(QFont(u"Inter"_s)).fontTable("CFF ").isEmpty();
+    return isPostScript && qGuiApp->devicePixelRatio() < 1.5;
+}
+
+QFont::Weight aStepLighter(QFont::Weight weight)
+{
+    switch (weight) {
+    case QFont::Normal:
+        return QFont::Light;
+    case QFont::Medium:
+        return QFont::Normal;
+    case QFont::DemiBold:
+        return QFont::Medium;
+    default:
+        return weight;
+    }
+}
+
+} // namespace
+
+InkPolarity inkPolarity()
+{
+    return mainPolarity;
+}
+
+QFont interfaceFont(TextStyle style)
+{
+    return interfaceFont(style, mainPolarity);
+}
+
+QFont interfaceFont(TextStyle style, InkPolarity polarity)
+{
+    const Measure measure = measureOf(style);
+    const bool isDisplay = measure.pixels >= smallestDisplaySize;
+    QFont font(
+        QStringList{isDisplay ? u"Inter Display"_s : u"Inter"_s, u"Inter"_s, desktopFamily()});
+    font.setPixelSize(measure.pixels);
+    const bool isThickened = polarity == InkPolarity::LightOnDark && interThickensStems();
+    font.setWeight(isThickened ? aStepLighter(measure.weight) : measure.weight);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    if (measure.tracking != 0)
+        font.setLetterSpacing(QFont::AbsoluteSpacing, measure.tracking);
+    return font;
+}
+
+void setTextStyle(QWidget* widget, TextStyle style)
+{
+    widget->setProperty(styleProperty, int(style));
+    widget->setFont(interfaceFont(style));
+}
+
+void setInkPolarity(InkPolarity polarity)
+{
+    if (std::exchange(mainPolarity, polarity) == polarity)
+        return;
+    QApplication::setFont(interfaceFont(TextStyle::Body));
+    for (QWidget* widget : QApplication::allWidgets()) {
+        if (const QVariant style = widget->property(styleProperty); style.isValid())
+            widget->setFont(interfaceFont(TextStyle(style.toInt())));
+    }
+}
+
+QFont editorFont(const QString& family, double pixels, QFont::Weight weight)
+{
+    QFont font(family);
+    font.setPixelSize(qMax(1, qRound(pixels)));
+    font.setWeight(weight);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    return font;
+}
+
+void installFontSubstitutions()
+{
+    QFont::insertSubstitution(u"Georgia"_s, u"Charis SIL"_s);
+    QFont::insertSubstitution(u"Menlo"_s, u"JetBrains Mono"_s);
+}
+
+} // namespace orvane

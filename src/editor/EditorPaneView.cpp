@@ -1,0 +1,242 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "editor/EditorPaneView.h"
+
+#include "appearance/Contrast.h"
+#include "core/NoteVersionHistoryStore.h"
+#include "editor/StatusStrip.h"
+#include "editor/TextHost.h"
+
+#include <QFontMetricsF>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStackedLayout>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace orvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int titleTop = 48;
+constexpr int titleGap = 8;
+constexpr int charactersPerLine = 73;
+/// Counting a long note takes longer than a keystroke may, so it waits for a pause.
+constexpr int countPause = 120;
+
+/// About how wide a line of `count` characters of prose is.
+int widthOfProse(const QFont& font, int count)
+{
+    static const QString sample = u"The tide figures stood in a single line, ruled twice, and "
+                                  "under it a name she had never seen written down."_s;
+    return qRound(QFontMetricsF(font).horizontalAdvance(sample) * count / double(sample.size()));
+}
+
+} // namespace
+
+EditorPaneView::EditorPaneView(AppState& appState, Look& look, QWidget* parent)
+    : SurfacePanel(look, Surface::Page, parent)
+    , m_appState(appState)
+    , m_session(appState)
+    , m_stack(new QStackedLayout)
+    , m_status(new StatusStrip(look, this))
+    , m_countTimer(new QTimer(this))
+{
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->setSpacing(0);
+    layout->addLayout(m_stack, 1);
+    layout->addWidget(m_status);
+    m_stack->addWidget(makeEmptyState());
+    m_stack->addWidget(makePage());
+    m_countTimer->setSingleShot(true);
+    m_countTimer->setInterval(countPause);
+    connect(m_countTimer, &QTimer::timeout, this, &EditorPaneView::updateCounts);
+    connect(&look, &Look::changed, this, &EditorPaneView::applyHostLook);
+    connectSession();
+    applyHostLook();
+    loadDraft();
+    updateSavingState();
+}
+
+QWidget* EditorPaneView::makePage()
+{
+    auto* page = new QWidget(this);
+    auto* layout = new QVBoxLayout(page);
+    layout->setContentsMargins({});
+    layout->setSpacing(0);
+    m_titleRow = new QWidget(page);
+    auto* row = new QVBoxLayout(m_titleRow);
+    m_title = new QLineEdit(m_titleRow);
+    m_title->setFrame(false);
+    m_title->setAccessibleName(tr("Title of the note"));
+    m_title->setPlaceholderText(tr("Untitled"));
+    // The field keeps 2 px on either side; the title stands in line with the text.
+    m_title->setTextMargins(-2, 0, -2, 0);
+    m_title->installEventFilter(this);
+    row->addWidget(m_title);
+    layout->addWidget(m_titleRow);
+    m_text = makeTextHost(page);
+    layout->addWidget(m_text, 1);
+    return page;
+}
+
+QWidget* EditorPaneView::makeEmptyState()
+{
+    auto* empty = new QWidget(this);
+    auto* layout = new QVBoxLayout(empty);
+    layout->setSpacing(8);
+    auto* title = makeLabel(tr("No Note Selected"), TextStyle::WindowTitle);
+    auto* text = makeLabel(tr("Create a note or select one from the list."), TextStyle::Body,
+                           LabelInk::Secondary);
+    auto* action = new QPushButton(tr("New Note"), empty);
+    connect(action, &QPushButton::clicked, this, &EditorPaneView::newNoteRequested);
+    m_emptyAction = action;
+    layout->addStretch(5);
+    layout->addWidget(title, 0, Qt::AlignHCenter);
+    layout->addWidget(text, 0, Qt::AlignHCenter);
+    layout->addSpacing(8);
+    layout->addWidget(action, 0, Qt::AlignHCenter);
+    layout->addStretch(6);
+    return empty;
+}
+
+void EditorPaneView::connectSession()
+{
+    m_session.setBodySource([this] { return m_text->text(); });
+    connect(&m_session, &EditorSession::draftLoaded, this, &EditorPaneView::loadDraft);
+    connect(&m_session, &EditorSession::dirtyChanged, this, &EditorPaneView::updateSavingState);
+    connect(m_text, &TextHost::edited, this, [this] {
+        m_session.bodyEdited();
+        m_countTimer->start();
+    });
+    connect(m_text, &TextHost::leftAtTop, this, &EditorPaneView::focusTitle);
+    connect(m_title, &QLineEdit::textEdited, &m_session, &EditorSession::setTitle);
+    connect(m_title, &QLineEdit::returnPressed, this, &EditorPaneView::focusText);
+    connect(&m_appState, &AppState::saveFailureChanged, this, &EditorPaneView::updateSavingState);
+    connect(&m_appState, &AppState::currentProjectChanged, this, [this] {
+        updateEditable();
+        updateSavingState();
+    });
+}
+
+void EditorPaneView::applyHostLook()
+{
+    const Tokens& t = look().tokens();
+    const UserDefaults& defaults = m_appState.services().defaults;
+    const QString family = editorFontFamilySetting.read(defaults);
+    const double zoom = editorDisplayZoomSetting.read(defaults);
+    TextHostLook host;
+    host.fontFamily = family;
+    host.fontSize = editorFontSizeSetting.read(defaults);
+    host.zoom = qBound(0.5, zoom, 3.0);
+    host.text = t.text;
+    host.link = readableInk(t.accent, t.page);
+    host.page = t.page;
+    host.caret = t.accentIcon;
+    host.selection = t.selection;
+    host.inactiveSelection = blended(t.selection, 0.6, t.page);
+    host.separator = t.border;
+    host.dimmed = blended(t.text, 0.3, t.page);
+    host.columnWidth = m_columnWidth =
+        widthOfProse(editorFont(family, host.fontSize * host.zoom), charactersPerLine);
+    host.bottomPadding = bottomDocumentPaddingSetting.read(defaults);
+    m_text->setHostLook(host);
+    m_title->setFont(editorFont(family, 28, QFont::Bold));
+    QPalette palette = m_title->palette();
+    palette.setColor(QPalette::Base, t.page);
+    palette.setColor(QPalette::PlaceholderText, t.textSecondary);
+    m_title->setPalette(palette);
+    placeTitle();
+}
+
+void EditorPaneView::resizeEvent(QResizeEvent* event)
+{
+    SurfacePanel::resizeEvent(event);
+    placeTitle();
+}
+
+void EditorPaneView::placeTitle()
+{
+    const int left = m_text->columnLeft(width());
+    const int right = qMax(24, width() - left - m_columnWidth);
+    m_titleRow->layout()->setContentsMargins(left, titleTop, right, titleGap);
+}
+
+bool EditorPaneView::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_title && event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Down) {
+        focusText();
+        return true;
+    }
+    return SurfacePanel::eventFilter(watched, event);
+}
+
+void EditorPaneView::focusTitle()
+{
+    if (m_session.noteID())
+        m_title->setFocus(Qt::OtherFocusReason);
+    m_title->selectAll();
+}
+
+void EditorPaneView::focusText()
+{
+    m_text->focusTarget()->setFocus(Qt::OtherFocusReason);
+}
+
+void EditorPaneView::loadDraft()
+{
+    const EditorDraft& draft = m_session.draft();
+    m_stack->setCurrentIndex(draft.noteID ? 1 : 0);
+    if (m_title->text() != draft.title)
+        m_title->setText(draft.title);
+    m_title->setCursorPosition(0);
+    m_text->setText(draft.bodyPlain);
+    updateEditable();
+    updateCounts();
+    updateSavingState();
+}
+
+void EditorPaneView::updateEditable()
+{
+    const bool editable = m_session.isEditable();
+    m_title->setReadOnly(!editable);
+    m_text->setEditable(editable);
+    m_emptyAction->setVisible(m_appState.canCreateOrEdit());
+}
+
+void EditorPaneView::updateCounts()
+{
+    m_countTimer->stop();
+    if (!m_session.noteID())
+        return m_status->setCounts({}, 0);
+    const QString body = m_session.currentBodyPlain();
+    m_status->setCounts(wordCount(body), body.size());
+}
+
+void EditorPaneView::updateSavingState()
+{
+    SavingState state;
+    const auto& failure = m_appState.saveFailure();
+    if (m_appState.isReadOnly()) {
+        state.kind = SavingState::Kind::ReadOnly;
+        state.detail = tr("The project's folder can't be written, so its notes can be read but not "
+                          "changed.");
+    } else if (failure) {
+        state.kind = SavingState::Kind::Failing;
+        state.since = failure->since.toLocal().toString(u"HH:mm"_s);
+        state.detail = tr("Your changes are kept in memory and are written as soon as saving works "
+                          "again.\n%1")
+                           .arg(failure->error);
+    } else if (m_session.noteID()) {
+        state.kind = m_session.isDirty() ? SavingState::Kind::Edited : SavingState::Kind::Saved;
+    }
+    m_status->setSavingState(state);
+    m_status->setModeName(m_session.noteID() ? tr("Plain Text") : QString());
+}
+
+} // namespace orvane

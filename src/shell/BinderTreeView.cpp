@@ -1,0 +1,237 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "shell/BinderTreeView.h"
+
+#include "appearance/Contrast.h"
+#include "appearance/OrvaneStyle.h"
+#include "shell/BinderModel.h"
+#include "shell/Wording.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QStyledItemDelegate>
+
+namespace orvane {
+
+namespace {
+
+/// Distance of a row's ground from the edges of the pane.
+constexpr int inset = 8;
+constexpr int rightPadding = 16;
+constexpr int leftEdge = 16;
+constexpr int symbolSize = 16;
+
+class RowHeights final : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem&,
+                                 const QModelIndex& index) const override
+    {
+        return {100, index.data(BinderModel::IsFolderRole).toBool() ? BinderTreeView::folderHeight
+                                                                    : BinderTreeView::noteHeight};
+    }
+};
+
+void drawLine(QPainter& painter, const QRect& rect, const QFont& font, const QColor& ink,
+              const QString& text)
+{
+    painter.setFont(font);
+    painter.setPen(ink);
+    const QString shown =
+        QFontMetrics(font).elidedText(text.simplified(), Qt::ElideRight, rect.width());
+    painter.drawText(rect, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, shown);
+}
+
+int leftOf(const QModelIndex& index)
+{
+    return leftEdge + index.data(BinderModel::DepthRole).toInt() * BinderTreeView::indent;
+}
+
+} // namespace
+
+BinderTreeView::BinderTreeView(Look& look, QWidget* parent)
+    : QTreeView(parent)
+    , m_look(look)
+{
+    setHeaderHidden(true);
+    setRootIsDecorated(false);
+    setIndentation(0);
+    setFrameShape(QFrame::NoFrame);
+    setMouseTracking(true);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setExpandsOnDoubleClick(false);
+    setAutoScroll(false);
+    setAnimated(false);
+    setItemDelegate(new RowHeights(this));
+    setAccessibleName(tr("Binder"));
+    connect(&look, &Look::changed, this, &BinderTreeView::applyLook);
+    applyLook();
+}
+
+void BinderTreeView::applyLook()
+{
+    setPalette(m_look.palette(Surface::Pane));
+}
+
+QRect BinderTreeView::chevronRect(const QRect& row, const QModelIndex& index) const
+{
+    return {leftOf(index) - 4, row.top(), 24, row.height()};
+}
+
+void BinderTreeView::drawRow(QPainter* painter, const QStyleOptionViewItem& options,
+                             const QModelIndex& index) const
+{
+    const QRect row(0, options.rect.top(), viewport()->width(), options.rect.height());
+    const bool selected = selectionModel()->isSelected(index);
+    const QPoint mouse = viewport()->mapFromGlobal(QCursor::pos());
+    const bool hovered = viewport()->underMouse() && row.contains(mouse);
+    drawGround(*painter, row, selected, hovered);
+    if (index.data(BinderModel::IsFolderRole).toBool())
+        drawFolder(*painter, row, index, selected);
+    else
+        drawNote(*painter, row, index, selected);
+}
+
+void BinderTreeView::drawGround(QPainter& painter, const QRect& row, bool selected,
+                                bool hovered) const
+{
+    const Tokens& t = m_look.tokens();
+    const QRect ground = row.adjusted(inset, 0, -inset, 0);
+    if (selected) {
+        drawPanel(painter, ground, 6, t.selectedRow);
+        painter.fillRect(QRect(ground.left(), ground.top() + 8, 2, ground.height() - 16),
+                         t.accentIcon);
+        if (hasFocus())
+            drawFocusRing(painter, ground, 6, t.accentIcon);
+    } else if (hovered) {
+        drawPanel(painter, ground, 6, t.hoveredRow);
+    }
+}
+
+void BinderTreeView::drawFolder(QPainter& painter, const QRect& row, const QModelIndex& index,
+                                bool selected) const
+{
+    const Tokens& t = m_look.tokens();
+    const QColor ink = selected ? t.textOnSelectedRow : t.text;
+    const QColor second = selected ? t.textSecondaryOnSelectedRow : t.textSecondary;
+    const int left = leftOf(index);
+    if (model()->hasChildren(index))
+        Look::drawSymbol(painter, QRectF(left, row.top(), 12, row.height()),
+                         isExpanded(index) ? Symbol::ChevronDown : Symbol::ChevronRight, 12,
+                         second);
+    const bool isTrash = index.data(BinderModel::IsTrashRole).toBool();
+    Look::drawSymbol(painter, QRectF(left + 20, row.top(), symbolSize, row.height()),
+                     isTrash ? Symbol::Trash : Symbol::Folder, symbolSize, t.icon);
+    const QString count = grouped(index.data(BinderModel::CountRole).toInt());
+    const QFont label = interfaceFont(TextStyle::Label);
+    const int countWidth = QFontMetrics(label).horizontalAdvance(count);
+    const QRect right(row.width() - rightPadding - countWidth, row.top(), countWidth, row.height());
+    drawLine(painter, right.adjusted(0, 0, 2, 0), label, second, count);
+    const int titleLeft = left + 44;
+    drawLine(painter, QRect(titleLeft, row.top(), right.left() - 8 - titleLeft, row.height()),
+             interfaceFont(TextStyle::BodyMedium), ink, index.data().toString());
+}
+
+void BinderTreeView::drawNote(QPainter& painter, const QRect& row, const QModelIndex& index,
+                              bool selected) const
+{
+    const Tokens& t = m_look.tokens();
+    const int left = leftOf(index);
+    const bool isPdf = index.data(BinderModel::IsPdfRole).toBool();
+    const QColor second = selected ? t.textSecondaryOnSelectedRow : t.textSecondary;
+    Look::drawSymbol(painter, QRectF(left, row.top(), symbolSize, row.height()),
+                     isPdf ? Symbol::PdfNote : Symbol::Note, symbolSize, second);
+    const int textLeft = left + 24;
+    const int width = row.width() - rightPadding - textLeft;
+    drawLine(painter, QRect(textLeft, row.top() + 3, width, 18),
+             interfaceFont(TextStyle::BodyMedium), selected ? t.textOnSelectedRow : t.text,
+             index.data().toString());
+    drawLine(painter, QRect(textLeft, row.top() + 20, width, 15), interfaceFont(TextStyle::Label),
+             second, index.data(BinderModel::SecondLineRole).toString());
+}
+
+void BinderTreeView::mousePressEvent(QMouseEvent* event)
+{
+    const QModelIndex index = indexAt(event->pos());
+    const bool opens = event->button() == Qt::LeftButton && index.isValid() &&
+                       model()->hasChildren(index) &&
+                       chevronRect(visualRect(index), index).contains(event->pos());
+    if (opens) {
+        setExpanded(index, !isExpanded(index));
+        event->accept();
+        return;
+    }
+    QTreeView::mousePressEvent(event);
+}
+
+void BinderTreeView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    const QModelIndex index = indexAt(event->pos());
+    if (event->button() != Qt::LeftButton || !index.isValid())
+        return;
+    if (index.data(BinderModel::IsFolderRole).toBool())
+        setExpanded(index, !isExpanded(index));
+    else
+        emit noteActivated();
+}
+
+void BinderTreeView::keyPressEvent(QKeyEvent* event)
+{
+    const bool isPlain = event->modifiers() == Qt::NoModifier;
+    switch (isPlain ? event->key() : 0) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return activateCurrent();
+    case Qt::Key_Left:
+        return collapseCurrent();
+    case Qt::Key_Right:
+        return expandCurrent();
+    default:
+        QTreeView::keyPressEvent(event);
+    }
+}
+
+void BinderTreeView::activateCurrent()
+{
+    const QModelIndex index = currentIndex();
+    if (!index.isValid())
+        return;
+    if (index.data(BinderModel::IsFolderRole).toBool())
+        setExpanded(index, !isExpanded(index));
+    else
+        emit noteActivated();
+}
+
+void BinderTreeView::expandCurrent()
+{
+    const QModelIndex index = currentIndex();
+    if (!index.isValid() || !model()->hasChildren(index))
+        return;
+    if (isExpanded(index))
+        stepCurrent(1);
+    else
+        setExpanded(index, true);
+}
+
+void BinderTreeView::collapseCurrent()
+{
+    const QModelIndex index = currentIndex();
+    if (index.isValid() && isExpanded(index))
+        setExpanded(index, false);
+    else if (index.parent().isValid())
+        setCurrentIndex(index.parent());
+}
+
+void BinderTreeView::stepCurrent(int rows)
+{
+    const QModelIndex from = currentIndex();
+    const QModelIndex to = !from.isValid() ? model()->index(0, 0)
+                           : rows > 0      ? indexBelow(from)
+                                           : indexAbove(from);
+    if (to.isValid())
+        setCurrentIndex(to);
+}
+
+} // namespace orvane

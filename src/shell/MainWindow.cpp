@@ -1,0 +1,287 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "shell/MainWindow.h"
+
+#include "core/AppCommandEvents.h"
+#include "editor/EditorPaneView.h"
+#include "shell/BinderTreeView.h"
+#include "shell/BinderView.h"
+#include "shell/InspectorView.h"
+#include "shell/NameSheet.h"
+#include "shell/ProjectActions.h"
+#include "shell/ProjectsBrowserView.h"
+#include "shell/shortcuts/ShortcutCenter.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QSplitter>
+#include <QStackedLayout>
+
+namespace orvane {
+
+namespace {
+
+constexpr int sidePaneWidth = 288;
+
+} // namespace
+
+MainWindow::MainWindow(AppState& appState, ShortcutCenter& shortcuts, Look& look)
+    : m_appState(appState)
+    , m_shortcuts(shortcuts)
+    , m_look(look)
+    , m_sheets(new SheetHost(look, this))
+    , m_projectActions(new ProjectActions(appState, look, *m_sheets, this))
+    , m_browser(new ProjectsBrowserView(appState, *m_projectActions, look, this))
+    , m_stack(new QStackedLayout(this))
+{
+    setObjectName(QStringLiteral("OrvaneWorkspace.MainDocumentWindow"));
+    resize(1440, 900);
+    setMinimumSize(960, 600);
+    makeActions();
+    m_stack->addWidget(m_browser);
+    m_stack->addWidget(makeWorkspace());
+    m_sheets->raise();
+    connectAppState();
+    observeCommands();
+    showMode();
+    showTitle();
+    updateActions();
+}
+
+template <const auto& command>
+QAction* MainWindow::makeAction(Symbol symbol, const QString& text,
+                                std::optional<ShortcutAction> keys)
+{
+    auto* action = new QAction(m_look.icon(symbol), text, this);
+    connect(action, &QAction::triggered, this,
+            [this] { m_appState.services().notifications.post(command); });
+    addAction(action);
+    m_keyedActions.push_back({action, keys});
+    return action;
+}
+
+void MainWindow::makeActions()
+{
+    using namespace AppCommandEvents;
+    m_actions.showProjects = makeAction<AppCommandEvents::showProjects>(
+        Symbol::AllProjects, tr("Projects"), ShortcutAction::showProjects);
+    m_actions.back = makeAction<mainEditorBack>(Symbol::Back, tr("Back"));
+    m_actions.back->setShortcut(QKeySequence(Qt::ALT | Qt::Key_Left));
+    m_actions.forward = makeAction<mainEditorForward>(Symbol::Forward, tr("Forward"));
+    m_actions.forward->setShortcut(QKeySequence(Qt::ALT | Qt::Key_Right));
+    m_actions.newNote = makeAction<AppCommandEvents::newNote>(Symbol::NewNote, tr("New Note"),
+                                                              ShortcutAction::newNote);
+    m_actions.newFolder = makeAction<AppCommandEvents::newFolder>(
+        Symbol::NewFolder, tr("New Folder"), ShortcutAction::newFolder);
+    m_guide = new QAction(m_look.icon(Symbol::Help), tr("Guide"), this);
+    m_guide->setShortcut(QKeySequence(Qt::Key_F1));
+    addAction(m_guide);
+    connect(m_guide, &QAction::triggered, m_projectActions, &ProjectActions::showGuide);
+    connect(&m_shortcuts, &ShortcutCenter::bindingsChanged, this, &MainWindow::showKeys);
+    showKeys();
+}
+
+void MainWindow::showKeys()
+{
+    for (const KeyedAction& each : m_keyedActions) {
+        const QString keys = each.keys ? m_shortcuts.bindings().shortcut(*each.keys).desktopText()
+                                       : each.action->shortcut().toString(QKeySequence::NativeText);
+        const QString name = each.action->text();
+        each.action->setToolTip(keys.isEmpty() ? name : name + QStringLiteral("  ") + keys);
+    }
+}
+
+template <typename Action>
+void MainWindow::observe(const Notification<NoPayload>& command, Action action)
+{
+    m_observations.push_back(
+        m_appState.services().notifications.observe(command, [this, action](const NoPayload&) {
+            // What a sheet asks comes first.
+            if (!m_sheets->topSheet())
+                action();
+        }));
+}
+
+void MainWindow::observeCommands()
+{
+    using Mode = RootPresentationMode;
+    const auto inEditor = [this](auto action) {
+        return [this, action] {
+            if (m_appState.rootPresentationMode() == Mode::Editor)
+                action();
+        };
+    };
+    observe(AppCommandEvents::showProjects, [this] { toggleBrowser(); });
+    observe(AppCommandEvents::projectSearch, [this] { findByTitle(); });
+    observe(AppCommandEvents::newNote, inEditor([this] { newNote(); }));
+    observe(AppCommandEvents::newFolder, inEditor([this] { newFolder(); }));
+    observe(AppCommandEvents::mainEditorBack,
+            inEditor([this] { m_appState.navigateMainEditorHistory(-1); }));
+    observe(AppCommandEvents::mainEditorForward,
+            inEditor([this] { m_appState.navigateMainEditorHistory(1); }));
+    BinderTreeView* tree = m_binder->tree();
+    observe(AppCommandEvents::binderActivateSelection,
+            inEditor([tree] { tree->activateCurrent(); }));
+    observe(AppCommandEvents::binderExpandFolder, inEditor([tree] { tree->expandCurrent(); }));
+    observe(AppCommandEvents::binderCollapseFolder, inEditor([tree] { tree->collapseCurrent(); }));
+    observe(AppCommandEvents::binderNextItem, inEditor([tree] { tree->stepCurrent(1); }));
+    observe(AppCommandEvents::binderPreviousItem, inEditor([tree] { tree->stepCurrent(-1); }));
+    observe(AppCommandEvents::focusBinder,
+            inEditor([this] { m_binder->tree()->setFocus(Qt::ShortcutFocusReason); }));
+}
+
+void MainWindow::findByTitle()
+{
+    if (m_appState.rootPresentationMode() == RootPresentationMode::Projects)
+        m_browser->focusFilter();
+    else
+        m_binder->focusFilter();
+}
+
+QWidget* MainWindow::makeWorkspace()
+{
+    auto* workspace = new QWidget(this);
+    auto* layout = new QVBoxLayout(workspace);
+    layout->setContentsMargins({});
+    layout->setSpacing(0);
+    layout->addWidget(new MainToolbar(m_appState, m_actions, m_look, workspace));
+    auto* panes = new QSplitter(Qt::Horizontal, workspace);
+    panes->setChildrenCollapsible(false);
+    panes->setHandleWidth(1);
+    m_binder = new BinderView(m_appState, *m_actions.newNote, *m_actions.newFolder, m_look, panes);
+    m_editor = new EditorPaneView(m_appState, m_look, panes);
+    m_inspector = new InspectorView(m_appState, m_look, panes);
+    m_editor->setMinimumWidth(360);
+    panes->setStretchFactor(0, 0);
+    panes->setStretchFactor(1, 1);
+    panes->setStretchFactor(2, 0);
+    panes->setSizes({sidePaneWidth, width() - 2 * sidePaneWidth - 2, sidePaneWidth});
+    layout->addWidget(panes, 1);
+    connect(m_binder, &BinderView::noteActivated, m_editor, &EditorPaneView::focusText);
+    connect(m_editor, &EditorPaneView::newNoteRequested, this, &MainWindow::newNote);
+    return workspace;
+}
+
+void MainWindow::connectAppState()
+{
+    connect(&m_appState, &AppState::rootPresentationModeChanged, this, &MainWindow::showMode);
+    connect(&m_appState, &AppState::rootPresentationModeChanged, this, &MainWindow::updateActions);
+    connect(&m_appState, &AppState::currentProjectChanged, this, &MainWindow::showTitle);
+    connect(&m_appState, &AppState::currentProjectChanged, this, &MainWindow::updateActions);
+    connect(&m_appState, &AppState::historyFlagsChanged, this, &MainWindow::updateActions);
+    connect(m_sheets, &SheetHost::visibleChanged, this, &MainWindow::updateActions);
+}
+
+void MainWindow::showMode()
+{
+    const bool browsing = m_appState.rootPresentationMode() == RootPresentationMode::Projects;
+    m_stack->setCurrentIndex(browsing ? 0 : 1);
+    m_sheets->raise();
+    if (!m_hasAppeared)
+        return;
+    if (browsing)
+        m_browser->appear();
+    else if (m_appState.selectedNoteID())
+        m_editor->focusText();
+    else
+        m_binder->tree()->setFocus(Qt::OtherFocusReason);
+}
+
+void MainWindow::showTitle()
+{
+    const auto& project = m_appState.currentProject();
+    const QString product = QStringLiteral("OrvaneWorkspace");
+    setWindowTitle(project ? tr("%1 — %2").arg(project->titleForDisplay(), product) : product);
+}
+
+void MainWindow::updateActions()
+{
+    const bool free = !m_sheets->topSheet();
+    const bool editing = m_appState.rootPresentationMode() == RootPresentationMode::Editor && free;
+    m_actions.showProjects->setEnabled(free &&
+                                       (editing || m_appState.currentProject().has_value()));
+    m_actions.back->setEnabled(editing && m_appState.canNavigateMainEditorBack());
+    m_actions.forward->setEnabled(editing && m_appState.canNavigateMainEditorForward());
+    m_actions.newNote->setEnabled(editing && !m_appState.isReadOnly());
+    m_actions.newFolder->setEnabled(editing && !m_appState.isReadOnly());
+}
+
+void MainWindow::toggleBrowser()
+{
+    if (m_appState.rootPresentationMode() == RootPresentationMode::Editor)
+        m_appState.presentProjectsBrowser();
+    else if (m_appState.currentProject())
+        m_appState.presentEditor();
+}
+
+void MainWindow::newNote()
+{
+    if (m_appState.createNote())
+        m_editor->focusTitle();
+}
+
+void MainWindow::newFolder()
+{
+    const auto create = [this](const QString& name) -> std::optional<QString> {
+        m_appState.createFolder(name);
+        return std::nullopt;
+    };
+    const auto selected = m_appState.selectedFolderID();
+    const FolderRecord* parent = selected ? m_appState.folder(*selected) : nullptr;
+    const QString hint = parent && !parent->isTrash()
+                             ? tr("It goes into “%1”.").arg(parent->titleForList())
+                             : tr("It goes to the top level of the project.");
+    m_sheets->present(new NameSheet({.title = tr("New Folder"),
+                                     .hint = hint,
+                                     .placeholder = tr("Name of the folder"),
+                                     .acceptButton = tr("Create Folder"),
+                                     .initialName = {}},
+                                    NameSheet::BlankName::Refused, create, m_look));
+}
+
+void MainWindow::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    if (std::exchange(m_hasAppeared, true))
+        return;
+    showMode();
+}
+
+void MainWindow::flushDrafts()
+{
+    if (const auto id = m_editor->session().noteID())
+        m_editor->session().flushDraftToDisk(*id);
+}
+
+bool MainWindow::mayCloseThoughSavingFails()
+{
+    flushDrafts();
+    if (m_appState.saveFailure())
+        m_appState.persist();
+    const auto& failure = m_appState.saveFailure();
+    if (!failure)
+        return true;
+    const Answer answer = m_appState.services().questions.ask(
+        {.title = tr("Your Last Changes Are Not Saved"),
+         .text =
+             tr("Saving fails since %1, so what you changed after that is only in memory. Make "
+                "room or give access to the project's folder, and it is written at once.\n\n%2")
+                 .arg(failure->since.toLocal().toString(QStringLiteral("HH:mm")), failure->error),
+         .buttons = {tr("Quit Without Saving"), tr("Keep Open")},
+         .defaultButton = 1,
+         .suppression = {},
+         .choices = {},
+         .tone = Question::Tone::Destructive});
+    return answer.button == 0;
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (!m_appState.isAppTerminating() && !mayCloseThoughSavingFails()) {
+        event->ignore();
+        return;
+    }
+    event->accept();
+    emit closed();
+}
+
+} // namespace orvane

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "core/AppState.h"
+#include "shell/MainToolbar.h"
+#include "shell/SheetHost.h"
+#include "shell/shortcuts/ShortcutAction.h"
+
+#include <QWidget>
+
+class QStackedLayout;
+
+namespace orvane {
+
+class BinderView;
+class EditorPaneView;
+class InspectorView;
+class ProjectActions;
+class ProjectsBrowserView;
+class ShortcutCenter;
+
+/// The main window: the Projects browser, or the open project in three panes, with sheets above
+/// either. Wiring only.
+class MainWindow : public QWidget {
+    Q_OBJECT
+public:
+    MainWindow(AppState& appState, ShortcutCenter& shortcuts, Look& look);
+
+    [[nodiscard]] SheetHost& sheets() { return *m_sheets; }
+    [[nodiscard]] EditorPaneView& editorPane() { return *m_editor; }
+    /// Writes what is being edited now.
+    void flushDrafts();
+
+signals:
+    /// The person closed the window.
+    void closed();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void makeActions();
+    void observeCommands();
+    void showKeys();
+    [[nodiscard]] QWidget* makeWorkspace();
+    void connectAppState();
+    void showMode();
+    void showTitle();
+    void updateActions();
+    void newNote();
+    void newFolder();
+    void toggleBrowser();
+    [[nodiscard]] bool mayCloseThoughSavingFails();
+    void findByTitle();
+    template <const auto& command>
+    QAction* makeAction(Symbol symbol, const QString& text,
+                        std::optional<ShortcutAction> keys = std::nullopt);
+    template <typename Action>
+    void observe(const Notification<NoPayload>& command, Action action);
+
+    /// An action of the toolbar and the command of the shortcuts that is the same.
+    struct KeyedAction {
+        QAction* action;
+        std::optional<ShortcutAction> keys;
+    };
+
+    AppState& m_appState;
+    ShortcutCenter& m_shortcuts;
+    Look& m_look;
+    SheetHost* m_sheets;
+    ProjectActions* m_projectActions;
+    MainToolbar::Actions m_actions{};
+    QAction* m_guide = nullptr;
+    std::vector<KeyedAction> m_keyedActions;
+    std::vector<NotificationCenter::Observation> m_observations;
+    ProjectsBrowserView* m_browser;
+    BinderView* m_binder = nullptr;
+    EditorPaneView* m_editor = nullptr;
+    InspectorView* m_inspector = nullptr;
+    QStackedLayout* m_stack;
+    bool m_hasAppeared = false;
+};
+
+} // namespace orvane

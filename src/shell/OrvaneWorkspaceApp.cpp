@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "shell/OrvaneWorkspaceApp.h"
+
+#include "shell/MainWindow.h"
+#include "shell/SessionEnd.h"
+#include "shell/shortcuts/ShortcutCenter.h"
+
+#include <QApplication>
+#include <QIcon>
+
+namespace orvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class DesktopBeeper final : public Beeper {
+public:
+    void beep() override { QApplication::beep(); }
+};
+
+/// The locks of the panes hold for one run of the program.
+void clearPaneLocks(UserDefaults& defaults)
+{
+    for (const auto& pane : {"binder"_L1, "editor"_L1, "inspector"_L1})
+        defaults.set("settings.layout.lock."_L1 + pane, false);
+}
+
+/// Undo acts where the keyboard is.
+AppUndoRedoRouter undoRouter()
+{
+    return AppUndoRedoRouter({[] {
+        return undoTargetOf(QApplication::focusWidget());
+    }});
+}
+
+} // namespace
+
+OrvaneWorkspaceApp::OrvaneWorkspaceApp(const UserFolders& folders,
+                                       std::unique_ptr<SystemTrash> trash)
+    : m_look(signatureDarkTokens())
+    , m_defaults(folders.configuration + "/settings.json"_L1)
+    , m_beeper(std::make_unique<DesktopBeeper>())
+    , m_trash(trash ? std::move(trash) : std::make_unique<DesktopTrash>())
+{
+    m_look.wear();
+    const Services services{.defaults = m_defaults,
+                            .notifications = m_notifications,
+                            .questions = m_questions,
+                            .beeper = *m_beeper,
+                            .trash = *m_trash,
+                            .clock = m_clock,
+                            .licence = m_licence,
+                            .folders = folders};
+    m_shortcuts = std::make_unique<ShortcutCenter>(services, undoRouter());
+    m_shortcuts->start();
+    clearPaneLocks(m_defaults);
+    m_appState = std::make_unique<AppState>(services);
+    auto* sessionEnd = new SessionEnd(this);
+    connect(sessionEnd, &SessionEnd::requested, this, &OrvaneWorkspaceApp::quitRequested);
+    connect(qApp, &QGuiApplication::commitDataRequest, this, [this] {
+        if (m_window)
+            m_window->flushDrafts();
+    });
+}
+
+OrvaneWorkspaceApp::~OrvaneWorkspaceApp()
+{
+    finish();
+    m_questions.setHost(nullptr, nullptr);
+    m_window.reset();
+    m_appState.reset();
+}
+
+void OrvaneWorkspaceApp::start()
+{
+    m_appState->bootstrapProjects();
+    m_window = std::make_unique<MainWindow>(*m_appState, *m_shortcuts, m_look);
+    m_questions.setHost(&m_window->sheets(), &m_look);
+    connect(m_window.get(), &MainWindow::closed, this, &OrvaneWorkspaceApp::quitRequested);
+    m_window->show();
+}
+
+void OrvaneWorkspaceApp::finish()
+{
+    if (std::exchange(m_finished, true))
+        return;
+    if (m_window)
+        m_appState->terminate();
+    if (const auto flushed = m_defaults.flush(); !flushed)
+        qWarning("The settings could not be saved: %ls", qUtf16Printable(flushed.error().text()));
+}
+
+} // namespace orvane

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "appearance/Look.h"
+#include "core/AppState.h"
+#include "shell/QuestionSheet.h"
+
+#include <QObject>
+
+#include <memory>
+
+namespace orvane {
+
+class MainWindow;
+class ShortcutCenter;
+
+/// The program: makes the services of this machine, the look, the central state and the main
+/// window, in the order in which they need each other, and takes them down again. Needs a
+/// QApplication that outlives it.
+class OrvaneWorkspaceApp : public QObject {
+    Q_OBJECT
+public:
+    /// `folders` says where a person's things are; the settings are kept in its configuration
+    /// folder. Without a trash the desktop's is used.
+    explicit OrvaneWorkspaceApp(const UserFolders& folders,
+                                std::unique_ptr<SystemTrash> trash = nullptr);
+    ~OrvaneWorkspaceApp() override;
+
+    /// Finds the projects, opens the one that the settings ask for, and shows the window.
+    void start();
+    /// Writes what is not written yet and closes the project. Further calls do nothing.
+    void finish();
+
+    [[nodiscard]] AppState& appState() { return *m_appState; }
+    [[nodiscard]] MainWindow& window() { return *m_window; }
+    [[nodiscard]] Look& look() { return m_look; }
+
+signals:
+    /// The person closed the main window, or the system asked the program to end.
+    void quitRequested();
+
+private:
+    Look m_look;
+    UserDefaults m_defaults;
+    NotificationCenter m_notifications;
+    SheetQuestions m_questions;
+    std::unique_ptr<Beeper> m_beeper;
+    std::unique_ptr<SystemTrash> m_trash;
+    SystemClock m_clock;
+    LicencePolicy m_licence;
+    std::unique_ptr<ShortcutCenter> m_shortcuts;
+    std::unique_ptr<AppState> m_appState;
+    std::unique_ptr<MainWindow> m_window;
+    bool m_finished = false;
+};
+
+} // namespace orvane

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "core/AppState.h"
+#include "shell/SheetHost.h"
+
+#include <QObject>
+
+namespace orvane {
+
+/// What a person does with projects, with the sheets and questions that go with it.
+class ProjectActions : public QObject {
+    Q_OBJECT
+public:
+    ProjectActions(AppState& appState, Look& look, SheetHost& sheets, QObject* parent = nullptr);
+
+    /// Opens the project of a tile, after a question where the settings ask for one.
+    void openFromTile(const QUuid& id);
+    void showNewProjectSheet();
+    void showRenameSheet(const QUuid& id);
+    void moveToTrash(const QUuid& id);
+    /// The welcome, unless it has been answered or is on screen.
+    void showWelcomeIfNeeded();
+    void showGuide();
+
+private:
+    void showPendingAlerts();
+    bool passesLicence();
+    void startWithStarterProject();
+    void tell(const QString& title, const QString& text);
+
+    AppState& m_appState;
+    Look& m_look;
+    SheetHost& m_sheets;
+    QPointer<Sheet> m_welcome;
+    QPointer<Sheet> m_guide;
+    bool m_alertIsShown = false;
+};
+
+} // namespace orvane

@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "shell/ProjectTileDelegate.h"
+
+#include "appearance/Contrast.h"
+#include "appearance/OrvaneStyle.h"
+#include "shell/ProjectTilesModel.h"
+#include "shell/Wording.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+namespace orvane {
+
+namespace {
+
+constexpr int artHeight = 131;
+constexpr double corner = 10;
+
+/// The ring of the selected tile: strong while the keyboard is in the list.
+void drawSelection(QPainter& painter, const QRectF& tile, const QStyleOptionViewItem& option,
+                   const Tokens& t)
+{
+    if (!option.state.testFlag(QStyle::State_Selected))
+        return;
+    const bool focused = option.state.testFlag(QStyle::State_HasFocus);
+    drawFocusRing(painter, tile, corner, focused ? t.accentIcon : blended(t.accent, 0.6, t.window));
+}
+
+} // namespace
+
+ProjectTileDelegate::ProjectTileDelegate(const Look& look, const Clock& clock, QObject* parent)
+    : QStyledItemDelegate(parent)
+    , m_look(look)
+    , m_clock(clock)
+{}
+
+QSize ProjectTileDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const
+{
+    return {m_tileWidth + gap, tileHeight + gap};
+}
+
+void ProjectTileDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                                const QModelIndex& index) const
+{
+    const QRect tile(option.rect.topLeft(), QSize(m_tileWidth, tileHeight));
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    if (index.data(ProjectTilesModel::ProjectIdRole).toUuid().isNull())
+        paintNewProject(*painter, tile, option, index.data(Qt::DisplayRole).toString());
+    else
+        paintProject(*painter, tile, option, index);
+    painter->restore();
+}
+
+void ProjectTileDelegate::paintProject(QPainter& painter, const QRect& tile,
+                                       const QStyleOptionViewItem& option,
+                                       const QModelIndex& index) const
+{
+    const Tokens& t = m_look.tokens();
+    const bool hovered = option.state.testFlag(QStyle::State_MouseOver);
+    const QRectF art(tile.left(), tile.top(), tile.width(), artHeight);
+
+    QPainterPath outline;
+    outline.addRoundedRect(QRectF(tile).adjusted(0.5, 0.5, -0.5, -0.5), corner - 0.5, corner - 0.5);
+    painter.fillPath(outline, hovered ? blended(t.text, 0.03, t.card) : t.card);
+    QLinearGradient wash(art.topLeft(), QPointF(art.left() + art.width() * 0.6, art.bottom()));
+    wash.setColorAt(0, blended(t.accent, hovered ? 0.15 : 0.11, t.card));
+    wash.setColorAt(0.85, blended(t.accent, 0.02, t.card));
+    wash.setColorAt(1, t.card);
+    painter.save();
+    painter.setClipPath(outline);
+    painter.fillRect(art, wash);
+    painter.fillRect(QRectF(art.left(), art.bottom() - 1, art.width(), 1), t.border);
+    painter.restore();
+    painter.setPen(QPen(t.border, 1));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawPath(outline);
+
+    const QString stored = index.data(ProjectTilesModel::IconNameRole).toString();
+    Look::drawSymbol(painter, art, projectSymbol(stored), 40, t.accentIcon);
+
+    const QRect words = tile.adjusted(17, artHeight, -17, 0);
+    const QFont titleFont = interfaceFont(TextStyle::BodyStrong);
+    const QFont labelFont = interfaceFont(TextStyle::Label);
+    const QString title = QFontMetrics(titleFont).elidedText(
+        index.data(Qt::DisplayRole).toString().simplified(), Qt::ElideRight, words.width());
+    const Timestamp changed{index.data(ProjectTilesModel::UpdatedAtRole).toLongLong()};
+    painter.setFont(titleFont);
+    painter.setPen(t.text);
+    painter.drawText(QRect(words.left(), words.top() + 12, words.width(), 20),
+                     Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, title);
+    painter.setFont(labelFont);
+    painter.setPen(t.textSecondary);
+    painter.drawText(QRect(words.left(), words.top() + 33, words.width(), 18),
+                     Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
+                     tr("Changed %1").arg(momentInWords(changed, m_clock.now())));
+    drawSelection(painter, tile, option, t);
+}
+
+void ProjectTileDelegate::paintNewProject(QPainter& painter, const QRect& tile,
+                                          const QStyleOptionViewItem& option,
+                                          const QString& text) const
+{
+    const Tokens& t = m_look.tokens();
+    const bool hovered = option.state.testFlag(QStyle::State_MouseOver);
+    if (hovered)
+        drawPanel(painter, tile, corner, blended(t.text, 0.03, t.window));
+    QPen dashes(hovered ? blended(t.text, 0.3, t.window) : blended(t.text, 0.12, t.window), 1);
+    dashes.setDashPattern({4, 3});
+    painter.setPen(dashes);
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(tile).adjusted(0.5, 0.5, -0.5, -0.5), corner, corner);
+    const QRect middle(tile.left(), tile.center().y() - 28, tile.width(), 56);
+    const QColor ink = hovered ? t.text : t.textSecondary;
+    Look::drawSymbol(painter, QRectF(middle.left(), middle.top(), middle.width(), 28), Symbol::Plus,
+                     22, ink);
+    painter.setPen(ink);
+    painter.setFont(interfaceFont(TextStyle::Body));
+    painter.drawText(QRect(middle.left(), middle.top() + 32, middle.width(), 22), Qt::AlignCenter,
+                     text);
+    drawSelection(painter, tile, option, t);
+}
+
+} // namespace orvane

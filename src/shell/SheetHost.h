@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "appearance/Look.h"
+
+#include <QPointer>
+#include <QWidget>
+
+namespace orvane {
+
+class SheetHost;
+
+/// A card with something to answer, shown in the middle of the window over a dimmed backdrop.
+/// While it is shown the keyboard stays inside it; Escape dismisses it.
+class Sheet : public QWidget {
+    Q_OBJECT
+public:
+    explicit Sheet(Look& look, QWidget* parent = nullptr);
+
+    [[nodiscard]] Look& look() const { return m_look; }
+    /// What receives the keyboard when the sheet appears; its first control unless it says else.
+    [[nodiscard]] virtual QWidget* initialFocus() { return nullptr; }
+    /// What Escape does: takes the answer that leaves things alone, or nothing where the sheet
+    /// must be answered.
+    virtual void dismiss() { close(); }
+
+signals:
+    /// It has been answered and is gone from the screen.
+    void finished();
+
+protected:
+    /// Takes the sheet off the screen; it is deleted when control comes back to the event loop.
+    void close();
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+
+private:
+    friend class SheetHost;
+    Look& m_look;
+    QPointer<SheetHost> m_host;
+};
+
+/// Covers a window while it has sheets to show; the last one given is on top. One per window.
+class SheetHost : public QWidget {
+    Q_OBJECT
+public:
+    SheetHost(Look& look, QWidget* window);
+
+    /// Takes over the sheet and shows it on top.
+    void present(Sheet* sheet);
+    [[nodiscard]] Sheet* topSheet() const;
+    /// Places everything in the middle again.
+    void layOut();
+
+signals:
+    void presented(orvane::Sheet* sheet);
+    /// There is a sheet to answer now, or none any more.
+    void visibleChanged();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    friend class Sheet;
+    void remove(Sheet* sheet);
+    void focusInto(Sheet* sheet);
+
+    Look& m_look;
+    QList<Sheet*> m_sheets;
+    QPointer<QWidget> m_focusBefore;
+};
+
+} // namespace orvane

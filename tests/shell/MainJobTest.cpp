@@ -1,0 +1,217 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "ShellFixture.h"
+#include "editor/EditorPaneView.h"
+#include "editor/EditorView.h"
+#include "shell/BinderTreeView.h"
+
+#include <QClipboard>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSignalSpy>
+
+#include <csignal>
+#include <sys/resource.h>
+
+namespace orvane {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class MainJobTest : public ShellTest {
+protected:
+    void makeProject(const QString& name)
+    {
+        press(u"New Project"_s);
+        m_hand->type(name);
+        m_hand->press(Qt::Key_Return);
+    }
+    QString statusText()
+    {
+        auto* label = find<QLabel>(u"Saving"_s);
+        return label ? label->text() : QString();
+    }
+    QStringList storedTexts()
+    {
+        QStringList texts;
+        for (const auto& note : state().notes())
+            texts.append(note->title + u'|' + note->body);
+        texts.sort();
+        return texts;
+    }
+};
+
+TEST_F(MainJobTest, WriteQuitComeBack)
+{
+    dismissWelcome();
+    start();
+    makeProject(u"Tidewater"_s);
+    ASSERT_EQ(state().rootPresentationMode(), RootPresentationMode::Editor);
+    press(u"New Folder"_s);
+    m_hand->type(u"Manuscript"_s);
+    m_hand->press(Qt::Key_Return);
+    ASSERT_EQ(state().folders().size(), 2);
+
+    m_hand->press(Qt::Key_N, Qt::ControlModifier);
+    m_hand->type(u"Low water\nMara counts the posts.\nSeven."_s);
+    EXPECT_EQ(find<QLineEdit>(u"Title of the note"_s)->text(), u"Low water"_s);
+    EXPECT_EQ(statusText(), u"Edited"_s);
+    press(u"New Note"_s);
+    m_hand->type(u"Salt\nNever waited for."_s);
+    ASSERT_EQ(state().notes().size(), 2);
+    EXPECT_EQ(state().note(state().notes().records().first()->id)->body,
+              u"Mara counts the posts.\nSeven."_s)
+        << "another note writes the one before";
+    quit();
+
+    start();
+    ASSERT_EQ(state().projects().size(), 1);
+    EXPECT_TRUE(answering([&] { m_hand->press(Qt::Key_Return); }, [&] { press(u"Open"_s); }));
+    EXPECT_EQ(storedTexts(), (QStringList{u"Low water|Mara counts the posts.\nSeven."_s,
+                                          u"Salt|Never waited for."_s}));
+    const auto folder = state().order().rootFolderOrder.value(0);
+    EXPECT_EQ(state().orderedNotes(folder).size(), 2);
+    EXPECT_TRUE(state().order().expandedFolderIDs.contains(folder));
+}
+
+TEST_F(MainJobTest, SavesByItselfAfterAPause)
+{
+    dismissWelcome();
+    start();
+    autoSaveSecondsSetting.write(defaults(), 0.3);
+    makeProject(u"Tidewater"_s);
+    press(u"New Note"_s);
+    m_hand->type(u"Low water\nA line."_s);
+    EXPECT_EQ(statusText(), u"Edited"_s);
+    EXPECT_TRUE(TourHand::waitFor([&] { return statusText() == u"Saved"_s; }));
+    EXPECT_EQ(storedTexts(), QStringList{u"Low water|A line."_s});
+    auto* text = find<EditorView>();
+    EXPECT_EQ(text->selection().range().end(), 7) << "saving leaves the caret where it is";
+}
+
+TEST_F(MainJobTest, TheTitleGoesToTheBinderWhileItIsTyped)
+{
+    dismissWelcome();
+    start();
+    makeProject(u"Tidewater"_s);
+    press(u"New Note"_s);
+    m_hand->type(u"Harb"_s);
+    auto* tree = find<BinderTreeView>();
+    EXPECT_EQ(tree->currentIndex().data().toString(), u"Harb"_s);
+}
+
+TEST_F(MainJobTest, ATerminationSignalWritesWhatWasTyped)
+{
+    dismissWelcome();
+    start();
+    QObject::connect(m_app.get(), &OrvaneWorkspaceApp::quitRequested, m_app.get(),
+                     &OrvaneWorkspaceApp::finish, Qt::QueuedConnection);
+    makeProject(u"Tidewater"_s);
+    press(u"New Note"_s);
+    m_hand->type(u"Last words\nbefore the end"_s);
+    ASSERT_EQ(::kill(::getpid(), SIGTERM), 0);
+    EXPECT_TRUE(TourHand::waitFor([&] { return state().isAppTerminating(); }));
+    quit();
+    start();
+    answering([&] { m_hand->press(Qt::Key_Return); }, [&] { press(u"Open"_s); });
+    EXPECT_EQ(storedTexts(), QStringList{u"Last words|before the end"_s});
+}
+
+/// While it lives, files don't grow beyond `bytes`, as on a full disk.
+class FullDisk {
+public:
+    explicit FullDisk(rlim_t bytes)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &m_before); }
+
+private:
+    rlimit m_before{};
+};
+
+TEST_F(MainJobTest, AFailingSaveIsSaidPlainlyUntilItWorksAgain)
+{
+    dismissWelcome();
+    start();
+    makeProject(u"Tidewater"_s);
+    press(u"New Note"_s);
+    m_hand->type(u"Full\n"_s);
+    {
+        const FullDisk full(4096);
+        QGuiApplication::clipboard()->setText(QString(20'000, u'x'));
+        m_hand->press(Qt::Key_V, Qt::ControlModifier);
+        window().flushDrafts();
+        ASSERT_TRUE(state().saveFailure().has_value());
+        EXPECT_TRUE(statusText().startsWith(u"Not saved since "_s)) << qUtf8Printable(statusText());
+        bool closed = false;
+        QObject::connect(&window(), &MainWindow::closed, &window(), [&] { closed = true; });
+        EXPECT_TRUE(answering([&] { window().close(); },
+                              [&] {
+                                  EXPECT_EQ(sheetTitle(), u"Your Last Changes Are Not Saved"_s);
+                                  m_hand->press(Qt::Key_Return);
+                              }));
+        EXPECT_FALSE(closed) << "the default answer keeps the program open";
+    }
+    m_hand->type(u"!"_s);
+    window().flushDrafts();
+    EXPECT_FALSE(state().saveFailure().has_value());
+    EXPECT_EQ(statusText(), u"Saved"_s);
+}
+
+TEST_F(MainJobTest, BackAndForwardGoThroughTheNotes)
+{
+    dismissWelcome();
+    start();
+    makeProject(u"Tidewater"_s);
+    for (const auto& title : {u"One"_s, u"Two"_s}) {
+        press(u"New Note"_s);
+        m_hand->type(title);
+    }
+    EXPECT_FALSE(button(u"Forward"_s)->isEnabled());
+    m_hand->press(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(find<QLineEdit>(u"Title of the note"_s)->text(), u"One"_s);
+    EXPECT_FALSE(button(u"Back"_s)->isEnabled());
+    press(u"Forward"_s);
+    EXPECT_EQ(find<QLineEdit>(u"Title of the note"_s)->text(), u"Two"_s);
+}
+
+TEST_F(MainJobTest, TheBinderByKeyboardAndFilter)
+{
+    dismissWelcome();
+    start();
+    makeProject(u"Tidewater"_s);
+    press(u"New Folder"_s);
+    m_hand->type(u"Manuscript"_s);
+    m_hand->press(Qt::Key_Return);
+    press(u"New Note"_s);
+    m_hand->type(u"Harbour\n"_s);
+    auto* tree = find<BinderTreeView>();
+    const auto selected = state().selectedNoteID();
+
+    auto* filter = find<QLineEdit>(u"Filter titles"_s);
+    m_hand->click(*filter);
+    m_hand->type(u"zebra"_s);
+    EXPECT_EQ(tree->model()->rowCount(), 0);
+    EXPECT_EQ(state().selectedNoteID(), selected) << "what the filter hides stays selected";
+    m_hand->press(Qt::Key_Escape);
+    EXPECT_EQ(tree->model()->rowCount(), 2);
+    EXPECT_EQ(tree->currentIndex().data().toString(), u"Harbour"_s);
+
+    m_hand->press(Qt::Key_Down);
+    ASSERT_TRUE(tree->hasFocus());
+    m_hand->press(Qt::Key_Left);
+    EXPECT_FALSE(state().selectedNoteID().has_value()) << "to the folder above";
+    m_hand->press(Qt::Key_Left);
+    EXPECT_TRUE(state().order().expandedFolderIDs.isEmpty());
+    m_hand->press(Qt::Key_Right);
+    m_hand->press(Qt::Key_Right);
+    EXPECT_EQ(state().selectedNoteID(), selected);
+    m_hand->press(Qt::Key_Return);
+    EXPECT_TRUE(find<EditorView>()->hasFocus());
+}
+
+} // namespace
+} // namespace orvane
