@@ -51,6 +51,8 @@ Drawing drawingOf(Symbol symbol)
         return {"actions"_L1, "view-file-columns"_L1};
     case Symbol::PdfNote:
         return {"mimetypes"_L1, "application-pdf"_L1};
+    case Symbol::Pin:
+        return {"actions"_L1, "pin"_L1};
     case Symbol::Plus:
         return {"actions"_L1, "list-add"_L1};
     case Symbol::Project:
@@ -61,6 +63,10 @@ Drawing drawingOf(Symbol symbol)
         return {"actions"_L1, "edit-rename"_L1};
     case Symbol::Search:
         return {"actions"_L1, "search"_L1};
+    case Symbol::Sort:
+        return {"actions"_L1, "view-sort"_L1};
+    case Symbol::Tag:
+        return {"actions"_L1, "tag"_L1};
     case Symbol::Trash:
         return {"places"_L1, "user-trash"_L1};
     case Symbol::Warning:

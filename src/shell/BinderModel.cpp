@@ -68,6 +68,14 @@ BinderModel::BinderModel(AppState& appState, QObject* parent)
             [this](const QUuid& id) { recordChanged(noteRow(id)); });
     connect(&appState, &AppState::folderChanged, this,
             [this](const QUuid& id) { recordChanged(folderRow(id)); });
+    connect(&appState, &AppState::binderSortOrderChanged, this, &BinderModel::syncStructure);
+    connect(&appState, &AppState::activeTagFilterChanged, this, &BinderModel::syncStructure);
+    connect(&appState, &AppState::tagSettingsChanged, this, [this] {
+        for (const Node* node : std::as_const(m_nodes)) {
+            const QModelIndex index = indexOfNode(*node);
+            emit dataChanged(index, index, {TagsRole});
+        }
+    });
     reset();
 }
 
@@ -209,6 +217,18 @@ void BinderModel::recordChanged(const BinderRowID& row)
         const QModelIndex index = indexOfNode(*node);
         emit dataChanged(index, index);
     }
+    if (row.kind == BinderRowID::Kind::Note)
+        placeAgain(row);
+}
+
+void BinderModel::placeAgain(const BinderRowID& row)
+{
+    if (isTagFiltered())
+        return syncChildren(*m_root);
+    if (m_appState.binderSortOrder() == BinderSortOrder::Custom)
+        return;
+    if (const Node* node = m_nodes.value(row))
+        reorder(*node->parent, wantedChildren(*node->parent));
 }
 
 void BinderModel::recount()
@@ -291,21 +311,34 @@ QList<BinderRowID> BinderModel::childrenOf(const BinderRowID& row) const
     const BinderOrder& order = m_appState.order();
     for (const QUuid& id : order.childFolderOrder.value(row.id))
         rows.append(folderRow(id));
-    for (const QUuid& id : order.noteOrderByFolder.value(row.id))
-        rows.append(noteRow(id));
+    appendNotes(rows, row.id);
     return rows;
+}
+
+void BinderModel::appendNotes(QList<BinderRowID>& rows, const QUuid& container) const
+{
+    const BinderSortOrder sorting = m_appState.binderSortOrder();
+    if (sorting == BinderSortOrder::Custom) {
+        for (const QUuid& id : m_appState.order().noteOrderByFolder.value(container))
+            rows.append(noteRow(id));
+        return;
+    }
+    for (const auto& note : sortedNotes(m_appState.orderedNotes(container), sorting))
+        rows.append(noteRow(note->id));
 }
 
 QList<BinderRowID> BinderModel::topLevel() const
 {
     QList<BinderRowID> rows;
-    const BinderOrder& order = m_appState.order();
-    for (const QUuid& id : order.rootFolderOrder)
-        rows.append(folderRow(id));
-    if (const auto project = m_appState.projectRootContainerID()) {
-        for (const QUuid& id : order.noteOrderByFolder.value(*project))
-            rows.append(noteRow(id));
+    if (isTagFiltered()) {
+        for (const BinderDisplayRow& row : m_appState.tagFilteredBinderRows())
+            rows.append(row.id());
+        return rows;
     }
+    for (const QUuid& id : m_appState.order().rootFolderOrder)
+        rows.append(folderRow(id));
+    if (const auto project = m_appState.projectRootContainerID())
+        appendNotes(rows, *project);
     if (m_appState.folder(FolderRecord::trashFolderID))
         rows.append(folderRow(FolderRecord::trashFolderID));
     return rows;
@@ -338,7 +371,7 @@ std::optional<BinderRowID> BinderModel::parentRow(const BinderRowID& row) const
     } else if (const NoteRecord* note = m_appState.note(row.id)) {
         container = note->folderID;
     }
-    if (!container || !m_appState.folder(*container))
+    if (!container || isTagFiltered() || !m_appState.folder(*container))
         return std::nullopt;
     return folderRow(*container);
 }
@@ -447,6 +480,29 @@ QVariant BinderModel::data(const QModelIndex& index, int role) const
     return note ? noteData(*note, role) : QVariant();
 }
 
+bool BinderModel::setData(const QModelIndex& index, const QVariant& value, int role)
+{
+    if (!index.isValid() || role != Qt::EditRole || !m_appState.canCreateOrEdit())
+        return false;
+    const BinderRowID row = rowIdOf(index);
+    const QString title = value.toString().simplified();
+    if (title.isEmpty() || title == index.data(Qt::EditRole).toString())
+        return false;
+    if (row.kind == BinderRowID::Kind::Folder)
+        m_appState.updateFolderBinderTitle(row.id, title, std::nullopt);
+    else
+        m_appState.updateNoteBinderTitle(row.id, title, std::nullopt);
+    return true;
+}
+
+Qt::ItemFlags BinderModel::flags(const QModelIndex& index) const
+{
+    Qt::ItemFlags flags = QAbstractItemModel::flags(index);
+    if (!index.isValid() || index.data(IsTrashRole).toBool() || !m_appState.canCreateOrEdit())
+        return flags;
+    return flags | Qt::ItemIsEditable | Qt::ItemIsDragEnabled;
+}
+
 QVariant BinderModel::folderData(const FolderRecord& folder, int role) const
 {
     switch (role) {
@@ -459,8 +515,12 @@ QVariant BinderModel::folderData(const FolderRecord& folder, int role) const
     }
     case CountRole:
         return m_counts.value(folder.id);
+    case Qt::EditRole:
+        return folder.name;
     case IsTrashRole:
         return folder.isTrash();
+    case IsPinnedRole:
+        return folder.isPinned;
     default:
         return {};
     }
@@ -475,8 +535,14 @@ QVariant BinderModel::noteData(const NoteRecord& note, int role) const
     case Qt::AccessibleDescriptionRole:
     case SecondLineRole:
         return secondLineOf(note);
+    case Qt::EditRole:
+        return note.titleForList();
     case IsPdfRole:
         return note.isEmbeddedPDF();
+    case IsPinnedRole:
+        return note.isPinned;
+    case TagsRole:
+        return note.tags;
     default:
         return {};
     }

@@ -11,9 +11,10 @@
 namespace orvane {
 
 /// The Binder as a tree over the open notebook: top-level folders, then the notes of the project,
-/// the Trash last; below a folder its subfolders, then its notes. Follows `AppState` by single
-/// changes: only another notebook resets it. What is below a folder is listed when the folder is
-/// first opened.
+/// the Trash last; below a folder its subfolders, then its notes, in the order that is set. While
+/// tags are filtered for, it is a flat list of the notes that have one. Follows `AppState` by
+/// single changes: only another notebook resets it. What is below a folder is listed when the
+/// folder is first opened.
 class BinderModel : public QAbstractItemModel {
     Q_OBJECT
 public:
@@ -27,6 +28,9 @@ public:
         DepthRole,
         IsPdfRole,
         IsTrashRole,
+        IsPinnedRole,
+        /// Tags in the note's order.
+        TagsRole,
     };
 
     explicit BinderModel(AppState& appState, QObject* parent = nullptr);
@@ -49,6 +53,9 @@ public:
     [[nodiscard]] bool canFetchMore(const QModelIndex& parent) const override;
     void fetchMore(const QModelIndex& parent) override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    /// A new title ends a rich one; the same title leaves it.
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+    [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
 
 private:
     struct Node;
@@ -60,11 +67,15 @@ private:
     void insertNew(Node& node, const QList<BinderRowID>& wanted);
     void reorder(Node& node, const QList<BinderRowID>& wanted);
     void recordChanged(const BinderRowID& row);
+    /// The note's place may hang on what changed of it.
+    void placeAgain(const BinderRowID& row);
+    [[nodiscard]] bool isTagFiltered() const { return !m_appState.activeTagFilter().isEmpty(); }
     void recount();
     void refilter();
     int countBelow(const QUuid& folder, int depth);
     bool keepByFilter(const QUuid& folder, int depth);
     [[nodiscard]] QList<BinderRowID> childrenOf(const BinderRowID& row) const;
+    void appendNotes(QList<BinderRowID>& rows, const QUuid& container) const;
     [[nodiscard]] QList<BinderRowID> topLevel() const;
     [[nodiscard]] QList<BinderRowID> wantedChildren(const Node& node) const;
     [[nodiscard]] bool passesFilter(const BinderRowID& row) const;

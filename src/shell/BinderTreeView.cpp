@@ -20,9 +20,20 @@ constexpr int rightPadding = 16;
 constexpr int leftEdge = 16;
 constexpr int symbolSize = 16;
 
-class RowHeights final : public QStyledItemDelegate {
+/// Rows of two heights, and a field over the title while it is edited.
+class RowDelegate final : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
+    void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                              const QModelIndex& index) const override
+    {
+        const bool isFolder = index.data(BinderModel::IsFolderRole).toBool();
+        const int left = leftEdge +
+                         index.data(BinderModel::DepthRole).toInt() * BinderTreeView::indent +
+                         (isFolder ? 38 : 18);
+        const int right = editor->parentWidget()->width() - rightPadding + 4;
+        editor->setGeometry(left, option.rect.center().y() - 13, right - left, 28);
+    }
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem&,
                                  const QModelIndex& index) const override
     {
@@ -62,9 +73,12 @@ BinderTreeView::BinderTreeView(Look& look, QWidget* parent)
     setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setExpandsOnDoubleClick(false);
-    setAutoScroll(false);
     setAnimated(false);
-    setItemDelegate(new RowHeights(this));
+    setItemDelegate(new RowDelegate(this));
+    setDragEnabled(true);
+    setAcceptDrops(true);
+    setDragDropMode(QAbstractItemView::DragDrop);
+    setAutoScroll(true);
     setAccessibleName(tr("Binder"));
     connect(&look, &Look::changed, this, &BinderTreeView::applyLook);
     applyLook();
@@ -129,8 +143,10 @@ void BinderTreeView::drawFolder(QPainter& painter, const QRect& row, const QMode
     const int countWidth = QFontMetrics(label).horizontalAdvance(count);
     const QRect right(row.width() - rightPadding - countWidth, row.top(), countWidth, row.height());
     drawLine(painter, right.adjusted(0, 0, 2, 0), label, second, count);
+    QRect rest(row.left(), row.top(), right.left() - 8 - row.left(), row.height());
+    drawTrailing(painter, rest, index);
     const int titleLeft = left + 44;
-    drawLine(painter, QRect(titleLeft, row.top(), right.left() - 8 - titleLeft, row.height()),
+    drawLine(painter, QRect(titleLeft, row.top(), rest.right() - titleLeft, row.height()),
              interfaceFont(TextStyle::BodyMedium), ink, index.data().toString());
 }
 
@@ -144,12 +160,37 @@ void BinderTreeView::drawNote(QPainter& painter, const QRect& row, const QModelI
     Look::drawSymbol(painter, QRectF(left, row.top(), symbolSize, row.height()),
                      isPdf ? Symbol::PdfNote : Symbol::Note, symbolSize, second);
     const int textLeft = left + 24;
-    const int width = row.width() - rightPadding - textLeft;
+    QRect rest(row.left(), row.top(), row.width() - rightPadding - row.left(), row.height());
+    drawTrailing(painter, rest, index);
+    const int width = rest.right() + 1 - textLeft;
     drawLine(painter, QRect(textLeft, row.top() + 3, width, 18),
              interfaceFont(TextStyle::BodyMedium), selected ? t.textOnSelectedRow : t.text,
              index.data().toString());
     drawLine(painter, QRect(textLeft, row.top() + 20, width, 15), interfaceFont(TextStyle::Label),
              second, index.data(BinderModel::SecondLineRole).toString());
+}
+
+// Pin and tag dots from the right; `row` is cut to what is left of them.
+void BinderTreeView::drawTrailing(QPainter& painter, QRect& row, const QModelIndex& index) const
+{
+    constexpr int dot = 6;
+    constexpr int mostDots = 4;
+    const QStringList tags = index.data(BinderModel::TagsRole).toStringList();
+    if (m_tagColor) {
+        painter.setPen(Qt::NoPen);
+        painter.setRenderHint(QPainter::Antialiasing);
+        for (qsizetype i = std::min<qsizetype>(tags.size(), mostDots); i-- > 0;) {
+            painter.setBrush(m_tagColor(tags.at(i)));
+            painter.drawEllipse(
+                QRectF(row.right() + 1 - dot, row.center().y() - dot / 2 + 1, dot, dot));
+            row.setRight(row.right() - dot - 6);
+        }
+    }
+    if (index.data(BinderModel::IsPinnedRole).toBool()) {
+        Look::drawSymbol(painter, QRectF(row.right() - 11, row.top(), 12, row.height()),
+                         Symbol::Pin, 12, m_look.tokens().textSecondary);
+        row.setRight(row.right() - 16);
+    }
 }
 
 void BinderTreeView::mousePressEvent(QMouseEvent* event)
@@ -188,9 +229,34 @@ void BinderTreeView::keyPressEvent(QKeyEvent* event)
         return collapseCurrent();
     case Qt::Key_Right:
         return expandCurrent();
+    case Qt::Key_F2:
+        return renameCurrent();
+    case Qt::Key_Delete:
+        emit removalRequested();
+        return;
     default:
         QTreeView::keyPressEvent(event);
     }
+}
+
+void BinderTreeView::renameCurrent()
+{
+    const QModelIndex index = currentIndex();
+    if (index.isValid() && index.flags().testFlag(Qt::ItemIsEditable))
+        edit(index);
+}
+
+void BinderTreeView::contextMenuEvent(QContextMenuEvent* event)
+{
+    const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+    const QModelIndex index = byKey ? currentIndex() : indexAt(event->pos());
+    if (index.isValid())
+        setCurrentIndex(index);
+    const QPoint place =
+        byKey && index.isValid()
+            ? viewport()->mapToGlobal(visualRect(index).bottomLeft() + QPoint(24, 0))
+            : event->globalPos();
+    emit menuRequested(index.isValid() ? std::optional(rowIdOf(index)) : std::nullopt, place);
 }
 
 void BinderTreeView::activateCurrent()

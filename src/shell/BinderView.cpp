@@ -1,14 +1,18 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/BinderView.h"
 
+#include "core/TagColorPalette.h"
+#include "shell/BinderMenus.h"
 #include "shell/BinderModel.h"
 #include "shell/BinderTreeView.h"
+#include "shell/TagFilterBar.h"
 
 #include <QAction>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QScopedValueRollback>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -21,6 +25,7 @@ BinderView::BinderView(AppState& appState, QAction& newNote, QAction& newFolder,
     , m_appState(appState)
     , m_model(new BinderModel(appState, this))
     , m_tree(new BinderTreeView(look, this))
+    , m_menus(new BinderMenus(appState, look, this))
 {
     setMinimumWidth(220);
     setMaximumWidth(420);
@@ -28,6 +33,7 @@ BinderView::BinderView(AppState& appState, QAction& newNote, QAction& newFolder,
     layout->setContentsMargins(0, 8, 0, 8);
     layout->setSpacing(0);
     layout->addWidget(makeTopRail());
+    layout->addWidget(new TagFilterBar(appState, look, this));
     layout->addSpacing(8);
     m_empty = makeLabel({}, TextStyle::Body, LabelInk::Secondary);
     m_empty->setWordWrap(true);
@@ -39,6 +45,7 @@ BinderView::BinderView(AppState& appState, QAction& newNote, QAction& newFolder,
     layout->addWidget(makeBottomRail(newNote, newFolder));
     m_tree->setModel(m_model);
     connectTree();
+    connectMenus(newNote, newFolder);
     showExpansion();
     showSelection();
     showEmptyState();
@@ -62,6 +69,8 @@ QWidget* BinderView::makeTopRail()
                         QLineEdit::LeadingPosition);
     m_filter->installEventFilter(this);
     row->addWidget(m_filter);
+    row->addWidget(makeRailMenuButton(Symbol::Tag, tr("Filter by Tag"), &BinderMenus::fillTagMenu));
+    row->addWidget(makeRailMenuButton(Symbol::Sort, tr("Sort Notes"), &BinderMenus::fillSortMenu));
     connect(m_filter, &QLineEdit::textChanged, this, &BinderView::setFilter);
     const auto applyFont = [this] {
         m_filter->setFont(interfaceFont(TextStyle::Body, look().polarity(Surface::Rail)));
@@ -86,6 +95,75 @@ QToolButton* BinderView::makeRailButton(QAction& action, Symbol symbol)
     button->setAccessibleName(action.text());
     button->setFocusPolicy(Qt::TabFocus);
     return button;
+}
+
+QToolButton* BinderView::makeRailMenuButton(Symbol symbol, const QString& name,
+                                            void (BinderMenus::*fill)(QMenu&))
+{
+    auto* button = new QToolButton(this);
+    const auto showPicture = [this, button, symbol] {
+        button->setIcon(look().icon(symbol, &Tokens::textOnRail));
+    };
+    connect(&look(), &Look::changed, button, showPicture);
+    showPicture();
+    button->setIconSize({16, 16});
+    button->setFixedSize(28, 28);
+    button->setToolTip(name);
+    button->setAccessibleName(name);
+    button->setFocusPolicy(Qt::TabFocus);
+    auto* menu = new QMenu(button);
+    connect(menu, &QMenu::aboutToShow, this, [this, menu, fill] {
+        menu->clear();
+        (m_menus->*fill)(*menu);
+    });
+    connect(button, &QToolButton::clicked, menu,
+            [button, menu] { menu->popup(button->mapToGlobal(button->rect().bottomLeft())); });
+    return button;
+}
+
+void BinderView::connectMenus(QAction& newNote, QAction& newFolder)
+{
+    connect(m_menus, &BinderMenus::newNoteRequested, &newNote, &QAction::trigger);
+    connect(m_menus, &BinderMenus::newFolderRequested, &newFolder, &QAction::trigger);
+    connect(m_menus, &BinderMenus::renameRequested, m_tree, &BinderTreeView::renameCurrent);
+    connect(m_menus, &BinderMenus::iconsAndTitlesRequested, this,
+            &BinderView::iconsAndTitlesRequested);
+    connect(m_tree, &BinderTreeView::menuRequested, this, &BinderView::showMenu);
+    connect(m_tree, &BinderTreeView::removalRequested, this, [this] {
+        if (const auto row = m_appState.selectedBinderRowID())
+            m_menus->remove(*row);
+    });
+    connect(m_tree, &BinderTreeView::dropped, &m_appState, &AppState::apply);
+    m_tree->setDropResolver([this](const BinderRowID& dragged,
+                                   const std::optional<BinderRowID>& target,
+                                   double y) { return resolve(dragged, target, y); });
+    m_tree->setTagColor(
+        [this](const QString& tag) { return tagColor(m_appState.tagSettings(), tag).toQColor(); });
+}
+
+std::optional<BinderMove> BinderView::resolve(const BinderRowID& dragged,
+                                              const std::optional<BinderRowID>& target,
+                                              double y) const
+{
+    const auto project = m_appState.projectRootContainerID();
+    if (!project || !m_appState.canCreateOrEdit() || !m_appState.activeTagFilter().isEmpty())
+        return std::nullopt;
+    if (target)
+        return resolveDrop(dragged, *target, y, m_appState.order(), m_appState.folders(),
+                           m_appState.notes(), *project);
+    // Below all rows: to the end of the top level.
+    if (dragged.kind == BinderRowID::Kind::Note)
+        return BinderMove{dragged, project, std::nullopt};
+    return canReparentFolder(dragged.id, std::nullopt, m_appState.folders())
+               ? std::optional(BinderMove{dragged, std::nullopt, std::nullopt})
+               : std::nullopt;
+}
+
+void BinderView::showMenu(const std::optional<BinderRowID>& row, const QPoint& globalPosition)
+{
+    QMenu* menu = m_menus->menuFor(row).release();
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->popup(globalPosition);
 }
 
 QWidget* BinderView::makeBottomRail(QAction& newNote, QAction& newFolder)
@@ -126,6 +204,11 @@ void BinderView::connectTree()
     });
     connect(&m_appState, &AppState::binderStructureChanged, this, &BinderView::showSelection);
     connect(&m_appState, &AppState::selectionChanged, this, &BinderView::showSelection);
+    connect(&m_appState, &AppState::activeTagFilterChanged, this, [this] {
+        showExpansion();
+        showSelection();
+        showEmptyState();
+    });
     connect(&m_appState, &AppState::folderExpansionChanged, this,
             [this](const QUuid& id, bool expanded) {
                 const QModelIndex index = m_model->indexOf({BinderRowID::Kind::Folder, id});
@@ -201,13 +284,16 @@ void BinderView::showSelection()
 
 void BinderView::showEmptyState()
 {
-    const bool filtering = !m_model->titleFilter().isEmpty();
+    const bool filtering =
+        !m_model->titleFilter().isEmpty() || !m_appState.activeTagFilter().isEmpty();
     // A notebook with nothing in it still shows its Trash.
     const bool nothing =
         m_model->rowCount({}) <= (filtering ? 0 : 1) && m_appState.notes().isEmpty();
     const bool noMatch = filtering && m_model->rowCount({}) == 0;
     m_empty->setVisible(nothing || noMatch);
-    m_empty->setText(noMatch ? tr("No title contains “%1”.").arg(m_model->titleFilter())
+    m_empty->setText(noMatch ? m_model->titleFilter().isEmpty()
+                                   ? tr("No note has these tags.")
+                                   : tr("No title contains “%1”.").arg(m_model->titleFilter())
                              : tr("Notes and folders appear here. Make the first with the buttons "
                                   "below."));
 }

@@ -7,10 +7,12 @@
 class QAction;
 class QLabel;
 class QLineEdit;
+class QMenu;
 class QToolButton;
 
 namespace orvane {
 
+class BinderMenus;
 class BinderModel;
 class BinderTreeView;
 
@@ -29,6 +31,7 @@ public:
 signals:
     /// The person goes on to the text of the selected note.
     void noteActivated();
+    void iconsAndTitlesRequested();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -37,7 +40,13 @@ private:
     [[nodiscard]] QWidget* makeTopRail();
     [[nodiscard]] QWidget* makeBottomRail(QAction& newNote, QAction& newFolder);
     [[nodiscard]] QToolButton* makeRailButton(QAction& action, Symbol symbol);
+    [[nodiscard]] QToolButton* makeRailMenuButton(Symbol symbol, const QString& name,
+                                                  void (BinderMenus::*fill)(QMenu&));
     void connectTree();
+    void connectMenus(QAction& newNote, QAction& newFolder);
+    void showMenu(const std::optional<BinderRowID>& row, const QPoint& globalPosition);
+    [[nodiscard]] std::optional<BinderMove>
+    resolve(const BinderRowID& dragged, const std::optional<BinderRowID>& target, double y) const;
     void showExpansion();
     void expandBelow(const QModelIndex& parent);
     void showSelection();
@@ -48,6 +57,7 @@ private:
     AppState& m_appState;
     BinderModel* m_model;
     BinderTreeView* m_tree;
+    BinderMenus* m_menus;
     QLineEdit* m_filter = nullptr;
     QLabel* m_empty = nullptr;
     /// While the tree is made to follow the state, its signals are no wishes.
