@@ -1,0 +1,245 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "ShellFixture.h"
+#include "shell/BinderModel.h"
+#include "shell/BinderTreeView.h"
+
+#include <QDropEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMimeData>
+#include <QToolButton>
+
+namespace orvane {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// The Binder of an open project: a folder with three notes, an empty folder, a note at the root.
+class BinderViewTest : public ShellTest {
+protected:
+    void SetUp() override
+    {
+        dismissWelcome();
+        start();
+        ASSERT_TRUE(state().createProject(u"Novel"_s, {}));
+        full = *state().createFolder(u"Full"_s);
+        for (const QString& title : {u"Alpha"_s, u"Beta"_s, u"Gamma"_s})
+            notes.append(*state().createNote(title, {}));
+        state().selectProjectRoot();
+        empty = *state().createFolder(u"Empty"_s);
+        state().selectProjectRoot();
+        loose = *state().createNote(u"Loose"_s, {});
+        state().openNote(notes.first());
+        tree = find<BinderTreeView>();
+        ASSERT_NE(tree, nullptr);
+        tree->setFocus();
+        QApplication::processEvents();
+    }
+
+    QModelIndex indexOf(const BinderRowID& row)
+    {
+        return static_cast<BinderModel*>(tree->model())->indexOf(row);
+    }
+    QRect rectOf(const BinderRowID& row) { return tree->visualRect(indexOf(row)); }
+    static BinderRowID note(const QUuid& id) { return {BinderRowID::Kind::Note, id}; }
+    static BinderRowID folder(const QUuid& id) { return {BinderRowID::Kind::Folder, id}; }
+
+    /// What shows in the tree, from the top.
+    QStringList shown()
+    {
+        QStringList titles;
+        for (QModelIndex at = tree->model()->index(0, 0); at.isValid(); at = tree->indexBelow(at))
+            titles.append(at.data().toString());
+        return titles;
+    }
+
+    /// The events that a drag within the window sends, without the desktop's part of it.
+    bool drop(const QString& payload, const QPoint& position)
+    {
+        QMimeData data;
+        data.setData(u"application/x-orvaneworkspace-binder-row"_s, payload.toUtf8());
+        const auto actions = Qt::MoveAction;
+        QDragEnterEvent enter(position, actions, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(tree->viewport(), &enter);
+        if (!enter.isAccepted())
+            return false;
+        QDragMoveEvent move(position, actions, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(tree->viewport(), &move);
+        QDropEvent event(position, actions, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(tree->viewport(), &event);
+        return event.isAccepted();
+    }
+    bool drop(const BinderRowID& row, const BinderRowID& target, int y)
+    {
+        const QRect rect = rectOf(target);
+        return drop(BinderDragPayload::text(row), {rect.center().x(), rect.top() + y});
+    }
+
+    QMenu* menuAt(const QPoint& position)
+    {
+        QContextMenuEvent event(QContextMenuEvent::Mouse, position,
+                                tree->viewport()->mapToGlobal(position));
+        QApplication::sendEvent(tree->viewport(), &event);
+        QApplication::processEvents();
+        return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    }
+    static QStringList itemsOf(const QMenu& menu)
+    {
+        QStringList items;
+        for (const QAction* action : menu.actions()) {
+            if (!action->isSeparator())
+                items.append(action->text());
+        }
+        return items;
+    }
+    static void choose(QMenu& menu, const QString& item)
+    {
+        for (QAction* action : menu.actions()) {
+            if (action->text() == item)
+                action->trigger();
+        }
+        menu.close();
+        QApplication::processEvents();
+    }
+
+    QUuid full;
+    QUuid empty;
+    QUuid loose;
+    QList<QUuid> notes;
+    BinderTreeView* tree = nullptr;
+};
+
+TEST_F(BinderViewTest, RowsHaveTheHeightsThatDropsDependOn)
+{
+    EXPECT_EQ(rectOf(folder(full)).height(), 48);
+    EXPECT_EQ(rectOf(note(notes[0])).height(), 40);
+    EXPECT_EQ(shown(), (QStringList{u"Full"_s, u"Alpha"_s, u"Beta"_s, u"Gamma"_s, u"Empty"_s,
+                                    u"Loose"_s, u"Trash"_s}));
+}
+
+TEST_F(BinderViewTest, DroppedRowsGoWhereTheGuideSaid)
+{
+    EXPECT_TRUE(drop(note(loose), note(notes[1]), 5));
+    EXPECT_EQ(shown().mid(0, 5),
+              (QStringList{u"Full"_s, u"Alpha"_s, u"Loose"_s, u"Beta"_s, u"Gamma"_s}));
+    EXPECT_TRUE(drop(note(loose), folder(empty), 24));
+    EXPECT_EQ(state().note(loose)->folderID, empty);
+    EXPECT_TRUE(drop(folder(empty), folder(full), 3));
+    EXPECT_EQ(shown().first(), u"Empty"_s);
+    EXPECT_TRUE(drop(folder(empty), folder(full), 24));
+    EXPECT_EQ(state().folder(empty)->parentFolderID, full);
+    EXPECT_FALSE(drop(folder(full), folder(empty), 24));
+    EXPECT_FALSE(drop(folder(empty), note(notes[0]), 24));
+    const int below = tree->viewport()->height() - 2;
+    EXPECT_TRUE(drop(BinderDragPayload::text(folder(empty)), {50, below}));
+    EXPECT_FALSE(state().folder(empty)->parentFolderID);
+    EXPECT_TRUE(drop(note(notes[2]), folder(FolderRecord::trashFolderID), 20));
+    EXPECT_EQ(state().notesInTrash().size(), 1);
+    EXPECT_FALSE(drop(u"folder:nonsense"_s, {50, 20}));
+}
+
+TEST_F(BinderViewTest, FilesFromElsewhereAreRefused)
+{
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(u"/tmp/paper.pdf"_s)});
+    QDragEnterEvent enter({50, 20}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(tree->viewport(), &enter);
+    EXPECT_FALSE(enter.isAccepted());
+}
+
+TEST_F(BinderViewTest, RenamesInPlace)
+{
+    m_hand->press(Qt::Key_F2);
+    auto* field = tree->findChild<QLineEdit*>();
+    ASSERT_NE(field, nullptr);
+    EXPECT_EQ(field->selectedText(), u"Alpha"_s);
+    m_hand->type(u"Omega"_s);
+    m_hand->press(Qt::Key_Return);
+    EXPECT_EQ(state().note(notes[0])->title, u"Omega"_s);
+    m_hand->press(Qt::Key_F2);
+    m_hand->type(u"never"_s);
+    m_hand->press(Qt::Key_Escape);
+    EXPECT_EQ(state().note(notes[0])->title, u"Omega"_s);
+    state().updateNoteBinderTitle(notes[1], u"Beta"_s, Blob("{\\rtf1 \\b Beta}"));
+    state().selectNote(notes[1]);
+    m_hand->press(Qt::Key_F2);
+    m_hand->press(Qt::Key_Return); // the same title leaves the rich one
+    EXPECT_TRUE(state().note(notes[1])->titleRTF);
+}
+
+TEST_F(BinderViewTest, MenusOfferWhatTheRowCanDo)
+{
+    QMenu* menu = menuAt(rectOf(note(notes[0])).center());
+    ASSERT_NE(menu, nullptr);
+    EXPECT_TRUE(itemsOf(*menu).contains(u"Move to Trash"_s));
+    choose(*menu, u"Duplicate"_s);
+    EXPECT_EQ(shown().mid(1, 2), (QStringList{u"Alpha"_s, u"Alpha Copy"_s}));
+    menu = menuAt(rectOf(note(notes[1])).center());
+    choose(*menu, u"Pin"_s);
+    EXPECT_TRUE(indexOf(note(notes[1])).data(BinderModel::IsPinnedRole).toBool());
+
+    menu = menuAt(rectOf(folder(FolderRecord::trashFolderID)).center());
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(itemsOf(*menu), QStringList{u"Empty Trash…"_s});
+    EXPECT_FALSE(menu->actions().first()->isEnabled());
+    menu->close();
+    menu = menuAt({50, tree->viewport()->height() - 2});
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(itemsOf(*menu), (QStringList{u"New Note"_s, u"New Folder…"_s, u"Sort Notes"_s}));
+    menu->close();
+}
+
+TEST_F(BinderViewTest, DeleteGoesToTheTrashAndAsksOnlyForGood)
+{
+    state().selectNote(notes[1]);
+    tree->setFocus();
+    m_hand->press(Qt::Key_Delete);
+    EXPECT_EQ(state().notesInTrash().size(), 1);
+    EXPECT_EQ(state().selectedNoteID(), notes[2]);
+
+    state().selectNote(notes[1]);
+    tree->setFocus();
+    EXPECT_TRUE(answering([&] { m_hand->press(Qt::Key_Delete); }, [] {}));
+    EXPECT_TRUE(state().note(notes[1]));
+    EXPECT_TRUE(
+        answering([&] { m_hand->press(Qt::Key_Delete); }, [&] { press(u"Delete Permanently"_s); }));
+    EXPECT_FALSE(state().note(notes[1]));
+
+    state().selectFolder(empty); // nothing in it, nothing to ask
+    tree->setFocus();
+    m_hand->press(Qt::Key_Delete);
+    EXPECT_FALSE(state().folder(empty));
+    state().selectFolder(full);
+    tree->setFocus();
+    EXPECT_TRUE(
+        answering([&] { m_hand->press(Qt::Key_Delete); }, [&] { press(u"Delete Folder"_s); }));
+    EXPECT_FALSE(state().folder(full));
+    EXPECT_EQ(state().notesInTrash().size(), 2);
+}
+
+TEST_F(BinderViewTest, SortingAndTagFilterChangeOnlyWhatIsShown)
+{
+    const BinderOrder before = state().order();
+    state().setBinderSortOrder(BinderSortOrder::AlphabeticalZA);
+    EXPECT_EQ(shown().mid(1, 3), (QStringList{u"Gamma"_s, u"Beta"_s, u"Alpha"_s}));
+    state().updateNoteBinderTitle(notes[0], u"Zeta"_s, {});
+    EXPECT_EQ(shown().mid(1, 3), (QStringList{u"Zeta"_s, u"Gamma"_s, u"Beta"_s}));
+    state().setBinderSortOrder(BinderSortOrder::Custom);
+    EXPECT_EQ(shown().mid(1, 3), (QStringList{u"Zeta"_s, u"Beta"_s, u"Gamma"_s}));
+    EXPECT_EQ(state().order(), before);
+
+    state().addTagToNote(notes[2], u"tide"_s);
+    state().addTagToNote(loose, u"tide"_s);
+    state().toggleTagFilter(u"tide"_s);
+    QApplication::processEvents();
+    EXPECT_EQ(shown().size(), 2);
+    if (qEnvironmentVariableIsSet("ORVANE_GRABS"))
+        window().grab().save(qEnvironmentVariable("ORVANE_GRABS") + u"/binder-tags.png"_s);
+    state().updateNoteTags(loose, {});
+    EXPECT_EQ(shown(), QStringList{u"Gamma"_s});
+    press(u"Stop filtering for “tide”"_s);
+    EXPECT_EQ(shown().size(), 7);
+}
+
+} // namespace
+} // namespace orvane
