@@ -10,6 +10,8 @@ int main(int argc, char** argv)
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
+    orvane::bench::addBinderRows();
     orvane::bench::addKeysRows();
+    orvane::bench::addStartRows();
     return orvane::bench::runMain(argc, argv);
 }

@@ -3,6 +3,8 @@
 
 namespace orvane::bench {
 
+void addBinderRows();
 void addKeysRows();
+void addStartRows();
 
 } // namespace orvane::bench
