@@ -41,7 +41,6 @@ def main():
     build = pathlib.Path(sys.argv[1])
     long_run = "--long" in sys.argv[2:]
     environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", LC_ALL="C.UTF-8",
-                       QT_LOGGING_RULES="*.debug=false;*.info=false",
                        ASAN_OPTIONS="detect_leaks=1:allocator_may_return_null=1",
                        LSAN_OPTIONS=f"suppressions={pathlib.Path('scripts/leaks.supp').resolve()}:print_suppressions=0",
                        UBSAN_OPTIONS="print_stacktrace=1")
