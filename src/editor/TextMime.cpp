@@ -6,18 +6,29 @@
 #include "text/html/HtmlReader.h"
 #include "text/html/HtmlWriter.h"
 
-#include <QHash>
-
 namespace orvane::textMime {
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString ownFormat = u"application/x-orvane-text"_s;
-const QStringList rtfFormats{u"text/rtf"_s, u"application/rtf"_s, u"text/richtext"_s};
-const QString htmlFormat = u"text/html"_s;
-const QString plainFormat = u"text/plain"_s;
+const QString& plainType()
+{
+    static const QString type = u"text/plain"_s;
+    return type;
+}
+
+const QString& htmlType()
+{
+    static const QString type = u"text/html"_s;
+    return type;
+}
+
+const QStringList& rtfTypes()
+{
+    static const QStringList types{u"text/rtf"_s, u"application/rtf"_s, u"text/richtext"_s};
+    return types;
+}
 
 QString asPlainText(const AttributedString& text)
 {
@@ -27,84 +38,61 @@ QString asPlainText(const AttributedString& text)
     return plain;
 }
 
-/// Keeps the text and makes each form of it only when somebody asks: a selection is offered to
-/// other programs at every change, and mostly nobody takes it.
-class RichText final : public QMimeData {
+class TextMimeData : public QMimeData {
 public:
-    explicit RichText(AttributedString text)
+    TextMimeData(AttributedString text, TextFormatting formatting)
         : m_text(std::move(text))
+        , m_formatting(formatting)
     {}
 
     [[nodiscard]] QStringList formats() const override
     {
-        return QStringList{ownFormat} + rtfFormats + QStringList{htmlFormat, plainFormat};
+        if (m_formatting == TextFormatting::plain)
+            return {plainType()};
+        return QStringList{archiveType()} + rtfTypes().first(2) +
+               QStringList{htmlType(), plainType()};
     }
-    [[nodiscard]] bool hasFormat(const QString& format) const override
+
+    [[nodiscard]] bool hasFormat(const QString& type) const override
     {
-        return formats().contains(format);
+        return formats().contains(type);
     }
 
 protected:
-    [[nodiscard]] QVariant retrieveData(const QString& format, QMetaType) const override
+    [[nodiscard]] QVariant retrieveData(const QString& type, QMetaType /*wanted*/) const override
     {
-        if (format == ownFormat)
+        if (!hasFormat(type))
+            return {};
+        if (type == archiveType())
             return TextArchive::encode(m_text);
-        if (format == htmlFormat)
-            return QString::fromUtf8(writeHtml(m_text));
-        if (format == plainFormat)
-            return asPlainText(m_text);
-        if (rtfFormats.contains(format))
+        if (rtfTypes().contains(type))
             return OrvaneWorkspaceRTF::data(m_text).value_or(QByteArray());
-        return {};
+        if (type == htmlType())
+            return QString::fromUtf8(writeHtml(m_text));
+        return asPlainText(m_text);
     }
 
 private:
     AttributedString m_text;
+    TextFormatting m_formatting;
 };
-
-/// A copy is a thing of its own: its tables and attachments get new identities.
-void renewIdentities(AttributedString& text)
-{
-    QHash<QUuid, QUuid> tables;
-    text.modifyParagraphStyles(text.fullRange(), [&](ParagraphStyle& style) {
-        if (!style.cell)
-            return;
-        QUuid& id = tables[style.cell->table.id];
-        if (id.isNull())
-            id = QUuid::createUuid();
-        style.cell->table.id = id;
-    });
-    text.modifyCharacterStyles(text.fullRange(), [](CharacterStyle& style) {
-        if (const auto* image = style.imageAttachment()) {
-            OrvaneNoteImageAttachment copy = *image;
-            copy.attachmentID = QUuid::createUuid();
-            style.attachment = TextAttachment(std::move(copy));
-        } else if (const auto* chart = style.chartAttachment()) {
-            OWChartAttachment copy = *chart;
-            copy.chartBlock.id = QUuid::createUuid();
-            style.chartBlockData = copy.chartBlock.toJson();
-            style.attachment = TextAttachment(std::move(copy));
-        }
-    });
-}
 
 std::optional<AttributedString> decodeRich(const QMimeData& data, const SharedCharacterStyle& style)
 {
-    if (data.hasFormat(ownFormat)) {
-        if (auto text = TextArchive::decode(data.data(ownFormat)); text && !text->isEmpty()) {
-            renewIdentities(*text);
-            return std::move(*text);
-        }
+    if (data.hasFormat(archiveType())) {
+        if (auto text = TextArchive::decode(data.data(archiveType())))
+            return *std::move(text);
     }
-    for (const QString& format : rtfFormats) {
-        if (!data.hasFormat(format))
+    for (const QString& type : rtfTypes()) {
+        if (!data.hasFormat(type))
             continue;
-        if (auto text = OrvaneWorkspaceRTF::read(data.data(format)); text && !text->isEmpty())
+        if (auto text = OrvaneWorkspaceRTF::read(data.data(type)); text && !text->isEmpty())
             return text;
     }
     if (data.hasHtml()) {
         HtmlReadOptions options;
-        options.baseFont = style->font.value_or(TextFont{});
+        if (style->font)
+            options.baseFont = *style->font;
         if (AttributedString text = readHtml(data.html(), options); !text.isEmpty())
             return text;
     }
@@ -113,25 +101,26 @@ std::optional<AttributedString> decodeRich(const QMimeData& data, const SharedCh
 
 } // namespace
 
+QString archiveType()
+{
+    return u"application/x-orvaneworkspace-text"_s;
+}
+
 std::unique_ptr<QMimeData> encode(const AttributedString& text, TextFormatting formatting)
 {
-    if (formatting == TextFormatting::rich)
-        return std::make_unique<RichText>(text);
-    auto data = std::make_unique<QMimeData>();
-    data->setText(asPlainText(text));
-    return data;
+    return std::make_unique<TextMimeData>(text, formatting);
 }
 
 bool canDecode(const QMimeData& data, TextFormatting formatting)
 {
     if (data.hasText())
         return true;
-    const auto offers = [&](const QString& format) {
-        return data.hasFormat(format);
-    };
-    return formatting == TextFormatting::rich &&
-           (data.hasHtml() || offers(ownFormat) ||
-            std::any_of(rtfFormats.begin(), rtfFormats.end(), offers));
+    if (formatting == TextFormatting::plain)
+        return false;
+    const QStringList formats = data.formats();
+    return data.hasHtml() || formats.contains(archiveType()) ||
+           std::any_of(rtfTypes().begin(), rtfTypes().end(),
+                       [&](const QString& type) { return formats.contains(type); });
 }
 
 std::optional<AttributedString> decode(const QMimeData& data, TextFormatting formatting,
@@ -144,7 +133,7 @@ std::optional<AttributedString> decode(const QMimeData& data, TextFormatting for
     if (!data.hasText())
         return std::nullopt;
     QString text = data.text();
-    text.replace(u"\r\n"_s, u"\n"_s);
+    text.replace("\r\n"_L1, "\n"_L1);
     text.replace(u'\r', u'\n');
     return AttributedString(text, style);
 }

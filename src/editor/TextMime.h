@@ -13,14 +13,20 @@ namespace orvane {
 /// Whether a text view takes and gives attributes, or characters only.
 enum class TextFormatting { plain, rich };
 
-/// Text on the clipboard and in a drag.
+/// Text on the clipboard and in a drag: rich text in our own form, which keeps everything, as RTF,
+/// as HTML, and always as plain text.
 namespace textMime {
 
+/// The type of our own form, the archive of a rich note.
+[[nodiscard]] QString archiveType();
+
+/// Each form is made when someone asks for it, so copying a long text costs nothing.
 [[nodiscard]] std::unique_ptr<QMimeData> encode(const AttributedString& text,
                                                 TextFormatting formatting);
 
 [[nodiscard]] bool canDecode(const QMimeData& data, TextFormatting formatting);
-/// The text of `data`; characters that bring no attributes of their own get `style`.
+/// The text of the richest form that can be read; characters that bring no attributes of their own
+/// get `style`.
 [[nodiscard]] std::optional<AttributedString>
 decode(const QMimeData& data, TextFormatting formatting, const SharedCharacterStyle& style);
 

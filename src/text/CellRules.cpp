@@ -107,7 +107,8 @@ private:
     TextRange m_range;
 };
 
-AttributedString asOneParagraph(const AttributedString& insertion)
+AttributedString asOneParagraph(const AttributedString& insertion,
+                                const SharedParagraphStyle& paragraph)
 {
     AttributedString flat;
     QString text = insertion.text();
@@ -116,7 +117,7 @@ AttributedString asOneParagraph(const AttributedString& insertion)
     text.replace(u'\n', QChar(lineSeparator));
     insertion.forEachCharacterRun(
         {0, text.size()}, [&](TextRange run, const SharedCharacterStyle& style) {
-            flat.append(QStringView(text).mid(run.location, run.length), style);
+            flat.append(QStringView(text).mid(run.location, run.length), style, paragraph);
         });
     return flat;
 }
@@ -191,7 +192,7 @@ AttributedString fitted(const TextStore& store, qsizetype position,
                         const AttributedString& insertion)
 {
     if (isInCell(store, position))
-        return asOneParagraph(insertion);
+        return asOneParagraph(insertion, store.paragraphStyle(position));
     AttributedString text = withOwnTables(insertion);
     const SharedParagraphStyle here = store.paragraphStyle(position);
     const bool endsInCell = text.paragraphStyle(text.length())->cell.has_value();

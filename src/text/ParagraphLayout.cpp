@@ -9,6 +9,7 @@
 #include <QTextDocument>
 
 #include <cmath>
+#include <numeric>
 #include <private/qtextengine_p.h>
 
 namespace orvane {
@@ -220,13 +221,43 @@ void ParagraphLayout::layOutParagraph(const QTextBlock& block)
                   box.content.bottom() / u + std::max(0.0, style.spacingAfter));
 }
 
+/// Where the columns of a row begin, and last where the row ends. Columns that name no width share
+/// what is left; where nothing is left for them, all share alike.
+std::vector<qreal> ParagraphLayout::columnEdges(const TableRow& row, qreal width) const
+{
+    constexpr int mostColumns = 200;
+    const int columns = std::clamp(cellOf(row.first, m_styles)->table.columns, 1, mostColumns);
+    std::vector<double> percents(std::size_t(columns), 0);
+    for (QTextBlock block = row.first;; block = block.next()) {
+        const TableCellBlock& cell = *cellOf(block, m_styles);
+        if (cell.column >= 0 && cell.column < columns && cell.columnSpan == 1)
+            percents[std::size_t(cell.column)] = std::clamp(cell.look->widthPercent, 0.0, 100.0);
+        if (block == row.last)
+            break;
+    }
+    const double named = std::accumulate(percents.begin(), percents.end(), 0.0);
+    const auto unnamed = std::count(percents.begin(), percents.end(), 0.0);
+    const bool sharesAlike = named == 0 || (unnamed > 0 && named >= 100);
+    std::vector<qreal> edges{0};
+    for (const double percent : percents) {
+        double share =
+            percent > 0 ? percent / std::max(named, 100.0) : (100 - named) / 100 / double(unnamed);
+        if (sharesAlike)
+            share = 1.0 / columns;
+        else if (unnamed == 0)
+            share = percent / named;
+        edges.push_back(edges.back() + share * width);
+    }
+    return edges;
+}
+
 void ParagraphLayout::layOutRow(const QTextBlock& cell)
 {
     const TableRow row = rowOf(cell, m_styles);
     const TableCellBlock& table = *cellOf(row.first, m_styles);
     const qreal percent = std::clamp(table.table.contentWidthPercent, 1.0, 100.0);
-    const int columns = std::max(1, table.table.columns);
-    const qreal columnWidth = m_width * u * percent / 100 / columns;
+    const std::vector<qreal> edges = columnEdges(row, m_width * u * percent / 100);
+    const int columns = int(edges.size()) - 1;
 
     // Cells stand at their column, each paragraph of a cell below the one before.
     qreal rowHeight = 0;
@@ -243,7 +274,8 @@ void ParagraphLayout::layOutRow(const QTextBlock& cell)
                    std::clamp(about.look->borderWidth[i], 0.0, 20.0) * u;
         };
         ParagraphBox& box = boxFor(block);
-        box.cell = QRectF(column * columnWidth, 0, span * columnWidth, 0);
+        const qreal start = edges[std::size_t(column)];
+        box.cell = QRectF(start, 0, edges[std::size_t(column + span)] - start, 0);
         const qreal left = box.cell.left() + inset(BoxEdge::left);
         box.column = std::max(u, box.cell.width() - inset(BoxEdge::left) - inset(BoxEdge::right));
         const auto standing = filled.constFind(column);

@@ -163,6 +163,7 @@ private:
     [[nodiscard]] double estimateText(const QTextBlock& block, qreal column) const;
     void layOutParagraph(const QTextBlock& block);
     void layOutRow(const QTextBlock& cell);
+    [[nodiscard]] std::vector<qreal> columnEdges(const TableRow& row, qreal width) const;
     ParagraphBox& boxFor(const QTextBlock& block);
     [[nodiscard]] const ParagraphBox& box(const QTextBlock& block) const;
     void breakInto(const QTextBlock& block, ParagraphBox& box);
