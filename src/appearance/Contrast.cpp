@@ -1,25 +1,41 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "appearance/Contrast.h"
 
-#include "appearance/Tokens.h"
-
+#include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace orvane {
 
 namespace {
 
-double linear(double channel)
+double linear(int channel)
 {
-    return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+    static const std::array<double, 256> table = [] {
+        std::array<double, 256> values{};
+        for (int i = 0; i < 256; ++i) {
+            const double share = i / 255.0;
+            values[i] = share <= 0.04045 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+        }
+        return values;
+    }();
+    return table[channel];
+}
+
+double lowestContrast(const QColor& ink, const QList<QColor>& grounds)
+{
+    double lowest = 21;
+    for (const QColor& ground : grounds)
+        lowest = std::min(lowest, contrastRatio(ink, ground));
+    return lowest;
 }
 
 } // namespace
 
 double relativeLuminance(const QColor& color)
 {
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
-           0.0722 * linear(color.blueF());
+    const QRgb rgb = color.rgb();
+    return 0.2126 * linear(qRed(rgb)) + 0.7152 * linear(qGreen(rgb)) + 0.0722 * linear(qBlue(rgb));
 }
 
 double contrastRatio(const QColor& one, const QColor& other)
@@ -38,16 +54,22 @@ QColor blended(const QColor& top, double opacity, const QColor& ground)
                   mix(top.blue(), ground.blue()));
 }
 
-QColor readableInk(const QColor& ink, const QColor& surface, double minimum)
+QColor extremeInk(const QList<QColor>& grounds)
 {
-    if (contrastRatio(ink, surface) >= minimum)
+    return lowestContrast(Qt::white, grounds) >= lowestContrast(Qt::black, grounds)
+               ? QColor(Qt::white)
+               : QColor(Qt::black);
+}
+
+QColor readableInk(const QColor& ink, const QList<QColor>& grounds, double minimum)
+{
+    if (lowestContrast(ink, grounds) >= minimum)
         return ink;
-    const QColor goal = contrastRatio(Qt::white, surface) >= contrastRatio(Qt::black, surface)
-                            ? QColor(Qt::white)
-                            : QColor(Qt::black);
+    const QColor goal = extremeInk(grounds);
+    // An ink from the other side of the grounds' brightness first gets worse on the way.
     for (int percent = 2; percent < 100; percent += 2) {
         const QColor candidate = blended(goal, percent / 100.0, ink);
-        if (contrastRatio(candidate, surface) >= minimum)
+        if (lowestContrast(candidate, grounds) >= minimum)
             return candidate;
     }
     return goal;
@@ -59,41 +81,16 @@ InkPolarity polarityOf(const QColor& ink, const QColor& surface)
                                                                : InkPolarity::DarkOnLight;
 }
 
-QColor inkFor(const QColor& surface)
+QColor readableInk(const QColor& ink, const QColor& ground, double minimum)
 {
-    static const QColor nearBlack(0x0B, 0x0D, 0x10);
-    return contrastRatio(nearBlack, surface) >= contrastRatio(Qt::white, surface)
-               ? nearBlack
-               : QColor(Qt::white);
+    return readableInk(ink, QList<QColor>{ground}, minimum);
 }
 
-Tokens withDerivedInks(Tokens tokens)
+QColor inkFor(const QColor& ground)
 {
-    Tokens t = tokens;
-    for (const QColor& surface : {t.window, t.pane, t.page, t.card, t.field, t.control}) {
-        t.text = readableInk(t.text, surface);
-        t.textSecondary = readableInk(t.textSecondary, surface);
-        t.icon = readableInk(t.text, surface, iconContrast);
-    }
-    t.accentIcon = t.accent;
-    t.dangerText = t.danger;
-    for (const QColor& surface : {t.window, t.pane, t.page, t.card}) {
-        t.accentIcon = readableInk(t.accentIcon, surface, iconContrast);
-        t.dangerText = readableInk(t.dangerText, surface);
-    }
-    t.textOnBand = readableInk(t.text, t.band);
-    t.textSecondaryOnBand = readableInk(t.textSecondary, t.band);
-    t.dangerOnBand = readableInk(t.danger, t.band);
-    t.textOnRail = inkFor(t.rail);
-    t.textSecondaryOnRail = readableInk(blended(t.textOnRail, 0.6, t.rail), t.rail);
-    t.textOnAccent = inkFor(t.accent);
-    t.textOnDanger = inkFor(t.danger);
-    t.selectedRow = blended(t.accent, 0.16, t.pane);
-    t.hoveredRow = blended(t.text, 0.06, t.pane);
-    t.textOnSelectedRow = readableInk(t.text, t.selectedRow);
-    t.textSecondaryOnSelectedRow = readableInk(t.textSecondary, t.selectedRow);
-    t.accentWash = blended(t.accent, 0.14, t.card);
-    return t;
+    static const QColor nearBlack(0x0B, 0x0D, 0x10);
+    const bool dark = contrastRatio(nearBlack, ground) >= contrastRatio(Qt::white, ground);
+    return readableInk(dark ? nearBlack : QColor(Qt::white), ground, textContrast);
 }
 
 } // namespace orvane

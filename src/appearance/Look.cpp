@@ -11,6 +11,8 @@
 #include <QPointer>
 #include <QToolTip>
 
+#include <functional>
+
 namespace orvane {
 
 namespace {
@@ -18,10 +20,12 @@ namespace {
 /// Draws a symbol in the colour that the look has at the moment of drawing.
 class SymbolEngine final : public QIconEngine {
 public:
-    SymbolEngine(const Look* look, Symbol symbol, QColor Tokens::*ink)
+    using Ink = std::function<QColor(const Tokens&)>;
+
+    SymbolEngine(const Look* look, Symbol symbol, Ink ink)
         : m_look(look)
         , m_symbol(symbol)
-        , m_ink(ink)
+        , m_ink(std::move(ink))
     {}
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override
@@ -48,7 +52,7 @@ private:
     {
         if (!m_look)
             return Qt::gray;
-        QColor ink = m_look->tokens().*m_ink;
+        QColor ink = m_ink(m_look->tokens());
         if (mode == QIcon::Disabled)
             ink.setAlphaF(0.35F);
         return ink;
@@ -56,7 +60,7 @@ private:
 
     QPointer<const Look> m_look;
     Symbol m_symbol;
-    QColor Tokens::*m_ink;
+    Ink m_ink;
 };
 
 } // namespace
@@ -80,55 +84,33 @@ void Look::setTokens(const Tokens& tokens)
 
 QColor Look::ground(Surface surface) const
 {
-    switch (surface) {
-    case Surface::Window:
-        return m_tokens.window;
-    case Surface::Pane:
-        return m_tokens.pane;
-    case Surface::Page:
-        return m_tokens.page;
-    case Surface::Card:
-        return m_tokens.card;
-    case Surface::Band:
-        return m_tokens.band;
-    case Surface::Rail:
-        return m_tokens.rail;
-    }
-    return m_tokens.window;
+    return m_tokens.on(surface).ground;
 }
 
 QPalette Look::palette(Surface surface) const
 {
-    const Tokens& t = m_tokens;
-    const bool onRail = surface == Surface::Rail;
-    const bool onBand = surface == Surface::Band;
-    const QColor ink = onRail ? t.textOnRail : onBand ? t.textOnBand : t.text;
-    const QColor second = onRail   ? t.textSecondaryOnRail
-                          : onBand ? t.textSecondaryOnBand
-                                   : t.textSecondary;
-    const QColor base = ground(surface);
-
+    const SurfaceTokens& s = m_tokens.on(surface);
+    const SurfaceTokens& card = m_tokens.on(Surface::Card);
     QPalette palette;
-    palette.setColor(QPalette::Window, base);
-    palette.setColor(QPalette::Base,
-                     surface == Surface::Window || surface == Surface::Card ? t.field : base);
-    palette.setColor(QPalette::AlternateBase, base);
-    palette.setColor(QPalette::Button, t.control);
-    palette.setColor(QPalette::ToolTipBase, t.card);
-    palette.setColor(QPalette::ToolTipText, t.text);
-    for (const auto role :
-         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::BrightText})
-        palette.setColor(role, ink);
-    palette.setColor(QPalette::PlaceholderText, second);
-    palette.setColor(QPalette::Highlight, t.selection);
-    palette.setColor(QPalette::HighlightedText, readableInk(t.text, t.selection));
-    palette.setColor(QPalette::Link, readableInk(t.accent, base));
-    palette.setColor(QPalette::Light, t.border);
-    palette.setColor(QPalette::Midlight, t.border);
-    palette.setColor(QPalette::Mid, t.border);
-    palette.setColor(QPalette::Dark, t.border);
-    palette.setColor(QPalette::Shadow, t.window);
-    const QColor faded = blended(ink, 0.45, base);
+    palette.setColor(QPalette::Window, s.ground);
+    const bool fieldsStandOut = surface == Surface::Window || surface == Surface::Card;
+    palette.setColor(QPalette::Base, fieldsStandOut ? s.field : s.ground);
+    palette.setColor(QPalette::AlternateBase, s.field);
+    palette.setColor(QPalette::Button, s.control);
+    palette.setColor(QPalette::ToolTipBase, card.ground);
+    palette.setColor(QPalette::ToolTipText, card.text);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(role, s.text);
+    palette.setColor(QPalette::BrightText, s.danger);
+    palette.setColor(QPalette::PlaceholderText, s.textSecondary);
+    palette.setColor(QPalette::Highlight, m_tokens.selection);
+    palette.setColor(QPalette::HighlightedText, m_tokens.textOnSelection);
+    palette.setColor(QPalette::Link, s.link);
+    palette.setColor(QPalette::LinkVisited, s.accent);
+    for (const auto role : {QPalette::Light, QPalette::Midlight, QPalette::Mid, QPalette::Dark})
+        palette.setColor(role, s.border);
+    palette.setColor(QPalette::Shadow, m_tokens.on(Surface::Window).ground);
+    const QColor faded = blended(s.text, 0.45, s.ground);
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         palette.setColor(QPalette::Disabled, role, faded);
     return palette;
@@ -136,12 +118,18 @@ QPalette Look::palette(Surface surface) const
 
 InkPolarity Look::polarity(Surface surface) const
 {
-    return polarityOf(palette(surface).color(QPalette::WindowText), ground(surface));
+    return polarityOf(m_tokens.on(surface).text, ground(surface));
 }
 
 QIcon Look::icon(Symbol symbol, QColor Tokens::*ink) const
 {
-    return QIcon(new SymbolEngine(this, symbol, ink));
+    return QIcon(new SymbolEngine(this, symbol, [ink](const Tokens& t) { return t.*ink; }));
+}
+
+QIcon Look::icon(Symbol symbol, Surface surface, QColor SurfaceTokens::*ink) const
+{
+    return QIcon(new SymbolEngine(this, symbol,
+                                  [surface, ink](const Tokens& t) { return t.on(surface).*ink; }));
 }
 
 void Look::drawSymbol(QPainter& painter, const QRectF& rect, Symbol symbol, double size,

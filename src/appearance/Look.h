@@ -14,9 +14,6 @@ class QWidget;
 
 namespace orvane {
 
-/// What a widget stands on; it decides the inks.
-enum class Surface { Window, Pane, Page, Card, Band, Rail };
-
 /// The look that every widget of the program wears: one set of tokens, and what is made from it.
 /// Lives as long as the program. Widgets read it while painting and hold no colour of their own,
 /// so that other tokens restyle every open window at once.
@@ -30,13 +27,19 @@ public:
     void setTokens(const Tokens& tokens);
 
     /// The ground of a surface, and the palette of what stands on it: `WindowText` and `Text` are
-    /// its ink, `PlaceholderText` its secondary ink, `Highlight` the accent.
+    /// its ink, `PlaceholderText` its secondary ink, `BrightText` the ink that warns, `Button` and
+    /// `ButtonText` a plain button, `AlternateBase` the ground of a field with a frame, `Mid` its
+    /// lines, `Link` text in the accent colour, `LinkVisited` marks and rings in it, `Highlight`
+    /// selected text.
     [[nodiscard]] QColor ground(Surface surface) const;
     [[nodiscard]] QPalette palette(Surface surface) const;
     [[nodiscard]] InkPolarity polarity(Surface surface) const;
 
-    /// The symbol in a token's colour, following the tokens; disabled it fades.
-    [[nodiscard]] QIcon icon(Symbol symbol, QColor Tokens::*ink = &Tokens::icon) const;
+    /// The symbol in an ink of a surface, or in a colour of the whole look, following the tokens;
+    /// disabled it fades.
+    [[nodiscard]] QIcon icon(Symbol symbol, Surface surface = Surface::Toolbar,
+                             QColor SurfaceTokens::*ink = &SurfaceTokens::icon) const;
+    [[nodiscard]] QIcon icon(Symbol symbol, QColor Tokens::*ink) const;
     /// Draws the symbol into the middle of `rect`, `size` logical pixels square.
     static void drawSymbol(QPainter& painter, const QRectF& rect, Symbol symbol, double size,
                            const QColor& color);

@@ -40,6 +40,19 @@ bool showsKeyboardFocus(const QStyleOption& option)
            option.state.testFlag(QStyle::State_KeyboardFocusChange);
 }
 
+/// The ring of the focused control on the surface that it stands on.
+QColor ringOf(const QStyleOption& option)
+{
+    return option.palette.color(QPalette::LinkVisited);
+}
+
+/// A face shifted away from the ink on it, so that the ink reads on it as before.
+QColor shaded(const QColor& face, const QColor& ink, double share)
+{
+    return blended(relativeLuminance(ink) > relativeLuminance(face) ? Qt::black : Qt::white, share,
+                   face);
+}
+
 } // namespace
 
 void setButtonTone(QAbstractButton* button, ButtonTone tone)
@@ -118,7 +131,7 @@ QPalette OrvaneStyle::standardPalette() const
 void OrvaneStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
                                 QPainter* painter, const QWidget* widget) const
 {
-    const Tokens& t = m_look.tokens();
+    const SurfaceTokens& card = m_look.tokens().on(Surface::Card);
     switch (element) {
     case PE_PanelButtonCommand:
         if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option))
@@ -134,7 +147,7 @@ void OrvaneStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
         return drawFieldFrame(*option, *painter);
     case PE_FrameFocusRect:
         if (option->state.testFlag(State_KeyboardFocusChange))
-            drawFocusRing(*painter, option->rect, 6, t.accentIcon);
+            drawFocusRing(*painter, option->rect, 6, ringOf(*option));
         return;
     case PE_FrameDefaultButton:
     case PE_Frame:
@@ -142,9 +155,9 @@ void OrvaneStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
     case PE_FrameStatusBarItem:
         return;
     case PE_PanelTipLabel:
-        return drawPanel(*painter, option->rect, 6, t.card, t.border);
+        return drawPanel(*painter, option->rect, 6, card.ground, card.border);
     case PE_PanelMenu:
-        return drawPanel(*painter, option->rect, 10, t.card, t.border);
+        return drawPanel(*painter, option->rect, 10, card.ground, card.border);
     case PE_FrameMenu:
         return;
     case PE_IndicatorCheckBox:
@@ -160,19 +173,24 @@ void OrvaneStyle::drawButtonFace(const QStyleOptionButton& option, QPainter& pai
 {
     const Tokens& t = m_look.tokens();
     const ButtonTone tone = toneOf(option, widget);
-    const bool enabled = option.state.testFlag(State_Enabled);
+    const bool plain = tone == ButtonTone::Plain;
+    const QColor ground = option.palette.color(QPalette::Window);
+    const bool pressed = option.state.testFlag(State_Sunken);
+    const bool hovered = option.state.testFlag(State_MouseOver);
     QColor face = tone == ButtonTone::Accent   ? t.accent
                   : tone == ButtonTone::Danger ? t.danger
-                                               : t.control;
-    if (!enabled)
-        face = blended(face, tone == ButtonTone::Plain ? 0.5 : 0.3, t.card);
-    else if (option.state.testFlag(State_Sunken))
-        face = blended(t.window, 0.18, face);
-    else if (option.state.testFlag(State_MouseOver))
-        face = blended(tone == ButtonTone::Plain ? t.text : QColor(Qt::white), 0.1, face);
+                                               : option.palette.color(QPalette::Button);
+    if (!option.state.testFlag(State_Enabled))
+        face = blended(face, plain ? 0.5 : 0.3, ground);
+    else if (plain && (pressed || hovered))
+        face = blended(option.palette.color(QPalette::ButtonText), pressed ? 0.14 : 0.06, face);
+    else if (pressed || hovered)
+        face = shaded(face, tone == ButtonTone::Accent ? t.textOnAccent : t.textOnDanger,
+                      pressed ? 0.18 : 0.1);
     QRectF rect = option.rect;
     if (showsKeyboardFocus(option)) {
-        drawFocusRing(painter, rect, 6, tone == ButtonTone::Accent ? t.text : t.accentIcon);
+        drawFocusRing(painter, rect, 6,
+                      plain ? ringOf(option) : option.palette.color(QPalette::WindowText));
         rect.adjust(3, 3, -3, -3);
         return drawPanel(painter, rect, 4, face);
     }
@@ -186,9 +204,9 @@ void OrvaneStyle::drawButtonLabel(const QStyleOptionButton& option, QPainter& pa
     const ButtonTone tone = toneOf(option, widget);
     QColor ink = tone == ButtonTone::Accent   ? t.textOnAccent
                  : tone == ButtonTone::Danger ? t.textOnDanger
-                                              : readableInk(t.text, t.control);
+                                              : option.palette.color(QPalette::ButtonText);
     if (!option.state.testFlag(State_Enabled))
-        ink = withOpacity(t.text, 0.45);
+        ink = withOpacity(option.palette.color(QPalette::Active, QPalette::WindowText), 0.45);
     const int iconSize = option.icon.isNull() ? 0 : option.iconSize.width();
     const int gap = iconSize > 0 && !option.text.isEmpty() ? 8 : 0;
     const int textWidth = option.fontMetrics.horizontalAdvance(option.text);
@@ -214,18 +232,17 @@ void OrvaneStyle::drawToolButtonFace(const QStyleOption& option, QPainter& paint
 {
     const Tokens& t = m_look.tokens();
     const QColor ink = option.palette.color(QPalette::WindowText);
+    const QColor ground = option.palette.color(QPalette::Window);
     if (option.state.testFlag(State_Enabled)) {
         if (option.state.testFlag(State_Sunken))
             drawPanel(painter, option.rect, 6, withOpacity(ink, 0.14));
         else if (option.state.testFlag(State_On))
-            drawPanel(painter, option.rect, 6, withOpacity(t.accent, 0.2));
+            drawPanel(painter, option.rect, 6, blended(t.accent, 0.16, ground));
         else if (option.state.testFlag(State_MouseOver))
             drawPanel(painter, option.rect, 6, withOpacity(ink, 0.08));
     }
-    if (showsKeyboardFocus(option)) {
-        const QColor ground = option.palette.color(QPalette::Window);
-        drawFocusRing(painter, option.rect, 6, readableInk(t.accentIcon, ground, iconContrast));
-    }
+    if (showsKeyboardFocus(option))
+        drawFocusRing(painter, option.rect, 6, ringOf(option));
 }
 
 void OrvaneStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
@@ -256,7 +273,7 @@ void OrvaneStyle::drawControl(ControlElement element, const QStyleOption* option
     case CE_MenuEmptyArea:
         return;
     case CE_Splitter:
-        painter->fillRect(option->rect, m_look.tokens().border);
+        painter->fillRect(option->rect, option->palette.color(QPalette::Mid));
         return;
     default:
         break;

@@ -11,18 +11,21 @@ namespace orvane {
 
 void OrvaneStyle::drawFieldFrame(const QStyleOption& option, QPainter& painter) const
 {
-    const Tokens& t = m_look.tokens();
-    drawPanel(painter, option.rect, 6, t.field, t.border);
+    drawPanel(painter, option.rect, 6, option.palette.color(QPalette::AlternateBase),
+              option.palette.color(QPalette::Mid));
     if (option.state.testFlag(State_HasFocus) && option.state.testFlag(State_Enabled))
-        drawFocusRing(painter, option.rect, 6, t.accentIcon);
+        drawFocusRing(painter, option.rect, 6, option.palette.color(QPalette::LinkVisited));
 }
 
 void OrvaneStyle::drawCheckBoxMark(const QStyleOption& option, QPainter& painter) const
 {
     const Tokens& t = m_look.tokens();
     const bool on = option.state.testFlag(State_On);
-    const QColor edge = readableInk(blended(t.text, 0.4, t.card), t.card, iconContrast);
-    drawPanel(painter, option.rect, 4, on ? t.accent : t.field, on ? t.accent : edge);
+    const QColor ground = option.palette.color(QPalette::Window);
+    const QColor ink = option.palette.color(QPalette::WindowText);
+    const QColor edge = readableInk(blended(ink, 0.4, ground), ground, iconContrast);
+    drawPanel(painter, option.rect, 4,
+              on ? t.accent : option.palette.color(QPalette::AlternateBase), on ? t.accent : edge);
     if (!on)
         return;
     const QRectF r = option.rect;
@@ -40,7 +43,6 @@ void OrvaneStyle::drawCheckBoxMark(const QStyleOption& option, QPainter& painter
 
 void OrvaneStyle::drawComboBox(const QStyleOptionComboBox& option, QPainter& painter) const
 {
-    const Tokens& t = m_look.tokens();
     const QColor ground = option.palette.color(QPalette::Window);
     const QColor ink = option.palette.color(QPalette::WindowText);
     const bool hovered =
@@ -48,10 +50,10 @@ void OrvaneStyle::drawComboBox(const QStyleOptionComboBox& option, QPainter& pai
     drawPanel(painter, option.rect, 6, hovered ? blended(ink, 0.06, ground) : QColor(),
               blended(ink, 0.16, ground));
     if (option.state.testFlag(State_HasFocus) && option.state.testFlag(State_KeyboardFocusChange))
-        drawFocusRing(painter, option.rect, 6, t.accentIcon);
+        drawFocusRing(painter, option.rect, 6, option.palette.color(QPalette::LinkVisited));
     Look::drawSymbol(painter,
                      QRectF(option.rect.right() - 24, option.rect.top(), 20, option.rect.height()),
-                     Symbol::ChevronDown, 12, readableInk(t.textSecondary, ground, iconContrast));
+                     Symbol::ChevronDown, 12, option.palette.color(QPalette::PlaceholderText));
 }
 
 QRect OrvaneStyle::subElementRect(SubElement element, const QStyleOption* option,

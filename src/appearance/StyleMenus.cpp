@@ -18,22 +18,21 @@ constexpr int iconColumn = 24;
 
 void OrvaneStyle::drawMenuItem(const QStyleOptionMenuItem& option, QPainter& painter) const
 {
-    const Tokens& t = m_look.tokens();
+    const SurfaceTokens& card = m_look.tokens().on(Surface::Card);
     if (option.menuItemType == QStyleOptionMenuItem::Separator) {
         painter.fillRect(QRect(option.rect.left() + sidePadding,
                                option.rect.top() + separatorHeight / 2,
                                option.rect.width() - 2 * sidePadding, 1),
-                         t.border);
+                         card.border);
         return;
     }
     const bool enabled = option.state.testFlag(State_Enabled);
     if (enabled && option.state.testFlag(State_Selected)) {
-        QColor fill = t.accent;
-        fill.setAlphaF(0.16F);
-        drawPanel(painter, option.rect, 6, fill);
+        drawPanel(painter, option.rect, 6, card.selectedRow);
     }
-    QColor ink = t.text;
-    QColor second = t.textSecondary;
+    const bool chosen = enabled && option.state.testFlag(State_Selected);
+    QColor ink = chosen ? card.textOnSelectedRow : card.text;
+    QColor second = chosen ? card.textSecondaryOnSelectedRow : card.textSecondary;
     if (!enabled) {
         ink.setAlphaF(0.4F);
         second.setAlphaF(0.4F);

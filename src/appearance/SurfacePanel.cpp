@@ -11,7 +11,7 @@ SurfacePanel::SurfacePanel(Look& look, Surface surface, QWidget* parent)
     , m_look(look)
     , m_surface(surface)
 {
-    if (surface != Surface::Rail)
+    if (!isRail(surface))
         setAttribute(Qt::WA_OpaquePaintEvent);
     applyLook();
     connect(&look, &Look::changed, this, &SurfacePanel::applyLook);
@@ -22,16 +22,30 @@ void SurfacePanel::applyLook()
     setPalette(m_look.palette(m_surface));
 }
 
+/// Where the backdrop's gradient shows, it runs over the whole window behind every panel.
+QBrush SurfacePanel::ground() const
+{
+    const SurfaceTokens& s = m_look.tokens().on(m_surface);
+    if (s.groundTop == s.groundBottom)
+        return s.ground;
+    const double top = -mapTo(window(), QPoint()).y();
+    QLinearGradient gradient(0, top, 0, top + window()->height());
+    gradient.setColorAt(0, s.groundTop);
+    gradient.setColorAt(0.5, s.ground);
+    gradient.setColorAt(1, s.groundBottom);
+    return gradient;
+}
+
 void SurfacePanel::paintEvent(QPaintEvent* event)
 {
     QPainter painter(this);
-    if (m_surface != Surface::Rail) {
-        painter.fillRect(event->rect(), m_look.ground(m_surface));
+    if (!isRail(m_surface)) {
+        painter.fillRect(event->rect(), ground());
         return;
     }
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(m_look.tokens().rail);
+    painter.setBrush(m_look.ground(m_surface));
     painter.drawRoundedRect(rect(), 8, 8);
 }
 

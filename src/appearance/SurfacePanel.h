@@ -22,6 +22,7 @@ protected:
 
 private:
     void applyLook();
+    [[nodiscard]] QBrush ground() const;
 
     Look& m_look;
     Surface m_surface;

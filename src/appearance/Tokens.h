@@ -3,52 +3,96 @@
 
 #include <QColor>
 
+#include <array>
+
 namespace orvane {
 
-/// Every colour of the interface, by what it is for. The first group is a look's own choice; the
-/// second is computed from it by `withDerivedInks`, so that text and icons stay readable on the
-/// surface they stand on whatever the choice was.
-struct Tokens {
-    QColor window;        ///< the ground behind everything, also the Projects browser
-    QColor pane;          ///< Binder, Inspector and the toolbar band
-    QColor page;          ///< the writing surface
-    QColor card;          ///< tiles, sheets, menus and popovers
-    QColor band;          ///< status strip and formatting toolbar
-    QColor rail;          ///< the capsules at the top and bottom of the side panes
-    QColor field;         ///< search and text fields
-    QColor control;       ///< the face of a plain button
-    QColor border;        ///< lines between panes, edges of cards and fields
-    QColor text;          ///< main ink on everything but rails
-    QColor textSecondary; ///< second lines, labels, placeholders
-    QColor accent;        ///< what is selected, default or active
-    QColor selection;     ///< behind selected text
-    QColor danger;        ///< what destroys, and what went wrong
-    QColor backdrop;      ///< laid over the window behind a sheet; translucent
+/// What a widget stands on; it decides the inks.
+enum class Surface {
+    Window,    ///< the ground behind everything, also the Projects browser
+    Toolbar,   ///< the band at the top of the main window
+    Binder,    ///< the pane at the left
+    Inspector, ///< the pane at the right
+    Page,      ///< the writing surface
+    Card,      ///< tiles, sheets, menus and popovers
+    FormattingBar,
+    StatusStrip,
+    BinderTopRail,
+    BinderRail,
+    InspectorTopRail,
+    InspectorRail,
+    BrainMap,
+    Pane = Binder,
+    Band = FormattingBar,
+    Rail = BinderRail,
+};
 
-    QColor textOnBand;
-    QColor textSecondaryOnBand;
-    QColor textOnRail;
-    QColor textSecondaryOnRail;
-    QColor textOnAccent;
-    QColor textOnDanger;
-    QColor dangerText; ///< `danger` as ink on pane, page and card
-    QColor dangerOnBand;
-    QColor icon;        ///< icons on window, pane and card
-    QColor accentIcon;  ///< `accent` as ink of icons and rings on window, pane and card
-    QColor selectedRow; ///< `accent` at 16 % over the pane
-    QColor hoveredRow;  ///< `text` at 6 % over the pane
+inline constexpr int surfaceCount = int(Surface::BrainMap) + 1;
+
+/// Rails are capsules with round corners that lie on a pane.
+[[nodiscard]] constexpr bool isRail(Surface surface)
+{
+    return surface >= Surface::BinderTopRail && surface <= Surface::InspectorRail;
+}
+
+/// The ground of a surface and what reads on it. Texts have a contrast of at least 4.5 to 1 on the
+/// ground, the fields, the controls and the hovered rows of their surface; icons, accents and the
+/// rings of the focused control at least 3 to 1, on selected rows too.
+struct SurfaceTokens {
+    QColor ground;
+    QColor groundTop;     ///< where glass shows the backdrop's gradient: the ground at the top of
+    QColor groundBottom;  ///< the window and at its bottom; else both are `ground`
+    QColor text;          ///< main ink
+    QColor textSecondary; ///< second lines, labels, placeholders
+    QColor icon;
+    QColor accent;  ///< icons, bars and focus rings in the accent colour
+    QColor link;    ///< text in the accent colour
+    QColor danger;  ///< text that warns
+    QColor field;   ///< the ground of text fields
+    QColor control; ///< the face of a plain button
+    QColor border;  ///< lines and edges
+    QColor hoveredRow;
+    QColor selectedRow;
     QColor textOnSelectedRow;
     QColor textSecondaryOnSelectedRow;
-    QColor accentWash; ///< tinted ground behind an accent icon on a card
+
+    bool operator==(const SurfaceTokens&) const = default;
+};
+
+/// Every colour of the interface, by what it is for.
+struct Tokens {
+    std::array<SurfaceTokens, surfaceCount> surfaces;
+
+    QColor accent;          ///< the face of what is default or active
+    QColor accentHovered;   ///< the same under the pointer
+    QColor textOnAccent;    ///< reads on both
+    QColor danger;          ///< the face of what destroys
+    QColor dangerHovered;   ///< the same under the pointer
+    QColor textOnDanger;    ///< reads on both
+    QColor accentWash;      ///< tinted ground behind an accent icon on a card
+    QColor selection;       ///< behind selected text
+    QColor textOnSelection; ///< selected text outside the writing surface
+    QColor backdrop;        ///< laid over the window behind a sheet; translucent
+
+    QColor pageText; ///< the writing surface's own ink, as chosen and so perhaps hard to read
+    QColor caret;
+    QColor desk;      ///< around the paper in page view
+    QColor paper;     ///< the sheet in page view
+    QColor paperEdge; ///< its edge
+    QColor windowTop; ///< the backdrop's gradient; both are the window's ground where it has none
+    QColor windowBottom;
+
+    // The same for the surfaces that most widgets stand on: window, Binder, page, card, formatting
+    // bar and the Binder's rail. Inks without a surface in their name are those of cards.
+    QColor window, pane, page, card, band, rail, field, control, border, text, textSecondary;
+    QColor textOnBand, textSecondaryOnBand, textOnRail, textSecondaryOnRail, dangerText,
+        dangerOnBand, icon, accentIcon, selectedRow, hoveredRow, textOnSelectedRow,
+        textSecondaryOnSelectedRow;
+
+    [[nodiscard]] const SurfaceTokens& on(Surface surface) const { return surfaces[int(surface)]; }
+    [[nodiscard]] SurfaceTokens& on(Surface surface) { return surfaces[int(surface)]; }
 
     bool operator==(const Tokens&) const = default;
 };
-
-/// The tokens with their second group computed: text at least 4.5 to 1, icons and large text at
-/// least 3 to 1 on their surface; an ink that misses it is moved toward black or white.
-[[nodiscard]] Tokens withDerivedInks(Tokens tokens);
-
-/// The look of the first start.
-[[nodiscard]] Tokens signatureDarkTokens();
 
 } // namespace orvane

@@ -126,6 +126,7 @@ void EditorPaneView::connectSession()
 void EditorPaneView::applyHostLook()
 {
     const Tokens& t = look().tokens();
+    const SurfaceTokens& page = t.on(Surface::Page);
     const UserDefaults& defaults = m_appState.services().defaults;
     const QString family = editorFontFamilySetting.read(defaults);
     const double zoom = editorDisplayZoomSetting.read(defaults);
@@ -133,22 +134,23 @@ void EditorPaneView::applyHostLook()
     host.fontFamily = family;
     host.fontSize = editorFontSizeSetting.read(defaults);
     host.zoom = qBound(0.5, zoom, 3.0);
-    host.text = t.text;
-    host.link = readableInk(t.accent, t.page);
-    host.page = t.page;
-    host.caret = t.accentIcon;
+    host.text = t.pageText;
+    host.link = page.link;
+    host.page = page.ground;
+    host.caret = t.caret;
     host.selection = t.selection;
-    host.inactiveSelection = blended(t.selection, 0.6, t.page);
-    host.separator = t.border;
-    host.dimmed = blended(t.text, 0.3, t.page);
+    host.inactiveSelection = blended(t.selection, 0.6, page.ground);
+    host.separator = page.border;
+    host.dimmed = blended(t.pageText, 0.3, page.ground);
     host.columnWidth = m_columnWidth =
         widthOfProse(editorFont(family, host.fontSize * host.zoom), charactersPerLine);
     host.bottomPadding = bottomDocumentPaddingSetting.read(defaults);
     m_text->setHostLook(host);
     m_title->setFont(editorFont(family, 28, QFont::Bold));
     QPalette palette = m_title->palette();
-    palette.setColor(QPalette::Base, t.page);
-    palette.setColor(QPalette::PlaceholderText, t.textSecondary);
+    palette.setColor(QPalette::Base, page.ground);
+    palette.setColor(QPalette::Text, t.pageText);
+    palette.setColor(QPalette::PlaceholderText, page.textSecondary);
     m_title->setPalette(palette);
     placeTitle();
 }

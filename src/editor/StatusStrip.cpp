@@ -8,7 +8,7 @@
 namespace orvane {
 
 StatusStrip::StatusStrip(Look& look, QWidget* parent)
-    : SurfacePanel(look, Surface::Band, parent)
+    : SurfacePanel(look, Surface::StatusStrip, parent)
     , m_words(makeLabel({}, TextStyle::Label, LabelInk::Secondary))
     , m_characters(makeLabel({}, TextStyle::Label, LabelInk::Secondary))
     , m_saving(makeLabel({}, TextStyle::Label))
@@ -51,8 +51,8 @@ void StatusStrip::setModeName(const QString& name)
 
 void StatusStrip::showSavingState()
 {
-    const Tokens& t = look().tokens();
-    QColor ink = t.textSecondaryOnBand;
+    const SurfaceTokens& t = look().tokens().on(Surface::StatusStrip);
+    QColor ink = t.textSecondary;
     QString text;
     switch (m_state.kind) {
     case SavingState::Kind::None:
@@ -65,11 +65,11 @@ void StatusStrip::showSavingState()
         break;
     case SavingState::Kind::Failing:
         text = tr("Not saved since %1").arg(m_state.since);
-        ink = t.dangerOnBand;
+        ink = t.danger;
         break;
     case SavingState::Kind::ReadOnly:
         text = tr("Read-only project");
-        ink = t.textOnBand;
+        ink = t.text;
         break;
     }
     QPalette palette = m_saving->palette();

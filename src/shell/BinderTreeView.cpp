@@ -86,7 +86,7 @@ BinderTreeView::BinderTreeView(Look& look, QWidget* parent)
 
 void BinderTreeView::applyLook()
 {
-    setPalette(m_look.palette(Surface::Pane));
+    setPalette(m_look.palette(Surface::Binder));
 }
 
 QRect BinderTreeView::chevronRect(const QRect& row, const QModelIndex& index) const
@@ -111,14 +111,13 @@ void BinderTreeView::drawRow(QPainter* painter, const QStyleOptionViewItem& opti
 void BinderTreeView::drawGround(QPainter& painter, const QRect& row, bool selected,
                                 bool hovered) const
 {
-    const Tokens& t = m_look.tokens();
+    const SurfaceTokens& t = m_look.tokens().on(Surface::Binder);
     const QRect ground = row.adjusted(inset, 0, -inset, 0);
     if (selected) {
         drawPanel(painter, ground, 6, t.selectedRow);
-        painter.fillRect(QRect(ground.left(), ground.top() + 8, 2, ground.height() - 16),
-                         t.accentIcon);
+        painter.fillRect(QRect(ground.left(), ground.top() + 8, 2, ground.height() - 16), t.accent);
         if (hasFocus())
-            drawFocusRing(painter, ground, 6, t.accentIcon);
+            drawFocusRing(painter, ground, 6, t.accent);
     } else if (hovered) {
         drawPanel(painter, ground, 6, t.hoveredRow);
     }
@@ -127,7 +126,7 @@ void BinderTreeView::drawGround(QPainter& painter, const QRect& row, bool select
 void BinderTreeView::drawFolder(QPainter& painter, const QRect& row, const QModelIndex& index,
                                 bool selected) const
 {
-    const Tokens& t = m_look.tokens();
+    const SurfaceTokens& t = m_look.tokens().on(Surface::Binder);
     const QColor ink = selected ? t.textOnSelectedRow : t.text;
     const QColor second = selected ? t.textSecondaryOnSelectedRow : t.textSecondary;
     const int left = leftOf(index);
@@ -153,7 +152,7 @@ void BinderTreeView::drawFolder(QPainter& painter, const QRect& row, const QMode
 void BinderTreeView::drawNote(QPainter& painter, const QRect& row, const QModelIndex& index,
                               bool selected) const
 {
-    const Tokens& t = m_look.tokens();
+    const SurfaceTokens& t = m_look.tokens().on(Surface::Binder);
     const int left = leftOf(index);
     const bool isPdf = index.data(BinderModel::IsPdfRole).toBool();
     const QColor second = selected ? t.textSecondaryOnSelectedRow : t.textSecondary;

@@ -21,7 +21,7 @@ namespace orvane {
 
 BinderView::BinderView(AppState& appState, QAction& newNote, QAction& newFolder, Look& look,
                        QWidget* parent)
-    : SurfacePanel(look, Surface::Pane, parent)
+    : SurfacePanel(look, Surface::Binder, parent)
     , m_appState(appState)
     , m_model(new BinderModel(appState, this))
     , m_tree(new BinderTreeView(look, this))
@@ -56,7 +56,7 @@ QWidget* BinderView::makeTopRail()
     auto* holder = new QWidget(this);
     auto* outer = new QHBoxLayout(holder);
     outer->setContentsMargins(8, 0, 8, 0);
-    auto* rail = new SurfacePanel(look(), Surface::Rail, holder);
+    auto* rail = new SurfacePanel(look(), Surface::BinderTopRail, holder);
     rail->setFixedHeight(32);
     outer->addWidget(rail);
     auto* row = new QHBoxLayout(rail);
@@ -65,15 +65,16 @@ QWidget* BinderView::makeTopRail()
     m_filter->setFrame(false);
     m_filter->setPlaceholderText(tr("Filter titles"));
     m_filter->setAccessibleName(tr("Filter titles"));
-    m_filter->addAction(look().icon(Symbol::Search, &Tokens::textSecondaryOnRail),
-                        QLineEdit::LeadingPosition);
+    m_filter->addAction(
+        look().icon(Symbol::Search, Surface::BinderTopRail, &SurfaceTokens::textSecondary),
+        QLineEdit::LeadingPosition);
     m_filter->installEventFilter(this);
     row->addWidget(m_filter);
     row->addWidget(makeRailMenuButton(Symbol::Tag, tr("Filter by Tag"), &BinderMenus::fillTagMenu));
     row->addWidget(makeRailMenuButton(Symbol::Sort, tr("Sort Notes"), &BinderMenus::fillSortMenu));
     connect(m_filter, &QLineEdit::textChanged, this, &BinderView::setFilter);
     const auto applyFont = [this] {
-        m_filter->setFont(interfaceFont(TextStyle::Body, look().polarity(Surface::Rail)));
+        m_filter->setFont(interfaceFont(TextStyle::Body, look().polarity(Surface::BinderTopRail)));
     };
     connect(&look(), &Look::changed, this, applyFont);
     applyFont();
@@ -86,7 +87,7 @@ QToolButton* BinderView::makeRailButton(QAction& action, Symbol symbol)
     button->setDefaultAction(&action);
     // The action's own picture has the ink of a dark pane.
     const auto showPicture = [this, button, symbol] {
-        button->setIcon(look().icon(symbol, &Tokens::textOnRail));
+        button->setIcon(look().icon(symbol, Surface::BinderRail));
     };
     connect(&action, &QAction::changed, button, showPicture);
     showPicture();
@@ -171,7 +172,7 @@ QWidget* BinderView::makeBottomRail(QAction& newNote, QAction& newFolder)
     auto* holder = new QWidget(this);
     auto* outer = new QHBoxLayout(holder);
     outer->setContentsMargins(8, 0, 8, 0);
-    auto* rail = new SurfacePanel(look(), Surface::Rail, holder);
+    auto* rail = new SurfacePanel(look(), Surface::BinderRail, holder);
     rail->setFixedHeight(32);
     outer->addWidget(rail);
     auto* row = new QHBoxLayout(rail);

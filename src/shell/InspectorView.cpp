@@ -20,7 +20,7 @@ constexpr int refreshPause = 150;
 } // namespace
 
 InspectorView::InspectorView(AppState& appState, Look& look, QWidget* parent)
-    : SurfacePanel(look, Surface::Pane, parent)
+    : SurfacePanel(look, Surface::Inspector, parent)
     , m_appState(appState)
     , m_details(new QWidget(this))
     , m_nothing(makeLabel(tr("Select a note to see its details."), TextStyle::Body,

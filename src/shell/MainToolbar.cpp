@@ -24,7 +24,8 @@ public:
 protected:
     void paintEvent(QPaintEvent*) override
     {
-        QPainter(this).fillRect(width() / 2, 0, 1, height(), m_look.tokens().border);
+        QPainter(this).fillRect(width() / 2, 0, 1, height(),
+                                m_look.tokens().on(Surface::Toolbar).border);
     }
 
 private:
@@ -45,7 +46,7 @@ protected:
     void paintEvent(QPaintEvent*) override
     {
         QPainter painter(this);
-        Look::drawSymbol(painter, rect(), m_symbol, 16, m_look.tokens().icon);
+        Look::drawSymbol(painter, rect(), m_symbol, 16, m_look.tokens().on(Surface::Toolbar).icon);
     }
 
 private:
@@ -56,7 +57,7 @@ private:
 } // namespace
 
 MainToolbar::MainToolbar(AppState& appState, const Actions& actions, Look& look, QWidget* parent)
-    : SurfacePanel(look, Surface::Pane, parent)
+    : SurfacePanel(look, Surface::Toolbar, parent)
     , m_appState(appState)
     , m_project(new ElidedLabel(this))
 {
@@ -108,7 +109,8 @@ void MainToolbar::showProject()
 void MainToolbar::paintEvent(QPaintEvent* event)
 {
     SurfacePanel::paintEvent(event);
-    QPainter(this).fillRect(0, height() - 1, width(), 1, look().tokens().border);
+    QPainter(this).fillRect(0, height() - 1, width(), 1,
+                            look().tokens().on(Surface::Toolbar).border);
 }
 
 } // namespace orvane

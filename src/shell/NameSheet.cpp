@@ -44,7 +44,7 @@ NameSheet::NameSheet(const Texts& texts, BlankName blankName, Accept accept, Loo
     m_problem->setWordWrap(true);
     m_problem->hide();
     QPalette alarm = look.palette(Surface::Card);
-    alarm.setColor(QPalette::WindowText, look.tokens().dangerText);
+    alarm.setColor(QPalette::WindowText, look.tokens().on(Surface::Card).danger);
     m_problem->setPalette(alarm);
     layout->addWidget(m_problem);
     layout->addSpacing(12);

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/OrvaneWorkspaceApp.h"
 
+#include "appearance/AppearanceObserver.h"
+#include "appearance/themes/AppearanceKeysMigration.h"
+#include "appearance/themes/AppearanceThemeLibrary.h"
+#include "appearance/themes/DesktopThemeFollower.h"
 #include "shell/MainWindow.h"
 #include "shell/SessionEnd.h"
 #include "shell/shortcuts/ShortcutCenter.h"
@@ -38,11 +42,19 @@ AppUndoRedoRouter undoRouter()
 
 OrvaneWorkspaceApp::OrvaneWorkspaceApp(const UserFolders& folders,
                                        std::unique_ptr<SystemTrash> trash)
-    : m_look(signatureDarkTokens())
+    : m_look({})
     , m_defaults(folders.configuration + "/settings.json"_L1)
     , m_beeper(std::make_unique<DesktopBeeper>())
     , m_trash(trash ? std::move(trash) : std::make_unique<DesktopTrash>())
 {
+    // Themes come first: a fresh installation is known by settings that are all unset.
+    migrateAppearanceKeys(m_defaults);
+    m_themes = std::make_unique<AppearanceThemeLibrary>(m_defaults, m_clock);
+    m_themes->load();
+    m_desktopScheme = std::make_unique<PortalColorScheme>(schemeOf(QGuiApplication::palette()));
+    m_themeFollower =
+        std::make_unique<DesktopThemeFollower>(m_defaults, *m_themes, *m_desktopScheme);
+    m_appearance = std::make_unique<AppearanceObserver>(m_defaults, m_look);
     m_look.wear();
     const Services services{.defaults = m_defaults,
                             .notifications = m_notifications,

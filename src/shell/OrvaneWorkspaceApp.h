@@ -11,6 +11,10 @@
 
 namespace orvane {
 
+class AppearanceObserver;
+class AppearanceThemeLibrary;
+class DesktopColorScheme;
+class DesktopThemeFollower;
 class MainWindow;
 class ShortcutCenter;
 
@@ -34,6 +38,7 @@ public:
     [[nodiscard]] AppState& appState() { return *m_appState; }
     [[nodiscard]] MainWindow& window() { return *m_window; }
     [[nodiscard]] Look& look() { return m_look; }
+    [[nodiscard]] AppearanceThemeLibrary& themes() { return *m_themes; }
 
 signals:
     /// The person closed the main window, or the system asked the program to end.
@@ -47,6 +52,10 @@ private:
     std::unique_ptr<Beeper> m_beeper;
     std::unique_ptr<SystemTrash> m_trash;
     SystemClock m_clock;
+    std::unique_ptr<AppearanceThemeLibrary> m_themes;
+    std::unique_ptr<DesktopColorScheme> m_desktopScheme;
+    std::unique_ptr<DesktopThemeFollower> m_themeFollower;
+    std::unique_ptr<AppearanceObserver> m_appearance;
     LicencePolicy m_licence;
     std::unique_ptr<ShortcutCenter> m_shortcuts;
     std::unique_ptr<AppState> m_appState;

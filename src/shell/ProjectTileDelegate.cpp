@@ -23,7 +23,9 @@ void drawSelection(QPainter& painter, const QRectF& tile, const QStyleOptionView
     if (!option.state.testFlag(QStyle::State_Selected))
         return;
     const bool focused = option.state.testFlag(QStyle::State_HasFocus);
-    drawFocusRing(painter, tile, corner, focused ? t.accentIcon : blended(t.accent, 0.6, t.window));
+    const QColor& ring = t.on(Surface::Window).accent;
+    drawFocusRing(painter, tile, corner,
+                  focused ? ring : blended(ring, 0.6, t.on(Surface::Window).ground));
 }
 
 } // namespace
@@ -57,27 +59,28 @@ void ProjectTileDelegate::paintProject(QPainter& painter, const QRect& tile,
                                        const QModelIndex& index) const
 {
     const Tokens& t = m_look.tokens();
+    const SurfaceTokens& card = t.on(Surface::Card);
     const bool hovered = option.state.testFlag(QStyle::State_MouseOver);
     const QRectF art(tile.left(), tile.top(), tile.width(), artHeight);
 
     QPainterPath outline;
     outline.addRoundedRect(QRectF(tile).adjusted(0.5, 0.5, -0.5, -0.5), corner - 0.5, corner - 0.5);
-    painter.fillPath(outline, hovered ? blended(t.text, 0.03, t.card) : t.card);
+    painter.fillPath(outline, hovered ? blended(card.text, 0.03, card.ground) : card.ground);
     QLinearGradient wash(art.topLeft(), QPointF(art.left() + art.width() * 0.6, art.bottom()));
-    wash.setColorAt(0, blended(t.accent, hovered ? 0.15 : 0.11, t.card));
-    wash.setColorAt(0.85, blended(t.accent, 0.02, t.card));
-    wash.setColorAt(1, t.card);
+    wash.setColorAt(0, blended(t.accent, hovered ? 0.15 : 0.11, card.ground));
+    wash.setColorAt(0.85, blended(t.accent, 0.02, card.ground));
+    wash.setColorAt(1, card.ground);
     painter.save();
     painter.setClipPath(outline);
     painter.fillRect(art, wash);
-    painter.fillRect(QRectF(art.left(), art.bottom() - 1, art.width(), 1), t.border);
+    painter.fillRect(QRectF(art.left(), art.bottom() - 1, art.width(), 1), card.border);
     painter.restore();
-    painter.setPen(QPen(t.border, 1));
+    painter.setPen(QPen(card.border, 1));
     painter.setBrush(Qt::NoBrush);
     painter.drawPath(outline);
 
     const QString stored = index.data(ProjectTilesModel::IconNameRole).toString();
-    Look::drawSymbol(painter, art, projectSymbol(stored), 40, t.accentIcon);
+    Look::drawSymbol(painter, art, projectSymbol(stored), 40, card.accent);
 
     const QRect words = tile.adjusted(17, artHeight, -17, 0);
     const QFont titleFont = interfaceFont(TextStyle::BodyStrong);
@@ -86,11 +89,11 @@ void ProjectTileDelegate::paintProject(QPainter& painter, const QRect& tile,
         index.data(Qt::DisplayRole).toString().simplified(), Qt::ElideRight, words.width());
     const Timestamp changed{index.data(ProjectTilesModel::UpdatedAtRole).toLongLong()};
     painter.setFont(titleFont);
-    painter.setPen(t.text);
+    painter.setPen(card.text);
     painter.drawText(QRect(words.left(), words.top() + 12, words.width(), 20),
                      Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, title);
     painter.setFont(labelFont);
-    painter.setPen(t.textSecondary);
+    painter.setPen(card.textSecondary);
     painter.drawText(QRect(words.left(), words.top() + 33, words.width(), 18),
                      Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
                      tr("Changed %1").arg(momentInWords(changed, m_clock.now())));
@@ -102,16 +105,19 @@ void ProjectTileDelegate::paintNewProject(QPainter& painter, const QRect& tile,
                                           const QString& text) const
 {
     const Tokens& t = m_look.tokens();
+    const SurfaceTokens& window = t.on(Surface::Window);
     const bool hovered = option.state.testFlag(QStyle::State_MouseOver);
     if (hovered)
-        drawPanel(painter, tile, corner, blended(t.text, 0.03, t.window));
-    QPen dashes(hovered ? blended(t.text, 0.3, t.window) : blended(t.text, 0.12, t.window), 1);
+        drawPanel(painter, tile, corner, blended(window.text, 0.03, window.ground));
+    QPen dashes(hovered ? blended(window.text, 0.3, window.ground)
+                        : blended(window.text, 0.12, window.ground),
+                1);
     dashes.setDashPattern({4, 3});
     painter.setPen(dashes);
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(QRectF(tile).adjusted(0.5, 0.5, -0.5, -0.5), corner, corner);
     const QRect middle(tile.left(), tile.center().y() - 28, tile.width(), 56);
-    const QColor ink = hovered ? t.text : t.textSecondary;
+    const QColor ink = hovered ? window.text : window.textSecondary;
     Look::drawSymbol(painter, QRectF(middle.left(), middle.top(), middle.width(), 28), Symbol::Plus,
                      22, ink);
     painter.setPen(ink);

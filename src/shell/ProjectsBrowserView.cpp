@@ -79,7 +79,7 @@ QWidget* ProjectsBrowserView::makeHeader()
     m_filter->setPlaceholderText(tr("Filter projects"));
     m_filter->setAccessibleName(tr("Filter projects"));
     m_filter->setFixedWidth(260);
-    m_filter->addAction(look().icon(Symbol::Search, &Tokens::textSecondary),
+    m_filter->addAction(look().icon(Symbol::Search, Surface::Window, &SurfaceTokens::textSecondary),
                         QLineEdit::LeadingPosition);
     m_filter->setClearButtonEnabled(false);
     m_filter->installEventFilter(this);

@@ -47,8 +47,8 @@ void Sheet::close()
 void Sheet::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    const Tokens& t = m_look.tokens();
-    drawPanel(painter, rect(), 12, t.card, t.border);
+    const SurfaceTokens& card = m_look.tokens().on(Surface::Card);
+    drawPanel(painter, rect(), 12, card.ground, card.border);
 }
 
 void Sheet::keyPressEvent(QKeyEvent* event)

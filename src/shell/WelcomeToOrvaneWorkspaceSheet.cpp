@@ -33,7 +33,7 @@ protected:
         QPainter painter(this);
         const Tokens& t = m_look.tokens();
         drawPanel(painter, rect(), 8, t.accentWash);
-        Look::drawSymbol(painter, rect(), m_symbol, 16, t.accentIcon);
+        Look::drawSymbol(painter, rect(), m_symbol, 16, t.on(Surface::Card).accent);
     }
 
 private:

@@ -2,6 +2,7 @@
 // Looks at each screen as a person would after a change of its layout: is everything inside what
 // it stands in, is no text cut, does every control say its name.
 #include "ShellFixture.h"
+#include "appearance/AppearanceTokens.h"
 #include "shell/ElidedLabel.h"
 
 #include <QComboBox>
@@ -144,8 +145,8 @@ TEST_F(ScreenStructureTest, TheFirstFrameIsComplete)
     }
     // The caret and the rings of focus come with the window's activation.
     EXPECT_LT(different, 5'000);
-    EXPECT_EQ(first.pixelColor(5, first.height() / 2), signatureDarkTokens().pane);
-    EXPECT_EQ(first.pixelColor(first.width() / 2, first.height() - 60), signatureDarkTokens().page);
+    EXPECT_EQ(first.pixelColor(5, first.height() / 2), signatureDarkTokens().on(Surface::Binder).ground);
+    EXPECT_EQ(first.pixelColor(first.width() / 2, first.height() - 60), signatureDarkTokens().on(Surface::Page).ground);
 }
 
 } // namespace

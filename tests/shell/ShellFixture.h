@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "appearance/themes/AppearanceThemeLibrary.h"
 #include "core/SessionKeys.h"
 #include "shell/MainWindow.h"
 #include "shell/OrvaneWorkspaceApp.h"
@@ -97,10 +98,13 @@ protected:
         return TourHand::waitFor([&] { return !poll.isActive(); }, std::chrono::seconds(2));
     }
 
+    /// Settings as after a first start whose welcome was dismissed.
     void dismissWelcome()
     {
         UserDefaults defaults(UserFolders::below(m_home.path()).configuration +
                               QStringLiteral("/settings.json"));
+        const SystemClock clock;
+        AppearanceThemeLibrary(defaults, clock).load();
         SessionKeys::welcomeDismissed.write(defaults, true);
         EXPECT_TRUE(defaults.flush().has_value());
     }

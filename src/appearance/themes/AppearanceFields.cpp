@@ -147,6 +147,13 @@ void addChromeFields(Table& table)
     table.one<&V::exportPageMode>("exportPageMode", "export.pageMode", optional);
 }
 
+void writeField(const AppearanceField& field, const AppearanceValues& values,
+                UserDefaults& defaults)
+{
+    std::visit([&](const auto& value) { defaults.set(field.key, DefaultsValue(value)); },
+               field.get(values));
+}
+
 } // namespace
 
 const std::vector<AppearanceField>& appearanceFields()
@@ -182,11 +189,13 @@ AppearanceValues readAppearance(const UserDefaults& defaults)
     return values;
 }
 
-void writeAppearanceField(const AppearanceField& field, const AppearanceValues& values,
-                          UserDefaults& defaults)
+AppearanceValues appliedTo(const AppearanceValues& current, AppearanceValues applied)
 {
-    std::visit([&](const auto& value) { defaults.set(field.key, DefaultsValue(value)); },
-               field.get(values));
+    for (const AppearanceField& field : appearanceFields()) {
+        if (!field.applied)
+            field.set(applied, field.get(current));
+    }
+    return applied;
 }
 
 bool sameWhenApplied(const AppearanceValues& one, const AppearanceValues& other)
@@ -201,7 +210,16 @@ void applyAppearance(const AppearanceValues& values, UserDefaults& defaults)
 {
     for (const AppearanceField& field : appearanceFields()) {
         if (field.applied)
-            writeAppearanceField(field, values, defaults);
+            writeField(field, values, defaults);
+    }
+}
+
+void writeAppearance(const AppearanceValues& values, UserDefaults& defaults)
+{
+    const AppearanceValues before = readAppearance(defaults);
+    for (const AppearanceField& field : appearanceFields()) {
+        if (field.get(values) != field.get(before))
+            writeField(field, values, defaults);
     }
 }
 

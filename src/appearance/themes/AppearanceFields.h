@@ -43,11 +43,13 @@ struct AppearanceField {
 /// Sets the keys of all fields that themes apply; the toolbar's stay as they are.
 void applyAppearance(const AppearanceValues& values, UserDefaults& defaults);
 
+/// What the look `current` becomes when `applied` is applied to it.
+[[nodiscard]] AppearanceValues appliedTo(const AppearanceValues& current, AppearanceValues applied);
+
 /// Whether applying one or the other would make the same look.
 [[nodiscard]] bool sameWhenApplied(const AppearanceValues& one, const AppearanceValues& other);
 
-/// Sets the key of one field.
-void writeAppearanceField(const AppearanceField& field, const AppearanceValues& values,
-                          UserDefaults& defaults);
+/// Sets the keys of the fields that differ from the look as it is now, the toolbar's too.
+void writeAppearance(const AppearanceValues& values, UserDefaults& defaults);
 
 } // namespace orvane

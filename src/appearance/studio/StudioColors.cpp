@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "appearance/studio/StudioColors.h"
+
+#include <QCoreApplication>
+
+namespace orvane {
+
+namespace {
+
+using V = AppearanceValues;
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("StudioColors", text);
+}
+
+template <auto Member>
+AppearanceColor getColor(const V& values)
+{
+    return values.*Member;
+}
+
+template <auto Member>
+void setColor(V& values, const AppearanceColor& color)
+{
+    values.*Member = color;
+}
+
+template <Surface On, QColor SurfaceTokens::*Token>
+QColor surfaceColor(const Tokens& tokens)
+{
+    return tokens.on(On).*Token;
+}
+
+template <QColor Tokens::*Token>
+QColor generalColor(const Tokens& tokens)
+{
+    return tokens.*Token;
+}
+
+template <auto Member>
+StudioColor row(const QString& name, QColor (*shown)(const Tokens&),
+                AppearanceGlass V::*glass = nullptr)
+{
+    return {name, &getColor<Member>, &setColor<Member>, glass, Member, shown, true};
+}
+
+template <Surface On>
+constexpr auto groundOf = &surfaceColor<On, &SurfaceTokens::ground>;
+
+StudioColor windowBackdrop()
+{
+    StudioColor color;
+    color.name = tr("Window backdrop");
+    color.get = [](const V& v) {
+        return AppearanceColor{true, v.windowBackdropRed, v.windowBackdropGreen,
+                               v.windowBackdropBlue, 1};
+    };
+    color.set = [](V& v, const AppearanceColor& chosen) {
+        v.windowBackdropRed = chosen.red;
+        v.windowBackdropGreen = chosen.green;
+        v.windowBackdropBlue = chosen.blue;
+    };
+    color.shown = groundOf<Surface::Window>;
+    color.canBeAutomatic = false;
+    return color;
+}
+
+} // namespace
+
+const std::vector<StudioColor>& studioColors()
+{
+    static const std::vector<StudioColor> colors{
+        row<&V::editorBackground>(tr("Editor background"), groundOf<Surface::Page>),
+        row<&V::editorText>(tr("Editor text"), &generalColor<&Tokens::pageText>),
+        row<&V::editorCursorColor>(tr("Cursor and accent"), &generalColor<&Tokens::accent>),
+        row<&V::pagePaperBackground>(tr("Page paper"), &generalColor<&Tokens::paper>,
+                                     &V::pagePaperOrvane),
+        row<&V::pageBorderBackground>(tr("Page border"), &generalColor<&Tokens::paperEdge>,
+                                      &V::pageBorderOrvane),
+        row<&V::fmtToolbarBackground>(tr("Formatting bar"), groundOf<Surface::FormattingBar>,
+                                      &V::fmtToolbarOrvane),
+        row<&V::statusBarBackground>(tr("Status strip"), groundOf<Surface::StatusStrip>,
+                                     &V::statusBarOrvane),
+        row<&V::editorChromeText>(
+            tr("Status strip text"),
+            &surfaceColor<Surface::StatusStrip, &SurfaceTokens::textSecondary>),
+        row<&V::brainMapBackground>(tr("Brain Map background"), groundOf<Surface::BrainMap>,
+                                    &V::brainMapOrvane),
+        windowBackdrop(),
+        row<&V::binderBackground>(tr("Binder background"), groundOf<Surface::Binder>),
+        row<&V::binderText>(tr("Binder text"),
+                            &surfaceColor<Surface::Binder, &SurfaceTokens::textSecondary>),
+        row<&V::binderTopRailBackground>(tr("Binder top rail"), groundOf<Surface::BinderTopRail>,
+                                         &V::binderTopRailOrvane),
+        row<&V::binderRailBackground>(tr("Binder bottom rail"), groundOf<Surface::BinderRail>,
+                                      &V::binderRailOrvane),
+        row<&V::inspectorBackground>(tr("Inspector background"), groundOf<Surface::Inspector>),
+        row<&V::inspectorTopRailBackground>(tr("Inspector top rail"),
+                                            groundOf<Surface::InspectorTopRail>,
+                                            &V::inspectorTopRailOrvane),
+        row<&V::inspectorRailBackground>(tr("Inspector bottom rail"),
+                                         groundOf<Surface::InspectorRail>, &V::inspectorRailOrvane),
+        row<&V::toolbarBackground>(tr("Toolbar background"), groundOf<Surface::Toolbar>,
+                                   &V::topToolbarBandOrvane),
+        row<&V::toolbarText>(tr("Toolbar text"),
+                             &surfaceColor<Surface::Toolbar, &SurfaceTokens::text>),
+        row<&V::chromeIconColor>(tr("Icons"),
+                                 &surfaceColor<Surface::Toolbar, &SurfaceTokens::icon>),
+    };
+    return colors;
+}
+
+} // namespace orvane
