@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/EditorView.h"
 
+#include "editor/EditorAccessible.h"
 #include "editor/EditorExtension.h"
 #include "editor/InputMethodBridge.h"
 #include "editor/MouseSelection.h"
@@ -49,6 +50,7 @@ EditorView::EditorView(QWidget* parent)
     , m_mouse(std::make_unique<MouseSelection>(*this))
     , m_inputMethod(std::make_unique<InputMethodBridge>(*this))
 {
+    editorAccessible::install();
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFocusPolicy(Qt::WheelFocus);
@@ -110,6 +112,7 @@ void EditorView::connectGateway()
                     m_scroller->follow(change);
                     m_scroller->settle();
                     updateCaret();
+                    editorAccessible::announceChange(*this, change);
                     emit textChanged(change);
                 }),
         connect(m_gateway, &EditGateway::selectionChanged, this, &EditorView::onSelectionChanged),
@@ -343,6 +346,7 @@ void EditorView::onSelectionChanged()
     updateSelectionBetween(before.clampedTo(store().length()), m_shownSelection.range());
     restartCaretBlink();
     updateMicroFocus();
+    editorAccessible::announceSelection(*this);
     emit selectionChanged();
 }
 
