@@ -216,9 +216,8 @@ void Painter::atLineStarts(const char16_t* pattern, Sign sign, Visit&& visit)
     for (const Line& line : std::as_const(m_lines)) {
         if (!(line.signs & sign) || line.start < end)
             continue;
-        const auto match =
-            expression.match(withNextLine(line), 0, QRegularExpression::NormalMatch,
-                                 QRegularExpression::AnchorAtOffsetMatchOption);
+        const auto match = expression.match(withNextLine(line), 0, QRegularExpression::NormalMatch,
+                                            QRegularExpression::AnchorAtOffsetMatchOption);
         if (!match.hasMatch())
             continue;
         const TextRange whole = captured(match, 0, line.start);
