@@ -353,6 +353,16 @@ void AppState::closeDamagedProject(const QString& errorDescription)
     emit projectOpenProblemChanged();
 }
 
+void AppState::checkStoreInBackground()
+{
+    if (!m_controller)
+        return;
+    m_controller->checkInBackground([this](const StoreCheckResult& result) {
+        if (result.outcome == StoreCheckResult::Outcome::Damaged)
+            closeDamagedProject(result.problem);
+    });
+}
+
 void AppState::closeOpenProject()
 {
     if (!m_currentProject)

@@ -87,6 +87,9 @@ public:
     /// Closes the open project behind the protection alert, its store's files moved aside; for
     /// damage that is found while the project is open.
     void closeDamagedProject(const QString& errorDescription);
+    /// Reads every page of the open project's store on a thread of its own, once; what it finds
+    /// closes the project by `closeDamagedProject`.
+    void checkStoreInBackground();
     /// Closes the open project and shows the browser.
     void closeProject();
     /// Tells `willTerminate`, so that drafts are written, and closes the project.

@@ -2,6 +2,7 @@
 #include "core/ProjectOpenProblem.h"
 
 #include <QCoreApplication>
+#include <QSysInfo>
 
 namespace orvane {
 
@@ -10,6 +11,15 @@ namespace {
 QString words(const char* text)
 {
     return QCoreApplication::translate("ProjectOpenProblem", text);
+}
+
+// Whether a program on another machine still runs can't be looked up from here.
+QString leftLockHint(const StoreOpenError& error)
+{
+    if (!error.holder || error.holder->host == QSysInfo::machineHostName())
+        return {};
+    return words("\n\nIf no program has it open any more, remove this file first:\n%1")
+        .arg(error.path);
 }
 
 QString holderText(const std::optional<LockHolder>& holder)
@@ -48,7 +58,8 @@ ProjectOpenProblem ProjectOpenProblem::of(const QString& projectName, const Stor
         return {projectName, words("Project Is Open Elsewhere"),
                 words("\"%1\" is open in %2. Close it there, then open it here. Nothing was "
                       "changed.")
-                    .arg(projectName, holderText(error.holder))};
+                        .arg(projectName, holderText(error.holder)) +
+                    leftLockHint(error)};
     case Code::NoAccess:
         return {projectName, words("Project Can't Be Opened"),
                 words("The folder of \"%1\" can't be read or written:\n%2\n\nNothing was changed. "

@@ -31,6 +31,8 @@ void clearPaneLocks(UserDefaults& defaults)
 }
 
 /// Undo acts where the keyboard is.
+constexpr std::chrono::milliseconds checkDelay{1'500};
+
 AppUndoRedoRouter undoRouter()
 {
     return AppUndoRedoRouter({[] {
@@ -70,6 +72,12 @@ OrvaneWorkspaceApp::OrvaneWorkspaceApp(const UserFolders& folders,
     m_appState = std::make_unique<AppState>(services);
     auto* sessionEnd = new SessionEnd(this);
     connect(sessionEnd, &SessionEnd::requested, this, &OrvaneWorkspaceApp::quitRequested);
+    // The check reads the whole store, so it waits until the project is on the screen.
+    m_checkTimer.setSingleShot(true);
+    m_checkTimer.setInterval(checkDelay);
+    connect(&m_checkTimer, &QTimer::timeout, m_appState.get(), &AppState::checkStoreInBackground);
+    connect(m_appState.get(), &AppState::currentProjectChanged, &m_checkTimer,
+            qOverload<>(&QTimer::start));
     connect(qApp, &QGuiApplication::commitDataRequest, this, [this] {
         if (m_window)
             m_window->flushDrafts();

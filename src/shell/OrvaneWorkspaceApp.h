@@ -6,6 +6,7 @@
 #include "shell/QuestionSheet.h"
 
 #include <QObject>
+#include <QTimer>
 
 #include <memory>
 
@@ -60,6 +61,7 @@ private:
     std::unique_ptr<ShortcutCenter> m_shortcuts;
     std::unique_ptr<AppState> m_appState;
     std::unique_ptr<MainWindow> m_window;
+    QTimer m_checkTimer;
     bool m_finished = false;
 };
 
