@@ -43,6 +43,9 @@ BinderView::BinderView(AppState& appState, QAction& newNote, QAction& newFolder,
     layout->addWidget(m_tree, 1);
     layout->addSpacing(8);
     layout->addWidget(makeBottomRail(newNote, newFolder));
+    // A row that goes takes the tree's current row elsewhere; that is not the person's choice.
+    // Connected before the tree is, so as to be told first.
+    connect(m_model, &QAbstractItemModel::rowsAboutToBeRemoved, this, [this] { ++m_removing; });
     m_tree->setModel(m_model);
     connectTree();
     connectMenus(newNote, newFolder);
@@ -197,8 +200,6 @@ void BinderView::connectTree()
         expandBelow(parent);
         showEmptyState();
     });
-    // A row that goes takes the tree's current row elsewhere; that is not the person's choice.
-    connect(m_model, &QAbstractItemModel::rowsAboutToBeRemoved, this, [this] { ++m_removing; });
     connect(m_model, &QAbstractItemModel::rowsRemoved, this, [this] {
         --m_removing;
         showEmptyState();

@@ -193,6 +193,9 @@ TEST_F(MainJobTest, TheBinderByKeyboardAndFilter)
 
     auto* filter = find<QLineEdit>(u"Filter titles"_s);
     m_hand->click(*filter);
+    m_hand->type(u"manu"_s);
+    EXPECT_EQ(tree->model()->rowCount(), 1);
+    EXPECT_EQ(state().selectedNoteID(), selected) << "a row in the place of a hidden one";
     m_hand->type(u"zebra"_s);
     EXPECT_EQ(tree->model()->rowCount(), 0);
     EXPECT_EQ(state().selectedNoteID(), selected) << "what the filter hides stays selected";
