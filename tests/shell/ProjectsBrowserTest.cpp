@@ -112,7 +112,8 @@ TEST_F(ProjectsBrowserTest, AFailureToCreateIsSaidInTheSheet)
     const auto labels = window().sheets().topSheet()->findChildren<QLabel*>();
     EXPECT_TRUE(std::any_of(labels.begin(), labels.end(), [](const QLabel* label) {
         return label->isVisible() && label->text().contains(u"Documents"_s) &&
-               label->palette().color(QPalette::WindowText) == signatureDarkTokens().on(Surface::Card).danger;
+               label->palette().color(QPalette::WindowText) ==
+                   signatureDarkTokens().on(Surface::Card).danger;
     }));
     m_hand->press(Qt::Key_Escape);
     EXPECT_EQ(window().sheets().topSheet(), nullptr);

@@ -145,8 +145,10 @@ TEST_F(ScreenStructureTest, TheFirstFrameIsComplete)
     }
     // The caret and the rings of focus come with the window's activation.
     EXPECT_LT(different, 5'000);
-    EXPECT_EQ(first.pixelColor(5, first.height() / 2), signatureDarkTokens().on(Surface::Binder).ground);
-    EXPECT_EQ(first.pixelColor(first.width() / 2, first.height() - 60), signatureDarkTokens().on(Surface::Page).ground);
+    EXPECT_EQ(first.pixelColor(5, first.height() / 2),
+              signatureDarkTokens().on(Surface::Binder).ground);
+    EXPECT_EQ(first.pixelColor(first.width() / 2, first.height() - 60),
+              signatureDarkTokens().on(Surface::Page).ground);
 }
 
 } // namespace
