@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "writing/WritingBench.h"
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    orvane::bench::addListRows();
+    orvane::bench::addMarkdownRows();
+    return orvane::bench::runMain(argc, argv);
+}
