@@ -104,11 +104,16 @@ bool apply(const TextEdits& edits, EditGateway& gateway)
                                       : edits.replacements.first();
     if (!gateway.shouldChangeText(first.range, first.text))
         return false;
-    gateway.performUndoableDocumentEdit(edits.name, [&](DocumentEditor& editor) {
-        applyTo(editor, edits, gateway.typingStyle(),
-                [&](qsizetype position) { return editor.store().characterStyle(position); });
-        editor.setSelection(selection);
-    });
+    // Replacements and restylings differ from what is there; colours alone may not.
+    const bool isKnown = !edits.replacements.isEmpty() || !edits.restylings.isEmpty();
+    gateway.performUndoableDocumentEdit(
+        edits.name,
+        [&](DocumentEditor& editor) {
+            applyTo(editor, edits, gateway.typingStyle(),
+                    [&](qsizetype position) { return editor.store().characterStyle(position); });
+            editor.setSelection(selection);
+        },
+        isKnown ? EditEffect::changesText : EditEffect::unknown);
     return true;
 }
 

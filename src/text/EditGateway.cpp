@@ -224,11 +224,13 @@ qsizetype EditGateway::removeParts(DocumentEditor& editor, TextRange range)
     return range.location;
 }
 
-bool EditGateway::performUndoableDocumentEdit(const QString& actionName, const Edit& edit)
+bool EditGateway::performUndoableDocumentEdit(const QString& actionName, const Edit& edit,
+                                              EditEffect effect)
 {
     if (!m_isEditable)
         return false;
-    return runEdit({actionName, EditKind::other, m_state, {}, {}}, false, true, edit);
+    return runEdit({actionName, EditKind::other, m_state, {}, {}}, false,
+                   effect == EditEffect::unknown, edit);
 }
 
 bool EditGateway::amendLastEdit(const QString& actionName, const Edit& edit)

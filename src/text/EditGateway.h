@@ -45,6 +45,10 @@ private:
     EditGateway& m_gateway;
 };
 
+/// Whether a command already knows that it changes the text. Finding out costs a comparison of all
+/// paragraphs that it has touched.
+enum class EditEffect { unknown, changesText };
+
 /// The only way to change the text of one note: it makes edits undoable, keeps tables whole, and
 /// owns what belongs to editing beside the text: selection, typing style, undo and redo.
 ///
@@ -112,7 +116,8 @@ public:
     /// with undo. Where text, selection and typing style are as before afterwards, nothing is
     /// registered. Edits within an edit belong to the outer one. Returns whether the step was
     /// registered.
-    bool performUndoableDocumentEdit(const QString& actionName, const Edit& edit);
+    bool performUndoableDocumentEdit(const QString& actionName, const Edit& edit,
+                                     EditEffect effect = EditEffect::unknown);
     /// Runs `edit` as part of the newest step, so that both are undone at once: what follows from a
     /// keystroke by itself. Becomes a step of its own where there is none.
     bool amendLastEdit(const QString& actionName, const Edit& edit);

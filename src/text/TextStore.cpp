@@ -229,15 +229,23 @@ void TextStore::replace(TextRange range, const AttributedString& insertion)
 
 void TextStore::replace(TextRange range, const QString& text, const SharedCharacterStyle& style)
 {
-    const bool isPlainTyping = range.isEmpty() && !text.contains(u'\n');
-    if (!isPlainTyping) {
+    const auto reachesBeyond = [&] {
+        const QTextBlock block = blockAt(range.location);
+        return range.end() >= block.position() + block.length();
+    };
+    if (text.contains(u'\n') || (!range.isEmpty() && reachesBeyond())) {
         replace(range, AttributedString(text, style, paragraphStyle(range.location)));
         return;
     }
+    // Within one paragraph, whose style stays.
     auto& pieces = piecesOf(m_document);
-    const int format = pieces.formatCollection()->indexForFormat(m_styles.formatFor(style));
+    pieces.beginEditBlock();
+    if (!range.isEmpty())
+        pieces.remove(int(range.location), int(range.length));
     if (!text.isEmpty())
-        pieces.insert(int(range.location), storable(text), format);
+        pieces.insert(int(range.location), storable(text),
+                      pieces.formatCollection()->indexForFormat(m_styles.formatFor(style)));
+    pieces.endEditBlock();
 }
 
 void TextStore::insertPieces(qsizetype position, const AttributedString& insertion)

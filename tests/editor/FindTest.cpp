@@ -115,7 +115,9 @@ TEST(Find, AnEditReadsOnlyItsNeighbourhood)
 TEST(Find, ReplaceAllKeepsTheSelectionInPlace)
 {
     AttributedString text(u"a b a b a"_s);
-    const TextEdits edits = replacingAll(TextSearch(u"a"_s).all(text.text()), u"ccc"_s, {4, 3});
+    const QList<TextRange> matches = TextSearch(u"A"_s).all(text.text());
+    const TextEdits edits = replacingAll(text.text(), matches, u"ccc"_s, {4, 3});
+    EXPECT_TRUE(replacingAll(text.text(), matches, u"a"_s, {4, 3}).leavesTextAlone());
     apply(edits, text, {});
     EXPECT_EQ(text.text(), u"ccc b ccc b ccc"_s);
     EXPECT_EQ(edits.selection, (TextRange{6, 5}));

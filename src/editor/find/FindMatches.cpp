@@ -71,13 +71,15 @@ qsizetype FindMatches::indexOf(TextRange range) const
     return index < m_ranges.size() && m_ranges[index] == range ? index : -1;
 }
 
-TextEdits replacingAll(const QList<TextRange>& matches, const QString& replacement,
-                       TextRange selection)
+TextEdits replacingAll(QStringView text, const QList<TextRange>& matches,
+                       const QString& replacement, TextRange selection)
 {
     TextEdits edits;
     edits.name = QStringLiteral("Replace All");
-    for (const TextRange match : matches)
-        edits.replacements.append({match, replacement, match.location});
+    for (const TextRange match : matches) {
+        if (text.sliced(match.location, match.length) != replacement)
+            edits.replacements.append({match, replacement, match.location});
+    }
     edits.selection = TextRange::between(
         positionAfter(edits.replacements, selection.location, InsertionSide::before),
         positionAfter(edits.replacements, selection.end(), InsertionSide::before));

@@ -34,8 +34,9 @@ private:
     QList<TextRange> m_ranges;
 };
 
-/// Replaces all of `matches`; named "Replace All". The selection keeps its place.
-[[nodiscard]] TextEdits replacingAll(const QList<TextRange>& matches, const QString& replacement,
-                                     TextRange selection);
+/// Replaces all of `matches` in `text` that are not `replacement` already; named "Replace All". The
+/// selection keeps its place.
+[[nodiscard]] TextEdits replacingAll(QStringView text, const QList<TextRange>& matches,
+                                     const QString& replacement, TextRange selection);
 
 } // namespace orvane

@@ -91,9 +91,9 @@ bool FindSession::replaceCurrent(const QString& replacement)
     if (!isMatch && !find(FindDirection::forward))
         return false;
     const TextRange match = m_view.selection().range();
-    TextEdits edits;
+    TextEdits edits =
+        replacingAll(m_view.store().text(), {match}, replacement, m_view.selection().range());
     edits.name = tr("Replace");
-    edits.replacements = {{match, replacement, match.location}};
     edits.selection = {match.location + replacement.size(), 0};
     if (!apply(edits, m_view.gateway()))
         return false;
@@ -112,7 +112,8 @@ qsizetype FindSession::replaceAll(const QString& replacement)
             m_beeper.beep();
         return 0;
     }
-    const TextEdits edits = replacingAll(matches, replacement, m_view.selection().range());
+    const TextEdits edits =
+        replacingAll(m_view.store().text(), matches, replacement, m_view.selection().range());
     return apply(edits, m_view.gateway()) ? matches.size() : 0;
 }
 

@@ -278,6 +278,10 @@ void ListLines::renumberRun(qsizetype first, qsizetype end)
             continue;
         const QString prefix = markerPrefix(*line.item, line.level, number);
         const bool wasTouched = line.change >= 0;
+        const QStringView standing =
+            QStringView(m_text.text).sliced(line.range.location, line.prefixLength);
+        if (!wasTouched && standing == prefix)
+            continue;
         Change& change = changeOf(i);
         change.prefix = prefix;
         change.isTouched = wasTouched;
@@ -330,7 +334,7 @@ void ListLines::appendStyle(TextEdits& edits, const ListLine& line, const Change
         return;
     if (change.style && line.isWholeParagraph) {
         const SharedParagraphStyle before = m_text.paragraphStyleAt(line.range.location);
-        ParagraphStyle style = *change.style;
+        ParagraphStyle style = **change.style;
         style.cell = before->cell;
         const bool splitsCell = change.beginsLine && before->cell.has_value();
         if (!splitsCell && style != *before)

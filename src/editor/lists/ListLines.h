@@ -69,7 +69,7 @@ public:
 private:
     struct Change {
         std::optional<QString> prefix;
-        std::optional<ParagraphStyle> style;
+        std::optional<SharedParagraphStyle> style;
         std::optional<std::optional<RgbaColor>> color;
         bool beginsLine = false; ///< a line that was not there before
         bool isTouched = true;

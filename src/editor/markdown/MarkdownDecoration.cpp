@@ -12,12 +12,16 @@ namespace {
 MarkdownSpans spansOf(std::span<const MarkdownStyle> styles)
 {
     MarkdownSpans spans;
-    const MarkdownStyle base;
+    const auto isBase = [](MarkdownStyle style) {
+        return style == MarkdownStyle{};
+    };
+    if (std::all_of(styles.begin(), styles.end(), isBase))
+        return spans;
     for (std::size_t from = 0; from < styles.size();) {
         std::size_t to = from + 1;
         while (to < styles.size() && styles[to] == styles[from])
             ++to;
-        if (!(styles[from] == base))
+        if (!isBase(styles[from]))
             spans.append({int(from), int(to - from), styles[from]});
         from = to;
     }

@@ -45,66 +45,86 @@ constexpr char16_t orderedListPattern[] = uR"(^(\s*)(\d+\.)\s)";
 constexpr char16_t taskListPattern[] = uR"(^(\s*[-*+]\s)\[([ xX])\]\s)";
 constexpr char16_t horizontalRulePattern[] = uR"(^([-*_]){3,}\s*$)";
 
-/// What a line holds that a pattern could begin with.
+/// Which patterns a line may match, told from its characters alone.
 enum Sign : quint16 {
-    starOrLine = 1,  // anywhere
-    tilde = 2,       // anywhere
-    backtick = 4,    // anywhere
-    bracket = 8,     // anywhere
-    hashFirst = 16,  // at the start
-    angleFirst = 32, // at the start
-    ruleFirst = 64,  // at the start
-    itemFirst = 128, // after blanks: a bullet of a list
-    digitFirst = 256 // after blanks
+    maybeBold = 1,
+    maybeItalic = 2,
+    maybeStruckOut = 4,
+    maybeCode = 8, // also a fence
+    maybeLink = 16,
+    maybeHeading = 32,
+    maybeQuote = 64,
+    maybeRule = 128,
+    maybeBullet = 256,
+    maybeTask = 512,
+    maybeNumber = 1024
 };
 
 struct Line {
     qsizetype start = 0;
-    qsizetype length = 0; // without the line break
-    qsizetype stars = 0;  // how many asterisks and low lines
+    qsizetype length = 0;     // without the line break
+    qsizetype delimiters = 0; // asterisks and low lines
     quint16 signs = 0;
 };
 
-quint16 signsOf(QStringView line, qsizetype& stars)
+bool isDelimiter(QChar c)
+{
+    return c == u'*' || c == u'_';
+}
+
+quint16 inlineSigns(QStringView line, qsizetype& delimiters)
+{
+    qsizetype doubled = 0;
+    qsizetype tildes = 0;
+    qsizetype backticks = 0;
+    quint16 signs = 0;
+    QChar before;
+    for (const QChar c : line) {
+        if (c.unicode() > u'~') {
+        } else if (isDelimiter(c)) {
+            ++delimiters;
+            doubled += c == before ? 1 : 0;
+        } else if (c == u'~') {
+            ++tildes;
+        } else if (c == u'`') {
+            ++backticks;
+        } else if (c == u'[') {
+            signs |= maybeLink;
+        }
+        before = c;
+    }
+    signs |= doubled >= 2 ? maybeBold : 0;
+    signs |= delimiters >= 2 ? maybeItalic : 0;
+    signs |= tildes >= 4 ? maybeStruckOut : 0;
+    signs |= backticks >= 2 ? maybeCode : 0;
+    return signs;
+}
+
+quint16 startSigns(QStringView line)
 {
     if (line.isEmpty())
         return 0;
     quint16 signs = 0;
-    for (const QChar c : line) {
-        switch (c.unicode()) {
-        case u'*':
-        case u'_':
-            signs |= starOrLine;
-            ++stars;
-            break;
-        case u'~':
-            signs |= tilde;
-            break;
-        case u'`':
-            signs |= backtick;
-            break;
-        case u'[':
-            signs |= bracket;
-            break;
-        default:
-            break;
-        }
-    }
-    const QChar first = line[0];
-    if (first == u'#')
-        signs |= hashFirst;
-    else if (first == u'>')
-        signs |= angleFirst;
-    else if (first == u'-' || first == u'*' || first == u'_')
-        signs |= ruleFirst;
+    const auto isRule = [](QChar c) {
+        return c == u'-' || isDelimiter(c);
+    };
+    if (line[0] == u'#')
+        signs |= maybeHeading;
+    else if (line[0] == u'>')
+        signs |= maybeQuote;
+    else if (line.size() >= 3 && isRule(line[0]) && isRule(line[1]) && isRule(line[2]))
+        signs |= maybeRule;
     const auto visible =
         std::find_if(line.begin(), line.end(), [](QChar c) { return !c.isSpace(); });
     if (visible == line.end())
         return signs;
-    if (*visible == u'-' || *visible == u'*' || *visible == u'+')
-        signs |= itemFirst;
-    else if (visible->isDigit())
-        signs |= digitFirst;
+    // The line break counts as a space, too.
+    const bool isAlone = visible + 1 == line.end();
+    const bool isBullet = *visible == u'-' || *visible == u'*' || *visible == u'+';
+    if (isBullet && (isAlone || visible[1].isSpace()))
+        signs |= isAlone || line.contains(u'[') ? maybeBullet | maybeTask : maybeBullet;
+    else if (visible->isDigit() && line.contains(u'.'))
+        signs |= maybeNumber;
     return signs;
 }
 
@@ -116,7 +136,7 @@ public:
         , m_styles(styles)
     {
         readLines();
-        if (m_signs & backtick)
+        if (m_signs & maybeCode)
             m_fences = fencedBlocks(text);
     }
 
@@ -139,9 +159,10 @@ private:
     /// Calls `visit(match, offset)` for matches at the start of lines that show `sign`.
     template <typename Visit>
     void atLineStarts(const char16_t* pattern, Sign sign, Visit&& visit);
-    /// The same for all matches within lines that show `sign`.
-    template <typename Visit>
-    void withinLines(const char16_t* pattern, Sign sign, Visit&& visit);
+    /// The same for all matches within lines that show `sign`. `mayBegin(rest)` tells cheaply
+    /// whether there can be one more.
+    template <typename MayBegin, typename Visit>
+    void withinLines(const char16_t* pattern, Sign sign, MayBegin&& mayBegin, Visit&& visit);
 
     template <typename Change>
     void change(TextRange range, Change&& change)
@@ -183,7 +204,8 @@ void Painter::readLines()
         Line line;
         line.start = from;
         line.length = (newline < 0 ? m_text.size() : newline) - from;
-        line.signs = signsOf(m_text.sliced(from, line.length), line.stars);
+        const QStringView characters = m_text.sliced(from, line.length);
+        line.signs = inlineSigns(characters, line.delimiters) | startSigns(characters);
         if (line.signs)
             m_lines.append(line);
         m_signs |= line.signs;
@@ -227,8 +249,8 @@ void Painter::atLineStarts(const char16_t* pattern, Sign sign, Visit&& visit)
     }
 }
 
-template <typename Visit>
-void Painter::withinLines(const char16_t* pattern, Sign sign, Visit&& visit)
+template <typename MayBegin, typename Visit>
+void Painter::withinLines(const char16_t* pattern, Sign sign, MayBegin&& mayBegin, Visit&& visit)
 {
     if (!(m_signs & sign))
         return;
@@ -236,11 +258,15 @@ void Painter::withinLines(const char16_t* pattern, Sign sign, Visit&& visit)
     for (const Line& line : std::as_const(m_lines)) {
         if (!(line.signs & sign))
             continue;
-        if (pattern == italicPattern && line.stars * line.length > largestItalicSearch)
+        if (pattern == italicPattern && line.delimiters * line.length > largestItalicSearch)
             continue;
-        auto matches = expression.globalMatch(m_text.sliced(line.start, line.length));
-        while (matches.hasNext()) {
-            const auto match = matches.next();
+        const QStringView characters = m_text.sliced(line.start, line.length);
+        qsizetype from = 0;
+        while (mayBegin(characters.sliced(from))) {
+            const auto match = expression.match(characters, from);
+            if (!match.hasMatch())
+                break;
+            from = match.capturedEnd();
             if (!isFenced(captured(match, 0, line.start)))
                 visit(match, line.start);
         }
@@ -255,7 +281,7 @@ void Painter::fences()
 
 void Painter::headings()
 {
-    atLineStarts(headingPattern, hashFirst, [this](const auto& match, qsizetype offset) {
+    atLineStarts(headingPattern, maybeHeading, [this](const auto& match, qsizetype offset) {
         const auto level = quint8(std::min<qsizetype>(6, match.capturedLength(1)));
         change(captured(match, 0, offset), [level](MarkdownStyle& style) {
             style.headingLevel = level & 7;
@@ -271,7 +297,13 @@ void Painter::headings()
 void Painter::emphasis(const char16_t* pattern)
 {
     const bool isBold = pattern == boldPattern;
-    withinLines(pattern, starOrLine, [&](const auto& match, qsizetype offset) {
+    const auto mayBegin = [isBold](QStringView rest) {
+        if (isBold)
+            return rest.contains(u"**") || rest.contains(u"__");
+        return std::any_of(rest.begin(), rest.end(), isDelimiter);
+    };
+    const Sign sign = isBold ? maybeBold : maybeItalic;
+    withinLines(pattern, sign, mayBegin, [&](const auto& match, qsizetype offset) {
         const TextRange open = captured(match, 1, offset);
         const TextRange text = captured(match, 2, offset);
         change(text, [isBold](MarkdownStyle& style) {
@@ -285,27 +317,35 @@ void Painter::emphasis(const char16_t* pattern)
 
 void Painter::strikethrough()
 {
-    withinLines(strikethroughPattern, tilde, [this](const auto& match, qsizetype offset) {
-        const TextRange text = captured(match, 1, offset);
-        change(text, [](MarkdownStyle& style) { style.isStruckOut = 1; });
-        color({text.location - 2, 2}, MarkdownColor::punctuation);
-        color({text.end(), 2}, MarkdownColor::punctuation);
-    });
+    const auto mayBegin = [](QStringView rest) {
+        return rest.contains(u"~~");
+    };
+    withinLines(strikethroughPattern, maybeStruckOut, mayBegin,
+                [this](const auto& match, qsizetype offset) {
+                    const TextRange text = captured(match, 1, offset);
+                    change(text, [](MarkdownStyle& style) { style.isStruckOut = 1; });
+                    color({text.location - 2, 2}, MarkdownColor::punctuation);
+                    color({text.end(), 2}, MarkdownColor::punctuation);
+                });
 }
 
 void Painter::inlineCode()
 {
-    withinLines(inlineCodePattern, backtick, [this](const auto& match, qsizetype offset) {
-        const TextRange whole = captured(match, 0, offset);
-        change(whole, setCode);
-        color({whole.location, 1}, MarkdownColor::punctuation);
-        color({whole.end() - 1, 1}, MarkdownColor::punctuation);
-    });
+    const auto mayBegin = [](QStringView rest) {
+        return rest.contains(u'`');
+    };
+    withinLines(inlineCodePattern, maybeCode, mayBegin,
+                [this](const auto& match, qsizetype offset) {
+                    const TextRange whole = captured(match, 0, offset);
+                    change(whole, setCode);
+                    color({whole.location, 1}, MarkdownColor::punctuation);
+                    color({whole.end() - 1, 1}, MarkdownColor::punctuation);
+                });
 }
 
 void Painter::links()
 {
-    if (!(m_signs & bracket))
+    if (!(m_signs & maybeLink))
         return;
     for (const MarkdownLink& link : markdownLinks(m_text)) {
         if (isFenced(link.range()))
@@ -323,7 +363,7 @@ void Painter::links()
 
 void Painter::blockquotes()
 {
-    atLineStarts(blockquotePattern, angleFirst, [this](const auto& match, qsizetype offset) {
+    atLineStarts(blockquotePattern, maybeQuote, [this](const auto& match, qsizetype offset) {
         color(captured(match, 0, offset), MarkdownColor::blockquote);
         color(captured(match, 1, offset), MarkdownColor::punctuation);
     });
@@ -338,14 +378,14 @@ void Painter::listMarkers(const char16_t* pattern, Sign sign)
 
 void Painter::taskBoxes()
 {
-    atLineStarts(taskListPattern, itemFirst, [this](const auto& match, qsizetype offset) {
+    atLineStarts(taskListPattern, maybeTask, [this](const auto& match, qsizetype offset) {
         color({captured(match, 1, offset).end(), 3}, MarkdownColor::taskCheckbox);
     });
 }
 
 void Painter::rules()
 {
-    atLineStarts(horizontalRulePattern, ruleFirst, [this](const auto& match, qsizetype offset) {
+    atLineStarts(horizontalRulePattern, maybeRule, [this](const auto& match, qsizetype offset) {
         color(captured(match, 0, offset), MarkdownColor::punctuation);
     });
 }
@@ -377,8 +417,8 @@ void applyAllPatterns(QStringView text, std::span<MarkdownStyle> styles)
     painter.inlineCode();
     painter.links();
     painter.blockquotes();
-    painter.listMarkers(unorderedListPattern, itemFirst);
-    painter.listMarkers(orderedListPattern, digitFirst);
+    painter.listMarkers(unorderedListPattern, maybeBullet);
+    painter.listMarkers(orderedListPattern, maybeNumber);
     painter.taskBoxes();
     painter.rules();
 }
