@@ -6,7 +6,7 @@
 #include <QRegularExpression>
 #include <gtest/gtest.h>
 
-#include <chrono>
+#include <ctime>
 #include <random>
 
 namespace orvane {
@@ -337,15 +337,19 @@ TEST(Markdown, WhatStaysUntilTheTextIsLoadedAnew)
 TEST(Markdown, HostileTextsTakeLinearTime)
 {
     const QString texts[] = {
-        u"["_s.repeated(400'000) + u"]"_s, u"```\n"_s.repeated(99'999) + u"````"_s,
-        u"_a "_s.repeated(200'000),        u"\n"_s.repeated(400'000) + u"- "_s,
-        u"[a]("_s.repeated(200'000),       u"**"_s.repeated(200'000) + u"a"_s,
+        u"["_s.repeated(400'000) + u"]"_s,
+        u"```\n"_s.repeated(99'999) + u"````"_s,
+        u"_a "_s.repeated(200'000),
+        u"\n"_s.repeated(400'000) + u"- "_s,
+        u"[a]("_s.repeated(200'000),
+        u"**"_s.repeated(200'000) + u"a"_s,
+        u"__a__ `b` ~~c~~ "_s.repeated(30'000),
     };
     for (const QString& text : texts) {
         SCOPED_TRACE(text.first(8).toStdString());
-        const auto start = std::chrono::steady_clock::now();
+        const std::clock_t start = std::clock();
         decorated(text);
-        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(3));
+        EXPECT_LT(std::clock() - start, 3 * CLOCKS_PER_SEC);
     }
 }
 

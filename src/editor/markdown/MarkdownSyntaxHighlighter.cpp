@@ -261,9 +261,14 @@ void Painter::withinLines(const char16_t* pattern, Sign sign, MayBegin&& mayBegi
         if (pattern == italicPattern && line.delimiters * line.length > largestItalicSearch)
             continue;
         const QStringView characters = m_text.sliced(line.start, line.length);
+        // Once for all matches, which would each check the whole line.
+        if (!characters.isValidUtf16())
+            continue;
         qsizetype from = 0;
         while (mayBegin(characters.sliced(from))) {
-            const auto match = expression.match(characters, from);
+            const auto match =
+                expression.match(characters, from, QRegularExpression::NormalMatch,
+                                 QRegularExpression::DontCheckSubjectStringMatchOption);
             if (!match.hasMatch())
                 break;
             from = match.capturedEnd();
@@ -298,9 +303,10 @@ void Painter::emphasis(const char16_t* pattern)
 {
     const bool isBold = pattern == boldPattern;
     const auto mayBegin = [isBold](QStringView rest) {
-        if (isBold)
-            return rest.contains(u"**") || rest.contains(u"__");
-        return std::any_of(rest.begin(), rest.end(), isDelimiter);
+        const auto found = std::find_if(rest.begin(), rest.end(), [&](const QChar& c) {
+            return isDelimiter(c) && (!isBold || (&c + 1 != rest.end() && *(&c + 1) == c));
+        });
+        return found != rest.end();
     };
     const Sign sign = isBold ? maybeBold : maybeItalic;
     withinLines(pattern, sign, mayBegin, [&](const auto& match, qsizetype offset) {
