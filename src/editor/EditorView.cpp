@@ -212,8 +212,8 @@ void EditorView::setFocusRange(std::optional<TextRange> range)
 
 void EditorView::setObjectPainter(ObjectPainter* painter)
 {
-    m_objectPainter = painter;
-    layout().setObjectPainter(painter);
+    m_objectPainter = painter ? painter : &m_ownPainter;
+    layout().setObjectPainter(m_objectPainter);
 }
 
 void EditorView::setEditable(bool editable)

@@ -3,6 +3,7 @@
 
 #include "editor/CaretNavigator.h"
 #include "editor/TextMime.h"
+#include "text/AttachmentPainter.h"
 #include "text/EditGateway.h"
 #include "text/TextPaint.h"
 
@@ -86,7 +87,8 @@ public:
     [[nodiscard]] qreal zoom() const { return m_zoom; }
     /// Dims everything outside `range`; nothing for no dimming.
     void setFocusRange(std::optional<TextRange> range);
-    /// Who draws attachments; must outlive the view.
+    /// Who draws attachments; must outlive the view. Null for the view's own, which draws what
+    /// attachments carry.
     void setObjectPainter(ObjectPainter* painter);
 
     // What it does
@@ -215,7 +217,8 @@ private:
     EditorGeometry m_geometry;
     TextFont m_baseFont{QString(), 16};
     LineSettings m_lineSettings{1.6};
-    ObjectPainter* m_objectPainter = nullptr;
+    AttachmentPainter m_ownPainter;
+    ObjectPainter* m_objectPainter = &m_ownPainter;
     qreal m_zoom = 1;
     TextFormatting m_formatting = TextFormatting::rich;
     bool m_isEditable = true;

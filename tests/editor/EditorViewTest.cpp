@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "ViewFixture.h"
 
+#include <QBuffer>
 #include <QClipboard>
 #include <QInputMethodEvent>
 #include <QMimeData>
@@ -393,6 +394,28 @@ TEST_F(EditorViewTest, PartialRepaintsEqualWholeOnes)
             before = shown;
         }
     }
+}
+
+TEST_F(EditorViewTest, DrawsPicturesInTheLine)
+{
+    QImage red(40, 20, QImage::Format_RGB32);
+    red.fill(QColor(250, 0, 0));
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    red.save(&buffer, "PNG");
+    AttributedString text(u"ab"_s);
+    text.append(AttributedString::object(
+        OrvaneNoteImageAttachment::fromImageData(bytes, QSizeF(120, 90), QUuid::createUuid())));
+    view.gateway().load(text, {});
+    const QRectF place = view.toViewport(view.layout().rectsOf({2, 1}).first());
+    EXPECT_NEAR(place.width(), 120, 1);
+    EXPECT_GE(place.height(), 90);
+    const QImage shown = picture();
+    const QRectF caret = view.toViewport(view.layout().caretRect(2));
+    EXPECT_EQ(shown.pixel(int(caret.left()) + 60, int(caret.top()) + 40), qRgb(250, 0, 0));
+    EXPECT_NE(shown.pixel(int(caret.left()) + 130, int(caret.top()) + 40), qRgb(250, 0, 0));
+    // The caret beside it is as high as the line.
+    EXPECT_GE(caret.height(), 90);
 }
 
 TEST_F(EditorViewTest, KeepsUndoOfEachNoteWhileAnotherIsShown)
