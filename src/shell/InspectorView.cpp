@@ -4,9 +4,13 @@
 #include "core/NoteVersionHistoryStore.h"
 #include "shell/ElidedLabel.h"
 #include "shell/Wording.h"
+#include "shell/inspector/TagsSection.h"
+#include "shell/inspector/VersionHistorySection.h"
 
 #include <QGridLayout>
 #include <QLabel>
+#include <QPainter>
+#include <QScrollArea>
 #include <QTimer>
 
 namespace orvane {
@@ -17,12 +21,32 @@ constexpr int padding = 16;
 /// A long note takes a while to count, so a burst of changes is shown once.
 constexpr int refreshPause = 150;
 
+/// A line in the border colour from one edge of the pane to the other.
+class Divider final : public QWidget {
+public:
+    Divider(const Look& look, QWidget* parent)
+        : QWidget(parent)
+        , m_look(look)
+    {
+        setFixedHeight(1);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter(this).fillRect(rect(), m_look.tokens().border);
+    }
+
+private:
+    const Look& m_look;
+};
+
 } // namespace
 
-InspectorView::InspectorView(AppState& appState, Look& look, QWidget* parent)
-    : SurfacePanel(look, Surface::Inspector, parent)
+InspectorView::InspectorView(AppState& appState, SheetHost& sheets, Look& look, QWidget* parent)
+    : SurfacePanel(look, Surface::Pane, parent)
     , m_appState(appState)
-    , m_details(new QWidget(this))
+    , m_scroll(new QScrollArea(this))
     , m_nothing(makeLabel(tr("Select a note to see its details."), TextStyle::Body,
                           LabelInk::Secondary, this))
     , m_heading(makeLabel({}, TextStyle::SectionHead, LabelInk::Secondary))
@@ -33,46 +57,103 @@ InspectorView::InspectorView(AppState& appState, Look& look, QWidget* parent)
     setMaximumWidth(420);
     m_nothing->setWordWrap(true);
     m_nothing->setAlignment(Qt::AlignCenter);
+    m_nothing->setContentsMargins(padding, 0, padding, 0);
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scroll->setFocusPolicy(Qt::NoFocus);
+    m_scroll->viewport()->setAutoFillBackground(false);
+    m_scroll->setWidget(makeColumn(sheets));
+    m_scroll->widget()->setAutoFillBackground(false);
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(padding, 20, padding, padding);
+    layout->setContentsMargins({});
     layout->setSpacing(0);
-    auto* details = new QVBoxLayout(m_details);
-    details->setContentsMargins({});
-    details->setSpacing(12);
-    details->addWidget(m_heading);
-    m_grid->setHorizontalSpacing(16);
-    m_grid->setVerticalSpacing(6);
-    m_grid->setColumnStretch(1, 1);
-    details->addLayout(m_grid);
-    m_title = addRow(tr("Title"));
-    m_created = addRow(tr("Created"));
-    m_changed = addRow(tr("Changed"));
-    m_words = addRow(tr("Words"));
-    m_folder = addRow(tr("Folder"));
-    m_notes = addRow(tr("Notes"));
-    layout->addWidget(m_details);
+    layout->addWidget(m_scroll, 1);
     layout->addStretch(2);
     layout->addWidget(m_nothing);
     layout->addStretch(3);
     m_refreshTimer->setSingleShot(true);
     m_refreshTimer->setInterval(refreshPause);
     connect(m_refreshTimer, &QTimer::timeout, this, &InspectorView::refresh);
-    connect(&appState, &AppState::selectionChanged, this, &InspectorView::refresh);
-    connect(&appState, &AppState::notebookReset, this, &InspectorView::refresh);
+    connectAppState();
+    refresh();
+}
+
+QWidget* InspectorView::makeColumn(SheetHost& sheets)
+{
+    auto* column = new QWidget;
+    auto* layout = new QVBoxLayout(column);
+    layout->setContentsMargins(0, 16, 0, 16);
+    layout->setSpacing(0);
+    layout->addWidget(makeFacts(column));
+    const auto addPart = [&](QWidget* content, int side, int stretch) {
+        auto* part = new QWidget(column);
+        auto* inside = new QVBoxLayout(part);
+        inside->setContentsMargins({});
+        inside->setSpacing(0);
+        inside->addSpacing(16);
+        inside->addWidget(makeDivider(part));
+        inside->addSpacing(12);
+        auto* holder = new QVBoxLayout;
+        holder->setContentsMargins(side, 0, side, 0);
+        holder->addWidget(content);
+        inside->addLayout(holder, 1);
+        layout->addWidget(part, stretch);
+        return part;
+    };
+    m_tags = new TagsSection(m_appState, sheets, look(), column);
+    m_tagsPart = addPart(m_tags, padding, 0);
+    m_versions = new VersionHistorySection(m_appState, sheets, look(), column);
+    m_versionsPart = addPart(m_versions, 0, 1);
+    m_filler = new QWidget(column);
+    layout->addWidget(m_filler, 1);
+    return column;
+}
+
+QWidget* InspectorView::makeFacts(QWidget* parent)
+{
+    auto* facts = new QWidget(parent);
+    auto* layout = new QVBoxLayout(facts);
+    layout->setContentsMargins(padding, 0, padding, 0);
+    layout->setSpacing(10);
+    layout->addWidget(m_heading);
+    m_grid->setHorizontalSpacing(16);
+    m_grid->setVerticalSpacing(6);
+    m_grid->setColumnStretch(1, 1);
+    layout->addLayout(m_grid);
+    m_title = addRow(tr("Title"));
+    m_created = addRow(tr("Created"));
+    m_changed = addRow(tr("Changed"));
+    m_words = addRow(tr("Words"));
+    m_characters = addRow(tr("Characters"));
+    m_folder = addRow(tr("Folder"));
+    m_folders = addRow(tr("Folders"));
+    m_notes = addRow(tr("Notes"));
+    return facts;
+}
+
+QWidget* InspectorView::makeDivider(QWidget* parent)
+{
+    return new Divider(look(), parent);
+}
+
+void InspectorView::connectAppState()
+{
+    connect(&m_appState, &AppState::selectionChanged, this, &InspectorView::refresh);
+    connect(&m_appState, &AppState::notebookReset, this, &InspectorView::refresh);
     const auto later = [this] {
         m_refreshTimer->start();
     };
-    connect(&appState, &AppState::noteChanged, this, later);
-    connect(&appState, &AppState::folderChanged, this, later);
-    connect(&appState, &AppState::binderStructureChanged, this, later);
-    refresh();
+    connect(&m_appState, &AppState::noteChanged, this, later);
+    connect(&m_appState, &AppState::folderChanged, this, later);
+    connect(&m_appState, &AppState::binderStructureChanged, this, later);
 }
 
 QLabel* InspectorView::addRow(const QString& label)
 {
     const int row = m_grid->rowCount();
     auto* name = makeLabel(label, TextStyle::Body, LabelInk::Secondary);
-    auto* value = new ElidedLabel(m_details);
+    auto* value = new ElidedLabel;
     setTextStyle(value, TextStyle::Body);
     value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     value->setAccessibleName(label);
@@ -93,7 +174,7 @@ void InspectorView::show(const QString& heading, const QList<std::pair<QLabel*, 
         const int at = m_grid->indexOf(label);
         m_grid->itemAt(at - 1)->widget()->show();
     }
-    m_details->setVisible(!values.isEmpty());
+    m_scroll->setVisible(!values.isEmpty());
     m_nothing->setVisible(values.isEmpty());
 }
 
@@ -115,10 +196,18 @@ void InspectorView::showNote(const NoteRecord& note)
 {
     const Timestamp now = m_appState.services().clock.now();
     const FolderRecord* folder = m_appState.folder(note.folderID);
+    const int words = wordCount(note.body);
+    m_tags->setSubject({BinderRowID::Kind::Note, note.id});
+    m_versions->setNote(note.id);
+    m_versions->refresh(words);
+    m_tagsPart->show();
+    m_versionsPart->show();
+    m_filler->hide();
     show(tr("Note"), {{m_title, note.titleForList()},
                       {m_created, dayInWords(note.createdAt)},
                       {m_changed, momentInWords(note.updatedAt, now)},
-                      {m_words, grouped(wordCount(note.body))},
+                      {m_words, grouped(words)},
+                      {m_characters, grouped(note.body.size())},
                       {m_folder, folder ? folder->titleForList() : tr("None")}});
 }
 
@@ -126,11 +215,21 @@ void InspectorView::showFolder(const FolderRecord& folder)
 {
     const FolderRecord* parent =
         folder.parentFolderID ? m_appState.folder(*folder.parentFolderID) : nullptr;
-    show(folder.isTrash() ? tr("Trash") : tr("Folder"),
-         {{m_title, folder.titleForList()},
-          {m_created, dayInWords(folder.createdAt)},
-          {m_folder, parent ? parent->titleForList() : tr("None")},
-          {m_notes, grouped(m_appState.orderedNotes(folder.id).size())}});
+    const qsizetype notes = m_appState.orderedNotes(folder.id).size();
+    const qsizetype folders =
+        std::count_if(m_appState.folders().begin(), m_appState.folders().end(),
+                      [&](const auto& each) { return each->parentFolderID == folder.id; });
+    m_versionsPart->hide();
+    m_filler->show();
+    m_tagsPart->setVisible(!folder.isTrash());
+    if (folder.isTrash())
+        return show(tr("Trash"), {{m_notes, grouped(notes)}});
+    m_tags->setSubject({BinderRowID::Kind::Folder, folder.id});
+    show(tr("Folder"), {{m_title, folder.titleForList()},
+                        {m_created, dayInWords(folder.createdAt)},
+                        {m_folder, parent ? parent->titleForList() : tr("None")},
+                        {m_folders, grouped(folders)},
+                        {m_notes, grouped(notes)}});
 }
 
 } // namespace orvane

@@ -6,17 +6,27 @@
 
 class QGridLayout;
 class QLabel;
+class QScrollArea;
 class QTimer;
 
 namespace orvane {
 
-/// The Inspector pane: what there is to know about the selected note, or folder.
+class SheetHost;
+class TagsSection;
+class VersionHistorySection;
+
+/// The Inspector pane: what there is to know about the selected note, or folder, its tags and its
+/// versions.
 class InspectorView : public SurfacePanel {
     Q_OBJECT
 public:
-    InspectorView(AppState& appState, Look& look, QWidget* parent = nullptr);
+    InspectorView(AppState& appState, SheetHost& sheets, Look& look, QWidget* parent = nullptr);
 
 private:
+    [[nodiscard]] QWidget* makeColumn(SheetHost& sheets);
+    [[nodiscard]] QWidget* makeFacts(QWidget* parent);
+    [[nodiscard]] QWidget* makeDivider(QWidget* parent);
+    void connectAppState();
     QLabel* addRow(const QString& label);
     void show(const QString& heading, const QList<std::pair<QLabel*, QString>>& values);
     void refresh();
@@ -24,16 +34,23 @@ private:
     void showFolder(const FolderRecord& folder);
 
     AppState& m_appState;
-    QWidget* m_details;
+    QScrollArea* m_scroll;
     QLabel* m_nothing;
     QLabel* m_heading;
     QGridLayout* m_grid;
-    QLabel* m_title;
-    QLabel* m_created;
-    QLabel* m_changed;
-    QLabel* m_words;
-    QLabel* m_folder;
-    QLabel* m_notes;
+    QLabel* m_title = nullptr;
+    QLabel* m_created = nullptr;
+    QLabel* m_changed = nullptr;
+    QLabel* m_words = nullptr;
+    QLabel* m_characters = nullptr;
+    QLabel* m_folder = nullptr;
+    QLabel* m_folders = nullptr;
+    QLabel* m_notes = nullptr;
+    QWidget* m_tagsPart = nullptr;
+    TagsSection* m_tags = nullptr;
+    QWidget* m_versionsPart = nullptr;
+    VersionHistorySection* m_versions = nullptr;
+    QWidget* m_filler = nullptr;
     QTimer* m_refreshTimer;
 };
 

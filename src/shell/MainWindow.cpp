@@ -149,7 +149,7 @@ QWidget* MainWindow::makeWorkspace()
     panes->setHandleWidth(1);
     m_binder = new BinderView(m_appState, *m_actions.newNote, *m_actions.newFolder, m_look, panes);
     m_editor = new EditorPaneView(m_appState, m_look, panes);
-    m_inspector = new InspectorView(m_appState, m_look, panes);
+    m_inspector = new InspectorView(m_appState, *m_sheets, m_look, panes);
     m_editor->setMinimumWidth(360);
     panes->setStretchFactor(0, 0);
     panes->setStretchFactor(1, 1);

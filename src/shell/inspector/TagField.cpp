@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "shell/inspector/TagField.h"
+
+#include "appearance/Contrast.h"
+#include "appearance/OrvaneStyle.h"
+#include "core/Tags.h"
+#include "shell/inspector/TagChip.h"
+
+#include <QAbstractItemView>
+#include <QCompleter>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QStringListModel>
+
+namespace orvane {
+
+namespace {
+
+constexpr int padding = 10;
+
+} // namespace
+
+TagField::TagField(Look& look, QWidget* parent)
+    : QLineEdit(parent)
+    , m_look(look)
+    , m_choices(new QStringListModel(this))
+{
+    setFrame(false);
+    setTextStyle(this, TextStyle::Body);
+    setTextMargins(padding - 2, 0, padding - 2, 0);
+    setPlaceholderText(tr("Add a tag"));
+    setAccessibleName(tr("Add a tag"));
+    setMaxLength(int(longestTag));
+    makeCompleter();
+    connect(this, &QLineEdit::textChanged, this, [this](const QString& text) {
+        if (text.contains(u','))
+            return commit();
+        updateGeometry();
+    });
+    connect(this, &QLineEdit::returnPressed, this, &TagField::commit);
+}
+
+void TagField::makeCompleter()
+{
+    auto* completer = new QCompleter(m_choices, this);
+    completer->setCaseSensitivity(Qt::CaseInsensitive);
+    completer->setFilterMode(Qt::MatchContains);
+    completer->setMaxVisibleItems(8);
+    QAbstractItemView* popup = completer->popup();
+    popup->setAccessibleName(tr("Tags of this project"));
+    const auto applyLook = [this, popup] {
+        QPalette palette = m_look.palette(Surface::Card);
+        palette.setColor(QPalette::Base, m_look.ground(Surface::Card));
+        palette.setColor(QPalette::Highlight,
+                         blended(m_look.tokens().accent, 0.16, m_look.ground(Surface::Card)));
+        palette.setColor(QPalette::HighlightedText, m_look.tokens().text);
+        popup->setPalette(palette);
+    };
+    applyLook();
+    connect(&m_look, &Look::changed, popup, applyLook);
+    setCompleter(completer);
+    // Queued: the field itself takes over the chosen text first.
+    connect(completer, qOverload<const QString&>(&QCompleter::activated), this, &TagField::commit,
+            Qt::QueuedConnection);
+}
+
+void TagField::setChoices(const QStringList& tags)
+{
+    if (m_choices->stringList() != tags)
+        m_choices->setStringList(tags);
+}
+
+QSize TagField::sizeHint() const
+{
+    const QString& shown = text().isEmpty() ? placeholderText() : text();
+    return {fontMetrics().horizontalAdvance(shown) + 2 * padding + 4, TagChip::chipHeight};
+}
+
+void TagField::commit()
+{
+    const QStringList entered = text().split(u',', Qt::SkipEmptyParts);
+    clear();
+    for (const QString& each : entered) {
+        if (!each.trimmed().isEmpty())
+            emit tagEntered(each.trimmed());
+    }
+}
+
+void TagField::keyPressEvent(QKeyEvent* event)
+{
+    const bool atFront = cursorPosition() == 0 && !hasSelectedText();
+    if (atFront &&
+        (event->key() == Qt::Key_Left || (event->key() == Qt::Key_Backspace && text().isEmpty())))
+        return emit leftAtFront();
+    if (event->key() == Qt::Key_Escape && !text().isEmpty())
+        return clear();
+    QLineEdit::keyPressEvent(event);
+}
+
+void TagField::paintEvent(QPaintEvent* event)
+{
+    {
+        QPainter painter(this);
+        const Tokens& t = m_look.tokens();
+        if (hasFocus()) {
+            drawFocusRing(painter, rect(), TagChip::chipHeight / 2.0, t.accentIcon);
+        } else {
+            QPen dashes(blended(t.text, 0.22, m_look.ground(Surface::Pane)), 1);
+            dashes.setDashPattern({3, 3});
+            painter.setRenderHint(QPainter::Antialiasing);
+            painter.setPen(dashes);
+            painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5),
+                                    TagChip::chipHeight / 2.0, TagChip::chipHeight / 2.0);
+        }
+    }
+    QLineEdit::paintEvent(event);
+}
+
+} // namespace orvane

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "appearance/Look.h"
+
+#include <QLineEdit>
+
+class QStringListModel;
+
+namespace orvane {
+
+/// Where a tag is typed: looks like an empty chip until it has the keyboard, and completes from
+/// the tags that there are. Return or a comma adds what was typed.
+class TagField : public QLineEdit {
+    Q_OBJECT
+public:
+    explicit TagField(Look& look, QWidget* parent = nullptr);
+
+    /// The tags to complete from, without those that are there already.
+    void setChoices(const QStringList& tags);
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+signals:
+    void tagEntered(const QString& tag);
+    /// Backspace or Left at the front: back to the last chip.
+    void leftAtFront();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void makeCompleter();
+    void commit();
+
+    Look& m_look;
+    QStringListModel* m_choices;
+};
+
+} // namespace orvane

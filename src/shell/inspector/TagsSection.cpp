@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "shell/inspector/TagsSection.h"
+
+#include "core/TagColorPalette.h"
+#include "shell/inspector/FlowLayout.h"
+#include "shell/inspector/TagChip.h"
+#include "shell/inspector/TagField.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QToolButton>
+
+namespace orvane {
+
+namespace {
+
+constexpr int chipGap = 6;
+
+} // namespace
+
+TagsSection::TagsSection(AppState& appState, SheetHost& sheets, Look& look, QWidget* parent)
+    : QWidget(parent)
+    , m_appState(appState)
+    , m_look(look)
+    , m_actions(new TagActions(appState, sheets, look, this))
+    , m_field(new TagField(look, this))
+    , m_plus(new QToolButton(this))
+{
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->setSpacing(6);
+    auto* head = new QHBoxLayout;
+    head->setContentsMargins({});
+    head->addWidget(makeLabel(tr("Tags"), TextStyle::SectionHead, LabelInk::Secondary), 1);
+    m_plus->setIcon(look.icon(Symbol::Plus));
+    m_plus->setIconSize({16, 16});
+    m_plus->setFixedSize(28, 28);
+    m_plus->setToolTip(tr("Add a Tag"));
+    m_plus->setAccessibleName(tr("Add a Tag"));
+    m_plus->setFocusPolicy(Qt::NoFocus);
+    head->addWidget(m_plus);
+    // The picture of the button ends at the edge of the text, not its ground.
+    head->setContentsMargins(0, 0, -6, 0);
+    layout->addLayout(head);
+    auto* chips = new QWidget(this);
+    m_flow = new FlowLayout(chips, chipGap);
+    m_flow->insertWidget(0, m_field);
+    layout->addWidget(chips);
+    connect(m_plus, &QToolButton::clicked, this,
+            [this] { m_field->setFocus(Qt::OtherFocusReason); });
+    connect(m_field, &TagField::tagEntered, this, &TagsSection::add);
+    connect(m_field, &TagField::leftAtFront, this, [this] { focusChip(m_chips.size() - 1); });
+    connect(&appState, &AppState::tagsChanged, this, &TagsSection::refresh);
+    connect(&appState, &AppState::tagSettingsChanged, this, &TagsSection::refresh);
+}
+
+void TagsSection::setSubject(const BinderRowID& subject)
+{
+    if (m_subject != subject)
+        m_field->clear();
+    m_subject = subject;
+    refresh();
+}
+
+QStringList TagsSection::subjectTags() const
+{
+    if (!m_subject)
+        return {};
+    if (m_subject->kind == BinderRowID::Kind::Note)
+        return m_appState.tagsForNote(m_subject->id);
+    const FolderRecord* folder = m_appState.folder(m_subject->id);
+    return folder ? folder->tags : QStringList();
+}
+
+void TagsSection::setSubjectTags(const QStringList& tags)
+{
+    if (!m_subject)
+        return;
+    if (m_subject->kind == BinderRowID::Kind::Note)
+        m_appState.updateNoteTags(m_subject->id, tags);
+    else
+        m_appState.updateFolderTags(m_subject->id, tags);
+}
+
+void TagsSection::refresh()
+{
+    const QStringList tags = subjectTags();
+    showChips(tags);
+    for (TagChip* chip : m_chips) {
+        chip->setColor(tagColor(m_appState.tagSettings(), chip->tag()).toQColor());
+        chip->setEnabled(!m_appState.isReadOnly());
+    }
+    QStringList choices;
+    for (const TagRecord& record : m_appState.tagLibrary()) {
+        if (!containsTag(tags, record.name) && !containsTag(choices, record.name))
+            choices.append(record.name);
+    }
+    m_field->setChoices(choices);
+    m_field->setVisible(!m_appState.isReadOnly());
+    m_plus->setVisible(!m_appState.isReadOnly());
+}
+
+TagChip* TagsSection::makeChip(const QString& tag)
+{
+    auto* chip = new TagChip(tag, {}, m_look, m_flow->parentWidget());
+    connect(chip, &TagChip::removalRequested, this, &TagsSection::remove);
+    connect(chip, &TagChip::menuRequested, this, &TagsSection::showMenu);
+    connect(chip, &TagChip::stepRequested, this,
+            [this, chip](int step) { focusChip(m_chips.indexOf(chip) + step); });
+    return chip;
+}
+
+void TagsSection::showChips(const QStringList& tags)
+{
+    const auto drop = [this](qsizetype at) {
+        TagChip* gone = m_chips.takeAt(at);
+        m_flow->removeWidget(gone);
+        gone->hide();
+        gone->deleteLater();
+    };
+    // Chips that stay keep the keyboard.
+    for (qsizetype i = m_chips.size() - 1; i >= 0; --i) {
+        if (!tags.contains(m_chips.at(i)->tag()))
+            drop(i);
+    }
+    for (qsizetype i = 0; i < tags.size(); ++i) {
+        if (i < m_chips.size() && m_chips.at(i)->tag() == tags.at(i))
+            continue;
+        TagChip* chip = makeChip(tags.at(i));
+        m_chips.insert(i, chip);
+        m_flow->insertWidget(int(i), chip);
+        chip->show();
+    }
+    while (m_chips.size() > tags.size())
+        drop(m_chips.size() - 1);
+    QWidget* before = m_plus;
+    for (TagChip* chip : m_chips) {
+        setTabOrder(before, chip);
+        before = chip;
+    }
+    setTabOrder(before, m_field);
+    updateGeometry();
+}
+
+void TagsSection::add(const QString& tag)
+{
+    const QStringList tags = subjectTags();
+    if (!m_subject || containsTag(tags, tag))
+        return;
+    QString spelling = tag;
+    for (const TagRecord& record : m_appState.tagLibrary()) {
+        if (record.name.compare(tag, Qt::CaseInsensitive) == 0)
+            spelling = record.name;
+    }
+    setSubjectTags(tags + QStringList{spelling});
+}
+
+void TagsSection::remove(const QString& tag)
+{
+    const auto rest = removingTag(subjectTags(), tag);
+    if (!rest || m_appState.isReadOnly())
+        return;
+    qsizetype at = 0;
+    while (at < m_chips.size() && m_chips.at(at)->tag() != tag)
+        ++at;
+    setSubjectTags(*rest);
+    focusChip(at);
+}
+
+void TagsSection::showMenu(const QString& tag, QPoint position)
+{
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    const bool isNote = m_subject && m_subject->kind == BinderRowID::Kind::Note;
+    connect(menu->addAction(isNote ? tr("Remove from This Note\tDel")
+                                   : tr("Remove from This Folder\tDel")),
+            &QAction::triggered, this, [this, tag] { remove(tag); });
+    menu->addSeparator();
+    m_actions->addTo(*menu, tag);
+    menu->popup(position);
+}
+
+void TagsSection::focusChip(qsizetype at)
+{
+    if (at >= 0 && at < m_chips.size())
+        m_chips.at(at)->setFocus(Qt::OtherFocusReason);
+    else if (at >= m_chips.size())
+        m_field->setFocus(Qt::OtherFocusReason);
+}
+
+} // namespace orvane

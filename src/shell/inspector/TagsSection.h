@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "core/AppState.h"
+#include "shell/inspector/TagActions.h"
+
+#include <QWidget>
+
+class QToolButton;
+
+namespace orvane {
+
+class FlowLayout;
+class TagChip;
+class TagField;
+
+/// The tags of the selected note or folder as chips, and a field for more.
+class TagsSection : public QWidget {
+    Q_OBJECT
+public:
+    TagsSection(AppState& appState, SheetHost& sheets, Look& look, QWidget* parent = nullptr);
+
+    /// Whose tags are shown; they follow what happens to them.
+    void setSubject(const BinderRowID& subject);
+    void refresh();
+
+private:
+    [[nodiscard]] QStringList subjectTags() const;
+    void setSubjectTags(const QStringList& tags);
+    void showChips(const QStringList& tags);
+    [[nodiscard]] TagChip* makeChip(const QString& tag);
+    void add(const QString& tag);
+    void remove(const QString& tag);
+    void showMenu(const QString& tag, QPoint position);
+    /// Beyond the last chip comes the field.
+    void focusChip(qsizetype at);
+
+    AppState& m_appState;
+    Look& m_look;
+    TagActions* m_actions;
+    std::optional<BinderRowID> m_subject;
+    FlowLayout* m_flow;
+    QList<TagChip*> m_chips;
+    TagField* m_field;
+    QToolButton* m_plus;
+};
+
+} // namespace orvane

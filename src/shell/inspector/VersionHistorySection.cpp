@@ -1,0 +1,223 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "shell/inspector/VersionHistorySection.h"
+
+#include "editor/EditorPaneView.h"
+#include "shell/Wording.h"
+#include "shell/inspector/FlowLayout.h"
+#include "shell/inspector/VersionListView.h"
+#include "shell/inspector/VersionPreviewSheet.h"
+
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QThreadPool>
+
+namespace orvane {
+
+namespace {
+
+constexpr int padding = 16;
+/// A file up to this size is read within a frame.
+constexpr qint64 readAtOnce = 1'000'000;
+constexpr int leastRowsShown = 3;
+
+} // namespace
+
+VersionHistorySection::VersionHistorySection(AppState& appState, SheetHost& sheets, Look& look,
+                                             QWidget* parent)
+    : QWidget(parent)
+    , m_appState(appState)
+    , m_sheets(sheets)
+    , m_look(look)
+    , m_count(makeLabel({}, TextStyle::Label, LabelInk::Secondary, this))
+    , m_nothing(makeLabel(tr("No snapshots yet."), TextStyle::Body, LabelInk::Secondary, this))
+    , m_list(new VersionListView(look, this))
+    , m_hint(makeLabel(tr("Select a snapshot to preview or restore."), TextStyle::Label,
+                       LabelInk::Secondary, this))
+    , m_buttons(makeButtons())
+{
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->setSpacing(0);
+    auto* head = new QHBoxLayout;
+    head->setContentsMargins(padding, 0, padding, 0);
+    head->addWidget(makeLabel(tr("Version History"), TextStyle::SectionHead, LabelInk::Secondary),
+                    1);
+    head->addWidget(m_count);
+    layout->addLayout(head);
+    layout->addSpacing(8);
+    const QMargins sides(padding, 0, padding, 0);
+    m_nothing->setContentsMargins(sides);
+    m_nothing->setWordWrap(true);
+    m_hint->setContentsMargins(padding, 8, padding, 0);
+    m_hint->setWordWrap(true);
+    layout->addWidget(m_nothing);
+    layout->addWidget(m_list, 1);
+    layout->addWidget(m_hint);
+    layout->addWidget(m_buttons);
+    layout->addStretch();
+    connect(m_list, &VersionListView::selectionMoved, this, &VersionHistorySection::showChoice);
+    connect(m_list, &VersionListView::versionActivated, this, &VersionHistorySection::preview);
+    connect(m_list, &VersionListView::deletionRequested, this,
+            &VersionHistorySection::removeSelected);
+    m_observation =
+        appState.services().notifications.observe(snapshotsDidChange, [this](const QUuid& noteID) {
+            if (noteID == m_noteID)
+                load();
+        });
+    showRows();
+}
+
+QWidget* VersionHistorySection::makeButtons()
+{
+    auto* holder = new QWidget(this);
+    auto* outer = new QVBoxLayout(holder);
+    outer->setContentsMargins(padding, 12, padding, 0);
+    auto* row = new QWidget(holder);
+    outer->addWidget(row);
+    auto* flow = new FlowLayout(row, 8);
+    auto* preview = new QPushButton(tr("Preview"), row);
+    m_restore = new QPushButton(tr("Restore"), row);
+    m_delete = new QPushButton(tr("Delete"), row);
+    int at = 0;
+    for (QPushButton* button : {preview, m_restore, m_delete})
+        flow->insertWidget(at++, button);
+    connect(preview, &QPushButton::clicked, this, &VersionHistorySection::preview);
+    connect(m_restore, &QPushButton::clicked, this, [this] {
+        if (const auto version = selected())
+            restore(*version);
+    });
+    connect(m_delete, &QPushButton::clicked, this, &VersionHistorySection::removeSelected);
+    return holder;
+}
+
+void VersionHistorySection::setNote(const QUuid& noteID)
+{
+    if (m_noteID == noteID)
+        return;
+    m_noteID = noteID;
+    m_list->selectVersion(-1);
+    show({});
+    load();
+}
+
+void VersionHistorySection::refresh(int wordsNow)
+{
+    m_wordsNow = wordsNow;
+    showRows();
+}
+
+void VersionHistorySection::load()
+{
+    const quint64 wish = ++m_load;
+    const auto& project = m_appState.currentProject();
+    if (!project)
+        return show({});
+    const QString root = project->rootPath;
+    const QUuid note = m_noteID;
+    if (QFileInfo(NoteVersionHistoryStore::filePath(root, note)).size() <= readAtOnce)
+        return show(NoteVersionHistoryStore::snapshots(root, note));
+    QThreadPool::globalInstance()->start([self = QPointer(this), root, note, wish] {
+        const QList<NoteVersionSnapshot> snapshots = NoteVersionHistoryStore::snapshots(root, note);
+        QMetaObject::invokeMethod(qApp, [self, snapshots, wish] {
+            if (self && self->m_load == wish)
+                self->show(snapshots);
+        });
+    });
+}
+
+void VersionHistorySection::show(const QList<NoteVersionSnapshot>& oldestFirst)
+{
+    const auto before = selected();
+    m_newestFirst = {oldestFirst.rbegin(), oldestFirst.rend()};
+    showRows();
+    int again = -1;
+    for (qsizetype i = 0; before && i < m_newestFirst.size(); ++i) {
+        if (m_newestFirst.at(i).id == before->id)
+            again = int(i);
+    }
+    m_list->selectVersion(again);
+    showChoice();
+}
+
+void VersionHistorySection::showRows()
+{
+    const bool any = !m_newestFirst.isEmpty();
+    m_count->setText(tr("%1 snapshots").arg(grouped(m_newestFirst.size())));
+    m_count->setVisible(any);
+    m_nothing->setVisible(!any);
+    m_list->setVisible(any);
+    m_list->setRows(versionRows(m_newestFirst, m_wordsNow, m_appState.services().clock.now()));
+    const int rows = int(m_newestFirst.size()) + 1;
+    m_list->setMinimumHeight(qMin(rows, leastRowsShown) * VersionListView::rowHeight);
+    m_list->setMaximumHeight(rows * VersionListView::rowHeight);
+    showChoice();
+}
+
+void VersionHistorySection::showChoice()
+{
+    const bool any = !m_newestFirst.isEmpty();
+    const bool chosen = selected().has_value();
+    m_hint->setVisible(any && !chosen);
+    m_buttons->setVisible(any && chosen);
+    m_restore->setEnabled(!m_appState.isReadOnly());
+    m_delete->setEnabled(!m_appState.isReadOnly());
+}
+
+std::optional<NoteVersionSnapshot> VersionHistorySection::selected() const
+{
+    const int at = m_list->selectedVersion();
+    if (at < 0 || at >= m_newestFirst.size())
+        return std::nullopt;
+    return m_newestFirst.at(at);
+}
+
+void VersionHistorySection::preview()
+{
+    const auto version = selected();
+    const NoteRecord* note = m_appState.note(m_noteID);
+    if (!version || !note)
+        return;
+    const Services& services = m_appState.services();
+    auto* sheet = new VersionPreviewSheet(
+        *version, *note, services.clock.now(), editorFontFamilySetting.read(services.defaults),
+        m_appState.isReadOnly() ? VersionPreviewSheet::Restoring::NotPossible
+                                : VersionPreviewSheet::Restoring::Offered,
+        m_look);
+    connect(sheet, &VersionPreviewSheet::restoreRequested, this,
+            [this, version = *version] { restore(version); });
+    m_sheets.present(sheet);
+}
+
+void VersionHistorySection::restore(const NoteVersionSnapshot& version)
+{
+    m_appState.restoreVersion(version);
+    m_list->selectVersion(-1);
+    m_list->setFocus(Qt::OtherFocusReason);
+}
+
+void VersionHistorySection::removeSelected()
+{
+    const auto version = selected();
+    if (!version || m_appState.isReadOnly())
+        return;
+    const QPointer<VersionHistorySection> self(this);
+    const Services& services = m_appState.services();
+    const QString moment = versionMoment(version->capturedAt, services.clock.now());
+    const Answer answer = services.questions.ask(
+        {.title = tr("Delete This Snapshot?"),
+         .text = tr("The version of %1 goes for good. The note stays as it is.").arg(moment),
+         .buttons = {tr("Delete"), tr("Cancel")},
+         .suppression = {},
+         .choices = {},
+         .tone = Question::Tone::Destructive});
+    if (!self || answer.button != 0)
+        return;
+    const int at = m_list->selectedVersion();
+    m_appState.deleteVersion(*version);
+    m_list->selectVersion(at);
+    m_list->setFocus(Qt::OtherFocusReason);
+}
+
+} // namespace orvane

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "appearance/Look.h"
+#include "core/AppState.h"
+#include "shell/SheetHost.h"
+
+#include <QWidget>
+
+class QLabel;
+class QPushButton;
+
+namespace orvane {
+
+class VersionListView;
+
+/// The versions of the selected note, and what can be done with one: read it beside what is there
+/// now, go back to it, remove it.
+class VersionHistorySection : public QWidget {
+    Q_OBJECT
+public:
+    VersionHistorySection(AppState& appState, SheetHost& sheets, Look& look,
+                          QWidget* parent = nullptr);
+
+    /// Shows a note's timeline. A long one is read in the background and shown when it is there.
+    void setNote(const QUuid& noteID);
+    /// The note itself changed.
+    void refresh(int wordsNow);
+
+private:
+    [[nodiscard]] QWidget* makeButtons();
+    void load();
+    void show(const QList<NoteVersionSnapshot>& oldestFirst);
+    void showRows();
+    void showChoice();
+    [[nodiscard]] std::optional<NoteVersionSnapshot> selected() const;
+    void preview();
+    void restore(const NoteVersionSnapshot& version);
+    void removeSelected();
+
+    AppState& m_appState;
+    SheetHost& m_sheets;
+    Look& m_look;
+    QUuid m_noteID;
+    QList<NoteVersionSnapshot> m_newestFirst;
+    int m_wordsNow = 0;
+    /// Tells a list that was read for an earlier wish from the one that is wanted.
+    quint64 m_load = 0;
+    QLabel* m_count;
+    QLabel* m_nothing;
+    VersionListView* m_list;
+    QLabel* m_hint;
+    QWidget* m_buttons;
+    QPushButton* m_restore = nullptr;
+    QPushButton* m_delete = nullptr;
+    NotificationCenter::Observation m_observation;
+};
+
+} // namespace orvane

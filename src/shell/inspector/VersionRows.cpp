@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "shell/inspector/VersionRows.h"
+
+#include "shell/Wording.h"
+
+#include <QCoreApplication>
+#include <QLocale>
+
+namespace orvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString translated(const char* text)
+{
+    return QCoreApplication::translate("VersionRows", text);
+}
+
+} // namespace
+
+QString versionDay(Timestamp moment, Timestamp now)
+{
+    const QDate day = moment.toLocal().date();
+    const qint64 daysAgo = day.daysTo(now.toLocal().date());
+    if (daysAgo == 0)
+        return translated("Today");
+    if (daysAgo == 1)
+        return translated("Yesterday");
+    static const QLocale words(QLocale::English, QLocale::UnitedKingdom);
+    return words.toString(day, u"MMM d"_s);
+}
+
+QString versionMoment(Timestamp moment, Timestamp now)
+{
+    return translated("%1, %2").arg(versionDay(moment, now), moment.toLocal().toString(u"HH:mm"_s));
+}
+
+int wordsOf(const NoteVersionSnapshot& snapshot)
+{
+    return snapshot.wordCount ? *snapshot.wordCount : wordCount(snapshot.bodyPlain);
+}
+
+QString differenceInWords(int earlier, int later)
+{
+    if (earlier == later)
+        return {};
+    return earlier < later ? translated("%1 fewer").arg(grouped(later - earlier))
+                           : translated("%1 more").arg(grouped(earlier - later));
+}
+
+QList<VersionRow> versionRows(const QList<NoteVersionSnapshot>& newestFirst, int wordsNow,
+                              Timestamp now)
+{
+    QList<VersionRow> rows;
+    rows.reserve(newestFirst.size() + 1);
+    rows.append({translated("Now"), translated("%1 words").arg(grouped(wordsNow))});
+    int later = wordsNow;
+    for (const NoteVersionSnapshot& snapshot : newestFirst) {
+        const int words = wordsOf(snapshot);
+        QStringList parts;
+        if (snapshot.label && !snapshot.label->isEmpty())
+            parts.append(*snapshot.label);
+        parts.append(translated("%1 words").arg(grouped(words)));
+        if (const QString difference = differenceInWords(words, later); !difference.isEmpty())
+            parts.append(difference);
+        rows.append({versionMoment(snapshot.capturedAt, now), parts.join(u", "_s)});
+        later = words;
+    }
+    return rows;
+}
+
+} // namespace orvane
