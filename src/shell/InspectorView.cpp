@@ -7,10 +7,12 @@
 #include "shell/inspector/TagsSection.h"
 #include "shell/inspector/VersionHistorySection.h"
 
+#include <QCoreApplication>
 #include <QGridLayout>
 #include <QLabel>
 #include <QPainter>
 #include <QScrollArea>
+#include <QStackedLayout>
 #include <QTimer>
 
 namespace orvane {
@@ -46,6 +48,7 @@ private:
 InspectorView::InspectorView(AppState& appState, SheetHost& sheets, Look& look, QWidget* parent)
     : SurfacePanel(look, Surface::Pane, parent)
     , m_appState(appState)
+    , m_stack(new QStackedLayout(this))
     , m_scroll(new QScrollArea(this))
     , m_nothing(makeLabel(tr("Select a note to see its details."), TextStyle::Body,
                           LabelInk::Secondary, this))
@@ -65,18 +68,21 @@ InspectorView::InspectorView(AppState& appState, SheetHost& sheets, Look& look, 
     m_scroll->viewport()->setAutoFillBackground(false);
     m_scroll->setWidget(makeColumn(sheets));
     m_scroll->widget()->setAutoFillBackground(false);
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins({});
-    layout->setSpacing(0);
-    layout->addWidget(m_scroll, 1);
-    layout->addStretch(2);
-    layout->addWidget(m_nothing);
-    layout->addStretch(3);
+    m_stack->setContentsMargins({});
+    m_stack->addWidget(m_scroll);
+    m_stack->addWidget(m_nothing);
     m_refreshTimer->setSingleShot(true);
     m_refreshTimer->setInterval(refreshPause);
     connect(m_refreshTimer, &QTimer::timeout, this, &InspectorView::refresh);
     connectAppState();
     refresh();
+}
+
+void InspectorView::showEvent(QShowEvent* event)
+{
+    SurfacePanel::showEvent(event);
+    // What stands in a scroll area is laid out by posted events; the first frame has to be whole.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
 }
 
 QWidget* InspectorView::makeColumn(SheetHost& sheets)
@@ -86,7 +92,7 @@ QWidget* InspectorView::makeColumn(SheetHost& sheets)
     layout->setContentsMargins(0, 16, 0, 16);
     layout->setSpacing(0);
     layout->addWidget(makeFacts(column));
-    const auto addPart = [&](QWidget* content, int side, int stretch) {
+    const auto addPart = [&](QWidget* content, int stretch) {
         auto* part = new QWidget(column);
         auto* inside = new QVBoxLayout(part);
         inside->setContentsMargins({});
@@ -94,17 +100,14 @@ QWidget* InspectorView::makeColumn(SheetHost& sheets)
         inside->addSpacing(16);
         inside->addWidget(makeDivider(part));
         inside->addSpacing(12);
-        auto* holder = new QVBoxLayout;
-        holder->setContentsMargins(side, 0, side, 0);
-        holder->addWidget(content);
-        inside->addLayout(holder, 1);
+        inside->addWidget(content, 1);
         layout->addWidget(part, stretch);
         return part;
     };
     m_tags = new TagsSection(m_appState, sheets, look(), column);
-    m_tagsPart = addPart(m_tags, padding, 0);
+    m_tagsPart = addPart(m_tags, 0);
     m_versions = new VersionHistorySection(m_appState, sheets, look(), column);
-    m_versionsPart = addPart(m_versions, 0, 1);
+    m_versionsPart = addPart(m_versions, 1);
     m_filler = new QWidget(column);
     layout->addWidget(m_filler, 1);
     return column;
@@ -174,8 +177,7 @@ void InspectorView::show(const QString& heading, const QList<std::pair<QLabel*, 
         const int at = m_grid->indexOf(label);
         m_grid->itemAt(at - 1)->widget()->show();
     }
-    m_scroll->setVisible(!values.isEmpty());
-    m_nothing->setVisible(values.isEmpty());
+    m_stack->setCurrentWidget(values.isEmpty() ? static_cast<QWidget*>(m_nothing) : m_scroll);
 }
 
 void InspectorView::refresh()

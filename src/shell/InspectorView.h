@@ -7,6 +7,7 @@
 class QGridLayout;
 class QLabel;
 class QScrollArea;
+class QStackedLayout;
 class QTimer;
 
 namespace orvane {
@@ -22,6 +23,9 @@ class InspectorView : public SurfacePanel {
 public:
     InspectorView(AppState& appState, SheetHost& sheets, Look& look, QWidget* parent = nullptr);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     [[nodiscard]] QWidget* makeColumn(SheetHost& sheets);
     [[nodiscard]] QWidget* makeFacts(QWidget* parent);
@@ -34,6 +38,7 @@ private:
     void showFolder(const FolderRecord& folder);
 
     AppState& m_appState;
+    QStackedLayout* m_stack;
     QScrollArea* m_scroll;
     QLabel* m_nothing;
     QLabel* m_heading;

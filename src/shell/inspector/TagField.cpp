@@ -37,7 +37,13 @@ TagField::TagField(Look& look, QWidget* parent)
             return commit();
         updateGeometry();
     });
-    connect(this, &QLineEdit::returnPressed, this, &TagField::commit);
+    connect(this, &QLineEdit::returnPressed, this, [this] {
+        // With the list open the completer has its say first: it is in the middle of this key.
+        if (completer()->popup()->isVisible())
+            QMetaObject::invokeMethod(this, &TagField::commit, Qt::QueuedConnection);
+        else
+            commit();
+    });
 }
 
 void TagField::makeCompleter()
@@ -72,8 +78,9 @@ void TagField::setChoices(const QStringList& tags)
 
 QSize TagField::sizeHint() const
 {
-    const QString& shown = text().isEmpty() ? placeholderText() : text();
-    return {fontMetrics().horizontalAdvance(shown) + 2 * padding + 4, TagChip::chipHeight};
+    const int words = qMax(fontMetrics().horizontalAdvance(placeholderText()),
+                           fontMetrics().horizontalAdvance(text()));
+    return {words + 2 * padding + 4, TagChip::chipHeight};
 }
 
 void TagField::commit()

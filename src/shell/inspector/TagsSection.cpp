@@ -15,6 +15,7 @@ namespace orvane {
 
 namespace {
 
+constexpr int padding = 16;
 constexpr int chipGap = 6;
 
 } // namespace
@@ -31,7 +32,8 @@ TagsSection::TagsSection(AppState& appState, SheetHost& sheets, Look& look, QWid
     layout->setContentsMargins({});
     layout->setSpacing(6);
     auto* head = new QHBoxLayout;
-    head->setContentsMargins({});
+    // The picture of the button ends where the text does, not the button.
+    head->setContentsMargins(padding, 0, padding - 6, 0);
     head->addWidget(makeLabel(tr("Tags"), TextStyle::SectionHead, LabelInk::Secondary), 1);
     m_plus->setIcon(look.icon(Symbol::Plus));
     m_plus->setIconSize({16, 16});
@@ -40,13 +42,14 @@ TagsSection::TagsSection(AppState& appState, SheetHost& sheets, Look& look, QWid
     m_plus->setAccessibleName(tr("Add a Tag"));
     m_plus->setFocusPolicy(Qt::NoFocus);
     head->addWidget(m_plus);
-    // The picture of the button ends at the edge of the text, not its ground.
-    head->setContentsMargins(0, 0, -6, 0);
     layout->addLayout(head);
+    auto* sides = new QHBoxLayout;
+    sides->setContentsMargins(padding, 0, padding, 0);
     auto* chips = new QWidget(this);
+    sides->addWidget(chips);
     m_flow = new FlowLayout(chips, chipGap);
     m_flow->insertWidget(0, m_field);
-    layout->addWidget(chips);
+    layout->addLayout(sides);
     connect(m_plus, &QToolButton::clicked, this,
             [this] { m_field->setFocus(Qt::OtherFocusReason); });
     connect(m_field, &TagField::tagEntered, this, &TagsSection::add);

@@ -35,8 +35,8 @@ VersionHistorySection::VersionHistorySection(AppState& appState, SheetHost& shee
     , m_list(new VersionListView(look, this))
     , m_hint(makeLabel(tr("Select a snapshot to preview or restore."), TextStyle::Label,
                        LabelInk::Secondary, this))
-    , m_buttons(makeButtons())
 {
+    m_buttons = makeButtons();
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
     layout->setSpacing(0);

@@ -164,7 +164,7 @@ void VersionPreviewSheet::showText()
         cursor.insertBlock();
     }
     block.setBottomMargin(0);
-    block.setLineHeight(150, QTextBlockFormat::ProportionalHeight);
+    block.setLineHeight(120, QTextBlockFormat::ProportionalHeight);
     cursor.setBlockFormat(block);
     insert(cursor, marked ? m_body : plainBody, editorFont(m_fontFamily, bodyPixels), t);
     cursor.endEditBlock();

@@ -1,0 +1,280 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "ShellFixture.h"
+#include "core/TagColorPalette.h"
+#include "shell/InspectorView.h"
+#include "shell/inspector/TagActions.h"
+#include "shell/inspector/TagChip.h"
+#include "shell/inspector/TagField.h"
+#include "shell/inspector/VersionListView.h"
+
+#include <QLabel>
+#include <QListWidget>
+#include <QMenu>
+#include <QTest>
+#include <QTextEdit>
+
+namespace orvane {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class InspectorTest : public ShellTest {
+protected:
+    void SetUp() override
+    {
+        dismissWelcome();
+        start();
+        ASSERT_TRUE(state().createProject(u"Tidewater"_s, {}).has_value());
+        state().selectProjectRoot();
+        m_other = state().createNote(u"Low water\nMara counts the posts."_s, {}).value();
+        m_note = state().createNote(u"Ledger\nThe ledger was kept by four hands."_s, {}).value();
+        TourHand::settle();
+    }
+
+    QStringList chips()
+    {
+        QStringList tags;
+        for (auto* chip : window().findChildren<TagChip*>()) {
+            if (chip->isVisible())
+                tags.append(chip->tag());
+        }
+        tags.sort();
+        return tags;
+    }
+    /// Opens the chip's menu as a person does and takes an entry, in a submenu by "A/B".
+    void choose(const QString& tag, const QString& entry)
+    {
+        auto* chip = find<TagChip>(u"Tag "_s + tag);
+        ASSERT_NE(chip, nullptr);
+        m_hand->click(*chip, chip->rect().center(), Qt::RightButton);
+        for (const QString& part : entry.split(u'/')) {
+            QMenu* menu = nullptr;
+            QAction* action = nullptr;
+            ASSERT_TRUE(TourHand::waitFor([&] {
+                menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+                for (QAction* each : menu ? menu->actions() : QList<QAction*>()) {
+                    if (each->text().startsWith(part))
+                        action = each;
+                }
+                return action != nullptr;
+            })) << qUtf8Printable(part);
+            QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+            TourHand::settle();
+        }
+    }
+    bool says(const QString& text)
+    {
+        QWidget* sheet = window().sheets().topSheet();
+        for (auto* label : (sheet ? sheet : &window())->findChildren<QLabel*>()) {
+            if (label->isVisible() && label->text() == text)
+                return true;
+        }
+        return false;
+    }
+
+    QUuid m_note;
+    QUuid m_other;
+};
+
+TEST_F(InspectorTest, TagsComeAndGoByTheKeyboard)
+{
+    state().updateNoteTags(m_other, {u"Tide"_s});
+    auto* field = find<TagField>();
+    m_hand->click(*field);
+    m_hand->type(u"witness, harbour\n"_s);
+    EXPECT_EQ(state().tagsForNote(m_note), (QStringList{u"harbour"_s, u"witness"_s}));
+    m_hand->type(u"tide\n"_s); // as it is spelt already
+    EXPECT_EQ(chips(), (QStringList{u"Tide"_s, u"harbour"_s, u"witness"_s}));
+    m_hand->type(u"TIDE\n"_s);
+    EXPECT_EQ(state().tagsForNote(m_note).size(), 3);
+    // The list of completions takes the activation with it here.
+    window().activateWindow();
+    ASSERT_TRUE(TourHand::waitFor([this] { return window().isActiveWindow(); }));
+
+    m_hand->press(Qt::Key_Backspace); // to the last chip, then removes it
+    EXPECT_EQ(state().tagsForNote(m_note).size(), 3);
+    m_hand->press(Qt::Key_Backspace);
+    EXPECT_EQ(chips(), (QStringList{u"Tide"_s, u"harbour"_s}));
+    EXPECT_TRUE(field->hasFocus());
+    m_hand->press(Qt::Key_Left);
+    m_hand->press(Qt::Key_Left);
+    m_hand->press(Qt::Key_Delete);
+    EXPECT_EQ(state().tagsForNote(m_note), QStringList{u"Tide"_s});
+
+    state().selectNote(m_other);
+    m_hand->type({});
+    EXPECT_EQ(chips(), QStringList{u"Tide"_s});
+    choose(u"Tide"_s, u"Remove from This Note"_s);
+    EXPECT_EQ(chips(), QStringList());
+}
+
+TEST_F(InspectorTest, CompletesFromTheTagsOfTheProject)
+{
+    state().updateNoteTags(m_other, {u"tide"_s, u"witness"_s});
+    m_hand->click(*find<TagField>());
+    m_hand->type(u"tn"_s);
+    m_hand->press(Qt::Key_Down);
+    m_hand->press(Qt::Key_Return);
+    EXPECT_TRUE(TourHand::waitFor([&] { return chips() == QStringList{u"witness"_s}; }));
+}
+
+TEST_F(InspectorTest, ATagIsChangedEverywhereAfterItsReachIsTold)
+{
+    state().updateNoteTags(m_note, {u"tide"_s, u"witness"_s});
+    state().updateNoteTags(m_other, {u"tide"_s});
+    const QUuid folder = state().createFolder(u"Manuscript"_s).value();
+    state().updateFolderTags(folder, {u"tide"_s});
+    state().selectNote(m_note);
+    EXPECT_EQ(inWords(tagReach(state(), u"TIDE"_s)), u"2 notes and 1 folder"_s);
+
+    choose(u"tide"_s, u"Rename Everywhere"_s);
+    EXPECT_TRUE(says(u"It changes on 2 notes and 1 folder."_s));
+    m_hand->type(u"TIDE"_s);
+    press(u"Rename"_s);
+    EXPECT_EQ(sheetTitle(), u"Rename “tide” Everywhere"_s); // the same tag: stays open
+    m_hand->press(Qt::Key_A, Qt::ControlModifier);
+    m_hand->type(u"flood"_s);
+    press(u"Rename"_s);
+    EXPECT_EQ(sheetTitle(), QString());
+    EXPECT_EQ(chips(), (QStringList{u"flood"_s, u"witness"_s}));
+    EXPECT_EQ(state().folder(folder)->tags, QStringList{u"flood"_s});
+
+    choose(u"flood"_s, u"Rename Everywhere"_s);
+    m_hand->type(u"witness"_s);
+    EXPECT_TRUE(answering([&] { press(u"Rename"_s); }, [&] { press(u"Cancel"_s); }));
+    EXPECT_EQ(tagReach(state(), u"flood"_s), (TagReach{2, 1}));
+    m_hand->press(Qt::Key_Escape);
+
+    EXPECT_TRUE(answering([&] { choose(u"flood"_s, u"Remove from Library"_s); },
+                          [&] { press(u"Cancel"_s); }));
+    EXPECT_EQ(tagReach(state(), u"flood"_s), (TagReach{2, 1}));
+    EXPECT_TRUE(answering([&] { choose(u"flood"_s, u"Remove from Library"_s); },
+                          [&] {
+                              EXPECT_EQ(sheetTitle(), u"Remove “flood” from the Library?"_s);
+                              press(u"Remove"_s);
+                          }));
+    EXPECT_EQ(tagReach(state(), u"flood"_s), TagReach{});
+    EXPECT_EQ(chips(), QStringList{u"witness"_s});
+}
+
+TEST_F(InspectorTest, ATagHasAColourAndAliases)
+{
+    state().updateNoteTags(m_note, {u"Tide"_s});
+    auto* chip = find<TagChip>(u"Tag Tide"_s);
+    const auto dot = [&] {
+        return chip->grab().toImage().pixel(13, TagChip::chipHeight / 2);
+    };
+    EXPECT_EQ(dot(), TagColorPalette::autoColor(u"tide"_s).toQColor().rgb());
+    choose(u"Tide"_s, u"Colour/Violet"_s);
+    EXPECT_EQ(state().tagSettings().colorHexes.value(u"tide"_s),
+              toHex(TagColorPalette::colors.at(6)));
+    EXPECT_NE(dot(), TagColorPalette::autoColor(u"tide"_s).toQColor().rgb());
+    choose(u"Tide"_s, u"Colour/Automatic"_s);
+    EXPECT_TRUE(state().tagSettings().colorHexes.isEmpty());
+
+    choose(u"Tide"_s, u"Aliases"_s);
+    EXPECT_TRUE(says(u"No aliases yet."_s));
+    m_hand->type(u"flood\nebb\n"_s);
+    EXPECT_EQ(state().tagSettings().aliases.value(u"tide"_s), (QStringList{u"ebb"_s, u"flood"_s}));
+    auto* list = find<QListWidget>();
+    m_hand->click(*list->viewport(), list->visualItemRect(list->item(0)).center());
+    m_hand->press(Qt::Key_Delete);
+    EXPECT_EQ(state().tagSettings().aliases.value(u"tide"_s), QStringList{u"flood"_s});
+    m_hand->press(Qt::Key_Escape);
+    EXPECT_EQ(sheetTitle(), QString());
+}
+
+TEST_F(InspectorTest, AVersionIsReadRestoredAndDeleted)
+{
+    EXPECT_TRUE(says(u"No snapshots yet."_s));
+    state().appendVersionSnapshot(m_note, u"Manual Save"_s);
+    NoteContent content = NoteContent::of(*state().note(m_note));
+    const QString before = content.body;
+    content.body = u"Ledger\nThe ledger was kept by two hands in the dark."_s;
+    state().updateNote(m_note, content);
+    TourHand::settle();
+    EXPECT_TRUE(says(u"Select a snapshot to preview or restore."_s));
+    auto* list = find<VersionListView>();
+    const int made = list->model()->rowCount() - 1;
+    EXPECT_TRUE(says(u"%1 snapshots"_s.arg(made)));
+
+    list->setFocus(Qt::TabFocusReason);
+    m_hand->press(Qt::Key_End);
+    EXPECT_EQ(list->selectedVersion(), made - 1);
+    EXPECT_TRUE(list->currentIndex()
+                    .data(Qt::AccessibleTextRole)
+                    .toString()
+                    .contains(u"Manual Save, 8 words"_s));
+    m_hand->press(Qt::Key_Return);
+    auto* text = find<QTextEdit>();
+    ASSERT_NE(text, nullptr);
+    EXPECT_TRUE(text->toPlainText().contains(u"four hands.two hands in the dark."_s));
+    press(u"Mark what has changed since"_s);
+    EXPECT_TRUE(text->toPlainText().endsWith(before));
+    press(u"Restore"_s);
+    TourHand::settle();
+    EXPECT_EQ(state().note(m_note)->body, before);
+    EXPECT_EQ(sheetTitle(), QString());
+    EXPECT_TRUE(list->model()
+                    ->index(1, 0)
+                    .data(Qt::AccessibleTextRole)
+                    .toString()
+                    .contains(u"Before Restore"_s));
+
+    const int rows = list->model()->rowCount();
+    m_hand->press(Qt::Key_Home);
+    EXPECT_TRUE(answering([&] { m_hand->press(Qt::Key_Delete); }, [&] { press(u"Cancel"_s); }));
+    EXPECT_EQ(list->model()->rowCount(), rows);
+    EXPECT_TRUE(answering([&] { press(u"Delete"_s); }, [&] { press(u"Delete"_s); }));
+    EXPECT_EQ(list->model()->rowCount(), rows - 1);
+    EXPECT_EQ(NoteVersionHistoryStore::snapshots(state().currentProject()->rootPath, m_note).size(),
+              rows - 2);
+}
+
+TEST_F(InspectorTest, AFolderHasTagsAndTheTrashACount)
+{
+    const QUuid folder = state().createFolder(u"Manuscript"_s).value();
+    state().selectFolder(folder);
+    m_hand->click(*find<TagField>());
+    m_hand->type(u"part one\n"_s);
+    EXPECT_EQ(state().folder(folder)->tags, QStringList{u"part one"_s});
+    EXPECT_EQ(find<VersionListView>(), nullptr);
+    state().moveNoteToTrash(m_other);
+    state().selectFolder(FolderRecord::trashFolderID);
+    TourHand::settle();
+    EXPECT_EQ(find<TagField>(), nullptr);
+    auto* count = find<QLabel>(u"Notes"_s);
+    ASSERT_NE(count, nullptr);
+    EXPECT_EQ(count->text(), u"1"_s);
+}
+
+TEST(VersionRowsTest, SayWhenAndHowMuch)
+{
+    const auto at = [](int day, int hour, int minute) {
+        return Timestamp{QDateTime(QDate(2026, 11, day), QTime(hour, minute), Qt::LocalTime)
+                             .toMSecsSinceEpoch()};
+    };
+    const auto version = [&](Timestamp when, int words, const std::optional<QString>& label) {
+        NoteVersionSnapshot snapshot;
+        snapshot.capturedAt = when;
+        snapshot.wordCount = words;
+        snapshot.label = label;
+        return snapshot;
+    };
+    NoteVersionSnapshot uncounted = version(at(2, 22, 15), 0, std::nullopt);
+    uncounted.wordCount.reset();
+    uncounted.bodyPlain = u"one two three"_s;
+    const QList<VersionRow> expected{{u"Now"_s, u"2,011 words"_s},
+                                     {u"Today, 14:02"_s, u"1,964 words, 47 fewer"_s},
+                                     {u"Today, 00:00"_s, u"Manual Save, 1,964 words"_s},
+                                     {u"Yesterday, 23:59"_s, u"2,000 words, 36 more"_s},
+                                     {u"Nov 2, 22:15"_s, u"3 words, 1,997 fewer"_s}};
+    EXPECT_EQ(versionRows({version(at(21, 14, 2), 1964, std::nullopt),
+                           version(at(21, 0, 0), 1964, u"Manual Save"_s),
+                           version(at(20, 23, 59), 2000, std::nullopt), uncounted},
+                          2011, at(21, 23, 0)),
+              expected);
+}
+
+} // namespace
+} // namespace orvane
