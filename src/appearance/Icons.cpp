@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "appearance/Icons.h"
 
+#include "appearance/ThemeDrawing.h"
+
 #include <QDir>
 #include <QFile>
 #include <QIcon>
@@ -94,11 +96,10 @@ const QString& themeFolder()
     return folder;
 }
 
-QString drawingFile(Symbol symbol)
+QString drawingFile(const QString& category, const QString& name)
 {
     if (themeFolder().isEmpty())
         return {};
-    const auto [category, name] = drawingOf(symbol);
     return themeFolder() + u'/' + category + "/16/"_L1 + name + ".svg"_L1;
 }
 
@@ -113,13 +114,21 @@ Symbol projectSymbol(const std::optional<QString>& storedIcon)
 
 QPixmap symbolPixmap(Symbol symbol, int pixels, const QColor& color)
 {
-    const QString key = u"orvane:%1:%2:%3"_s.arg(int(symbol)).arg(pixels).arg(color.rgba(), 0, 16);
+    const auto [category, name] = drawingOf(symbol);
+    return themeDrawingPixmap(QString(category), QString(name), pixels, color);
+}
+
+QPixmap themeDrawingPixmap(const QString& category, const QString& name, int pixels,
+                           const QColor& color)
+{
+    const QString key =
+        u"orvane:%1/%2:%3:%4"_s.arg(category, name).arg(pixels).arg(color.rgba(), 0, 16);
     QPixmap pixmap;
     if (pixels <= 0 || QPixmapCache::find(key, &pixmap))
         return pixmap;
     QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
-    const QString file = drawingFile(symbol);
+    const QString file = drawingFile(category, name);
     if (QSvgRenderer renderer; !file.isEmpty() && renderer.load(file)) {
         QPainter painter(&image);
         renderer.render(&painter, QRectF(0, 0, pixels, pixels));

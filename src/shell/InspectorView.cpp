@@ -36,7 +36,7 @@ public:
 protected:
     void paintEvent(QPaintEvent*) override
     {
-        QPainter(this).fillRect(rect(), m_look.tokens().border);
+        QPainter(this).fillRect(rect(), m_look.tokens().on(Surface::Inspector).border);
     }
 
 private:
@@ -46,7 +46,7 @@ private:
 } // namespace
 
 InspectorView::InspectorView(AppState& appState, SheetHost& sheets, Look& look, QWidget* parent)
-    : SurfacePanel(look, Surface::Pane, parent)
+    : SurfacePanel(look, Surface::Inspector, parent)
     , m_appState(appState)
     , m_stack(new QStackedLayout(this))
     , m_scroll(new QScrollArea(this))

@@ -2,6 +2,7 @@
 #include "shell/ProjectTileDelegate.h"
 
 #include "appearance/Contrast.h"
+#include "appearance/IconChoices.h"
 #include "appearance/OrvaneStyle.h"
 #include "shell/ProjectTilesModel.h"
 #include "shell/Wording.h"
@@ -80,7 +81,10 @@ void ProjectTileDelegate::paintProject(QPainter& painter, const QRect& tile,
     painter.drawPath(outline);
 
     const QString stored = index.data(ProjectTilesModel::IconNameRole).toString();
-    Look::drawSymbol(painter, art, projectSymbol(stored), 40, card.accent);
+    if (hasIconDrawing(stored))
+        drawStoredIcon(painter, art, stored, 40, card.accent);
+    else
+        Look::drawSymbol(painter, art, projectSymbol(stored), 40, card.accent);
 
     const QRect words = tile.adjusted(17, artHeight, -17, 0);
     const QFont titleFont = interfaceFont(TextStyle::BodyStrong);

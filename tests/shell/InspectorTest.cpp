@@ -177,6 +177,7 @@ TEST_F(InspectorTest, ATagHasAColourAndAliases)
     m_hand->type(u"flood\nebb\n"_s);
     EXPECT_EQ(state().tagSettings().aliases.value(u"tide"_s), (QStringList{u"ebb"_s, u"flood"_s}));
     auto* list = find<QListWidget>();
+    ASSERT_NE(list, nullptr);
     m_hand->click(*list->viewport(), list->visualItemRect(list->item(0)).center());
     m_hand->press(Qt::Key_Delete);
     EXPECT_EQ(state().tagSettings().aliases.value(u"tide"_s), QStringList{u"flood"_s});

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/inspector/AliasesSheet.h"
 
+#include "appearance/OrvaneStyle.h"
+
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -71,7 +73,7 @@ QLayout* AliasesSheet::makeButtons()
     auto* row = new QHBoxLayout;
     row->setSpacing(10);
     auto* done = new QPushButton(tr("Done"), this);
-    done->setDefault(true);
+    setButtonTone(done, ButtonTone::Accent);
     row->addWidget(m_remove);
     row->addStretch();
     row->addWidget(done);

@@ -28,7 +28,7 @@ QIcon dotIcon(const QColor& color, const Look& look, bool isChosen)
     painter.drawEllipse(QRectF(3, 3, 10, 10));
     if (isChosen) {
         painter.setBrush(Qt::NoBrush);
-        painter.setPen(QPen(look.tokens().text, 1.5));
+        painter.setPen(QPen(look.tokens().on(Surface::Card).text, 1.5));
         painter.drawEllipse(QRectF(1, 1, 14, 14));
     }
     return QIcon(pixmap);

@@ -55,9 +55,8 @@ QSize TagChip::sizeHint() const
 void TagChip::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    const Tokens& t = m_look.tokens();
-    const QColor ground =
-        blended(t.text, underMouse() && isEnabled() ? 0.14 : 0.08, m_look.ground(Surface::Pane));
+    const SurfaceTokens& t = m_look.tokens().on(Surface::Inspector);
+    const QColor ground = blended(t.text, underMouse() && isEnabled() ? 0.14 : 0.08, t.ground);
     drawPanel(painter, rect(), chipHeight / 2.0, ground);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
@@ -68,7 +67,7 @@ void TagChip::paintEvent(QPaintEvent*)
     painter.drawText(words, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
                      fontMetrics().elidedText(m_tag, Qt::ElideRight, words.width() + 1));
     if (hasFocus())
-        drawFocusRing(painter, rect(), chipHeight / 2.0, t.accentIcon);
+        drawFocusRing(painter, rect(), chipHeight / 2.0, t.accent);
 }
 
 void TagChip::keyPressEvent(QKeyEvent* event)

@@ -57,9 +57,9 @@ void TagField::makeCompleter()
     const auto applyLook = [this, popup] {
         QPalette palette = m_look.palette(Surface::Card);
         palette.setColor(QPalette::Base, m_look.ground(Surface::Card));
-        palette.setColor(QPalette::Highlight,
-                         blended(m_look.tokens().accent, 0.16, m_look.ground(Surface::Card)));
-        palette.setColor(QPalette::HighlightedText, m_look.tokens().text);
+        palette.setColor(QPalette::Highlight, m_look.tokens().on(Surface::Card).selectedRow);
+        palette.setColor(QPalette::HighlightedText,
+                         m_look.tokens().on(Surface::Card).textOnSelectedRow);
         popup->setPalette(palette);
     };
     applyLook();
@@ -108,11 +108,11 @@ void TagField::paintEvent(QPaintEvent* event)
 {
     {
         QPainter painter(this);
-        const Tokens& t = m_look.tokens();
+        const SurfaceTokens& t = m_look.tokens().on(Surface::Inspector);
         if (hasFocus()) {
-            drawFocusRing(painter, rect(), TagChip::chipHeight / 2.0, t.accentIcon);
+            drawFocusRing(painter, rect(), TagChip::chipHeight / 2.0, t.accent);
         } else {
-            QPen dashes(blended(t.text, 0.22, m_look.ground(Surface::Pane)), 1);
+            QPen dashes(blended(t.text, 0.22, t.ground), 1);
             dashes.setDashPattern({3, 3});
             painter.setRenderHint(QPainter::Antialiasing);
             painter.setPen(dashes);

@@ -35,7 +35,7 @@ TagsSection::TagsSection(AppState& appState, SheetHost& sheets, Look& look, QWid
     // The picture of the button ends where the text does, not the button.
     head->setContentsMargins(padding, 0, padding - 6, 0);
     head->addWidget(makeLabel(tr("Tags"), TextStyle::SectionHead, LabelInk::Secondary), 1);
-    m_plus->setIcon(look.icon(Symbol::Plus));
+    m_plus->setIcon(look.icon(Symbol::Plus, Surface::Inspector));
     m_plus->setIconSize({16, 16});
     m_plus->setFixedSize(28, 28);
     m_plus->setToolTip(tr("Add a Tag"));

@@ -77,23 +77,24 @@ public:
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override
     {
-        const Tokens& t = m_look.tokens();
+        const SurfaceTokens& t = m_look.tokens().on(Surface::Inspector);
         const QRect row = option.rect;
         const bool selected = option.state.testFlag(QStyle::State_Selected);
         const QRect ground = row.adjusted(inset, 0, -inset, 0);
         if (selected) {
             drawPanel(*painter, ground, 6, t.selectedRow);
             painter->fillRect(QRect(ground.left(), ground.top() + 8, 2, ground.height() - 16),
-                              t.accentIcon);
+                              t.accent);
             if (option.widget && option.widget->hasFocus())
-                drawFocusRing(*painter, ground, 6, t.accentIcon);
+                drawFocusRing(*painter, ground, 6, t.accent);
         } else if (option.state.testFlag(QStyle::State_MouseOver) && index.row() > 0) {
             drawPanel(*painter, ground, 6, t.hoveredRow);
         }
         drawDot(*painter, {row.left() + dotCentre + 0.5, row.top() + 14.5}, index.row() == 0);
         const int width = row.width() - textLeft - 16;
         drawLine(*painter, QRect(row.left() + textLeft, row.top() + 5, width, 18),
-                 TextStyle::BodyMedium, t.text, index.data().toString());
+                 TextStyle::BodyMedium, selected ? t.textOnSelectedRow : t.text,
+                 index.data().toString());
         drawLine(*painter, QRect(row.left() + textLeft, row.top() + 23, width, 15),
                  TextStyle::Label, selected ? t.textSecondaryOnSelectedRow : t.textSecondary,
                  index.data(VersionListModel::DetailRole).toString());
@@ -102,11 +103,11 @@ public:
 private:
     void drawDot(QPainter& painter, QPointF centre, bool isNow) const
     {
-        const Tokens& t = m_look.tokens();
+        const SurfaceTokens& t = m_look.tokens().on(Surface::Inspector);
         painter.save();
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(isNow ? QPen(Qt::NoPen) : QPen(t.textSecondary, 2));
-        painter.setBrush(isNow ? QBrush(t.accentIcon) : QBrush(Qt::NoBrush));
+        painter.setBrush(isNow ? QBrush(t.accent) : QBrush(Qt::NoBrush));
         painter.drawEllipse(centre, isNow ? dotRadius + 0.5 : dotRadius - 0.5,
                             isNow ? dotRadius + 0.5 : dotRadius - 0.5);
         painter.restore();
@@ -143,7 +144,7 @@ VersionListView::VersionListView(Look& look, QWidget* parent)
     setAttribute(Qt::WA_Hover);
     declareKeyFocus(this, KeyFocus::Control);
     const auto applyLook = [this, &look] {
-        setPalette(look.palette(Surface::Pane));
+        setPalette(look.palette(Surface::Inspector));
     };
     applyLook();
     connect(&look, &Look::changed, this, applyLook);

@@ -39,14 +39,14 @@ QTextCharFormat formatOf(Kind kind, const QFont& font, const Tokens& t)
 {
     QTextCharFormat format;
     format.setFont(font);
-    format.setForeground(t.text);
+    format.setForeground(t.on(Surface::Page).text);
     if (kind == Kind::Removed) {
-        const QColor ground = blended(t.danger, 0.14, t.page);
+        const QColor ground = blended(t.danger, 0.14, t.on(Surface::Page).ground);
         format.setBackground(ground);
         format.setForeground(readableInk(t.danger, ground));
         format.setFontStrikeOut(true);
     } else if (kind == Kind::Added) {
-        const QColor ground = blended(t.accent, 0.14, t.page);
+        const QColor ground = blended(t.accent, 0.14, t.on(Surface::Page).ground);
         format.setBackground(ground);
         format.setForeground(readableInk(t.accent, ground));
         format.setFontUnderline(true);
@@ -144,7 +144,7 @@ void VersionPreviewSheet::showText()
 {
     const Tokens& t = look().tokens();
     QPalette palette = look().palette(Surface::Page);
-    palette.setColor(QPalette::Base, t.page);
+    palette.setColor(QPalette::Base, t.on(Surface::Page).ground);
     m_text->setPalette(palette);
     const bool marked = m_marks->isChecked();
     const int scrolled = m_text->verticalScrollBar()->value();

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include <QColor>
+#include <QPixmap>
+#include <QString>
+
+namespace orvane {
+
+/// A drawing of the icon theme, such as "actions" and "bookmarks", in one colour, `pixels` device
+/// pixels square, transparent around it; rendered ones are kept. Empty when it is missing.
+[[nodiscard]] QPixmap themeDrawingPixmap(const QString& category, const QString& name, int pixels,
+                                         const QColor& color);
+
+} // namespace orvane
