@@ -5,8 +5,10 @@
 #include "appearance/themes/AppearanceKeysMigration.h"
 #include "appearance/themes/AppearanceThemeLibrary.h"
 #include "appearance/themes/DesktopThemeFollower.h"
+#include "core/AppCommandEvents.h"
 #include "shell/MainWindow.h"
 #include "shell/SessionEnd.h"
+#include "shell/ThemeStudioWindow.h"
 #include "shell/shortcuts/ShortcutCenter.h"
 
 #include <QApplication>
@@ -88,6 +90,7 @@ OrvaneWorkspaceApp::~OrvaneWorkspaceApp()
 {
     finish();
     m_questions.setHost(nullptr, nullptr);
+    m_themeStudio.reset();
     m_window.reset();
     m_appState.reset();
 }
@@ -99,6 +102,16 @@ void OrvaneWorkspaceApp::start()
     m_questions.setHost(&m_window->sheets(), &m_look);
     connect(m_window.get(), &MainWindow::closed, this, &OrvaneWorkspaceApp::quitRequested);
     m_window->show();
+    m_settingsWanted = m_notifications.observe(AppCommandEvents::openSettingsWindow,
+                                               [this](const NoPayload&) { showThemeStudio(); });
+}
+
+ThemeStudioWindow& OrvaneWorkspaceApp::showThemeStudio()
+{
+    if (!m_themeStudio)
+        m_themeStudio = std::make_unique<ThemeStudioWindow>(m_defaults, *m_themes, m_look);
+    m_themeStudio->present();
+    return *m_themeStudio;
 }
 
 void OrvaneWorkspaceApp::finish()

@@ -18,6 +18,7 @@ class DesktopColorScheme;
 class DesktopThemeFollower;
 class MainWindow;
 class ShortcutCenter;
+class ThemeStudioWindow;
 
 /// The program: makes the services of this machine, the look, the central state and the main
 /// window, in the order in which they need each other, and takes them down again. Needs a
@@ -41,6 +42,9 @@ public:
     [[nodiscard]] Look& look() { return m_look; }
     [[nodiscard]] AppearanceThemeLibrary& themes() { return *m_themes; }
 
+    /// Opens the theme studio, or brings it to the front.
+    ThemeStudioWindow& showThemeStudio();
+
 signals:
     /// The person closed the main window, or the system asked the program to end.
     void quitRequested();
@@ -62,6 +66,8 @@ private:
     std::unique_ptr<AppState> m_appState;
     std::unique_ptr<MainWindow> m_window;
     QTimer m_checkTimer;
+    std::unique_ptr<ThemeStudioWindow> m_themeStudio;
+    NotificationCenter::Observation m_settingsWanted;
     bool m_finished = false;
 };
 

@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/Tour.h"
 
+#include "appearance/themes/AppearanceThemeLibrary.h"
+#include "appearance/themes/BundledThemes.h"
 #include "editor/EditorView.h"
 #include "shell/BinderModel.h"
 #include "shell/BinderTreeView.h"
 #include "shell/MainWindow.h"
 #include "shell/OrvaneWorkspaceApp.h"
 #include "shell/ProjectTilesModel.h"
+#include "shell/ThemeStudioWindow.h"
 #include "shell/TourHand.h"
 
 #include <QAbstractButton>
@@ -66,6 +69,7 @@ private:
     void welcome();
     void makeProjects();
     void buildNovel();
+    void looks();
     void browse();
     void quitAndComeBack();
     void checkEveryWord();
@@ -271,6 +275,26 @@ void Tour::buildNovel()
     }
 }
 
+/// The main window in the other built-in looks, and the theme studio.
+void Tour::looks()
+{
+    AppearanceThemeLibrary& themes = m_app->themes();
+    const QUuid signature = signatureBundle().id;
+    themes.applyTheme(signature, AppearanceThemeMode::Light);
+    picture(u"main-light"_s);
+    themes.applyTheme(googleWorkspaceBundle().id, AppearanceThemeMode::Light);
+    picture(u"main-google"_s);
+    themes.applyTheme(signature, AppearanceThemeMode::Dark);
+    ThemeStudioWindow& studio = m_app->showThemeStudio();
+    TourHand::settle();
+    const QString file = u"%1/theme-studio.png"_s.arg(m_folder);
+    expect(studio.grab().save(file), u"picture written to "_s + file);
+    studio.close();
+    window().activateWindow();
+    expect(TourHand::waitFor([this] { return window().isActiveWindow(); }),
+           u"the main window is active again"_s);
+}
+
 void Tour::browse()
 {
     press(u"Projects"_s);
@@ -385,6 +409,7 @@ int Tour::run()
     welcome();
     makeProjects();
     buildNovel();
+    looks();
     browse();
     quitAndComeBack();
     checkEveryWord();
