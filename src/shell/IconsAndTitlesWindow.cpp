@@ -237,6 +237,7 @@ IconsAndTitlesWindow::IconsAndTitlesWindow(AppState& appState, Look& look, QWidg
     m_grid->setUniformItemSizes(true);
     m_grid->setSelectionMode(QAbstractItemView::SingleSelection);
     m_grid->setFrameShape(QFrame::NoFrame);
+    m_grid->viewport()->setAutoFillBackground(false);
     m_grid->setMouseTracking(true);
     m_grid->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     m_grid->setAccessibleName(tr("Icons"));

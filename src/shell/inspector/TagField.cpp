@@ -9,14 +9,76 @@
 #include <QAbstractItemView>
 #include <QCompleter>
 #include <QKeyEvent>
+#include <QListView>
 #include <QPainter>
 #include <QStringListModel>
+#include <QStyledItemDelegate>
 
 namespace orvane {
 
 namespace {
 
 constexpr int padding = 10;
+constexpr int suggestionHeight = 28;
+
+/// One tag of the list under the field.
+class SuggestionRow final : public QStyledItemDelegate {
+public:
+    SuggestionRow(const Look& look, QObject* parent)
+        : QStyledItemDelegate(parent)
+        , m_look(look)
+    {}
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
+                                 const QModelIndex& index) const override
+    {
+        return {option.fontMetrics.horizontalAdvance(index.data().toString()) + 2 * padding,
+                suggestionHeight};
+    }
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override
+    {
+        const SurfaceTokens& t = m_look.tokens().on(Surface::Card);
+        const bool current = option.state.testFlag(QStyle::State_Selected);
+        if (current)
+            drawPanel(*painter, option.rect.adjusted(2, 0, -2, 0), 6, t.selectedRow);
+        const QRect words = option.rect.adjusted(padding, 0, -padding, 0);
+        painter->setFont(option.font);
+        painter->setPen(current ? t.textOnSelectedRow : t.text);
+        painter->drawText(
+            words, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
+            option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, words.width()));
+    }
+
+private:
+    const Look& m_look;
+};
+
+/// The list under the field, with the edge of a card.
+class SuggestionList final : public QListView {
+public:
+    explicit SuggestionList(const Look& look)
+        : m_look(look)
+    {
+        setFrameShape(QFrame::NoFrame);
+        setViewportMargins(1, 1, 1, 1);
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    }
+
+protected:
+    bool event(QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint) {
+            const SurfaceTokens& t = m_look.tokens().on(Surface::Card);
+            QPainter painter(this);
+            painter.fillRect(rect(), t.border);
+            return true;
+        }
+        return QListView::event(event);
+    }
+
+private:
+    const Look& m_look;
+};
 
 } // namespace
 
@@ -52,7 +114,10 @@ void TagField::makeCompleter()
     completer->setCaseSensitivity(Qt::CaseInsensitive);
     completer->setFilterMode(Qt::MatchContains);
     completer->setMaxVisibleItems(8);
-    QAbstractItemView* popup = completer->popup();
+    QAbstractItemView* popup = new SuggestionList(m_look);
+    completer->setPopup(popup);
+    popup->setItemDelegate(new SuggestionRow(m_look, popup));
+    popup->setFont(font());
     popup->setAccessibleName(tr("Tags of this project"));
     const auto applyLook = [this, popup] {
         QPalette palette = m_look.palette(Surface::Card);
