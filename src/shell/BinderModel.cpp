@@ -521,6 +521,8 @@ QVariant BinderModel::folderData(const FolderRecord& folder, int role) const
         return folder.isTrash();
     case IsPinnedRole:
         return folder.isPinned;
+    case IconRole:
+        return folder.iconName.value_or(QString());
     default:
         return {};
     }
@@ -543,6 +545,8 @@ QVariant BinderModel::noteData(const NoteRecord& note, int role) const
         return note.isPinned;
     case TagsRole:
         return note.tags;
+    case IconRole:
+        return note.iconName.value_or(QString());
     default:
         return {};
     }

@@ -31,6 +31,8 @@ public:
         IsPinnedRole,
         /// Tags in the note's order.
         TagsRole,
+        /// The stored name of the picture that was chosen; empty for the usual one.
+        IconRole,
     };
 
     explicit BinderModel(AppState& appState, QObject* parent = nullptr);

@@ -2,6 +2,7 @@
 #include "shell/BinderTreeView.h"
 
 #include "appearance/Contrast.h"
+#include "appearance/IconChoices.h"
 #include "appearance/OrvaneStyle.h"
 #include "shell/BinderModel.h"
 #include "shell/Wording.h"
@@ -50,6 +51,17 @@ void drawLine(QPainter& painter, const QRect& rect, const QFont& font, const QCo
     const QString shown =
         QFontMetrics(font).elidedText(text.simplified(), Qt::ElideRight, rect.width());
     painter.drawText(rect, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, shown);
+}
+
+/// The picture that was chosen for the row, else the usual one of its kind.
+void drawPicture(QPainter& painter, const QRectF& rect, const QModelIndex& index, Symbol usual,
+                 const QColor& ink)
+{
+    const QString chosen = index.data(BinderModel::IconRole).toString();
+    if (!chosen.isEmpty() && hasIconDrawing(chosen))
+        drawStoredIcon(painter, rect, chosen, symbolSize, ink);
+    else
+        Look::drawSymbol(painter, rect, usual, symbolSize, ink);
 }
 
 int leftOf(const QModelIndex& index)
@@ -135,8 +147,8 @@ void BinderTreeView::drawFolder(QPainter& painter, const QRect& row, const QMode
                          isExpanded(index) ? Symbol::ChevronDown : Symbol::ChevronRight, 12,
                          second);
     const bool isTrash = index.data(BinderModel::IsTrashRole).toBool();
-    Look::drawSymbol(painter, QRectF(left + 20, row.top(), symbolSize, row.height()),
-                     isTrash ? Symbol::Trash : Symbol::Folder, symbolSize, t.icon);
+    drawPicture(painter, QRectF(left + 20, row.top(), symbolSize, row.height()), index,
+                isTrash ? Symbol::Trash : Symbol::Folder, t.icon);
     const QString count = grouped(index.data(BinderModel::CountRole).toInt());
     const QFont label = interfaceFont(TextStyle::Label);
     const int countWidth = QFontMetrics(label).horizontalAdvance(count);
@@ -156,8 +168,8 @@ void BinderTreeView::drawNote(QPainter& painter, const QRect& row, const QModelI
     const int left = leftOf(index);
     const bool isPdf = index.data(BinderModel::IsPdfRole).toBool();
     const QColor second = selected ? t.textSecondaryOnSelectedRow : t.textSecondary;
-    Look::drawSymbol(painter, QRectF(left, row.top(), symbolSize, row.height()),
-                     isPdf ? Symbol::PdfNote : Symbol::Note, symbolSize, second);
+    drawPicture(painter, QRectF(left, row.top(), symbolSize, row.height()), index,
+                isPdf ? Symbol::PdfNote : Symbol::Note, second);
     const int textLeft = left + 24;
     QRect rest(row.left(), row.top(), row.width() - rightPadding - row.left(), row.height());
     drawTrailing(painter, rest, index);

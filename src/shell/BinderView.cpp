@@ -5,6 +5,7 @@
 #include "shell/BinderMenus.h"
 #include "shell/BinderModel.h"
 #include "shell/BinderTreeView.h"
+#include "shell/IconsAndTitlesWindow.h"
 #include "shell/TagFilterBar.h"
 
 #include <QAction>
@@ -130,8 +131,7 @@ void BinderView::connectMenus(QAction& newNote, QAction& newFolder)
     connect(m_menus, &BinderMenus::newNoteRequested, &newNote, &QAction::trigger);
     connect(m_menus, &BinderMenus::newFolderRequested, &newFolder, &QAction::trigger);
     connect(m_menus, &BinderMenus::renameRequested, m_tree, &BinderTreeView::renameCurrent);
-    connect(m_menus, &BinderMenus::iconsAndTitlesRequested, this,
-            &BinderView::iconsAndTitlesRequested);
+    connect(m_menus, &BinderMenus::iconsAndTitlesRequested, this, &BinderView::showIconsAndTitles);
     connect(m_tree, &BinderTreeView::menuRequested, this, &BinderView::showMenu);
     connect(m_tree, &BinderTreeView::removalRequested, this, [this] {
         if (const auto row = m_appState.selectedBinderRowID())
@@ -143,6 +143,17 @@ void BinderView::connectMenus(QAction& newNote, QAction& newFolder)
                                    double y) { return resolve(dragged, target, y); });
     m_tree->setTagColor(
         [this](const QString& tag) { return tagColor(m_appState.tagSettings(), tag).toQColor(); });
+}
+
+void BinderView::showIconsAndTitles()
+{
+    const auto row = m_appState.selectedBinderRowID();
+    if (!row)
+        return;
+    const bool isNote = row->kind == BinderRowID::Kind::Note;
+    IconsAndTitlesWindow::open(
+        {isNote ? TitledItem::Kind::Note : TitledItem::Kind::Folder, row->id}, m_appState, look(),
+        window());
 }
 
 std::optional<BinderMove> BinderView::resolve(const BinderRowID& dragged,

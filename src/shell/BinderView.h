@@ -31,7 +31,6 @@ public:
 signals:
     /// The person goes on to the text of the selected note.
     void noteActivated();
-    void iconsAndTitlesRequested();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -44,6 +43,7 @@ private:
                                                   void (BinderMenus::*fill)(QMenu&));
     void connectTree();
     void connectMenus(QAction& newNote, QAction& newFolder);
+    void showIconsAndTitles();
     void showMenu(const std::optional<BinderRowID>& row, const QPoint& globalPosition);
     [[nodiscard]] std::optional<BinderMove>
     resolve(const BinderRowID& dragged, const std::optional<BinderRowID>& target, double y) const;

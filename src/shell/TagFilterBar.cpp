@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/TagFilterBar.h"
 
+#include "core/TagColorPalette.h"
+#include "shell/inspector/TagChip.h"
+
 #include <QHBoxLayout>
-#include <QToolButton>
 
 namespace orvane {
 
@@ -28,20 +30,17 @@ void TagFilterBar::refresh()
     QStringList tags = m_appState.activeTagFilter().values();
     tags.sort(Qt::CaseInsensitive);
     for (const QString& tag : std::as_const(tags)) {
-        auto* chip = new QToolButton(this);
-        chip->setText(tag);
-        chip->setIcon(look().icon(Symbol::Clear));
-        chip->setIconSize({12, 12});
-        chip->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-        chip->setLayoutDirection(layoutDirection() == Qt::LeftToRight ? Qt::RightToLeft
-                                                                      : Qt::LeftToRight);
+        auto* chip =
+            new TagChip(tag, tagColor(m_appState.tagSettings(), tag).toQColor(), look(), this);
         chip->setMaximumWidth(140);
-        chip->setFixedHeight(24);
-        chip->setFocusPolicy(Qt::TabFocus);
         chip->setToolTip(tr("Stop filtering for “%1”").arg(tag));
         chip->setAccessibleName(chip->toolTip());
-        connect(chip, &QToolButton::clicked, this,
-                [this, tag] { m_appState.toggleTagFilter(tag); });
+        chip->setAccessibleDescription({});
+        const auto stop = [this, tag] {
+            m_appState.toggleTagFilter(tag);
+        };
+        connect(chip, &TagChip::menuRequested, this, stop);
+        connect(chip, &TagChip::removalRequested, this, stop);
         m_row->addWidget(chip);
     }
     m_row->addStretch();
