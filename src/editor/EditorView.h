@@ -205,6 +205,7 @@ private:
     bool insertFrom(const QMimeData& data, const QString& actionName, TextFormatting formatting);
     void pasteFrom(const QMimeData* data, TextFormatting formatting);
     void publishPrimarySelection();
+    [[nodiscard]] std::unique_ptr<QMimeData> selectedMime() const;
     void setPointerHidden(bool hidden);
     void setDropCaret(std::optional<CaretPlace> place);
 

@@ -287,8 +287,7 @@ void EditorView::copy()
 {
     if (selection().isEmpty())
         return;
-    QGuiApplication::clipboard()->setMimeData(
-        textMime::encode(store().attributedText(selection().range()), m_formatting).release());
+    QGuiApplication::clipboard()->setMimeData(selectedMime().release());
 }
 
 void EditorView::cut()
@@ -349,9 +348,21 @@ void EditorView::publishPrimarySelection()
     QClipboard* clipboard = QGuiApplication::clipboard();
     if (!clipboard->supportsSelection() || selection().isEmpty())
         return;
-    clipboard->setMimeData(
-        textMime::encode(store().attributedText(selection().range()), m_formatting).release(),
-        QClipboard::Selection);
+    clipboard->setMimeData(selectedMime().release(), QClipboard::Selection);
+}
+
+std::unique_ptr<QMimeData> EditorView::selectedMime() const
+{
+    // With a large selection every further step of it would copy all of it.
+    constexpr qsizetype copiedAtOnce = 20'000;
+    const TextRange range = selection().range();
+    if (range.length <= copiedAtOnce)
+        return textMime::encode(store().attributedText(range), m_formatting);
+    return textMime::encodeLater(
+        [range, snapshot = store().snapshot()] {
+            return snapshot.toAttributedString().sliced(range);
+        },
+        m_formatting);
 }
 
 // Mouse

@@ -249,13 +249,14 @@ void MouseSelection::startDrag()
 void MouseSelection::pastePrimary(QPointF point)
 {
     const QClipboard* clipboard = QGuiApplication::clipboard();
-    if (!clipboard->supportsSelection() || !m_view.isEditable())
+    const QMimeData* data =
+        clipboard->supportsSelection() ? clipboard->mimeData(QClipboard::Selection) : nullptr;
+    if (!data || !m_view.isEditable())
         return;
     CaretSide side = CaretSide::lowerLine;
     const qsizetype position = m_view.positionAt(point, &side);
     const auto content =
-        textMime::decode(*clipboard->mimeData(QClipboard::Selection), m_view.formatting(),
-                         m_view.gateway().typingStyleAt(position));
+        textMime::decode(*data, m_view.formatting(), m_view.gateway().typingStyleAt(position));
     if (!content)
         return;
     m_view.setSelection(TextSelection::caret(position), side);

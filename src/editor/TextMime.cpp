@@ -40,7 +40,7 @@ QString asPlainText(const AttributedString& text)
 
 class TextMimeData : public QMimeData {
 public:
-    TextMimeData(AttributedString text, TextFormatting formatting)
+    TextMimeData(std::function<AttributedString()> text, TextFormatting formatting)
         : m_text(std::move(text))
         , m_formatting(formatting)
     {}
@@ -63,17 +63,18 @@ protected:
     {
         if (!hasFormat(type))
             return {};
+        const AttributedString text = m_text();
         if (type == archiveType())
-            return TextArchive::encode(m_text);
+            return TextArchive::encode(text);
         if (rtfTypes().contains(type))
-            return OrvaneWorkspaceRTF::data(m_text).value_or(QByteArray());
+            return OrvaneWorkspaceRTF::data(text).value_or(QByteArray());
         if (type == htmlType())
-            return QString::fromUtf8(writeHtml(m_text));
-        return asPlainText(m_text);
+            return QString::fromUtf8(writeHtml(text));
+        return asPlainText(text);
     }
 
 private:
-    AttributedString m_text;
+    std::function<AttributedString()> m_text;
     TextFormatting m_formatting;
 };
 
@@ -108,7 +109,13 @@ QString archiveType()
 
 std::unique_ptr<QMimeData> encode(const AttributedString& text, TextFormatting formatting)
 {
-    return std::make_unique<TextMimeData>(text, formatting);
+    return encodeLater([text] { return text; }, formatting);
+}
+
+std::unique_ptr<QMimeData> encodeLater(std::function<AttributedString()> text,
+                                       TextFormatting formatting)
+{
+    return std::make_unique<TextMimeData>(std::move(text), formatting);
 }
 
 bool canDecode(const QMimeData& data, TextFormatting formatting)

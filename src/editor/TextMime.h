@@ -5,6 +5,7 @@
 
 #include <QMimeData>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -20,9 +21,12 @@ namespace textMime {
 /// The type of our own form, the archive of a rich note.
 [[nodiscard]] QString archiveType();
 
-/// Each form is made when someone asks for it, so copying a long text costs nothing.
+/// Each form is made when someone asks for it, so copying a long text costs little.
 [[nodiscard]] std::unique_ptr<QMimeData> encode(const AttributedString& text,
                                                 TextFormatting formatting);
+/// The same for the text that `text()` gives, which is called when a form is asked for.
+[[nodiscard]] std::unique_ptr<QMimeData> encodeLater(std::function<AttributedString()> text,
+                                                     TextFormatting formatting);
 
 [[nodiscard]] bool canDecode(const QMimeData& data, TextFormatting formatting);
 /// The text of the richest form that can be read; characters that bring no attributes of their own
