@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "ShellBench.h"
+#include "appearance/AppearanceTokens.h"
 #include "appearance/Look.h"
 #include "shell/BinderModel.h"
 #include "shell/BinderTreeView.h"
