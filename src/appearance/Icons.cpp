@@ -43,6 +43,10 @@ Drawing drawingOf(Symbol symbol)
         return {"actions"_L1, "go-next"_L1};
     case Symbol::Help:
         return {"actions"_L1, "games-hint"_L1};
+    case Symbol::LeftPane:
+        return {"actions"_L1, "sidebar-collapse-left"_L1};
+    case Symbol::Menu:
+        return {"actions"_L1, "application-menu"_L1};
     case Symbol::NewFolder:
         return {"actions"_L1, "folder-new"_L1};
     case Symbol::NewNote:
@@ -63,6 +67,10 @@ Drawing drawingOf(Symbol symbol)
         return {"actions"_L1, "tools-wizard"_L1};
     case Symbol::Rename:
         return {"actions"_L1, "edit-rename"_L1};
+    case Symbol::RightPane:
+        return {"actions"_L1, "sidebar-collapse-right"_L1};
+    case Symbol::RunCommand:
+        return {"actions"_L1, "system-run"_L1};
     case Symbol::Search:
         return {"actions"_L1, "search"_L1};
     case Symbol::Sort:

@@ -5,6 +5,7 @@
 
 #include <QAction>
 #include <QHBoxLayout>
+#include <QMenu>
 #include <QPainter>
 #include <QToolButton>
 
@@ -56,7 +57,8 @@ private:
 
 } // namespace
 
-MainToolbar::MainToolbar(AppState& appState, const Actions& actions, Look& look, QWidget* parent)
+MainToolbar::MainToolbar(AppState& appState, const Actions& actions, QMenu& menu, Look& look,
+                         QWidget* parent)
     : SurfacePanel(look, Surface::Toolbar, parent)
     , m_appState(appState)
     , m_project(new ElidedLabel(this))
@@ -80,11 +82,14 @@ MainToolbar::MainToolbar(AppState& appState, const Actions& actions, Look& look,
     addButton(*row, actions.newNote);
     addButton(*row, actions.newFolder);
     row->addStretch(1);
+    addButton(*row, actions.toggleBinder);
+    addButton(*row, actions.toggleInspector);
+    addMenuButton(*row, menu);
     connect(&appState, &AppState::currentProjectChanged, this, &MainToolbar::showProject);
     showProject();
 }
 
-void MainToolbar::addButton(QHBoxLayout& row, QAction* action)
+QToolButton* MainToolbar::addButton(QHBoxLayout& row, QAction* action)
 {
     auto* button = new QToolButton(this);
     button->setDefaultAction(action);
@@ -93,6 +98,23 @@ void MainToolbar::addButton(QHBoxLayout& row, QAction* action)
     button->setAccessibleName(action->text());
     button->setFocusPolicy(Qt::TabFocus);
     row.addWidget(button);
+    return button;
+}
+
+void MainToolbar::addMenuButton(QHBoxLayout& row, QMenu& menu)
+{
+    auto* action = new QAction(look().icon(Symbol::Menu), tr("Menu"), this);
+    action->setToolTip(tr("Menu") + QStringLiteral("  F10"));
+    m_menu = &menu;
+    m_menuButton = addButton(row, action);
+    connect(action, &QAction::triggered, this, &MainToolbar::openMenu);
+}
+
+void MainToolbar::openMenu()
+{
+    const QPoint corner = m_menuButton->mapToGlobal(m_menuButton->rect().bottomRight());
+    m_menu->popup(corner + QPoint(1 - m_menu->sizeHint().width(), 5));
+    m_menuButton->setDown(false);
 }
 
 void MainToolbar::addSeparator(QHBoxLayout& row)

@@ -7,6 +7,8 @@
 class QAction;
 class QHBoxLayout;
 class QLabel;
+class QMenu;
+class QToolButton;
 
 namespace orvane {
 
@@ -20,20 +22,29 @@ public:
         QAction* forward;
         QAction* newNote;
         QAction* newFolder;
+        QAction* toggleBinder;
+        QAction* toggleInspector;
     };
 
-    MainToolbar(AppState& appState, const Actions& actions, Look& look, QWidget* parent = nullptr);
+    /// `menu` opens at the button at the end.
+    MainToolbar(AppState& appState, const Actions& actions, QMenu& menu, Look& look,
+                QWidget* parent = nullptr);
+
+    void openMenu();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void addButton(QHBoxLayout& row, QAction* action);
+    QToolButton* addButton(QHBoxLayout& row, QAction* action);
+    void addMenuButton(QHBoxLayout& row, QMenu& menu);
     void addSeparator(QHBoxLayout& row);
     void showProject();
 
     AppState& m_appState;
     QLabel* m_project;
+    QToolButton* m_menuButton = nullptr;
+    QMenu* m_menu = nullptr;
 };
 
 } // namespace orvane

@@ -9,20 +9,20 @@
 #include "shell/NameSheet.h"
 #include "shell/ProjectActions.h"
 #include "shell/ProjectsBrowserView.h"
+#include "shell/commands/AppMenus.h"
+#include "shell/commands/CommandPalette.h"
+#include "shell/layout/OrvaneWorkspaceSplitViewController.h"
+#include "shell/layout/PaneLayoutSettings.h"
+#include "shell/layout/SplitDivider.h"
 #include "shell/shortcuts/ShortcutCenter.h"
 
 #include <QAction>
 #include <QCloseEvent>
-#include <QSplitter>
+#include <QMenu>
+#include <QShortcut>
 #include <QStackedLayout>
 
 namespace orvane {
-
-namespace {
-
-constexpr int sidePaneWidth = 288;
-
-} // namespace
 
 MainWindow::MainWindow(AppState& appState, ShortcutCenter& shortcuts, Look& look)
     : m_appState(appState)
@@ -30,6 +30,7 @@ MainWindow::MainWindow(AppState& appState, ShortcutCenter& shortcuts, Look& look
     , m_look(look)
     , m_sheets(new SheetHost(look, this))
     , m_projectActions(new ProjectActions(appState, look, *m_sheets, this))
+    , m_commands(appState.services(), shortcuts, [this] { return commandContext(); })
     , m_browser(new ProjectsBrowserView(appState, *m_projectActions, look, this))
     , m_stack(new QStackedLayout(this))
 {
@@ -37,6 +38,7 @@ MainWindow::MainWindow(AppState& appState, ShortcutCenter& shortcuts, Look& look
     resize(1440, 900);
     setMinimumSize(960, 600);
     makeActions();
+    makeDirectCommands();
     m_stack->addWidget(m_browser);
     m_stack->addWidget(makeWorkspace());
     m_sheets->raise();
@@ -72,6 +74,12 @@ void MainWindow::makeActions()
                                                               ShortcutAction::newNote);
     m_actions.newFolder = makeAction<AppCommandEvents::newFolder>(
         Symbol::NewFolder, tr("New Folder"), ShortcutAction::newFolder);
+    m_actions.toggleBinder = makeAction<AppCommandEvents::toggleBinder>(
+        Symbol::LeftPane, tr("Toggle Left Pane"), ShortcutAction::toggleBinder);
+    m_actions.toggleInspector = makeAction<AppCommandEvents::toggleInspector>(
+        Symbol::RightPane, tr("Toggle Right Pane"), ShortcutAction::toggleInspector);
+    m_actions.toggleBinder->setCheckable(true);
+    m_actions.toggleInspector->setCheckable(true);
     m_guide = new QAction(m_look.icon(Symbol::Help), tr("Guide"), this);
     m_guide->setShortcut(QKeySequence(Qt::Key_F1));
     addAction(m_guide);
@@ -143,22 +151,107 @@ QWidget* MainWindow::makeWorkspace()
     auto* layout = new QVBoxLayout(workspace);
     layout->setContentsMargins({});
     layout->setSpacing(0);
-    layout->addWidget(new MainToolbar(m_appState, m_actions, m_look, workspace));
-    auto* panes = new QSplitter(Qt::Horizontal, workspace);
-    panes->setChildrenCollapsible(false);
-    panes->setHandleWidth(1);
-    m_binder = new BinderView(m_appState, *m_actions.newNote, *m_actions.newFolder, m_look, panes);
-    m_editor = new EditorPaneView(m_appState, m_look, panes);
-    m_inspector = new InspectorView(m_appState, *m_sheets, m_look, panes);
-    m_editor->setMinimumWidth(360);
-    panes->setStretchFactor(0, 0);
-    panes->setStretchFactor(1, 1);
-    panes->setStretchFactor(2, 0);
-    panes->setSizes({sidePaneWidth, width() - 2 * sidePaneWidth - 2, sidePaneWidth});
-    layout->addWidget(panes, 1);
+    m_toolbar = new MainToolbar(m_appState, m_actions, *makeApplicationMenu(m_commands, this),
+                                m_look, workspace);
+    layout->addWidget(m_toolbar);
+    layout->addWidget(makePanes(workspace), 1);
     connect(m_binder, &BinderView::noteActivated, m_editor, &EditorPaneView::focusText);
     connect(m_editor, &EditorPaneView::newNoteRequested, this, &MainWindow::newNote);
     return workspace;
+}
+
+QWidget* MainWindow::makePanes(QWidget* parent)
+{
+    using Pane = ThreePaneSplitView::Pane;
+    auto* panes = new ThreePaneSplitView(parent);
+    m_binder = new BinderView(m_appState, *m_actions.newNote, *m_actions.newFolder, m_look, panes);
+    m_editor = new EditorPaneView(m_appState, m_look, panes);
+    m_inspector = new InspectorView(m_appState, *m_sheets, m_look, panes);
+    panes->setPane(Pane::Binder, m_binder);
+    panes->setPane(Pane::Editor, m_editor);
+    panes->setPane(Pane::Inspector, m_inspector);
+    m_paneController =
+        new OrvaneWorkspaceSplitViewController(*panes, m_paneLayout, m_appState.services(), this);
+    const auto color = [this, panes] {
+        for (const SidePane pane : {SidePane::Binder, SidePane::Inspector})
+            panes->divider(pane)->setColors(m_look.tokens().border, m_look.tokens().accentIcon);
+    };
+    connect(&m_look, &Look::changed, panes, color);
+    color();
+    connect(&m_appState.services().defaults, &UserDefaults::changed, this,
+            &MainWindow::showPaneToggles);
+    showPaneToggles();
+    return panes;
+}
+
+void MainWindow::showPaneToggles()
+{
+    const SideVisibility visible =
+        PaneLayoutSettings::readVisibility(m_appState.services().defaults);
+    m_actions.toggleBinder->setChecked(visible.binder);
+    m_actions.toggleInspector->setChecked(visible.inspector);
+}
+
+CommandContext MainWindow::commandContext() const
+{
+    return {.showsProject = m_appState.rootPresentationMode() == RootPresentationMode::Editor &&
+                            !m_sheets->topSheet(),
+            .mayWrite = m_appState.canCreateOrEdit(),
+            .hasNote = m_appState.selectedNoteID().has_value(),
+            .canGoBack = m_appState.canNavigateMainEditorBack(),
+            .canGoForward = m_appState.canNavigateMainEditorForward()};
+}
+
+void MainWindow::addKey(const QKeySequence& keys, std::function<void()> act)
+{
+    auto* shortcut = new QShortcut(keys, this);
+    connect(shortcut, &QShortcut::activated, this, [this, act = std::move(act)] {
+        if (!m_sheets->topSheet())
+            act();
+    });
+}
+
+void MainWindow::makeDirectCommands()
+{
+    const auto toggleFullScreen = [this] {
+        setWindowState(windowState() ^ Qt::WindowFullScreen);
+    };
+    m_commands.setDirect(DirectCommand::CommandPalette, [this] { openCommandPalette(); });
+    m_commands.setDirect(DirectCommand::CloseWindow, [this] { close(); });
+    m_commands.setDirect(DirectCommand::Quit, [this] { close(); });
+    m_commands.setDirect(DirectCommand::Minimize, [this] { showMinimized(); });
+    m_commands.setDirect(DirectCommand::FullScreen, toggleFullScreen);
+    m_commands.setDirect(DirectCommand::Guide, [this] { m_projectActions->showGuide(); });
+    m_commands.setDirect(DirectCommand::About, [this] { showAbout(); });
+    addKey(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P), [this] { openCommandPalette(); });
+    addKey(QKeySequence(Qt::CTRL | Qt::Key_Q), [this] { close(); });
+    addKey(QKeySequence(Qt::Key_F11), toggleFullScreen);
+    addKey(QKeySequence(Qt::Key_F10), [this] {
+        if (m_toolbar->isVisible())
+            m_toolbar->openMenu();
+    });
+    addKey(QKeySequence(Qt::CTRL | Qt::Key_Comma), [this] {
+        m_appState.services().notifications.post(AppCommandEvents::openSettingsWindow);
+    });
+}
+
+void MainWindow::openCommandPalette()
+{
+    if (!m_sheets->topSheet())
+        m_sheets->present(new CommandPalette(m_appState, m_commands, m_look));
+}
+
+void MainWindow::showAbout()
+{
+    m_appState.services().questions.ask(
+        {.title = QStringLiteral("OrvaneWorkspace"),
+         .text = tr("Version %1\n\nA writing workspace that keeps its projects on your own disk.")
+                     .arg(QStringLiteral(ORVANE_VERSION)),
+         .buttons = {tr("Close")},
+         .defaultButton = 0,
+         .suppression = {},
+         .choices = {},
+         .tone = {}});
 }
 
 void MainWindow::connectAppState()
@@ -203,6 +296,8 @@ void MainWindow::updateActions()
     m_actions.forward->setEnabled(editing && m_appState.canNavigateMainEditorForward());
     m_actions.newNote->setEnabled(editing && !m_appState.isReadOnly());
     m_actions.newFolder->setEnabled(editing && !m_appState.isReadOnly());
+    m_actions.toggleBinder->setEnabled(editing);
+    m_actions.toggleInspector->setEnabled(editing);
 }
 
 void MainWindow::toggleBrowser()

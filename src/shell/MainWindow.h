@@ -4,6 +4,8 @@
 #include "core/AppState.h"
 #include "shell/MainToolbar.h"
 #include "shell/SheetHost.h"
+#include "shell/commands/CommandCenter.h"
+#include "shell/layout/SplitPaneLayoutModel.h"
 #include "shell/shortcuts/ShortcutAction.h"
 
 #include <QWidget>
@@ -15,6 +17,7 @@ namespace orvane {
 class BinderView;
 class EditorPaneView;
 class InspectorView;
+class OrvaneWorkspaceSplitViewController;
 class ProjectActions;
 class ProjectsBrowserView;
 class ShortcutCenter;
@@ -28,6 +31,8 @@ public:
 
     [[nodiscard]] SheetHost& sheets() { return *m_sheets; }
     [[nodiscard]] EditorPaneView& editorPane() { return *m_editor; }
+    [[nodiscard]] CommandCenter& commands() { return m_commands; }
+    void openCommandPalette();
     /// Writes what is being edited now.
     void flushDrafts();
 
@@ -42,6 +47,12 @@ protected:
 private:
     void makeActions();
     void observeCommands();
+    void makeDirectCommands();
+    void addKey(const QKeySequence& keys, std::function<void()> act);
+    [[nodiscard]] CommandContext commandContext() const;
+    [[nodiscard]] QWidget* makePanes(QWidget* parent);
+    void showPaneToggles();
+    void showAbout();
     void showKeys();
     [[nodiscard]] QWidget* makeWorkspace();
     void connectAppState();
@@ -71,6 +82,10 @@ private:
     SheetHost* m_sheets;
     ProjectActions* m_projectActions;
     MainToolbar::Actions m_actions{};
+    CommandCenter m_commands;
+    SplitPaneLayoutModel m_paneLayout;
+    OrvaneWorkspaceSplitViewController* m_paneController = nullptr;
+    MainToolbar* m_toolbar = nullptr;
     QAction* m_guide = nullptr;
     std::vector<KeyedAction> m_keyedActions;
     std::vector<NotificationCenter::Observation> m_observations;

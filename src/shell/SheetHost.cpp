@@ -13,6 +13,8 @@ namespace orvane {
 
 namespace {
 
+constexpr int topPlacement = 96;
+
 QList<QWidget*> tabStops(QWidget* sheet)
 {
     QList<QWidget*> stops;
@@ -141,7 +143,10 @@ void SheetHost::layOut()
         if (sheet->hasHeightForWidth())
             size.setHeight(sheet->heightForWidth(size.width()));
         sheet->resize(size.boundedTo(room));
-        sheet->move((width() - sheet->width()) / 2, (height() - sheet->height()) / 2);
+        const int top = sheet->placement() == Sheet::Placement::Top
+                            ? std::min(topPlacement, (height() - sheet->height()) / 2)
+                            : (height() - sheet->height()) / 2;
+        sheet->move((width() - sheet->width()) / 2, top);
     }
     update();
 }
@@ -165,6 +170,8 @@ void SheetHost::paintEvent(QPaintEvent*)
 void SheetHost::mousePressEvent(QMouseEvent* event)
 {
     event->accept();
+    if (topSheet() && topSheet()->placement() == Sheet::Placement::Top)
+        topSheet()->dismiss();
 }
 
 } // namespace orvane

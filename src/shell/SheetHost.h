@@ -23,6 +23,9 @@ public:
     /// What Escape does: takes the answer that leaves things alone, or nothing where the sheet
     /// must be answered.
     virtual void dismiss() { close(); }
+    /// A sheet at the top is a tool of the moment: a press beside it dismisses it.
+    enum class Placement { Middle, Top };
+    [[nodiscard]] virtual Placement placement() const { return Placement::Middle; }
 
 signals:
     /// It has been answered and is gone from the screen.

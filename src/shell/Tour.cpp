@@ -70,6 +70,7 @@ private:
     void makeProjects();
     void buildNovel();
     void looks();
+    void commandPalette();
     void browse();
     void quitAndComeBack();
     void checkEveryWord();
@@ -262,6 +263,7 @@ void Tour::buildNovel()
     press(u"Cancel"_s);
     selectRow(u"2. The harbour ledger"_s);
     picture(u"main"_s);
+    commandPalette();
     press(u"Back"_s);
     expect(visible<QLineEdit>() != nullptr, u"the editor shows a note"_s);
     press(u"Forward"_s);
@@ -368,6 +370,19 @@ void Tour::checkEveryWord()
     }
     selectRow(u"2. The harbour ledger"_s);
     picture(u"second-start-note"_s);
+}
+
+void Tour::commandPalette()
+{
+    m_hand->press(Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
+    m_hand->type(u"r pa"_s);
+    picture(u"command-palette"_s);
+    m_hand->press(Qt::Key_A, Qt::ControlModifier);
+    m_hand->type(u"harb"_s);
+    m_hand->press(Qt::Key_Return);
+    const auto selected = m_app->appState().selectedNoteID();
+    const NoteRecord* note = selected ? m_app->appState().note(*selected) : nullptr;
+    expect(note && note->title.contains(u"harbour"_s), u"the palette opens a note"_s);
 }
 
 void Tour::narrowWindow()

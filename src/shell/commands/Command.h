@@ -28,12 +28,11 @@ enum class DirectCommand {
     CloseWindow,
     Minimize,
     FullScreen,
-    Settings,
     Quit,
     Guide,
     About,
 };
-inline constexpr int directCommandCount = 15;
+inline constexpr int directCommandCount = 14;
 
 /// What must be there for a command to act.
 enum class CommandNeed {

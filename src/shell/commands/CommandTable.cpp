@@ -57,11 +57,17 @@ Command actsOnText(const char* id, const char* title, Do direct, const char* fix
     return acts(id, title, direct, fixedKey, PaletteListing::Unlisted);
 }
 
-/// "Close Window" and "Settings" act directly and still have keys of a person's choice.
-Command actsByAction(Key action, Do direct)
+Command closesWindow()
 {
-    Command command = ofAction(action, Need::Nothing);
-    command.direct = direct;
+    Command command = ofAction(Key::closeWindow, Need::Nothing);
+    command.direct = Do::CloseWindow;
+    return command;
+}
+
+Command opensSettings()
+{
+    Command command = ofAction(Key::settings, Need::Nothing);
+    command.notification = postable<App::openSettingsWindow>();
     return command;
 }
 
@@ -122,10 +128,7 @@ std::vector<CommandSection> fileSections()
         {File,
          nullptr,
          {ofAction(Key::shareNote, Need::Note), ofAction(Key::printDocument, Need::Note)}},
-        {File,
-         nullptr,
-         {actsByAction(Key::closeWindow, Do::CloseWindow),
-          acts("quit", TITLE("Quit"), Do::Quit, "Ctrl+Q")}},
+        {File, nullptr, {closesWindow(), acts("quit", TITLE("Quit"), Do::Quit, "Ctrl+Q")}},
     };
 }
 
@@ -147,7 +150,7 @@ std::vector<CommandSection> editSections()
          {ofAction(Key::findInNote, Need::Note), ofAction(Key::findInBinder, Need::Project),
           ofAction(Key::projectSearch, Need::Project)}},
         {Edit, nullptr, {ofAction(Key::openOrvaneClipboard, Need::Nothing)}},
-        {Edit, nullptr, {actsByAction(Key::settings, Do::Settings)}},
+        {Edit, nullptr, {opensSettings()}},
     };
 }
 

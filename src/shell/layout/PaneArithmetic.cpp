@@ -61,6 +61,11 @@ SideWidths onWholePixels(const SideWidths& widths, double available)
     return whole;
 }
 
+double legible(double width, bool locked)
+{
+    return width < sideLegible && !locked ? 0 : width;
+}
+
 SideWidths fitted(const SplitLayout& layout, const SideWidths& wanted)
 {
     const double available = layout.available();
@@ -143,9 +148,11 @@ PaneWidths SplitLayout::widths() const
     const SideWidths sides = onWholePixels(fitted(*this, wanted), available());
     const double room = std::max(total - dividers(), 0.0);
     PaneWidths widths;
-    widths.binder = std::min(sides.binder, room);
-    widths.inspector = std::min(sides.inspector, room - widths.binder);
-    widths.editor = room - widths.binder - widths.inspector;
+    widths.binder = legible(std::min(sides.binder, room), locks.binder);
+    widths.inspector = legible(std::min(sides.inspector, room - widths.binder), locks.inspector);
+    const int lines = int(widths.binder > 0) + int(widths.inspector > 0);
+    widths.editor =
+        std::max(total - lines * dividerThickness - widths.binder - widths.inspector, 0.0);
     return widths;
 }
 
@@ -174,7 +181,9 @@ SideWidths SplitLayout::resized(SidePane pane, double width) const
         newOwn = std::clamp(width, sideMinimum, own + other - sideMinimum);
         newOther = own + other - newOwn;
     } else {
-        const double widest = std::max(available() - other, sideMinimum);
+        const bool otherIsSqueezed = other < sideMinimum && visible.binder && visible.inspector;
+        const double limit = otherIsSqueezed ? sideMaximum : maximumThickness;
+        const double widest = std::max(std::min(available() - other, limit), sideMinimum);
         newOwn = std::clamp(width, sideMinimum, widest);
     }
     return isBinder ? SideWidths{newOwn, newOther} : SideWidths{newOther, newOwn};

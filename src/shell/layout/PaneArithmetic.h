@@ -12,6 +12,7 @@ inline constexpr double sideMinimum = 220; ///< narrower is never remembered nor
 inline constexpr double sideMaximum = 320; ///< a remembered width is restored up to this
 inline constexpr double sideDefault = 288; ///< where nothing usable is remembered
 inline constexpr double unknownLimit = 2;  ///< at or below, a remembered width counts as none
+inline constexpr double sideLegible = 120; ///< a narrower remainder is left to the editor
 inline constexpr double bothSidesFloor = 2 * sideMinimum;
 inline constexpr double editorMinimumLow = 480;
 inline constexpr double editorMinimumHigh = 920;
@@ -78,8 +79,8 @@ struct SideLimits {
 /// width only.
 [[nodiscard]] SideLimits sideLimits(bool visible, bool locked, double width, double remembered);
 
-/// Everything that decides where the panes stand. The panes and the dividers of visible side panes
-/// always add up to `total`.
+/// Everything that decides where the panes stand. The panes and the dividers of the side panes that
+/// have a width always add up to `total`.
 struct SplitLayout {
     double total = 0;
     double editorMinimum = PaneMetrics::editorPageWidthDefault;
@@ -94,8 +95,8 @@ struct SplitLayout {
 
     /// The widths for this window, whole pixels: the editor takes up any change first; when it has
     /// reached its minimum, what exceeds the side panes' maximum is given back, then they are
-    /// balanced. A locked side pane keeps its width, if need be at the cost of the editor's
-    /// minimum.
+    /// balanced; a remainder too narrow to read anything in goes to the editor. A locked side pane
+    /// keeps its width, if need be at the cost of the editor's minimum.
     [[nodiscard]] PaneWidths widths() const;
 
     /// The preferred widths after a person asks for `width` for one side pane, by its divider. The

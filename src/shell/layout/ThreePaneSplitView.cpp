@@ -160,10 +160,10 @@ void ThreePaneSplitView::placeSettled()
 
 void ThreePaneSplitView::place(const PaneWidths& widths, const SideWidths& contentWidths)
 {
-    const bool showsBinder = m_layout.visible.binder || widths.binder >= 1;
-    const bool showsInspector = m_layout.visible.inspector || widths.inspector >= 1;
     const int binder = int(std::round(widths.binder));
     const int inspector = int(std::round(widths.inspector));
+    const bool showsBinder = binder > 0;
+    const bool showsInspector = inspector > 0;
     const int editorLeft = binder + int(showsBinder);
     const int inspectorLeft = width() - inspector;
     const int editorWidth = std::max(inspectorLeft - int(showsInspector) - editorLeft, 0);
