@@ -9,6 +9,7 @@
 #include "shell/NameSheet.h"
 #include "shell/ProjectActions.h"
 #include "shell/ProjectsBrowserView.h"
+#include "shell/WorkspaceStateKeeper.h"
 #include "shell/commands/AppMenus.h"
 #include "shell/commands/CommandPalette.h"
 #include "shell/layout/OrvaneWorkspaceSplitViewController.h"
@@ -43,6 +44,7 @@ MainWindow::MainWindow(AppState& appState, ShortcutCenter& shortcuts, Look& look
     m_stack->addWidget(makeWorkspace());
     m_sheets->raise();
     connectAppState();
+    new WorkspaceStateKeeper(appState, m_paneLayout, look, this);
     observeCommands();
     showMode();
     showTitle();

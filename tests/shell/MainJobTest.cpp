@@ -216,5 +216,30 @@ TEST_F(MainJobTest, TheBinderByKeyboardAndFilter)
     EXPECT_TRUE(find<EditorView>()->hasFocus());
 }
 
+TEST_F(MainJobTest, EachProjectKeepsItsSelectionAndItsPanes)
+{
+    dismissWelcome();
+    start();
+    makeProject(u"One"_s);
+    const QUuid folder = *state().createFolder(u"Folder"_s);
+    const QUuid note = *state().createNote(u"Note"_s, {});
+    state().createNote(u"Other"_s, {});
+    state().selectNote(note);
+    const QUuid one = state().currentProject()->id;
+    const QUuid two = *state().createProject(u"Two"_s, {});
+    EXPECT_FALSE(state().selectedNoteID());
+    state().openProject(one, true);
+    EXPECT_EQ(state().selectedNoteID(), note);
+    EXPECT_TRUE(state().order().expandedFolderIDs.contains(folder));
+    state().selectFolder(folder);
+    quit();
+    start();
+    state().openProject(one, true);
+    EXPECT_FALSE(state().selectedNoteID());
+    EXPECT_EQ(state().selectedFolderID(), folder);
+    state().openProject(two, true);
+    EXPECT_FALSE(state().selectedBinderRowID());
+}
+
 } // namespace
 } // namespace orvane

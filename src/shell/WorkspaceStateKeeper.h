@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "appearance/Look.h"
+#include "core/AppState.h"
+#include "core/ProjectWorkspaceState.h"
+#include "shell/layout/SplitPaneLayoutModel.h"
+
+#include <QObject>
+
+namespace orvane {
+
+/// Keeps, for each project, what was selected and how wide the panes were: reads it when a project
+/// opens and writes it a moment after each change, and before the project closes or the program
+/// ends. A file that can't be written loses the last change only. Lives beside the main window.
+class WorkspaceStateKeeper : public QObject {
+    Q_OBJECT
+public:
+    WorkspaceStateKeeper(AppState& appState, SplitPaneLayoutModel& layout, const Look& look,
+                         QObject* parent = nullptr);
+    ~WorkspaceStateKeeper() override;
+
+private:
+    void projectOpened();
+    void schedule();
+    void save();
+    void finish();
+    [[nodiscard]] ProjectWorkspaceState captured() const;
+
+    AppState& m_appState;
+    SplitPaneLayoutModel& m_layout;
+    const Look& m_look;
+    /// Empty while no project is followed.
+    QString m_projectRootPath;
+    ProjectWorkspaceState m_state;
+    std::unique_ptr<Clock::Delay> m_pending;
+};
+
+} // namespace orvane
