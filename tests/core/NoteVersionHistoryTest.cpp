@@ -3,7 +3,9 @@
 #include "core/Records.h"
 #include "support/TestServices.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
+#include <QJsonObject>
 #include <gtest/gtest.h>
 
 namespace orvane {
@@ -78,6 +80,23 @@ TEST_F(NoteVersionHistory, ADamagedFileIsSetAsideAndABrokenDiskOnlyLosesTheVersi
     const QString blocked = test.folder.path() + u"/blocked"_s;
     ASSERT_TRUE(writeFileAtomically(blocked, "a file where the folder should be"));
     EXPECT_FALSE(store.appendSnapshot(note, blocked, {}, {3}));
+}
+
+TEST_F(NoteVersionHistory, AHistoryOfTenThousandEntriesIsReadAndTrimmedAtTheNextAppend)
+{
+    maxSnapshotsSetting.write(test.defaults, 10'000);
+    ASSERT_TRUE(append({0}));
+    const QByteArray one = *readFile(file);
+    QJsonArray entries;
+    const QJsonObject entry = QJsonDocument::fromJson(one).array().first().toObject();
+    for (int i = 0; i < 10'000; ++i)
+        entries.append(entry);
+    ASSERT_TRUE(writeFileAtomically(file, QJsonDocument(entries).toJson()));
+    EXPECT_EQ(times().size(), 10'000);
+    maxSnapshotsSetting.write(test.defaults, 50);
+    ASSERT_TRUE(append({7}));
+    EXPECT_EQ(times().size(), 50);
+    EXPECT_EQ(times().last(), 7);
 }
 
 TEST_F(NoteVersionHistory, SettingsOfZeroOrLessCountAsUnset)
