@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QFontDatabase>
+#include <QHash>
 #include <QRawFont>
 #include <QWidget>
 
@@ -76,6 +77,20 @@ QFont::Weight aStepLighter(QFont::Weight weight)
     }
 }
 
+QFont makeFont(TextStyle style, bool isThickened)
+{
+    const Measure measure = measureOf(style);
+    const bool isDisplay = measure.pixels >= smallestDisplaySize;
+    QFont font(
+        QStringList{isDisplay ? u"Inter Display"_s : u"Inter"_s, u"Inter"_s, desktopFamily()});
+    font.setPixelSize(measure.pixels);
+    font.setWeight(isThickened ? aStepLighter(measure.weight) : measure.weight);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    if (measure.tracking != 0)
+        font.setLetterSpacing(QFont::AbsoluteSpacing, measure.tracking);
+    return font;
+}
+
 } // namespace
 
 InkPolarity inkPolarity()
@@ -90,17 +105,12 @@ QFont interfaceFont(TextStyle style)
 
 QFont interfaceFont(TextStyle style, InkPolarity polarity)
 {
-    const Measure measure = measureOf(style);
-    const bool isDisplay = measure.pixels >= smallestDisplaySize;
-    QFont font(
-        QStringList{isDisplay ? u"Inter Display"_s : u"Inter"_s, u"Inter"_s, desktopFamily()});
-    font.setPixelSize(measure.pixels);
+    // Kept with what the toolkit has found out about each: rows ask for them while they are drawn.
+    static QHash<std::pair<int, bool>, QFont> fonts;
     const bool isThickened = polarity == InkPolarity::LightOnDark && interThickensStems();
-    font.setWeight(isThickened ? aStepLighter(measure.weight) : measure.weight);
-    font.setHintingPreference(QFont::PreferNoHinting);
-    if (measure.tracking != 0)
-        font.setLetterSpacing(QFont::AbsoluteSpacing, measure.tracking);
-    return font;
+    const std::pair key(int(style), isThickened);
+    const auto known = fonts.constFind(key);
+    return known != fonts.cend() ? *known : *fonts.insert(key, makeFont(style, isThickened));
 }
 
 void setTextStyle(QWidget* widget, TextStyle style)

@@ -136,9 +136,10 @@ void AppState::updateNote(const QUuid& id, const NoteContent& content)
     const auto* found = m_notes.find(id);
     if (!found)
         return;
-    NoteRecord previous = **found;
+    // Before the title was typed, where it was; a record is shared rather than copied.
+    Shared<NoteRecord> previous = *found;
     if (m_storedTitles.contains(id))
-        previous.title = m_storedTitles.take(id);
+        previous = previous.with([&](NoteRecord& note) { note.title = m_storedTitles.take(id); });
     const Shared<NoteRecord> current = found->with([&](NoteRecord& note) {
         if (note.title != content.title)
             note.titleRTF.reset();
@@ -151,7 +152,7 @@ void AppState::updateNote(const QUuid& id, const NoteContent& content)
         note.updatedAt = m_services.clock.now();
     });
     replaceNote(current);
-    captureVersionSnapshotIfNeeded(previous, *current);
+    captureVersionSnapshotIfNeeded(*previous, *current);
     persistNote(id);
 }
 
@@ -197,8 +198,8 @@ void AppState::persist()
 
 void AppState::persistNote(const QUuid& id)
 {
-    const auto* found = m_notes.find(id);
-    if (m_controller && found)
+    const auto* found = m_controller ? m_notes.find(id) : nullptr;
+    if (found)
         saved(m_controller->saveNote(*found),
               "OrvaneWorkspace single-note persistence error:", CountsAsChange::Yes);
 }
