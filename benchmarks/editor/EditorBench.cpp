@@ -174,25 +174,37 @@ struct LargeNotes {
     }
 };
 
+/// Types one key of words of six letters, as a person would; one endless word is nobody's text.
+template <typename View>
+double typeNext(View& view, int& typed)
+{
+    const bool isSpace = ++typed % 7 == 0;
+    return isSpace ? view.key(Qt::Key_Space, u" "_s) : view.key(Qt::Key_X, u"x"_s);
+}
+
 Measurement keyMillion(double rank, int rounds)
 {
     LargeNotes& notes = LargeNotes::shared();
     notes.ours.goToMiddle();
     notes.stock.goToMiddle();
+    int ours = 0;
+    int stock = 0;
     return interleave(
-        rounds, [&] { return notes.ours.key(Qt::Key_X, u"x"_s); },
-        [&] { return notes.stock.key(Qt::Key_X, u"x"_s); }, rank);
+        rounds, [&] { return typeNext(notes.ours, ours); },
+        [&] { return typeNext(notes.stock, stock); }, rank);
 }
 
 Measurement keyFlat()
 {
-    LargeNotes& notes = LargeNotes::shared();
-    notes.ours.goToMiddle();
+    // Both untouched: what other rows have typed would make the paragraph of one of them longer.
+    Ours large(sampleText(million));
+    large.goToMiddle();
     Ours small(sampleText(10'000));
     small.goToMiddle();
+    int inLarge = 0;
+    int inSmall = 0;
     return interleave(
-        150, [&] { return notes.ours.key(Qt::Key_X, u"x"_s); },
-        [&] { return small.key(Qt::Key_X, u"x"_s); });
+        150, [&] { return typeNext(large, inLarge); }, [&] { return typeNext(small, inSmall); });
 }
 
 Measurement returnKey()
