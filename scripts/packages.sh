@@ -12,8 +12,7 @@ RUN_PACKAGES=(
     fonts-inter fonts-sil-charis fonts-jetbrains-mono
 )
 # The word processor is the other side of the RTF tests; it installs in well under a minute.
-TEST_PACKAGES=(libgtest-dev clang-format xvfb dbus-daemon libreoffice-writer-nogui)
-BENCH_PACKAGES=(libbenchmark-dev)
+TEST_PACKAGES=(libgtest-dev clang-format dbus-daemon libreoffice-writer-nogui)
 LONG_PACKAGES=(clang-19 clang-tidy-19 libclang-rt-19-dev)
 
 # ensure_packages NAME… — installs those that are missing through apt, saying so first.
