@@ -8,6 +8,7 @@
 #include "text/BinderRTF.h"
 
 #include <QCoreApplication>
+#include <QThread>
 #include <gtest/gtest.h>
 
 #include <csignal>
@@ -104,6 +105,31 @@ TEST_F(AppStateTest, AProjectBehindAMarkerStaysClosed)
     ASSERT_TRUE(QFile::remove(PersistentStoreRecovery::markerPath(dataFolder())));
     app->openProject(project, false);
     EXPECT_TRUE(app->currentProject()); // the fresh store that took the old one's place
+}
+
+TEST_F(AppStateTest, DamageFoundWhileItIsOpenClosesTheProjectBehindTheAlert)
+{
+    const QUuid project = newProject();
+    newNote(u"One"_s);
+    app->closeDamagedProject(u"page 7 is damaged"_s);
+    EXPECT_FALSE(app->currentProject());
+    EXPECT_TRUE(app->notes().isEmpty());
+    EXPECT_EQ(app->rootPresentationMode(), RootPresentationMode::Projects);
+    ASSERT_TRUE(app->projectLoadProtectionAlert());
+    EXPECT_EQ(app->projectLoadProtectionAlert()->errorDescription, u"page 7 is damaged"_s);
+    const QString backup = app->projectLoadProtectionAlert()->backupPath;
+    EXPECT_TRUE(QFile::exists(backup + u"/OrvaneWorkspace.store"_s));
+    app->openProject(project, false);
+    EXPECT_FALSE(app->currentProject());
+
+    // A sound store goes through the check without a word.
+    newProject(u"Sound"_s);
+    app->checkStoreInBackground();
+    for (int i = 0; i < 50; ++i) {
+        QThread::msleep(10);
+        QCoreApplication::processEvents();
+    }
+    EXPECT_TRUE(app->currentProject());
 }
 
 TEST_F(AppStateTest, ASecondOpenerIsToldWhoHasTheProject)
