@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "appearance/IconChoices.h"
 
+#include "appearance/Icons.h"
 #include "appearance/ThemeDrawing.h"
 
 #include <QCoreApplication>
@@ -232,14 +233,7 @@ void drawStoredIcon(QPainter& painter, const QRectF& rect, const QString& stored
                     const QColor& color)
 {
     const double ratio = painter.device()->devicePixelRatioF();
-    QPixmap pixmap = storedIconPixmap(storedIcon, qRound(size * ratio), color);
-    pixmap.setDevicePixelRatio(ratio);
-    const auto snapped = [&](double value) {
-        return std::round(value * ratio) / ratio;
-    };
-    painter.drawPixmap(
-        QPointF(snapped(rect.center().x() - size / 2), snapped(rect.center().y() - size / 2)),
-        pixmap);
+    drawCentred(painter, rect, storedIconPixmap(storedIcon, qRound(size * ratio), color), size);
 }
 
 } // namespace orvane

@@ -12,6 +12,8 @@
 #include <QStandardPaths>
 #include <QSvgRenderer>
 
+#include <cmath>
+
 namespace orvane {
 
 using namespace Qt::StringLiterals;
@@ -146,6 +148,17 @@ QPixmap themeDrawingPixmap(const QString& category, const QString& name, int pix
     pixmap = QPixmap::fromImage(std::move(image));
     QPixmapCache::insert(key, pixmap);
     return pixmap;
+}
+
+void drawCentred(QPainter& painter, const QRectF& rect, QPixmap picture, double size)
+{
+    const double ratio = painter.device()->devicePixelRatioF();
+    picture.setDevicePixelRatio(ratio);
+    const auto snapped = [&](double value) {
+        return std::round(value * ratio) / ratio;
+    };
+    const QPointF corner = rect.center() - QPointF(size / 2, size / 2);
+    painter.drawPixmap(QPointF(snapped(corner.x()), snapped(corner.y())), picture);
 }
 
 } // namespace orvane

@@ -136,14 +136,7 @@ void Look::drawSymbol(QPainter& painter, const QRectF& rect, Symbol symbol, doub
                       const QColor& color)
 {
     const double ratio = painter.device()->devicePixelRatioF();
-    QPixmap pixmap = symbolPixmap(symbol, qRound(size * ratio), color);
-    pixmap.setDevicePixelRatio(ratio);
-    const auto snapped = [&](double value) {
-        return std::round(value * ratio) / ratio;
-    };
-    painter.drawPixmap(
-        QPointF(snapped(rect.center().x() - size / 2), snapped(rect.center().y() - size / 2)),
-        pixmap);
+    drawCentred(painter, rect, symbolPixmap(symbol, qRound(size * ratio), color), size);
 }
 
 void Look::wear()

@@ -47,15 +47,20 @@ void BinderMenus::addNewItems(QMenu& menu)
             this, &BinderMenus::newFolderRequested);
 }
 
-void BinderMenus::fillNoteMenu(QMenu& menu, const NoteRecord& note)
+void BinderMenus::addNaming(QMenu& menu)
 {
-    const QUuid id = note.id;
-    addNewItems(menu);
     menu.addSeparator();
     connect(menu.addAction(m_look.icon(Symbol::Rename), tr("Rename")), &QAction::triggered, this,
             &BinderMenus::renameRequested);
     connect(menu.addAction(tr("Icon and Title…")), &QAction::triggered, this,
             &BinderMenus::iconsAndTitlesRequested);
+}
+
+void BinderMenus::fillNoteMenu(QMenu& menu, const NoteRecord& note)
+{
+    const QUuid id = note.id;
+    addNewItems(menu);
+    addNaming(menu);
     connect(menu.addAction(m_look.icon(Symbol::Pin), note.isPinned ? tr("Unpin") : tr("Pin")),
             &QAction::triggered, this, [this, id] { m_appState.togglePinNote(id); });
     connect(menu.addAction(tr("Duplicate")), &QAction::triggered, this,
@@ -79,11 +84,7 @@ void BinderMenus::fillFolderMenu(QMenu& menu, const FolderRecord& folder)
 {
     const QUuid id = folder.id;
     addNewItems(menu);
-    menu.addSeparator();
-    connect(menu.addAction(m_look.icon(Symbol::Rename), tr("Rename")), &QAction::triggered, this,
-            &BinderMenus::renameRequested);
-    connect(menu.addAction(tr("Icon and Title…")), &QAction::triggered, this,
-            &BinderMenus::iconsAndTitlesRequested);
+    addNaming(menu);
     connect(menu.addAction(m_look.icon(Symbol::Pin), folder.isPinned ? tr("Unpin") : tr("Pin")),
             &QAction::triggered, this, [this, id] { m_appState.togglePinFolder(id); });
     connect(menu.addAction(tr("Duplicate Without Contents")), &QAction::triggered, this,
@@ -131,14 +132,14 @@ void BinderMenus::fillSortMenu(QMenu& menu)
 void BinderMenus::fillTagMenu(QMenu& menu)
 {
     const QList<TagRecord>& tags = m_appState.tagLibrary();
+    const QStringList filter = m_appState.activeTagFilter().values();
     if (tags.isEmpty())
         menu.addAction(tr("No tags yet. Add them to a note in the Inspector."))->setEnabled(false);
     for (const TagRecord& tag : tags) {
         QAction* action =
             menu.addAction(tr("%1  (%2)").arg(tag.name, grouped(m_appState.tagCount(tag.name))));
         action->setCheckable(true);
-        action->setChecked(
-            containsTag(QStringList(m_appState.activeTagFilter().values()), tag.name));
+        action->setChecked(containsTag(filter, tag.name));
         connect(action, &QAction::triggered, this,
                 [this, name = tag.name] { m_appState.toggleTagFilter(name); });
     }

@@ -41,6 +41,7 @@ private:
     void fillTrashMenu(QMenu& menu);
     void fillEmptySpaceMenu(QMenu& menu);
     void addNewItems(QMenu& menu);
+    void addNaming(QMenu& menu);
     void addSorting(QMenu& menu);
     void deleteFolder(const QUuid& id);
     void erase(const QUuid& id);
