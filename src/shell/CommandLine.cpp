@@ -10,23 +10,24 @@ namespace {
 const QString help =
     u"OrvaneWorkspace, a writing workspace that keeps its projects on your own disk.\n"
     "\n"
-    "usage: orvaneworkspace [option]\n"
+    "usage: orvaneworkspace [option] [--] [link, file or project folder]…\n"
     "\n"
     "  --help         print this and end\n"
     "  --version      print the version and end\n"
     "  --tour FOLDER  do the main job off screen with a sample project, and leave pictures of\n"
     "                 every screen in FOLDER\n"
     "\n"
-    "Without an option the program starts where the settings say. Projects lie in\n"
+    "Links begin with orvaneworkspace://. A text file becomes a note of the open project. Where\n"
+    "the program runs already, it opens them and comes to the front.\n"
+    "\n"
+    "Without anything to open the program starts where the settings say. Projects lie in\n"
     "Documents/OrvaneWorkspace.\n"_s;
 
 } // namespace
 
 std::expected<CommandLine, QString> readCommandLine(const QStringList& arguments)
 {
-    if (arguments.isEmpty())
-        return RunProgram{};
-    const QString& first = arguments.first();
+    const QString first = arguments.value(0);
     if (first == "--help"_L1 || first == "-h"_L1)
         return PrintText{help};
     if (first == "--version"_L1 || first == "-v"_L1)
@@ -36,7 +37,11 @@ std::expected<CommandLine, QString> readCommandLine(const QStringList& arguments
             return std::unexpected(u"--tour needs a folder for its pictures."_s);
         return RunTour{arguments.at(1)};
     }
-    return std::unexpected(u"“%1” is not an option; --help lists them."_s.arg(first));
+    if (first == "--"_L1)
+        return RunProgram{arguments.sliced(1)};
+    if (first.startsWith(u'-'))
+        return std::unexpected(u"“%1” is not an option; --help lists them."_s.arg(first));
+    return RunProgram{arguments};
 }
 
 } // namespace orvane

@@ -11,6 +11,7 @@ namespace orvane {
 
 /// What the command line asks for.
 struct RunProgram {
+    QStringList toOpen; ///< as given: links, paths, file URLs
     bool operator==(const RunProgram&) const = default;
 };
 /// Print this and end.

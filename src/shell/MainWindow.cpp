@@ -15,6 +15,7 @@
 #include "shell/layout/OrvaneWorkspaceSplitViewController.h"
 #include "shell/layout/PaneLayoutSettings.h"
 #include "shell/layout/SplitDivider.h"
+#include "shell/layout/WindowPlacement.h"
 #include "shell/shortcuts/ShortcutCenter.h"
 
 #include <QAction>
@@ -38,6 +39,8 @@ MainWindow::MainWindow(AppState& appState, ShortcutCenter& shortcuts, Look& look
     setObjectName(QStringLiteral("OrvaneWorkspace.MainDocumentWindow"));
     resize(1440, 900);
     setMinimumSize(960, 600);
+    new WindowPlacementKeeper(appState.services(), QStringLiteral("session.mainWindow.placement"),
+                              this);
     makeActions();
     makeDirectCommands();
     m_stack->addWidget(m_browser);

@@ -9,6 +9,7 @@
 #include "shell/MainWindow.h"
 #include "shell/SessionEnd.h"
 #include "shell/ThemeStudioWindow.h"
+#include "shell/desktop/RequestOpener.h"
 #include "shell/shortcuts/ShortcutCenter.h"
 
 #include <QApplication>
@@ -91,6 +92,7 @@ OrvaneWorkspaceApp::~OrvaneWorkspaceApp()
     finish();
     m_questions.setHost(nullptr, nullptr);
     m_themeStudio.reset();
+    m_opener.reset();
     m_window.reset();
     m_appState.reset();
 }
@@ -104,6 +106,13 @@ void OrvaneWorkspaceApp::start()
     m_window->show();
     m_settingsWanted = m_notifications.observe(AppCommandEvents::openSettingsWindow,
                                                [this](const NoPayload&) { showThemeStudio(); });
+}
+
+void OrvaneWorkspaceApp::open(const OpenRequest& request)
+{
+    if (!m_opener)
+        m_opener = std::make_unique<RequestOpener>(*m_appState, *m_window);
+    m_opener->open(request);
 }
 
 ThemeStudioWindow& OrvaneWorkspaceApp::showThemeStudio()

@@ -17,6 +17,8 @@ class AppearanceThemeLibrary;
 class DesktopColorScheme;
 class DesktopThemeFollower;
 class MainWindow;
+class RequestOpener;
+struct OpenRequest;
 class ShortcutCenter;
 class ThemeStudioWindow;
 
@@ -34,6 +36,8 @@ public:
 
     /// Finds the projects, opens the one that the settings ask for, and shows the window.
     void start();
+    /// Brings the window to the front and opens what is asked for. After `start`.
+    void open(const orvane::OpenRequest& request);
     /// Writes what is not written yet and closes the project. Further calls do nothing.
     void finish();
 
@@ -65,6 +69,7 @@ private:
     std::unique_ptr<ShortcutCenter> m_shortcuts;
     std::unique_ptr<AppState> m_appState;
     std::unique_ptr<MainWindow> m_window;
+    std::unique_ptr<RequestOpener> m_opener;
     QTimer m_checkTimer;
     std::unique_ptr<ThemeStudioWindow> m_themeStudio;
     NotificationCenter::Observation m_settingsWanted;

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/WorkspaceStateKeeper.h"
 
+#include "shell/layout/PaneLayoutSettings.h"
+#include "shell/layout/QuickSettingsController.h"
+
 namespace orvane {
 
 namespace {
@@ -19,6 +22,12 @@ WorkspaceStateKeeper::WorkspaceStateKeeper(AppState& appState, SplitPaneLayoutMo
     connect(&appState, &AppState::notebookReset, this, &WorkspaceStateKeeper::projectOpened);
     connect(&appState, &AppState::selectionChanged, this, &WorkspaceStateKeeper::schedule);
     connect(&layout, &SplitPaneLayoutModel::changed, this, &WorkspaceStateKeeper::schedule);
+    connect(&appState.services().defaults, &UserDefaults::changed, this,
+            [this](const QString& key) {
+                if (key == PaneLayoutSettings::binderVisible.keyText() ||
+                    key == PaneLayoutSettings::inspectorVisible.keyText())
+                    schedule();
+            });
     connect(&appState, &AppState::projectAboutToClose, this, &WorkspaceStateKeeper::finish);
     connect(&appState, &AppState::willTerminate, this, &WorkspaceStateKeeper::finish);
     projectOpened();
@@ -37,23 +46,8 @@ void WorkspaceStateKeeper::projectOpened()
     const QColor ground = m_look.ground(Surface::Window);
     m_state = stored ? *stored
                      : QuickSettingsDefaults::defaultWorkspaceState(RgbaColor::fromQColor(ground));
-    if (stored && stored->binderWidth)
-        m_layout.setBinderWidth(*stored->binderWidth);
-    if (stored && stored->inspectorWidth)
-        m_layout.setInspectorWidth(*stored->inspectorWidth);
-}
-
-ProjectWorkspaceState WorkspaceStateKeeper::captured() const
-{
-    ProjectWorkspaceState state = m_state;
-    state.selectedNoteID = m_appState.selectedNoteID();
-    state.selectedFolderID = m_appState.selectedFolderID();
-    state.selectedProjectRoot = !state.selectedNoteID && !state.selectedFolderID;
-    if (m_layout.binderWidth() > 0)
-        state.binderWidth = m_layout.binderWidth();
-    if (m_layout.inspectorWidth() > 0)
-        state.inspectorWidth = m_layout.inspectorWidth();
-    return state;
+    QuickSettingsController::applyPanes(m_state, m_locks.value(m_projectRootPath),
+                                        m_appState.services().defaults, m_layout);
 }
 
 void WorkspaceStateKeeper::schedule()
@@ -65,8 +59,11 @@ void WorkspaceStateKeeper::schedule()
 void WorkspaceStateKeeper::save()
 {
     m_pending.reset();
-    const ProjectWorkspaceState state = captured();
-    if (m_projectRootPath.isEmpty() || state == m_state || m_appState.isReadOnly())
+    if (m_projectRootPath.isEmpty() || m_appState.isReadOnly())
+        return;
+    const ProjectWorkspaceState state =
+        QuickSettingsController::captureCurrentState(m_state, m_appState, m_layout);
+    if (state == m_state)
         return;
     m_state = state;
     (void)ProjectWorkspaceStateStore::save(m_state, m_projectRootPath);
@@ -75,6 +72,8 @@ void WorkspaceStateKeeper::save()
 void WorkspaceStateKeeper::finish()
 {
     save();
+    if (!m_projectRootPath.isEmpty())
+        m_locks.insert(m_projectRootPath, m_layout.locks());
     m_projectRootPath.clear();
 }
 

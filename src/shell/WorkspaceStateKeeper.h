@@ -10,7 +10,7 @@
 
 namespace orvane {
 
-/// Keeps, for each project, what was selected and how wide the panes were: reads it when a project
+/// Keeps, for each project, what was selected and how the panes stood: reads it when a project
 /// opens and writes it a moment after each change, and before the project closes or the program
 /// ends. A file that can't be written loses the last change only. Lives beside the main window.
 class WorkspaceStateKeeper : public QObject {
@@ -25,7 +25,6 @@ private:
     void schedule();
     void save();
     void finish();
-    [[nodiscard]] ProjectWorkspaceState captured() const;
 
     AppState& m_appState;
     SplitPaneLayoutModel& m_layout;
@@ -33,6 +32,8 @@ private:
     /// Empty while no project is followed.
     QString m_projectRootPath;
     ProjectWorkspaceState m_state;
+    /// By project, of this run of the program: locks do not outlive it.
+    QHash<QString, PaneLocks> m_locks;
     std::unique_ptr<Clock::Delay> m_pending;
 };
 

@@ -2,8 +2,11 @@
 #include "shell/CommandLine.h"
 #include "shell/OrvaneWorkspaceApp.h"
 #include "shell/Tour.h"
+#include "shell/desktop/SingleInstance.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QStandardPaths>
 
 #include <cstdio>
 
@@ -28,6 +31,40 @@ void name(QApplication& application)
     application.setQuitOnLastWindowClosed(true);
 }
 
+/// Read before the toolkit takes the token out of the environment.
+OpenRequest requestOf(const CommandLine& commandLine)
+{
+    const auto* run = std::get_if<RunProgram>(&commandLine);
+    OpenRequest request = openRequestFor(run ? run->toOpen : QStringList(), QDir::currentPath());
+    request.activationToken = qEnvironmentVariable("XDG_ACTIVATION_TOKEN");
+    return request;
+}
+
+int runProgram(QApplication& application, const OpenRequest& request)
+{
+    SingleInstance instance(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation));
+    switch (instance.claim(request)) {
+    case SingleInstance::Role::First:
+        break;
+    case SingleInstance::Role::HandedOver:
+        return 0;
+    case SingleInstance::Role::NotAnswering:
+        std::fputs("OrvaneWorkspace is running but doesn't answer. End it and start it again.\n",
+                   stderr);
+        return 1;
+    }
+    OrvaneWorkspaceApp program(UserFolders::ofThisUser());
+    QObject::connect(&program, &OrvaneWorkspaceApp::quitRequested, &application,
+                     &QCoreApplication::quit, Qt::QueuedConnection);
+    QObject::connect(&application, &QCoreApplication::aboutToQuit, &program,
+                     &OrvaneWorkspaceApp::finish);
+    QObject::connect(&instance, &SingleInstance::requested, &program, &OrvaneWorkspaceApp::open);
+    program.start();
+    if (!request.isEmpty())
+        program.open(request);
+    return QApplication::exec();
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -44,15 +81,10 @@ int main(int argc, char** argv)
     const auto* tour = std::get_if<RunTour>(&*commandLine);
     if (tour)
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    const OpenRequest request = requestOf(*commandLine);
     QApplication application(argc, argv);
     name(application);
     if (tour)
         return runTour(tour->folder);
-    OrvaneWorkspaceApp program(UserFolders::ofThisUser());
-    QObject::connect(&program, &OrvaneWorkspaceApp::quitRequested, &application,
-                     &QCoreApplication::quit, Qt::QueuedConnection);
-    QObject::connect(&application, &QCoreApplication::aboutToQuit, &program,
-                     &OrvaneWorkspaceApp::finish);
-    program.start();
-    return QApplication::exec();
+    return runProgram(application, request);
 }

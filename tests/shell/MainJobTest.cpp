@@ -232,9 +232,21 @@ TEST_F(MainJobTest, EachProjectKeepsItsSelectionAndItsPanes)
     EXPECT_EQ(state().selectedNoteID(), note);
     EXPECT_TRUE(state().order().expandedFolderIDs.contains(folder));
     state().selectFolder(folder);
+    m_hand->press(Qt::Key_Left, Qt::AltModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(TourHand::waitFor([&] { return !find<BinderTreeView>(); }));
+    defaults().set(u"settings.layout.lock.inspector"_s, true);
+    state().openProject(two, true);
+    EXPECT_TRUE(find<BinderTreeView>()) << "the other project shows its Binder";
+    EXPECT_EQ(defaults().get<bool>(u"settings.layout.lock.inspector"_s), false);
+    state().openProject(one, true);
+    EXPECT_FALSE(find<BinderTreeView>());
+    EXPECT_EQ(defaults().get<bool>(u"settings.layout.lock.inspector"_s), true);
     quit();
     start();
     state().openProject(one, true);
+    EXPECT_FALSE(find<BinderTreeView>());
+    EXPECT_EQ(defaults().get<bool>(u"settings.layout.lock.inspector"_s), false)
+        << "locks do not outlive the program";
     EXPECT_FALSE(state().selectedNoteID());
     EXPECT_EQ(state().selectedFolderID(), folder);
     state().openProject(two, true);

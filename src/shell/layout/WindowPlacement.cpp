@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "shell/layout/WindowPlacement.h"
+
+#include <QEvent>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWidget>
+
+#include <algorithm>
+
+namespace orvane {
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto saveDelay = 500ms;
+constexpr int farthest = 1'000'000;
+
+struct StateName {
+    WindowPlacement::State state;
+    QLatin1String name;
+};
+constexpr StateName stateNames[] = {
+    {WindowPlacement::State::Normal, "normal"_L1},
+    {WindowPlacement::State::Maximized, "maximized"_L1},
+    {WindowPlacement::State::FullScreen, "fullScreen"_L1},
+};
+
+qint64 area(const QRect& rect)
+{
+    return rect.isEmpty() ? 0 : qint64(rect.width()) * rect.height();
+}
+
+WindowPlacement::State stateOf(const QWidget& window)
+{
+    if (window.isFullScreen())
+        return WindowPlacement::State::FullScreen;
+    return window.isMaximized() ? WindowPlacement::State::Maximized
+                                : WindowPlacement::State::Normal;
+}
+
+QList<QRect> availableScreens()
+{
+    QList<QRect> screens;
+    for (const QScreen* screen : QGuiApplication::screens())
+        screens.append(screen->availableGeometry());
+    return screens;
+}
+
+} // namespace
+
+QJsonObject WindowPlacement::json() const
+{
+    const auto* named = std::ranges::find(stateNames, state, &StateName::state);
+    return {{u"x"_s, normal.x()},
+            {u"y"_s, normal.y()},
+            {u"width"_s, normal.width()},
+            {u"height"_s, normal.height()},
+            {u"state"_s, named->name}};
+}
+
+std::optional<WindowPlacement> WindowPlacement::fromJson(const QJsonObject& object)
+{
+    int numbers[4];
+    const QLatin1String names[] = {"x"_L1, "y"_L1, "width"_L1, "height"_L1};
+    for (int i = 0; i < 4; ++i) {
+        const QJsonValue value = object.value(names[i]);
+        if (!value.isDouble())
+            return std::nullopt;
+        numbers[i] = int(std::clamp<double>(value.toDouble(), -farthest, farthest));
+    }
+    WindowPlacement placement{{numbers[0], numbers[1], numbers[2], numbers[3]}, State::Normal};
+    if (placement.normal.isEmpty())
+        return std::nullopt;
+    const QString name = object.value("state"_L1).toString();
+    for (const StateName& each : stateNames) {
+        if (name == each.name)
+            placement.state = each.state;
+    }
+    return placement;
+}
+
+QRect placedOnScreens(const QRect& wanted, const QList<QRect>& screens, const QSize& minimum)
+{
+    if (screens.isEmpty())
+        return wanted;
+    const QRect screen = *std::ranges::max_element(
+        screens, {}, [&](const QRect& each) { return area(each & wanted); });
+    if (screen.width() < minimum.width() || screen.height() < minimum.height())
+        return wanted;
+    const QSize size = wanted.size().boundedTo(screen.size()).expandedTo(minimum);
+    QRect placed(wanted.topLeft(), size);
+    placed.moveLeft(std::clamp(placed.left(), screen.left(), screen.right() + 1 - size.width()));
+    placed.moveTop(std::clamp(placed.top(), screen.top(), screen.bottom() + 1 - size.height()));
+    return placed;
+}
+
+WindowPlacementKeeper::WindowPlacementKeeper(const Services& services, const QString& key,
+                                             QWidget* window)
+    : QObject(window)
+    , m_services(services)
+    , m_key(key)
+    , m_window(*window)
+{
+    restore();
+    window->installEventFilter(this);
+}
+
+WindowPlacementKeeper::~WindowPlacementKeeper() = default;
+
+void WindowPlacementKeeper::restore()
+{
+    const auto stored = m_services.defaults.get<QJsonObject>(m_key);
+    const auto placement = stored ? WindowPlacement::fromJson(*stored) : std::nullopt;
+    const QList<QRect> screens = availableScreens();
+    if (!placement) {
+        // The desktop chooses the place; only the size has to fit.
+        if (!screens.isEmpty()) {
+            const QRect wanted(screens.first().topLeft(), m_window.size());
+            m_window.resize(placedOnScreens(wanted, screens, m_window.minimumSize()).size());
+        }
+        return;
+    }
+    m_window.setGeometry(placedOnScreens(placement->normal, screens, m_window.minimumSize()));
+    if (placement->state == WindowPlacement::State::Maximized)
+        m_window.setWindowState(Qt::WindowMaximized);
+    else if (placement->state == WindowPlacement::State::FullScreen)
+        m_window.setWindowState(Qt::WindowFullScreen);
+}
+
+void WindowPlacementKeeper::save()
+{
+    m_pending.reset();
+    const bool isNormal = stateOf(m_window) == WindowPlacement::State::Normal;
+    const QRect normal = isNormal ? m_window.geometry() : m_window.normalGeometry();
+    if (!normal.isEmpty())
+        m_services.defaults.set(m_key, WindowPlacement{normal, stateOf(m_window)}.json());
+}
+
+bool WindowPlacementKeeper::eventFilter(QObject*, QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::Move:
+    case QEvent::Resize:
+    case QEvent::WindowStateChange:
+        if (m_window.isVisible() && !m_window.isMinimized() && !m_pending)
+            m_pending = m_services.clock.after(saveDelay, [this] { save(); });
+        break;
+    case QEvent::Close:
+        if (!m_window.isMinimized())
+            save();
+        break;
+    default:
+        break;
+    }
+    return false;
+}
+
+} // namespace orvane

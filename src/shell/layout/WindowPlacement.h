@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "platform/Services.h"
+
+#include <QJsonObject>
+#include <QList>
+#include <QObject>
+#include <QRect>
+
+class QWidget;
+
+namespace orvane {
+
+/// Where a window stands, in logical pixels of the desktop: its place and size when it is neither
+/// maximised nor full screen, and whether it is.
+struct WindowPlacement {
+    enum class State { Normal, Maximized, FullScreen };
+    QRect normal;
+    State state = State::Normal;
+
+    bool operator==(const WindowPlacement&) const = default;
+    [[nodiscard]] QJsonObject json() const;
+    /// Nothing for an object that lacks a number or has an empty size.
+    [[nodiscard]] static std::optional<WindowPlacement> fromJson(const QJsonObject& object);
+};
+
+/// `wanted` moved and shrunk into the screen on which most of it lies, the first where none of it
+/// does; never below `minimum`. A screen that can't hold `minimum` says nothing: `wanted` stays.
+[[nodiscard]] QRect placedOnScreens(const QRect& wanted, const QList<QRect>& screens,
+                                    const QSize& minimum);
+
+/// Keeps the placement of a window under a key of the user defaults: puts the window there when it
+/// is made, and writes a moment after each change and when the window closes. Lives with the
+/// window.
+class WindowPlacementKeeper : public QObject {
+    Q_OBJECT
+public:
+    WindowPlacementKeeper(const Services& services, const QString& key, QWidget* window);
+    ~WindowPlacementKeeper() override;
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void restore();
+    void save();
+
+    Services m_services;
+    QString m_key;
+    QWidget& m_window;
+    std::unique_ptr<Clock::Delay> m_pending;
+};
+
+} // namespace orvane

@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+// The program itself, as the desktop starts it: in processes of its own over a home of its own.
+#include "ShellFixture.h"
+#include "core/InternalNoteLink.h"
+#include "shell/desktop/OpenRequest.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QTest>
+
+namespace orvane {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class ProgramTest : public ShellTest {
+protected:
+    /// The environment of a person whose home is the test's.
+    QProcessEnvironment environment() const
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        const QString home = m_home.path();
+        environment.insert(u"HOME"_s, home);
+        environment.insert(u"XDG_CONFIG_HOME"_s, home + u"/config"_s);
+        environment.insert(u"XDG_DATA_HOME"_s, home + u"/share"_s);
+        environment.insert(u"XDG_RUNTIME_DIR"_s, home);
+        environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+        environment.remove(u"DBUS_SESSION_BUS_ADDRESS"_s);
+        return environment;
+    }
+    void launch(QProcess& process, const QStringList& arguments) const
+    {
+        process.setProcessEnvironment(environment());
+        process.setWorkingDirectory(m_home.path());
+        process.start(QStringLiteral(ORVANE_PROGRAM), arguments);
+        ASSERT_TRUE(process.waitForStarted());
+    }
+    /// A start that ends by itself; its exit code.
+    int exitCode(const QStringList& arguments, QByteArray* output = nullptr) const
+    {
+        QProcess process;
+        launch(process, arguments);
+        if (!process.waitForFinished(30'000))
+            return -1;
+        if (output)
+            *output = process.readAllStandardOutput() + process.readAllStandardError();
+        return process.exitCode();
+    }
+    QString write(const QString& name, const QByteArray& bytes) const
+    {
+        QFile file(m_home.filePath(name));
+        EXPECT_TRUE(file.open(QFile::WriteOnly));
+        file.write(bytes);
+        return file.fileName();
+    }
+};
+
+TEST_F(ProgramTest, SaysWhatItIsWithoutADisplay)
+{
+    struct Row {
+        const char* name;
+        QStringList arguments;
+        int exitCode;
+        const char* says;
+    };
+    const Row rows[] = {
+        {"help", {u"--help"_s}, 0, "usage: orvaneworkspace"},
+        {"version", {u"--version"_s}, 0, "OrvaneWorkspace " ORVANE_VERSION},
+        {"an unknown option", {u"--colour"_s}, 2, "“--colour” is not an option"},
+        {"a tour without its folder", {u"--tour"_s}, 2, "--tour needs a folder"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        QByteArray output;
+        EXPECT_EQ(exitCode(row.arguments, &output), row.exitCode);
+        EXPECT_TRUE(output.contains(row.says)) << output.constData();
+    }
+}
+
+TEST_F(ProgramTest, ARunningProgramTakesLinksAndFilesOfFurtherStarts)
+{
+    dismissWelcome();
+    start();
+    const QUuid project = *state().createProject(u"Tidewater"_s, {});
+    const QUuid linked = *state().createNote(u"Low water"_s, {});
+    state().createNote(u"Salt"_s, {});
+    const QString stateFile = ProjectWorkspaceStateStore::path(state().currentProject()->rootPath);
+    const QString rootPath = state().currentProject()->rootPath;
+    state().closeProject();
+    quit();
+    const auto selectedNote = [&] {
+        QFile file(stateFile);
+        const auto stored = file.open(QFile::ReadOnly)
+                                ? ProjectWorkspaceState::decoded(file.readAll())
+                                : std::unexpected(JsonError{});
+        return stored ? stored->selectedNoteID : std::nullopt;
+    };
+    ASSERT_NE(selectedNote(), linked);
+
+    QProcess first;
+    launch(first, {rootPath}); // a project by its folder, in a start of its own
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return QFile::exists(m_home.filePath(u"orvaneworkspace.socket"_s)); }, 30'000));
+    EXPECT_EQ(exitCode({InternalNoteLink::link(linked).replace(u"workspace:"_s, u"Workspace:"_s)}),
+              0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return selectedNote() == linked; }, 10'000));
+    write(u"Harbour ledger.md"_s, "# Kept by four hands\r\n");
+    EXPECT_EQ(exitCode({u"Harbour ledger.md"_s}), 0) << "a path from where it was started";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return selectedNote() != linked; }, 10'000));
+    EXPECT_EQ(first.state(), QProcess::Running);
+    first.terminate();
+    ASSERT_TRUE(first.waitForFinished(30'000));
+    EXPECT_EQ(first.exitCode(), 0);
+
+    start();
+    state().openProject(project, false);
+    QStringList texts;
+    for (const auto& note : state().notes())
+        texts.append(note->title + u'|' + note->body);
+    EXPECT_TRUE(texts.contains(u"Harbour ledger|# Kept by four hands\n"_s))
+        << qUtf8Printable(texts.join(u'\n'));
+    EXPECT_EQ(texts.size(), 3);
+}
+
+TEST_F(ShellTest, WhatCannotBeOpenedIsSaidInOneMessage)
+{
+    dismissWelcome();
+    start();
+    const auto say = [&](const OpenRequest& request) {
+        QString said;
+        EXPECT_TRUE(answering([&] { m_app->open(request); },
+                              [&] {
+                                  said = window().sheets().topSheet()->accessibleDescription();
+                                  press(u"Close"_s);
+                              }));
+        return said;
+    };
+    const QString nowhere = u"orvaneworkspace://note/"_s + uuidText(QUuid::createUuid());
+    QFile text(m_home.filePath(u"a.txt"_s));
+    ASSERT_TRUE(text.open(QFile::WriteOnly));
+    text.write("caf\xe9");
+    text.close();
+    const QString closed =
+        say(OpenRequest{{nowhere, u"orvaneworkspace://what/1"_s}, {text.fileName()}, {}});
+    EXPECT_TRUE(closed.contains(u"is not in the open project"_s));
+    EXPECT_TRUE(closed.contains(u"a link to nothing"_s));
+    EXPECT_TRUE(closed.contains(u"once a project is open"_s));
+    (void)state().createProject(u"Tidewater"_s, {});
+    const QString open =
+        say(OpenRequest{{}, {text.fileName(), m_home.path(), m_home.filePath(u"none"_s)}, {}});
+    EXPECT_TRUE(open.contains(u"can't be read as text"_s));
+    EXPECT_TRUE(open.contains(u"no project of the library"_s));
+    EXPECT_TRUE(open.contains(u"does not exist"_s));
+    EXPECT_TRUE(state().notes().isEmpty());
+}
+
+} // namespace
+} // namespace orvane
