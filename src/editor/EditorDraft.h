@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/NoteContent.h"
+#include "editor/StoredText.h"
 
 #include <QString>
 #include <QUuid>
@@ -28,6 +29,7 @@ struct EditorDraft {
 
     [[nodiscard]] static EditorDraft of(const NoteRecord& note);
     [[nodiscard]] NoteContent content() const;
+    [[nodiscard]] StoredText text() const { return {bodyPlain, bodyRTF, bodyRich}; }
 };
 
 /// The title field's text for a note: its title, or where that is blank the text of its rich title.

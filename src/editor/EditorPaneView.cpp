@@ -3,8 +3,9 @@
 
 #include "appearance/Contrast.h"
 #include "core/NoteVersionHistoryStore.h"
+#include "editor/EditorTextHost.h"
+#include "editor/EditorView.h"
 #include "editor/StatusStrip.h"
-#include "editor/TextHost.h"
 
 #include <QFontMetricsF>
 #include <QKeyEvent>
@@ -58,8 +59,22 @@ EditorPaneView::EditorPaneView(AppState& appState, Look& look, QWidget* parent)
     connect(&look, &Look::changed, this, &EditorPaneView::applyHostLook);
     connectSession();
     applyHostLook();
+    m_text->showText(&m_session.gateway());
     loadDraft();
     updateSavingState();
+}
+
+EditorPaneView::~EditorPaneView()
+{
+    // The text goes before the view does.
+    disconnect(&m_session, nullptr, this, nullptr);
+    emit textAboutToChange();
+    m_text->showText(nullptr);
+}
+
+EditorView& EditorPaneView::textView() const
+{
+    return m_text->view();
 }
 
 QWidget* EditorPaneView::makePage()
@@ -79,7 +94,7 @@ QWidget* EditorPaneView::makePage()
     m_title->installEventFilter(this);
     row->addWidget(m_title);
     layout->addWidget(m_titleRow);
-    m_text = makeTextHost(page);
+    m_text = new EditorTextHost(page);
     layout->addWidget(m_text, 1);
     return page;
 }
@@ -106,14 +121,18 @@ QWidget* EditorPaneView::makeEmptyState()
 
 void EditorPaneView::connectSession()
 {
-    m_session.setBodySource([this] { return m_text->text(); });
     connect(&m_session, &EditorSession::draftLoaded, this, &EditorPaneView::loadDraft);
     connect(&m_session, &EditorSession::dirtyChanged, this, &EditorPaneView::updateSavingState);
-    connect(m_text, &TextHost::edited, this, [this] {
-        m_session.bodyEdited();
-        m_countTimer->start();
+    connect(&m_session, &EditorSession::textAboutToBeReplaced, this,
+            &EditorPaneView::textAboutToChange);
+    connect(&m_session, &EditorSession::textReplaced, this, [this] {
+        applyHostLook();
+        m_text->showText(&m_session.gateway());
+        emit textChanged();
     });
-    connect(m_text, &TextHost::leftAtTop, this, &EditorPaneView::focusTitle);
+    connect(&m_session, &EditorSession::baseFontChanged, this, &EditorPaneView::applyHostLook);
+    connect(&m_session, &EditorSession::bodyEdited, m_countTimer, qOverload<>(&QTimer::start));
+    connect(m_text, &EditorTextHost::leftAtTop, this, &EditorPaneView::focusTitle);
     connect(m_title, &QLineEdit::textEdited, &m_session, &EditorSession::setTitle);
     connect(m_title, &QLineEdit::returnPressed, this, &EditorPaneView::focusText);
     connect(&m_appState, &AppState::saveFailureChanged, this, &EditorPaneView::updateSavingState);
@@ -128,25 +147,27 @@ void EditorPaneView::applyHostLook()
     const Tokens& t = look().tokens();
     const SurfaceTokens& page = t.on(Surface::Page);
     const UserDefaults& defaults = m_appState.services().defaults;
-    const QString family = editorFontFamilySetting.read(defaults);
-    const double zoom = editorDisplayZoomSetting.read(defaults);
-    TextHostLook host;
-    host.fontFamily = family;
-    host.fontSize = editorFontSizeSetting.read(defaults);
-    host.zoom = qBound(0.5, zoom, 3.0);
-    host.text = t.pageText;
-    host.link = page.link;
-    host.page = page.ground;
-    host.caret = t.caret;
-    host.selection = t.selection;
-    host.inactiveSelection = blended(t.selection, 0.6, page.ground);
-    host.separator = page.border;
-    host.dimmed = blended(t.pageText, 0.3, page.ground);
+    const TextFont font = m_session.baseFont();
+    RichTextViewRepresentable host;
+    host.noteID = m_session.noteID();
+    host.editorMode = m_session.mode();
+    host.fontName = font.family;
+    host.fontSize = font.size;
+    host.visualZoom = qBound(0.5, editorDisplayZoomSetting.read(defaults), 3.0);
+    host.textColor = t.pageText;
+    host.linkColor = page.link;
+    host.backgroundColor = page.ground;
+    host.cursorColor = t.caret;
+    host.selectionColor = t.selection;
+    host.inactiveSelectionColor = blended(t.selection, 0.6, page.ground);
+    host.separatorColor = page.border;
+    host.dimmedColor = blended(t.pageText, 0.3, page.ground);
     host.columnWidth = m_columnWidth =
-        widthOfProse(editorFont(family, host.fontSize * host.zoom), charactersPerLine);
-    host.bottomPadding = bottomDocumentPaddingSetting.read(defaults);
-    m_text->setHostLook(host);
-    m_title->setFont(editorFont(family, 28, QFont::Bold));
+        widthOfProse(editorFont(font.family, font.size * host.visualZoom), charactersPerLine);
+    host.bottomDocumentPadding = bottomDocumentPaddingSetting.read(defaults);
+    host.isEditable = m_session.isEditable();
+    m_text->applyParent(host);
+    m_title->setFont(editorFont(font.family, 28, QFont::Bold));
     QPalette palette = m_title->palette();
     palette.setColor(QPalette::Base, page.ground);
     palette.setColor(QPalette::Text, t.pageText);
@@ -187,7 +208,7 @@ void EditorPaneView::focusTitle()
 
 void EditorPaneView::focusText()
 {
-    m_text->focusTarget()->setFocus(Qt::OtherFocusReason);
+    m_text->view().setFocus(Qt::OtherFocusReason);
 }
 
 void EditorPaneView::loadDraft()
@@ -197,7 +218,6 @@ void EditorPaneView::loadDraft()
     if (m_title->text() != draft.title)
         m_title->setText(draft.title);
     m_title->setCursorPosition(0);
-    m_text->setText(draft.bodyPlain);
     updateEditable();
     updateCounts();
     updateSavingState();
@@ -207,7 +227,7 @@ void EditorPaneView::updateEditable()
 {
     const bool editable = m_session.isEditable();
     m_title->setReadOnly(!editable);
-    m_text->setEditable(editable);
+    m_text->view().setEditable(editable);
     m_emptyAction->setVisible(m_appState.canCreateOrEdit());
 }
 
@@ -238,7 +258,7 @@ void EditorPaneView::updateSavingState()
         state.kind = m_session.isDirty() ? SavingState::Kind::Edited : SavingState::Kind::Saved;
     }
     m_status->setSavingState(state);
-    m_status->setModeName(m_session.noteID() ? tr("Plain Text") : QString());
+    m_status->setModeName(m_session.noteID() ? editorModeName(m_session.mode()) : QString());
 }
 
 } // namespace orvane

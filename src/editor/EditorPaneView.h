@@ -10,8 +10,9 @@ class QTimer;
 
 namespace orvane {
 
+class EditorTextHost;
+class EditorView;
 class StatusStrip;
-class TextHost;
 
 /// The editor pane: title field, text and status strip of the selected note, or what to do when
 /// none is selected. Owns the session that takes each edit to the disk.
@@ -19,8 +20,11 @@ class EditorPaneView : public SurfacePanel {
     Q_OBJECT
 public:
     EditorPaneView(AppState& appState, Look& look, QWidget* parent = nullptr);
+    ~EditorPaneView() override;
 
     [[nodiscard]] EditorSession& session() { return m_session; }
+    /// Where the text of the note is shown; the same view for all notes and modes.
+    [[nodiscard]] EditorView& textView() const;
     /// Puts the caret into the title, all of it selected, or into the text.
     void focusTitle();
     void focusText();
@@ -28,6 +32,12 @@ public:
 signals:
     /// The person asks for a note where there is none.
     void newNoteRequested();
+    /// The text view is about to show another text, or the same in another mode: tools that work
+    /// on it let go of its gateway now.
+    void textAboutToChange();
+    /// The text view shows another note, another text of the same note or another mode; the session
+    /// tells which.
+    void textChanged();
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -49,19 +59,11 @@ private:
     QStackedLayout* m_stack;
     QWidget* m_titleRow = nullptr;
     QLineEdit* m_title = nullptr;
-    TextHost* m_text = nullptr;
+    EditorTextHost* m_text = nullptr;
     QWidget* m_emptyAction = nullptr;
     StatusStrip* m_status;
     QTimer* m_countTimer;
     int m_columnWidth = 680;
 };
-
-inline const Setting<QString> editorFontFamilySetting{u"settings.editor.fontFamily",
-                                                      QStringLiteral("Georgia")};
-inline constexpr Setting<double> editorFontSizeSetting{u"settings.editor.fontSize", 16};
-inline constexpr Setting<double> editorDisplayZoomSetting{u"settings.appearance.editor.displayZoom",
-                                                          1.25};
-inline constexpr Setting<double> bottomDocumentPaddingSetting{
-    u"settings.editor.bottomDocumentPadding", 220};
 
 } // namespace orvane

@@ -3,11 +3,16 @@
 
 #include "platform/Log.h"
 
+#include <QScopedValueRollback>
+
 #include <cmath>
 
 namespace orvane {
 
 namespace {
+
+constexpr double smallestFont = 1;
+constexpr double largestFont = 500;
 
 QString idText(const std::optional<QUuid>& id)
 {
@@ -19,6 +24,7 @@ QString idText(const std::optional<QUuid>& id)
 EditorSession::EditorSession(AppState& appState, QObject* parent)
     : QObject(parent)
     , m_appState(appState)
+    , m_profiles(appState.services().defaults)
 {
     connect(&appState, &AppState::selectedNoteAboutToChange, this,
             &EditorSession::selectionAboutToChange);
@@ -28,21 +34,19 @@ EditorSession::EditorSession(AppState& appState, QObject* parent)
     connect(&appState, &AppState::projectAboutToClose, this, &EditorSession::flushBeforeClosing);
     connect(&appState, &AppState::willTerminate, this, &EditorSession::flushBeforeClosing);
     connect(&appState, &AppState::noteAboutToBeReplaced, this, &EditorSession::flushDraftToDisk);
+    connect(&appState.services().defaults, &UserDefaults::changed, this,
+            &EditorSession::settingChanged);
     m_saveCommand = appState.services().notifications.observe(
         AppCommandEvents::saveDocument, [this](const NoPayload&) { saveFromExplicitCommand(); });
+    readWorkingValues();
     syncDraftsFromSelection(false);
 }
 
 EditorSession::~EditorSession() = default;
 
-void EditorSession::setBodySource(std::function<QString()> source)
-{
-    m_bodySource = std::move(source);
-}
-
 const EditorDraft& EditorSession::draft()
 {
-    pullBody();
+    pullText();
     return m_draft;
 }
 
@@ -67,8 +71,10 @@ QString EditorSession::currentTitle() const
 
 QString EditorSession::currentBodyPlain()
 {
-    if (currentDraftMatchesSelection())
-        return draft().bodyPlain;
+    if (currentDraftMatchesSelection()) {
+        pullPlain();
+        return m_draft.bodyPlain;
+    }
     const NoteRecord* note = activeNote();
     return note ? note->body : QString();
 }
@@ -90,15 +96,6 @@ bool EditorSession::beginEdit(bool resetFindUI)
     return true;
 }
 
-void EditorSession::bodyEdited()
-{
-    if (!beginEdit(false))
-        return;
-    m_bodyIsStale = true;
-    markDirty();
-    log("contentChanged");
-}
-
 void EditorSession::setTitle(const QString& title)
 {
     if (!beginEdit(true))
@@ -108,16 +105,6 @@ void EditorSession::setTitle(const QString& title)
     m_appState.applyLiveTitle(*m_draft.noteID, title);
     scheduleAutosave();
     log("titleEdited");
-}
-
-void EditorSession::setTypingAttributes(const std::optional<Blob>& payload)
-{
-    if (!m_appState.selectedNoteID() || payload == m_draft.editorTypingAttributesPayload ||
-        !beginEdit(false))
-        return;
-    m_draft.editorTypingAttributesPayload = payload;
-    markDirty();
-    log("typingAttributesChanged");
 }
 
 void EditorSession::setShapes(const std::optional<Blob>& payload)
@@ -139,22 +126,6 @@ void EditorSession::setDirty(bool dirty)
         return;
     m_draft.isDirty = dirty;
     emit dirtyChanged(dirty);
-}
-
-void EditorSession::pullBody()
-{
-    if (!m_bodyIsStale || !m_bodySource)
-        return;
-    m_bodyIsStale = false;
-    QString plain = m_bodySource();
-    if (plain == m_draft.bodyPlain)
-        return;
-    m_draft.bodyPlain = std::move(plain);
-    // Plain text can't carry what the rich forms say, so they no longer describe this note.
-    m_draft.bodyRTF.reset();
-    m_draft.bodyRich.reset();
-    m_draft.editorTypingAttributesPayload.reset();
-    m_draft.shapesPayload.reset();
 }
 
 void EditorSession::scheduleAutosave()
@@ -182,10 +153,12 @@ void EditorSession::runAutosaveToDisk()
 
 void EditorSession::writeDraft(const QUuid& noteID)
 {
-    pullBody();
-    m_appState.updateNote(noteID, m_draft.content());
-    if (const NoteRecord* note = m_appState.note(noteID))
-        m_loadedUpdatedAt = note->updatedAt;
+    pullText();
+    {
+        // What is written is what stands here already.
+        const QScopedValueRollback writes(m_isWriting, true);
+        m_appState.updateNote(noteID, m_draft.content());
+    }
     setDirty(false);
 }
 
@@ -238,28 +211,87 @@ void EditorSession::flushBeforeClosing()
 
 void EditorSession::recordChanged(const QUuid& noteID)
 {
-    if (m_draft.isDirty || m_draft.noteID != noteID || !currentDraftMatchesSelection())
+    if (m_isWriting || m_draft.isDirty || m_draft.noteID != noteID ||
+        !currentDraftMatchesSelection())
         return;
     const NoteRecord* note = m_appState.note(noteID);
-    if (note && note->updatedAt != m_loadedUpdatedAt)
+    // Its date alone doesn't tell: a restored version may come within the millisecond of a flush.
+    if (note && EditorDraft::of(*note) != m_draft)
         syncDraftsFromSelection(false);
 }
 
 void EditorSession::syncDraftsFromSelection(bool resetFindUI)
 {
     const bool wasDirty = m_draft.isDirty;
+    leaveText();
     const NoteRecord* note = activeNote();
     m_draft = note ? EditorDraft::of(*note) : EditorDraft();
-    m_bodyIsStale = false;
     if (note) {
-        m_loadedUpdatedAt = note->updatedAt;
         m_lastStableEditingNoteID = note->id;
+        applyEditorProfile(note->id);
     }
+    showText();
     if (wasDirty)
         emit dirtyChanged(false);
     emit draftLoaded(resetFindUI);
     emit titleChanged();
     log(note ? "syncDraftsFromSelection.loaded" : "syncDraftsFromSelection.empty");
+}
+
+void EditorSession::readWorkingValues()
+{
+    const UserDefaults& defaults = m_appState.services().defaults;
+    m_mode = editorModeNamed(editorModeSetting.read(defaults));
+    m_baseFont = TextFont{editorFontFamilySetting.read(defaults), 16};
+    const double size = editorFontSizeSetting.read(defaults);
+    if (size >= smallestFont && size <= largestFont)
+        m_baseFont.size = size;
+}
+
+void EditorSession::applyEditorProfile(const QUuid& noteID)
+{
+    const auto profile = m_profiles.profile(noteID);
+    if (!profile)
+        return persistEditorProfileForActiveNote();
+    const TextFont font = m_baseFont;
+    {
+        const QScopedValueRollback applies(m_appliesProfile, true);
+        profile->makeCurrent(m_appState.services().defaults);
+    }
+    readWorkingValues();
+    if (m_baseFont != font)
+        emit baseFontChanged();
+}
+
+void EditorSession::persistEditorProfileForActiveNote()
+{
+    if (const auto selected = m_appState.selectedNoteID())
+        m_profiles.setProfile(*selected,
+                              PerNoteEditorProfile::current(m_appState.services().defaults));
+}
+
+void EditorSession::setMode(EditorMode mode)
+{
+    editorModeSetting.write(m_appState.services().defaults, editorModeName(mode));
+}
+
+void EditorSession::settingChanged(const QString& key)
+{
+    const bool isMode = key == editorModeSetting.keyText();
+    const bool isFont =
+        key == editorFontFamilySetting.keyText() || key == editorFontSizeSetting.keyText();
+    if ((!isMode && !isFont) || m_appliesProfile)
+        return;
+    persistEditorProfileForActiveNote();
+    if (isMode) {
+        leaveText();
+        readWorkingValues();
+        showText();
+        return;
+    }
+    readWorkingValues();
+    mergeTypingFont();
+    emit baseFontChanged();
 }
 
 void EditorSession::log(const char* reason) const

@@ -3,12 +3,14 @@
 
 #include "core/AppCommandEvents.h"
 #include "core/AppState.h"
+#include "editor/EditedTexts.h"
 #include "editor/EditorDraft.h"
+#include "editor/EditorSettings.h"
+#include "editor/PerNoteEditorProfile.h"
 #include "platform/NotificationCenter.h"
+#include "text/NoteEditorTypingAttributesCodec.h"
 
 #include <QObject>
-
-#include <functional>
 
 namespace orvane {
 
@@ -18,18 +20,15 @@ namespace orvane {
 /// or the program ends. A dirty draft is never overwritten by a change of the record; a clean one
 /// follows it. Main thread.
 ///
-/// The text itself stays with the text view; the session fetches it through the body source when
-/// it is needed, so that a keystroke costs the same whatever the length of the note.
+/// The text itself stands behind `gateway()`, where views show and change it. What is stored of it
+/// is made when it is needed and not with each keystroke.
 class EditorSession : public QObject {
     Q_OBJECT
 public:
     explicit EditorSession(AppState& appState, QObject* parent = nullptr);
     ~EditorSession() override;
 
-    /// Where the text of the body stands while it is edited. Asked only after `bodyEdited`.
-    void setBodySource(std::function<QString()> source);
-
-    /// The draft with the body brought up to date.
+    /// The draft with its text brought up to date.
     const EditorDraft& draft();
     [[nodiscard]] std::optional<QUuid> noteID() const { return m_draft.noteID; }
     [[nodiscard]] bool isDirty() const { return m_draft.isDirty; }
@@ -38,10 +37,19 @@ public:
     /// Whether anything may be edited now.
     [[nodiscard]] bool isEditable() const;
 
+    // --- Text and mode ---
+
+    /// The text of the draft, with its selection and undo; an empty one without a note. Another one
+    /// after `textReplaced`.
+    [[nodiscard]] EditGateway& gateway() { return m_text->gateway; }
+    [[nodiscard]] EditorMode mode() const { return m_mode; }
+    /// Changes the working value of the mode, and with it the note's profile.
+    void setMode(EditorMode mode);
+    /// The font of the note's profile.
+    [[nodiscard]] const TextFont& baseFont() const { return m_baseFont; }
+
     // --- Edits. Without a selected note they do nothing. ---
-    void bodyEdited();
     void setTitle(const QString& title);
-    void setTypingAttributes(const std::optional<Blob>& payload);
     void setShapes(const std::optional<Blob>& payload);
 
     /// Writes the draft now if it is dirty and belongs to `noteID`.
@@ -52,40 +60,79 @@ public:
     void syncDraftsFromSelection(bool resetFindUI);
 
 signals:
-    /// Another draft, or the same note's with other contents: views load it from `draft()`.
+    /// `gateway()` is about to be another one, or to hold another text: whoever works on it lets go
+    /// of it now.
+    void textAboutToBeReplaced();
+    /// Another text or another mode. The text before may be gone after this.
+    void textReplaced();
+    /// Another draft, or the same note's with other contents.
     void draftLoaded(bool resetFindUI);
+    void bodyEdited();
     void dirtyChanged(bool dirty);
     void titleChanged();
+    /// The font of the shown note.
+    void baseFontChanged();
 
 private:
     void selectionAboutToChange(const std::optional<QUuid>& from, const std::optional<QUuid>& to);
     void selectionChanged();
     void recordChanged(const QUuid& noteID);
+    void settingChanged(const QString& key);
     void flushBeforeClosing();
     bool beginEdit(bool resetFindUI);
     void markDirty();
-    void pullBody();
     void scheduleAutosave();
     void runAutosaveToDisk();
     void writeDraft(const QUuid& noteID);
     void setDirty(bool dirty);
+
+    void readWorkingValues();
+    void applyEditorProfile(const QUuid& noteID);
+    void persistEditorProfileForActiveNote();
+
+    void showText();
+    void leaveText();
+    void connectText();
+    [[nodiscard]] std::unique_ptr<EditedText> loadText() const;
+    void onTextChanged(const TextChange& change);
+    void eraseRichForms(const TextChange& change);
+    void emitTypingAttributesChange();
+    [[nodiscard]] TypingAttributes typingAttributes() const;
+    void mergeTypingFont();
+    void pullPlain();
+    void pullText();
+    [[nodiscard]] TextForm form() const
+    {
+        return m_mode == EditorMode::richText ? TextForm::rich : TextForm::plain;
+    }
+
     void log(const char* reason) const;
     [[nodiscard]] bool currentDraftMatchesSelection() const;
     [[nodiscard]] const NoteRecord* activeNote() const;
 
     AppState& m_appState;
-    std::function<QString()> m_bodySource;
+    PerNoteEditorProfiles m_profiles;
+    bool m_appliesProfile = false;
+    EditorMode m_mode = EditorMode::plainText;
+    TextFont m_baseFont;
+
     EditorDraft m_draft;
-    bool m_bodyIsStale = false;
-    Timestamp m_loadedUpdatedAt;
     std::optional<QUuid> m_lastStableEditingNoteID;
     std::unique_ptr<Clock::Delay> m_autosaveTask;
     NotificationCenter::Observation m_saveCommand;
+
+    EditedTexts m_texts;
+    std::unique_ptr<EditedText> m_text;
+    QList<QMetaObject::Connection> m_textConnections;
+    std::optional<EditorMode> m_shownMode;
+    bool m_isWriting = false;
+    bool m_isMerging = false;
+    bool m_plainIsStale = false;
+    bool m_formsAreStale = false;
+    TypingAttributes m_lastTypingAttributes;
+    std::optional<QByteArray> m_lastEmittedTypingAttributes;
 };
 
-/// settings.general.autosaveEnabled and settings.general.autoSaveSeconds.
-inline constexpr Setting<bool> autosaveEnabledSetting{u"settings.general.autosaveEnabled", true};
-inline constexpr Setting<double> autoSaveSecondsSetting{u"settings.general.autoSaveSeconds", 1.5};
 /// No autosave comes sooner than this after an edit.
 inline constexpr std::chrono::milliseconds shortestAutosaveDelay{300};
 

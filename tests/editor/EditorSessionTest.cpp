@@ -1,9 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "editor/EditorSession.h"
-
-#include "support/TestServices.h"
-
-#include <gtest/gtest.h>
+#include "SessionFixture.h"
 
 #include <random>
 
@@ -13,37 +9,7 @@ namespace {
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-/// A session over a real project, and a text that stands for the text view.
-struct EditorSessionTest : ::testing::Test {
-    TestServices test;
-    std::unique_ptr<AppState> app = std::make_unique<AppState>(test.services());
-    QUuid project = *app->createProject(u"P"_s, {});
-    QUuid a = *app->createNote(u"A\nfirst"_s, {});
-    QUuid b = *app->createNote(u"B\nsecond"_s, {});
-    QString view;
-    std::unique_ptr<EditorSession> session = std::make_unique<EditorSession>(*app);
-
-    void SetUp() override
-    {
-        QObject::connect(session.get(), &EditorSession::draftLoaded,
-                         [this] { view = session->draft().bodyPlain; });
-        session->setBodySource([this] { return view; });
-        app->selectNote(a);
-    }
-    void type(const QString& text)
-    {
-        view += text;
-        session->bodyEdited();
-    }
-    QString stored(const QUuid& id)
-    {
-        for (const auto& note : app->persistenceController()->load().notes) {
-            if (note->id == id)
-                return note->title + u'|' + note->body;
-        }
-        return {};
-    }
-};
+using EditorSessionTest = SessionFixture;
 
 TEST_F(EditorSessionTest, AutosaveIsATrailingDebounce)
 {
@@ -166,12 +132,12 @@ TEST_F(EditorSessionTest, ACleanDraftFollowsTheRecordAndADirtyOneWins)
     content.body = u"from elsewhere"_s;
     test.clock.advance(1s);
     app->updateNote(a, content);
-    EXPECT_EQ(view, u"from elsewhere"_s);
+    EXPECT_EQ(shown(), u"from elsewhere"_s);
     type(u" and mine"_s);
     content.body = u"again"_s;
     test.clock.advance(1s);
     app->updateNote(a, content);
-    EXPECT_EQ(view, u"from elsewhere and mine"_s);
+    EXPECT_EQ(shown(), u"from elsewhere and mine"_s);
     test.clock.advance(1500ms);
     EXPECT_EQ(stored(a), u"A|from elsewhere and mine"_s);
 }
@@ -186,7 +152,10 @@ TEST_F(EditorSessionTest, PlainEditsEraseTheRichFormsOnlyWhenTheTextChanged)
     test.clock.advance(1s);
     app->updateNote(a, rich);
 
-    session->bodyEdited(); // the same text
+    // The same text again.
+    session->gateway().setSelection({0, 1});
+    session->gateway().type(u"A"_s);
+    EXPECT_TRUE(session->isDirty());
     test.clock.advance(1500ms);
     EXPECT_EQ(NoteContent::of(*app->note(a)), rich);
 
@@ -224,7 +193,7 @@ TEST_F(EditorSessionTest, NothingCanBeTypedWithoutANoteOrALicence)
     app->selectProjectRoot();
     EXPECT_FALSE(session->isEditable());
     session->setTitle(u"nobody's"_s);
-    session->bodyEdited();
+    session->gateway().type(u"nobody's"_s);
     EXPECT_FALSE(session->isDirty());
     EXPECT_EQ(session->currentTitle(), QString());
 }
@@ -285,10 +254,8 @@ TEST_F(EditorSessionTest, ARandomWritingRunLosesNothing)
             break;
         default:
             if (selected) {
-                if (random() % 8 == 0)
-                    view.chop(std::min<qsizetype>(view.size(), 3));
                 type(QString(QChar(u'a' + char16_t(random() % 26))));
-                model[*selected].second = view;
+                model[*selected].second = shown();
             }
         }
     }

@@ -1,0 +1,194 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+// The part of EditorSession that holds the text of the draft: which one is shown in which mode, and
+// what becomes of it in the draft.
+#include "editor/EditorSession.h"
+#include "platform/Log.h"
+
+#include <QScopedValueRollback>
+
+namespace orvane {
+
+namespace {
+
+/// The style that typing goes on with in `text`, which has just been loaded.
+SharedCharacterStyle loadedTypingStyle(const EditGateway& text,
+                                       const std::optional<TypingAttributes>& stored,
+                                       const TextFont& base)
+{
+    CharacterStyle style;
+    if (stored)
+        style = stored->characters;
+    else if (!text.store().isEmpty())
+        style = *text.typingStyleAt(text.store().length());
+    if (!style.font)
+        style.font = base;
+    return style;
+}
+
+} // namespace
+
+void EditorSession::leaveText()
+{
+    if (!m_text)
+        return;
+    pullText();
+    m_text->stored = m_draft.text();
+    // What is read first decides; the other may still be unread, and would be held unread.
+    if (m_text->stored.rich)
+        m_text->stored.rtf.reset();
+}
+
+void EditorSession::showText()
+{
+    const QUuid note = m_draft.noteID.value_or(QUuid());
+    const StoredText stored = m_draft.text();
+    const bool isSameText = m_text && m_text->noteID == note && m_text->form == form();
+    const bool isCurrent = isSameText && m_text->stored.isSame(stored, form());
+    if (isCurrent && m_shownMode == m_mode)
+        return;
+    emit textAboutToBeReplaced();
+    std::unique_ptr<EditedText> before;
+    if (!isCurrent) {
+        before = std::move(m_text);
+        m_text = m_texts.take(note, form(), stored);
+        if (!m_text)
+            m_text = loadText();
+        connectText();
+    }
+    m_shownMode = m_mode;
+    emit textReplaced();
+    if (before && !isSameText && !before->noteID.isNull())
+        m_texts.keep(std::move(before));
+}
+
+std::unique_ptr<EditedText> EditorSession::loadText() const
+{
+    auto text = std::make_unique<EditedText>(m_draft.noteID.value_or(QUuid()), form());
+    text->stored = m_draft.text();
+    if (form() == TextForm::plain) {
+        text->gateway.loadPlainText(m_draft.bodyPlain);
+        return text;
+    }
+    const auto& payload = m_draft.editorTypingAttributesPayload;
+    const auto typing =
+        payload ? NoteEditorTypingAttributesCodec::unarchive(payload->bytes()) : std::nullopt;
+    AttributedString content = readRichText(text->stored, m_baseFont);
+    if (content.isEmpty() && typing)
+        content.setParagraphStyle({0, 0}, typing->paragraph);
+    text->gateway.load(content, {});
+    text->gateway.setTypingStyle(loadedTypingStyle(text->gateway, typing, m_baseFont));
+    return text;
+}
+
+void EditorSession::connectText()
+{
+    for (const QMetaObject::Connection& connection : m_textConnections)
+        disconnect(connection);
+    const auto typing = [this] {
+        if (gateway().selection().isEmpty())
+            emitTypingAttributesChange();
+    };
+    m_textConnections = {
+        connect(&gateway(), &EditGateway::textChanged, this, &EditorSession::onTextChanged),
+        connect(&gateway(), &EditGateway::selectionChanged, this, typing),
+        connect(&gateway(), &EditGateway::typingStyleChanged, this, typing),
+    };
+    m_plainIsStale = false;
+    m_formsAreStale = false;
+    m_lastTypingAttributes = typingAttributes();
+    m_lastEmittedTypingAttributes =
+        NoteEditorTypingAttributesCodec::archive(m_lastTypingAttributes);
+}
+
+void EditorSession::onTextChanged(const TextChange& change)
+{
+    if (!m_draft.noteID)
+        return;
+    if (m_text->form == TextForm::rich)
+        m_formsAreStale = true;
+    else
+        eraseRichForms(change);
+    m_plainIsStale = true;
+    markDirty();
+    log("contentChanged");
+    emitTypingAttributesChange();
+    emit bodyEdited();
+}
+
+void EditorSession::eraseRichForms(const TextChange& change)
+{
+    if (!m_draft.bodyRTF && !m_draft.bodyRich && !m_draft.editorTypingAttributesPayload &&
+        !m_draft.shapesPayload)
+        return;
+    if (change.lengthBefore == change.lengthAfter &&
+        plainForm(m_text->store.text()) == m_draft.bodyPlain)
+        return;
+    // Plain text can't carry what these say, so they no longer describe the note.
+    m_draft.bodyRTF.reset();
+    m_draft.bodyRich.reset();
+    m_draft.editorTypingAttributesPayload.reset();
+    m_draft.shapesPayload.reset();
+}
+
+TypingAttributes EditorSession::typingAttributes() const
+{
+    const EditGateway& text = m_text->gateway;
+    return {*text.typingStyle(), *m_text->store.paragraphStyle(text.selection().range().location)};
+}
+
+void EditorSession::emitTypingAttributesChange()
+{
+    if (m_isMerging || m_text->form != TextForm::rich || !isEditable())
+        return;
+    const TypingAttributes now = typingAttributes();
+    if (now == m_lastTypingAttributes)
+        return;
+    m_lastTypingAttributes = now;
+    const auto bytes = NoteEditorTypingAttributesCodec::archive(now);
+    if (bytes == m_lastEmittedTypingAttributes)
+        return;
+    m_lastEmittedTypingAttributes = bytes;
+    const auto payload = bytes ? std::optional(Blob(*bytes)) : std::nullopt;
+    if (payload == m_draft.editorTypingAttributesPayload)
+        return;
+    m_draft.editorTypingAttributesPayload = payload;
+    markDirty();
+    log("typingAttributesChanged");
+}
+
+void EditorSession::mergeTypingFont()
+{
+    if (m_text->form != TextForm::rich || !gateway().selection().isEmpty())
+        return;
+    const QScopedValueRollback merging(m_isMerging, true);
+    CharacterStyle style = *gateway().typingStyle();
+    if (style.font && style.font->family == m_baseFont.family &&
+        std::abs(style.font->size - m_baseFont.size) <= 0.01)
+        return;
+    style.font = m_baseFont;
+    gateway().setTypingStyle(style);
+}
+
+void EditorSession::pullPlain()
+{
+    if (!m_plainIsStale)
+        return;
+    m_plainIsStale = false;
+    m_draft.bodyPlain = plainForm(m_text->store.text());
+}
+
+void EditorSession::pullText()
+{
+    pullPlain();
+    if (!m_formsAreStale)
+        return;
+    m_formsAreStale = false;
+    const RichForms forms = richForms(m_text->store.attributedText());
+    const auto blob = [](const std::optional<QByteArray>& bytes) {
+        return bytes ? std::optional(Blob(*bytes)) : std::nullopt;
+    };
+    m_draft.bodyRTF = blob(forms.rtf);
+    m_draft.bodyRich = blob(forms.rich);
+}
+
+} // namespace orvane

@@ -1,0 +1,250 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "SessionFixture.h"
+#include "text/AttachmentManager.h"
+#include "text/OrvaneWorkspaceRTF.h"
+
+namespace orvane {
+namespace {
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+struct EditorModesTest : SessionFixture {
+    EditorModesTest() { session->setMode(EditorMode::richText); }
+
+    void makeBold(TextRange range)
+    {
+        session->gateway().performUndoableDocumentEdit(u"Bold"_s, [&](DocumentEditor& editor) {
+            editor.modifyCharacterStyles(range,
+                                         [](CharacterStyle& style) { style.font->weight = 700; });
+        });
+    }
+    [[nodiscard]] bool isBold(qsizetype position) const
+    {
+        const auto& font = session->gateway().store().characterStyle(position)->font;
+        return font && font->isBold();
+    }
+    [[nodiscard]] NoteContent content(const QUuid& id) const
+    {
+        return NoteContent::of(*app->note(id));
+    }
+};
+
+TEST_F(EditorModesTest, ARichNoteIsStoredInAllItsFormsAndComesBack)
+{
+    type(u" bold\u2028next"_s);
+    makeBold({8, 4});
+    EXPECT_FALSE(content(a).richContentPayload) << "nothing is made before the delay is over";
+    test.clock.advance(1500ms);
+    EXPECT_EQ(content(a).body, u"A\nfirst bold\nnext"_s);
+    const auto stored = AttachmentManager::decodePayload(content(a).richContentPayload->bytes());
+    ASSERT_TRUE(stored);
+    EXPECT_EQ(*stored, session->gateway().store().attributedText());
+    const auto rtf = OrvaneWorkspaceRTF::read(content(a).bodyRTF->bytes());
+    EXPECT_EQ(rtf->text(), stored->text());
+
+    reopen();
+    EXPECT_EQ(session->gateway().store().attributedText(), *stored);
+    EXPECT_TRUE(isBold(9));
+    EXPECT_FALSE(session->isDirty());
+}
+
+TEST_F(EditorModesTest, ARichNoteOpensFromTheFirstFormThatCanBeRead)
+{
+    const auto payloadOf = [](const QString& text) {
+        return Blob(AttachmentManager::archivePayload(AttributedString(text)));
+    };
+    const auto rtfOf = [](const QString& text) {
+        return Blob(*OrvaneWorkspaceRTF::data(AttributedString(text)));
+    };
+    QByteArray versionTwo = payloadOf(u"payload"_s).bytes();
+    versionTwo.replace("\"version\":1", "\"version\":2");
+    struct Row {
+        const char* name;
+        std::optional<Blob> rich;
+        std::optional<Blob> rtf;
+        QString shown;
+    };
+    const Row rows[] = {
+        {"all three", payloadOf(u"payload"_s), rtfOf(u"rtf"_s), u"payload"_s},
+        {"a later version", Blob(versionTwo), rtfOf(u"rtf"_s), u"rtf"_s},
+        {"damaged payload", Blob("{}"), rtfOf(u"rtf"_s), u"rtf"_s},
+        {"an empty document", payloadOf(QString()), rtfOf(u"rtf"_s), u"rtf"_s},
+        {"nothing readable", Blob("x"), Blob("y"), u"plain"_s},
+        {"plain text alone", std::nullopt, std::nullopt, u"plain"_s},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        test.clock.advance(1ms);
+        app->updateNote(a, {u"A"_s, u"plain"_s, row.rtf, row.rich, {}, {}});
+        EXPECT_EQ(shown(), row.shown);
+        session->setMode(EditorMode::markdown);
+        EXPECT_EQ(shown(), u"plain"_s);
+        session->setMode(EditorMode::richText);
+        EXPECT_EQ(shown(), row.shown);
+        EXPECT_EQ(session->gateway().store().characterStyle(0)->font->size > 0, true);
+        EXPECT_FALSE(session->isDirty());
+    }
+}
+
+TEST_F(EditorModesTest, ModesChangeNothingUntilTheTextIsEdited)
+{
+    type(u"!"_s);
+    makeBold({0, 1});
+    session->setShapes(Blob("[1]"));
+    session->gateway().setSelection(TextSelection::caret(1));
+    test.clock.advance(1500ms);
+    const NoteContent rich = content(a);
+    ASSERT_TRUE(rich.richContentPayload && rich.bodyRTF && rich.editorTypingAttributesPayload);
+
+    session->setMode(EditorMode::plainText);
+    EXPECT_FALSE(isBold(0));
+    session->saveFromExplicitCommand();
+    EXPECT_EQ(content(a), rich);
+    session->setMode(EditorMode::richText);
+    EXPECT_TRUE(isBold(0));
+    EXPECT_EQ(content(a), rich);
+
+    session->setMode(EditorMode::markdown);
+    type(u"x"_s);
+    test.clock.advance(1500ms);
+    EXPECT_EQ(content(a).body, u"A\nfirst!x"_s);
+    EXPECT_FALSE(content(a).bodyRTF || content(a).richContentPayload ||
+                 content(a).editorTypingAttributesPayload || content(a).shapesPayload);
+    session->setMode(EditorMode::richText);
+    EXPECT_EQ(shown(), u"A\nfirst!x"_s);
+    EXPECT_FALSE(isBold(0));
+}
+
+TEST_F(EditorModesTest, AttachmentsAreSpacesInThePlainFormAndCountAsContent)
+{
+    session->gateway().setSelection({0, session->gateway().store().length()});
+    OrvaneNoteImageAttachment image;
+    session->gateway().insert(AttributedString::object(image), u"Insert Image"_s);
+    test.clock.advance(1500ms);
+    EXPECT_EQ(content(a).body, u" "_s);
+    EXPECT_TRUE(content(a).bodyRTF && content(a).richContentPayload);
+
+    session->gateway().remove({0, 1}, EditKind::other, u"Delete"_s);
+    test.clock.advance(1500ms);
+    EXPECT_EQ(content(a).body, QString());
+    EXPECT_FALSE(content(a).bodyRTF || content(a).richContentPayload);
+}
+
+TEST_F(EditorModesTest, WhatIsTypedNextComesBackWithTheNote)
+{
+    EditGateway& text = session->gateway();
+    makeBold({0, 1});
+    test.clock.advance(1500ms);
+    text.setSelection(TextSelection::caret(4));
+    test.clock.advance(1500ms);
+    const auto regular = content(a).editorTypingAttributesPayload;
+
+    // A caret in other formatting is an edit, one in the same is none.
+    text.setSelection(TextSelection::caret(5));
+    EXPECT_FALSE(session->isDirty());
+    text.setSelection({2, 5});
+    EXPECT_FALSE(session->isDirty());
+    text.setSelection(TextSelection::caret(1));
+    EXPECT_TRUE(session->isDirty());
+    test.clock.advance(1500ms);
+    EXPECT_NE(content(a).editorTypingAttributesPayload, regular);
+
+    reopen();
+    EXPECT_FALSE(session->isDirty());
+    EXPECT_TRUE(session->gateway().typingStyle()->font->isBold());
+    session->gateway().type(u"Z"_s);
+    EXPECT_TRUE(isBold(0));
+}
+
+TEST_F(EditorModesTest, EachNoteRemembersItsModeAndFont)
+{
+    editorFontFamilySetting.write(test.defaults, u"Inter"_s);
+    editorFontSizeSetting.write(test.defaults, 20);
+    const QUuid c = *app->createNote(u"C"_s, {}); // takes over what it finds
+    EXPECT_EQ(session->mode(), EditorMode::richText);
+    session->setMode(EditorMode::markdown);
+    editorFontSizeSetting.write(test.defaults, 12);
+    app->selectNote(a);
+    EXPECT_EQ(session->mode(), EditorMode::richText);
+    EXPECT_EQ(session->baseFont(), (TextFont{u"Inter"_s, 20}));
+    app->selectNote(c);
+    EXPECT_EQ(session->mode(), EditorMode::markdown);
+    EXPECT_EQ(session->baseFont(), (TextFont{u"Inter"_s, 12}));
+
+    const QString key = u"settings.editor.perNoteProfiles.v1"_s;
+    const QByteArray stored = test.defaults.get(key, QByteArray());
+    EXPECT_TRUE(stored.contains(a.toString(QUuid::WithoutBraces).toUpper().toUtf8()));
+    test.defaults.set(key, DefaultsValue(QByteArray("no JSON")));
+    app->selectNote(a);
+    EXPECT_EQ(session->mode(), EditorMode::markdown) << "without a profile it takes what it finds";
+}
+
+TEST_F(EditorModesTest, AnotherFontIsForWhatIsTypedNextNotForWhatStands)
+{
+    session->gateway().setSelection(TextSelection::caret(3));
+    const TextFont before = *session->gateway().store().characterStyle(0)->font;
+    editorFontSizeSetting.write(test.defaults, 24);
+    EXPECT_FALSE(session->isDirty());
+    session->gateway().type(u"Q"_s);
+    EXPECT_EQ(session->gateway().store().characterStyle(3)->font->size, 24);
+    EXPECT_EQ(session->gateway().store().characterStyle(0)->font, before);
+}
+
+TEST_F(EditorModesTest, UndoIsThereWhenAPersonComesBack)
+{
+    type(u" one"_s);
+    makeBold({0, 1});
+    app->selectNote(b);
+    type(u" two"_s);
+    app->selectNote(a);
+    EXPECT_EQ(session->gateway().undoName(), u"Bold"_s);
+    EXPECT_EQ(session->gateway().selection(), TextSelection::caret(11));
+    session->gateway().undo();
+    session->gateway().undo();
+    EXPECT_EQ(shown(), u"A\nfirst"_s);
+    app->selectNote(b);
+    app->selectNote(a);
+    session->gateway().redo();
+    EXPECT_EQ(shown(), u"A\nfirst one"_s);
+    test.clock.advance(1500ms);
+    EXPECT_EQ(content(a).body, u"A\nfirst one"_s);
+
+    // Between modes without attributes too; with the record changed meanwhile it is over.
+    session->setMode(EditorMode::plainText);
+    type(u"+"_s);
+    session->setMode(EditorMode::markdown);
+    EXPECT_TRUE(session->gateway().canUndo());
+    app->selectNote(b);
+    NoteContent other = content(a);
+    other.body += u" from elsewhere"_s;
+    app->updateNote(a, other);
+    app->selectNote(a);
+    EXPECT_FALSE(session->gateway().canUndo());
+    EXPECT_EQ(shown(), other.body);
+}
+
+TEST_F(EditorModesTest, ARestoredVersionShowsAtOnce)
+{
+    type(u" bold"_s);
+    makeBold({2, 5});
+    session->saveFromExplicitCommand();
+    test.clock.advance(1min);
+    session->gateway().setSelection({0, 12});
+    session->gateway().type(u"all gone"_s);
+    const auto versions = NoteVersionHistoryStore::snapshots(app->currentProject()->rootPath, a);
+    app->restoreVersion(versions.last());
+    EXPECT_EQ(shown(), u"A\nfirst bold"_s);
+    EXPECT_TRUE(isBold(3));
+    EXPECT_FALSE(session->isDirty());
+
+    // A change of the record beside its text leaves caret and undo alone.
+    type(u"!"_s);
+    test.clock.advance(1500ms);
+    app->updateNoteTags(a, {u"tag"_s});
+    EXPECT_EQ(session->gateway().selection(), TextSelection::caret(13));
+    EXPECT_TRUE(session->gateway().canUndo());
+}
+
+} // namespace
+} // namespace orvane

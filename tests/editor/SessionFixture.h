@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "editor/EditorSession.h"
+#include "support/TestServices.h"
+
+#include <gtest/gtest.h>
+
+namespace orvane {
+
+/// A session over a real project.
+struct SessionFixture : ::testing::Test {
+    TestServices test;
+    std::unique_ptr<AppState> app = std::make_unique<AppState>(test.services());
+    QUuid project = *app->createProject(QStringLiteral("P"), {});
+    QUuid a = *app->createNote(QStringLiteral("A\nfirst"), {});
+    QUuid b = *app->createNote(QStringLiteral("B\nsecond"), {});
+    std::unique_ptr<EditorSession> session = std::make_unique<EditorSession>(*app);
+
+    SessionFixture() { app->selectNote(a); }
+
+    [[nodiscard]] QString shown() const { return session->gateway().store().text(); }
+    /// Types at the end of the text.
+    void type(const QString& text)
+    {
+        EditGateway& gateway = session->gateway();
+        gateway.setSelection(TextSelection::caret(gateway.store().length()));
+        gateway.type(text);
+    }
+    /// Closes the project and opens it with `a` selected, in a session of its own.
+    void reopen()
+    {
+        app->closeProject();
+        session = std::make_unique<EditorSession>(*app);
+        app->openProject(project, false);
+        app->selectNote(a);
+    }
+    QString stored(const QUuid& id)
+    {
+        for (const auto& note : app->persistenceController()->load().notes) {
+            if (note->id == id)
+                return note->title + u'|' + note->body;
+        }
+        return {};
+    }
+};
+
+} // namespace orvane
