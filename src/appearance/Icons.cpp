@@ -37,14 +37,22 @@ Drawing drawingOf(Symbol symbol)
         return {"actions"_L1, "arrow-down"_L1};
     case Symbol::ChevronRight:
         return {"actions"_L1, "arrow-right"_L1};
+    case Symbol::ChevronUp:
+        return {"actions"_L1, "arrow-up"_L1};
     case Symbol::Clear:
         return {"actions"_L1, "edit-clear"_L1};
+    case Symbol::Colors:
+        return {"actions"_L1, "fill-color"_L1};
     case Symbol::Folder:
         return {"places"_L1, "folder"_L1};
     case Symbol::Forward:
         return {"actions"_L1, "go-next"_L1};
     case Symbol::Help:
         return {"actions"_L1, "games-hint"_L1};
+    case Symbol::History:
+        return {"actions"_L1, "view-history"_L1};
+    case Symbol::Keyboard:
+        return {"devices"_L1, "input-keyboard"_L1};
     case Symbol::LeftPane:
         return {"actions"_L1, "sidebar-collapse-left"_L1};
     case Symbol::Menu:
@@ -69,12 +77,16 @@ Drawing drawingOf(Symbol symbol)
         return {"actions"_L1, "tools-wizard"_L1};
     case Symbol::Rename:
         return {"actions"_L1, "edit-rename"_L1};
+    case Symbol::Revert:
+        return {"actions"_L1, "edit-undo"_L1};
     case Symbol::RightPane:
         return {"actions"_L1, "sidebar-collapse-right"_L1};
     case Symbol::RunCommand:
         return {"actions"_L1, "system-run"_L1};
     case Symbol::Search:
         return {"actions"_L1, "search"_L1};
+    case Symbol::Settings:
+        return {"actions"_L1, "settings-configure"_L1};
     case Symbol::Sort:
         return {"actions"_L1, "view-sort"_L1};
     case Symbol::Tag:
@@ -83,6 +95,8 @@ Drawing drawingOf(Symbol symbol)
         return {"places"_L1, "user-trash"_L1};
     case Symbol::Warning:
         return {"status"_L1, "dialog-warning"_L1};
+    case Symbol::Writing:
+        return {"actions"_L1, "document-edit"_L1};
     }
     return {};
 }

@@ -4,6 +4,7 @@
 #include "appearance/Contrast.h"
 
 #include <QAbstractButton>
+#include <QAbstractSpinBox>
 #include <QComboBox>
 #include <QMenu>
 #include <QPainter>
@@ -110,7 +111,7 @@ void OrvaneStyle::polish(QWidget* widget)
 {
     QProxyStyle::polish(widget);
     if (qobject_cast<QAbstractButton*>(widget) || qobject_cast<QComboBox*>(widget) ||
-        qobject_cast<QScrollBar*>(widget))
+        qobject_cast<QScrollBar*>(widget) || qobject_cast<QAbstractSpinBox*>(widget))
         widget->setAttribute(Qt::WA_Hover);
     if (qobject_cast<QMenu*>(widget) || widget->inherits("QTipLabel"))
         widget->setAttribute(Qt::WA_TranslucentBackground);
@@ -293,6 +294,10 @@ void OrvaneStyle::drawComplexControl(ComplexControl control, const QStyleOptionC
         if (const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option))
             return drawComboBox(*combo, *painter);
         break;
+    case CC_SpinBox:
+        if (const auto* spin = qstyleoption_cast<const QStyleOptionSpinBox*>(option))
+            return drawSpinBox(*spin, *painter, widget);
+        break;
     default:
         break;
     }
@@ -377,6 +382,7 @@ QSize OrvaneStyle::sizeFromContents(ContentsType type, const QStyleOption* optio
             return {size.width() + 16, 34};
         return size;
     case CT_ComboBox:
+    case CT_SpinBox:
         return {size.width() + 40, 34};
     case CT_MenuItem:
         if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option))

@@ -10,6 +10,7 @@ class QStyleOptionButton;
 class QStyleOptionComboBox;
 class QStyleOptionMenuItem;
 class QStyleOptionSlider;
+class QStyleOptionSpinBox;
 
 namespace orvane {
 
@@ -57,10 +58,14 @@ private:
     void drawToolButtonFace(const QStyleOption& option, QPainter& painter) const;
     void drawFieldFrame(const QStyleOption& option, QPainter& painter) const;
     void drawCheckBoxMark(const QStyleOption& option, QPainter& painter) const;
+    static void drawValueFace(const QStyleOption& option, QPainter& painter);
     void drawComboBox(const QStyleOptionComboBox& option, QPainter& painter) const;
+    void drawSpinBox(const QStyleOptionSpinBox& option, QPainter& painter,
+                     const QWidget* widget) const;
     void drawMenuItem(const QStyleOptionMenuItem& option, QPainter& painter) const;
     void drawScrollBar(const QStyleOptionSlider& option, QPainter& painter,
                        const QWidget* widget) const;
+    [[nodiscard]] static QRect spinBoxPart(const QRect& rect, SubControl part);
     [[nodiscard]] QSize menuItemSize(const QStyleOptionMenuItem& option) const;
 
     const Look& m_look;

@@ -3,6 +3,7 @@
 #include "appearance/Contrast.h"
 #include "appearance/OrvaneStyle.h"
 
+#include <QAbstractSpinBox>
 #include <QPainter>
 #include <QPainterPath>
 #include <QStyleOption>
@@ -41,7 +42,8 @@ void OrvaneStyle::drawCheckBoxMark(const QStyleOption& option, QPainter& painter
     painter.restore();
 }
 
-void OrvaneStyle::drawComboBox(const QStyleOptionComboBox& option, QPainter& painter) const
+/// The face of a control that holds a value which is chosen or stepped.
+void OrvaneStyle::drawValueFace(const QStyleOption& option, QPainter& painter)
 {
     const QColor ground = option.palette.color(QPalette::Window);
     const QColor ink = option.palette.color(QPalette::WindowText);
@@ -49,11 +51,59 @@ void OrvaneStyle::drawComboBox(const QStyleOptionComboBox& option, QPainter& pai
         option.state.testFlag(State_MouseOver) && option.state.testFlag(State_Enabled);
     drawPanel(painter, option.rect, 6, hovered ? blended(ink, 0.06, ground) : QColor(),
               blended(ink, 0.16, ground));
+}
+
+void OrvaneStyle::drawComboBox(const QStyleOptionComboBox& option, QPainter& painter) const
+{
+    drawValueFace(option, painter);
     if (option.state.testFlag(State_HasFocus) && option.state.testFlag(State_KeyboardFocusChange))
         drawFocusRing(painter, option.rect, 6, option.palette.color(QPalette::LinkVisited));
     Look::drawSymbol(painter,
                      QRectF(option.rect.right() - 24, option.rect.top(), 20, option.rect.height()),
                      Symbol::ChevronDown, 12, option.palette.color(QPalette::PlaceholderText));
+}
+
+void OrvaneStyle::drawSpinBox(const QStyleOptionSpinBox& option, QPainter& painter,
+                              const QWidget* widget) const
+{
+    drawValueFace(option, painter);
+    if (option.state.testFlag(State_HasFocus) && option.state.testFlag(State_Enabled))
+        drawFocusRing(painter, option.rect, 6, option.palette.color(QPalette::LinkVisited));
+    const QColor ink = option.palette.color(QPalette::PlaceholderText);
+    const QColor strong = option.palette.color(QPalette::WindowText);
+    struct Arrow {
+        SubControl part;
+        QAbstractSpinBox::StepEnabledFlag step;
+        Symbol symbol;
+    };
+    for (const auto& [part, step, symbol] :
+         {Arrow{SC_SpinBoxUp, QAbstractSpinBox::StepUpEnabled, Symbol::ChevronUp},
+          Arrow{SC_SpinBoxDown, QAbstractSpinBox::StepDownEnabled, Symbol::ChevronDown}}) {
+        const bool hovered =
+            option.activeSubControls == part && option.state.testFlag(State_MouseOver);
+        QColor color = hovered ? strong : ink;
+        if (!option.stepEnabled.testFlag(step) || !option.state.testFlag(State_Enabled))
+            color.setAlphaF(0.35F);
+        Look::drawSymbol(painter, subControlRect(CC_SpinBox, &option, part, widget), symbol, 10,
+                         color);
+    }
+}
+
+QRect OrvaneStyle::spinBoxPart(const QRect& rect, SubControl part)
+{
+    constexpr int arrows = 26;
+    const int middle = rect.height() / 2;
+    const QRect column(rect.right() - arrows, rect.top() + 3, arrows - 3, rect.height() - 6);
+    switch (part) {
+    case SC_SpinBoxUp:
+        return {column.left(), column.top(), column.width(), middle - 3};
+    case SC_SpinBoxDown:
+        return {column.left(), rect.top() + middle, column.width(), rect.height() - middle - 3};
+    case SC_SpinBoxEditField:
+        return rect.adjusted(8, 2, -arrows - 1, -2);
+    default:
+        return rect;
+    }
 }
 
 QRect OrvaneStyle::subElementRect(SubElement element, const QStyleOption* option,

@@ -27,6 +27,8 @@ void OrvaneStyle::drawScrollBar(const QStyleOptionSlider& option, QPainter& pain
 QRect OrvaneStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option,
                                   SubControl part, const QWidget* widget) const
 {
+    if (control == CC_SpinBox)
+        return spinBoxPart(option->rect, part);
     const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option);
     if (control != CC_ScrollBar || !slider)
         return QProxyStyle::subControlRect(control, option, part, widget);

@@ -8,8 +8,8 @@
 #include "core/AppCommandEvents.h"
 #include "shell/MainWindow.h"
 #include "shell/SessionEnd.h"
-#include "shell/ThemeStudioWindow.h"
 #include "shell/desktop/RequestOpener.h"
+#include "shell/settings/SettingsWindow.h"
 #include "shell/shortcuts/ShortcutCenter.h"
 
 #include <QApplication>
@@ -91,8 +91,8 @@ OrvaneWorkspaceApp::~OrvaneWorkspaceApp()
 {
     finish();
     m_questions.setHost(nullptr, nullptr);
-    m_themeStudio.reset();
     m_opener.reset();
+    m_settings.reset();
     m_window.reset();
     m_appState.reset();
 }
@@ -105,7 +105,7 @@ void OrvaneWorkspaceApp::start()
     connect(m_window.get(), &MainWindow::closed, this, &OrvaneWorkspaceApp::quitRequested);
     m_window->show();
     m_settingsWanted = m_notifications.observe(AppCommandEvents::openSettingsWindow,
-                                               [this](const NoPayload&) { showThemeStudio(); });
+                                               [this](const NoPayload&) { showSettings(); });
 }
 
 void OrvaneWorkspaceApp::open(const OpenRequest& request)
@@ -115,12 +115,13 @@ void OrvaneWorkspaceApp::open(const OpenRequest& request)
     m_opener->open(request);
 }
 
-ThemeStudioWindow& OrvaneWorkspaceApp::showThemeStudio()
+SettingsWindow& OrvaneWorkspaceApp::showSettings()
 {
-    if (!m_themeStudio)
-        m_themeStudio = std::make_unique<ThemeStudioWindow>(m_defaults, *m_themes, m_look);
-    m_themeStudio->present();
-    return *m_themeStudio;
+    if (!m_settings)
+        m_settings = std::make_unique<SettingsWindow>(m_appState->services(), m_look, *m_shortcuts,
+                                                      *m_themes);
+    m_settings->present();
+    return *m_settings;
 }
 
 void OrvaneWorkspaceApp::finish()

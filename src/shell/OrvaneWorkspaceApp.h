@@ -18,9 +18,9 @@ class DesktopColorScheme;
 class DesktopThemeFollower;
 class MainWindow;
 class RequestOpener;
-struct OpenRequest;
+class SettingsWindow;
 class ShortcutCenter;
-class ThemeStudioWindow;
+struct OpenRequest;
 
 /// The program: makes the services of this machine, the look, the central state and the main
 /// window, in the order in which they need each other, and takes them down again. Needs a
@@ -46,8 +46,8 @@ public:
     [[nodiscard]] Look& look() { return m_look; }
     [[nodiscard]] AppearanceThemeLibrary& themes() { return *m_themes; }
 
-    /// Opens the theme studio, or brings it to the front.
-    ThemeStudioWindow& showThemeStudio();
+    /// Opens the settings, or brings them to the front.
+    SettingsWindow& showSettings();
 
 signals:
     /// The person closed the main window, or the system asked the program to end.
@@ -71,7 +71,7 @@ private:
     std::unique_ptr<MainWindow> m_window;
     std::unique_ptr<RequestOpener> m_opener;
     QTimer m_checkTimer;
-    std::unique_ptr<ThemeStudioWindow> m_themeStudio;
+    std::unique_ptr<SettingsWindow> m_settings;
     NotificationCenter::Observation m_settingsWanted;
     bool m_finished = false;
 };

@@ -9,8 +9,8 @@
 #include "shell/MainWindow.h"
 #include "shell/OrvaneWorkspaceApp.h"
 #include "shell/ProjectTilesModel.h"
-#include "shell/ThemeStudioWindow.h"
 #include "shell/TourHand.h"
+#include "shell/settings/SettingsWindow.h"
 
 #include <QAbstractButton>
 #include <QDir>
@@ -70,6 +70,7 @@ private:
     void makeProjects();
     void buildNovel();
     void looks();
+    void settings();
     void commandPalette();
     void browse();
     void quitAndComeBack();
@@ -277,7 +278,7 @@ void Tour::buildNovel()
     }
 }
 
-/// The main window in the other built-in looks, and the theme studio.
+/// The main window in the other built-in looks, and the settings.
 void Tour::looks()
 {
     AppearanceThemeLibrary& themes = m_app->themes();
@@ -287,14 +288,31 @@ void Tour::looks()
     themes.applyTheme(googleWorkspaceBundle().id, AppearanceThemeMode::Light);
     picture(u"main-google"_s);
     themes.applyTheme(signature, AppearanceThemeMode::Dark);
-    ThemeStudioWindow& studio = m_app->showThemeStudio();
-    TourHand::settle();
-    const QString file = u"%1/theme-studio.png"_s.arg(m_folder);
-    expect(studio.grab().save(file), u"picture written to "_s + file);
-    studio.close();
+    settings();
     window().activateWindow();
     expect(TourHand::waitFor([this] { return window().isActiveWindow(); }),
            u"the main window is active again"_s);
+}
+
+/// Every page of the settings in the Light and the Dark look.
+void Tour::settings()
+{
+    window().activateWindow();
+    m_hand->press(Qt::Key_Comma, Qt::ControlModifier);
+    SettingsWindow& settings = m_app->showSettings();
+    expect(settings.isVisible(), u"Ctrl+Comma opens the settings"_s);
+    for (const auto mode : {AppearanceThemeMode::Light, AppearanceThemeMode::Dark}) {
+        m_app->themes().applyTheme(signatureBundle().id, mode);
+        for (int page = 0; page < settingsPageCount; ++page) {
+            settings.showPage(SettingsPageId(page));
+            TourHand::settle();
+            const QString file = u"%1/settings-%2-%3.png"_s.arg(
+                m_folder, QString(title(SettingsPageId(page))).toLower().replace(u' ', u'-'),
+                modeText(mode));
+            expect(settings.grab().save(file), u"picture written to "_s + file);
+        }
+    }
+    settings.close();
 }
 
 void Tour::browse()

@@ -53,7 +53,7 @@ TEST_F(WornLookTest, OtherTokensRestyleWhatIsOpen)
 TEST_F(WornLookTest, EverySymbolHasADrawingInTheTokensColour)
 {
     const QColor ink(10, 200, 30);
-    for (int i = 0; i <= int(Symbol::Warning); ++i) {
+    for (int i = 0; i <= int(Symbol::Writing); ++i) {
         const QImage image = symbolPixmap(Symbol(i), 32, ink).toImage();
         bool hasInk = false;
         for (int y = 0; y < image.height(); ++y) {

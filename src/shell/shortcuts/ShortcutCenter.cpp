@@ -93,6 +93,13 @@ void ShortcutCenter::setShortcut(ShortcutAction action, const ShortcutData& shor
     ShortcutStorage::saveOverrides(m_services.defaults, overrides);
 }
 
+void ShortcutCenter::restoreDefault(ShortcutAction action)
+{
+    auto overrides = ShortcutStorage::loadOverrides(m_services.defaults);
+    if (overrides.remove(action) > 0)
+        ShortcutStorage::saveOverrides(m_services.defaults, overrides);
+}
+
 void ShortcutCenter::restoreDefaults()
 {
     ShortcutStorage::clearOverrides(m_services.defaults, m_services.notifications);

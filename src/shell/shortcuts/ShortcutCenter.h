@@ -37,6 +37,8 @@ public:
     /// Stores a key of a person's choice. One that another action has as well is stored all the
     /// same; the action first in order keeps it.
     void setShortcut(ShortcutAction action, const ShortcutData& shortcut);
+    /// The action has its default key again.
+    void restoreDefault(ShortcutAction action);
     /// All actions have their default keys again.
     void restoreDefaults();
 

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "shell/settings/SettingRow.h"
+
+#include "appearance/Look.h"
+
+#include <QAbstractButton>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QVBoxLayout>
+
+namespace orvane {
+
+namespace {
+
+constexpr int lowest = 52;
+constexpr int gap = 24;
+
+} // namespace
+
+SettingRow::SettingRow(const RowText& text, QWidget* control, QWidget* parent)
+    : QWidget(parent)
+    , m_control(control)
+    , m_hint(makeLabel(text.hint, TextStyle::Label, LabelInk::Secondary, this))
+{
+    setMinimumHeight(lowest);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 8, 0, 9);
+    row->setSpacing(gap);
+    auto* words = new QVBoxLayout;
+    words->setContentsMargins({});
+    words->setSpacing(2);
+    words->addStretch(1);
+    words->addWidget(makeLabel(text.title, TextStyle::Body));
+    m_hint->setWordWrap(true);
+    m_hint->setVisible(!text.hint.isEmpty());
+    words->addWidget(m_hint);
+    words->addStretch(1);
+    row->addLayout(words, 1);
+    row->addWidget(control, 0, Qt::AlignRight | Qt::AlignVCenter);
+    control->setAccessibleName(text.title);
+    control->setAccessibleDescription(text.hint);
+}
+
+void SettingRow::setHint(const QString& hint)
+{
+    m_hint->setText(hint);
+    m_hint->setVisible(!hint.isEmpty());
+    m_control->setAccessibleDescription(hint);
+}
+
+void SettingRow::paintEvent(QPaintEvent*)
+{
+    QPainter(this).fillRect(0, height() - 1, width(), 1, palette().color(QPalette::Mid));
+}
+
+void SettingRow::mouseReleaseEvent(QMouseEvent* event)
+{
+    auto* button = qobject_cast<QAbstractButton*>(m_control);
+    if (button && button->isCheckable() && button->isEnabled() &&
+        event->button() == Qt::LeftButton && rect().contains(event->pos()))
+        button->click();
+}
+
+} // namespace orvane

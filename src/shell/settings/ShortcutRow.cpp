@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "shell/settings/ShortcutRow.h"
+
+#include "appearance/Look.h"
+#include "shell/shortcuts/DesktopReservations.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+#include <QToolButton>
+
+namespace orvane {
+
+namespace {
+
+constexpr int lowest = 48;
+constexpr int keyWidth = 176;
+constexpr int recordingWidth = 352;
+
+} // namespace
+
+ShortcutRow::ShortcutRow(ShortcutAction action, Look& look, QWidget* parent)
+    : QWidget(parent)
+    , m_action(action)
+    , m_look(look)
+    , m_title(title(action))
+    , m_reset(new QToolButton(this))
+    , m_key(new QPushButton(this))
+{
+    setMinimumHeight(lowest);
+    m_note = makeNote();
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 6, 0, 7);
+    row->setSpacing(8);
+    auto* words = new QVBoxLayout;
+    words->setSpacing(2);
+    words->addStretch(1);
+    words->addWidget(makeLabel(m_title, TextStyle::Body));
+    words->addWidget(m_note);
+    words->addStretch(1);
+    row->addLayout(words, 1);
+    m_reset->setIcon(look.icon(Symbol::Revert, Surface::Page));
+    m_reset->setFixedSize(28, 28);
+    m_reset->setAccessibleName(tr("Default key for %1").arg(m_title));
+    m_reset->setFocusPolicy(Qt::StrongFocus);
+    QSizePolicy keepsRoom = m_reset->sizePolicy();
+    keepsRoom.setRetainSizeWhenHidden(true);
+    m_reset->setSizePolicy(keepsRoom);
+    row->addWidget(m_reset, 0, Qt::AlignVCenter);
+    m_key->setFixedWidth(keyWidth);
+    m_key->setAutoDefault(false);
+    row->addWidget(m_key, 0, Qt::AlignVCenter);
+    connect(m_key, &QPushButton::clicked, this, &ShortcutRow::recordingWanted);
+    connect(m_reset, &QToolButton::clicked, this, &ShortcutRow::defaultWanted);
+}
+
+QWidget* ShortcutRow::makeNote()
+{
+    auto* note = new QWidget(this);
+    auto* layout = new QHBoxLayout(note);
+    layout->setContentsMargins({});
+    layout->setSpacing(12);
+    m_noteText = makeLabel({}, TextStyle::Label, LabelInk::Secondary, note);
+    m_noteText->setWordWrap(true);
+    m_offer = new QPushButton(note);
+    m_offer->setAutoDefault(false);
+    layout->addWidget(m_noteText, 1);
+    layout->addWidget(m_offer, 0, Qt::AlignVCenter);
+    connect(m_offer, &QPushButton::clicked, this, [this] { emit shortcutWanted(m_offered); });
+    return note;
+}
+
+void ShortcutRow::showBinding(const ShortcutBindings& bindings)
+{
+    const ShortcutData shortcut = bindings.shortcut(m_action);
+    m_keyText = shortcut.desktopText();
+    m_key->setFixedWidth(keyWidth);
+    m_key->setText(m_keyText);
+    m_key->setAccessibleName(tr("%1, %2").arg(m_title, m_keyText));
+    m_key->setToolTip(tr("Record another key"));
+    m_reset->setVisible(bindings.isOverridden(m_action));
+    m_reset->setToolTip(tr("Back to %1").arg(defaultShortcut(m_action).desktopText()));
+    if (const auto other = bindings.conflict(m_action, shortcut))
+        showNote(tr("Also used by %1.").arg(title(*other)), {});
+    else if (const auto reserved = desktopReservation(shortcut))
+        showNote(*reserved, freeShortcut(m_action, bindings));
+    else
+        showNote({}, {});
+}
+
+void ShortcutRow::showRecording(const QString& held)
+{
+    m_key->setFixedWidth(recordingWidth);
+    m_key->setText(held.isEmpty() ? tr("Hold Ctrl, Alt, Super, or Shift, then press a key")
+                                  : held + QStringLiteral("+…"));
+    m_key->setAccessibleName(tr("%1, %2").arg(m_title, m_key->text()));
+    m_key->setToolTip(tr("Esc keeps the old one"));
+}
+
+void ShortcutRow::showConflict(ShortcutAction other)
+{
+    showNote(
+        tr("Also used by %1. Your new shortcut was saved; change the other command if needed.")
+            .arg(title(other)),
+        {});
+}
+
+void ShortcutRow::showNote(const QString& text, const std::optional<ShortcutData>& offer)
+{
+    m_noteText->setText(text);
+    m_offered = offer.value_or(ShortcutData{});
+    m_offer->setText(offer ? tr("Use %1").arg(offer->desktopText()) : QString());
+    m_offer->setVisible(offer.has_value());
+    m_note->setVisible(!text.isEmpty());
+    m_key->setAccessibleDescription(text);
+}
+
+bool ShortcutRow::matches(const QString& words) const
+{
+    return m_title.contains(words, Qt::CaseInsensitive) ||
+           m_keyText.contains(words, Qt::CaseInsensitive);
+}
+
+QString ShortcutRow::keyText() const
+{
+    return m_key->text();
+}
+
+QString ShortcutRow::noteText() const
+{
+    return m_note->isVisibleTo(this) ? m_noteText->text() : QString();
+}
+
+void ShortcutRow::paintEvent(QPaintEvent*)
+{
+    QPainter(this).fillRect(0, height() - 1, width(), 1, palette().color(QPalette::Mid));
+}
+
+} // namespace orvane
