@@ -227,8 +227,9 @@ TEST_F(SettingsWindowTest, ConflictsAreSaidAndSaved)
     click(bold.keyButton());
     m_keys->press(Qt::Key_I, Qt::ControlModifier);
     EXPECT_EQ(bold.keyText(), u"Ctrl+I"_s);
-    EXPECT_EQ(bold.noteText(), u"Also used by Italic. Your new shortcut was saved; change the other "
-                               "command if needed."_s);
+    EXPECT_EQ(bold.noteText(),
+              u"Also used by Italic. Your new shortcut was saved; change the other "
+              "command if needed."_s);
     EXPECT_EQ(italic.noteText(), u"Also used by Bold."_s);
     EXPECT_TRUE(stored(ShortcutAction::bold).matches(stored(ShortcutAction::italic)));
 
@@ -310,8 +311,7 @@ TEST_F(SettingsWindowTest, TheStudioRestylesTheOpenMainWindow)
     };
     EXPECT_EQ(binder(), QColor(0x0A, 0x0E, 0x16));
     m_settings->showPage(SettingsPageId::Appearance);
-    auto& studio =
-        dynamic_cast<ThemeStudioView&>(m_settings->page(SettingsPageId::Appearance));
+    auto& studio = dynamic_cast<ThemeStudioView&>(m_settings->page(SettingsPageId::Appearance));
     studio.select(googleWorkspaceBundle().id);
     studio.select(AppearanceThemeMode::Light);
     studio.applySelected();

@@ -30,12 +30,13 @@ QString tr(const char* text)
 
 QWidget* makeGeneralPage(const SettingsServices& s)
 {
-    auto* page = new SettingsPage({title(SettingsPageId::General), {}}, s.services.defaults, s.look);
+    auto* page =
+        new SettingsPage({title(SettingsPageId::General), {}}, s.services.defaults, s.look);
     page->addHead(tr("Start"));
     QList<Choice> destinations;
-    for (const auto destination : {OrvaneWorkspaceLaunchDestination::Projects,
-                                   OrvaneWorkspaceLaunchDestination::LastProject,
-                                   OrvaneWorkspaceLaunchDestination::LastNote})
+    for (const auto destination :
+         {OrvaneWorkspaceLaunchDestination::Projects, OrvaneWorkspaceLaunchDestination::LastProject,
+          OrvaneWorkspaceLaunchDestination::LastNote})
         destinations.append({storedValue(destination), label(destination)});
     page->addChoice(SessionKeys::launchDestination,
                     {tr("When the program starts"), tr("What is on the screen first.")},
@@ -123,19 +124,19 @@ QWidget* makeVersionHistoryPage(const SettingsServices& s)
     minutes.unit = tr("min");
     minutes.scale = 1.0 / 60;
     minutes.above0 = true;
-    SettingRow* row = page->addNumber(
-        autoSnapshotIntervalSetting,
-        {tr("Interval"), tr("The shortest time between two of them.")}, minutes);
+    SettingRow* row =
+        page->addNumber(autoSnapshotIntervalSetting,
+                        {tr("Interval"), tr("The shortest time between two of them.")}, minutes);
     page->enableWith(row, autoSnapshotEnabledSetting);
     NumberForm count;
     count.lowest = 1;
     count.highest = 10'000;
     count.step = 10;
     count.above0 = true;
-    page->addNumber(maxSnapshotsSetting,
-                    {tr("Versions of each note"),
-                     tr("The oldest make room when a further one is kept.")},
-                    count);
+    page->addNumber(
+        maxSnapshotsSetting,
+        {tr("Versions of each note"), tr("The oldest make room when a further one is kept.")},
+        count);
     return page;
 }
 
@@ -149,8 +150,8 @@ QWidget* makeProjectsPage(const SettingsServices& s)
     page->addHead(tr("Folder"));
     const QString folder = ProjectLibraryController(s.services.folders).projectsDirectoryPath();
     auto* show = new QPushButton(tr("Show Folder"));
-    SettingRow* row = page->addRow(
-        {tr("Projects are kept in"), QDir::toNativeSeparators(folder)}, show);
+    SettingRow* row =
+        page->addRow({tr("Projects are kept in"), QDir::toNativeSeparators(folder)}, show);
     show->setAccessibleName(tr("Show the folder of the projects"));
     QObject::connect(show, &QPushButton::clicked, row, [folder] {
         QDir().mkpath(folder);

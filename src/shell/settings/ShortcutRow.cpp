@@ -100,10 +100,9 @@ void ShortcutRow::showRecording(const QString& held)
 
 void ShortcutRow::showConflict(ShortcutAction other)
 {
-    showNote(
-        tr("Also used by %1. Your new shortcut was saved; change the other command if needed.")
-            .arg(title(other)),
-        {});
+    showNote(tr("Also used by %1. Your new shortcut was saved; change the other command if needed.")
+                 .arg(title(other)),
+             {});
 }
 
 void ShortcutRow::showNote(const QString& text, const std::optional<ShortcutData>& offer)

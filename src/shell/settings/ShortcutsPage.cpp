@@ -73,12 +73,11 @@ void ShortcutsPage::makeRows()
 
 void ShortcutsPage::observeRecording(NotificationCenter& notifications)
 {
-    m_observations.push_back(notifications.observe(ShortcutRecordingState::capturePreview,
-                                                   [this](const ShortcutCapturePreview& preview) {
-                                                       if (m_recorded == preview.action)
-                                                           row(preview.action)
-                                                               .showRecording(preview.desktopText);
-                                                   }));
+    m_observations.push_back(notifications.observe(
+        ShortcutRecordingState::capturePreview, [this](const ShortcutCapturePreview& preview) {
+            if (m_recorded == preview.action)
+                row(preview.action).showRecording(preview.desktopText);
+        }));
     m_observations.push_back(notifications.observe(
         ShortcutRecordingState::captureCompleted, [this](const ShortcutCapture& capture) {
             stopRecording();
