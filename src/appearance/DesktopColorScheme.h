@@ -4,7 +4,6 @@
 #include <QDBusConnection>
 #include <QObject>
 
-class QDBusVariant;
 class QPalette;
 
 namespace orvane {
@@ -28,9 +27,9 @@ signals:
 /// The scheme that a palette is made for, by whether its text is lighter than its ground.
 [[nodiscard]] ColorScheme schemeOf(const QPalette& palette);
 
-/// Asks the desktop's settings portal (freedesktop.org's org.freedesktop.portal.Settings, key
-/// color-scheme of org.freedesktop.appearance) and follows its signal. Until it answers, where
-/// there is none, and where it has no preference, the fallback stands. Nothing here waits.
+/// Asks the desktop's settings portal (key color-scheme of org.freedesktop.appearance) and follows
+/// it. Until it answers, where there is none, and where it has no preference, the fallback stands.
+/// Nothing here waits.
 class PortalColorScheme final : public DesktopColorScheme {
     Q_OBJECT
 public:
@@ -40,9 +39,6 @@ public:
                                QObject* parent = nullptr);
 
     [[nodiscard]] ColorScheme scheme() const override { return m_scheme; }
-
-private slots:
-    void takeChange(const QString& group, const QString& key, const QDBusVariant& value);
 
 private:
     void take(const QVariant& value);

@@ -189,6 +189,11 @@ QWidget* MainWindow::makePanes(QWidget* parent)
     return panes;
 }
 
+void MainWindow::setReducedMotion(std::function<bool()> reducedMotion)
+{
+    m_paneController->setReducedMotion(std::move(reducedMotion));
+}
+
 void MainWindow::showPaneToggles()
 {
     const SideVisibility visible =

@@ -32,6 +32,8 @@ public:
     [[nodiscard]] SheetHost& sheets() { return *m_sheets; }
     [[nodiscard]] EditorPaneView& editorPane() { return *m_editor; }
     [[nodiscard]] CommandCenter& commands() { return m_commands; }
+    /// Asked before anything moves; while unset, things move.
+    void setReducedMotion(std::function<bool()> reducedMotion);
     void openCommandPalette();
     /// Writes what is being edited now.
     void flushDrafts();

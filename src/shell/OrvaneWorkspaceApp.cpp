@@ -2,6 +2,7 @@
 #include "shell/OrvaneWorkspaceApp.h"
 
 #include "appearance/AppearanceObserver.h"
+#include "appearance/DesktopMotion.h"
 #include "appearance/themes/AppearanceKeysMigration.h"
 #include "appearance/themes/AppearanceThemeLibrary.h"
 #include "appearance/themes/DesktopThemeFollower.h"
@@ -104,6 +105,8 @@ void OrvaneWorkspaceApp::start()
     m_questions.setHost(&m_window->sheets(), &m_look);
     connect(m_window.get(), &MainWindow::closed, this, &OrvaneWorkspaceApp::quitRequested);
     m_window->show();
+    m_motion = std::make_unique<DesktopMotion>(m_defaults);
+    m_window->setReducedMotion([this] { return m_motion->isReduced(); });
     m_settingsWanted = m_notifications.observe(AppCommandEvents::openSettingsWindow,
                                                [this](const NoPayload&) { showSettings(); });
 }

@@ -15,6 +15,7 @@ namespace orvane {
 class AppearanceObserver;
 class AppearanceThemeLibrary;
 class DesktopColorScheme;
+class DesktopMotion;
 class DesktopThemeFollower;
 class MainWindow;
 class RequestOpener;
@@ -68,6 +69,7 @@ private:
     LicencePolicy m_licence;
     std::unique_ptr<ShortcutCenter> m_shortcuts;
     std::unique_ptr<AppState> m_appState;
+    std::unique_ptr<DesktopMotion> m_motion;
     std::unique_ptr<MainWindow> m_window;
     std::unique_ptr<RequestOpener> m_opener;
     QTimer m_checkTimer;

@@ -1,16 +1,15 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "appearance/DesktopColorScheme.h"
 
+#include "FakePortal.h"
+#include "appearance/DesktopMotion.h"
 #include "appearance/themes/AppearanceFields.h"
 #include "appearance/themes/AppearanceThemeLibrary.h"
 #include "appearance/themes/BundledThemes.h"
 #include "appearance/themes/DesktopThemeFollower.h"
 #include "platform/Clock.h"
 
-#include <QDBusContext>
-#include <QDBusVariant>
 #include <QPalette>
-#include <QProcess>
 #include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -20,58 +19,6 @@ namespace orvane {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// A bus of its own, and on it a settings portal and a connection for those who ask.
-class FakePortal : public QObject, protected QDBusContext {
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
-public:
-    FakePortal()
-    {
-        m_daemon.start(u"dbus-daemon"_s,
-                       {u"--session"_s, u"--nofork"_s, u"--nopidfile"_s, u"--print-address"_s});
-        if (!m_daemon.waitForStarted() || !m_daemon.waitForReadyRead())
-            return;
-        const QString address = QString::fromLatin1(m_daemon.readLine().trimmed());
-        QDBusConnection portal = QDBusConnection::connectToBus(address, u"portal"_s);
-        portal.registerObject(u"/org/freedesktop/portal/desktop"_s, this,
-                              QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals);
-        portal.registerService(u"org.freedesktop.portal.Desktop"_s);
-        client = QDBusConnection::connectToBus(address, u"portal-client"_s);
-    }
-    ~FakePortal() override
-    {
-        client = QDBusConnection(QString());
-        QDBusConnection::disconnectFromBus(u"portal-client"_s);
-        QDBusConnection::disconnectFromBus(u"portal"_s);
-        m_daemon.terminate();
-        m_daemon.waitForFinished();
-    }
-
-    void setPreference(uint preference)
-    {
-        emit SettingChanged(u"org.freedesktop.appearance"_s, u"color-scheme"_s,
-                            QDBusVariant(preference));
-    }
-
-    QDBusConnection client{QString()};
-    QVariant scheme = 0U;
-
-public slots:
-    // NOLINTNEXTLINE(readability-identifier-naming): the name of the portal's method
-    QDBusVariant Read(const QString& group, const QString& key)
-    {
-        if (group != "org.freedesktop.appearance"_L1 || key != "color-scheme"_L1)
-            sendErrorReply(QDBusError::InvalidArgs);
-        return QDBusVariant(scheme);
-    }
-
-signals:
-    void SettingChanged(const QString& group, const QString& key, const QDBusVariant& value);
-
-private:
-    QProcess m_daemon;
-};
 
 class FixedScheme final : public DesktopColorScheme {
 public:
@@ -92,7 +39,7 @@ TEST(DesktopColorScheme, followsThePortal)
 {
     FakePortal portal;
     ASSERT_TRUE(portal.client.isConnected());
-    portal.scheme = QVariant::fromValue(QDBusVariant(1U));
+    portal.values.insert(u"color-scheme"_s, QVariant::fromValue(QDBusVariant(1U)));
     PortalColorScheme desktop(ColorScheme::Light, portal.client);
     EXPECT_EQ(desktop.scheme(), ColorScheme::Light);
     QSignalSpy changes(&desktop, &DesktopColorScheme::changed);
@@ -111,11 +58,11 @@ TEST(DesktopColorScheme, followsThePortal)
         {"a value of the future", 9, ColorScheme::Light},
     };
     for (const auto& row : rows) {
-        portal.setPreference(row.preference);
+        portal.change(u"org.freedesktop.appearance"_s, u"color-scheme"_s, row.preference);
         EXPECT_TRUE(changes.wait()) << row.name;
         EXPECT_EQ(desktop.scheme(), row.expected) << row.name;
     }
-    emit portal.SettingChanged(u"org.freedesktop.appearance"_s, u"contrast"_s, QDBusVariant(1U));
+    portal.change(u"org.freedesktop.appearance"_s, u"contrast"_s, 1U);
     EXPECT_FALSE(changes.wait(50));
     EXPECT_EQ(changes.size(), 1 + int(std::size(rows)));
 }
@@ -158,6 +105,39 @@ TEST(DesktopThemeFollower, switchesTheActivePairWhileAsked)
     EXPECT_TRUE(wears(googleWorkspaceBundle().dark)) << "no active theme";
 }
 
-} // namespace orvane
+TEST(DesktopMotion, isReducedWhereAnyDesktopSaysSo)
+{
+    FakePortal portal;
+    ASSERT_TRUE(portal.client.isConnected());
+    portal.values.insert(u"enable-animations"_s, false);
+    UserDefaults defaults;
+    const DesktopMotion motion(defaults, portal.client);
+    EXPECT_FALSE(motion.isReduced()) << "before the answer";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return motion.isReduced(); }));
+    portal.change(u"org.gnome.desktop.interface"_s, u"enable-animations"_s, true);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !motion.isReduced(); }));
 
-#include "DesktopColorSchemeTest.moc"
+    const struct {
+        const char* name;
+        const char* group;
+        const char* key;
+        QVariant value;
+        bool reduced;
+    } rows[] = {
+        {"asked for", "org.freedesktop.appearance", "reduced-motion", 1U, true},
+        {"not any more", "org.freedesktop.appearance", "reduced-motion", 0U, false},
+        {"no duration", "org.kde.kdeglobals.KDE", "AnimationDurationFactor", u"0"_s, true},
+        {"a long one", "org.kde.kdeglobals.KDE", "AnimationDurationFactor", u"1.5"_s, false},
+    };
+    for (const auto& row : rows) {
+        portal.change(QString::fromLatin1(row.group), QString::fromLatin1(row.key), row.value);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return motion.isReduced() == row.reduced; })) << row.name;
+    }
+    motionSetting.write(defaults, u"reduced"_s);
+    EXPECT_TRUE(motion.isReduced()) << "the person's own word";
+    portal.change(u"org.gnome.desktop.interface"_s, u"enable-animations"_s, false);
+    motionSetting.write(defaults, u"full"_s);
+    EXPECT_FALSE(motion.isReduced());
+}
+
+} // namespace orvane
