@@ -13,6 +13,7 @@
 #include "shell/commands/AppMenus.h"
 #include "shell/commands/CommandPalette.h"
 #include "shell/layout/OrvaneWorkspaceSplitViewController.h"
+#include "shell/layout/PaneFocus.h"
 #include "shell/layout/PaneLayoutSettings.h"
 #include "shell/layout/SplitDivider.h"
 #include "shell/layout/WindowPlacement.h"
@@ -227,6 +228,19 @@ void MainWindow::makeDirectCommands()
         setWindowState(windowState() ^ Qt::WindowFullScreen);
     };
     m_commands.setDirect(DirectCommand::CommandPalette, [this] { openCommandPalette(); });
+    const auto showsPanes = [this] {
+        return m_appState.rootPresentationMode() == RootPresentationMode::Editor;
+    };
+    const auto goToPane = [this, showsPanes](int by) {
+        if (showsPanes())
+            focusPane({m_toolbar, m_binder, m_editor, m_inspector}, by);
+    };
+    m_commands.setDirect(
+        DirectCommand::NextPane, [goToPane] { goToPane(1); }, showsPanes);
+    m_commands.setDirect(
+        DirectCommand::PreviousPane, [goToPane] { goToPane(-1); }, showsPanes);
+    addKey(QKeySequence(Qt::Key_F6), [goToPane] { goToPane(1); });
+    addKey(QKeySequence(Qt::SHIFT | Qt::Key_F6), [goToPane] { goToPane(-1); });
     m_commands.setDirect(DirectCommand::CloseWindow, [this] { close(); });
     m_commands.setDirect(DirectCommand::Quit, [this] { close(); });
     m_commands.setDirect(DirectCommand::Minimize, [this] { showMinimized(); });

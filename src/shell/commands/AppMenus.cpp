@@ -57,13 +57,20 @@ void fill(QMenu& menu, CommandMenu which, CommandCenter& commands)
     }
 }
 
-} // namespace
-
-QMenu* makeCommandMenu(CommandMenu which, CommandCenter& commands, QWidget* parent)
+/// Filled only when it is about to be shown, so that a start costs no menus.
+QMenu* makeEmptyMenu(CommandMenu which, CommandCenter& commands, QWidget* parent)
 {
     auto* menu = new QMenu(menuTitle(which), parent);
     QObject::connect(menu, &QMenu::aboutToShow, menu,
                      [menu, which, &commands] { fill(*menu, which, commands); });
+    return menu;
+}
+
+} // namespace
+
+QMenu* makeCommandMenu(CommandMenu which, CommandCenter& commands, QWidget* parent)
+{
+    QMenu* menu = makeEmptyMenu(which, commands, parent);
     fill(*menu, which, commands);
     return menu;
 }
@@ -72,7 +79,7 @@ QMenu* makeApplicationMenu(CommandCenter& commands, QWidget* parent)
 {
     auto* menu = new QMenu(parent);
     for (int i = 0; i < commandMenuCount; ++i)
-        menu->addMenu(makeCommandMenu(CommandMenu(i), commands, menu));
+        menu->addMenu(makeEmptyMenu(CommandMenu(i), commands, menu));
     QObject::connect(menu, &QMenu::aboutToShow, menu, [menu, &commands] {
         const auto actions = menu->actions();
         for (int i = 0; i < commandMenuCount; ++i) {

@@ -25,6 +25,8 @@ enum class DirectCommand {
     Paste,
     SelectAll,
     CommandPalette,
+    NextPane,
+    PreviousPane,
     CloseWindow,
     Minimize,
     FullScreen,
@@ -32,7 +34,7 @@ enum class DirectCommand {
     Guide,
     About,
 };
-inline constexpr int directCommandCount = 14;
+inline constexpr int directCommandCount = 16;
 
 /// What must be there for a command to act.
 enum class CommandNeed {

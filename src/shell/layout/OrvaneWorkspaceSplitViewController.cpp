@@ -121,7 +121,7 @@ void OrvaneWorkspaceSplitViewController::defaultsChanged(const QString& key)
     using namespace PaneLayoutSettings;
     if (key == binderVisible.keyText() || key == inspectorVisible.keyText()) {
         if (!m_isWritingVisibility)
-            synchronizePaneVisibilityWithDefaults(Force::No);
+            synchronizePaneVisibilityWithDefaults(Force::No, Motion::None);
     } else if (key == binderLock.keyText() || key == editorLock.keyText() ||
                key == inspectorLock.keyText()) {
         m_paneLayout.setLocks(readLocks(m_services.defaults));
@@ -146,7 +146,7 @@ void OrvaneWorkspaceSplitViewController::apply(const SplitLayout& layout, Motion
 void OrvaneWorkspaceSplitViewController::viewDidLayout()
 {
     applyLockConstraints();
-    synchronizePaneVisibilityWithDefaults(Force::No);
+    synchronizePaneVisibilityWithDefaults(Force::No, Motion::None);
     applyInitialBalancedSplitIfNeeded();
     scheduleStartupLayoutRepairIfNeeded();
     applyPaneLayoutIfNeeded();
@@ -269,7 +269,7 @@ void OrvaneWorkspaceSplitViewController::setVisibility(const SideVisibility& vis
         PaneLayoutSettings::binderVisible.write(m_services.defaults, visible.binder);
         PaneLayoutSettings::inspectorVisible.write(m_services.defaults, visible.inspector);
     }
-    synchronizePaneVisibilityWithDefaults(Force::Yes);
+    synchronizePaneVisibilityWithDefaults(Force::Yes, motion());
 }
 
 void OrvaneWorkspaceSplitViewController::collapseLeftPane()
@@ -288,7 +288,8 @@ void OrvaneWorkspaceSplitViewController::restoreDefaultThreePaneLayout()
     publishPaneWidths();
 }
 
-void OrvaneWorkspaceSplitViewController::synchronizePaneVisibilityWithDefaults(Force force)
+void OrvaneWorkspaceSplitViewController::synchronizePaneVisibilityWithDefaults(Force force,
+                                                                               Motion motion)
 {
     const SideVisibility visible = visibilityFromDefaults();
     if (visible == m_lastApplied && force == Force::No)
@@ -304,7 +305,7 @@ void OrvaneWorkspaceSplitViewController::synchronizePaneVisibilityWithDefaults(F
         layout.preferred.binder = targets.binder;
     if (visible.inspector && !m_view.splitLayout().visible.inspector)
         layout.preferred.inspector = targets.inspector;
-    apply(layout, motion());
+    apply(layout, motion);
     if (!m_view.isSliding())
         publishPaneWidths();
 }

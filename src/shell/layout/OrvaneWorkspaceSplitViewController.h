@@ -39,7 +39,7 @@ public:
     void restoreDefaultThreePaneLayout();
     /// Follows the settings; does nothing when they are those last applied, unless forced.
     enum class Force { No, Yes };
-    void synchronizePaneVisibilityWithDefaults(Force force);
+    void synchronizePaneVisibilityWithDefaults(Force force, ThreePaneSplitView::Motion motion);
 
 private:
     void installLayoutCommandObservers();
