@@ -252,8 +252,10 @@ Measurement appendVersion()
     NoteVersionHistoryStore store(defaults, notifications);
     NoteRecord note;
     note.id = QUuid::createUuid();
-    for (int i = 0; note.body.size() < 20'000; ++i)
-        note.body += u"Words of version %1. "_s.arg(i);
+    QString words;
+    for (int i = 0; words.size() < 20'000; ++i)
+        words += u"Words of version %1. "_s.arg(i);
+    note.body = words;
     qint64 now = 0;
     for (int i = 0; i < 120; ++i)
         store.appendSnapshot(note, folder.path(), std::nullopt, {++now});

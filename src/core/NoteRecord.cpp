@@ -8,6 +8,20 @@
 
 namespace orvane {
 
+namespace {
+
+/// The first line of a text mostly ends within this many UTF-16 units.
+constexpr qsizetype usualFirstLine = 400;
+
+// The first line with text in it, trimmed.
+QString firstLineOf(const QString& text)
+{
+    const QString trimmed = text.trimmed();
+    return trimmed.left(trimmed.indexOf(u'\n')).trimmed();
+}
+
+} // namespace
+
 bool NoteRecord::isEmbeddedPDF() const
 {
     const bool hasAsset = embeddedFileAssetID && !embeddedFileAssetID->trimmed().isEmpty();
@@ -26,11 +40,10 @@ QString NoteRecord::titleForList() const
     }
     if (QString trimmed = title.trimmed(); !trimmed.isEmpty())
         return trimmed;
-    for (const QStringView line : QStringView(body).tokenize(u'\n')) {
-        if (const QStringView trimmed = line.trimmed(); !trimmed.isEmpty())
-            return trimmed.toString();
-    }
-    return QCoreApplication::translate("NoteRecord", "Untitled");
+    if (const QString beginning = body.beginning(usualFirstLine).trimmed(); beginning.contains(u'\n'))
+        return firstLineOf(beginning);
+    const QString line = firstLineOf(body.text());
+    return line.isEmpty() ? QCoreApplication::translate("NoteRecord", "Untitled") : line;
 }
 
 size_t qHash(const NoteRecord& note, size_t seed)

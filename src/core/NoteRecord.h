@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "core/Blob.h"
+#include "core/NoteText.h"
 #include "platform/Timestamp.h"
 
 #include <QString>
@@ -21,7 +21,7 @@ struct NoteRecord {
     QUuid folderID;
     QString title;
     /// Plain text of the note, always kept, also for rich notes.
-    QString body;
+    NoteText body;
     Timestamp createdAt;
     /// Last change of content.
     Timestamp updatedAt;

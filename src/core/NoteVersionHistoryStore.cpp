@@ -183,7 +183,7 @@ bool NoteVersionHistoryStore::appendSnapshot(const NoteRecord& note, const QStri
         snapshot.richContentPayloadBase64 =
             QString::fromLatin1(note.richContentPayload->bytes().toBase64());
     snapshot.label = label;
-    snapshot.wordCount = wordCount(note.body);
+    snapshot.wordCount = wordCount(snapshot.bodyPlain);
 
     (void)makeFolder(historyDirectoryPath(projectRootPath));
     const QString path = filePath(projectRootPath, note.id);

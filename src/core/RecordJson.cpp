@@ -76,7 +76,7 @@ QJsonObject toJson(const NoteRecord& note)
         {"id"_L1, uuidText(note.id)},
         {"folderID"_L1, uuidText(note.folderID)},
         {"title"_L1, note.title},
-        {"body"_L1, note.body},
+        {"body"_L1, note.body.text()},
         {"createdAt"_L1, toIso8601(note.createdAt)},
         {"updatedAt"_L1, toIso8601(note.updatedAt)},
         {"tags"_L1, QJsonArray::fromStringList(note.tags)},

@@ -33,7 +33,7 @@ void checkPages(SQLite::Database& database)
         throwDamage(QString::fromUtf8(statement.value(0).bytes()));
 }
 
-// The rich bytes, which opening doesn't read: each that a note counts on is there, is as long as
+// Bodies and rich bytes, which opening doesn't read: each that a note counts on is there, is as long as
 // the note says, and matches its checksum.
 void checkBytes(SQLite::Database& database, qint64 storeKey)
 {
@@ -53,7 +53,8 @@ void checkBytes(SQLite::Database& database, qint64 storeKey)
                            "SELECT 8 * row + 1, richContentPayload FROM OrvaneNote UNION ALL "
                            "SELECT 8 * row + 2, editorTypingAttributesPayload FROM OrvaneNote "
                            "UNION ALL SELECT 8 * row + 3, embeddedFilePayload FROM OrvaneNote "
-                           "UNION ALL SELECT 8 * row + 4, shapesPayload FROM OrvaneNote) "
+                           "UNION ALL SELECT 8 * row + 4, shapesPayload FROM OrvaneNote "
+                           "UNION ALL SELECT 8 * row + 5, body FROM OrvaneNote) "
                            "SELECT expected.row FROM expected LEFT JOIN OrvaneNoteBytes AS found "
                            "ON found.row = expected.row WHERE expected.length > 0 AND "
                            "length(found.bytes) IS NOT expected.length LIMIT 1");

@@ -75,7 +75,7 @@ bool fill(FolderRecord& folder, const Row<folderColumns>& row)
 }
 
 constexpr int firstBytesColumn = 13;
-constexpr int bodyColumn = firstBytesColumn + int(std::size(noteBytes));
+constexpr int bodyColumn = firstBytesColumn + bodyPlace;
 constexpr int noteColumns = bodyColumn + 2;
 
 bool fill(NoteRecord& note, const Row<noteColumns>& row, const std::shared_ptr<BlobSource>& source)
@@ -83,7 +83,7 @@ bool fill(NoteRecord& note, const Row<noteColumns>& row, const std::shared_ptr<B
     const auto id = uuid(row[1]);
     const auto folder = uuid(row[2]);
     if (!id || !folder || !row[3].isText() || !row[4].isInteger() || !row[5].isInteger() ||
-        !row[bodyColumn].isText())
+        !row[bodyColumn].isInteger())
         return false;
     note.id = *id;
     note.folderID = *folder;
@@ -100,7 +100,7 @@ bool fill(NoteRecord& note, const Row<noteColumns>& row, const std::shared_ptr<B
     const qint64 key = row[0].integer() * bytesPerNote;
     for (int place = 0; place < int(std::size(noteBytes)); ++place)
         note.*noteBytes[place] = unreadBytes(row[firstBytesColumn + place], source, key + place);
-    note.body = QString::fromUtf8(row[bodyColumn].bytes());
+    note.body = NoteText(*unreadBytes(row[bodyColumn], source, key + bodyPlace));
     return true;
 }
 

@@ -51,7 +51,7 @@ struct StoredRows {
     qint64 rowCount = 0;
 };
 
-/// A note's rich bytes are the rows 8 * note + place in "OrvaneNoteBytes".
+/// A note's body and its rich bytes are the rows 8 * note + place in "OrvaneNoteBytes".
 inline constexpr int bytesPerNote = 8;
 
 /// The rich bytes of a note by their place. The column of the same place holds the length.
@@ -63,10 +63,23 @@ inline constexpr std::optional<Blob> NoteRecord::*noteBytes[] = {
     &NoteRecord::shapesPayload,
 };
 
+/// The body's place, after those.
+inline constexpr int bodyPlace = int(std::size(noteBytes));
+inline constexpr int placesInNote = bodyPlace + 1;
+
+/// What stands at a place of a note, or null. Valid as long as the note.
+[[nodiscard]] inline const Blob* bytesAt(const NoteRecord& note, int place)
+{
+    if (place == bodyPlace)
+        return &note.body.utf8();
+    const auto& bytes = note.*noteBytes[place];
+    return bytes ? &*bytes : nullptr;
+}
+
 // Each of these throws SQLite::Exception: with SQLITE_CORRUPT when a row's checksum is wrong.
 StoreState readStoreState(SQLite::Database& database);
 StoredRows<FolderRecord> readFolders(SQLite::Database& database, qint64 storeKey);
-/// The rich bytes become unread blobs of `source`.
+/// Bodies and rich bytes become unread blobs of `source`.
 StoredRows<NoteRecord> readNotes(SQLite::Database& database, qint64 storeKey,
                                  const std::shared_ptr<BlobSource>& source);
 

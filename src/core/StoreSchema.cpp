@@ -9,8 +9,8 @@ namespace orvane {
 
 namespace {
 
-// Columns that are read at opening stand before those that may be long. A note's rich bytes are
-// rows of their own, numbered 8 * the note's row + their place; the note's column then holds their
+// Columns that are read at opening stand before those that may be long. A note's body and its
+// rich bytes are rows of their own, numbered 8 * the note's row + their place; the note's column then holds their
 // length. docs/formats.md describes every column.
 constexpr const char* tables = R"(
 CREATE TABLE OrvaneStore (
@@ -26,16 +26,6 @@ CREATE TABLE OrvaneFolder (
     tagsJSON TEXT, isPinned INTEGER,
     checksum INTEGER
 );
-CREATE TABLE OrvaneNote (
-    row INTEGER PRIMARY KEY,
-    id TEXT, folderID TEXT, title TEXT, createdAt INTEGER, updatedAt INTEGER, tagsJSON TEXT,
-    iconName TEXT, embeddedFileType TEXT, embeddedFileAssetID TEXT, isPinned INTEGER,
-    pdfSourceURLString TEXT, titleRTF BLOB,
-    bodyRTF INTEGER, richContentPayload INTEGER, editorTypingAttributesPayload INTEGER,
-    embeddedFilePayload INTEGER, shapesPayload INTEGER,
-    body TEXT,
-    checksum INTEGER
-);
 CREATE TABLE OrvaneNoteBytes (
     row INTEGER PRIMARY KEY,
     checksum INTEGER,
@@ -48,17 +38,47 @@ CREATE TABLE OrvaneNotebookMeta (
 );
 )";
 
+constexpr const char* noteTable = R"(
+CREATE TABLE OrvaneNote (
+    row INTEGER PRIMARY KEY,
+    id TEXT, folderID TEXT, title TEXT, createdAt INTEGER, updatedAt INTEGER, tagsJSON TEXT,
+    iconName TEXT, embeddedFileType TEXT, embeddedFileAssetID TEXT, isPinned INTEGER,
+    pdfSourceURLString TEXT, titleRTF BLOB,
+    bodyRTF INTEGER, richContentPayload INTEGER, editorTypingAttributesPayload INTEGER,
+    embeddedFilePayload INTEGER, shapesPayload INTEGER,
+    body INTEGER,
+    checksum INTEGER
+);
+)";
+
 void createTables(SQLite::Database& database, qint64 storeKey)
 {
     database.exec(tables);
+    database.exec(noteTable);
     database.exec("INSERT INTO OrvaneStore VALUES (1, " + std::to_string(storeKey) + ", 0, 0, 0)");
 }
 
 } // namespace
 
+// The first schema kept the body of a note in the note's own row.
+void moveBodiesOut(SQLite::Database& database)
+{
+    database.exec("INSERT INTO OrvaneNoteBytes (row, checksum, bytes) "
+                  "SELECT 8 * row + 5, NULL, CAST(body AS BLOB) FROM OrvaneNote "
+                  "WHERE length(CAST(body AS BLOB)) > 0");
+    database.exec("ALTER TABLE OrvaneNote RENAME TO OrvaneNote1");
+    database.exec(noteTable);
+    database.exec("INSERT INTO OrvaneNote SELECT row, id, folderID, title, createdAt, updatedAt, "
+                  "tagsJSON, iconName, embeddedFileType, embeddedFileAssetID, isPinned, "
+                  "pdfSourceURLString, titleRTF, bodyRTF, richContentPayload, "
+                  "editorTypingAttributesPayload, embeddedFilePayload, shapesPayload, "
+                  "length(CAST(body AS BLOB)), NULL FROM OrvaneNote1");
+    database.exec("DROP TABLE OrvaneNote1");
+}
+
 const StoreSchema& StoreSchema::current()
 {
-    static const StoreSchema schema{1, createTables, {}};
+    static const StoreSchema schema{2, createTables, {{1, moveBodiesOut}}};
     return schema;
 }
 

@@ -3,6 +3,8 @@
 
 #include "core/StoreText.h"
 
+#include <ranges>
+
 namespace orvane {
 
 using namespace Qt::StringLiterals;
@@ -33,23 +35,27 @@ void optionalBytes(RowBinder& row, const std::optional<Blob>& value, QByteArray&
 
 bool sameColumns(const NoteRecord& a, const NoteRecord& b)
 {
-    for (const auto place : noteBytes) {
-        const auto& left = a.*place;
-        const auto& right = b.*place;
-        if (left.has_value() != right.has_value() || (left && left->size() != right->size()))
+    for (int place = 0; place < placesInNote; ++place) {
+        const Blob* left = bytesAt(a, place);
+        const Blob* right = bytesAt(b, place);
+        if (!left != !right || (left && left->size() != right->size()))
             return false;
     }
     return a.folderID == b.folderID && a.title == b.title && a.createdAt == b.createdAt &&
            a.updatedAt == b.updatedAt && a.tags == b.tags && a.iconName == b.iconName &&
            a.embeddedFileType == b.embeddedFileType &&
            a.embeddedFileAssetID == b.embeddedFileAssetID && a.isPinned == b.isPinned &&
-           a.pdfSourceURLString == b.pdfSourceURLString && a.titleRTF == b.titleRTF &&
-           a.body == b.body;
+           a.pdfSourceURLString == b.pdfSourceURLString && a.titleRTF == b.titleRTF;
+}
+
+bool same(const Blob* a, const Blob* b)
+{
+    return a && b ? *a == *b : a == b;
 }
 
 // Before stored bytes go: whoever holds them unread gets them now. When that fails they are
 // damaged, and nothing is lost by going on.
-void readForHolders(const std::optional<Blob>& stored, bool held)
+void readForHolders(const Blob* stored, bool held)
 {
     if (stored && !stored->isLoaded() && (held || !stored->isOnlyCopy()))
         static_cast<void>(stored->tryBytes());
@@ -162,8 +168,8 @@ void StoreWriter::removeFolder(qint64 row)
 void StoreWriter::insertNote(qint64 row, const NoteRecord& note)
 {
     writeNoteRow(m_statements->insertNote, row, note);
-    for (int place = 0; place < int(std::size(noteBytes)); ++place) {
-        if (const auto& bytes = note.*noteBytes[place]; bytes && !bytes->isEmpty())
+    for (int place = 0; place < placesInNote; ++place) {
+        if (const Blob* bytes = bytesAt(note, place); bytes && !bytes->isEmpty())
             writeBytes(row * bytesPerNote + place, *bytes);
     }
 }
@@ -171,10 +177,10 @@ void StoreWriter::insertNote(qint64 row, const NoteRecord& note)
 void StoreWriter::updateNote(qint64 row, const NoteRecord& stored, const NoteRecord& note,
                              bool held)
 {
-    for (int place = 0; place < int(std::size(noteBytes)); ++place) {
-        const auto& before = stored.*noteBytes[place];
-        const auto& after = note.*noteBytes[place];
-        if (before == after)
+    for (int place = 0; place < placesInNote; ++place) {
+        const Blob* before = bytesAt(stored, place);
+        const Blob* after = bytesAt(note, place);
+        if (same(before, after))
             continue;
         readForHolders(before, held);
         const qint64 key = row * bytesPerNote + place;
@@ -193,7 +199,6 @@ void StoreWriter::writeNoteRow(StoreStatement& statement, qint64 row, const Note
     const QByteArray folder = uuidToStore(note.folderID);
     const QByteArray title = note.title.toUtf8();
     const QByteArray tags = tagsToStore(note.tags);
-    const QByteArray body = note.body.toUtf8();
     QByteArray icon;
     QByteArray fileType;
     QByteArray asset;
@@ -213,13 +218,12 @@ void StoreWriter::writeNoteRow(StoreStatement& statement, qint64 row, const Note
     values.integer(note.isPinned);
     optionalText(values, note.pdfSourceURLString, source);
     optionalBytes(values, note.titleRTF, titleRTF);
-    for (const auto place : noteBytes) {
-        if (const auto& bytes = note.*place)
+    for (int place = 0; place < placesInNote; ++place) {
+        if (const Blob* bytes = bytesAt(note, place))
             values.integer(bytes->size());
         else
             values.null();
     }
-    values.text(body);
     values.checksum();
     statement.bindInteger(values.nextParameter(), row);
     statement.run();
@@ -227,8 +231,8 @@ void StoreWriter::writeNoteRow(StoreStatement& statement, qint64 row, const Note
 
 void StoreWriter::removeNote(qint64 row, const NoteRecord& stored, bool held)
 {
-    for (const auto place : noteBytes)
-        readForHolders(stored.*place, held);
+    for (int place = 0; place < placesInNote; ++place)
+        readForHolders(bytesAt(stored, place), held);
     removeNoteRow(row);
 }
 
@@ -265,10 +269,11 @@ void StoreWriter::removeBytes(qint64 key)
 
 bool StoreWriter::fits(const NoteRecord& note)
 {
-    qsizetype columns = (note.title.size() + note.body.size()) * bytesPerUnit;
-    columns += note.titleRTF ? note.titleRTF->size() : 0;
-    return columns < largestValue && std::ranges::all_of(noteBytes, [&](auto place) {
-               const auto& bytes = note.*place;
+    const qsizetype columns =
+        note.title.size() * bytesPerUnit + (note.titleRTF ? note.titleRTF->size() : 0);
+    return columns < largestValue &&
+           std::ranges::all_of(std::views::iota(0, placesInNote), [&](int place) {
+               const Blob* bytes = bytesAt(note, place);
                return !bytes || bytes->size() < largestValue;
            });
 }

@@ -76,12 +76,13 @@ QString EditorSession::currentBodyPlain()
         return m_draft.bodyPlain;
     }
     const NoteRecord* note = activeNote();
-    return note ? note->body : QString();
+    return note ? note->body.text() : QString();
 }
 
 bool EditorSession::isEditable() const
 {
-    return m_draft.noteID && m_appState.canCreateOrEdit();
+    const NoteRecord* note = activeNote();
+    return m_draft.noteID && m_appState.canCreateOrEdit() && note && note->body.isReadable();
 }
 
 bool EditorSession::beginEdit(bool resetFindUI)

@@ -28,7 +28,8 @@ BinderRowID noteRow(const QUuid& id)
 
 QString secondLineOf(const NoteRecord& note)
 {
-    const QStringView body = QStringView(note.body).left(searchedForSecondLine);
+    const QString beginning = note.body.beginning(searchedForSecondLine);
+    const QStringView body = beginning;
     const QString title = note.titleForList();
     qsizetype at = 0;
     while (at < body.size()) {

@@ -198,7 +198,8 @@ void InspectorView::showNote(const NoteRecord& note)
 {
     const Timestamp now = m_appState.services().clock.now();
     const FolderRecord* folder = m_appState.folder(note.folderID);
-    const int words = wordCount(note.body);
+    const QString body = note.body.text();
+    const int words = wordCount(body);
     m_tags->setSubject({BinderRowID::Kind::Note, note.id});
     m_versions->setNote(note.id);
     m_versions->refresh(words);
@@ -209,7 +210,7 @@ void InspectorView::showNote(const NoteRecord& note)
                       {m_created, dayInWords(note.createdAt)},
                       {m_changed, momentInWords(note.updatedAt, now)},
                       {m_words, grouped(words)},
-                      {m_characters, grouped(note.body.size())},
+                      {m_characters, grouped(body.size())},
                       {m_folder, folder ? folder->titleForList() : tr("None")}});
 }
 

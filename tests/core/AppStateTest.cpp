@@ -395,7 +395,7 @@ TEST_F(AppStateTest, AFailedSaveLeavesMemoryRightAndTheNextOneWritesEverything)
     }
     ASSERT_TRUE(app->saveFailure());
     EXPECT_EQ(test.clock.now().secondsSince(app->saveFailure()->since), 60);
-    EXPECT_EQ(app->note(id)->body.size(), 300'000);
+    EXPECT_EQ(app->note(id)->body.text().size(), 300'000);
     app->createFolder(u"Later"_s);
     EXPECT_FALSE(app->saveFailure());
     EXPECT_EQ(failing.size(), 3);
@@ -404,7 +404,7 @@ TEST_F(AppStateTest, AFailedSaveLeavesMemoryRightAndTheNextOneWritesEverything)
     restart();
     app->openProject(project, false);
     EXPECT_EQ(app->notes().size(), notes);
-    EXPECT_EQ(app->note(id)->body.size(), 300'000);
+    EXPECT_EQ(app->note(id)->body.text().size(), 300'000);
 }
 
 TEST_F(AppStateTest, EmptyingTheTrashLeavesReadableFilesInTheDesktopsTrash)

@@ -282,20 +282,21 @@ TEST_F(StoreFixture, TakesOverALegacyNotebookOnce)
 TEST_F(StoreFixture, BringsAnEarlierSchemaForward)
 {
     ASSERT_TRUE(open()->save({{makeFolder(1)}, {makeNote(2, idOf(1))}, std::nullopt}));
-    const StoreMigration addColumn{1, [](SQLite::Database& database) {
+    const int now = StoreSchema::current().version;
+    const StoreMigration addColumn{now, [](SQLite::Database& database) {
                                        database.exec("ALTER TABLE OrvaneNote ADD COLUMN mood TEXT");
                                    }};
-    const StoreMigration rename{2, [](SQLite::Database& database) {
+    const StoreMigration rename{now + 1, [](SQLite::Database& database) {
                                     database.exec("UPDATE OrvaneNote SET title = 'moved', "
                                                   "checksum = NULL");
                                 }};
-    const StoreMigration failing{2, [](SQLite::Database& database) {
+    const StoreMigration failing{now + 1, [](SQLite::Database& database) {
                                      database.exec("UPDATE OrvaneNote SET title = 'lost'");
                                      database.exec("UPDATE nothing SET at = all");
                                  }};
     const auto create = StoreSchema::current().create;
-    const StoreSchema broken{3, create, {addColumn, failing}};
-    const StoreSchema whole{3, create, {addColumn, rename}};
+    const StoreSchema broken{now + 2, create, {addColumn, failing}};
+    const StoreSchema whole{now + 2, create, {addColumn, rename}};
 
     const QByteArray before = bytesOf(store());
     const auto refused = PersistenceController::open(folder, clock, {.schema = &broken});
@@ -305,10 +306,40 @@ TEST_F(StoreFixture, BringsAnEarlierSchemaForward)
 
     EXPECT_EQ(open({.schema = &whole})->load().notes.first()->title, u"moved"_s);
     EXPECT_EQ(SQLite::Database(store().toStdString()).execAndGet("PRAGMA user_version").getInt(),
-              3);
+              now + 2);
     const auto newer = PersistenceController::open(folder, clock);
     ASSERT_FALSE(newer);
     EXPECT_EQ(newer.error().code, StoreOpenError::Code::NewerSchema);
+}
+
+// The first schema: a body is a text in the row of its note.
+TEST_F(StoreFixture, BringsBodiesOutOfTheRowsOfNotes)
+{
+    NoteRecord plain = makeNote(2, idOf(1));
+    plain.body = u"Two lines,\n\U0001F4DA and \u00e9"_s;
+    NoteRecord empty = makeNote(3, idOf(1));
+    empty.body = {};
+    NoteRecord rich = makeNote(4, idOf(1));
+    rich.richContentPayload = Blob(QByteArray(5000, 'r'));
+    const NotebookSnapshot written{{makeFolder(1)}, {rich, empty, plain}, std::nullopt};
+    ASSERT_TRUE(open()->save(written));
+    SQLite::Database(store().toStdString(), SQLite::OPEN_READWRITE)
+        .exec("ALTER TABLE OrvaneNote RENAME TO Other;"
+              "CREATE TABLE OrvaneNote (row INTEGER PRIMARY KEY, id TEXT, folderID TEXT, title "
+              "TEXT, createdAt INTEGER, updatedAt INTEGER, tagsJSON TEXT, iconName TEXT, "
+              "embeddedFileType TEXT, embeddedFileAssetID TEXT, isPinned INTEGER, "
+              "pdfSourceURLString TEXT, titleRTF BLOB, bodyRTF INTEGER, richContentPayload "
+              "INTEGER, editorTypingAttributesPayload INTEGER, embeddedFilePayload INTEGER, "
+              "shapesPayload INTEGER, body TEXT, checksum INTEGER);"
+              "INSERT INTO OrvaneNote SELECT * FROM Other; DROP TABLE Other;"
+              "UPDATE OrvaneNote SET checksum = NULL, body = coalesce((SELECT CAST(bytes AS TEXT) "
+              "FROM OrvaneNoteBytes AS text WHERE text.row = 8 * OrvaneNote.row + 5), '');"
+              "DELETE FROM OrvaneNoteBytes WHERE row % 8 = 5; PRAGMA user_version = 1");
+
+    for (int time = 0; time < 2; ++time)
+        EXPECT_TRUE(NotebookContents(open()->load()).notes == NotebookContents(written).notes);
+    EXPECT_EQ(SQLite::Database(store().toStdString()).execAndGet("PRAGMA user_version").getInt(),
+              StoreSchema::current().version);
 }
 
 } // namespace

@@ -82,7 +82,8 @@ TEST_F(StoreAccess, AReadOnlyFolderOpensForReading)
             expected = controller->load();
             expected.notes[0] =
                 expected.notes[0].with([](NoteRecord& note) { note.title = u"in the journal"_s; });
-            static_cast<void>(expected.notes[0]->bodyRTF->bytes());
+            for (const auto& note : expected.notes)
+                ASSERT_TRUE(note->body.isReadable() && note->bodyRTF->tryBytes());
             ASSERT_TRUE(controller->saveNote(expected.notes[0]));
             const auto bytes = storeBytes(store());
             controller.reset();

@@ -115,8 +115,8 @@ TEST_F(StoreKill, TheProgramLosesNoAcknowledgedNote)
         for (auto note = acknowledged.cbegin(); note != acknowledged.cend(); ++note)
             ASSERT_TRUE(found.notes.contains(note.key()));
         for (const NoteRecord& note : found.notes) {
-            const int step = note.body.section(u' ', 0, 0).toInt();
-            const QByteArray text = note.body.toUtf8();
+            const int step = note.body.text().section(u' ', 0, 0).toInt();
+            const QByteArray text = note.body.utf8().bytes();
             const bool isWhole = note.richContentPayload ? note.richContentPayload->bytes() == text
                                                          : note.bodyRTF->bytes() == text;
             ASSERT_TRUE(isWhole);

@@ -128,8 +128,8 @@ private:
 void readAllBytes(const NotebookSnapshot& snapshot)
 {
     for (const auto& note : snapshot.notes) {
-        for (const auto place : noteBytes) {
-            if (const auto& bytes = (*note).*place)
+        for (int place = 0; place < placesInNote; ++place) {
+            if (const Blob* bytes = bytesAt(*note, place))
                 static_cast<void>(bytes->bytes());
         }
     }

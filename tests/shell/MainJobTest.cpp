@@ -34,7 +34,7 @@ protected:
     {
         QStringList texts;
         for (const auto& note : state().notes())
-            texts.append(note->title + u'|' + note->body);
+            texts.append(note->title + u'|' + note->body.text());
         texts.sort();
         return texts;
     }

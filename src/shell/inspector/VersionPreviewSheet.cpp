@@ -68,7 +68,7 @@ VersionPreviewSheet::VersionPreviewSheet(const NoteVersionSnapshot& version, con
     : Sheet(look, parent)
     , m_version(version)
     , m_title(textDifference(version.title, note.title))
-    , m_body(textDifference(version.bodyPlain, note.body))
+    , m_body(textDifference(version.bodyPlain, note.body.text()))
     , m_fontFamily(fontFamily)
     , m_text(new QTextEdit(this))
     , m_marks(new QCheckBox(tr("Mark what has changed since"), this))
@@ -108,7 +108,7 @@ QLayout* VersionPreviewSheet::makeHead(Timestamp now, const NoteRecord& note)
     if (m_version.label)
         facts.append(*m_version.label);
     facts.append(tr("%1 words").arg(grouped(wordsOf(m_version))));
-    const QString difference = differenceInWords(wordsOf(m_version), wordCount(note.body));
+    const QString difference = differenceInWords(wordsOf(m_version), wordCount(note.body.text()));
     if (!difference.isEmpty())
         facts.append(tr("%1 than now").arg(difference));
     head->addWidget(makeLabel(facts.join(u", "_s), TextStyle::Body, LabelInk::Secondary));
