@@ -116,7 +116,7 @@ TEST_F(ProgramTest, ARunningProgramTakesLinksAndFilesOfFurtherStarts)
     state().openProject(project, false);
     QStringList texts;
     for (const auto& note : state().notes())
-        texts.append(note->title + u'|' + note->body);
+        texts.append(note->title + u'|' + note->body.text());
     EXPECT_TRUE(texts.contains(u"Harbour ledger|# Kept by four hands\n"_s))
         << qUtf8Printable(texts.join(u'\n'));
     EXPECT_EQ(texts.size(), 3);
