@@ -41,8 +41,10 @@ double stepMs(const QString& folder)
              {"SELECT id, name, createdAt, parentFolderID, iconName, tagsJSON, isPinned, titleRTF "
               "FROM OrvaneFolder",
               "SELECT id, folderID, title, createdAt, updatedAt, tagsJSON, iconName, "
-              "embeddedFileType, embeddedFileAssetID, isPinned, pdfSourceURLString, titleRTF, bytes "
-              "FROM OrvaneNote LEFT JOIN OrvaneNoteBytes AS text ON text.row = 8 * OrvaneNote.row + 5"}) {
+              "embeddedFileType, embeddedFileAssetID, isPinned, pdfSourceURLString, titleRTF, "
+              "bytes "
+              "FROM OrvaneNote LEFT JOIN OrvaneNoteBytes AS text ON text.row = 8 * OrvaneNote.row "
+              "+ 5"}) {
             sqlite3_stmt* statement = database.prepare(sql);
             const int columns = sqlite3_column_count(statement);
             while (sqlite3_step(statement) == SQLITE_ROW) {

@@ -27,7 +27,8 @@ QByteArray rtfForTrash(const NoteRecord& note)
     style.font = TextFont{};
     style.font->size = 12;
     const QString body = note.body.isEmpty() ? QStringLiteral("\n") : note.body.text();
-    return OrvaneWorkspaceRTF::data(AttributedString(body, style)).value_or(note.body.utf8().bytes());
+    return OrvaneWorkspaceRTF::data(AttributedString(body, style))
+        .value_or(note.body.utf8().bytes());
 }
 
 QString fileNameForTrash(const NoteRecord& note)

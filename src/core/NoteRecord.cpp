@@ -40,7 +40,8 @@ QString NoteRecord::titleForList() const
     }
     if (QString trimmed = title.trimmed(); !trimmed.isEmpty())
         return trimmed;
-    if (const QString beginning = body.beginning(usualFirstLine).trimmed(); beginning.contains(u'\n'))
+    if (const QString beginning = body.beginning(usualFirstLine).trimmed();
+        beginning.contains(u'\n'))
         return firstLineOf(beginning);
     const QString line = firstLineOf(body.text());
     return line.isEmpty() ? QCoreApplication::translate("NoteRecord", "Untitled") : line;

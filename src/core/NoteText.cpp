@@ -35,8 +35,8 @@ QString NoteText::beginning(qsizetype units) const
     const QByteArray bytes = m_utf8.bytes();
     // A decoder keeps a character that the cut has halved to itself.
     QStringDecoder decoder(QStringDecoder::Utf8);
-    return QString(decoder(QByteArrayView(bytes).first(std::min(units * longestInUtf8,
-                                                                bytes.size()))))
+    return QString(
+               decoder(QByteArrayView(bytes).first(std::min(units * longestInUtf8, bytes.size()))))
         .left(units);
 }
 

@@ -33,8 +33,8 @@ void checkPages(SQLite::Database& database)
         throwDamage(QString::fromUtf8(statement.value(0).bytes()));
 }
 
-// Bodies and rich bytes, which opening doesn't read: each that a note counts on is there, is as long as
-// the note says, and matches its checksum.
+// Bodies and rich bytes, which opening doesn't read: each that a note counts on is there, is as
+// long as the note says, and matches its checksum.
 void checkBytes(SQLite::Database& database, qint64 storeKey)
 {
     StoreStatement statement(database, "SELECT row, checksum, bytes FROM OrvaneNoteBytes");

@@ -10,8 +10,8 @@ namespace orvane {
 namespace {
 
 // Columns that are read at opening stand before those that may be long. A note's body and its
-// rich bytes are rows of their own, numbered 8 * the note's row + their place; the note's column then holds their
-// length. docs/formats.md describes every column.
+// rich bytes are rows of their own, numbered 8 * the note's row + their place; the note's column
+// then holds their length. docs/formats.md describes every column.
 constexpr const char* tables = R"(
 CREATE TABLE OrvaneStore (
     row INTEGER PRIMARY KEY CHECK (row = 1),
