@@ -83,6 +83,8 @@ private:
     void newNote(const SampleNote& note);
     void selectRow(const QString& title);
     void picture(const QString& name);
+    /// The same at two pixels for each, without a number.
+    void picture2x(QWidget& shown, const QString& name);
     void expect(bool holds, const QString& what);
     /// Does `trigger`, which asks a question, and answers it by the button.
     void answering(const std::function<void()>& trigger, const QString& button,
@@ -125,6 +127,16 @@ void Tour::picture(const QString& name)
     const QString file =
         u"%1/%2-%3.png"_s.arg(m_folder).arg(++m_pictures, 2, 10, QChar(u'0')).arg(name);
     expect(window().grab().save(file), u"picture written to "_s + file);
+}
+
+void Tour::picture2x(QWidget& shown, const QString& name)
+{
+    TourHand::settle();
+    QPixmap pixmap(shown.size() * 2);
+    pixmap.setDevicePixelRatio(2);
+    shown.render(&pixmap);
+    const QString file = u"%1/%2-2x.png"_s.arg(m_folder, name);
+    expect(pixmap.save(file), u"picture written to "_s + file);
 }
 
 QAbstractButton* Tour::button(const QString& name) const
@@ -285,9 +297,11 @@ void Tour::looks()
     const QUuid signature = signatureBundle().id;
     themes.applyTheme(signature, AppearanceThemeMode::Light);
     picture(u"main-light"_s);
+    picture2x(window(), u"main-light"_s);
     themes.applyTheme(googleWorkspaceBundle().id, AppearanceThemeMode::Light);
     picture(u"main-google"_s);
     themes.applyTheme(signature, AppearanceThemeMode::Dark);
+    picture2x(window(), u"main-dark"_s);
     settings();
     window().activateWindow();
     expect(TourHand::waitFor([this] { return window().isActiveWindow(); }),
@@ -311,6 +325,8 @@ void Tour::settings()
                 modeText(mode));
             expect(settings.grab().save(file), u"picture written to "_s + file);
         }
+        settings.showPage(SettingsPageId::Appearance);
+        picture2x(settings, u"settings-appearance-"_s + modeText(mode));
     }
     settings.close();
 }
@@ -319,6 +335,7 @@ void Tour::browse()
 {
     press(u"Projects"_s);
     picture(u"browser"_s);
+    picture2x(window(), u"browser-dark"_s);
     auto* tiles = visible<QListView>();
     tiles->setFocus();
     m_hand->press(Qt::Key_Home);

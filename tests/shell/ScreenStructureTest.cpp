@@ -3,11 +3,15 @@
 // it stands in, is no text cut, does every control say its name.
 #include "ShellFixture.h"
 #include "appearance/AppearanceTokens.h"
+#include "appearance/themes/BundledThemes.h"
 #include "shell/ElidedLabel.h"
+#include "shell/settings/SettingsWindow.h"
 
+#include <QAbstractSpinBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScrollArea>
 #include <QScrollBar>
 
 namespace orvane {
@@ -23,16 +27,70 @@ protected:
                widget.accessibleName() + widget.property("text").toString() + u"”"_s;
     }
 
-    void checkScreen(const char* screen)
+    void checkScreen(const char* screen) { checkScreen(window(), screen); }
+
+    /// `pictured` are looks of which the screen shows pictures.
+    void checkScreen(QWidget& shown, const char* screen, const QList<Tokens>& pictured = {})
     {
         TourHand::settle();
-        for (QWidget* widget : window().findChildren<QWidget*>()) {
+        const QString where = QString::fromLatin1(screen) + m_look + u": "_s;
+        QSet<QRgb> known = colorsOf(m_app->look().tokens());
+        for (QWidget* widget : shown.findChildren<QWidget*>()) {
             if (!widget->isVisible() || widget->isWindow())
                 continue;
-            const QString name = QString::fromLatin1(screen) + u": "_s + nameOf(*widget);
+            const QString name = where + nameOf(*widget);
             checkInside(*widget, name);
             checkText(*widget, name);
             checkNamed(*widget, name);
+            checkPalette(*widget, known, name);
+        }
+        for (const Tokens& look : pictured)
+            known.unite(colorsOf(look));
+        // What lies behind a sheet is dimmed.
+        QWidget* sheet = window().sheets().topSheet();
+        checkNoStockColor((sheet ? sheet : &shown)->grab().toImage(), known, where);
+    }
+
+    /// Every colour that the look gives to a palette.
+    static QSet<QRgb> colorsOf(const Tokens& tokens)
+    {
+        QSet<QRgb> colors{tokens.selection.rgba(), tokens.textOnSelection.rgba(),
+                          tokens.pageText.rgba()};
+        for (const SurfaceTokens& s : tokens.surfaces) {
+            for (const QColor& color : {s.ground, s.text, s.textSecondary, s.field, s.control,
+                                        s.danger, s.link, s.accent, s.border, s.textOnSelectedRow})
+                colors.insert(color.rgba());
+        }
+        return colors;
+    }
+
+    static void checkPalette(const QWidget& widget, const QSet<QRgb>& known, const QString& name)
+    {
+        for (const auto role : {QPalette::Window, QPalette::WindowText, QPalette::Base,
+                                QPalette::Text, QPalette::Button, QPalette::ButtonText,
+                                QPalette::PlaceholderText, QPalette::Highlight}) {
+            EXPECT_TRUE(known.contains(widget.palette().color(QPalette::Active, role).rgba()))
+                << qUtf8Printable(name) << " has a stock colour as " << role;
+        }
+    }
+
+    /// No part of the picture larger than a button is painted in a colour of the plain toolkit.
+    static void checkNoStockColor(const QImage& picture, const QSet<QRgb>& known,
+                                  const QString& where)
+    {
+        QHash<QRgb, int> areas;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x)
+                ++areas[picture.pixel(x, y)];
+        }
+        const std::unique_ptr<QStyle> plain(QStyleFactory::create(u"Fusion"_s));
+        const QPalette stock = plain->standardPalette();
+        for (int role = 0; role < QPalette::NColorRoles; ++role) {
+            const QRgb color = stock.color(QPalette::ColorRole(role)).rgba();
+            if (!known.contains(color) && qAlpha(color) == 255 && color != 0xFF000000) {
+                EXPECT_LT(areas.value(color), 24 * 24)
+                    << qUtf8Printable(where) << QColor(color).name().toStdString();
+            }
         }
     }
 
@@ -44,6 +102,10 @@ protected:
         if (!scrolls) {
             EXPECT_TRUE(widget.parentWidget()->rect().contains(widget.geometry()))
                 << qUtf8Printable(name);
+        }
+        const auto* area = qobject_cast<const QScrollArea*>(&widget);
+        if (area && area->horizontalScrollBarPolicy() == Qt::ScrollBarAlwaysOff) {
+            EXPECT_LE(area->widget()->width(), area->viewport()->width()) << qUtf8Printable(name);
         }
     }
 
@@ -63,13 +125,13 @@ protected:
             }
             EXPECT_GE(room.height(), metrics.height() - 1) << qUtf8Printable(name);
         } else if (qobject_cast<QAbstractButton*>(&widget) || qobject_cast<QLineEdit*>(&widget) ||
-                   qobject_cast<QComboBox*>(&widget)) {
+                   qobject_cast<QComboBox*>(&widget) || qobject_cast<QAbstractSpinBox*>(&widget)) {
             const auto* button = qobject_cast<QAbstractButton*>(&widget);
             if (button && button->text().isEmpty())
                 return;
             const QSize needed = widget.minimumSizeHint();
             EXPECT_GE(widget.height(), needed.height()) << qUtf8Printable(name);
-            if (button) {
+            if (button || qobject_cast<QAbstractSpinBox*>(&widget)) {
                 EXPECT_GE(widget.width(), needed.width()) << qUtf8Printable(name);
             }
         }
@@ -82,6 +144,21 @@ protected:
         const bool hasText = !widget.property("text").toString().isEmpty();
         EXPECT_TRUE(hasText || !widget.accessibleName().isEmpty()) << qUtf8Printable(name);
     }
+
+    /// Does `check` in every built-in look.
+    void inEachLook(const std::function<void()>& check)
+    {
+        for (const QUuid& theme : {signatureBundle().id, googleWorkspaceBundle().id}) {
+            for (const auto mode : {AppearanceThemeMode::Light, AppearanceThemeMode::Dark}) {
+                m_app->themes().applyTheme(theme, mode);
+                m_look = u" in "_s + m_app->themes().bundle(theme)->name + u' ' + modeText(mode);
+                check();
+            }
+        }
+        m_look.clear();
+    }
+
+    QString m_look;
 };
 
 TEST_F(ScreenStructureTest, EveryScreenAtBothSizes)
@@ -117,6 +194,54 @@ TEST_F(ScreenStructureTest, EveryScreenAtBothSizes)
         press(u"New Folder"_s);
         checkScreen("new folder");
         m_hand->press(Qt::Key_Escape);
+    }
+}
+
+TEST_F(ScreenStructureTest, EveryScreenInEveryBuiltInLook)
+{
+    dismissWelcome();
+    start();
+    ASSERT_TRUE(state().createProject(u"Tidewater, a novel"_s, {}));
+    state().createFolder(u"Manuscript"_s);
+    state().createNote(u"Low water\nMara counts the posts again."_s, {});
+    inEachLook([this] {
+        state().presentEditor();
+        checkScreen("note");
+        press(u"New Folder"_s);
+        checkScreen("name sheet");
+        m_hand->press(Qt::Key_Escape);
+        state().presentProjectsBrowser();
+        checkScreen("browser");
+        press(u"New Project"_s);
+        checkScreen("new project");
+        m_hand->press(Qt::Key_Escape);
+        Question question;
+        question.title = u"Move “Tidewater” to Trash?"_s;
+        question.text = u"The folder goes to the desktop's trash."_s;
+        question.buttons = {u"Move to Trash"_s, u"Cancel"_s};
+        question.tone = Question::Tone::Destructive;
+        EXPECT_TRUE(answering([&] { state().services().questions.ask(question); },
+                              [this] { checkScreen("question"); }));
+    });
+}
+
+TEST_F(ScreenStructureTest, EveryPageOfTheSettingsInEveryBuiltInLook)
+{
+    dismissWelcome();
+    start();
+    SettingsWindow& settings = m_app->showSettings();
+    QList<Tokens> builtIn;
+    for (const AppearanceThemeBundle& bundle : m_app->themes().themeBundles())
+        builtIn << tokensFor(bundle.light.values) << tokensFor(bundle.dark.values);
+    for (const QSize& size : {settings.size(), settings.minimumSize()}) {
+        settings.resize(size);
+        inEachLook([&] {
+            for (int page = 0; page < settingsPageCount; ++page) {
+                settings.showPage(SettingsPageId(page));
+                checkScreen(settings, qUtf8Printable(title(SettingsPageId(page))),
+                            page == int(SettingsPageId::Appearance) ? builtIn : QList<Tokens>());
+            }
+        });
     }
 }
 

@@ -87,6 +87,8 @@ const KeyCase keyCases[] = {
      "settings.general.autosaveEnabled", false, true, "on"},
     {"seconds", SettingsPageId::General, "Pause before saving", Qt::Key_Up,
      "settings.general.autoSaveSeconds", 2.0, 0.0, "0.3 s"},
+    {"mode", SettingsPageId::Editor, "Written as", Qt::Key_Down, "settings.editor.mode",
+     u"Markdown"_s, u"Rich Text"_s, "Rich Text"},
     {"font", SettingsPageId::Editor, "Font", Qt::Key_Down, "settings.editor.fontFamily", u"Menlo"_s,
      u"A font from elsewhere"_s, "A font from elsewhere"},
     {"size", SettingsPageId::Editor, "Size", Qt::Key_Up, "settings.editor.fontSize", 17.0, 20.0,

@@ -65,18 +65,22 @@ QList<GlassRows::Part> GlassRows::parts()
 GlassRows::GlassRows(Look& look, QWidget* parent)
     : QWidget(parent)
     , m_look(look)
+    , m_grid(new QGridLayout(this))
 {
-    auto* grid = new QGridLayout(this);
-    grid->setContentsMargins({});
-    grid->setHorizontalSpacing(32);
-    grid->setVerticalSpacing(0);
-    grid->setColumnStretch(0, 1);
-    grid->setColumnStretch(1, 1);
-    int index = 0;
-    for (const Part& part : parts()) {
-        grid->addWidget(makeRow(part), index / 2, index % 2);
-        ++index;
-    }
+    m_grid->setContentsMargins({});
+    m_grid->setVerticalSpacing(0);
+    for (const Part& part : parts())
+        m_rows.append(makeRow(part));
+    setColumns(2);
+}
+
+void GlassRows::setColumns(int columns)
+{
+    for (int i = 0; i < int(m_rows.size()); ++i)
+        m_grid->addWidget(m_rows.at(i), i / columns, i % columns);
+    for (int column = 0; column < 2; ++column)
+        m_grid->setColumnStretch(column, column < columns ? 1 : 0);
+    m_grid->setHorizontalSpacing(columns > 1 ? 32 : 0);
 }
 
 QWidget* GlassRows::makeRow(const Part& part)

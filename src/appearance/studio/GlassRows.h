@@ -7,6 +7,8 @@
 
 #include <functional>
 
+class QGridLayout;
+
 namespace orvane {
 
 class Look;
@@ -21,6 +23,8 @@ public:
     explicit GlassRows(Look& look, QWidget* parent = nullptr);
 
     void showValues(const AppearanceValues& values);
+    /// One column or two.
+    void setColumns(int columns);
 
 signals:
     void changeWanted(const orvane::GlassRows::Change& change);
@@ -32,6 +36,8 @@ private:
 
     QList<std::function<void(const AppearanceValues&)>> m_show;
     Look& m_look;
+    QGridLayout* m_grid;
+    QList<QWidget*> m_rows;
     bool m_showing = false;
 };
 

@@ -134,9 +134,6 @@ QWidget* ThemeStudioView::makeActions()
             [this](bool on) { followDesktopSetting.write(m_s.defaults, on); });
     layout->addWidget(m_follow);
     layout->addStretch(1);
-    m_bringBack = add(tr("Bring Back Edits"), [this] { bringBack(); });
-    m_bringBack->setToolTip(tr("The edited look that applying this theme replaced"));
-    m_bringBack->hide();
     m_update = add(tr("Update"), [this] { updateSelected(); });
     m_apply = add(tr("Apply"), [this] { applySelected(); });
     m_apply->setDefault(true);
@@ -154,27 +151,41 @@ QWidget* ThemeStudioView::makeColors()
     head->addStretch(1);
     m_state = makeLabel({}, TextStyle::Body, LabelInk::Secondary);
     head->addWidget(m_state);
+    m_bringBack = new QPushButton(tr("Bring Back Edits"), colors);
+    m_bringBack->setToolTip(tr("The edited look that applying this theme replaced"));
+    m_bringBack->hide();
+    connect(m_bringBack, &QPushButton::clicked, this, &ThemeStudioView::bringBack);
+    head->addSpacing(12);
+    head->addWidget(m_bringBack);
     layout->addLayout(head);
 
-    auto* grid = new QGridLayout;
-    grid->setContentsMargins({});
-    grid->setHorizontalSpacing(32);
-    grid->setVerticalSpacing(0);
-    const auto& all = studioColors();
-    const int half = int(all.size() + 1) / 2;
-    for (int i = 0; i < int(all.size()); ++i) {
-        auto* row = new ColorRow(all[i], m_s.look, colors);
-        grid->addWidget(row, i % half, i / half);
+    m_colorGrid = new QGridLayout;
+    m_colorGrid->setContentsMargins({});
+    m_colorGrid->setVerticalSpacing(0);
+    for (const StudioColor& color : studioColors()) {
+        auto* row = new ColorRow(color, m_s.look, colors);
         m_rows.append(row);
         connect(row, &QAbstractButton::clicked, this, [this, row] { editColor(*row); });
     }
-    layout->addLayout(grid);
+    layout->addLayout(m_colorGrid);
     layout->addSpacing(16);
     layout->addWidget(makeLabel(tr("Glass"), TextStyle::WindowTitle));
     m_glass = new GlassRows(m_s.look, colors);
     connect(m_glass, &GlassRows::changeWanted, this, &ThemeStudioView::change);
     layout->addWidget(m_glass);
+    placeColors();
     return colors;
+}
+
+/// Down the first column and then down the second, where there is room for two.
+void ThemeStudioView::placeColors()
+{
+    const int columns = m_isWide ? 2 : 1;
+    const int rows = (int(m_rows.size()) + columns - 1) / columns;
+    for (int i = 0; i < int(m_rows.size()); ++i)
+        m_colorGrid->addWidget(m_rows.at(i), i % rows, i / rows);
+    m_colorGrid->setHorizontalSpacing(columns > 1 ? 32 : 0);
+    m_glass->setColumns(columns);
 }
 
 void ThemeStudioView::showLibrary()
@@ -239,7 +250,7 @@ void ThemeStudioView::placeCards()
 {
     while (QLayoutItem* item = m_cardGrid->takeAt(0))
         delete item;
-    const int columns = width() >= columnsFrom ? 3 : 2;
+    const int columns = m_isWide ? 3 : 2;
     QWidget* before = nullptr;
     const auto place = [&](QWidget* widget, int index) {
         m_cardGrid->addWidget(widget, index / columns, index % columns);
@@ -319,8 +330,11 @@ void ThemeStudioView::showLook()
 void ThemeStudioView::resizeEvent(QResizeEvent* event)
 {
     SurfacePanel::resizeEvent(event);
-    if ((event->oldSize().width() >= columnsFrom) != (event->size().width() >= columnsFrom))
+    const bool isWide = event->size().width() >= columnsFrom;
+    if (isWide != std::exchange(m_isWide, isWide)) {
         placeCards();
+        placeColors();
+    }
 }
 
 void ThemeStudioView::editColor(ColorRow& row)

@@ -71,6 +71,7 @@ private:
     void showLibrary();
     void makeCards();
     void placeCards();
+    void placeColors();
     void showLook();
     void showPreviews();
     void editColor(ColorRow& row);
@@ -86,8 +87,10 @@ private:
     /// The edited look that applying a theme replaced.
     std::optional<AppearanceValues> m_replaced;
 
+    bool m_isWide = false;
     QScrollArea* m_scroll;
     QGridLayout* m_cardGrid;
+    QGridLayout* m_colorGrid = nullptr;
     QList<ThemeCard*> m_cards;
     QAbstractButton* m_saveCard;
     VariantPreview* m_previews[2] = {};

@@ -6,7 +6,7 @@
 #include "core/NoteVersionHistoryStore.h"
 #include "core/ProjectLibraryController.h"
 #include "core/SessionKeys.h"
-#include "editor/EditorPaneView.h"
+#include "editor/EditorSettings.h"
 #include "editor/spelling/Spelling.h"
 #include "shell/settings/EditorFontSample.h"
 #include "shell/settings/FontFamilies.h"
@@ -63,8 +63,15 @@ QWidget* makeEditorPage(const SettingsServices& s)
 {
     auto* page = new SettingsPage({title(SettingsPageId::Editor), {}}, s.services.defaults, s.look);
     page->addHead(tr("Text"));
+    QList<Choice> modes;
+    for (const auto mode : {EditorMode::richText, EditorMode::plainText, EditorMode::markdown})
+        modes.append({editorModeName(mode), editorModeName(mode)});
+    page->addChoice(
+        editorModeSetting,
+        {tr("Written as"), tr("The note on the screen. A new note begins like the one before it.")},
+        modes);
     page->addChoice(editorFontFamilySetting,
-                    {tr("Font"), tr("Each note remembers the font and size it was written in.")},
+                    {tr("Font"), tr("Each note remembers how it is written, its font and size.")},
                     fontFamilyChoices());
     NumberForm points;
     points.lowest = 8;

@@ -74,7 +74,7 @@ SettingsWindow::SettingsWindow(const Services& services, Look& look, ShortcutCen
     , m_sheets(new SheetHost(look, this))
 {
     setWindowTitle(tr("Settings"));
-    setMinimumSize(860, 520);
+    setMinimumSize(960, 560);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
     layout->setSpacing(0);
