@@ -18,6 +18,8 @@ constexpr double secondaryShare = 0.6;
 constexpr double gradientTopShare = 0.05;
 constexpr double gradientBottomShare = 0.14;
 constexpr double selectionShare = 0.28;
+constexpr double matchShare = 0.34;
+constexpr double punctuationShare = 0.5;
 constexpr double accentWashShare = 0.14;
 constexpr double hoverShare = 0.1;
 constexpr double deskMatShare = 0.4;
@@ -202,6 +204,7 @@ private:
         t.pageText = ink(v.editorText, page.middle, t.on(Surface::Page).text);
         t.textOnSelection = readableInk(t.on(Surface::Page).text, t.selection);
         t.caret = readableInk(accent, page.middle, iconContrast);
+        setWriting();
         t.backdrop = QColor(0, 0, 0, schemeOfGround(window.middle) == ColorScheme::Dark ? 140 : 90);
         t.desk = v.deskMat.enabled
                      ? blended(Qt::black, deskMatShare * channel(v.deskMat.strength) / 255.0,
@@ -213,6 +216,21 @@ private:
         t.paperEdge = t.on(Surface::Page).border;
         t.windowTop = t.on(Surface::Window).groundTop;
         t.windowBottom = t.on(Surface::Window).groundBottom;
+    }
+
+    void setWriting()
+    {
+        const QColor& ground = page.middle;
+        const SystemColors& system = systemColors(schemeOfGround(ground));
+        t.match = blended(system.marker, matchShare, ground);
+        t.matchEdge = readableInk(system.marker, ground, iconContrast);
+        t.markdown.code = readableInk(system.orange, ground);
+        t.markdown.link = readableInk(system.controlAccent, ground);
+        t.markdown.blockquote = t.on(Surface::Page).textSecondary;
+        t.markdown.listMarker = readableInk(system.purple, ground);
+        t.markdown.taskCheckbox = readableInk(system.success, ground);
+        t.markdown.punctuation =
+            readableInk(blended(t.pageText, punctuationShare, ground), ground, iconContrast);
     }
 
     void setShortNames()

@@ -41,6 +41,8 @@ Drawing drawingOf(Symbol symbol)
         return {"actions"_L1, "arrow-up"_L1};
     case Symbol::Clear:
         return {"actions"_L1, "edit-clear"_L1};
+    case Symbol::Close:
+        return {"actions"_L1, "edit-delete-remove"_L1};
     case Symbol::Colors:
         return {"actions"_L1, "fill-color"_L1};
     case Symbol::Folder:
@@ -77,6 +79,8 @@ Drawing drawingOf(Symbol symbol)
         return {"actions"_L1, "tools-wizard"_L1};
     case Symbol::Rename:
         return {"actions"_L1, "edit-rename"_L1};
+    case Symbol::Replace:
+        return {"actions"_L1, "edit-find-replace"_L1};
     case Symbol::Revert:
         return {"actions"_L1, "edit-undo"_L1};
     case Symbol::RightPane:

@@ -15,6 +15,9 @@ struct SystemColors {
     QColor controlAccent;
     QColor danger;
     QColor success;
+    QColor orange;
+    QColor purple;
+    QColor marker; ///< of a felt pen, behind text
 };
 
 [[nodiscard]] const SystemColors& systemColors(ColorScheme scheme);

@@ -59,6 +59,18 @@ struct SurfaceTokens {
     bool operator==(const SurfaceTokens&) const = default;
 };
 
+/// The inks of Markdown on the page; plain text and headings have the page's own.
+struct MarkdownInks {
+    QColor code;
+    QColor link;
+    QColor blockquote;
+    QColor listMarker;
+    QColor taskCheckbox;
+    QColor punctuation; ///< steps back: 3 to 1, the others 4.5 to 1
+
+    bool operator==(const MarkdownInks&) const = default;
+};
+
 /// Every colour of the interface, by what it is for.
 struct Tokens {
     std::array<SurfaceTokens, surfaceCount> surfaces;
@@ -76,6 +88,9 @@ struct Tokens {
 
     QColor pageText; ///< the writing surface's own ink, as chosen and so perhaps hard to read
     QColor caret;
+    QColor match;     ///< behind text that was found
+    QColor matchEdge; ///< around it
+    MarkdownInks markdown;
     QColor desk;      ///< around the paper in page view
     QColor paper;     ///< the sheet in page view
     QColor paperEdge; ///< its edge

@@ -6,6 +6,7 @@
 #include "editor/EditorTextHost.h"
 #include "editor/EditorView.h"
 #include "editor/StatusStrip.h"
+#include "editor/WritingTools.h"
 
 #include <QFontMetricsF>
 #include <QKeyEvent>
@@ -42,6 +43,7 @@ EditorPaneView::EditorPaneView(AppState& appState, Look& look, QWidget* parent)
     : SurfacePanel(look, Surface::Page, parent)
     , m_appState(appState)
     , m_session(appState)
+    , m_library(appState.services())
     , m_stack(new QStackedLayout)
     , m_status(new StatusStrip(look, this))
     , m_countTimer(new QTimer(this))
@@ -53,13 +55,18 @@ EditorPaneView::EditorPaneView(AppState& appState, Look& look, QWidget* parent)
     layout->addWidget(m_status);
     m_stack->addWidget(makeEmptyState());
     m_stack->addWidget(makePage());
+    m_tools = std::make_unique<WritingTools>(m_text->view(), m_library, appState.services(), look,
+                                             *this);
+    layout->insertWidget(1, &m_tools->findStrip());
     m_countTimer->setSingleShot(true);
     m_countTimer->setInterval(countPause);
     connect(m_countTimer, &QTimer::timeout, this, &EditorPaneView::updateCounts);
     connect(&look, &Look::changed, this, &EditorPaneView::applyHostLook);
     connectSession();
+    connectTools();
     applyHostLook();
     m_text->showText(&m_session.gateway());
+    m_tools->showText(m_session.noteID(), m_session.mode());
     loadDraft();
     updateSavingState();
 }
@@ -139,6 +146,17 @@ void EditorPaneView::connectSession()
     connect(&m_appState, &AppState::currentProjectChanged, this, [this] {
         updateEditable();
         updateSavingState();
+    });
+}
+
+void EditorPaneView::connectTools()
+{
+    connect(this, &EditorPaneView::textAboutToChange, this, [this] { m_tools->leaveText(); });
+    connect(this, &EditorPaneView::textChanged, this,
+            [this] { m_tools->showText(m_session.noteID(), m_session.mode()); });
+    connect(&m_session, &EditorSession::draftLoaded, this, [this](bool resetFindUI) {
+        if (resetFindUI)
+            m_tools->findStrip().reset();
     });
 }
 
@@ -228,6 +246,7 @@ void EditorPaneView::updateEditable()
     const bool editable = m_session.isEditable();
     m_title->setReadOnly(!editable);
     m_text->view().setEditable(editable);
+    m_tools->findStrip().setEditable(editable);
     m_emptyAction->setVisible(m_appState.canCreateOrEdit());
 }
 

@@ -3,6 +3,7 @@
 
 #include "appearance/SurfacePanel.h"
 #include "editor/EditorSession.h"
+#include "editor/WritingLibrary.h"
 
 class QLineEdit;
 class QStackedLayout;
@@ -13,6 +14,7 @@ namespace orvane {
 class EditorTextHost;
 class EditorView;
 class StatusStrip;
+class WritingTools;
 
 /// The editor pane: title field, text and status strip of the selected note, or what to do when
 /// none is selected. Owns the session that takes each edit to the disk.
@@ -47,6 +49,7 @@ private:
     [[nodiscard]] QWidget* makePage();
     [[nodiscard]] QWidget* makeEmptyState();
     void connectSession();
+    void connectTools();
     void applyHostLook();
     void placeTitle();
     void loadDraft();
@@ -56,10 +59,12 @@ private:
 
     AppState& m_appState;
     EditorSession m_session;
+    WritingLibrary m_library;
     QStackedLayout* m_stack;
     QWidget* m_titleRow = nullptr;
     QLineEdit* m_title = nullptr;
     EditorTextHost* m_text = nullptr;
+    std::unique_ptr<WritingTools> m_tools;
     QWidget* m_emptyAction = nullptr;
     StatusStrip* m_status;
     QTimer* m_countTimer;

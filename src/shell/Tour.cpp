@@ -69,6 +69,7 @@ private:
     void welcome();
     void makeProjects();
     void buildNovel();
+    void findAndReplace();
     void looks();
     void settings();
     void commandPalette();
@@ -290,6 +291,21 @@ void Tour::buildNovel()
     }
 }
 
+void Tour::findAndReplace()
+{
+    AppearanceThemeLibrary& themes = m_app->themes();
+    m_hand->press(Qt::Key_F, Qt::ControlModifier);
+    m_hand->type(u"the"_s);
+    m_hand->press(Qt::Key_Return);
+    picture(u"find"_s);
+    m_hand->press(Qt::Key_H, Qt::ControlModifier);
+    themes.applyTheme(signatureBundle().id, AppearanceThemeMode::Light);
+    picture(u"find-and-replace-light"_s);
+    themes.applyTheme(signatureBundle().id, AppearanceThemeMode::Dark);
+    m_hand->press(Qt::Key_Escape);
+    expect(!button(u"Next Match"_s), u"Escape closes the find strip"_s);
+}
+
 /// The main window in the other built-in looks, and the settings.
 void Tour::looks()
 {
@@ -459,6 +475,7 @@ int Tour::run()
     welcome();
     makeProjects();
     buildNovel();
+    findAndReplace();
     looks();
     browse();
     quitAndComeBack();

@@ -59,7 +59,13 @@ void expectReadable(const Tokens& t)
     for (const QColor& face : {t.danger, t.dangerHovered})
         expectReadable(t.textOnDanger, face, textContrast, "text on danger");
     expectReadable(t.textOnSelection, t.selection, textContrast, "selected text");
-    expectReadable(t.caret, t.on(Surface::Page).ground, iconContrast, "caret");
+    const QColor& page = t.on(Surface::Page).ground;
+    expectReadable(t.caret, page, iconContrast, "caret");
+    expectReadable(t.matchEdge, page, iconContrast, "edge of a match");
+    expectReadable(t.markdown.punctuation, page, iconContrast, "punctuation");
+    for (const QColor& ink : {t.markdown.code, t.markdown.link, t.markdown.blockquote,
+                              t.markdown.listMarker, t.markdown.taskCheckbox})
+        expectReadable(ink, page, textContrast, "Markdown");
 }
 
 AppearanceValues randomLook(std::mt19937& random)

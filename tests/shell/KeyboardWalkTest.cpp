@@ -72,6 +72,14 @@ protected:
             if (QApplication::focusWidget() == focus)
                 hand.press(Qt::Key_F6); // a text takes Tab for itself
         }
+        // What follows a text is reached the other way round.
+        for (qsizetype step = 0; step < controls.size() + 4; ++step) {
+            QWidget* focus = QApplication::focusWidget();
+            reached.insert(focus);
+            hand.press(Qt::Key_Backtab, Qt::ShiftModifier);
+            if (QApplication::focusWidget() == focus)
+                hand.press(Qt::Key_F6, Qt::ShiftModifier);
+        }
         for (QWidget* control : controls) {
             EXPECT_TRUE(reached.contains(control) || isLeftToItsGroup(*control))
                 << screen << ": no way by Tab to " << describe(*control);

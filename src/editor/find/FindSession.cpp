@@ -9,6 +9,12 @@
 
 namespace orvane {
 
+namespace {
+
+constexpr qreal markCorner = 3;
+
+} // namespace
+
 FindSession::FindSession(EditorView& view, Beeper& beeper, QObject* parent)
     : QObject(parent)
     , m_view(view)
@@ -63,23 +69,39 @@ void FindSession::onTextChanged(const TextChange& change)
     emit matchesChanged();
 }
 
-bool FindSession::select(std::optional<TextRange> match)
+void FindSession::select(TextRange match)
 {
-    if (!match) {
+    m_view.setSelection(TextSelection::of(match));
+    m_view.scrollToRange(match);
+}
+
+bool FindSession::selectOrBeep(std::optional<TextRange> match)
+{
+    if (match)
+        select(*match);
+    else
         m_beeper.beep();
-        return false;
-    }
-    m_view.setSelection(TextSelection::of(*match));
-    m_view.scrollToRange(*match);
-    return true;
+    return match.has_value();
 }
 
 bool FindSession::find(FindDirection direction)
 {
     if (query().isEmpty())
         return false;
-    return select(
+    return selectOrBeep(
         m_matches.query().next(m_view.store().text(), m_view.selection().range(), direction));
+}
+
+void FindSession::showNearest()
+{
+    const QList<TextRange>& ranges = m_matches.ranges();
+    if (ranges.isEmpty())
+        return;
+    const qsizetype from = m_view.selection().range().location;
+    const auto next =
+        std::lower_bound(ranges.begin(), ranges.end(), from,
+                         [](TextRange match, qsizetype at) { return match.location < at; });
+    select(next == ranges.end() ? ranges.first() : *next);
 }
 
 bool FindSession::replaceCurrent(const QString& replacement)
@@ -100,7 +122,7 @@ bool FindSession::replaceCurrent(const QString& replacement)
     // That there is no further match is no failure.
     if (const auto next =
             m_matches.query().next(m_view.store().text(), edits.selection, FindDirection::forward))
-        return select(next);
+        select(*next);
     return true;
 }
 
@@ -117,27 +139,49 @@ qsizetype FindSession::replaceAll(const QString& replacement)
     return apply(edits, m_view.gateway()) ? matches.size() : 0;
 }
 
-void FindSession::setMarkColor(const QColor& color)
+void FindSession::setColors(const Colors& colors)
 {
-    m_markColor = color;
+    if (colors == m_colors)
+        return;
+    m_colors = colors;
     m_view.viewport()->update();
 }
 
-void FindSession::paintOverText(QPainter& painter, const EditorPaint& paint)
+void FindSession::drawMarks(QPainter& painter, const EditorPaint& paint,
+                            const std::function<void(TextRange, const QRectF&)>& draw) const
 {
     if (m_matches.ranges().isEmpty())
         return;
-    const TextRange visible = visibleText(m_view, paint);
-    const auto [first, end] = m_matches.touching(visible);
+    const auto [first, end] = m_matches.touching(visibleText(m_view, paint));
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(m_markColor);
     for (qsizetype i = first; i < end; ++i) {
         for (const QRectF& rect : markRects(m_view, paint, m_matches.ranges()[i]))
-            painter.drawRoundedRect(rect, 2, 2);
+            draw(m_matches.ranges()[i], rect.adjusted(-1, 0, 1, 0));
     }
     painter.restore();
+}
+
+void FindSession::paintBehindText(QPainter& painter, const EditorPaint& paint)
+{
+    drawMarks(painter, paint, [&](TextRange, const QRectF& rect) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(m_colors.fill);
+        painter.drawRoundedRect(rect, markCorner, markCorner);
+    });
+}
+
+/// The edges also show where the text brings a ground of its own.
+void FindSession::paintOverText(QPainter& painter, const EditorPaint& paint)
+{
+    const TextRange selected = m_view.selection().range();
+    drawMarks(painter, paint, [&](TextRange match, const QRectF& rect) {
+        const bool isSelected = match == selected;
+        painter.setPen(isSelected ? QPen(m_colors.selected, 2) : QPen(m_colors.edge, 1));
+        const qreal inset = isSelected ? 0 : 0.5;
+        painter.drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), markCorner,
+                                markCorner);
+    });
 }
 
 } // namespace orvane

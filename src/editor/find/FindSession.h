@@ -34,14 +34,24 @@ public:
     /// Selects and shows the next match from the selection on, round the end of the text. Beeps and
     /// answers false if there is none.
     bool find(FindDirection direction);
+    /// Selects the match that begins where the selection does, else the next one, and shows it:
+    /// what a person sees while typing the query. Without a match nothing happens.
+    void showNearest();
     /// Replaces the selection if it is a match, else the next match, and goes on to the one after.
     bool replaceCurrent(const QString& replacement);
     /// Replaces all in one step to undo and answers how many. Beeps if there are none.
     qsizetype replaceAll(const QString& replacement);
 
-    /// The colour behind matches.
-    void setMarkColor(const QColor& color);
+    struct Colors {
+        QColor fill;     ///< behind matches
+        QColor edge;     ///< around matches
+        QColor selected; ///< around the one that is selected
 
+        bool operator==(const Colors&) const = default;
+    };
+    void setColors(const Colors& colors);
+
+    void paintBehindText(QPainter& painter, const EditorPaint& paint) override;
     void paintOverText(QPainter& painter, const EditorPaint& paint) override;
 
 signals:
@@ -50,12 +60,15 @@ signals:
 
 private:
     void onTextChanged(const TextChange& change);
-    [[nodiscard]] bool select(std::optional<TextRange> match);
+    void select(TextRange match);
+    bool selectOrBeep(std::optional<TextRange> match);
+    void drawMarks(QPainter& painter, const EditorPaint& paint,
+                   const std::function<void(TextRange, const QRectF&)>& draw) const;
 
     EditorView& m_view;
     Beeper& m_beeper;
     FindMatches m_matches;
-    QColor m_markColor{255, 193, 7, 90};
+    Colors m_colors;
 };
 
 } // namespace orvane

@@ -60,6 +60,8 @@ const DictionaryFiles* Spelling::filesFor(const QUuid& note) const
 {
     const auto languages = m_defaults.get<QJsonObject>(languagesKey(), {});
     const QString own = languages.value(keyOf(note)).toString();
+    if (own == noSpellingLanguage)
+        return nullptr;
     const DictionaryFiles* files = own.isEmpty() ? nullptr : dictionaryFor(m_dictionaries, own);
     return files ? files : dictionaryFor(m_dictionaries, m_locale);
 }
@@ -73,7 +75,8 @@ QString Spelling::languageOf(const QUuid& note) const
 void Spelling::setLanguage(const QUuid& note, const QString& language)
 {
     auto languages = m_defaults.get<QJsonObject>(languagesKey(), {});
-    languages.insert(keyOf(note), language);
+    languages.insert(keyOf(note),
+                     language.isEmpty() ? QString::fromUtf16(noSpellingLanguage) : language);
     m_defaults.set(languagesKey(), DefaultsValue(languages));
 }
 

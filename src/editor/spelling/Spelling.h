@@ -29,8 +29,9 @@ public:
     [[nodiscard]] bool isEnabled() const;
     void setEnabled(bool enabled);
 
-    /// Empty if there is no dictionary for the note's language.
+    /// Empty if the note is not to be checked or there is no dictionary for its language.
     [[nodiscard]] QString languageOf(const QUuid& note) const;
+    /// An empty language for no checking.
     void setLanguage(const QUuid& note, const QString& language);
     /// The checker for the note's language; null if there is none or checking is off.
     [[nodiscard]] SpellChecker* checkerFor(const QUuid& note);
@@ -52,5 +53,7 @@ private:
 /// settings.editor.spelling.enabled, and the languages of notes by upper-case UUID text.
 inline constexpr Setting<bool> spellingEnabledSetting{u"settings.editor.spelling.enabled", true};
 inline constexpr char16_t spellingLanguagesKey[] = u"settings.editor.spelling.languages";
+/// In place of a language: the note is not checked.
+inline constexpr char16_t noSpellingLanguage[] = u"none";
 
 } // namespace orvane

@@ -201,17 +201,18 @@ void SpellingMarks::addLanguages(QMenu& menu)
     languages->addSeparator();
     auto* group = new QActionGroup(languages);
     const QString current = m_spelling.languageOf(*m_note);
-    for (const DictionaryFiles& files : m_spelling.dictionaries()) {
-        QAction* action = languages->addAction(Spelling::displayName(files.language));
+    const auto add = [&](const QString& name, const QString& language) {
+        QAction* action = languages->addAction(name);
         action->setCheckable(true);
-        action->setChecked(files.language == current);
+        action->setChecked(language == current);
         action->setEnabled(m_spelling.isEnabled());
         group->addAction(action);
         connect(action, &QAction::triggered, &m_spelling,
-                [this, note = *m_note, language = files.language] {
-                    m_spelling.setLanguage(note, language);
-                });
-    }
+                [this, note = *m_note, language] { m_spelling.setLanguage(note, language); });
+    };
+    for (const DictionaryFiles& files : m_spelling.dictionaries())
+        add(Spelling::displayName(files.language), files.language);
+    add(tr("None"), {});
 }
 
 void SpellingMarks::replaceWord(TextRange word, const QString& replacement)

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "appearance/Look.h"
+#include "editor/EditorSettings.h"
+#include "editor/WritingLibrary.h"
+#include "editor/find/FindSession.h"
+#include "editor/find/FindStrip.h"
+#include "editor/spelling/SpellingMarks.h"
+
+namespace orvane {
+
+class EditorView;
+
+/// Everything that helps writing in one text view beside the typing itself: finding and replacing,
+/// and spelling. It wears the look, listens to the commands of the program and to their keys, and
+/// is told what the view shows. Main thread.
+class WritingTools : public QObject {
+    Q_OBJECT
+public:
+    /// Keys work wherever the keyboard is in `pane`, which becomes the parent of the find strip.
+    /// All arguments outlive it.
+    WritingTools(EditorView& view, WritingLibrary& library, const Services& services, Look& look,
+                 QWidget& pane);
+
+    /// To be placed by the owner, below the text.
+    [[nodiscard]] FindStrip& findStrip() { return *m_strip; }
+
+    /// After the text of `note` has been put into the view, or is written in another mode from now
+    /// on; nothing for no note. The find strip stays as it is.
+    void showText(const std::optional<QUuid>& note, EditorMode mode);
+    /// Before the text in the view goes.
+    void leaveText();
+
+    /// The "Find" command: opens the strip, or goes to it, or closes it where the keyboard is in it
+    /// already.
+    void toggleFind();
+    void openFind(FindStrip::Controls controls);
+
+private:
+    void makeKeys(QWidget& pane);
+    void applyLook();
+    void findAgain(FindDirection direction);
+
+    EditorView& m_view;
+    Look& m_look;
+    FindSession m_find;
+    SpellingMarks m_spelling;
+    FindStrip* m_strip;
+    std::optional<QUuid> m_note;
+    NotificationCenter::Observation m_toggleFind;
+};
+
+} // namespace orvane

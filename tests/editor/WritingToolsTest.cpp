@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "editor/WritingTools.h"
+
+#include "appearance/AppearanceTokens.h"
+#include "core/AppCommandEvents.h"
+#include "editor/EditorView.h"
+#include "support/TestServices.h"
+#include "text/TextStore.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QToolButton>
+#include <QVBoxLayout>
+#include <gtest/gtest.h>
+
+namespace orvane {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// A pane with a text and its tools, worked by keys.
+class WritingToolsTest : public ::testing::Test {
+protected:
+    WritingToolsTest()
+    {
+        auto* layout = new QVBoxLayout(&pane);
+        layout->addWidget(view);
+        layout->addWidget(&tools->findStrip());
+        view->setPlainText(u"Tide and tide, TIDE"_s);
+        tools->showText(QUuid::createUuid(), EditorMode::plainText);
+        pane.resize(900, 500);
+        pane.show();
+        QApplication::setActiveWindow(&pane);
+        view->setFocus();
+        QApplication::processEvents();
+    }
+
+    void toggleFind() { services.notifications.post(AppCommandEvents::toggleDocumentFind); }
+    template <typename T>
+    T* named(const QString& name)
+    {
+        for (T* each : pane.findChildren<T*>()) {
+            if (each->accessibleName() == name || each->property("text").toString() == name)
+                return each;
+        }
+        return nullptr;
+    }
+    QLineEdit* query() { return named<QLineEdit>(u"Find in note"_s); }
+    QLineEdit* replacement() { return named<QLineEdit>(u"Replace with"_s); }
+    QString count() { return tools->findStrip().findChild<QLabel*>()->text(); }
+    static void type(const QString& text) { QTest::keyClicks(QApplication::focusWidget(), text); }
+    static void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key(key), modifiers);
+    }
+    void click(const QString& name)
+    {
+        auto* button = named<QAbstractButton>(name);
+        ASSERT_TRUE(button) << qPrintable(name);
+        QTest::mouseClick(button, Qt::LeftButton);
+    }
+    QString selected() { return view->store().text(view->selection().range()); }
+
+    TestServices services;
+    Look look{signatureDarkTokens()};
+    WritingLibrary library{services.services(), {}, u"en_US"_s};
+    QWidget pane;
+    EditorView* view = new EditorView(&pane);
+    std::unique_ptr<WritingTools> tools =
+        std::make_unique<WritingTools>(*view, library, services.services(), look, pane);
+};
+
+TEST_F(WritingToolsTest, FindsWhileTheQueryIsTyped)
+{
+    toggleFind();
+    ASSERT_TRUE(query()->hasFocus());
+    EXPECT_FALSE(replacement()->isVisible());
+    type(u"tide"_s);
+    EXPECT_EQ(count(), u"1 of 3"_s);
+    EXPECT_EQ(view->selection(), (TextSelection{0, 4}));
+    press(Qt::Key_Return);
+    EXPECT_EQ(count(), u"2 of 3"_s);
+    press(Qt::Key_Return, Qt::ShiftModifier);
+    press(Qt::Key_Return, Qt::ShiftModifier);
+    EXPECT_EQ(selected(), u"TIDE"_s);
+    press(Qt::Key_F3);
+    EXPECT_EQ(count(), u"1 of 3"_s);
+    type(u"s"_s);
+    EXPECT_EQ(count(), u"No matches"_s);
+    EXPECT_EQ(view->selection(), (TextSelection{0, 4})) << "a query without a match moves nothing";
+    EXPECT_FALSE(named<QToolButton>(u"Next Match"_s)->isEnabled());
+    EXPECT_EQ(services.beeper.count, 0);
+    press(Qt::Key_Return);
+    EXPECT_EQ(services.beeper.count, 1);
+
+    press(Qt::Key_Escape);
+    EXPECT_TRUE(view->hasFocus());
+    EXPECT_FALSE(tools->findStrip().isVisible());
+    view->setSelection({5, 8});
+    toggleFind();
+    EXPECT_EQ(query()->text(), u"and"_s) << "the selection is what one looks for";
+    toggleFind();
+    EXPECT_TRUE(view->hasFocus()) << "the command closes the strip that has the keyboard";
+}
+
+TEST_F(WritingToolsTest, ReplacesAndUndoesFromTheStrip)
+{
+    press(Qt::Key_H, Qt::ControlModifier);
+    ASSERT_TRUE(replacement()->isVisible());
+    type(u"tide"_s);
+    press(Qt::Key_Tab);
+    ASSERT_TRUE(replacement()->hasFocus());
+    type(u"ebb"_s);
+    press(Qt::Key_Return);
+    EXPECT_EQ(view->plainText(), u"ebb and tide, TIDE"_s);
+    EXPECT_EQ(count(), u"1 of 2"_s);
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(view->plainText(), u"Tide and tide, TIDE"_s) << "not what was typed in the field";
+    EXPECT_EQ(replacement()->text(), u"ebb"_s);
+    click(u"Replace All"_s);
+    EXPECT_EQ(view->plainText(), u"ebb and ebb, ebb"_s);
+    EXPECT_EQ(count(), u"No matches"_s);
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(view->plainText(), u"Tide and tide, TIDE"_s) << "all in one step";
+    press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(view->plainText(), u"ebb and ebb, ebb"_s);
+}
+
+TEST_F(WritingToolsTest, AnotherNoteResetsTheStripAndAReloadKeepsIt)
+{
+    press(Qt::Key_H, Qt::ControlModifier);
+    type(u"tide"_s);
+    view->setPlainText(u"no tide"_s);
+    tools->showText(QUuid::createUuid(), EditorMode::plainText);
+    EXPECT_TRUE(tools->findStrip().isVisible());
+    EXPECT_EQ(count(), u"1 match"_s);
+
+    tools->findStrip().reset();
+    EXPECT_FALSE(tools->findStrip().isVisible());
+    toggleFind();
+    EXPECT_EQ(query()->text(), QString());
+    EXPECT_EQ(count(), QString());
+    EXPECT_FALSE(tools->findStrip().showsReplacement());
+
+    tools->findStrip().setEditable(false);
+    press(Qt::Key_H, Qt::ControlModifier);
+    EXPECT_FALSE(tools->findStrip().showsReplacement()) << "a text that can't be changed";
+    tools->findStrip().reset();
+    tools->showText(std::nullopt, EditorMode::plainText);
+    toggleFind();
+    EXPECT_FALSE(tools->findStrip().isVisible()) << "no note";
+}
+
+} // namespace
+} // namespace orvane
