@@ -55,8 +55,8 @@ EditorPaneView::EditorPaneView(AppState& appState, Look& look, QWidget* parent)
     layout->addWidget(m_status);
     m_stack->addWidget(makeEmptyState());
     m_stack->addWidget(makePage());
-    m_tools = std::make_unique<WritingTools>(m_text->view(), m_library, appState.services(), look,
-                                             *this);
+    m_tools =
+        std::make_unique<WritingTools>(m_text->view(), m_library, appState.services(), look, *this);
     layout->insertWidget(1, &m_tools->findStrip());
     m_countTimer->setSingleShot(true);
     m_countTimer->setInterval(countPause);
