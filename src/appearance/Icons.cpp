@@ -85,8 +85,6 @@ Drawing drawingOf(Symbol symbol)
         return {"actions"_L1, "edit-undo"_L1};
     case Symbol::RightPane:
         return {"actions"_L1, "sidebar-collapse-right"_L1};
-    case Symbol::RunCommand:
-        return {"actions"_L1, "system-run"_L1};
     case Symbol::Search:
         return {"actions"_L1, "search"_L1};
     case Symbol::Settings:

@@ -43,7 +43,6 @@ enum class Symbol {
     Replace,
     Revert,
     RightPane,
-    RunCommand,
     Search,
     Settings,
     Sort,

@@ -18,6 +18,7 @@
 #include "shell/layout/SplitDivider.h"
 #include "shell/layout/WindowPlacement.h"
 #include "shell/shortcuts/ShortcutCenter.h"
+#include "shell/toolbar/ProjectMenu.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -86,6 +87,11 @@ void MainWindow::makeActions()
         Symbol::RightPane, tr("Toggle Right Pane"), ShortcutAction::toggleInspector);
     m_actions.toggleBinder->setCheckable(true);
     m_actions.toggleInspector->setCheckable(true);
+    m_actions.find = new QAction(m_look.icon(Symbol::Search), tr("Find a Note or Command"), this);
+    m_actions.find->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P));
+    addAction(m_actions.find);
+    m_keyedActions.push_back({m_actions.find, std::nullopt});
+    connect(m_actions.find, &QAction::triggered, this, &MainWindow::openCommandPalette);
     m_guide = new QAction(m_look.icon(Symbol::Help), tr("Guide"), this);
     m_guide->setShortcut(QKeySequence(Qt::Key_F1));
     addAction(m_guide);
@@ -157,8 +163,14 @@ QWidget* MainWindow::makeWorkspace()
     auto* layout = new QVBoxLayout(workspace);
     layout->setContentsMargins({});
     layout->setSpacing(0);
-    m_toolbar = new MainToolbar(m_appState, m_actions, *makeApplicationMenu(m_commands, this),
-                                m_look, workspace);
+    const MainToolbar::Menus menus{
+        .application = *makeApplicationMenu(m_commands, this),
+        .projects = *makeProjectMenu(m_appState, *m_projectActions, *m_actions.showProjects, this),
+        .insert = *makeCommandMenu(CommandMenu::Insert, m_commands, this),
+        .hasInsert = [this] {
+            return hasCommands(CommandMenu::Insert, m_commands);
+        }};
+    m_toolbar = new MainToolbar(m_appState, m_actions, menus, m_look, workspace);
     layout->addWidget(m_toolbar);
     layout->addWidget(makePanes(workspace), 1);
     connect(m_binder, &BinderView::noteActivated, m_editor, &EditorPaneView::focusText);
@@ -247,7 +259,6 @@ void MainWindow::makeDirectCommands()
     m_commands.setDirect(DirectCommand::FullScreen, toggleFullScreen);
     m_commands.setDirect(DirectCommand::Guide, [this] { m_projectActions->showGuide(); });
     m_commands.setDirect(DirectCommand::About, [this] { showAbout(); });
-    addKey(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P), [this] { openCommandPalette(); });
     addKey(QKeySequence(Qt::CTRL | Qt::Key_Q), [this] { close(); });
     addKey(QKeySequence(Qt::Key_F11), toggleFullScreen);
     addKey(QKeySequence(Qt::Key_F10), [this] {
@@ -322,6 +333,7 @@ void MainWindow::updateActions()
     m_actions.newFolder->setEnabled(editing && !m_appState.isReadOnly());
     m_actions.toggleBinder->setEnabled(editing);
     m_actions.toggleInspector->setEnabled(editing);
+    m_actions.find->setEnabled(free);
 }
 
 void MainWindow::toggleBrowser()

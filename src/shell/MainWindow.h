@@ -2,11 +2,11 @@
 #pragma once
 
 #include "core/AppState.h"
-#include "shell/MainToolbar.h"
 #include "shell/SheetHost.h"
 #include "shell/commands/CommandCenter.h"
 #include "shell/layout/SplitPaneLayoutModel.h"
 #include "shell/shortcuts/ShortcutAction.h"
+#include "shell/toolbar/MainToolbar.h"
 
 #include <QWidget>
 

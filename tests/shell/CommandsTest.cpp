@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "appearance/ThemeDrawing.h"
 #include "core/EditorFormatNotifications.h"
 #include "shell/commands/AppMenus.h"
+#include "shell/commands/CommandIcons.h"
 #include "support/TestServices.h"
 
 #include <QLineEdit>
@@ -79,6 +81,21 @@ TEST_F(CommandsTest, TheTableIsSound)
     EXPECT_EQ(actions.size(), shortcutActionCount) << "each action is a command";
     for (const int count : actions)
         EXPECT_EQ(count, 1);
+}
+
+TEST_F(CommandsTest, EveryCommandHasADrawing)
+{
+    int general = 0;
+    for (const Command* command : allCommands()) {
+        const QString drawing = commandDrawing(*command);
+        const QImage image = themeDrawingPixmap(u"actions"_s, drawing, 16, Qt::black).toImage();
+        int inked = 0;
+        for (int i = 0; i < image.width() * image.height(); ++i)
+            inked += qAlpha(image.pixel(i % image.width(), i / image.width())) > 127;
+        EXPECT_GT(inked, 8) << qUtf8Printable(command->id + u": "_s + drawing);
+        general += drawing == u"system-run"_s;
+    }
+    EXPECT_LE(general, 3) << "commands that look like any other";
 }
 
 TEST_F(CommandsTest, MenusShowWhatIsBuiltInAndEnableWhatWouldAct)

@@ -68,6 +68,13 @@ QMenu* makeEmptyMenu(CommandMenu which, CommandCenter& commands, QWidget* parent
 
 } // namespace
 
+bool hasCommands(CommandMenu which, const CommandCenter& commands)
+{
+    return std::ranges::any_of(commandSections(), [&](const CommandSection& section) {
+        return section.menu == which && isPresent(commands, section);
+    });
+}
+
 QMenu* makeCommandMenu(CommandMenu which, CommandCenter& commands, QWidget* parent)
 {
     QMenu* menu = makeEmptyMenu(which, commands, parent);
@@ -83,11 +90,7 @@ QMenu* makeApplicationMenu(CommandCenter& commands, QWidget* parent)
     QObject::connect(menu, &QMenu::aboutToShow, menu, [menu, &commands] {
         const auto actions = menu->actions();
         for (int i = 0; i < commandMenuCount; ++i) {
-            const bool present =
-                std::ranges::any_of(commandSections(), [&](const CommandSection& section) {
-                    return section.menu == CommandMenu(i) && isPresent(commands, section);
-                });
-            actions[i]->setVisible(present);
+            actions[i]->setVisible(hasCommands(CommandMenu(i), commands));
         }
     });
     return menu;

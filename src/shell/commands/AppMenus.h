@@ -13,6 +13,9 @@ namespace orvane {
 /// `ShortcutCenter` sees them first.
 [[nodiscard]] QMenu* makeCommandMenu(CommandMenu menu, CommandCenter& commands, QWidget* parent);
 
+/// Whether a menu would show anything.
+[[nodiscard]] bool hasCommands(CommandMenu menu, const CommandCenter& commands);
+
 /// All menus in one, as the button at the end of the toolbar opens it; menus without a command
 /// are left out.
 [[nodiscard]] QMenu* makeApplicationMenu(CommandCenter& commands, QWidget* parent);

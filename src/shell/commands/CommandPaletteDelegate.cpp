@@ -2,6 +2,7 @@
 #include "shell/commands/CommandPaletteDelegate.h"
 
 #include "appearance/OrvaneStyle.h"
+#include "appearance/ThemeDrawing.h"
 
 #include <QPainter>
 #include <QTextLayout>
@@ -16,6 +17,13 @@ constexpr int margin = 18;
 constexpr int symbolSize = 16;
 constexpr int titleLeft = margin + symbolSize + 12;
 constexpr int gap = 12;
+
+void drawCommand(QPainter& painter, const QRect& rect, const QString& drawing, const QColor& color)
+{
+    const int pixels = int(std::ceil(symbolSize * painter.device()->devicePixelRatioF()));
+    drawCentred(painter, rect,
+                themeDrawingPixmap(QStringLiteral("actions"), drawing, pixels, color), symbolSize);
+}
 
 } // namespace
 
@@ -47,7 +55,10 @@ void CommandPaletteDelegate::paint(QPainter* painter, const QStyleOptionViewItem
     const QColor ink = marked ? t.textOnSelectedRow : t.text;
     const QColor secondary = marked ? t.textSecondaryOnSelectedRow : t.textSecondary;
     const QRect symbol(option.rect.left() + margin, option.rect.top(), symbolSize, lineHeight);
-    Look::drawSymbol(*painter, symbol, line.symbol, symbolSize, t.icon);
+    if (line.drawing.isEmpty())
+        Look::drawSymbol(*painter, symbol, line.symbol, symbolSize, t.icon);
+    else
+        drawCommand(*painter, symbol, line.drawing, t.icon);
 
     QRect room = option.rect.adjusted(titleLeft, 0, -margin, 0);
     if (!line.key.isEmpty())

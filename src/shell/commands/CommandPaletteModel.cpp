@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/commands/CommandPaletteModel.h"
 
+#include "shell/commands/CommandIcons.h"
+
 namespace orvane {
 
 using Kind = PaletteRow::Kind;
@@ -58,7 +60,7 @@ PaletteLine CommandPaletteModel::line(const QModelIndex& index) const
         break;
     case Kind::Command: {
         const PaletteCommand& command = m_search.command(row);
-        line.symbol = Symbol::RunCommand;
+        line.drawing = commandDrawing(*command.command);
         line.title = command.title;
         line.place = command.menu;
         line.key = command.key;

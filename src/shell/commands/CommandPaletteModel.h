@@ -11,7 +11,8 @@ namespace orvane {
 /// What one line of the palette shows.
 struct PaletteLine {
     PaletteRow::Kind kind = PaletteRow::Kind::Command;
-    Symbol symbol = Symbol::Note;
+    Symbol symbol = Symbol::Note; ///< where there is no drawing
+    QString drawing;              ///< of a command, by its name in the icon theme's actions
     QString title;
     QList<qsizetype> found; ///< places in the title
     QString place;          ///< the menu of a command, the folder of a note

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "shell/toolbar/ProjectMenu.h"
+
+#include "shell/ProjectActions.h"
+
+#include <QMenu>
+
+namespace orvane {
+
+namespace {
+
+constexpr qsizetype mostProjects = 10;
+constexpr int longestTitle = 300; // pixels
+
+void fill(QMenu& menu, AppState& appState, ProjectActions& actions, QAction& showProjects)
+{
+    menu.clear();
+    const QList<OrvaneProjectRecord> projects = appState.projectsByRecentOpen();
+    for (const OrvaneProjectRecord& project :
+         projects.first(std::min(projects.size(), mostProjects))) {
+        const QString title = menu.fontMetrics().elidedText(project.titleForDisplay().simplified(),
+                                                            Qt::ElideRight, longestTitle);
+        QAction* item = menu.addAction(QString(title).replace(u'&', QStringLiteral("&&")));
+        const bool isOpen =
+            appState.currentProject() && appState.currentProject()->id == project.id;
+        item->setCheckable(true);
+        item->setChecked(isOpen);
+        // After the menu has gone: a question may come first.
+        if (!isOpen)
+            QObject::connect(
+                item, &QAction::triggered, &menu,
+                [&actions, id = project.id] { actions.openFromTile(id); }, Qt::QueuedConnection);
+    }
+    menu.addSeparator();
+    QAction* create = menu.addAction(ProjectActions::tr("New Project…"));
+    QObject::connect(
+        create, &QAction::triggered, &menu, [&actions] { actions.showNewProjectSheet(); },
+        Qt::QueuedConnection);
+    QAction* all = menu.addAction(ProjectActions::tr("All Projects"));
+    QObject::connect(all, &QAction::triggered, &showProjects, &QAction::trigger,
+                     Qt::QueuedConnection);
+}
+
+} // namespace
+
+QMenu* makeProjectMenu(AppState& appState, ProjectActions& actions, QAction& showProjects,
+                       QWidget* parent)
+{
+    auto* menu = new QMenu(parent);
+    QObject::connect(menu, &QMenu::aboutToShow, menu, [menu, &appState, &actions, &showProjects] {
+        fill(*menu, appState, actions, showProjects);
+    });
+    return menu;
+}
+
+} // namespace orvane

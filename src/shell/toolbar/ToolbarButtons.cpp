@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "shell/toolbar/ToolbarButtons.h"
+
+#include "appearance/Contrast.h"
+#include "appearance/OrvaneStyle.h"
+
+#include <QMenu>
+#include <QPainter>
+#include <QStyleOptionToolButton>
+
+namespace orvane {
+
+namespace {
+
+constexpr int buttonHeight = 32;
+constexpr int symbolSize = 16;
+constexpr int chevronSize = 12;
+constexpr int margin = 10;
+constexpr int widestSwitcher = 320;
+constexpr int narrowestSwitcher = 88;
+constexpr int finderWidth = 380;
+constexpr int narrowestFinder = 150;
+
+bool showsRing(const QWidget& widget)
+{
+    return widget.hasFocus() && widget.window()->testAttribute(Qt::WA_KeyboardFocusChange);
+}
+
+} // namespace
+
+ProjectSwitcher::ProjectSwitcher(QMenu& menu, QWidget* parent)
+    : QToolButton(parent)
+{
+    setMenu(&menu);
+    setPopupMode(QToolButton::InstantPopup);
+    setFocusPolicy(Qt::TabFocus);
+    setFont(interfaceFont(TextStyle::BodyMedium));
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+}
+
+void ProjectSwitcher::setTitle(const QString& title)
+{
+    m_title = title.simplified();
+    setAccessibleName(tr("Project %1").arg(m_title));
+    setToolTip(m_title);
+    updateGeometry();
+    update();
+}
+
+QSize ProjectSwitcher::sizeHint() const
+{
+    const int text = fontMetrics().horizontalAdvance(m_title);
+    return {std::min(text + 2 * margin + symbolSize + chevronSize + 17, widestSwitcher), buttonHeight};
+}
+
+QSize ProjectSwitcher::minimumSizeHint() const
+{
+    return {std::min(narrowestSwitcher, sizeHint().width()), buttonHeight};
+}
+
+void ProjectSwitcher::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    QStyleOptionToolButton option;
+    initStyleOption(&option);
+    style()->drawPrimitive(QStyle::PE_PanelButtonTool, &option, &painter, this);
+    const QColor ink = palette().color(QPalette::WindowText);
+    QRect room = rect().adjusted(margin, 0, -margin, 0);
+    Look::drawSymbol(painter, {room.topLeft(), QSize(symbolSize, height())}, Symbol::Project,
+                     symbolSize, ink);
+    const QRect chevron(room.right() + 1 - chevronSize, 0, chevronSize, height());
+    Look::drawSymbol(painter, chevron, Symbol::ChevronDown, chevronSize, ink);
+    room.adjust(symbolSize + 8, 0, -chevronSize - 8, 0);
+    painter.setPen(ink);
+    painter.setFont(font());
+    painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                     fontMetrics().elidedText(m_title, Qt::ElideRight, room.width()));
+}
+
+FinderButton::FinderButton(Look& look, QWidget* parent)
+    : QAbstractButton(parent)
+    , m_look(look)
+{
+    setText(tr("Find a note or command"));
+    setFocusPolicy(Qt::TabFocus);
+    setAttribute(Qt::WA_Hover);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+}
+
+void FinderButton::setKeyText(const QString& key)
+{
+    m_key = key;
+    update();
+}
+
+QSize FinderButton::sizeHint() const
+{
+    return {finderWidth, buttonHeight};
+}
+
+QSize FinderButton::minimumSizeHint() const
+{
+    return {narrowestFinder, buttonHeight};
+}
+
+void FinderButton::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    const QColor ink = palette().color(QPalette::PlaceholderText);
+    const QColor line = m_look.tokens().on(Surface::Toolbar).border;
+    QColor face = palette().color(QPalette::AlternateBase);
+    if (underMouse() && isEnabled())
+        face = blended(palette().color(QPalette::WindowText), isDown() ? 0.1 : 0.05, face);
+    drawPanel(painter, rect(), 6, face, line);
+    QRect room = rect().adjusted(margin, 0, -margin, 0);
+    Look::drawSymbol(painter, {room.topLeft(), QSize(symbolSize, height())}, Symbol::Search,
+                     symbolSize, ink);
+    room.setLeft(room.left() + symbolSize + 8);
+    painter.setPen(ink);
+    const QFont keyFont = interfaceFont(TextStyle::Label);
+    const int keyWidth = QFontMetrics(keyFont).horizontalAdvance(m_key) + 12;
+    const int textWidth = fontMetrics().horizontalAdvance(text());
+    if (!m_key.isEmpty() && room.width() >= textWidth + keyWidth + margin) {
+        const QRect chip(room.right() + 1 - keyWidth, room.center().y() - 10, keyWidth, 21);
+        drawPanel(painter, chip, 4, QColor(), line);
+        painter.setFont(keyFont);
+        painter.drawText(chip, Qt::AlignCenter, m_key);
+        room.setRight(chip.left() - margin);
+    }
+    painter.setFont(font());
+    painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                     fontMetrics().elidedText(text(), Qt::ElideRight, room.width()));
+    if (showsRing(*this))
+        drawFocusRing(painter, rect(), 6, palette().color(QPalette::LinkVisited));
+}
+
+} // namespace orvane
