@@ -50,7 +50,8 @@ void ProjectSwitcher::setTitle(const QString& title)
 QSize ProjectSwitcher::sizeHint() const
 {
     const int text = fontMetrics().horizontalAdvance(m_title);
-    return {std::min(text + 2 * margin + symbolSize + chevronSize + 17, widestSwitcher), buttonHeight};
+    return {std::min(text + 2 * margin + symbolSize + chevronSize + 17, widestSwitcher),
+            buttonHeight};
 }
 
 QSize ProjectSwitcher::minimumSizeHint() const
