@@ -113,6 +113,8 @@ QPalette Look::palette(Surface surface) const
     const QColor faded = blended(s.text, 0.45, s.ground);
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         palette.setColor(QPalette::Disabled, role, faded);
+    palette.setColor(QPalette::Disabled, QPalette::PlaceholderText,
+                     blended(s.textSecondary, 0.6, s.ground));
     return palette;
 }
 

@@ -4,8 +4,10 @@
 #include "appearance/Contrast.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAbstractSpinBox>
 #include <QComboBox>
+#include <QEvent>
 #include <QMenu>
 #include <QPainter>
 #include <QScrollBar>
@@ -19,6 +21,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr const char* toneProperty = "orvaneTone";
+/// The popup of a combo box, which is a class of the toolkit's own.
+constexpr const char* listOfComboBox = "QComboBoxPrivateContainer";
 
 ButtonTone toneOf(const QStyleOptionButton& option, const QWidget* widget)
 {
@@ -113,10 +117,24 @@ void OrvaneStyle::polish(QWidget* widget)
     if (qobject_cast<QAbstractButton*>(widget) || qobject_cast<QComboBox*>(widget) ||
         qobject_cast<QScrollBar*>(widget) || qobject_cast<QAbstractSpinBox*>(widget))
         widget->setAttribute(Qt::WA_Hover);
-    if (qobject_cast<QMenu*>(widget) || widget->inherits("QTipLabel"))
+    const bool isPopup = qobject_cast<QMenu*>(widget) || widget->inherits(listOfComboBox);
+    if (isPopup || widget->inherits("QTipLabel"))
         widget->setAttribute(Qt::WA_TranslucentBackground);
-    if (qobject_cast<QMenu*>(widget))
+    if (isPopup) {
         widget->setPalette(m_look.palette(Surface::Card));
+        widget->installEventFilter(this);
+    }
+}
+
+bool OrvaneStyle::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Show) {
+        auto* popup = static_cast<QWidget*>(watched);
+        popup->setPalette(m_look.palette(Surface::Card));
+        if (auto* list = popup->findChild<QAbstractItemView*>())
+            list->viewport()->setAutoFillBackground(false);
+    }
+    return QProxyStyle::eventFilter(watched, event);
 }
 
 void OrvaneStyle::polish(QPalette& palette)
@@ -150,8 +168,11 @@ void OrvaneStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
         if (option->state.testFlag(State_KeyboardFocusChange))
             drawFocusRing(*painter, option->rect, 6, ringOf(*option));
         return;
-    case PE_FrameDefaultButton:
     case PE_Frame:
+        if (widget && widget->inherits(listOfComboBox))
+            drawPanel(*painter, option->rect, 10, card.ground, card.border);
+        return;
+    case PE_FrameDefaultButton:
     case PE_FrameButtonTool:
     case PE_FrameStatusBarItem:
         return;
@@ -268,8 +289,15 @@ void OrvaneStyle::drawControl(ControlElement element, const QStyleOption* option
         }
         break;
     case CE_MenuItem:
-        if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option))
-            return drawMenuItem(*item, *painter);
+        if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option)) {
+            if (!qobject_cast<const QComboBox*>(widget))
+                return drawMenuItem(*item, *painter);
+            // The list of a combo box has no margins, and its rows come filled.
+            painter->fillRect(item->rect, m_look.ground(Surface::Card));
+            QStyleOptionMenuItem inset = *item;
+            inset.rect.adjust(5, 0, -5, 0);
+            return drawMenuItem(inset, *painter);
+        }
         break;
     case CE_MenuEmptyArea:
         return;

@@ -31,6 +31,8 @@ public:
     using QProxyStyle::polish;
     void polish(QWidget* widget) override;
     void polish(QPalette& palette) override;
+    /// Popups take the palette of cards each time they open.
+    bool eventFilter(QObject* watched, QEvent* event) override;
     [[nodiscard]] QPalette standardPalette() const override;
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
@@ -62,6 +64,7 @@ private:
     void drawComboBox(const QStyleOptionComboBox& option, QPainter& painter) const;
     void drawSpinBox(const QStyleOptionSpinBox& option, QPainter& painter,
                      const QWidget* widget) const;
+    static void drawCheckMark(QPainter& painter, const QRectF& rect, const QColor& color);
     void drawMenuItem(const QStyleOptionMenuItem& option, QPainter& painter) const;
     void drawScrollBar(const QStyleOptionSlider& option, QPainter& painter,
                        const QWidget* widget) const;

@@ -29,7 +29,11 @@ void OrvaneStyle::drawCheckBoxMark(const QStyleOption& option, QPainter& painter
               on ? t.accent : option.palette.color(QPalette::AlternateBase), on ? t.accent : edge);
     if (!on)
         return;
-    const QRectF r = option.rect;
+    drawCheckMark(painter, option.rect, t.textOnAccent);
+}
+
+void OrvaneStyle::drawCheckMark(QPainter& painter, const QRectF& r, const QColor& color)
+{
     QPainterPath mark;
     mark.moveTo(r.left() + r.width() * 0.25, r.top() + r.height() * 0.52);
     mark.lineTo(r.left() + r.width() * 0.43, r.top() + r.height() * 0.70);
@@ -37,7 +41,7 @@ void OrvaneStyle::drawCheckBoxMark(const QStyleOption& option, QPainter& painter
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(t.textOnAccent, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setPen(QPen(color, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.drawPath(mark);
     painter.restore();
 }

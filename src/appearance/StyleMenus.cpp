@@ -14,6 +14,12 @@ constexpr int separatorHeight = 9;
 constexpr int sidePadding = 10;
 constexpr int iconColumn = 24;
 
+/// Pictures and the marks of chosen items share a column.
+bool hasLeadingColumn(const QStyleOptionMenuItem& option)
+{
+    return option.maxIconWidth > 0 || option.menuHasCheckableItems;
+}
+
 } // namespace
 
 void OrvaneStyle::drawMenuItem(const QStyleOptionMenuItem& option, QPainter& painter) const
@@ -38,8 +44,11 @@ void OrvaneStyle::drawMenuItem(const QStyleOptionMenuItem& option, QPainter& pai
         second.setAlphaF(0.4F);
     }
     QRect rect = option.rect.adjusted(sidePadding, 0, -sidePadding, 0);
-    if (option.maxIconWidth > 0) {
-        if (!option.icon.isNull()) {
+    if (hasLeadingColumn(option)) {
+        if (option.checked) {
+            drawCheckMark(
+                painter, QRectF(rect.left(), rect.top() + (rect.height() - 14) / 2.0, 14, 14), ink);
+        } else if (!option.icon.isNull()) {
             const QPixmap pixmap =
                 option.icon.pixmap(QSize(16, 16), painter.device()->devicePixelRatioF(),
                                    enabled ? QIcon::Normal : QIcon::Disabled);
@@ -68,7 +77,7 @@ QSize OrvaneStyle::menuItemSize(const QStyleOptionMenuItem& option) const
     int width = option.fontMetrics.horizontalAdvance(parts.value(0)) + 2 * sidePadding;
     if (parts.size() > 1)
         width += option.fontMetrics.horizontalAdvance(parts.at(1)) + 32;
-    if (option.maxIconWidth > 0)
+    if (hasLeadingColumn(option))
         width += iconColumn;
     if (option.menuItemType == QStyleOptionMenuItem::SubMenu)
         width += 20;

@@ -95,9 +95,10 @@ QWidget* makeEditorPage(const SettingsServices& s)
     percent.step = 5;
     percent.unit = tr("%");
     percent.scale = 100;
-    page->addNumber(editorDisplayZoomSetting,
-                    {tr("Zoom"), tr("How large the page is shown. Lines break where they are.")},
-                    percent);
+    page->addNumber(
+        editorDisplayZoomSetting,
+        {tr("Zoom"), tr("How large the page is shown. Lines still break in the same places.")},
+        percent);
     NumberForm room;
     room.lowest = 0;
     room.highest = 2000;

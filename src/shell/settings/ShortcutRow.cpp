@@ -29,7 +29,8 @@ ShortcutRow::ShortcutRow(ShortcutAction action, Look& look, QWidget* parent)
     , m_key(new QPushButton(this))
 {
     setMinimumHeight(lowest);
-    m_note = makeNote();
+    m_note = makeLabel({}, TextStyle::Label, LabelInk::Secondary, this);
+    m_note->setWordWrap(true);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 6, 0, 7);
     row->setSpacing(8);
@@ -47,28 +48,16 @@ ShortcutRow::ShortcutRow(ShortcutAction action, Look& look, QWidget* parent)
     QSizePolicy keepsRoom = m_reset->sizePolicy();
     keepsRoom.setRetainSizeWhenHidden(true);
     m_reset->setSizePolicy(keepsRoom);
+    m_offer = new QPushButton(this);
+    m_offer->setAutoDefault(false);
+    connect(m_offer, &QPushButton::clicked, this, [this] { emit shortcutWanted(m_offered); });
+    row->addWidget(m_offer, 0, Qt::AlignVCenter);
     row->addWidget(m_reset, 0, Qt::AlignVCenter);
     m_key->setFixedWidth(keyWidth);
     m_key->setAutoDefault(false);
     row->addWidget(m_key, 0, Qt::AlignVCenter);
     connect(m_key, &QPushButton::clicked, this, &ShortcutRow::recordingWanted);
     connect(m_reset, &QToolButton::clicked, this, &ShortcutRow::defaultWanted);
-}
-
-QWidget* ShortcutRow::makeNote()
-{
-    auto* note = new QWidget(this);
-    auto* layout = new QHBoxLayout(note);
-    layout->setContentsMargins({});
-    layout->setSpacing(12);
-    m_noteText = makeLabel({}, TextStyle::Label, LabelInk::Secondary, note);
-    m_noteText->setWordWrap(true);
-    m_offer = new QPushButton(note);
-    m_offer->setAutoDefault(false);
-    layout->addWidget(m_noteText, 1);
-    layout->addWidget(m_offer, 0, Qt::AlignVCenter);
-    connect(m_offer, &QPushButton::clicked, this, [this] { emit shortcutWanted(m_offered); });
-    return note;
 }
 
 void ShortcutRow::showBinding(const ShortcutBindings& bindings)
@@ -107,7 +96,7 @@ void ShortcutRow::showConflict(ShortcutAction other)
 
 void ShortcutRow::showNote(const QString& text, const std::optional<ShortcutData>& offer)
 {
-    m_noteText->setText(text);
+    m_note->setText(text);
     m_offered = offer.value_or(ShortcutData{});
     m_offer->setText(offer ? tr("Use %1").arg(offer->desktopText()) : QString());
     m_offer->setVisible(offer.has_value());
@@ -128,7 +117,7 @@ QString ShortcutRow::keyText() const
 
 QString ShortcutRow::noteText() const
 {
-    return m_note->isVisibleTo(this) ? m_noteText->text() : QString();
+    return m_note->isVisibleTo(this) ? m_note->text() : QString();
 }
 
 void ShortcutRow::paintEvent(QPaintEvent*)

@@ -44,7 +44,6 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    [[nodiscard]] QWidget* makeNote();
     void showNote(const QString& text, const std::optional<ShortcutData>& offer);
 
     ShortcutAction m_action;
@@ -52,8 +51,7 @@ private:
     QString m_title;
     QString m_keyText;
     ShortcutData m_offered;
-    QWidget* m_note = nullptr;
-    QLabel* m_noteText = nullptr;
+    QLabel* m_note = nullptr;
     QPushButton* m_offer = nullptr;
     QToolButton* m_reset;
     QPushButton* m_key;
