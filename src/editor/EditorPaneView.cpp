@@ -138,6 +138,12 @@ void EditorPaneView::connectSession()
         emit textChanged();
     });
     connect(&m_session, &EditorSession::baseFontChanged, this, &EditorPaneView::applyHostLook);
+    connect(&m_appState.services().defaults, &UserDefaults::changed, this,
+            [this](const QString& key) {
+                if (key == editorDisplayZoomSetting.keyText() ||
+                    key == bottomDocumentPaddingSetting.keyText())
+                    applyHostLook();
+            });
     connect(&m_session, &EditorSession::bodyEdited, m_countTimer, qOverload<>(&QTimer::start));
     connect(m_text, &EditorTextHost::leftAtTop, this, &EditorPaneView::focusTitle);
     connect(m_title, &QLineEdit::textEdited, &m_session, &EditorSession::setTitle);

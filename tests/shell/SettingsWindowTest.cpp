@@ -4,6 +4,7 @@
 #include "ShellFixture.h"
 #include "appearance/studio/ThemeStudioView.h"
 #include "appearance/themes/BundledThemes.h"
+#include "editor/EditorView.h"
 #include "shell/settings/ShortcutRow.h"
 #include "shell/settings/ShortcutsPage.h"
 #include "shell/shortcuts/ShortcutStorage.h"
@@ -133,6 +134,30 @@ TEST_F(SettingsWindowTest, EachControlWritesItsKeyAndFollowsIt)
         defaults().set(key, each.outside);
         EXPECT_EQ(shown(*control), QString::fromUtf8(each.shown));
         EXPECT_EQ(defaults().value(key), each.outside) << "following is not writing";
+    }
+}
+
+TEST_F(SettingsWindowTest, TheOpenNoteFollowsTheEditorPage)
+{
+    openSettings();
+    ASSERT_TRUE(state().createProject(u"Novel"_s, {}));
+    state().createNote(u"Low water\nMara counts the posts."_s, {});
+    m_settings->showPage(SettingsPageId::Editor);
+    TourHand::settle();
+    auto* text = find<EditorView>();
+    ASSERT_TRUE(text);
+    const auto picture = [&] {
+        TourHand::settle();
+        return text->viewport()->grab().toImage();
+    };
+    for (const char* name : {"Zoom", "Size", "Font"}) {
+        const QImage before = picture();
+        for (QWidget* widget : m_settings->page(SettingsPageId::Editor).findChildren<QWidget*>()) {
+            if (widget->accessibleName() == QString::fromLatin1(name))
+                widget->setFocus();
+        }
+        m_keys->press(Qt::Key_Down);
+        EXPECT_NE(picture(), before) << name;
     }
 }
 
