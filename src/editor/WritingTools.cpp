@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/WritingTools.h"
 
-#include "core/AppCommandEvents.h"
+#include "core/EditorFormatNotifications.h"
 #include "editor/EditorView.h"
 #include "text/TextStore.h"
 
@@ -33,6 +33,7 @@ WritingTools::WritingTools(EditorView& view, WritingLibrary& library, const Serv
     : m_view(view)
     , m_look(look)
     , m_find(view, services.beeper)
+    , m_lists(view, library.bullets)
     , m_spelling(view, library.spelling)
     , m_strip(new FindStrip(m_find, look, &pane))
 {
@@ -41,8 +42,7 @@ WritingTools::WritingTools(EditorView& view, WritingLibrary& library, const Serv
     connect(m_strip, &FindStrip::undoRequested, &m_view, &EditorView::undo);
     connect(m_strip, &FindStrip::redoRequested, &m_view, &EditorView::redo);
     connect(&look, &Look::changed, this, &WritingTools::applyLook);
-    m_toggleFind = services.notifications.observe(AppCommandEvents::toggleDocumentFind,
-                                                  [this](const NoPayload&) { toggleFind(); });
+    observeCommands(services.notifications);
     makeKeys(pane);
     applyLook();
 }
@@ -60,14 +60,59 @@ void WritingTools::makeKeys(QWidget& pane)
     addKey(QKeySequence(Qt::SHIFT | Qt::Key_F3), [this] { findAgain(FindDirection::backward); });
 }
 
+/// Lists are toggled in rich notes alone; a command without a note is meant for what is shown.
+template <typename Payload, typename Action>
+void WritingTools::observeListCommand(NotificationCenter& notifications,
+                                      const Notification<Payload>& command, Action action)
+{
+    m_observations.push_back(notifications.observe(command, [this, action](const Payload& payload) {
+        const bool isMeant = payload.noteID ? payload.noteID == m_note : m_view.isVisible();
+        if (m_note && isMeant && m_mode == EditorMode::richText && m_view.isEditable())
+            action(payload);
+    }));
+}
+
+void WritingTools::observeCommands(NotificationCenter& notifications)
+{
+    namespace Format = EditorFormatNotifications;
+    m_observations.push_back(notifications.observe(AppCommandEvents::toggleDocumentFind,
+                                                   [this](const NoPayload&) { toggleFind(); }));
+    observeListCommand(notifications, Format::bulletList,
+                       [this](const CommandTarget&) { m_lists.toggleList(EditorListStyle::disc); });
+    observeListCommand(notifications, Format::numberedList, [this](const CommandTarget&) {
+        m_lists.toggleList(EditorListStyle::decimal);
+    });
+    observeListCommand(notifications, Format::setListStyle, [this](const ListStyleChoice& choice) {
+        if (const auto style = editorListStyle(choice.style))
+            m_lists.toggleList(*style);
+    });
+    observeListCommand(notifications, Format::setCustomBullet,
+                       [this](const CustomBulletChoice& choice) {
+                           m_lists.toggleCustomBullet(choice.character, choice.color);
+                       });
+    observeListCommand(notifications, Format::removeCustomBullet,
+                       [this](const CommandTarget&) { m_lists.removeAnyCustomBullet(); });
+}
+
 void WritingTools::leaveText()
 {
     m_spelling.setNote(std::nullopt);
+    m_spelling.setCodeSource(nullptr);
+    m_markdown.reset();
 }
 
-void WritingTools::showText(const std::optional<QUuid>& note, EditorMode /*mode*/)
+void WritingTools::showText(const std::optional<QUuid>& note, EditorMode mode)
 {
+    leaveText();
     m_note = note;
+    m_mode = mode;
+    m_lists.setForm(mode == EditorMode::richText ? ListForm::rich : ListForm::plain);
+    if (note && mode == EditorMode::markdown) {
+        m_markdown = std::make_unique<MarkdownHighlighting>(
+            m_view.gateway(), MarkdownSyntaxHighlighter::Theme::of(m_look.tokens()));
+        m_spelling.setCodeSource(
+            [this](const QTextBlock& block) { return m_markdown->codeIn(block); });
+    }
     m_find.refresh();
     m_spelling.setNote(note);
 }
@@ -101,6 +146,8 @@ void WritingTools::applyLook()
     const Tokens& t = m_look.tokens();
     m_find.setColors({t.match, t.matchEdge, t.on(Surface::Page).accent});
     m_spelling.setMarkColor(t.on(Surface::Page).danger);
+    if (m_markdown)
+        m_markdown->setTheme(MarkdownSyntaxHighlighter::Theme::of(t));
 }
 
 } // namespace orvane

@@ -6,6 +6,8 @@
 #include "editor/WritingLibrary.h"
 #include "editor/find/FindSession.h"
 #include "editor/find/FindStrip.h"
+#include "editor/lists/ListEditing.h"
+#include "editor/markdown/MarkdownHighlighting.h"
 #include "editor/spelling/SpellingMarks.h"
 
 namespace orvane {
@@ -13,8 +15,8 @@ namespace orvane {
 class EditorView;
 
 /// Everything that helps writing in one text view beside the typing itself: finding and replacing,
-/// and spelling. It wears the look, listens to the commands of the program and to their keys, and
-/// is told what the view shows. Main thread.
+/// lists, Markdown and spelling, each in the modes that it is for. It wears the look, listens to
+/// the commands of the program and to their keys, and is told what the view shows. Main thread.
 class WritingTools : public QObject {
     Q_OBJECT
 public:
@@ -39,16 +41,23 @@ public:
 
 private:
     void makeKeys(QWidget& pane);
+    void observeCommands(NotificationCenter& notifications);
+    template <typename Payload, typename Action>
+    void observeListCommand(NotificationCenter& notifications, const Notification<Payload>& command,
+                            Action action);
     void applyLook();
     void findAgain(FindDirection direction);
 
     EditorView& m_view;
     Look& m_look;
     FindSession m_find;
+    ListEditing m_lists;
     SpellingMarks m_spelling;
+    std::unique_ptr<MarkdownHighlighting> m_markdown; // in Markdown only
     FindStrip* m_strip;
     std::optional<QUuid> m_note;
-    NotificationCenter::Observation m_toggleFind;
+    EditorMode m_mode = EditorMode::plainText;
+    std::vector<NotificationCenter::Observation> m_observations;
 };
 
 } // namespace orvane

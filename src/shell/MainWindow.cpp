@@ -222,7 +222,8 @@ CommandContext MainWindow::commandContext() const
             .mayWrite = m_appState.canCreateOrEdit(),
             .hasNote = m_appState.selectedNoteID().has_value(),
             .canGoBack = m_appState.canNavigateMainEditorBack(),
-            .canGoForward = m_appState.canNavigateMainEditorForward()};
+            .canGoForward = m_appState.canNavigateMainEditorForward(),
+            .writesRichText = m_editor && m_editor->session().mode() == EditorMode::richText};
 }
 
 void MainWindow::addKey(const QKeySequence& keys, std::function<void()> act)

@@ -2,6 +2,7 @@
 #include "editor/markdown/MarkdownHighlighting.h"
 
 #include "ViewFixture.h"
+#include "appearance/AppearanceTokens.h"
 
 #include <QInputMethodEvent>
 #include <QTextBlock>
@@ -16,7 +17,7 @@ using namespace Qt::StringLiterals;
 class MarkdownHighlightingTest : public ViewFixture {
 protected:
     MarkdownSyntaxHighlighter::Theme theme =
-        MarkdownSyntaxHighlighter::Theme::standard(Qt::black, Qt::white);
+        MarkdownSyntaxHighlighter::Theme::of(signatureDarkTokens());
     MarkdownHighlighting highlighting{view.gateway(), theme};
 
     /// How the character at `position` is shown.

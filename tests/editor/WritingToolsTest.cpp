@@ -2,9 +2,11 @@
 #include "editor/WritingTools.h"
 
 #include "appearance/AppearanceTokens.h"
-#include "core/AppCommandEvents.h"
+#include "appearance/themes/BundledThemes.h"
+#include "core/EditorFormatNotifications.h"
 #include "editor/EditorView.h"
 #include "support/TestServices.h"
+#include "text/ParagraphLayout.h"
 #include "text/TextStore.h"
 
 #include <QApplication>
@@ -12,6 +14,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QTextBlock>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
@@ -30,7 +33,7 @@ protected:
         layout->addWidget(view);
         layout->addWidget(&tools->findStrip());
         view->setPlainText(u"Tide and tide, TIDE"_s);
-        tools->showText(QUuid::createUuid(), EditorMode::plainText);
+        tools->showText(note, EditorMode::plainText);
         pane.resize(900, 500);
         pane.show();
         QApplication::setActiveWindow(&pane);
@@ -65,6 +68,7 @@ protected:
     QString selected() { return view->store().text(view->selection().range()); }
 
     TestServices services;
+    const QUuid note = QUuid::createUuid();
     Look look{signatureDarkTokens()};
     WritingLibrary library{services.services(), {}, u"en_US"_s};
     QWidget pane;
@@ -152,6 +156,79 @@ TEST_F(WritingToolsTest, AnotherNoteResetsTheStripAndAReloadKeepsIt)
     tools->showText(std::nullopt, EditorMode::plainText);
     toggleFind();
     EXPECT_FALSE(tools->findStrip().isVisible()) << "no note";
+}
+
+TEST_F(WritingToolsTest, ListsInEachMode)
+{
+    const struct {
+        const char* name;
+        EditorMode mode;
+        QString afterReturn;
+        QString afterCommand;
+    } rows[] = {
+        {"Rich Text", EditorMode::richText, u"1. a\n- b\n– \n2. c"_s, u"1. a\n- b\n2. \n3. c"_s},
+        {"Plain Text", EditorMode::plainText, u"1. a\n- b\n- \n2. c"_s, {}},
+        {"Markdown", EditorMode::markdown, u"1. a\n- b\n- \n2. c"_s, {}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        tools->leaveText();
+        view->setPlainText(u"1. a\n- b\n1. c"_s);
+        tools->showText(note, row.mode);
+        view->setSelection(TextSelection::caret(8));
+        press(Qt::Key_Return);
+        EXPECT_EQ(view->plainText().toStdString(), row.afterReturn.toStdString());
+        EXPECT_EQ(view->gateway().undoName(), u"List"_s);
+
+        const auto command = [&](const std::optional<QUuid>& target) {
+            services.notifications.post(EditorFormatNotifications::numberedList, {target});
+            return view->plainText();
+        };
+        EXPECT_EQ(command(QUuid::createUuid()), row.afterReturn) << "meant for another note";
+        const bool acts = !row.afterCommand.isEmpty();
+        EXPECT_EQ(command({}).toStdString(),
+                  (acts ? row.afterCommand : row.afterReturn).toStdString());
+        EXPECT_EQ(view->gateway().undoName(), acts ? u"List Style"_s : u"List"_s);
+        while (view->gateway().canUndo())
+            view->undo();
+        EXPECT_EQ(view->plainText(), u"1. a\n- b\n1. c"_s);
+    }
+    tools->showText(note, EditorMode::richText);
+    view->setEditable(false);
+    services.notifications.post(EditorFormatNotifications::bulletList, {note});
+    services.notifications.post(EditorFormatNotifications::setListStyle, {u"star"_s, note});
+    EXPECT_EQ(view->plainText(), u"1. a\n- b\n1. c"_s) << "a text that can't be changed";
+    view->setEditable(true);
+    services.notifications.post(EditorFormatNotifications::setListStyle, {u"star"_s, note});
+    EXPECT_EQ(view->plainText(), u"1. a\n★ b\n2. c"_s);
+}
+
+TEST_F(WritingToolsTest, OnlyMarkdownIsColoured)
+{
+    const auto colorAt = [&](int position) {
+        const QTextBlock block = view->store().blockAt(position);
+        view->layout().ensureLaidOut(block);
+        for (const QTextLayout::FormatRange& range : block.layout()->formats()) {
+            const int within = position - block.position();
+            if (within >= range.start && within < range.start + range.length)
+                return range.format.foreground().color();
+        }
+        return QColor();
+    };
+    view->setPlainText(u"# Title\n`code`"_s);
+    const AttributedString text = view->store().attributedText();
+    for (const auto mode : {EditorMode::markdown, EditorMode::plainText, EditorMode::richText,
+                            EditorMode::markdown}) {
+        tools->leaveText();
+        tools->showText(note, mode);
+        const bool isColoured = mode == EditorMode::markdown;
+        EXPECT_EQ(colorAt(9) == look.tokens().markdown.code, isColoured) << int(mode);
+        EXPECT_EQ(colorAt(0) == look.tokens().markdown.punctuation, isColoured) << int(mode);
+    }
+    look.setTokens(tokensFor(signatureBundle().light.values));
+    EXPECT_EQ(colorAt(9), look.tokens().markdown.code) << "a theme applies at once";
+    EXPECT_EQ(view->store().attributedText(), text);
+    EXPECT_FALSE(view->gateway().canUndo());
 }
 
 } // namespace

@@ -49,7 +49,7 @@ protected:
     }
 
     TestServices m_test;
-    CommandContext m_context{true, true, true, false, false};
+    CommandContext m_context{true, true, true, false, false, true};
     ShortcutCenter m_shortcuts{m_test.services(), AppUndoRedoRouter({[] {
                                    return undoTargetOf(QApplication::focusWidget());
                                }})};
@@ -125,6 +125,9 @@ TEST_F(CommandsTest, ChoosingAnItemPostsItOnce)
 {
     observe(AppCommandEvents::applyHeading1);
     observe(AppCommandEvents::applyHeading2);
+    m_context.writesRichText = false;
+    EXPECT_FALSE(m_commands.wouldAct(commandWithId(u"heading1"_s))) << "in plain text";
+    m_context.writesRichText = true;
     const std::unique_ptr<QMenu> menu(makeCommandMenu(CommandMenu::Format, m_commands, nullptr));
     EXPECT_EQ(open(*menu), QStringList{u"Heading"_s});
     open(*menu);

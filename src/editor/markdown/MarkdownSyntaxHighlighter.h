@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "appearance/Tokens.h"
 #include "editor/markdown/MarkdownStyle.h"
 
 #include <QColor>
@@ -39,8 +40,8 @@ struct Theme {
 
     bool operator==(const Theme&) const = default;
 
-    /// The usual colours for text in `textColor` on a page in `pageColor`.
-    [[nodiscard]] static Theme standard(const QColor& textColor, const QColor& pageColor);
+    /// The colours of the look's page.
+    [[nodiscard]] static Theme of(const Tokens& tokens);
     [[nodiscard]] QColor colorOf(MarkdownColor color, const QColor& textColor) const;
 };
 

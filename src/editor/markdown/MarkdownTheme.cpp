@@ -13,19 +13,18 @@ QColor faded(QColor color, double share)
 
 } // namespace
 
-Theme Theme::standard(const QColor& textColor, const QColor& pageColor)
+Theme Theme::of(const Tokens& tokens)
 {
-    const bool isDark = pageColor.lightnessF() < 0.5f;
     Theme theme;
-    theme.headingColor = textColor;
-    theme.boldColor = textColor;
-    theme.emphasisColor = textColor;
-    theme.codeColor = isDark ? QColor(0xff, 0xa6, 0x57) : QColor(0xb3, 0x54, 0x00);
-    theme.linkColor = isDark ? QColor(0x6c, 0xb2, 0xff) : QColor(0x0b, 0x5f, 0xc4);
-    theme.listMarkerColor = isDark ? QColor(0xcf, 0x9c, 0xf5) : QColor(0x84, 0x3c, 0xb8);
-    theme.taskCheckboxColor = isDark ? QColor(0x6f, 0xd6, 0x86) : QColor(0x1d, 0x7d, 0x3a);
-    theme.blockquoteColor = faded(textColor, 0.72);
-    theme.syntaxPunctuationColor = faded(textColor, 0.45);
+    theme.headingColor = tokens.pageText;
+    theme.boldColor = tokens.pageText;
+    theme.emphasisColor = tokens.pageText;
+    theme.codeColor = tokens.markdown.code;
+    theme.linkColor = tokens.markdown.link;
+    theme.blockquoteColor = tokens.markdown.blockquote;
+    theme.listMarkerColor = tokens.markdown.listMarker;
+    theme.taskCheckboxColor = tokens.markdown.taskCheckbox;
+    theme.syntaxPunctuationColor = tokens.markdown.punctuation;
     return theme;
 }
 

@@ -43,6 +43,7 @@ enum class CommandNeed {
     WritableProject, ///< one that may be changed now
     Note,            ///< a selected note
     WritableNote,
+    RichNote, ///< a selected note that is written as rich text and may be changed
     Back,    ///< a note to go back to
     Forward, ///< and one to go forward to
 };
@@ -54,6 +55,7 @@ struct CommandContext {
     bool hasNote = false;
     bool canGoBack = false;
     bool canGoForward = false;
+    bool writesRichText = false; ///< the selected note is written so
 };
 
 [[nodiscard]] bool isMet(CommandNeed need, const CommandContext& context);

@@ -157,30 +157,31 @@ std::vector<CommandSection> editSections()
 std::vector<CommandSection> formatSections()
 {
     constexpr Need note = Need::WritableNote;
+    constexpr Need rich = Need::RichNote;
     return {
         {Format,
          nullptr,
-         {ofAction(Key::bold, note), ofAction(Key::italic, note), ofAction(Key::underline, note),
-          ofAction(Key::strikethrough, note)}},
-        {Format, nullptr, {ofAction(Key::colorRing, note), ofAction(Key::bulletRing, note)}},
+         {ofAction(Key::bold, rich), ofAction(Key::italic, rich), ofAction(Key::underline, rich),
+          ofAction(Key::strikethrough, rich)}},
+        {Format, nullptr, {ofAction(Key::colorRing, rich), ofAction(Key::bulletRing, rich)}},
         {Format,
          nullptr,
-         {posts("bulletList", TITLE("Bullet List"), postable<Formatting::bulletList>(), note),
-          posts("numberedList", TITLE("Numbered List"), postable<Formatting::numberedList>(), note),
+         {posts("bulletList", TITLE("Bullet List"), postable<Formatting::bulletList>(), rich),
+          posts("numberedList", TITLE("Numbered List"), postable<Formatting::numberedList>(), rich),
           posts("removeCustomBullet", TITLE("Remove Custom Bullet"),
-                postable<Formatting::removeCustomBullet>(), note)}},
+                postable<Formatting::removeCustomBullet>(), rich)}},
         {Format,
          TITLE("Heading"),
-         {posts("body", TITLE("Body"), postable<Formatting::paragraphBody>(), note),
-          ofAction(Key::heading1, note), ofAction(Key::heading2, note),
-          ofAction(Key::heading3, note), ofAction(Key::heading4, note),
-          ofAction(Key::heading5, note), ofAction(Key::heading6, note)}},
+         {posts("body", TITLE("Body"), postable<Formatting::paragraphBody>(), rich),
+          ofAction(Key::heading1, rich), ofAction(Key::heading2, rich),
+          ofAction(Key::heading3, rich), ofAction(Key::heading4, rich),
+          ofAction(Key::heading5, rich), ofAction(Key::heading6, rich)}},
         {Format,
          TITLE("Alignment"),
-         {posts("alignLeft", TITLE("Align Left"), postable<Formatting::alignLeft>(), note),
-          posts("alignCenter", TITLE("Align Center"), postable<Formatting::alignCenter>(), note),
-          posts("alignRight", TITLE("Align Right"), postable<Formatting::alignRight>(), note),
-          posts("alignJustified", TITLE("Justify"), postable<Formatting::alignJustified>(), note)}},
+         {posts("alignLeft", TITLE("Align Left"), postable<Formatting::alignLeft>(), rich),
+          posts("alignCenter", TITLE("Align Center"), postable<Formatting::alignCenter>(), rich),
+          posts("alignRight", TITLE("Align Right"), postable<Formatting::alignRight>(), rich),
+          posts("alignJustified", TITLE("Justify"), postable<Formatting::alignJustified>(), rich)}},
         {Format,
          TITLE("Case"),
          {ofAction(Key::makeUppercase, note), ofAction(Key::makeLowercase, note),
@@ -326,6 +327,9 @@ bool isMet(CommandNeed need, const CommandContext& context)
         return context.showsProject && context.hasNote;
     case CommandNeed::WritableNote:
         return context.showsProject && context.hasNote && context.mayWrite;
+    case CommandNeed::RichNote:
+        return context.showsProject && context.hasNote && context.mayWrite &&
+               context.writesRichText;
     case CommandNeed::Back:
         return context.showsProject && context.canGoBack;
     case CommandNeed::Forward:
