@@ -44,8 +44,8 @@ enum class CommandNeed {
     Note,            ///< a selected note
     WritableNote,
     RichNote, ///< a selected note that is written as rich text and may be changed
-    Back,    ///< a note to go back to
-    Forward, ///< and one to go forward to
+    Back,     ///< a note to go back to
+    Forward,  ///< and one to go forward to
 };
 
 /// What there is, as a value.
