@@ -57,6 +57,8 @@ Drawing drawingOf(Symbol symbol)
         return {"devices"_L1, "input-keyboard"_L1};
     case Symbol::LeftPane:
         return {"actions"_L1, "sidebar-collapse-left"_L1};
+    case Symbol::Locked:
+        return {"actions"_L1, "object-locked"_L1};
     case Symbol::Menu:
         return {"actions"_L1, "application-menu"_L1};
     case Symbol::NewFolder:
@@ -95,6 +97,8 @@ Drawing drawingOf(Symbol symbol)
         return {"actions"_L1, "tag"_L1};
     case Symbol::Trash:
         return {"places"_L1, "user-trash"_L1};
+    case Symbol::Unlocked:
+        return {"actions"_L1, "object-unlocked"_L1};
     case Symbol::Warning:
         return {"status"_L1, "dialog-warning"_L1};
     case Symbol::Writing:

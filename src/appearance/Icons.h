@@ -29,6 +29,7 @@ enum class Symbol {
     History,
     Keyboard,
     LeftPane,
+    Locked,
     Menu,
     NewFolder,
     NewNote,
@@ -48,6 +49,7 @@ enum class Symbol {
     Sort,
     Tag,
     Trash,
+    Unlocked,
     Warning,
     Writing,
 };

@@ -179,7 +179,9 @@ bool NoteVersionHistoryStore::appendSnapshot(const NoteRecord& note, const QStri
     snapshot.bodyPlain = note.body;
     if (note.bodyRTF && !note.bodyRTF->isEmpty())
         snapshot.bodyRTFBase64 = QString::fromLatin1(note.bodyRTF->bytes().toBase64());
-    if (label == "Before Restore"_L1 && note.richContentPayload)
+    const bool payloadIsAboutToGo =
+        label == "Before Restore"_L1 || label == beforeFormattingLossLabel;
+    if (payloadIsAboutToGo && note.richContentPayload)
         snapshot.richContentPayloadBase64 =
             QString::fromLatin1(note.richContentPayload->bytes().toBase64());
     snapshot.label = label;

@@ -26,10 +26,10 @@ struct NoteVersionSnapshot {
     QString bodyPlain;
     /// The note's RTF, when it had one.
     std::optional<QString> bodyRTFBase64;
-    /// "Manual Save", "Before Restore", or absent for an automatic one.
+    /// "Manual Save", "Before Restore", "Before Losing Formatting", or absent for an automatic one.
     std::optional<QString> label;
     std::optional<int> wordCount;
-    /// The rich payload, only where a restore is about to drop it.
+    /// The rich payload, only where it is about to be dropped.
     std::optional<QString> richContentPayloadBase64;
 
     /// Nothing when absent or not Base64.
@@ -38,6 +38,9 @@ struct NoteVersionSnapshot {
 
     bool operator==(const NoteVersionSnapshot&) const = default;
 };
+
+/// The label of the version that is kept before an edit in a mode without attributes.
+inline constexpr QLatin1StringView beforeFormattingLossLabel("Before Losing Formatting");
 
 /// Posted with the note's id after its timeline changed.
 inline constexpr Notification<QUuid> snapshotsDidChange{
@@ -57,7 +60,7 @@ public:
                                                               const QUuid& noteID);
 
     /// Adds the note as it is and drops the oldest beyond the maximum. The rich payload goes in
-    /// only under the label "Before Restore". False when it could not be written.
+    /// only under the labels that begin with "Before". False when it could not be written.
     bool appendSnapshot(const NoteRecord& note, const QString& projectRootPath,
                         const std::optional<QString>& label, Timestamp now);
     void deleteSnapshot(const QUuid& id, const QUuid& noteID, const QString& projectRootPath);

@@ -5,6 +5,7 @@
 #include "core/NoteVersionHistoryStore.h"
 #include "editor/EditorTextHost.h"
 #include "editor/EditorView.h"
+#include "editor/NoteLinks.h"
 #include "editor/StatusStrip.h"
 #include "editor/WritingTools.h"
 
@@ -67,6 +68,7 @@ EditorPaneView::EditorPaneView(AppState& appState, Look& look, QWidget* parent)
     applyHostLook();
     m_text->showText(&m_session.gateway());
     m_tools->showText(m_session.noteID(), m_session.mode());
+    m_links = std::make_unique<NoteLinks>(m_text->view(), m_session, appState);
     loadDraft();
     updateSavingState();
 }
@@ -77,6 +79,7 @@ EditorPaneView::~EditorPaneView()
     disconnect(&m_session, nullptr, this, nullptr);
     emit textAboutToChange();
     m_text->showText(nullptr);
+    m_links.reset();
 }
 
 EditorView& EditorPaneView::textView() const
@@ -135,6 +138,7 @@ void EditorPaneView::connectSession()
     connect(&m_session, &EditorSession::textReplaced, this, [this] {
         applyHostLook();
         m_text->showText(&m_session.gateway());
+        updateMode();
         emit textChanged();
     });
     connect(&m_session, &EditorSession::baseFontChanged, this, &EditorPaneView::applyHostLook);
@@ -145,6 +149,12 @@ void EditorPaneView::connectSession()
                     applyHostLook();
             });
     connect(&m_session, &EditorSession::bodyEdited, m_countTimer, qOverload<>(&QTimer::start));
+    connect(m_status, &StatusStrip::modeChosen, &m_session, &EditorSession::setMode);
+    UserDefaults& defaults = m_appState.services().defaults;
+    connect(m_status, &StatusStrip::widthLockChosen, this,
+            [&defaults](bool locked) { editorWidthLockSetting.write(defaults, locked); });
+    connect(&defaults, &UserDefaults::changed, this, &EditorPaneView::settingChanged);
+    m_status->setWidthLocked(editorWidthLockSetting.read(defaults));
     connect(m_text, &EditorTextHost::leftAtTop, this, &EditorPaneView::focusTitle);
     connect(m_title, &QLineEdit::textEdited, &m_session, &EditorSession::setTitle);
     connect(m_title, &QLineEdit::returnPressed, this, &EditorPaneView::focusText);
@@ -243,6 +253,7 @@ void EditorPaneView::loadDraft()
         m_title->setText(draft.title);
     m_title->setCursorPosition(0);
     updateEditable();
+    updateMode();
     updateCounts();
     updateSavingState();
 }
@@ -251,7 +262,7 @@ void EditorPaneView::updateEditable()
 {
     const bool editable = m_session.isEditable();
     m_title->setReadOnly(!editable);
-    m_text->view().setEditable(editable);
+    applyHostLook();
     m_tools->findStrip().setEditable(editable);
     m_emptyAction->setVisible(m_appState.canCreateOrEdit());
 }
@@ -263,6 +274,20 @@ void EditorPaneView::updateCounts()
         return m_status->setCounts({}, 0);
     const QString body = m_session.currentBodyPlain();
     m_status->setCounts(wordCount(body), body.size());
+}
+
+void EditorPaneView::updateMode()
+{
+    m_status->setMode(m_session.noteID() ? std::optional(m_session.mode()) : std::nullopt);
+}
+
+void EditorPaneView::settingChanged(const QString& key)
+{
+    if (key == editorWidthLockSetting.keyText())
+        m_status->setWidthLocked(editorWidthLockSetting.read(m_appState.services().defaults));
+    else if (key == editorDisplayZoomSetting.keyText() ||
+             key == bottomDocumentPaddingSetting.keyText())
+        applyHostLook();
 }
 
 void EditorPaneView::updateSavingState()
@@ -283,7 +308,6 @@ void EditorPaneView::updateSavingState()
         state.kind = m_session.isDirty() ? SavingState::Kind::Edited : SavingState::Kind::Saved;
     }
     m_status->setSavingState(state);
-    m_status->setModeName(m_session.noteID() ? editorModeName(m_session.mode()) : QString());
 }
 
 } // namespace orvane

@@ -13,6 +13,7 @@ namespace orvane {
 
 class EditorTextHost;
 class EditorView;
+class NoteLinks;
 class StatusStrip;
 class WritingTools;
 
@@ -56,6 +57,8 @@ private:
     void updateCounts();
     void updateSavingState();
     void updateEditable();
+    void updateMode();
+    void settingChanged(const QString& key);
 
     AppState& m_appState;
     EditorSession m_session;
@@ -68,6 +71,7 @@ private:
     QWidget* m_emptyAction = nullptr;
     StatusStrip* m_status;
     QTimer* m_countTimer;
+    std::unique_ptr<NoteLinks> m_links;
     int m_columnWidth = 680;
 };
 

@@ -38,6 +38,7 @@ EditorSession::EditorSession(AppState& appState, QObject* parent)
             &EditorSession::settingChanged);
     m_saveCommand = appState.services().notifications.observe(
         AppCommandEvents::saveDocument, [this](const NoPayload&) { saveFromExplicitCommand(); });
+    connect(&m_formsMaker, &RichFormsMaker::finished, this, &EditorSession::formsFinished);
     readWorkingValues();
     syncDraftsFromSelection(false);
 }
@@ -129,10 +130,20 @@ void EditorSession::setDirty(bool dirty)
     emit dirtyChanged(dirty);
 }
 
-void EditorSession::scheduleAutosave()
+void EditorSession::cancelAutosave()
 {
     m_autosaveTask.reset();
+    m_prepareTask.reset();
+    m_writesWhenMade = false;
+}
+
+void EditorSession::scheduleAutosave()
+{
+    cancelAutosave();
     const Services& services = m_appState.services();
+    // A pause is when making the forms of a long text disturbs nobody; at a flush they are there.
+    if (m_formsAreStale && isLong())
+        m_prepareTask = services.clock.after(shortestAutosaveDelay, [this] { prepareForms(); });
     if (!autosaveEnabledSetting.read(services.defaults))
         return;
     constexpr double longest = 86'400;
@@ -148,6 +159,10 @@ void EditorSession::runAutosaveToDisk()
     const auto selected = m_appState.selectedNoteID();
     if (!m_draft.isDirty || !selected || m_draft.noteID != selected)
         return;
+    prepareForms();
+    m_writesWhenMade = m_formsAreStale && isLong() && !m_formsMaker.hasFinished(m_generation);
+    if (m_writesWhenMade)
+        return;
     writeDraft(*selected);
     log("autosave");
 }
@@ -160,6 +175,7 @@ void EditorSession::writeDraft(const QUuid& noteID)
         const QScopedValueRollback writes(m_isWriting, true);
         m_appState.updateNote(noteID, m_draft.content());
     }
+    m_writesWhenMade = false;
     setDirty(false);
 }
 
@@ -177,7 +193,7 @@ void EditorSession::saveFromExplicitCommand()
     if (!note || !currentDraftMatchesSelection())
         return;
     const QUuid noteID = note->id;
-    m_autosaveTask.reset();
+    cancelAutosave();
     writeDraft(noteID);
     m_appState.appendVersionSnapshot(noteID, QStringLiteral("Manual Save"));
     log("manualSave");
@@ -192,7 +208,7 @@ void EditorSession::selectionAboutToChange(const std::optional<QUuid>& from,
     const auto target = m_draft.noteID ? m_draft.noteID : from ? from : m_lastStableEditingNoteID;
     if (target)
         flushDraftToDisk(*target);
-    m_autosaveTask.reset();
+    cancelAutosave();
     qCDebug(selectionSyncLog, "selectedNoteID.changed %ls->%ls", qUtf16Printable(idText(from)),
             qUtf16Printable(idText(to)));
 }

@@ -7,6 +7,7 @@
 #include "editor/EditorDraft.h"
 #include "editor/EditorSettings.h"
 #include "editor/PerNoteEditorProfile.h"
+#include "editor/RichFormsMaker.h"
 #include "platform/NotificationCenter.h"
 #include "text/NoteEditorTypingAttributesCodec.h"
 
@@ -82,6 +83,7 @@ private:
     bool beginEdit(bool resetFindUI);
     void markDirty();
     void scheduleAutosave();
+    void cancelAutosave();
     void runAutosaveToDisk();
     void writeDraft(const QUuid& noteID);
     void setDirty(bool dirty);
@@ -96,11 +98,17 @@ private:
     [[nodiscard]] std::unique_ptr<EditedText> loadText() const;
     void onTextChanged(const TextChange& change);
     void eraseRichForms(const TextChange& change);
+    [[nodiscard]] bool allowsEdit();
+    [[nodiscard]] bool acceptsFormattingLoss();
     void emitTypingAttributesChange();
     [[nodiscard]] TypingAttributes typingAttributes() const;
     void mergeTypingFont();
     void pullPlain();
     void pullText();
+    [[nodiscard]] bool isLong() const;
+    /// Begins to make the forms of a long text, unless that has begun.
+    void prepareForms();
+    void formsFinished(quint64 generation);
     [[nodiscard]] TextForm form() const
     {
         return m_mode == EditorMode::richText ? TextForm::rich : TextForm::plain;
@@ -129,6 +137,14 @@ private:
     bool m_isMerging = false;
     bool m_plainIsStale = false;
     bool m_formsAreStale = false;
+    /// Counts the changes of rich texts.
+    quint64 m_generation = 0;
+    RichFormsMaker m_formsMaker;
+    std::unique_ptr<Clock::Delay> m_prepareTask;
+    /// The delay is over; the draft is written when its forms are made.
+    bool m_writesWhenMade = false;
+    bool m_isAsking = false;
+    std::optional<bool> m_wouldLoseFormatting;
     TypingAttributes m_lastTypingAttributes;
     std::optional<QByteArray> m_lastEmittedTypingAttributes;
 };

@@ -2,6 +2,7 @@
 // The part of EditorSession that holds the text of the draft: which one is shown in which mode, and
 // what becomes of it in the draft.
 #include "editor/EditorSession.h"
+#include "editor/FormattingLoss.h"
 #include "platform/Log.h"
 
 #include <QScopedValueRollback>
@@ -9,6 +10,10 @@
 namespace orvane {
 
 namespace {
+
+/// The forms of shorter texts, in UTF-16 units, are made where they are needed: in less time than
+/// it takes to hand them to another thread and back.
+constexpr qsizetype longText = 50'000;
 
 /// The style that typing goes on with in `text`, which has just been loaded.
 SharedCharacterStyle loadedTypingStyle(const EditGateway& text,
@@ -93,8 +98,10 @@ void EditorSession::connectText()
         connect(&gateway(), &EditGateway::selectionChanged, this, typing),
         connect(&gateway(), &EditGateway::typingStyleChanged, this, typing),
     };
+    gateway().setEditGuard([this] { return allowsEdit(); });
     m_plainIsStale = false;
     m_formsAreStale = false;
+    m_wouldLoseFormatting.reset();
     m_lastTypingAttributes = typingAttributes();
     m_lastEmittedTypingAttributes =
         NoteEditorTypingAttributesCodec::archive(m_lastTypingAttributes);
@@ -104,10 +111,12 @@ void EditorSession::onTextChanged(const TextChange& change)
 {
     if (!m_draft.noteID)
         return;
-    if (m_text->form == TextForm::rich)
+    if (m_text->form == TextForm::rich) {
         m_formsAreStale = true;
-    else
+        ++m_generation;
+    } else {
         eraseRichForms(change);
+    }
     m_plainIsStale = true;
     markDirty();
     log("contentChanged");
@@ -183,12 +192,64 @@ void EditorSession::pullText()
     if (!m_formsAreStale)
         return;
     m_formsAreStale = false;
-    const RichForms forms = richForms(m_text->store.attributedText());
+    RichForms forms;
+    if (m_formsMaker.hasStarted(m_generation))
+        forms = m_formsMaker.take();
+    else if (isLong())
+        forms = m_formsMaker.makeNow(m_text->store.snapshot());
+    else
+        forms = richForms(m_text->store.attributedText());
     const auto blob = [](const std::optional<QByteArray>& bytes) {
         return bytes ? std::optional(Blob(*bytes)) : std::nullopt;
     };
     m_draft.bodyRTF = blob(forms.rtf);
     m_draft.bodyRich = blob(forms.rich);
+}
+
+bool EditorSession::isLong() const
+{
+    return m_text->store.length() > longText;
+}
+
+void EditorSession::prepareForms()
+{
+    if (m_formsAreStale && isLong() && !m_formsMaker.hasStarted(m_generation))
+        m_formsMaker.start(m_generation, m_text->store.snapshot());
+}
+
+void EditorSession::formsFinished(quint64 generation)
+{
+    if (m_writesWhenMade && generation == m_generation)
+        runAutosaveToDisk();
+}
+
+bool EditorSession::allowsEdit()
+{
+    if (m_isAsking || !isEditable())
+        return false;
+    if (m_text->form == TextForm::rich)
+        return true;
+    if (!m_wouldLoseFormatting)
+        m_wouldLoseFormatting = formattingLossOf(m_draft).any();
+    return !*m_wouldLoseFormatting || acceptsFormattingLoss();
+}
+
+bool EditorSession::acceptsFormattingLoss()
+{
+    const QScopedValueRollback asking(m_isAsking, true);
+    const EditedText* asked = m_text.get();
+    Questions& questions = m_appState.services().questions;
+    const Answer answer = questions.ask(formattingLossQuestion(formattingLossOf(m_draft), m_mode));
+    if (answer.button != 0 || m_text.get() != asked || !m_draft.noteID)
+        return false;
+    const QUuid note = *m_draft.noteID;
+    flushDraftToDisk(note);
+    if (!m_appState.appendVersionSnapshot(note, QString(beforeFormattingLossLabel))) {
+        questions.ask(versionNotKeptMessage());
+        return false;
+    }
+    m_wouldLoseFormatting = false;
+    return true;
 }
 
 } // namespace orvane

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/StatusStrip.h"
 
+#include <QActionGroup>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLocale>
+#include <QMenu>
+#include <QToolButton>
 
 namespace orvane {
 
@@ -12,20 +15,59 @@ StatusStrip::StatusStrip(Look& look, QWidget* parent)
     , m_words(makeLabel({}, TextStyle::Label, LabelInk::Secondary))
     , m_characters(makeLabel({}, TextStyle::Label, LabelInk::Secondary))
     , m_saving(makeLabel({}, TextStyle::Label))
-    , m_mode(makeLabel({}, TextStyle::Label, LabelInk::Secondary))
+    , m_mode(new QToolButton(this))
+    , m_modes(new QMenu(m_mode))
+    , m_lock(new QToolButton(this))
 {
     setFixedHeight(28);
     auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(12, 0, 12, 0);
+    layout->setContentsMargins(12, 0, 4, 0);
     layout->setSpacing(16);
     layout->addWidget(m_words);
     layout->addWidget(m_characters);
     layout->addStretch();
     layout->addWidget(m_saving);
     layout->addWidget(m_mode);
+    layout->setSpacing(12);
+    layout->addWidget(m_lock);
     m_saving->setAccessibleName(tr("Saving"));
-    m_mode->setAccessibleName(tr("Mode of the note"));
-    connect(&look, &Look::changed, this, &StatusStrip::showSavingState);
+    makeModeMenu();
+    m_lock->setCheckable(true);
+    m_lock->setIconSize({16, 16});
+    m_lock->setFixedSize(24, 24);
+    m_lock->setFocusPolicy(Qt::TabFocus);
+    connect(m_lock, &QToolButton::clicked, this, &StatusStrip::widthLockChosen);
+    connect(&look, &Look::changed, this, [this] {
+        showSavingState();
+        showLock();
+    });
+    setMode({});
+    showLock();
+}
+
+void StatusStrip::makeModeMenu()
+{
+    auto* group = new QActionGroup(m_modes);
+    for (const EditorMode mode :
+         {EditorMode::richText, EditorMode::plainText, EditorMode::markdown}) {
+        QAction* action = m_modes->addAction(editorModeName(mode));
+        action->setCheckable(true);
+        action->setData(int(mode));
+        group->addAction(action);
+        connect(action, &QAction::triggered, this, [this, mode] { emit modeChosen(mode); });
+    }
+    setTextStyle(m_mode, TextStyle::Label);
+    m_mode->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    // The arrow stands behind the word.
+    m_mode->setLayoutDirection(Qt::RightToLeft);
+    m_mode->setIconSize({12, 12});
+    m_mode->setFixedHeight(24);
+    m_mode->setFocusPolicy(Qt::TabFocus);
+    m_mode->setToolTip(tr("Mode of the note"));
+    connect(m_mode, &QToolButton::clicked, this, [this] {
+        const QPoint above = m_mode->mapToGlobal(QPoint(0, -m_modes->sizeHint().height()));
+        m_modes->popup(above);
+    });
 }
 
 void StatusStrip::setCounts(std::optional<int> words, qsizetype characters)
@@ -44,9 +86,35 @@ void StatusStrip::setSavingState(const SavingState& state)
     showSavingState();
 }
 
-void StatusStrip::setModeName(const QString& name)
+void StatusStrip::setMode(std::optional<EditorMode> mode)
 {
-    m_mode->setText(name);
+    m_mode->setVisible(mode.has_value());
+    if (!mode)
+        return;
+    m_mode->setText(editorModeName(*mode));
+    m_mode->setAccessibleName(tr("Mode of the note: %1").arg(editorModeName(*mode)));
+    for (QAction* action : m_modes->actions())
+        action->setChecked(action->data().toInt() == int(*mode));
+}
+
+void StatusStrip::setWidthLocked(bool locked)
+{
+    if (m_isLocked == locked)
+        return;
+    m_isLocked = locked;
+    showLock();
+}
+
+void StatusStrip::showLock()
+{
+    const QString help = m_isLocked ? tr("Unlock editor width") : tr("Lock editor width");
+    m_lock->setChecked(m_isLocked);
+    m_lock->setToolTip(help);
+    m_lock->setAccessibleName(help);
+    m_lock->setIcon(look().icon(m_isLocked ? Symbol::Locked : Symbol::Unlocked,
+                                Surface::StatusStrip, &SurfaceTokens::textSecondary));
+    m_mode->setIcon(
+        look().icon(Symbol::ChevronDown, Surface::StatusStrip, &SurfaceTokens::textSecondary));
 }
 
 void StatusStrip::showSavingState()

@@ -2,10 +2,13 @@
 #pragma once
 
 #include "appearance/SurfacePanel.h"
+#include "editor/EditorSettings.h"
 
 #include <optional>
 
 class QLabel;
+class QMenu;
+class QToolButton;
 
 namespace orvane {
 
@@ -20,7 +23,8 @@ struct SavingState {
     bool operator==(const SavingState&) const = default;
 };
 
-/// The line below the page: words and characters on the left, saving and mode on the right.
+/// The line below the page: words and characters on the left; saving, the menu of modes and the
+/// lock of the pane's width on the right.
 class StatusStrip : public SurfacePanel {
     Q_OBJECT
 public:
@@ -29,16 +33,27 @@ public:
     /// Without counts the left side is empty.
     void setCounts(std::optional<int> words, qsizetype characters);
     void setSavingState(const SavingState& state);
-    void setModeName(const QString& name);
+    /// Without a mode there is no menu.
+    void setMode(std::optional<EditorMode> mode);
+    void setWidthLocked(bool locked);
+
+signals:
+    void modeChosen(orvane::EditorMode mode);
+    void widthLockChosen(bool locked);
 
 private:
+    void makeModeMenu();
     void showSavingState();
+    void showLock();
 
     QLabel* m_words;
     QLabel* m_characters;
     QLabel* m_saving;
-    QLabel* m_mode;
+    QToolButton* m_mode;
+    QMenu* m_modes;
+    QToolButton* m_lock;
     SavingState m_state;
+    bool m_isLocked = false;
 };
 
 } // namespace orvane

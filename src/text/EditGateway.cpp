@@ -268,6 +268,8 @@ bool EditGateway::runEdit(HistoryEntry entry, bool joins, bool comparesContent, 
         edit(editor);
         return true;
     }
+    if (!passesGuard())
+        return false;
     const HistoryEntry* newest = m_history.openEntry();
     m_open = OpenEdit{};
     m_open->joins = joins && newest && newest->kind == entry.kind && newest->after == entry.before;
@@ -337,7 +339,7 @@ void EditGateway::announce(const EditState& before, qsizetype lengthBefore)
 
 bool EditGateway::undo()
 {
-    if (!canUndo() || !m_isEditable || m_depth > 0)
+    if (!canUndo() || !m_isEditable || m_depth > 0 || !passesGuard())
         return false;
     restore(m_history.stepBack(), true);
     return true;
@@ -345,7 +347,7 @@ bool EditGateway::undo()
 
 bool EditGateway::redo()
 {
-    if (!canRedo() || !m_isEditable || m_depth > 0)
+    if (!canRedo() || !m_isEditable || m_depth > 0 || !passesGuard())
         return false;
     restore(m_history.stepForward(), false);
     return true;

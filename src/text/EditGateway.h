@@ -79,6 +79,10 @@ public:
     void setEditable(bool editable) { m_isEditable = editable; }
     [[nodiscard]] bool isEditable() const { return m_isEditable; }
     void setChangeFilter(ChangeFilter filter) { m_filter = std::move(filter); }
+    /// Asked before anything that would change the text, commands and undo included; false leaves
+    /// it as it is. It may ask the person.
+    using EditGuard = std::function<bool()>;
+    void setEditGuard(EditGuard guard) { m_guard = std::move(guard); }
     /// Whether a person's edit that replaces `range` by `replacement` would be let through.
     [[nodiscard]] bool shouldChangeText(TextRange range, const QString& replacement) const;
 
@@ -163,6 +167,7 @@ private:
     };
 
     bool runEdit(HistoryEntry entry, bool joins, bool comparesContent, const Edit& edit);
+    [[nodiscard]] bool passesGuard() const { return !m_guard || m_guard(); }
     bool finishEdit();
     void rememberBefore(TextRange range);
     void noteReplaced(TextRange range, qsizetype newLength);
@@ -181,6 +186,7 @@ private:
     PendingChange m_pending;
     bool m_isEditable = true;
     ChangeFilter m_filter;
+    EditGuard m_guard;
 };
 
 } // namespace orvane

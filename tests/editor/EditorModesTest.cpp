@@ -3,6 +3,9 @@
 #include "text/AttachmentManager.h"
 #include "text/OrvaneWorkspaceRTF.h"
 
+#include <QDir>
+#include <QTest>
+
 namespace orvane {
 namespace {
 
@@ -106,6 +109,7 @@ TEST_F(EditorModesTest, ModesChangeNothingUntilTheTextIsEdited)
     EXPECT_EQ(content(a), rich);
 
     session->setMode(EditorMode::markdown);
+    test.questions.answers = {{0}};
     type(u"x"_s);
     test.clock.advance(1500ms);
     EXPECT_EQ(content(a).body, u"A\nfirst!x"_s);
@@ -114,6 +118,104 @@ TEST_F(EditorModesTest, ModesChangeNothingUntilTheTextIsEdited)
     session->setMode(EditorMode::richText);
     EXPECT_EQ(shown(), u"A\nfirst!x"_s);
     EXPECT_FALSE(isBold(0));
+}
+
+TEST_F(EditorModesTest, AnEditThatWouldEraseFormattingIsAskedAboutOnce)
+{
+    type(u"!"_s);
+    makeBold({0, 1});
+    session->gateway().insert(AttributedString::object(OrvaneNoteImageAttachment()), u"Image"_s);
+    test.clock.advance(1500ms);
+    session->setMode(EditorMode::plainText);
+    const NoteContent rich = content(a);
+
+    type(u"x"_s); // answered with Cancel
+    ASSERT_EQ(test.questions.asked.size(), 1);
+    EXPECT_TRUE(test.questions.asked.first().text.contains(u"formatting and images"_s));
+    EXPECT_EQ(shown(), rich.body);
+    EXPECT_FALSE(session->gateway().performUndoableDocumentEdit(u"Replace All"_s,
+                                                                [](DocumentEditor& editor) {
+                                                                    editor.remove({0, 1});
+                                                                }));
+    EXPECT_EQ(test.questions.asked.size(), 2);
+    EXPECT_EQ(content(a), rich);
+
+    test.questions.answers = {{0}};
+    type(u"x"_s);
+    type(u"y"_s);
+    session->gateway().undo();
+    EXPECT_EQ(test.questions.asked.size(), 3);
+    EXPECT_EQ(shown(), rich.body);
+
+    // The version that was kept brings everything back.
+    const auto versions = NoteVersionHistoryStore::snapshots(app->currentProject()->rootPath, a);
+    ASSERT_FALSE(versions.isEmpty());
+    EXPECT_EQ(versions.last().label, u"Before Losing Formatting"_s);
+    app->restoreVersion(versions.last());
+    session->setMode(EditorMode::richText);
+    EXPECT_TRUE(isBold(0));
+    EXPECT_EQ(content(a).richContentPayload, rich.richContentPayload);
+}
+
+TEST_F(EditorModesTest, NothingIsAskedWhereNothingIsLost)
+{
+    type(u" more"_s);
+    session->setMode(EditorMode::markdown);
+    type(u"!"_s);
+    EXPECT_TRUE(test.questions.asked.isEmpty());
+    EXPECT_EQ(shown(), u"A\nfirst more!"_s);
+
+    session->setMode(EditorMode::richText);
+    makeBold({0, 1});
+    session->setMode(EditorMode::markdown);
+    QDir(app->currentProject()->rootPath + u"/.orvaneworkspace/history"_s).removeRecursively();
+    QFile blocked(app->currentProject()->rootPath + u"/.orvaneworkspace/history"_s);
+    ASSERT_TRUE(blocked.open(QIODevice::WriteOnly));
+    test.questions.answers = {{0}, {0}};
+    type(u"?"_s);
+    EXPECT_EQ(test.questions.asked.size(), 2) << "no version could be kept, so nothing was lost";
+    EXPECT_EQ(shown(), u"A\nfirst more!"_s);
+}
+
+TEST_F(EditorModesTest, ALongNoteIsPreparedElsewhereAndNeverLosesALetter)
+{
+    const auto wait = [this] {
+        for (int i = 0; session->isDirty() && i < 2000; ++i)
+            QTest::qWait(1);
+    };
+    type(QString(60'000, u'x') + u"\n1"_s);
+    test.clock.advance(1500ms);
+    EXPECT_TRUE(session->isDirty()) << "its forms are still being made";
+    wait();
+    EXPECT_EQ(content(a).body, shown());
+
+    // Typed while the forms are made: they don't count, and the next pause writes everything.
+    type(u"2"_s);
+    test.clock.advance(1500ms);
+    type(u"3"_s);
+    QTest::qWait(100);
+    EXPECT_TRUE(session->isDirty());
+    test.clock.advance(1500ms);
+    wait();
+    EXPECT_TRUE(content(a).body.endsWith(u"123"_s));
+
+    // A flush point doesn't wait for the event loop, whether the forms are being made or not.
+    for (const auto pause : {0ms, 300ms, 1500ms}) {
+        type(u"4"_s);
+        test.clock.advance(pause);
+        const QString text = shown();
+        app->selectNote(b);
+        EXPECT_EQ(content(a).body, text);
+        const auto archived =
+            AttachmentManager::decodePayload(content(a).richContentPayload->bytes());
+        EXPECT_EQ(archived->text(), text);
+        EXPECT_EQ(OrvaneWorkspaceRTF::read(content(a).bodyRTF->bytes())->text(), text);
+        const Timestamp written = app->note(a)->updatedAt;
+        test.clock.advance(5s);
+        QTest::qWait(20);
+        EXPECT_EQ(app->note(a)->updatedAt, written) << "written once";
+        app->selectNote(a);
+    }
 }
 
 TEST_F(EditorModesTest, AttachmentsAreSpacesInThePlainFormAndCountAsContent)

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "editor/FormattingLoss.h"
+
+#include <QCoreApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+
+namespace orvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString translated(const char* text)
+{
+    return QCoreApplication::translate("FormattingLoss", text);
+}
+
+bool hasShapes(const std::optional<Blob>& payload)
+{
+    if (!payload || payload->isEmpty())
+        return false;
+    const QJsonDocument shapes = QJsonDocument::fromJson(payload->bytes());
+    return !shapes.isArray() || !shapes.array().isEmpty();
+}
+
+/// "a", "a and b", "a, b and c".
+QString enumerated(const QStringList& words)
+{
+    if (words.size() < 2)
+        return words.value(0);
+    return translated("%1 and %2")
+        .arg(words.sliced(0, words.size() - 1).join(u", "_s), words.last());
+}
+
+} // namespace
+
+FormattingLoss formattingLossOf(const EditorDraft& draft)
+{
+    FormattingLoss loss;
+    loss.shapes = hasShapes(draft.shapesPayload);
+    if (!draft.bodyRich && !draft.bodyRTF)
+        return loss;
+    const AttributedString text = readRichText(draft.text(), TextFont());
+    loss.formatting = hasFormatting(text);
+    loss.images = text.text().contains(QChar(objectCharacter));
+    return loss;
+}
+
+Question formattingLossQuestion(const FormattingLoss& loss, EditorMode mode)
+{
+    QStringList lost;
+    if (loss.formatting)
+        lost.append(translated("formatting"));
+    if (loss.images)
+        lost.append(translated("images"));
+    if (loss.shapes)
+        lost.append(translated("shapes"));
+    Question question;
+    question.title = translated("Edit Without Formatting?");
+    question.text =
+        translated("An edit in %1 mode removes this note’s %2.\n\nA version of the note "
+                   "as it is now is kept first: the Version History in the Inspector "
+                   "brings it back.")
+            .arg(editorModeName(mode), enumerated(lost));
+    if (loss.shapes)
+        question.text += u' ' + translated("Shapes are not part of a version.");
+    question.buttons = {translated("Edit"), translated("Cancel")};
+    question.defaultButton = 1;
+    question.tone = Question::Tone::Warning;
+    return question;
+}
+
+Question versionNotKeptMessage()
+{
+    Question message;
+    message.title = translated("The Note Was Left as It Is");
+    message.text =
+        translated("No version of it could be kept, so nothing would bring its formatting "
+                   "back. Make room on the disk or allow writing in the project’s "
+                   "folder, then try again.");
+    message.buttons = {translated("OK")};
+    message.tone = Question::Tone::Warning;
+    return message;
+}
+
+} // namespace orvane
