@@ -37,10 +37,13 @@ void EditorSession::leaveText()
     if (!m_text)
         return;
     pullText();
-    m_text->stored = m_draft.text();
-    // What is read first decides; the other may still be unread, and would be held unread.
-    if (m_text->stored.rich)
-        m_text->stored.rtf.reset();
+    // What is read first decides; the rest would only be held, and maybe unread.
+    if (m_text->form == TextForm::plain)
+        m_text->stored = {m_draft.bodyPlain, {}, {}};
+    else if (m_draft.bodyRich)
+        m_text->stored = {{}, {}, m_draft.bodyRich};
+    else
+        m_text->stored = {m_draft.bodyPlain, m_draft.bodyRTF, {}};
 }
 
 void EditorSession::showText()

@@ -61,7 +61,7 @@ void StatusStrip::makeModeMenu()
     // The arrow stands behind the word.
     m_mode->setLayoutDirection(Qt::RightToLeft);
     m_mode->setIconSize({12, 12});
-    m_mode->setFixedHeight(24);
+    m_mode->setFixedHeight(28);
     m_mode->setFocusPolicy(Qt::TabFocus);
     m_mode->setToolTip(tr("Mode of the note"));
     connect(m_mode, &QToolButton::clicked, this, [this] {

@@ -1,0 +1,182 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "appearance/AppearanceTokens.h"
+#include "core/InternalNoteLink.h"
+#include "editor/EditorPaneView.h"
+#include "editor/EditorView.h"
+#include "editor/StatusStrip.h"
+#include "support/TestServices.h"
+#include "text/TextStore.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QTest>
+#include <QToolButton>
+#include <gtest/gtest.h>
+
+namespace orvane {
+namespace {
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+/// The pane as a window of its own, used by keys and mouse.
+struct EditorPaneTest : ::testing::Test {
+    TestServices test;
+    AppState app{test.services()};
+    QUuid project = *app.createProject(u"P"_s, {});
+    QUuid other = *app.createNote(u"Other note\nsecond"_s, {});
+    QUuid note = *app.createNote(u"first line"_s, {});
+    Look look{signatureDarkTokens()};
+    std::unique_ptr<EditorPaneView> pane = std::make_unique<EditorPaneView>(app, look);
+
+    EditorPaneTest()
+    {
+        pane->resize(900, 600);
+        pane->show();
+        QApplication::setActiveWindow(pane.get());
+        pane->focusText();
+        settle();
+    }
+    static void settle() { QApplication::processEvents(); }
+    [[nodiscard]] EditorView& view() const { return pane->textView(); }
+    void type(const QString& text) { QTest::keyClicks(&view(), text); }
+    [[nodiscard]] QString body() const { return app.note(note)->body.text(); }
+    [[nodiscard]] QToolButton& button(const QString& name) const
+    {
+        for (auto* found : pane->findChildren<QToolButton*>()) {
+            if (found->accessibleName().startsWith(name))
+                return *found;
+        }
+        ADD_FAILURE() << qUtf8Printable(name);
+        std::abort();
+    }
+    void choose(EditorMode mode)
+    {
+        auto* menu = button(u"Mode of the note"_s).findChild<QMenu*>();
+        for (QAction* action : menu->actions()) {
+            if (action->text() == editorModeName(mode))
+                action->trigger();
+        }
+        settle();
+    }
+    [[nodiscard]] bool shows(const QString& text) const
+    {
+        for (const auto* label : pane->findChildren<QLabel*>()) {
+            if (label->isVisible() && label->text() == text)
+                return true;
+        }
+        return false;
+    }
+    void click(qsizetype position)
+    {
+        const QRectF place = view().toViewport(view().layout().caretRect(int(position)));
+        QTest::mouseClick(view().viewport(), Qt::LeftButton, {},
+                          place.center().toPoint() + QPoint(3, 0));
+    }
+};
+
+TEST_F(EditorPaneTest, WhatIsTypedIsStoredInEachModeAndCounted)
+{
+    QString expected = u"first line"_s;
+    for (const EditorMode mode :
+         {EditorMode::richText, EditorMode::markdown, EditorMode::plainText}) {
+        choose(mode);
+        EXPECT_EQ(button(u"Mode of the note"_s).text(), editorModeName(mode));
+        EXPECT_EQ(view().formatting(),
+                  mode == EditorMode::richText ? TextFormatting::rich : TextFormatting::plain);
+        QTest::keyClick(&view(), Qt::Key_End, Qt::ControlModifier);
+        type(u" word"_s);
+        expected += u" word"_s;
+        QTest::keyClick(&view(), Qt::Key_Return);
+        expected += u'\n';
+        test.clock.advance(1500ms);
+        EXPECT_EQ(body(), expected);
+        EXPECT_EQ(app.note(note)->richContentPayload.has_value(), mode == EditorMode::richText);
+    }
+    QTest::qWait(200);
+    EXPECT_TRUE(shows(u"5 words"_s));
+    EXPECT_TRUE(test.questions.asked.isEmpty()) << "no formatting was there to lose";
+}
+
+TEST_F(EditorPaneTest, TheViewFollowsNotesModesAndTheirAbsence)
+{
+    int before = 0;
+    int after = 0;
+    QObject::connect(pane.get(), &EditorPaneView::textAboutToChange, [&] { ++before; });
+    QObject::connect(pane.get(), &EditorPaneView::textChanged, [&] {
+        ++after;
+        EXPECT_EQ(&view().gateway(), &pane->session().gateway());
+    });
+    app.selectNote(other);
+    EXPECT_EQ(view().plainText(), u"Other note\nsecond"_s);
+    choose(EditorMode::markdown);
+    EXPECT_EQ(after, 2);
+    EXPECT_EQ(before, 2);
+
+    app.selectProjectRoot();
+    settle();
+    EXPECT_TRUE(shows(u"No Note Selected"_s));
+    EXPECT_TRUE(shows(u"Create a note or select one from the list."_s));
+    EXPECT_FALSE(button(u"Mode of the note"_s).isVisible());
+    EXPECT_TRUE(view().store().isEmpty());
+
+    app.selectNote(note);
+    type(u"x"_s);
+    pane->focusText();
+    EXPECT_EQ(view().plainText(), u"xfirst line"_s);
+    app.closeProject();
+    EXPECT_TRUE(view().store().isEmpty());
+}
+
+TEST_F(EditorPaneTest, ALockKeepsTheWidth)
+{
+    QTest::mouseClick(&button(u"Lock editor width"_s), Qt::LeftButton);
+    EXPECT_TRUE(editorWidthLockSetting.read(test.defaults));
+    editorWidthLockSetting.write(test.defaults, false);
+    EXPECT_EQ(button(u"Lock editor width"_s).toolTip(), u"Lock editor width"_s);
+    QTest::mouseClick(&button(u"Lock editor width"_s), Qt::LeftButton);
+    EXPECT_EQ(button(u"Unlock editor width"_s).toolTip(), u"Unlock editor width"_s);
+}
+
+TEST_F(EditorPaneTest, TheSelectionBecomesALinkThatOpensItsNote)
+{
+    const auto link = [this] {
+        test.notifications.post(AppCommandEvents::linkSelectionToNote, CommandTarget{});
+    };
+    view().setSelection({0, 5});
+    link();
+    EXPECT_EQ(test.questions.asked.takeLast().title, u"Rich Text Required"_s);
+
+    choose(EditorMode::richText);
+    view().setSelection({0, 5});
+    test.questions.answers = {{0, false, 0}};
+    link();
+    const Question asked = test.questions.asked.takeLast();
+    EXPECT_EQ(asked.title, u"Link Selection to Note"_s);
+    EXPECT_EQ(asked.choices, QStringList{u"Other note"_s});
+    EXPECT_EQ(view().store().characterStyle(4)->link, InternalNoteLink::link(other));
+    EXPECT_EQ(view().store().characterStyle(5)->link, QString());
+
+    view().setSelection(TextSelection::caret(7));
+    settle();
+    click(2);
+    EXPECT_EQ(app.selectedNoteID(), other);
+    app.selectNote(note);
+    EXPECT_EQ(pane->session().gateway().undoName(), u"Link Selection to Note"_s);
+
+    app.eraseNotePermanently(other);
+    settle();
+    const int beeps = test.beeper.count;
+    click(2);
+    EXPECT_EQ(app.selectedNoteID(), note);
+    EXPECT_EQ(test.beeper.count, beeps + 1);
+    view().setSelection({0, 5});
+    link();
+    EXPECT_EQ(test.questions.asked.takeLast().title, u"No Target Notes"_s);
+}
+
+} // namespace
+} // namespace orvane
