@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 // What a change of the look and the look itself cost.
 #include "appearance/AppearanceTokens.h"
-#include "appearance/studio/ThemeFilePicker.h"
-#include "appearance/studio/ThemeStudioView.h"
 #include "appearance/themes/AppearanceThemeLibrary.h"
 #include "appearance/themes/BundledThemes.h"
 #include "shell/MainWindow.h"
 #include "shell/OrvaneWorkspaceApp.h"
+#include "shell/settings/SettingsWindow.h"
 #include "support/Bench.h"
 
 #include <QApplication>
@@ -77,16 +76,12 @@ bench::Measurement measureApply()
     Workspace workspace;
     Look& look = workspace.app.look();
     AppearanceThemeLibrary& themes = workspace.app.themes();
-    DesktopThemeFilePicker files;
-    ScriptedQuestions questions;
-    UserDefaults& defaults = workspace.app.appState().services().defaults;
-    ThemeStudioView studio({defaults, themes, look, questions, files});
-    studio.resize(1100, 760);
-    studio.show();
+    SettingsWindow& settings = workspace.app.showSettings();
+    settings.showPage(SettingsPageId::Appearance);
     const auto first = plainWindow(look);
     const auto second = plainWindow(look);
     settle();
-    const QList<QWidget*> windows{&workspace.app.window(), &studio, first.get(), second.get()};
+    const QList<QWidget*> windows{&workspace.app.window(), &settings, first.get(), second.get()};
     bool light = false;
     const auto apply = [&] {
         light = !light;

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "appearance/themes/BundledThemes.h"
+#include "appearance/themes/ThemeFile.h"
 #include "text/AttachmentManager.h"
 #include "text/NoteEditorTypingAttributesCodec.h"
 #include "text/OrvaneWorkspaceRTF.h"
@@ -58,6 +60,14 @@ void savePatterns(const QString& folder)
         save(folder, u"html_repeated"_s, number++, pattern.replace('|', '\1'));
 }
 
+void saveThemes(const QString& folder)
+{
+    save(folder, u"theme_file"_s, 1, ThemeFile::encode(signatureBundle()));
+    save(folder, u"theme_file"_s, 2, ThemeFile::encode(googleWorkspaceBundle()));
+    save(folder, u"theme_file"_s, 3,
+         QByteArray::fromHex("0a0180000000000000008b0220000000000000000c00"));
+}
+
 // fuzz_seeds FOLDER: a corpus for each fuzzer in a folder of its name.
 int main(int argc, char** argv)
 {
@@ -78,5 +88,6 @@ int main(int argc, char** argv)
         save(folder, u"html"_s, seed, document.toHtml().toUtf8());
     }
     savePatterns(folder);
+    saveThemes(folder);
     return 0;
 }
