@@ -3,6 +3,7 @@
 
 #include "appearance/themes/AppearanceThemeLibrary.h"
 #include "appearance/themes/BundledThemes.h"
+#include "editor/EditorPaneView.h"
 #include "editor/EditorView.h"
 #include "shell/BinderModel.h"
 #include "shell/BinderTreeView.h"
@@ -41,6 +42,12 @@ const QString harbourLedger =
     "She copied the three rows by lamp, twice, and put one copy into her boot. Whoever had ruled "
     "that line had known what a witness was worth."_s;
 
+const QString tideTable =
+    u"# Tides of the flats\n\nLow water at **06:12**, _springs_; see [the survey]"
+    "(https://example.org/survey) and `gauge.csv`, ~~not the almanac~~.\n\n> The posts stood dry "
+    "at noon.\n\n## What to check\n\n```\nheight = mean + range / 2\n```\n\n- [ ] the third "
+    "post"_s;
+
 const QList<SampleNote> sampleNotes{
     {u"Manuscript"_s, u"1. Low water"_s,
      u"Mara counts the posts again.\n\nSeven where the chart had nine, and the tide not yet at its "
@@ -49,6 +56,7 @@ const QList<SampleNote> sampleNotes{
     {u"Manuscript"_s, u"3. Salt"_s, u"Everything in the house tasted of it by October."_s},
     {u"Research"_s, u"Interview with the pilot"_s,
      u"He never once used the word storm.\n\n“A hard blow,” he said, “and the wall was tired.”"_s},
+    {u"Research"_s, u"Tide table"_s, tideTable},
 };
 
 const QStringList otherProjects{u"Letters"_s, u"Field notes"_s, u"Lectures, spring"_s,
@@ -70,6 +78,7 @@ private:
     void makeProjects();
     void buildNovel();
     void findAndReplace();
+    void markdown();
     void looks();
     void settings();
     void commandPalette();
@@ -306,6 +315,18 @@ void Tour::findAndReplace()
     expect(!button(u"Next Match"_s), u"Escape closes the find strip"_s);
 }
 
+void Tour::markdown()
+{
+    AppearanceThemeLibrary& themes = m_app->themes();
+    selectRow(u"Tide table"_s);
+    window().editorPane().session().setMode(EditorMode::markdown);
+    picture(u"markdown"_s);
+    themes.applyTheme(signatureBundle().id, AppearanceThemeMode::Light);
+    picture(u"markdown-light"_s);
+    themes.applyTheme(signatureBundle().id, AppearanceThemeMode::Dark);
+    selectRow(u"2. The harbour ledger"_s);
+}
+
 /// The main window in the other built-in looks, and the settings.
 void Tour::looks()
 {
@@ -476,6 +497,7 @@ int Tour::run()
     makeProjects();
     buildNovel();
     findAndReplace();
+    markdown();
     looks();
     browse();
     quitAndComeBack();
