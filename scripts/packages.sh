@@ -1,6 +1,6 @@
 # shellcheck shell=bash
 # What the project needs from the distribution, by what it is needed for, and one function that
-# installs what is missing. Sourced by ./run, ./test and ./bench.
+# installs what is missing. Sourced by ./run, ./test, ./bench and scripts/package.
 
 BUILD_PACKAGES=(
     g++ cmake ninja-build ccache mold pkg-config python3 git
@@ -13,6 +13,7 @@ RUN_PACKAGES=(
 )
 # The word processor is the other side of the RTF tests; it installs in well under a minute.
 TEST_PACKAGES=(libgtest-dev clang-format dbus-daemon libreoffice-writer-nogui)
+PACKAGE_PACKAGES=(dpkg-dev desktop-file-utils appstream file)
 LONG_PACKAGES=(clang-19 clang-tidy-19 libclang-rt-19-dev)
 
 # ensure_packages NAME… — installs those that are missing through apt, saying so first.

@@ -133,6 +133,10 @@ public:
 
     [[nodiscard]] QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
 
+    /// Whether there is something to undo or redo now; asked by name, as of other text fields.
+    Q_INVOKABLE bool isUndoAvailable() const;
+    Q_INVOKABLE bool isRedoAvailable() const;
+
 public slots:
     void undo();
     void redo();

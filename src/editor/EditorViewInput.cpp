@@ -271,6 +271,16 @@ void EditorView::removeTo(qsizetype position, EditKind kind)
 
 // Clipboard
 
+bool EditorView::isUndoAvailable() const
+{
+    return isEditable() && m_gateway->canUndo();
+}
+
+bool EditorView::isRedoAvailable() const
+{
+    return isEditable() && m_gateway->canRedo();
+}
+
 void EditorView::undo()
 {
     if (isEditable() && m_gateway->undo())

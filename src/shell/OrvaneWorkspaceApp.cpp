@@ -7,6 +7,8 @@
 #include "appearance/themes/AppearanceThemeLibrary.h"
 #include "appearance/themes/DesktopThemeFollower.h"
 #include "core/AppCommandEvents.h"
+#include "editor/EditorPaneView.h"
+#include "editor/EditorView.h"
 #include "shell/MainWindow.h"
 #include "shell/SessionEnd.h"
 #include "shell/desktop/RequestOpener.h"
@@ -34,15 +36,7 @@ void clearPaneLocks(UserDefaults& defaults)
         defaults.set("settings.layout.lock."_L1 + pane, false);
 }
 
-/// Undo acts where the keyboard is.
 constexpr std::chrono::milliseconds checkDelay{1'500};
-
-AppUndoRedoRouter undoRouter()
-{
-    return AppUndoRedoRouter({[] {
-        return undoTargetOf(QApplication::focusWidget());
-    }});
-}
 
 } // namespace
 
@@ -96,6 +90,19 @@ OrvaneWorkspaceApp::~OrvaneWorkspaceApp()
     m_settings.reset();
     m_window.reset();
     m_appState.reset();
+}
+
+AppUndoRedoRouter OrvaneWorkspaceApp::undoRouter()
+{
+    // Where the keyboard is, else the text of the open note, so that the last words can be taken
+    // back from the Binder as well; never that of a window behind.
+    return AppUndoRedoRouter({[] { return undoTargetOf(QApplication::focusWidget()); },
+                              [this]() -> std::optional<UndoTarget> {
+                                  if (!m_window || !m_window->isActiveWindow())
+                                      return std::nullopt;
+                                  EditorView& text = m_window->editorPane().textView();
+                                  return text.isVisible() ? undoTargetOf(&text) : std::nullopt;
+                              }});
 }
 
 void OrvaneWorkspaceApp::start()

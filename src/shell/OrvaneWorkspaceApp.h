@@ -13,6 +13,7 @@
 namespace orvane {
 
 class AppearanceObserver;
+class AppUndoRedoRouter;
 class AppearanceThemeLibrary;
 class DesktopColorScheme;
 class DesktopMotion;
@@ -55,6 +56,8 @@ signals:
     void quitRequested();
 
 private:
+    [[nodiscard]] AppUndoRedoRouter undoRouter();
+
     Look m_look;
     UserDefaults m_defaults;
     NotificationCenter m_notifications;

@@ -178,6 +178,37 @@ TEST_F(MainJobTest, BackAndForwardGoThroughTheNotes)
     EXPECT_EQ(find<QLineEdit>(u"Title of the note"_s)->text(), u"Two"_s);
 }
 
+TEST_F(MainJobTest, UndoActsWhereTheKeyboardIsAndElseInTheText)
+{
+    dismissWelcome();
+    start();
+    makeProject(u"Tidewater"_s);
+    press(u"New Note"_s);
+    m_hand->type(u"Low\nMara"_s);
+    auto* title = find<QLineEdit>(u"Title of the note"_s);
+    auto* text = find<EditorView>();
+    m_hand->click(*title);
+    m_hand->press(Qt::Key_End);
+    m_hand->type(u" water"_s);
+    m_hand->press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_NE(title->text(), u"Low water"_s);
+    EXPECT_EQ(text->plainText(), u"Mara"_s);
+    auto* filter = find<QLineEdit>(u"Filter titles"_s);
+    m_hand->click(*filter);
+    m_hand->type(u"low"_s);
+    m_hand->press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(filter->text(), QString());
+    find<BinderTreeView>()->setFocus();
+    m_hand->press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(text->plainText(), QString());
+    m_hand->press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(text->plainText(), u"Mara"_s);
+    m_app->showSettings();
+    EXPECT_TRUE(TourHand::waitFor([this] { return !window().isActiveWindow(); }));
+    TourHand(*QApplication::activeWindow()).press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(text->plainText(), u"Mara"_s) << "not behind another window";
+}
+
 TEST_F(MainJobTest, TheBinderByKeyboardAndFilter)
 {
     dismissWelcome();
