@@ -35,7 +35,6 @@ MainWindow::MainWindow(AppState& appState, ShortcutCenter& shortcuts, Look& look
     , m_sheets(new SheetHost(look, this))
     , m_projectActions(new ProjectActions(appState, look, *m_sheets, this))
     , m_commands(appState.services(), shortcuts, [this] { return commandContext(); })
-    , m_browser(new ProjectsBrowserView(appState, *m_projectActions, look, this))
     , m_stack(new QStackedLayout(this))
 {
     setObjectName(QStringLiteral("OrvaneWorkspace.MainDocumentWindow"));
@@ -45,8 +44,8 @@ MainWindow::MainWindow(AppState& appState, ShortcutCenter& shortcuts, Look& look
                               this);
     makeActions();
     makeDirectCommands();
-    m_stack->addWidget(m_browser);
-    m_stack->addWidget(makeWorkspace());
+    m_workspace = makeWorkspace();
+    m_stack->addWidget(m_workspace);
     m_sheets->raise();
     connectAppState();
     new WorkspaceStateKeeper(appState, m_paneLayout, look, this);
@@ -152,7 +151,7 @@ void MainWindow::observeCommands()
 void MainWindow::findByTitle()
 {
     if (m_appState.rootPresentationMode() == RootPresentationMode::Projects)
-        m_browser->focusFilter();
+        browser().focusFilter();
     else
         m_binder->focusFilter();
 }
@@ -300,15 +299,25 @@ void MainWindow::connectAppState()
     connect(m_sheets, &SheetHost::visibleChanged, this, &MainWindow::updateActions);
 }
 
+// Who comes back to a project doesn't wait for a page that isn't shown.
+ProjectsBrowserView& MainWindow::browser()
+{
+    if (!m_browser) {
+        m_browser = new ProjectsBrowserView(m_appState, *m_projectActions, m_look, this);
+        m_stack->addWidget(m_browser);
+    }
+    return *m_browser;
+}
+
 void MainWindow::showMode()
 {
     const bool browsing = m_appState.rootPresentationMode() == RootPresentationMode::Projects;
-    m_stack->setCurrentIndex(browsing ? 0 : 1);
+    m_stack->setCurrentWidget(browsing ? &browser() : m_workspace);
     m_sheets->raise();
     if (!m_hasAppeared)
         return;
     if (browsing)
-        m_browser->appear();
+        browser().appear();
     else if (m_appState.selectedNoteID())
         m_editor->focusText();
     else

@@ -58,6 +58,7 @@ private:
     void showKeys();
     [[nodiscard]] QWidget* makeWorkspace();
     void connectAppState();
+    ProjectsBrowserView& browser();
     void showMode();
     void showTitle();
     void updateActions();
@@ -91,7 +92,8 @@ private:
     QAction* m_guide = nullptr;
     std::vector<KeyedAction> m_keyedActions;
     std::vector<NotificationCenter::Observation> m_observations;
-    ProjectsBrowserView* m_browser;
+    ProjectsBrowserView* m_browser = nullptr;
+    QWidget* m_workspace = nullptr;
     BinderView* m_binder = nullptr;
     EditorPaneView* m_editor = nullptr;
     InspectorView* m_inspector = nullptr;

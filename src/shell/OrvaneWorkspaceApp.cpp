@@ -16,6 +16,7 @@
 #include "shell/shortcuts/ShortcutCenter.h"
 
 #include <QApplication>
+#include <QFontDatabase>
 #include <QIcon>
 
 namespace orvane {
@@ -42,7 +43,9 @@ constexpr std::chrono::milliseconds checkDelay{1'500};
 
 OrvaneWorkspaceApp::OrvaneWorkspaceApp(const UserFolders& folders,
                                        std::unique_ptr<SystemTrash> trash)
-    : m_look({})
+    // Finding the machine's fonts takes as long as opening a project, and needs none of it.
+    : m_fontsFound([] { static_cast<void>(QFontDatabase::families()); })
+    , m_look({})
     , m_defaults(folders.configuration + "/settings.json"_L1)
     , m_beeper(std::make_unique<DesktopBeeper>())
     , m_trash(trash ? std::move(trash) : std::make_unique<DesktopTrash>())
@@ -55,7 +58,6 @@ OrvaneWorkspaceApp::OrvaneWorkspaceApp(const UserFolders& folders,
     m_themeFollower =
         std::make_unique<DesktopThemeFollower>(m_defaults, *m_themes, *m_desktopScheme);
     m_appearance = std::make_unique<AppearanceObserver>(m_defaults, m_look);
-    m_look.wear();
     const Services services{.defaults = m_defaults,
                             .notifications = m_notifications,
                             .questions = m_questions,
@@ -108,6 +110,7 @@ AppUndoRedoRouter OrvaneWorkspaceApp::undoRouter()
 void OrvaneWorkspaceApp::start()
 {
     m_appState->bootstrapProjects();
+    m_look.wear();
     m_window = std::make_unique<MainWindow>(*m_appState, *m_shortcuts, m_look);
     m_questions.setHost(&m_window->sheets(), &m_look);
     connect(m_window.get(), &MainWindow::closed, this, &OrvaneWorkspaceApp::quitRequested);

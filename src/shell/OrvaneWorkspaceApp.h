@@ -9,6 +9,7 @@
 #include <QTimer>
 
 #include <memory>
+#include <thread>
 
 namespace orvane {
 
@@ -58,6 +59,7 @@ signals:
 private:
     [[nodiscard]] AppUndoRedoRouter undoRouter();
 
+    std::jthread m_fontsFound;
     Look m_look;
     UserDefaults m_defaults;
     NotificationCenter m_notifications;
