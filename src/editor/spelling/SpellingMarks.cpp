@@ -29,6 +29,11 @@ void drawMark(QPainter& painter, const QRectF& word, qreal scale, const QColor& 
     painter.drawLine(QPointF(word.left() + size / 2, y), QPointF(word.right() - size / 2, y));
 }
 
+bool continuesWord(QChar c)
+{
+    return c.isLetterOrNumber() || c.isMark() || c == u'\'' || c == u'\u2019';
+}
+
 bool touches(TextRange word, qsizetype position)
 {
     return position >= word.location && position <= word.end();
@@ -45,6 +50,7 @@ SpellingMarks::SpellingMarks(EditorView& view, Spelling& spelling, QObject* pare
     connect(&m_view, &EditorView::textChanged, this, &SpellingMarks::onTextChanged);
     connect(&m_view, &EditorView::selectionChanged, this, &SpellingMarks::onSelectionChanged);
     connect(&m_spelling, &Spelling::settingsChanged, this, &SpellingMarks::updateChecker);
+    connect(&m_results, &SpellingResults::found, this, [this] { m_view.viewport()->update(); });
 }
 
 SpellingMarks::~SpellingMarks()
@@ -84,7 +90,8 @@ void SpellingMarks::updateChecker()
 
 void SpellingMarks::forgetChecks()
 {
-    m_checked.clear();
+    m_results.setChecker(m_checker);
+    m_shown.clear();
     m_view.viewport()->update();
 }
 
@@ -94,6 +101,29 @@ void SpellingMarks::onTextChanged(const TextChange& change)
     const bool isTyping = change.lengthAfter > 0 && selection.isEmpty() &&
                           selection.position == change.location + change.lengthAfter;
     m_typingAt = isTyping ? std::optional(selection.position) : std::nullopt;
+    m_results.waitForPause();
+    moveMarks(change);
+}
+
+/// A mark goes where its word may have become another.
+void SpellingMarks::moveMarks(const TextChange& change)
+{
+    const TextStore& store = m_view.store();
+    const qsizetype endBefore = change.location + change.lengthBefore;
+    const qsizetype end = change.location + change.lengthAfter;
+    const bool growsBefore = continuesWord(store.characterAt(change.location));
+    const bool growsBehind = end > 0 && continuesWord(store.characterAt(end - 1));
+    m_shown.removeIf([&](TextRange word) {
+        if (word.end() <= change.location)
+            return word.end() == change.location && growsBefore;
+        if (word.location >= endBefore)
+            return word.location == endBefore && growsBehind;
+        return true;
+    });
+    for (TextRange& word : m_shown) {
+        if (word.location >= endBefore)
+            word.location += change.lengthAfter - change.lengthBefore;
+    }
 }
 
 void SpellingMarks::onSelectionChanged()
@@ -112,27 +142,74 @@ void SpellingMarks::updateParagraph(qsizetype position)
     m_view.updatePage({0, top, layout.width(), layout.bottomOf(block) - top});
 }
 
-QList<TextRange> SpellingMarks::misspellingsIn(const QTextBlock& block) const
+void SpellingMarks::dropCode(QList<TextRange>& words, const QTextBlock& block) const
+{
+    if (words.isEmpty() || !m_codeSource)
+        return;
+    const QList<TextRange> code = m_codeSource(block);
+    auto skip = code.begin();
+    words.removeIf([&](TextRange word) {
+        while (skip != code.end() && skip->end() <= word.location)
+            ++skip;
+        return skip != code.end() && skip->location < word.end();
+    });
+}
+
+QList<TextRange> SpellingMarks::misspellingsIn(TextRange range)
 {
     QList<TextRange> misspelt;
     if (!m_checker || !m_checker->isReady())
         return misspelt;
-    const QString text = block.text();
-    if (!m_checked.contains(text))
-        m_checked.insert(text, new QList<TextRange>(m_checker->misspellings(text)));
-    const QList<TextRange> checked = *m_checked.object(text);
-    if (checked.isEmpty())
-        return misspelt;
-    const QList<TextRange> code = m_codeSource ? m_codeSource(block) : QList<TextRange>();
-    auto skip = code.begin();
-    for (TextRange word : checked) {
-        word.location += block.position();
-        while (skip != code.end() && skip->end() <= word.location)
-            ++skip;
-        if (skip == code.end() || skip->location >= word.end())
-            misspelt.append(word);
+    const QTextBlock block = m_view.store().blockAt(range.location);
+    for (const TextRange piece : spellingPieces(m_view.store(), block, range)) {
+        for (TextRange word : m_results.check(m_view.store().text(piece))) {
+            word.location += piece.location;
+            if (word.end() >= range.location && word.location <= range.end())
+                misspelt.append(word);
+        }
     }
+    dropCode(misspelt, block);
     return misspelt;
+}
+
+/// The words to be marked in `piece`: those found, or those of before.
+QList<TextRange> SpellingMarks::marksOf(TextRange piece)
+{
+    const auto first =
+        std::lower_bound(m_shown.begin(), m_shown.end(), piece.location,
+                         [](TextRange word, qsizetype at) { return word.location < at; });
+    auto last = first;
+    while (last != m_shown.end() && last->end() <= piece.end())
+        ++last;
+    const QList<TextRange>* found = m_results.find(m_view.store().text(piece));
+    if (!found)
+        return {first, last};
+    QList<TextRange> words = *found;
+    for (TextRange& word : words)
+        word.location += piece.location;
+    if (std::equal(first, last, words.begin(), words.end()))
+        return words;
+    const qsizetype at = first - m_shown.begin();
+    m_shown.erase(first, last);
+    for (qsizetype i = 0; i < words.size(); ++i)
+        m_shown.insert(at + i, words[i]);
+    return words;
+}
+
+/// Of a paragraph that is longer than the screen, what the screen shows.
+TextRange SpellingMarks::seenPart(const QTextBlock& block, const EditorPaint& paint) const
+{
+    const TextRange all{block.position(), block.length() - 1};
+    if (all.length <= 4 * spellingPieceLength)
+        return all;
+    ParagraphLayout& layout = m_view.layout();
+    const auto page = [&](QPointF point) {
+        return (point - paint.origin) / paint.scale;
+    };
+    const qsizetype from = layout.positionAt(page(paint.clip.topLeft()));
+    const qsizetype to = layout.positionAt(page(paint.clip.bottomRight()));
+    return TextRange::between(std::clamp(from, all.location, all.end()),
+                              std::clamp(to, all.location, all.end()));
 }
 
 void SpellingMarks::paintOverText(QPainter& painter, const EditorPaint& paint)
@@ -144,7 +221,11 @@ void SpellingMarks::paintOverText(QPainter& painter, const EditorPaint& paint)
     const TextRange visible = visibleText(m_view, paint);
     for (QTextBlock block = m_view.store().blockAt(visible.location);
          block.isValid() && block.position() <= visible.end(); block = block.next()) {
-        for (const TextRange word : misspellingsIn(block)) {
+        QList<TextRange> words;
+        for (const TextRange piece : spellingPieces(m_view.store(), block, seenPart(block, paint)))
+            words += marksOf(piece);
+        dropCode(words, block);
+        for (const TextRange word : words) {
             if (m_typingAt && touches(word, *m_typingAt))
                 continue;
             for (const QRectF& rect : markRects(m_view, paint, word))
@@ -158,10 +239,8 @@ void SpellingMarks::addToContextMenu(QMenu& menu, QPointF /*page*/, qsizetype po
 {
     if (m_spelling.dictionaries().isEmpty() || !m_note)
         return;
-    for (const TextRange word : misspellingsIn(m_view.store().blockAt(position))) {
-        if (touches(word, position))
-            addSuggestions(menu, word);
-    }
+    for (const TextRange word : misspellingsIn({position, 0}))
+        addSuggestions(menu, word);
     addLanguages(menu);
 }
 

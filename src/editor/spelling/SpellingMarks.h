@@ -3,9 +3,9 @@
 
 #include "editor/EditorExtension.h"
 #include "editor/spelling/Spelling.h"
+#include "editor/spelling/SpellingResults.h"
 #include "text/TextSelection.h"
 
-#include <QCache>
 #include <QColor>
 #include <QObject>
 #include <QTextBlock>
@@ -14,9 +14,10 @@ namespace orvane {
 
 class EditorView;
 
-/// Marks misspelt words in a text view and offers help with them in its context menu. Only
-/// paragraphs that are seen are checked. The word that is being typed is not marked before the
-/// caret has left it. Main thread.
+/// Marks misspelt words in a text view and offers help with them in its context menu. Only what is
+/// seen is checked, and never while a key is at work: until the new text of a place has been
+/// checked, the marks of before go along with the words that they stand under. The word that is
+/// being typed is not marked before the caret has left it. Main thread.
 class SpellingMarks final : public QObject, public EditorExtension {
     Q_OBJECT
 public:
@@ -31,8 +32,8 @@ public:
     void setCodeSource(CodeSource source);
     void setMarkColor(const QColor& color);
 
-    /// The misspelt words of a paragraph, in positions of the text.
-    [[nodiscard]] QList<TextRange> misspellingsIn(const QTextBlock& block) const;
+    /// The misspelt words that touch `range`, within one paragraph; finds them out if need be.
+    [[nodiscard]] QList<TextRange> misspellingsIn(TextRange range);
 
     void paintOverText(QPainter& painter, const EditorPaint& paint) override;
     void addToContextMenu(QMenu& menu, QPointF page, qsizetype position) override;
@@ -41,8 +42,12 @@ private:
     void updateChecker();
     void forgetChecks();
     void onTextChanged(const TextChange& change);
+    void moveMarks(const TextChange& change);
     void onSelectionChanged();
     void updateParagraph(qsizetype position);
+    [[nodiscard]] TextRange seenPart(const QTextBlock& block, const EditorPaint& paint) const;
+    [[nodiscard]] QList<TextRange> marksOf(TextRange piece);
+    void dropCode(QList<TextRange>& words, const QTextBlock& block) const;
     void addSuggestions(QMenu& menu, TextRange word);
     void addLanguages(QMenu& menu);
     void replaceWord(TextRange word, const QString& replacement);
@@ -54,7 +59,8 @@ private:
     QMetaObject::Connection m_checkerChanged;
     CodeSource m_codeSource;
     QColor m_markColor{229, 72, 77};
-    mutable QCache<QString, QList<TextRange>> m_checked{2000}; // by a paragraph's text
+    SpellingResults m_results;
+    QList<TextRange> m_shown;            // by rising position, where they stand now
     std::optional<qsizetype> m_typingAt; // the caret, as long as it stands where typing left it
 };
 
