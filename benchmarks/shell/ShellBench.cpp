@@ -12,6 +12,7 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     orvane::bench::addBinderRows();
     orvane::bench::addKeysRows();
+    orvane::bench::addLayoutRows();
     orvane::bench::addStartRows();
     return orvane::bench::runMain(argc, argv);
 }

@@ -5,6 +5,7 @@ namespace orvane::bench {
 
 void addBinderRows();
 void addKeysRows();
+void addLayoutRows();
 void addStartRows();
 
 } // namespace orvane::bench

@@ -82,9 +82,10 @@ std::optional<BinderTreeView::DropGuide> BinderTreeView::guideAt(const QPoint& p
     if (goesInto) {
         guide.folder = wide;
     } else if (!index.isValid()) {
-        const QModelIndex last = indexAbove(QModelIndex());
-        guide.line =
-            QRect(guideInset, last.isValid() ? visualRect(last).bottom() : 0, wide.width(), 2);
+        // Below the last row, which is the one before the gap where there is one.
+        const int bottom = m_gapAboveTrash > 0 ? QTreeView::visualRect(trashIndex()).top()
+                                               : visualRect(lastRow()).bottom();
+        guide.line = QRect(guideInset, bottom, wide.width(), 2);
     } else {
         const bool isNote = target->kind == BinderRowID::Kind::Note;
         const bool above = y < (isNote ? noteHeight / 2 : folderHeight / 2);

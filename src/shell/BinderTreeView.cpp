@@ -9,6 +9,7 @@
 
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
 
 namespace orvane {
@@ -38,8 +39,11 @@ public:
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem&,
                                  const QModelIndex& index) const override
     {
-        return {100, index.data(BinderModel::IsFolderRole).toBool() ? BinderTreeView::folderHeight
-                                                                    : BinderTreeView::noteHeight};
+        if (!index.data(BinderModel::IsFolderRole).toBool())
+            return {100, BinderTreeView::noteHeight};
+        const auto* tree = static_cast<const BinderTreeView*>(parent());
+        const bool isTrash = index.data(BinderModel::IsTrashRole).toBool();
+        return {100, BinderTreeView::folderHeight + (isTrash ? tree->gapAboveTrash() : 0)};
     }
 };
 
@@ -106,10 +110,59 @@ QRect BinderTreeView::chevronRect(const QRect& row, const QModelIndex& index) co
     return {leftOf(index) - 4, row.top(), 24, row.height()};
 }
 
+QModelIndex BinderTreeView::trashIndex() const
+{
+    const QModelIndex last = model() ? model()->index(model()->rowCount() - 1, 0) : QModelIndex();
+    return last.data(BinderModel::IsTrashRole).toBool() ? last : QModelIndex();
+}
+
+QModelIndex BinderTreeView::lastRow() const
+{
+    QModelIndex last = model() ? model()->index(model()->rowCount() - 1, 0) : QModelIndex();
+    while (last.isValid() && isExpanded(last) && model()->rowCount(last) > 0)
+        last = model()->index(model()->rowCount(last) - 1, 0, last);
+    return last;
+}
+
+QRect BinderTreeView::visualRect(const QModelIndex& index) const
+{
+    QRect rect = QTreeView::visualRect(index);
+    if (m_gapAboveTrash > 0 && rect.isValid() && index == trashIndex())
+        rect.setTop(rect.top() + m_gapAboveTrash);
+    return rect;
+}
+
+QModelIndex BinderTreeView::indexAt(const QPoint& point) const
+{
+    const QModelIndex index = QTreeView::indexAt(point);
+    const bool isInGap = m_gapAboveTrash > 0 && index.isValid() && index == trashIndex() &&
+                         point.y() < visualRect(index).top();
+    return isInGap ? QModelIndex() : index;
+}
+
+void BinderTreeView::updateGeometries()
+{
+    QTreeView::updateGeometries();
+    const int overflow = verticalScrollBar()->maximum();
+    int gap = 0;
+    if (overflow > 0)
+        gap = std::max(m_gapAboveTrash - overflow, 0);
+    else if (trashIndex().isValid())
+        gap = std::max(viewport()->height() - 1 - QTreeView::visualRect(lastRow()).bottom() +
+                           m_gapAboveTrash,
+                       0);
+    if (gap == m_gapAboveTrash)
+        return;
+    m_gapAboveTrash = gap;
+    scheduleDelayedItemsLayout();
+}
+
 void BinderTreeView::drawRow(QPainter* painter, const QStyleOptionViewItem& options,
                              const QModelIndex& index) const
 {
-    const QRect row(0, options.rect.top(), viewport()->width(), options.rect.height());
+    QRect row(0, options.rect.top(), viewport()->width(), options.rect.height());
+    if (m_gapAboveTrash > 0 && index == trashIndex())
+        row.setTop(row.top() + m_gapAboveTrash);
     const bool selected = selectionModel()->isSelected(index);
     const QPoint mouse = viewport()->mapFromGlobal(QCursor::pos());
     const bool hovered = viewport()->underMouse() && row.contains(mouse);

@@ -14,7 +14,7 @@ namespace orvane {
 /// The Binder's tree. Rows span the whole width: a round ground with an accent bar for the
 /// selected one, chevrons in line with the text. Rows are dragged within it: a line shows where
 /// the dragged one would go, a lit folder what it would go into. Files from elsewhere are refused
-/// by the cursor.
+/// by the cursor. While the rows leave room, the Trash stands at the foot of the pane.
 class BinderTreeView : public QTreeView {
     Q_OBJECT
 public:
@@ -38,6 +38,11 @@ public:
     using DropResolver = std::function<std::optional<BinderMove>(
         const BinderRowID& dragged, const std::optional<BinderRowID>& target, double y)>;
     void setDropResolver(DropResolver resolver) { m_resolveDrop = std::move(resolver); }
+    /// Room left free above the Trash's row, in pixels.
+    [[nodiscard]] int gapAboveTrash() const { return m_gapAboveTrash; }
+    [[nodiscard]] QRect visualRect(const QModelIndex& index) const override;
+    [[nodiscard]] QModelIndex indexAt(const QPoint& point) const override;
+
     /// The colour of a tag's dot.
     void setTagColor(std::function<QColor(const QString&)> color) { m_tagColor = std::move(color); }
 
@@ -64,6 +69,7 @@ protected:
     void dropEvent(QDropEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
+    void updateGeometries() override;
 
 private:
     /// What the row under a drag would do, in the viewport's coordinates.
@@ -76,6 +82,8 @@ private:
     [[nodiscard]] std::optional<DropGuide> guideAt(const QPoint& position,
                                                    const QMimeData& data) const;
     void showGuide(std::optional<DropGuide> guide);
+    [[nodiscard]] QModelIndex trashIndex() const;
+    [[nodiscard]] QModelIndex lastRow() const;
     [[nodiscard]] BinderRowID rowIdOf(const QModelIndex& index) const;
     void drawTrailing(QPainter& painter, QRect& row, const QModelIndex& index) const;
     void applyLook();
@@ -90,6 +98,7 @@ private:
     DropResolver m_resolveDrop;
     std::function<QColor(const QString&)> m_tagColor;
     std::optional<DropGuide> m_guide;
+    int m_gapAboveTrash = 0;
     /// A folder that a drag rests on opens after a while.
     QBasicTimer m_openTimer;
     QPersistentModelIndex m_restingOn;

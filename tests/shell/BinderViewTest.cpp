@@ -130,12 +130,42 @@ TEST_F(BinderViewTest, DroppedRowsGoWhereTheGuideSaid)
     EXPECT_EQ(state().folder(empty)->parentFolderID, full);
     EXPECT_FALSE(drop(folder(full), folder(empty), 24));
     EXPECT_FALSE(drop(folder(empty), note(notes[0]), 24));
-    const int below = tree->viewport()->height() - 2;
+    const int below = rectOf(folder(FolderRecord::trashFolderID)).top() - 20;
     EXPECT_TRUE(drop(BinderDragPayload::text(folder(empty)), {50, below}));
     EXPECT_FALSE(state().folder(empty)->parentFolderID);
     EXPECT_TRUE(drop(note(notes[2]), folder(FolderRecord::trashFolderID), 20));
     EXPECT_EQ(state().notesInTrash().size(), 1);
     EXPECT_FALSE(drop(u"folder:nonsense"_s, {50, 20}));
+}
+
+TEST_F(BinderViewTest, TheTrashStandsAtTheFootWhileThereIsRoom)
+{
+    const auto trash = [&] {
+        TourHand::settle();
+        return rectOf(folder(FolderRecord::trashFolderID));
+    };
+    const int foot = tree->viewport()->height() - 1;
+    EXPECT_EQ(trash().height(), 48);
+    EXPECT_EQ(trash().bottom(), foot);
+    state().moveNoteToTrash(notes[0]);
+    EXPECT_EQ(trash().bottom(), foot - 40) << "what is in it stands below it";
+    state().toggleExpanded(FolderRecord::trashFolderID);
+    EXPECT_EQ(trash().bottom(), foot);
+    const auto selected = state().selectedBinderRowID();
+    m_hand->click(*tree->viewport(), {50, trash().top() - 30});
+    EXPECT_EQ(state().selectedBinderRowID(), selected) << "the room above it is no row";
+    m_hand->click(*tree->viewport(), trash().center());
+    EXPECT_EQ(state().selectedFolderID(), FolderRecord::trashFolderID);
+
+    state().selectFolder(full);
+    for (int i = 0; i < 40; ++i)
+        state().createNote(u"Note %1"_s.arg(i), {});
+    TourHand::settle();
+    tree->scrollToTop();
+    EXPECT_EQ(tree->gapAboveTrash(), 0);
+    EXPECT_GT(trash().top(), foot);
+    tree->scrollToBottom();
+    EXPECT_EQ(trash().bottom(), foot);
 }
 
 TEST_F(BinderViewTest, FilesFromElsewhereAreRefused)
@@ -183,7 +213,7 @@ TEST_F(BinderViewTest, MenusOfferWhatTheRowCanDo)
     EXPECT_EQ(itemsOf(*menu), QStringList{u"Empty Trash…"_s});
     EXPECT_FALSE(menu->actions().first()->isEnabled());
     menu->close();
-    menu = menuAt({50, tree->viewport()->height() - 2});
+    menu = menuAt({50, rectOf(folder(FolderRecord::trashFolderID)).top() - 2});
     ASSERT_NE(menu, nullptr);
     EXPECT_EQ(itemsOf(*menu), (QStringList{u"New Note"_s, u"New Folder…"_s, u"Sort Notes"_s}));
     menu->close();
