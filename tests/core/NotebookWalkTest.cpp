@@ -2,9 +2,12 @@
 // A random walk over the notebook's operations against a naive model: vectors in their order and
 // nothing clever. After each step the notebook, its order and a fresh load from the store agree.
 #include "core/AppState.h"
+#include "core/RecordJson.h"
 #include "core/Records.h"
 #include "support/TestServices.h"
 
+#include <QJsonDocument>
+#include <QProcess>
 #include <gtest/gtest.h>
 
 #include <random>
@@ -191,6 +194,20 @@ public:
         ASSERT_EQ(order.rootFolderOrder, expected.rootFolderOrder);
         ASSERT_EQ(order.childFolderOrder, expected.childFolderOrder);
         ASSERT_EQ(order.noteOrderByFolder, expected.noteOrderByFolder);
+    }
+
+    /// The program ends, and another process opens the project.
+    void compareInANewProcess()
+    {
+        const QByteArray expected =
+            QJsonDocument(toJson(m_app->persistenceController()->load())).toJson();
+        m_app->terminate();
+        m_app.reset();
+        QProcess process;
+        process.start(QStringLiteral(ORVANE_WRITER_PROCESS), {u"print"_s, m_test.folder.path()});
+        ASSERT_TRUE(process.waitForFinished(60'000));
+        ASSERT_EQ(process.exitCode(), 0);
+        ASSERT_EQ(process.readAllStandardOutput(), expected);
     }
 
     void restart()
@@ -392,6 +409,7 @@ TEST(NotebookWalk, AgreesWithANaiveModelAndWithTheStore)
             walk.compareMemory();
         }
     }
+    walk.compareInANewProcess();
 }
 
 } // namespace

@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 
-// Writes until it is killed, and says after each step that its commit succeeded.
+// Writes until it is killed, and says after each step that its commit succeeded; or prints what it
+// finds.
 // usage: writer_process store DATA_FOLDER SEED    by the store alone, following WritingScript
 //        writer_process program ROOT SEED         by the program's state over folders below ROOT
+//        writer_process print ROOT                the notebook of the project below ROOT as JSON
 
 #include "core/AppState.h"
+#include "core/RecordJson.h"
 #include "core/WritingScript.h"
 
 #include <QCoreApplication>
+#include <QJsonDocument>
 
 #include <unistd.h>
 
@@ -18,7 +22,13 @@ namespace {
 // Past every buffer of this process: what was said stays said when it is killed.
 void say(const QByteArray& line)
 {
-    static_cast<void>(::write(STDOUT_FILENO, line.constData(), size_t(line.size())));
+    for (qsizetype at = 0; at < line.size();) {
+        const auto written =
+            ::write(STDOUT_FILENO, line.constData() + at, size_t(line.size() - at));
+        if (written <= 0)
+            return;
+        at += written;
+    }
 }
 
 int writeToStore(const QString& folder, quint32 seed)
@@ -49,19 +59,43 @@ int writeToStore(const QString& folder, quint32 seed)
     }
 }
 
-// Each step makes or changes one note, whose body begins with the number of the step.
-int writeInProgram(const QString& root, quint32 seed)
-{
+/// The program's state over folders below `root`.
+struct Program {
     UserDefaults defaults;
     NotificationCenter notifications;
     ScriptedQuestions questions;
     CountingBeeper beeper;
-    FolderTrash trash(root + QStringLiteral("/trash"));
+    FolderTrash trash;
     SystemClock clock;
     LicencePolicy licence;
-    AppState state({defaults, notifications, questions, beeper, trash, clock, licence,
-                    UserFolders::below(root)});
-    state.bootstrapProjects();
+    AppState state;
+
+    explicit Program(const QString& root)
+        : trash(root + QStringLiteral("/trash"))
+        , state({defaults, notifications, questions, beeper, trash, clock, licence,
+                 UserFolders::below(root)})
+    {
+        state.bootstrapProjects();
+    }
+};
+
+int print(const QString& root)
+{
+    Program program(root);
+    if (program.state.projects().isEmpty())
+        return 2;
+    program.state.openProject(program.state.projects().first().id, false);
+    if (!program.state.currentProject())
+        return 3;
+    say(QJsonDocument(toJson(program.state.persistenceController()->load())).toJson());
+    return 0;
+}
+
+// Each step makes or changes one note, whose body begins with the number of the step.
+int writeInProgram(const QString& root, quint32 seed)
+{
+    Program program(root);
+    AppState& state = program.state;
     if (state.projects().isEmpty())
         static_cast<void>(state.createProject(QStringLiteral("Killed"), std::nullopt));
     else
@@ -97,9 +131,13 @@ int writeInProgram(const QString& root, quint32 seed)
 int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
-    if (argc != 4)
+    if (argc < 3)
         return 1;
     const QString folder = QString::fromLocal8Bit(argv[2]);
+    if (qstrcmp(argv[1], "print") == 0)
+        return orvane::print(folder);
+    if (argc != 4)
+        return 1;
     const auto seed = quint32(std::atoi(argv[3]));
     return qstrcmp(argv[1], "store") == 0 ? orvane::writeToStore(folder, seed)
                                           : orvane::writeInProgram(folder, seed);
