@@ -1,59 +1,15 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-// The program itself, as the desktop starts it: in processes of its own over a home of its own.
-#include "ShellFixture.h"
+#include "ProgramFixture.h"
 #include "core/InternalNoteLink.h"
 #include "shell/desktop/OpenRequest.h"
 
 #include <QFile>
-#include <QProcess>
 #include <QTest>
 
 namespace orvane {
 namespace {
 
 using namespace Qt::StringLiterals;
-
-class ProgramTest : public ShellTest {
-protected:
-    /// The environment of a person whose home is the test's.
-    QProcessEnvironment environment() const
-    {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        const QString home = m_home.path();
-        environment.insert(u"HOME"_s, home);
-        environment.insert(u"XDG_CONFIG_HOME"_s, home + u"/config"_s);
-        environment.insert(u"XDG_DATA_HOME"_s, home + u"/share"_s);
-        environment.insert(u"XDG_RUNTIME_DIR"_s, home);
-        environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
-        environment.remove(u"DBUS_SESSION_BUS_ADDRESS"_s);
-        return environment;
-    }
-    void launch(QProcess& process, const QStringList& arguments) const
-    {
-        process.setProcessEnvironment(environment());
-        process.setWorkingDirectory(m_home.path());
-        process.start(QStringLiteral(ORVANE_PROGRAM), arguments);
-        ASSERT_TRUE(process.waitForStarted());
-    }
-    /// A start that ends by itself; its exit code.
-    int exitCode(const QStringList& arguments, QByteArray* output = nullptr) const
-    {
-        QProcess process;
-        launch(process, arguments);
-        if (!process.waitForFinished(30'000))
-            return -1;
-        if (output)
-            *output = process.readAllStandardOutput() + process.readAllStandardError();
-        return process.exitCode();
-    }
-    QString write(const QString& name, const QByteArray& bytes) const
-    {
-        QFile file(m_home.filePath(name));
-        EXPECT_TRUE(file.open(QFile::WriteOnly));
-        file.write(bytes);
-        return file.fileName();
-    }
-};
 
 TEST_F(ProgramTest, SaysWhatItIsWithoutADisplay)
 {
@@ -104,7 +60,10 @@ TEST_F(ProgramTest, ARunningProgramTakesLinksAndFilesOfFurtherStarts)
     EXPECT_EQ(exitCode({InternalNoteLink::link(linked).replace(u"workspace:"_s, u"Workspace:"_s)}),
               0);
     EXPECT_TRUE(QTest::qWaitFor([&] { return selectedNote() == linked; }, 10'000));
-    write(u"Harbour ledger.md"_s, "# Kept by four hands\r\n");
+    QFile text(m_home.filePath(u"Harbour ledger.md"_s));
+    ASSERT_TRUE(text.open(QFile::WriteOnly));
+    text.write("# Kept by four hands\r\n");
+    text.close();
     EXPECT_EQ(exitCode({u"Harbour ledger.md"_s}), 0) << "a path from where it was started";
     EXPECT_TRUE(QTest::qWaitFor([&] { return selectedNote() != linked; }, 10'000));
     EXPECT_EQ(first.state(), QProcess::Running);
