@@ -26,7 +26,7 @@ using namespace Qt::StringLiterals;
 
 constexpr int wordCount = 100'000;
 /// So narrow that the text is broken anew at each step.
-constexpr QSize windowSize(1'200, 900);
+constexpr QSize windowSize(1'240, 900);
 constexpr int stepsPerRound = 12;
 constexpr int stepPixels = 6;
 
