@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QTest>
 #include <QTextBlock>
@@ -68,6 +69,7 @@ protected:
     QString selected() { return view->store().text(view->selection().range()); }
 
     TestServices services;
+    QTemporaryDir dictionaries;
     const QUuid note = QUuid::createUuid();
     Look look{signatureDarkTokens()};
     WritingLibrary library{services.services(), {}, u"en_US"_s};
@@ -229,6 +231,43 @@ TEST_F(WritingToolsTest, OnlyMarkdownIsColoured)
     EXPECT_EQ(colorAt(9), look.tokens().markdown.code) << "a theme applies at once";
     EXPECT_EQ(view->store().attributedText(), text);
     EXPECT_FALSE(view->gateway().canUndo());
+}
+
+TEST_F(WritingToolsTest, TheContextMenuHelpsWithSpellingButNotInCode)
+{
+    ASSERT_TRUE(
+        writeFileAtomically(dictionaries.filePath(u"en_US.aff"_s), "SET UTF-8\nTRY esianrtolcd\n"));
+    ASSERT_TRUE(
+        writeFileAtomically(dictionaries.filePath(u"en_US.dic"_s), "3\nhello\nworld\nthe\n"));
+    tools.reset();
+    WritingLibrary english{services.services(), {dictionaries.path()}, u"en_US"_s};
+    tools = std::make_unique<WritingTools>(*view, english, services.services(), look, pane);
+    view->setPlainText(u"`wrold` wrold"_s);
+    const auto menuAt = [&](int position) {
+        QMenu menu;
+        const QRectF caret = view->layout().caretRect(position);
+        view->fillContextMenu(menu, view->toViewport(caret.center()));
+        QStringList texts;
+        for (const QAction* action : menu.actions())
+            texts.append(action->text());
+        return texts;
+    };
+    const QString learn = u"Learn Word"_s;
+    for (const EditorMode mode :
+         {EditorMode::plainText, EditorMode::markdown, EditorMode::richText}) {
+        SCOPED_TRACE(int(mode));
+        tools->leaveText();
+        tools->showText(note, mode);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return menuAt(10).contains(learn); }));
+        EXPECT_TRUE(menuAt(10).contains(u"world"_s));
+        EXPECT_EQ(menuAt(3).contains(learn), mode != EditorMode::markdown);
+    }
+    english.spelling.setLanguage(note, {});
+    EXPECT_FALSE(menuAt(10).contains(learn)) << "no language";
+    EXPECT_TRUE(menuAt(10).contains(u"Spelling"_s)) << "where one is chosen again";
+    english.spelling.setLanguage(note, u"en_US"_s);
+    EXPECT_TRUE(menuAt(10).contains(learn));
+    tools.reset();
 }
 
 } // namespace
