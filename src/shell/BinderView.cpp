@@ -147,13 +147,15 @@ void BinderView::connectMenus(QAction& newNote, QAction& newFolder)
 
 void BinderView::showIconsAndTitles()
 {
+    TitledItem item;
     const auto row = m_appState.selectedBinderRowID();
-    if (!row)
-        return;
-    const bool isNote = row->kind == BinderRowID::Kind::Note;
-    IconsAndTitlesWindow::open(
-        {isNote ? TitledItem::Kind::Note : TitledItem::Kind::Folder, row->id}, m_appState, look(),
-        window());
+    if (row && row->id != FolderRecord::trashFolderID) {
+        const bool isNote = row->kind == BinderRowID::Kind::Note;
+        item = {isNote ? TitledItem::Kind::Note : TitledItem::Kind::Folder, row->id};
+    } else if (const auto& project = m_appState.currentProject()) {
+        item = {TitledItem::Kind::Project, project->id};
+    }
+    IconsAndTitlesWindow::open(item, m_appState, look(), window());
 }
 
 std::optional<BinderMove> BinderView::resolve(const BinderRowID& dragged,

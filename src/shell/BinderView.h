@@ -27,6 +27,8 @@ public:
 
     [[nodiscard]] BinderTreeView* tree() const { return m_tree; }
     void focusFilter();
+    /// Opens "Icons and Titles" for the selected note or folder, else for the project.
+    void showIconsAndTitles();
 
 signals:
     /// The person goes on to the text of the selected note.
@@ -43,7 +45,6 @@ private:
                                                   void (BinderMenus::*fill)(QMenu&));
     void connectTree();
     void connectMenus(QAction& newNote, QAction& newFolder);
-    void showIconsAndTitles();
     void showMenu(const std::optional<BinderRowID>& row, const QPoint& globalPosition);
     [[nodiscard]] std::optional<BinderMove>
     resolve(const BinderRowID& dragged, const std::optional<BinderRowID>& target, double y) const;

@@ -137,6 +137,14 @@ void MainWindow::observeCommands()
             inEditor([this] { m_appState.navigateMainEditorHistory(-1); }));
     observe(AppCommandEvents::mainEditorForward,
             inEditor([this] { m_appState.navigateMainEditorHistory(1); }));
+    observe(AppCommandEvents::openNotesLibrary,
+            [this] { m_projectActions->showFolder(m_appState.library().projectsDirectoryPath()); });
+    observe(AppCommandEvents::openVersionHistoryFolder, inEditor([this] {
+                m_projectActions->showFolder(NoteVersionHistoryStore::historyDirectoryPath(
+                    m_appState.currentProject()->rootPath));
+            }));
+    observe(AppCommandEvents::openIconsAndTitles,
+            inEditor([this] { m_binder->showIconsAndTitles(); }));
     BinderTreeView* tree = m_binder->tree();
     observe(AppCommandEvents::binderActivateSelection,
             inEditor([tree] { tree->activateCurrent(); }));

@@ -6,6 +6,10 @@
 #include "shell/WelcomeToOrvaneWorkspaceSheet.h"
 #include "shell/Wording.h"
 
+#include <QDesktopServices>
+#include <QDir>
+#include <QUrl>
+
 namespace orvane {
 
 using namespace Qt::StringLiterals;
@@ -69,6 +73,13 @@ bool ProjectActions::passesLicence()
     services.notifications.post(showLicenseUnlock);
     services.beeper.beep();
     return false;
+}
+
+void ProjectActions::showFolder(const QString& path)
+{
+    if (!QDir().mkpath(path) || !QDesktopServices::openUrl(QUrl::fromLocalFile(path)))
+        tell(tr("The Folder Could Not Be Shown"),
+             tr("No file manager took it. It is “%1”.").arg(QDir::toNativeSeparators(path)));
 }
 
 void ProjectActions::openFromTile(const QUuid& id)

@@ -22,6 +22,8 @@ public:
     /// The welcome, unless it has been answered or is on screen.
     void showWelcomeIfNeeded();
     void showGuide();
+    /// Opens a folder in the desktop's file manager; makes it where it is missing.
+    void showFolder(const QString& path);
 
 private:
     void showPendingAlerts();

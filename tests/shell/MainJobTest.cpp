@@ -3,8 +3,10 @@
 #include "editor/EditorPaneView.h"
 #include "editor/EditorView.h"
 #include "shell/BinderTreeView.h"
+#include "shell/IconsAndTitlesWindow.h"
 
 #include <QClipboard>
+#include <QDesktopServices>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSignalSpy>
@@ -114,6 +116,34 @@ TEST_F(MainJobTest, ATerminationSignalWritesWhatWasTyped)
     start();
     answering([&] { m_hand->press(Qt::Key_Return); }, [&] { press(u"Open"_s); });
     EXPECT_EQ(storedTexts(), QStringList{u"Last words|before the end"_s});
+}
+
+/// Stands in for the desktop's file manager.
+class FileManager : public QObject {
+    Q_OBJECT
+public:
+    FileManager() { QDesktopServices::setUrlHandler(u"file"_s, this, "show"); }
+    ~FileManager() override { QDesktopServices::unsetUrlHandler(u"file"_s); }
+    Q_INVOKABLE void show(const QUrl& url) { shown.append(url.toLocalFile()); }
+    QStringList shown;
+};
+
+TEST_F(MainJobTest, FoldersAreShownAndItemsNamedByTheirKeys)
+{
+    dismissWelcome();
+    start();
+    makeProject(u"Tidewater"_s);
+    const FileManager fileManager;
+    m_hand->press(Qt::Key_O, Qt::ControlModifier | Qt::AltModifier);
+    m_hand->press(Qt::Key_I, Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier);
+    const QString root = state().currentProject()->rootPath;
+    EXPECT_EQ(fileManager.shown,
+              (QStringList{state().library().projectsDirectoryPath(),
+                           NoteVersionHistoryStore::historyDirectoryPath(root)}));
+    state().services().notifications.post(AppCommandEvents::openIconsAndTitles);
+    auto* names = window().findChild<IconsAndTitlesWindow*>();
+    ASSERT_NE(names, nullptr);
+    EXPECT_EQ(names->item(), (TitledItem{TitledItem::Kind::Project, state().currentProject()->id}));
 }
 
 /// While it lives, files don't grow beyond `bytes`, as on a full disk.
@@ -286,3 +316,5 @@ TEST_F(MainJobTest, EachProjectKeepsItsSelectionAndItsPanes)
 
 } // namespace
 } // namespace orvane
+
+#include "MainJobTest.moc"
