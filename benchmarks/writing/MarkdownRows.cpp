@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "appearance/AppearanceTokens.h"
 #include "editor/EditorView.h"
 #include "editor/markdown/MarkdownHighlighting.h"
 #include "text/TextStore.h"
@@ -51,7 +52,7 @@ QString sampleNote()
 
 MarkdownSyntaxHighlighter::Theme theme()
 {
-    return MarkdownSyntaxHighlighter::Theme::standard(Qt::black, Qt::white);
+    return MarkdownSyntaxHighlighter::Theme::of(signatureDarkTokens());
 }
 
 struct Ours {

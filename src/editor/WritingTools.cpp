@@ -127,7 +127,7 @@ void WritingTools::toggleFind()
 
 void WritingTools::openFind(FindStrip::Controls controls)
 {
-    if (!m_note)
+    if (!m_note || !m_view.isVisible())
         return;
     const bool isInText = !m_strip->hasKeyboard();
     m_strip->open(controls, isInText ? suggestedQuery(m_view) : QString());
