@@ -38,6 +38,7 @@ void clearPaneLocks(UserDefaults& defaults)
 }
 
 constexpr std::chrono::milliseconds checkDelay{1'500};
+constexpr std::chrono::milliseconds iconDelay{400};
 
 } // namespace
 
@@ -117,6 +118,10 @@ void OrvaneWorkspaceApp::start()
     m_window->show();
     m_motion = std::make_unique<DesktopMotion>(m_defaults);
     m_window->setReducedMotion([this] { return m_motion->isReduced(); });
+    // Finding it reads the icon themes of the machine, for which no first frame waits.
+    QTimer::singleShot(iconDelay, this, [] {
+        QGuiApplication::setWindowIcon(QIcon::fromTheme(u"orvaneworkspace"_s));
+    });
     m_settingsWanted = m_notifications.observe(AppCommandEvents::openSettingsWindow,
                                                [this](const NoPayload&) { showSettings(); });
 }
