@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "SessionFixture.h"
 
-#include <random>
-
 namespace orvane {
 namespace {
 
@@ -196,75 +194,6 @@ TEST_F(EditorSessionTest, NothingCanBeTypedWithoutANoteOrALicence)
     session->gateway().type(u"nobody's"_s);
     EXPECT_FALSE(session->isDirty());
     EXPECT_EQ(session->currentTitle(), QString());
-}
-
-TEST_F(EditorSessionTest, ARandomWritingRunLosesNothing)
-{
-    const int steps = qEnvironmentVariableIsSet("ORVANE_LONG") ? 50'000 : 3'000;
-    std::mt19937 random(19'110'206);
-    QList<QUuid> notes{a, b};
-    QHash<QUuid, std::pair<QString, QString>> model{{a, {u"A"_s, u"A\nfirst"_s}},
-                                                    {b, {u"B"_s, u"B\nsecond"_s}}};
-    for (int i = 0; i < steps; ++i) {
-        const auto selected = app->selectedNoteID();
-        const auto pick = [&] {
-            return notes.at(qsizetype(random() % size_t(notes.size())));
-        };
-        switch (random() % 12) {
-        case 0:
-        case 1:
-            app->selectNote(pick());
-            break;
-        case 2:
-            if (selected) {
-                session->setTitle(u"T%1"_s.arg(random()));
-                model[*selected].first = session->currentTitle();
-            }
-            break;
-        case 3:
-            test.clock.advance(std::chrono::milliseconds(random() % 2500));
-            break;
-        case 4: // a record changes under the editor; a dirty draft wins over it
-            if (const QUuid other = pick(); other != selected || !session->isDirty()) {
-                test.clock.advance(1ms);
-                NoteContent content = NoteContent::of(*app->note(other));
-                content.body += u" changed elsewhere"_s;
-                model[other].second = content.body;
-                app->updateNote(other, content);
-            }
-            break;
-        case 5:
-            if (random() % 20 == 0) {
-                app->selectProjectRoot();
-            } else if (random() % 20 == 0 && notes.size() < 12) {
-                notes.append(*app->createNote());
-                model.insert(notes.last(), {});
-            }
-            break;
-        case 6:
-            autosaveEnabledSetting.write(test.defaults, random() % 3 != 0);
-            break;
-        case 7:
-            if (random() % 50 == 0) {
-                app->closeProject();
-                app->openProject(project, true);
-            } else if (random() % 4 == 0) {
-                session->saveFromExplicitCommand();
-            }
-            break;
-        default:
-            if (selected) {
-                type(QString(QChar(u'a' + char16_t(random() % 26))));
-                model[*selected].second = shown();
-            }
-        }
-    }
-    app->selectProjectRoot();
-    for (const auto& note : app->persistenceController()->load().notes) {
-        EXPECT_EQ(note->title, model.value(note->id).first);
-        EXPECT_EQ(note->body, model.value(note->id).second);
-    }
-    EXPECT_EQ(app->notes().size(), notes.size());
 }
 
 } // namespace
