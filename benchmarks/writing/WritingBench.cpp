@@ -6,5 +6,6 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     orvane::bench::addListRows();
     orvane::bench::addMarkdownRows();
+    orvane::bench::addSessionRows();
     return orvane::bench::runMain(argc, argv);
 }

@@ -15,6 +15,8 @@ namespace orvane::bench {
 void addListRows();
 /// The rows "markdown/…".
 void addMarkdownRows();
+/// The rows "session/…".
+void addSessionRows();
 
 /// Milliseconds of this thread's own work, on which all happens that stands between an event and
 /// its frame; what other programs do meanwhile doesn't count.

@@ -304,6 +304,10 @@ void EditorPaneView::updateSavingState()
         state.detail = tr("Your changes are kept in memory and are written as soon as saving works "
                           "again.\n%1")
                            .arg(failure->error);
+    } else if (m_session.noteID() && !m_session.isReadable()) {
+        state.kind = SavingState::Kind::Unreadable;
+        state.detail = tr("The disk doesn’t give its text now, so it can’t be changed. What is "
+                          "stored is left as it is; select the note again to try once more.");
     } else if (m_session.noteID()) {
         state.kind = m_session.isDirty() ? SavingState::Kind::Edited : SavingState::Kind::Saved;
     }

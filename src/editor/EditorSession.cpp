@@ -82,8 +82,7 @@ QString EditorSession::currentBodyPlain()
 
 bool EditorSession::isEditable() const
 {
-    const NoteRecord* note = activeNote();
-    return m_draft.noteID && m_appState.canCreateOrEdit() && note && note->body.isReadable();
+    return m_draft.noteID && m_isReadable && m_appState.canCreateOrEdit();
 }
 
 bool EditorSession::beginEdit(bool resetFindUI)
@@ -93,6 +92,8 @@ bool EditorSession::beginEdit(bool resetFindUI)
         return false;
     if (!currentDraftMatchesSelection())
         syncDraftsFromSelection(resetFindUI);
+    if (!m_isReadable)
+        return false;
     m_draft.noteID = selected;
     m_lastStableEditingNoteID = selected;
     return true;
@@ -190,7 +191,7 @@ void EditorSession::flushDraftToDisk(const QUuid& noteID)
 void EditorSession::saveFromExplicitCommand()
 {
     const NoteRecord* note = activeNote();
-    if (!note || !currentDraftMatchesSelection())
+    if (!note || !currentDraftMatchesSelection() || !m_isReadable)
         return;
     const QUuid noteID = note->id;
     cancelAutosave();
@@ -247,6 +248,7 @@ void EditorSession::syncDraftsFromSelection(bool resetFindUI)
         m_lastStableEditingNoteID = note->id;
         applyEditorProfile(note->id);
     }
+    m_isReadable = !note || (note->body.isReadable() && m_draft.text().isReadable());
     showText();
     if (wasDirty)
         emit dirtyChanged(false);

@@ -37,6 +37,8 @@ public:
     QString currentBodyPlain();
     /// Whether anything may be edited now.
     [[nodiscard]] bool isEditable() const;
+    /// False when what is stored of the note's text can't be read now. It is then left alone.
+    [[nodiscard]] bool isReadable() const { return m_isReadable; }
 
     // --- Text and mode ---
 
@@ -133,6 +135,7 @@ private:
     std::unique_ptr<EditedText> m_text;
     QList<QMetaObject::Connection> m_textConnections;
     std::optional<EditorMode> m_shownMode;
+    bool m_isReadable = true;
     bool m_isWriting = false;
     bool m_isMerging = false;
     bool m_plainIsStale = false;

@@ -14,7 +14,7 @@ namespace orvane {
 
 /// What the strip says about saving.
 struct SavingState {
-    enum class Kind { None, Saved, Edited, Failing, ReadOnly };
+    enum class Kind { None, Saved, Edited, Failing, ReadOnly, Unreadable };
     Kind kind = Kind::None;
     /// Since when saving fails, as words; and the error behind it.
     QString since;

@@ -19,6 +19,12 @@ QString withNewlines(QString text)
 
 } // namespace
 
+bool StoredText::isReadable() const
+{
+    const auto& first = rich ? rich : rtf;
+    return !first || first->tryBytes().has_value();
+}
+
 bool StoredText::isSame(const StoredText& other, TextForm form) const
 {
     if (form == TextForm::rich && (rich || other.rich))

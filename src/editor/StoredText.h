@@ -20,6 +20,9 @@ struct StoredText {
     std::optional<Blob> rtf;
     std::optional<Blob> rich; ///< a `RichNoteContentPayload`
 
+    /// Whether the store gives the first form's bytes, whatever they are.
+    [[nodiscard]] bool isReadable() const;
+
     /// Whether a text of `form` that is read from either is the same.
     [[nodiscard]] bool isSame(const StoredText& other, TextForm form) const;
 };

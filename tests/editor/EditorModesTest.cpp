@@ -233,6 +233,26 @@ TEST_F(EditorModesTest, AttachmentsAreSpacesInThePlainFormAndCountAsContent)
     EXPECT_FALSE(content(a).bodyRTF || content(a).richContentPayload);
 }
 
+TEST_F(EditorModesTest, ANoteThatCantBeReadIsLeftAsItIs)
+{
+    struct FailingSource final : BlobSource {
+        std::expected<QByteArray, QString> read(qint64, qsizetype) override
+        {
+            return std::unexpected(u"the disk is gone"_s);
+        }
+    };
+    NoteContent unread = content(a);
+    unread.richContentPayload = Blob(100, std::make_shared<FailingSource>(), 1);
+    app->updateNote(a, unread);
+    EXPECT_FALSE(session->isReadable());
+    type(u"!"_s);
+    EXPECT_FALSE(session->isDirty());
+    session->saveFromExplicitCommand();
+    EXPECT_TRUE(content(a).richContentPayload->isSameCell(*unread.richContentPayload));
+    app->selectNote(b);
+    EXPECT_TRUE(session->isEditable());
+}
+
 TEST_F(EditorModesTest, WhatIsTypedNextComesBackWithTheNote)
 {
     EditGateway& text = session->gateway();

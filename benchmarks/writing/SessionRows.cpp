@@ -1,0 +1,228 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "appearance/AppearanceTokens.h"
+#include "editor/EditorPaneView.h"
+#include "editor/EditorSamples.h"
+#include "editor/EditorView.h"
+#include "editor/StoredText.h"
+#include "support/TestServices.h"
+#include "text/TextStore.h"
+#include "writing/WritingBench.h"
+
+#include <QTextEdit>
+#include <QThread>
+#include <sqlite3.h>
+
+#include <memory>
+
+namespace orvane::bench {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The editor pane over a project on the disk.
+struct Pane {
+    TestServices test;
+    SystemClock clock;
+    AppState app{services()};
+    Look look{signatureDarkTokens()};
+    QUuid project = *app.createProject(u"P"_s, {});
+    EditorPaneView pane{app, look};
+    PaintedFrames frames{pane.textView().viewport()};
+
+    Pane()
+    {
+        pane.session().setMode(EditorMode::richText);
+        showForKeys(pane);
+    }
+    Services services()
+    {
+        const Services all = test.services();
+        return {all.defaults, all.notifications, all.questions, all.beeper,
+                all.trash,    clock,             all.licence,   all.folders};
+    }
+    QUuid addNote(const AttributedString& text)
+    {
+        const QUuid id = *app.createNote(u"Note"_s, {});
+        const RichForms forms = richForms(text);
+        NoteContent content = NoteContent::of(*app.note(id));
+        content.body = plainForm(text.text());
+        content.bodyRTF = Blob(*forms.rtf);
+        content.richContentPayload = Blob(*forms.rich);
+        app.updateNote(id, content);
+        return id;
+    }
+    void focusMiddle()
+    {
+        pane.focusText();
+        EditorView& view = pane.textView();
+        view.setSelection(TextSelection::caret(
+            view.store().paragraphRange(view.store().length() / 2).location + 20));
+        view.ensureCaretVisible();
+        settle();
+    }
+};
+
+template <typename View>
+double typeNext(View& view, PaintedFrames& frames, int& typed)
+{
+    const bool isSpace = ++typed % 7 == 0;
+    return frames.until([&] {
+        pressKey(view, isSpace ? Qt::Key_Space : Qt::Key_X, isSpace ? u" "_s : u"x"_s);
+    });
+}
+
+Measurement key()
+{
+    const AttributedString text = sampleText(100'000);
+    Pane ours;
+    ours.app.selectNote(ours.addNote(text));
+    EditorView& view = ours.pane.textView();
+
+    TextStore store;
+    EditGateway gateway(store);
+    gateway.load(view.store().attributedText(), {});
+    EditorView bare;
+    bare.setLook(view.look());
+    bare.setBaseFont({u"Georgia"_s, 16});
+    bare.setZoom(view.zoom());
+    bare.setGeometry(view.textGeometry());
+    bare.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    bare.setGateway(&gateway);
+    PaintedFrames frames(bare.viewport());
+    showForKeys(bare);
+    bare.resize(view.size());
+    bare.setSelection(TextSelection::caret(store.paragraphRange(store.length() / 2).location + 20));
+    bare.ensureCaretVisible();
+    settle();
+
+    ours.focusMiddle();
+    int inPane = 0;
+    int inBare = 0;
+    const Measurement measured = interleave(
+        200, [&] { return typeNext(view, ours.frames, inPane); },
+        [&] { return typeNext(bare, frames, inBare); });
+    bare.setGateway(nullptr);
+    return measured;
+}
+
+/// One row of as many bytes, with the store's settings: the journal is not folded while one waits.
+class PlainRow {
+public:
+    PlainRow()
+    {
+        if (sqlite3_open((m_folder.path() + u"/plain.sqlite"_s).toUtf8().constData(), &m_sqlite))
+            qFatal("no database");
+        run("PRAGMA journal_mode = WAL");
+        run("PRAGMA synchronous = FULL");
+        run("PRAGMA wal_autocheckpoint = 0");
+        run("CREATE TABLE note (id INTEGER PRIMARY KEY, body BLOB, rtf BLOB, rich BLOB)");
+        run("INSERT INTO note VALUES (1, NULL, NULL, NULL)");
+        sqlite3_prepare_v2(m_sqlite, "UPDATE note SET body = ?, rtf = ?, rich = ?", -1, &m_update,
+                           nullptr);
+    }
+    ~PlainRow()
+    {
+        sqlite3_finalize(m_update);
+        sqlite3_close(m_sqlite);
+    }
+    void updateAndCommit(const QByteArray& body, const QByteArray& rtf, const QByteArray& rich)
+    {
+        run("BEGIN IMMEDIATE");
+        int place = 0;
+        for (const QByteArray* bytes : {&body, &rtf, &rich})
+            sqlite3_bind_blob(m_update, ++place, bytes->constData(), int(bytes->size()),
+                              SQLITE_STATIC);
+        if (sqlite3_step(m_update) != SQLITE_DONE)
+            qFatal("%s", sqlite3_errmsg(m_sqlite));
+        sqlite3_reset(m_update);
+        run("COMMIT");
+    }
+
+    /// What the store does when nobody waits.
+    void foldJournal() { run("PRAGMA wal_checkpoint(TRUNCATE)"); }
+
+private:
+    void run(const char* statement)
+    {
+        if (sqlite3_exec(m_sqlite, statement, nullptr, nullptr, nullptr) != SQLITE_OK)
+            qFatal("%s", sqlite3_errmsg(m_sqlite));
+    }
+
+    QTemporaryDir m_folder;
+    sqlite3* m_sqlite = nullptr;
+    sqlite3_stmt* m_update = nullptr;
+};
+
+/// A flush right after a key, with nothing made beforehand, or after a pause in which the forms
+/// were made. Both sides are whole times: what the main thread waits for counts.
+Measurement flush(bool afterPause)
+{
+    Pane ours;
+    const QUuid note = ours.addNote(sampleText(100'000));
+    ours.app.selectNote(note);
+    ours.focusMiddle();
+    PlainRow plain;
+    int typed = 0;
+    return interleave(
+        15,
+        [&] {
+            typeNext(ours.pane.textView(), ours.frames, typed);
+            for (int i = 0; afterPause && i < 60; ++i) {
+                QApplication::processEvents(QEventLoop::AllEvents, 10);
+                QThread::msleep(10);
+            }
+            return 1e3 * seconds([&] { ours.pane.session().flushDraftToDisk(note); });
+        },
+        [&] {
+            const NoteRecord& stored = *ours.app.note(note);
+            QByteArray body = stored.body.utf8().bytes();
+            body[0] = char('a' + typed % 26);
+            const QByteArray rtf = stored.bodyRTF->bytes();
+            const QByteArray rich = stored.richContentPayload->bytes();
+            const double time = seconds([&] { plain.updateAndCommit(body, rtf, rich); });
+            plain.foldJournal();
+            return 1e3 * time;
+        });
+}
+
+/// Switching among `count` notes; with more than are kept open, each is read anew.
+Measurement switchNotes(int count)
+{
+    const AttributedString text = sampleText(10'000);
+    Pane ours;
+    QList<QUuid> notes;
+    for (int i = 0; i < count; ++i)
+        notes.append(ours.addNote(text));
+    ours.app.selectNote(notes.first());
+    ours.focusMiddle();
+    for (const QUuid& note : std::as_const(notes)) {
+        ours.app.selectNote(note);
+        settle();
+    }
+    const QString html = stockDocument(text)->toHtml();
+    QTextEdit stock;
+    PaintedFrames frames(stock.viewport());
+    showForKeys(stock);
+    int turn = count - 1; // the last one is shown
+    return interleave(
+        20,
+        [&] {
+            const QUuid next = notes.at(++turn % count);
+            return ours.frames.until([&] { ours.app.selectNote(next); });
+        },
+        [&] { return frames.until([&] { stock.setHtml(html); }); });
+}
+
+} // namespace
+
+void addSessionRows()
+{
+    add({"session/key", "ms", 1.15, key});
+    add({"session/flush", "ms", 2, [] { return flush(false); }});
+    add({"session/flush-prepared", "ms", 2, [] { return flush(true); }});
+    add({"session/switch", "ms", 0.5, [] { return switchNotes(2); }});
+    add({"session/switch-unread", "ms", 0.5, [] { return switchNotes(30); }});
+}
+
+} // namespace orvane::bench
