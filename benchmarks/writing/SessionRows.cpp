@@ -10,9 +10,9 @@
 
 #include <QTextEdit>
 #include <QThread>
-#include <sqlite3.h>
 
 #include <memory>
+#include <sqlite3.h>
 
 namespace orvane::bench {
 
@@ -38,8 +38,8 @@ struct Pane {
     Services services()
     {
         const Services all = test.services();
-        return {all.defaults, all.notifications, all.questions, all.beeper,
-                all.trash,    clock,             all.licence,   all.folders};
+        return {all.defaults, all.notifications, all.questions, all.beeper, all.trash,
+                clock,        all.licence,       all.folders};
     }
     QUuid addNote(const AttributedString& text)
     {
@@ -67,9 +67,8 @@ template <typename View>
 double typeNext(View& view, PaintedFrames& frames, int& typed)
 {
     const bool isSpace = ++typed % 7 == 0;
-    return frames.until([&] {
-        pressKey(view, isSpace ? Qt::Key_Space : Qt::Key_X, isSpace ? u" "_s : u"x"_s);
-    });
+    return frames.until(
+        [&] { pressKey(view, isSpace ? Qt::Key_Space : Qt::Key_X, isSpace ? u" "_s : u"x"_s); });
 }
 
 Measurement key()
@@ -219,10 +218,18 @@ Measurement switchNotes(int count)
 void addSessionRows()
 {
     add({"session/key", "ms", 1.15, key});
-    add({"session/flush", "ms", 2, [] { return flush(false); }});
-    add({"session/flush-prepared", "ms", 2, [] { return flush(true); }});
-    add({"session/switch", "ms", 0.5, [] { return switchNotes(2); }});
-    add({"session/switch-unread", "ms", 0.5, [] { return switchNotes(30); }});
+    add({"session/flush", "ms", 2, [] {
+             return flush(false);
+         }});
+    add({"session/flush-prepared", "ms", 2, [] {
+             return flush(true);
+         }});
+    add({"session/switch", "ms", 0.5, [] {
+             return switchNotes(2);
+         }});
+    add({"session/switch-unread", "ms", 0.5, [] {
+             return switchNotes(30);
+         }});
 }
 
 } // namespace orvane::bench
