@@ -9,6 +9,7 @@
 #include "editor/StatusStrip.h"
 #include "editor/WritingTools.h"
 
+#include <QAbstractButton>
 #include <QFontMetricsF>
 #include <QKeyEvent>
 #include <QLabel>
@@ -71,6 +72,12 @@ EditorPaneView::EditorPaneView(AppState& appState, Look& look, QWidget* parent)
     m_links = std::make_unique<NoteLinks>(m_text->view(), m_session, appState);
     loadDraft();
     updateSavingState();
+    // By Tab from the top to the foot: the strip was made before the page.
+    QWidget* last = &m_text->view();
+    for (auto* each : m_status->findChildren<QAbstractButton*>()) {
+        setTabOrder(last, each);
+        last = each;
+    }
 }
 
 EditorPaneView::~EditorPaneView()

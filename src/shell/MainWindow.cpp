@@ -328,6 +328,8 @@ void MainWindow::showMode()
         browser().appear();
     else if (m_appState.selectedNoteID())
         m_editor->focusText();
+    else if (m_binder->tree()->model()->rowCount() <= 1) // nothing but the Trash
+        focusPane({m_editor}, 1);
     else
         m_binder->tree()->setFocus(Qt::OtherFocusReason);
 }

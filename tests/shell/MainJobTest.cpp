@@ -48,6 +48,8 @@ TEST_F(MainJobTest, WriteQuitComeBack)
     start();
     makeProject(u"Tidewater"_s);
     ASSERT_EQ(state().rootPresentationMode(), RootPresentationMode::Editor);
+    EXPECT_FALSE(state().selectedBinderRowID()) << "an empty project does not begin in the Trash";
+    EXPECT_EQ(QApplication::focusWidget()->property("text"), u"New Note"_s);
     press(u"New Folder"_s);
     m_hand->type(u"Manuscript"_s);
     m_hand->press(Qt::Key_Return);
