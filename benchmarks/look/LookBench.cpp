@@ -3,6 +3,7 @@
 #include "appearance/AppearanceTokens.h"
 #include "appearance/themes/AppearanceThemeLibrary.h"
 #include "appearance/themes/BundledThemes.h"
+#include "core/SessionKeys.h"
 #include "shell/MainWindow.h"
 #include "shell/OrvaneWorkspaceApp.h"
 #include "shell/settings/SettingsWindow.h"
@@ -36,6 +37,7 @@ public:
     Workspace()
         : app(UserFolders::below(m_home.path()), std::make_unique<FolderTrash>(m_home.path()))
     {
+        SessionKeys::welcomeDismissed.write(app.appState().services().defaults, true);
         app.start();
         AppState& state = app.appState();
         if (!state.createProject(QStringLiteral("Measured"), {}))
@@ -91,11 +93,14 @@ bench::Measurement measureApply()
                    settle();
                });
     };
+    // Every part of each window painted once; a window's own repaint leaves out its opaque parts.
+    QList<QPixmap> canvases;
+    for (const QWidget* window : windows)
+        canvases.append(QPixmap(window->size()));
     const auto repaint = [&] {
         return 1000 * bench::seconds([&] {
-                   for (QWidget* window : windows)
-                       window->repaint();
-                   settle();
+                   for (qsizetype i = 0; i < windows.size(); ++i)
+                       windows[i]->render(&canvases[i]);
                });
     };
     return bench::interleave(40, apply, repaint);

@@ -16,6 +16,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// Milliseconds from a change to its writing: the frame that shows it goes first.
+constexpr int writePause = 50;
+
 // Each value is an object with one member that names its type, see docs/formats.md.
 QJsonObject encode(const DefaultsValue& value)
 {
@@ -107,7 +110,7 @@ UserDefaults::UserDefaults(const QString& path, QObject* parent)
     , m_writeTimer(new QTimer(this))
 {
     m_writeTimer->setSingleShot(true);
-    m_writeTimer->setInterval(0);
+    m_writeTimer->setInterval(writePause);
     connect(m_writeTimer, &QTimer::timeout, this, [this] { (void)flush(); });
     auto values = load(path);
     m_fileIsDamaged = !values;

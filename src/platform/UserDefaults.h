@@ -25,8 +25,8 @@ using DefaultsValue =
 
 /// Settings and session values by key, for one person on this machine. A value is taken only if
 /// the key exists with the asked type, so that the coded default stands otherwise; a whole number
-/// also reads as a double. A change is seen at once, told by `changed`, and written to disk when
-/// the event loop comes round. Main thread.
+/// also reads as a double. A change is seen at once, told by `changed`, and written to disk some
+/// fifty milliseconds later together with what else has changed. Main thread.
 class UserDefaults : public QObject {
     Q_OBJECT
 public:
