@@ -54,15 +54,6 @@ constexpr int smallestDisplaySize = 20;
 constexpr const char* styleProperty = "orvaneTextStyle";
 InkPolarity mainPolarity = InkPolarity::DarkOnLight;
 
-/// True for outlines in the Compact Font Format on a display of about 96 dots an inch; on finer
-/// ones the thickening all but vanishes.
-bool interThickensStems()
-{
-    static const bool isPostScript =
-        !QRawFont::fromFont(QFont(u"Inter"_s)).fontTable("CFF ").isEmpty();
-    return isPostScript && qGuiApp->devicePixelRatio() < 1.5;
-}
-
 QFont::Weight aStepLighter(QFont::Weight weight)
 {
     switch (weight) {
@@ -89,6 +80,16 @@ QFont makeFont(TextStyle style, bool isThickened)
     if (measure.tracking != 0)
         font.setLetterSpacing(QFont::AbsoluteSpacing, measure.tracking);
     return font;
+}
+
+/// True for outlines in the Compact Font Format on a display of about 96 dots an inch; on finer
+/// ones the thickening all but vanishes.
+bool interThickensStems()
+{
+    // By a font that is needed anyway, since opening one takes a millisecond.
+    static const bool isPostScript =
+        !QRawFont::fromFont(makeFont(TextStyle::Body, false)).fontTable("CFF ").isEmpty();
+    return isPostScript && qGuiApp->devicePixelRatio() < 1.5;
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 #include "editor/NoteLinks.h"
 #include "editor/StatusStrip.h"
 #include "editor/WritingTools.h"
+#include "text/LayoutUnits.h"
 
 #include <QAbstractButton>
 #include <QFontMetricsF>
@@ -31,12 +32,15 @@ constexpr int charactersPerLine = 73;
 /// Counting a long note takes longer than a keystroke may, so it waits for a pause.
 constexpr int countPause = 120;
 
-/// About how wide a line of `count` characters of prose is.
-int widthOfProse(const QFont& font, int count)
+/// About how wide a line of `count` characters of prose is, in points. Measured by the font in
+/// which the text is laid out, so that no other has to be opened.
+double widthOfProse(const QString& family, double size, int count)
 {
     static const QString sample = u"The tide figures stood in a single line, ruled twice, and "
                                   "under it a name she had never seen written down."_s;
-    return qRound(QFontMetricsF(font).horizontalAdvance(sample) * count / double(sample.size()));
+    const QFont font = editorFont(family, size * layoutUnitsPerPoint);
+    return QFontMetricsF(font).horizontalAdvance(sample) / layoutUnitsPerPoint * count /
+           double(sample.size());
 }
 
 } // namespace
@@ -204,7 +208,7 @@ void EditorPaneView::applyHostLook()
     host.separatorColor = page.border;
     host.dimmedColor = blended(t.pageText, 0.3, page.ground);
     host.columnWidth = m_columnWidth =
-        widthOfProse(editorFont(font.family, font.size * host.visualZoom), charactersPerLine);
+        qRound(widthOfProse(font.family, font.size, charactersPerLine) * host.visualZoom);
     host.bottomDocumentPadding = bottomDocumentPaddingSetting.read(defaults);
     host.isEditable = m_session.isEditable();
     m_text->applyParent(host);
