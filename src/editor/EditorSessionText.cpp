@@ -61,6 +61,9 @@ void EditorSession::showText()
         m_text = m_texts.take(note, form(), stored);
         if (!m_text)
             m_text = loadText();
+        // The forms of a note are as long as each other, so the place is the same.
+        if (before && before->noteID == note)
+            gateway().setSelection(before->gateway.selection());
         connectText();
     }
     m_shownMode = m_mode;

@@ -14,6 +14,8 @@ namespace {
 constexpr int narrowestMargin = 24;
 /// Below the padding that a person has asked for, in points.
 constexpr double leastBottomSpace = 48;
+/// How far down the view the caret stands in a text that is shown again.
+constexpr double caretShare = 0.35;
 
 EditorLook lookOf(const RichTextViewRepresentable& parent)
 {
@@ -79,7 +81,7 @@ void EditorTextHost::showText(EditGateway* text)
         return;
     m_view->setGateway(text);
     if (text && text->selection().position > 0)
-        m_view->ensureCaretVisible();
+        m_view->scrollCaretTo(caretShare);
 }
 
 int EditorTextHost::columnLeft(int width) const

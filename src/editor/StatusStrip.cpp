@@ -6,30 +6,77 @@
 #include <QLabel>
 #include <QLocale>
 #include <QMenu>
+#include <QPainter>
+#include <QStyleOptionToolButton>
 #include <QToolButton>
 
 namespace orvane {
+
+namespace {
+
+/// A word with an arrow behind it.
+class ModeButton final : public QToolButton {
+public:
+    explicit ModeButton(QWidget* parent)
+        : QToolButton(parent)
+    {
+        setTextStyle(this, TextStyle::Label);
+        setFocusPolicy(Qt::TabFocus);
+    }
+
+    [[nodiscard]] QSize sizeHint() const override
+    {
+        return {fontMetrics().horizontalAdvance(text()) + gap + arrowSize + 2 * margin, height};
+    }
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override
+    {
+        QPainter painter(this);
+        QStyleOptionToolButton option;
+        initStyleOption(&option);
+        option.rect.adjust(0, 2, 0, -2);
+        style()->drawPrimitive(QStyle::PE_PanelButtonTool, &option, &painter, this);
+        const QColor ink = palette().color(QPalette::PlaceholderText);
+        const QRect room = rect().adjusted(margin, 0, -margin, 0);
+        painter.setPen(ink);
+        painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text());
+        Look::drawSymbol(painter, QRect(room.right() + 1 - arrowSize, 0, arrowSize, height),
+                         Symbol::ChevronDown, arrowSize, ink);
+    }
+
+private:
+    static constexpr int margin = 6;
+    static constexpr int gap = 4;
+    static constexpr int arrowSize = 10;
+    static constexpr int height = 28;
+};
+
+} // namespace
 
 StatusStrip::StatusStrip(Look& look, QWidget* parent)
     : SurfacePanel(look, Surface::StatusStrip, parent)
     , m_words(makeLabel({}, TextStyle::Label, LabelInk::Secondary))
     , m_characters(makeLabel({}, TextStyle::Label, LabelInk::Secondary))
     , m_saving(makeLabel({}, TextStyle::Label))
-    , m_mode(new QToolButton(this))
+    , m_mode(new ModeButton(this))
     , m_modes(new QMenu(m_mode))
     , m_lock(new QToolButton(this))
 {
     setFixedHeight(28);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(12, 0, 4, 0);
-    layout->setSpacing(16);
+    layout->setSpacing(12);
     layout->addWidget(m_words);
     layout->addWidget(m_characters);
     layout->addStretch();
     layout->addWidget(m_saving);
-    layout->addWidget(m_mode);
-    layout->setSpacing(12);
-    layout->addWidget(m_lock);
+    auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(4);
+    buttons->addWidget(m_mode);
+    buttons->addWidget(m_lock);
+    layout->addLayout(buttons);
     m_saving->setAccessibleName(tr("Saving"));
     makeModeMenu();
     m_lock->setCheckable(true);
@@ -56,13 +103,6 @@ void StatusStrip::makeModeMenu()
         group->addAction(action);
         connect(action, &QAction::triggered, this, [this, mode] { emit modeChosen(mode); });
     }
-    setTextStyle(m_mode, TextStyle::Label);
-    m_mode->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    // The arrow stands behind the word.
-    m_mode->setLayoutDirection(Qt::RightToLeft);
-    m_mode->setIconSize({12, 12});
-    m_mode->setFixedHeight(28);
-    m_mode->setFocusPolicy(Qt::TabFocus);
     m_mode->setToolTip(tr("Mode of the note"));
     connect(m_mode, &QToolButton::clicked, this, [this] {
         const QPoint above = m_mode->mapToGlobal(QPoint(0, -m_modes->sizeHint().height()));
@@ -92,6 +132,7 @@ void StatusStrip::setMode(std::optional<EditorMode> mode)
     if (!mode)
         return;
     m_mode->setText(editorModeName(*mode));
+    m_mode->updateGeometry();
     m_mode->setAccessibleName(tr("Mode of the note: %1").arg(editorModeName(*mode)));
     for (QAction* action : m_modes->actions())
         action->setChecked(action->data().toInt() == int(*mode));
@@ -113,8 +154,6 @@ void StatusStrip::showLock()
     m_lock->setAccessibleName(help);
     m_lock->setIcon(look().icon(m_isLocked ? Symbol::Locked : Symbol::Unlocked,
                                 Surface::StatusStrip, &SurfaceTokens::textSecondary));
-    m_mode->setIcon(
-        look().icon(Symbol::ChevronDown, Surface::StatusStrip, &SurfaceTokens::textSecondary));
 }
 
 void StatusStrip::showSavingState()

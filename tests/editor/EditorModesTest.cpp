@@ -100,7 +100,9 @@ TEST_F(EditorModesTest, ModesChangeNothingUntilTheTextIsEdited)
     const NoteContent rich = content(a);
     ASSERT_TRUE(rich.richContentPayload && rich.bodyRTF && rich.editorTypingAttributesPayload);
 
+    session->gateway().setSelection({1, 4});
     session->setMode(EditorMode::plainText);
+    EXPECT_EQ(session->gateway().selection(), (TextSelection{1, 4}));
     EXPECT_FALSE(isBold(0));
     session->saveFromExplicitCommand();
     EXPECT_EQ(content(a), rich);

@@ -103,6 +103,19 @@ TEST_F(EditorSessionTest, EveryFlushPointWritesWhatWasTyped)
     EXPECT_EQ(after.note(a)->body, expected + u" end"_s);
 }
 
+TEST_F(EditorSessionTest, NothingIsLoadedOnceTheProgramIsEnding)
+{
+    type(u" last"_s);
+    QObject::connect(app.get(), &AppState::willTerminate, [this] { app->selectNote(b); });
+    app->terminate();
+    EXPECT_EQ(session->noteID(), a);
+    session.reset();
+    app = std::make_unique<AppState>(test.services());
+    app->refreshProjects();
+    app->openProject(project, false);
+    EXPECT_EQ(stored(a), u"A|A\nfirst last"_s);
+}
+
 TEST_F(EditorSessionTest, ACancelledDelayWritesNothingTwice)
 {
     type(u"!"_s);
