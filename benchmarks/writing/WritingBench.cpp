@@ -7,5 +7,6 @@ int main(int argc, char** argv)
     orvane::bench::addListRows();
     orvane::bench::addMarkdownRows();
     orvane::bench::addSessionRows();
+    orvane::bench::addToolRows();
     return orvane::bench::runMain(argc, argv);
 }

@@ -17,6 +17,8 @@ void addListRows();
 void addMarkdownRows();
 /// The rows "session/…".
 void addSessionRows();
+/// The rows "spelling/…" and "find/…".
+void addToolRows();
 
 /// Milliseconds of this thread's own work, on which all happens that stands between an event and
 /// its frame; what other programs do meanwhile doesn't count.

@@ -3,6 +3,7 @@
 
 #include "editor/EditorView.h"
 #include "editor/MarkGeometry.h"
+#include "text/ParagraphLayout.h"
 #include "text/TextStore.h"
 
 #include <QPainter>
@@ -12,6 +13,17 @@ namespace orvane {
 namespace {
 
 constexpr qreal markCorner = 3;
+
+bool areSameMatches(const QList<TextRange>& before, const QList<TextRange>& after,
+                    const TextChange& change)
+{
+    return std::equal(
+        before.begin(), before.end(), after.begin(), after.end(), [&](TextRange was, TextRange is) {
+            const bool isBehind = was.location >= change.location + change.lengthBefore;
+            was.location += isBehind ? change.lengthAfter - change.lengthBefore : 0;
+            return was == is;
+        });
+}
 
 } // namespace
 
@@ -59,13 +71,28 @@ qsizetype FindSession::selectedMatch() const
     return m_matches.indexOf(m_view.selection().range()) + 1;
 }
 
+QList<TextRange> FindSession::matchesNear(qsizetype location, qsizetype length) const
+{
+    const qsizetype reach = m_matches.query().longestMatch();
+    const auto [first, end] = m_matches.touching({location - reach, length + 2 * reach});
+    return m_matches.ranges().mid(first, end - first);
+}
+
 void FindSession::onTextChanged(const TextChange& change)
 {
     if (query().isEmpty())
         return;
     const TextStore& store = m_view.store();
+    const QList<TextRange> before = matchesNear(change.location, change.lengthBefore);
     m_matches.update(change, store.length(), [&](TextRange range) { return store.text(range); });
-    m_view.viewport()->update();
+    const QList<TextRange> after = matchesNear(change.location, change.lengthAfter);
+    // Marks further off move with their lines. One that comes or goes may begin a line before.
+    if (!areSameMatches(before, after, change)) {
+        ParagraphLayout& layout = m_view.layout();
+        const qreal top = layout.topOf(store.blockAt(change.location));
+        const QTextBlock last = store.blockAt(change.location + change.lengthAfter);
+        m_view.updatePage({0, top, layout.width(), layout.bottomOf(last) - top});
+    }
     emit matchesChanged();
 }
 

@@ -59,6 +59,7 @@ signals:
     void matchesChanged();
 
 private:
+    [[nodiscard]] QList<TextRange> matchesNear(qsizetype location, qsizetype length) const;
     void onTextChanged(const TextChange& change);
     void select(TextRange match);
     bool selectOrBeep(std::optional<TextRange> match);
