@@ -54,16 +54,18 @@ TEST_F(ProgramTest, ARunningProgramTakesLinksAndFilesOfFurtherStarts)
     ASSERT_NE(selectedNote(), linked);
 
     QProcess first;
-    launch(first, {rootPath}); // a project by its folder, in a start of its own
+    launch(first, {});
     ASSERT_TRUE(QTest::qWaitFor(
         [&] { return QFile::exists(m_home.filePath(u"orvaneworkspace.socket"_s)); }, 30'000));
     EXPECT_EQ(exitCode({InternalNoteLink::link(linked).replace(u"workspace:"_s, u"Workspace:"_s)}),
               0);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return selectedNote() == linked; }, 10'000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return selectedNote() == linked; }, 10'000))
+        << "the browser was shown, and the project of the link is opened";
     QFile text(m_home.filePath(u"Harbour ledger.md"_s));
     ASSERT_TRUE(text.open(QFile::WriteOnly));
     text.write("# Kept by four hands\r\n");
     text.close();
+    EXPECT_EQ(exitCode({rootPath}), 0) << "a project by its folder";
     EXPECT_EQ(exitCode({u"Harbour ledger.md"_s}), 0) << "a path from where it was started";
     EXPECT_TRUE(QTest::qWaitFor([&] { return selectedNote() != linked; }, 10'000));
     EXPECT_EQ(first.state(), QProcess::Running);
@@ -101,7 +103,7 @@ TEST_F(ShellTest, WhatCannotBeOpenedIsSaidInOneMessage)
     text.close();
     const QString closed =
         say(OpenRequest{{nowhere, u"orvaneworkspace://what/1"_s}, {text.fileName()}, {}});
-    EXPECT_TRUE(closed.contains(u"is not in the open project"_s));
+    EXPECT_TRUE(closed.contains(u"is in no project of the library"_s));
     EXPECT_TRUE(closed.contains(u"a link to nothing"_s));
     EXPECT_TRUE(closed.contains(u"once a project is open"_s));
     (void)state().createProject(u"Tidewater"_s, {});

@@ -2,6 +2,7 @@
 #include "shell/desktop/RequestOpener.h"
 
 #include "core/InternalNoteLink.h"
+#include "core/NoteLocator.h"
 #include "shell/MainWindow.h"
 
 #include <QFile>
@@ -108,10 +109,14 @@ QString RequestOpener::openLink(const QString& link)
     const auto note = linkedNote(link);
     if (!note)
         return tr("“%1” is a link to nothing that OrvaneWorkspace knows.").arg(link);
-    if (!m_appState.note(*note))
-        return tr("The note of the link “%1” is not in the open project. Open the project that it "
-                  "belongs to, and follow the link again.")
-            .arg(link);
+    if (!m_appState.note(*note)) {
+        const auto project = projectHoldingNote(m_appState.projectsByRecentOpen(), *note);
+        if (!project)
+            return tr("The note of the link “%1” is in no project of the library.").arg(link);
+        m_appState.openProject(*project, false);
+        if (!m_appState.note(*note))
+            return {}; // what stands in the way is told by the one who opens
+    }
     m_appState.presentEditor();
     m_appState.openNote(*note);
     return {};
