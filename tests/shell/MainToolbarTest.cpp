@@ -78,6 +78,17 @@ TEST_F(MainToolbarTest, WhatHasNoRoomIsBehindMore)
     EXPECT_EQ(sheetTitle(), u"Command Palette"_s);
 }
 
+TEST_F(MainToolbarTest, AToolOfAnotherPartStandsBeforeTheTogglesOfThePanes)
+{
+    auto* tool = new QToolButton;
+    tool->setText(u"2 updates"_s);
+    find<MainToolbar>()->addTool(tool);
+    TourHand::settle();
+    EXPECT_TRUE(tool->isVisible());
+    EXPECT_GT(tool->x(), find<FinderButton>()->geometry().right());
+    EXPECT_LT(tool->geometry().right(), button(u"Toggle Left Pane"_s)->x());
+}
+
 TEST_F(MainToolbarTest, TheTitleLeadsToOtherProjects)
 {
     const QUuid second = *state().createProject(u"Field notes"_s, {});

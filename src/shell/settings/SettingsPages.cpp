@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/settings/SettingsPages.h"
 
+#include "appearance/DesktopMotion.h"
 #include "appearance/studio/ThemeStudioView.h"
 #include "core/BootstrapDecision.h"
 #include "core/NoteVersionHistoryStore.h"
@@ -56,6 +57,12 @@ QWidget* makeGeneralPage(const SettingsServices& s)
         autoSaveSecondsSetting,
         {tr("Pause before saving"), tr("How long after the last key a note is written.")}, seconds);
     page->enableWith(row, autosaveEnabledSetting);
+    page->addHead(tr("Movement"));
+    page->addChoice(motionSetting,
+                    {tr("Panes that open and close"), tr("Whether they slide to their place.")},
+                    {{QString(), tr("As the desktop does")},
+                     {QStringLiteral("full"), tr("Slide")},
+                     {QStringLiteral("reduced"), tr("Jump")}});
     return page;
 }
 
