@@ -22,8 +22,9 @@ protected:
             if (QStandardPaths::findExecutable(tool).isEmpty())
                 GTEST_SKIP() << tool.toStdString() << " is not installed";
         }
+        // Without a reset, which turns new clients away whenever the last one has left.
         m_screen.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1400x900x24"_s,
-                                   u"-nolisten"_s, u"tcp"_s});
+                                   u"-nolisten"_s, u"tcp"_s, u"-noreset"_s});
         ASSERT_TRUE(QTest::qWaitFor([this] { return m_screen.canReadLine(); }, 20'000));
         m_environment = environment();
         m_environment.insert(u"DISPLAY"_s,
@@ -93,7 +94,9 @@ TEST_F(RealMouseTest, ARowIsDraggedIntoAFolder)
     m_program.start(QStringLiteral(ORVANE_PROGRAM), QStringList());
     const QStringList search{u"search"_s, u"--onlyvisible"_s, u"--class"_s, u"^orvaneworkspace$"_s};
     QString id;
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !(id = pointer(search)).isEmpty(); }, 30'000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !(id = pointer(search)).isEmpty(); }, 30'000))
+        << m_program.state() << m_program.exitCode()
+        << m_program.readAllStandardError().toStdString();
     EXPECT_EQ(pointer({u"getwindowname"_s, id}), u"Tidewater — OrvaneWorkspace"_s);
     QTest::qWait(500);
     drag(from, to);
