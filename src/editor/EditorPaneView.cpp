@@ -64,6 +64,7 @@ EditorPaneView::EditorPaneView(AppState& appState, Look& look, QWidget* parent)
     m_tools =
         std::make_unique<WritingTools>(m_text->view(), m_library, appState.services(), look, *this);
     layout->insertWidget(1, &m_tools->findStrip());
+    m_status->addChoice(m_tools->languageButton());
     m_countTimer->setSingleShot(true);
     m_countTimer->setInterval(countPause);
     connect(m_countTimer, &QTimer::timeout, this, &EditorPaneView::updateCounts);
@@ -78,9 +79,13 @@ EditorPaneView::EditorPaneView(AppState& appState, Look& look, QWidget* parent)
     updateSavingState();
     // By Tab from the top to the foot: the strip was made before the page.
     QWidget* last = &m_text->view();
-    for (auto* each : m_status->findChildren<QAbstractButton*>()) {
-        setTabOrder(last, each);
-        last = each;
+    for (QWidget* part : std::initializer_list<QWidget*>{&m_tools->findStrip(), m_status}) {
+        for (auto* each : part->findChildren<QWidget*>()) {
+            if (each->focusPolicy() & Qt::TabFocus) {
+                setTabOrder(last, each);
+                last = each;
+            }
+        }
     }
 }
 

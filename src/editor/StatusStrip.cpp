@@ -1,67 +1,24 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/StatusStrip.h"
 
+#include "editor/StripMenuButton.h"
+
 #include <QActionGroup>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLocale>
 #include <QMenu>
-#include <QPainter>
-#include <QStyleOptionToolButton>
 #include <QToolButton>
 
 namespace orvane {
-
-namespace {
-
-/// A word with an arrow behind it.
-class ModeButton final : public QToolButton {
-public:
-    explicit ModeButton(QWidget* parent)
-        : QToolButton(parent)
-    {
-        setTextStyle(this, TextStyle::Label);
-        setFocusPolicy(Qt::TabFocus);
-    }
-
-    [[nodiscard]] QSize sizeHint() const override
-    {
-        return {fontMetrics().horizontalAdvance(text()) + gap + arrowSize + 2 * margin, height};
-    }
-    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
-
-protected:
-    void paintEvent(QPaintEvent* /*event*/) override
-    {
-        QPainter painter(this);
-        QStyleOptionToolButton option;
-        initStyleOption(&option);
-        option.rect.adjust(0, 2, 0, -2);
-        style()->drawPrimitive(QStyle::PE_PanelButtonTool, &option, &painter, this);
-        const QColor ink = palette().color(QPalette::PlaceholderText);
-        const QRect room = rect().adjusted(margin, 0, -margin, 0);
-        painter.setPen(ink);
-        painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text());
-        Look::drawSymbol(painter, QRect(room.right() + 1 - arrowSize, 0, arrowSize, height),
-                         Symbol::ChevronDown, arrowSize, ink);
-    }
-
-private:
-    static constexpr int margin = 6;
-    static constexpr int gap = 4;
-    static constexpr int arrowSize = 10;
-    static constexpr int height = 28;
-};
-
-} // namespace
 
 StatusStrip::StatusStrip(Look& look, QWidget* parent)
     : SurfacePanel(look, Surface::StatusStrip, parent)
     , m_words(makeLabel({}, TextStyle::Label, LabelInk::Secondary))
     , m_characters(makeLabel({}, TextStyle::Label, LabelInk::Secondary))
     , m_saving(makeLabel({}, TextStyle::Label))
-    , m_mode(new ModeButton(this))
-    , m_modes(new QMenu(m_mode))
+    , m_mode(new StripMenuButton(this))
+    , m_buttons(new QHBoxLayout)
     , m_lock(new QToolButton(this))
 {
     setFixedHeight(28);
@@ -72,11 +29,10 @@ StatusStrip::StatusStrip(Look& look, QWidget* parent)
     layout->addWidget(m_characters);
     layout->addStretch();
     layout->addWidget(m_saving);
-    auto* buttons = new QHBoxLayout;
-    buttons->setSpacing(4);
-    buttons->addWidget(m_mode);
-    buttons->addWidget(m_lock);
-    layout->addLayout(buttons);
+    m_buttons->setSpacing(4);
+    m_buttons->addWidget(m_mode);
+    m_buttons->addWidget(m_lock);
+    layout->addLayout(m_buttons);
     m_saving->setAccessibleName(tr("Saving"));
     makeModeMenu();
     m_lock->setCheckable(true);
@@ -94,20 +50,23 @@ StatusStrip::StatusStrip(Look& look, QWidget* parent)
 
 void StatusStrip::makeModeMenu()
 {
-    auto* group = new QActionGroup(m_modes);
+    QMenu& modes = m_mode->choices();
+    auto* group = new QActionGroup(&modes);
     for (const EditorMode mode :
          {EditorMode::richText, EditorMode::plainText, EditorMode::markdown}) {
-        QAction* action = m_modes->addAction(editorModeName(mode));
+        QAction* action = modes.addAction(editorModeName(mode));
         action->setCheckable(true);
         action->setData(int(mode));
         group->addAction(action);
         connect(action, &QAction::triggered, this, [this, mode] { emit modeChosen(mode); });
     }
-    m_mode->setToolTip(tr("Mode of the note"));
-    connect(m_mode, &QToolButton::clicked, this, [this] {
-        const QPoint above = m_mode->mapToGlobal(QPoint(0, -m_modes->sizeHint().height()));
-        m_modes->popup(above);
-    });
+}
+
+void StatusStrip::addChoice(StripMenuButton* button)
+{
+    m_buttons->insertWidget(0, button);
+    // First of the children, too, by which the keyboard goes.
+    button->lower();
 }
 
 void StatusStrip::setCounts(std::optional<int> words, qsizetype characters)
@@ -131,10 +90,8 @@ void StatusStrip::setMode(std::optional<EditorMode> mode)
     m_mode->setVisible(mode.has_value());
     if (!mode)
         return;
-    m_mode->setText(editorModeName(*mode));
-    m_mode->updateGeometry();
-    m_mode->setAccessibleName(tr("Mode of the note: %1").arg(editorModeName(*mode)));
-    for (QAction* action : m_modes->actions())
+    m_mode->setChoice(tr("Mode of the note"), editorModeName(*mode));
+    for (QAction* action : m_mode->choices().actions())
         action->setChecked(action->data().toInt() == int(*mode));
 }
 

@@ -7,10 +7,12 @@
 #include <optional>
 
 class QLabel;
-class QMenu;
+class QHBoxLayout;
 class QToolButton;
 
 namespace orvane {
+
+class StripMenuButton;
 
 /// What the strip says about saving.
 struct SavingState {
@@ -36,6 +38,8 @@ public:
     /// Without a mode there is no menu.
     void setMode(std::optional<EditorMode> mode);
     void setWidthLocked(bool locked);
+    /// Puts a further choice before that of the mode, and owns it.
+    void addChoice(StripMenuButton* button);
 
 signals:
     void modeChosen(orvane::EditorMode mode);
@@ -49,8 +53,8 @@ private:
     QLabel* m_words;
     QLabel* m_characters;
     QLabel* m_saving;
-    QToolButton* m_mode;
-    QMenu* m_modes;
+    StripMenuButton* m_mode;
+    QHBoxLayout* m_buttons;
     QToolButton* m_lock;
     SavingState m_state;
     bool m_isLocked = false;

@@ -3,8 +3,11 @@
 
 #include "core/EditorFormatNotifications.h"
 #include "editor/EditorView.h"
+#include "editor/StripMenuButton.h"
+#include "editor/spelling/SpellingMenu.h"
 #include "text/TextStore.h"
 
+#include <QMenu>
 #include <QShortcut>
 
 namespace orvane {
@@ -31,12 +34,19 @@ QString suggestedQuery(const EditorView& view)
 WritingTools::WritingTools(EditorView& view, WritingLibrary& library, const Services& services,
                            Look& look, QWidget& pane)
     : m_view(view)
+    , m_languages(library.spelling)
     , m_look(look)
     , m_find(view, services.beeper)
     , m_lists(view, library.bullets)
     , m_spelling(view, library.spelling)
     , m_strip(new FindStrip(m_find, look, &pane))
+    , m_language(new StripMenuButton(&pane))
 {
+    m_language->setFill([this](QMenu& menu) {
+        if (m_note)
+            fillSpellingMenu(menu, m_languages, *m_note);
+    });
+    connect(&m_languages, &Spelling::settingsChanged, this, &WritingTools::showLanguage);
     connect(m_strip, &FindStrip::dismissed, &m_view,
             [this] { m_view.setFocus(Qt::OtherFocusReason); });
     connect(m_strip, &FindStrip::undoRequested, &m_view, &EditorView::undo);
@@ -115,6 +125,14 @@ void WritingTools::showText(const std::optional<QUuid>& note, EditorMode mode)
     }
     m_find.refresh();
     m_spelling.setNote(note);
+    showLanguage();
+}
+
+void WritingTools::showLanguage()
+{
+    m_language->setVisible(m_note && !m_languages.dictionaries().isEmpty());
+    if (m_note)
+        m_language->setChoice(tr("Language of the note"), spellingSummary(m_languages, *m_note));
 }
 
 void WritingTools::toggleFind()

@@ -13,6 +13,7 @@
 namespace orvane {
 
 class EditorView;
+class StripMenuButton;
 
 /// Everything that helps writing in one text view beside the typing itself: finding and replacing,
 /// lists, Markdown and spelling, each in the modes that it is for. It wears the look, listens to
@@ -27,6 +28,8 @@ public:
 
     /// To be placed by the owner, below the text.
     [[nodiscard]] FindStrip& findStrip() { return *m_strip; }
+    /// The language of the note, for the status strip. Hidden where there is no choice.
+    [[nodiscard]] StripMenuButton* languageButton() { return m_language; }
 
     /// After the text of `note` has been put into the view, or is written in another mode from now
     /// on; nothing for no note. The find strip stays as it is.
@@ -46,15 +49,18 @@ private:
     void observeListCommand(NotificationCenter& notifications, const Notification<Payload>& command,
                             Action action);
     void applyLook();
+    void showLanguage();
     void findAgain(FindDirection direction);
 
     EditorView& m_view;
+    Spelling& m_languages;
     Look& m_look;
     FindSession m_find;
     ListEditing m_lists;
     SpellingMarks m_spelling;
     std::unique_ptr<MarkdownHighlighting> m_markdown; // in Markdown only
     FindStrip* m_strip;
+    StripMenuButton* m_language;
     std::optional<QUuid> m_note;
     EditorMode m_mode = EditorMode::plainText;
     std::vector<NotificationCenter::Observation> m_observations;

@@ -5,6 +5,7 @@
 #include "appearance/themes/BundledThemes.h"
 #include "core/EditorFormatNotifications.h"
 #include "editor/EditorView.h"
+#include "editor/StripMenuButton.h"
 #include "support/TestServices.h"
 #include "text/ParagraphLayout.h"
 #include "text/TextStore.h"
@@ -262,11 +263,17 @@ TEST_F(WritingToolsTest, TheContextMenuHelpsWithSpellingButNotInCode)
         EXPECT_TRUE(menuAt(10).contains(u"world"_s));
         EXPECT_EQ(menuAt(3).contains(learn), mode != EditorMode::markdown);
     }
+    StripMenuButton* language = tools->languageButton();
+    EXPECT_EQ(language->text(), u"English"_s);
     english.spelling.setLanguage(note, {});
+    EXPECT_EQ(language->text(), u"No Spelling"_s);
     EXPECT_FALSE(menuAt(10).contains(learn)) << "no language";
     EXPECT_TRUE(menuAt(10).contains(u"Spelling"_s)) << "where one is chosen again";
     english.spelling.setLanguage(note, u"en_US"_s);
     EXPECT_TRUE(menuAt(10).contains(learn));
+    EXPECT_FALSE(language->isHidden());
+    tools->showText(std::nullopt, EditorMode::plainText);
+    EXPECT_TRUE(language->isHidden());
     tools.reset();
 }
 

@@ -4,10 +4,10 @@
 #include "editor/EditorView.h"
 #include "editor/MarkGeometry.h"
 #include "editor/TextEdits.h"
+#include "editor/spelling/SpellingMenu.h"
 #include "text/ParagraphLayout.h"
 #include "text/TextStore.h"
 
-#include <QActionGroup>
 #include <QMenu>
 #include <QPainter>
 
@@ -241,7 +241,7 @@ void SpellingMarks::addToContextMenu(QMenu& menu, QPointF /*page*/, qsizetype po
         return;
     for (const TextRange word : misspellingsIn({position, 0}))
         addSuggestions(menu, word);
-    addLanguages(menu);
+    fillSpellingMenu(*menu.addMenu(tr("Spelling")), m_spelling, *m_note);
 }
 
 void SpellingMarks::addSuggestions(QMenu& menu, TextRange word)
@@ -268,30 +268,6 @@ void SpellingMarks::addSuggestions(QMenu& menu, TextRange word)
     connect(menu.addAction(tr("Ignore Word")), &QAction::triggered, this,
             [this, text] { m_spelling.personalWords().ignore(text); });
     menu.addSeparator();
-}
-
-void SpellingMarks::addLanguages(QMenu& menu)
-{
-    QMenu* languages = menu.addMenu(tr("Spelling"));
-    QAction* enabled = languages->addAction(tr("Check Spelling"));
-    enabled->setCheckable(true);
-    enabled->setChecked(m_spelling.isEnabled());
-    connect(enabled, &QAction::toggled, &m_spelling, &Spelling::setEnabled);
-    languages->addSeparator();
-    auto* group = new QActionGroup(languages);
-    const QString current = m_spelling.languageOf(*m_note);
-    const auto add = [&](const QString& name, const QString& language) {
-        QAction* action = languages->addAction(name);
-        action->setCheckable(true);
-        action->setChecked(language == current);
-        action->setEnabled(m_spelling.isEnabled());
-        group->addAction(action);
-        connect(action, &QAction::triggered, &m_spelling,
-                [this, note = *m_note, language] { m_spelling.setLanguage(note, language); });
-    };
-    for (const DictionaryFiles& files : m_spelling.dictionaries())
-        add(Spelling::displayName(files.language), files.language);
-    add(tr("None"), {});
 }
 
 void SpellingMarks::replaceWord(TextRange word, const QString& replacement)

@@ -49,7 +49,6 @@ private:
     [[nodiscard]] QList<TextRange> marksOf(TextRange piece);
     void dropCode(QList<TextRange>& words, const QTextBlock& block) const;
     void addSuggestions(QMenu& menu, TextRange word);
-    void addLanguages(QMenu& menu);
     void replaceWord(TextRange word, const QString& replacement);
 
     EditorView& m_view;
