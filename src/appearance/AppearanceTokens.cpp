@@ -86,7 +86,6 @@ public:
         setBars();
         setRails();
         setGeneral();
-        setShortNames();
         return t;
     }
 
@@ -231,37 +230,6 @@ private:
         t.markdown.taskCheckbox = readableInk(system.success, ground);
         t.markdown.punctuation =
             readableInk(blended(t.pageText, punctuationShare, ground), ground, iconContrast);
-    }
-
-    void setShortNames()
-    {
-        const SurfaceTokens& card = t.on(Surface::Card);
-        const SurfaceTokens& pane = t.on(Surface::Binder);
-        const SurfaceTokens& band = t.on(Surface::FormattingBar);
-        const SurfaceTokens& rail = t.on(Surface::BinderRail);
-        t.window = window.middle;
-        t.pane = pane.ground;
-        t.page = page.middle;
-        t.card = card.ground;
-        t.band = band.ground;
-        t.rail = rail.ground;
-        t.field = card.field;
-        t.control = card.control;
-        t.border = card.border;
-        t.text = card.text;
-        t.textSecondary = card.textSecondary;
-        t.textOnBand = band.text;
-        t.textSecondaryOnBand = band.textSecondary;
-        t.textOnRail = rail.text;
-        t.textSecondaryOnRail = rail.textSecondary;
-        t.dangerText = card.danger;
-        t.dangerOnBand = band.danger;
-        t.icon = card.icon;
-        t.accentIcon = card.accent;
-        t.selectedRow = pane.selectedRow;
-        t.hoveredRow = pane.hoveredRow;
-        t.textOnSelectedRow = pane.textOnSelectedRow;
-        t.textSecondaryOnSelectedRow = pane.textSecondaryOnSelectedRow;
     }
 
     static constexpr AppearanceColor unnamed{};

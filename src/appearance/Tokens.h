@@ -22,9 +22,6 @@ enum class Surface {
     InspectorTopRail,
     InspectorRail,
     BrainMap,
-    Pane = Binder,
-    Band = FormattingBar,
-    Rail = BinderRail,
 };
 
 inline constexpr int surfaceCount = int(Surface::BrainMap) + 1;
@@ -96,13 +93,6 @@ struct Tokens {
     QColor paperEdge; ///< its edge
     QColor windowTop; ///< the backdrop's gradient; both are the window's ground where it has none
     QColor windowBottom;
-
-    // The same for the surfaces that most widgets stand on: window, Binder, page, card, formatting
-    // bar and the Binder's rail. Inks without a surface in their name are those of cards.
-    QColor window, pane, page, card, band, rail, field, control, border, text, textSecondary;
-    QColor textOnBand, textSecondaryOnBand, textOnRail, textSecondaryOnRail, dangerText,
-        dangerOnBand, icon, accentIcon, selectedRow, hoveredRow, textOnSelectedRow,
-        textSecondaryOnSelectedRow;
 
     [[nodiscard]] const SurfaceTokens& on(Surface surface) const { return surfaces[int(surface)]; }
     [[nodiscard]] SurfaceTokens& on(Surface surface) { return surfaces[int(surface)]; }

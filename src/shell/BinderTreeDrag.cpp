@@ -48,9 +48,10 @@ void BinderTreeView::startDrag(Qt::DropActions)
     QPainter painter(&picture);
     painter.setOpacity(0.85);
     const QRect ground(0, 0, int(picture.width() / devicePixelRatioF()), row.height());
-    drawPanel(painter, ground, 6, m_look.tokens().card, m_look.tokens().border);
+    const SurfaceTokens& card = m_look.tokens().on(Surface::Card);
+    drawPanel(painter, ground, 6, card.ground, card.border);
     painter.setFont(interfaceFont(TextStyle::BodyMedium));
-    painter.setPen(m_look.tokens().text);
+    painter.setPen(card.text);
     painter.drawText(ground.adjusted(12, 0, -12, 0), Qt::AlignVCenter,
                      painter.fontMetrics().elidedText(index.data().toString(), Qt::ElideRight,
                                                       ground.width() - 24));
@@ -168,7 +169,7 @@ void BinderTreeView::paintEvent(QPaintEvent* event)
     if (!m_guide)
         return;
     QPainter painter(viewport());
-    const QColor& accent = m_look.tokens().accentIcon;
+    const QColor& accent = m_look.tokens().on(Surface::Binder).accent;
     if (m_guide->folder.isValid())
         drawFocusRing(painter, m_guide->folder, 6, accent);
     else

@@ -256,7 +256,7 @@ void BinderTreeView::drawTrailing(QPainter& painter, QRect& row, const QModelInd
     }
     if (index.data(BinderModel::IsPinnedRole).toBool()) {
         Look::drawSymbol(painter, QRectF(row.right() - 11, row.top(), 12, row.height()),
-                         Symbol::Pin, 12, m_look.tokens().textSecondary);
+                         Symbol::Pin, 12, m_look.tokens().on(Surface::Binder).textSecondary);
         row.setRight(row.right() - 16);
     }
 }

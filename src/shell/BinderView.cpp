@@ -107,7 +107,7 @@ QToolButton* BinderView::makeRailMenuButton(Symbol symbol, const QString& name,
 {
     auto* button = new QToolButton(this);
     const auto showPicture = [this, button, symbol] {
-        button->setIcon(look().icon(symbol, &Tokens::textOnRail));
+        button->setIcon(look().icon(symbol, Surface::BinderRail, &SurfaceTokens::text));
     };
     connect(&look(), &Look::changed, button, showPicture);
     showPicture();

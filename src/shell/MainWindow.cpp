@@ -198,8 +198,9 @@ QWidget* MainWindow::makePanes(QWidget* parent)
     m_paneController =
         new OrvaneWorkspaceSplitViewController(*panes, m_paneLayout, m_appState.services(), this);
     const auto color = [this, panes] {
+        const SurfaceTokens& s = m_look.tokens().on(Surface::Binder);
         for (const SidePane pane : {SidePane::Binder, SidePane::Inspector})
-            panes->divider(pane)->setColors(m_look.tokens().border, m_look.tokens().accentIcon);
+            panes->divider(pane)->setColors(s.border, s.accent);
     };
     connect(&m_look, &Look::changed, panes, color);
     color();

@@ -9,7 +9,7 @@
 namespace orvane {
 
 TagFilterBar::TagFilterBar(AppState& appState, Look& look, QWidget* parent)
-    : SurfacePanel(look, Surface::Pane, parent)
+    : SurfacePanel(look, Surface::Binder, parent)
     , m_appState(appState)
     , m_row(new QHBoxLayout(this))
 {

@@ -88,6 +88,8 @@ const KeyCase keyCases[] = {
      "settings.general.autosaveEnabled", false, true, "on"},
     {"seconds", SettingsPageId::General, "Pause before saving", Qt::Key_Up,
      "settings.general.autoSaveSeconds", 2.0, 0.0, "0.3 s"},
+    {"movement", SettingsPageId::General, "Panes that open and close", Qt::Key_Down,
+     "settings.general.motion", u"full"_s, u"reduced"_s, "Jump"},
     {"mode", SettingsPageId::Editor, "Written as", Qt::Key_Down, "settings.editor.mode",
      u"Markdown"_s, u"Rich Text"_s, "Rich Text"},
     {"font", SettingsPageId::Editor, "Font", Qt::Key_Down, "settings.editor.fontFamily", u"Menlo"_s,

@@ -29,7 +29,7 @@ constexpr int countWidth = 96;
 } // namespace
 
 FindStrip::FindStrip(FindSession& session, Look& look, QWidget* parent)
-    : SurfacePanel(look, Surface::Band, parent)
+    : SurfacePanel(look, Surface::FormattingBar, parent)
     , m_session(session)
     , m_query(makeField(tr("Find in note")))
     , m_replacement(makeField(tr("Replace with")))
@@ -67,7 +67,7 @@ QLineEdit* FindStrip::makeField(const QString& name)
 QToolButton* FindStrip::makeButton(Symbol symbol, const QString& name, const QString& keys)
 {
     auto* button = new QToolButton(this);
-    button->setIcon(look().icon(symbol, Surface::Band));
+    button->setIcon(look().icon(symbol, Surface::FormattingBar));
     button->setIconSize({16, 16});
     button->setFixedSize(28, 28);
     button->setToolTip(keys.isEmpty() ? name : name + u"  "_s + keys);
@@ -266,7 +266,7 @@ void FindStrip::paintEvent(QPaintEvent* event)
 {
     SurfacePanel::paintEvent(event);
     QPainter painter(this);
-    const QColor& line = look().tokens().on(Surface::Band).border;
+    const QColor& line = look().tokens().on(Surface::FormattingBar).border;
     painter.fillRect(0, 0, width(), 1, line);
     painter.fillRect(0, height() - 1, width(), 1, line);
 }

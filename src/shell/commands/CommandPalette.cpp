@@ -182,7 +182,8 @@ void CommandPalette::paintEvent(QPaintEvent* event)
 {
     Sheet::paintEvent(event);
     if (m_model->rowCount() > 0)
-        QPainter(this).fillRect(1, fieldHeight + 1, width() - 2, 1, look().tokens().border);
+        QPainter(this).fillRect(1, fieldHeight + 1, width() - 2, 1,
+                                look().tokens().on(Surface::Card).border);
 }
 
 } // namespace orvane

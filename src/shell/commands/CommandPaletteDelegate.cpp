@@ -45,12 +45,11 @@ void CommandPaletteDelegate::paint(QPainter* painter, const QStyleOptionViewItem
     const PaletteLine line = model->line(index);
     if (!(index.flags() & Qt::ItemIsSelectable))
         return paintHead(*painter, option.rect, line.title);
-    const Tokens& t = m_look.tokens();
+    const SurfaceTokens& t = m_look.tokens().on(Surface::Card);
     const bool marked = option.state.testFlag(QStyle::State_Selected);
     if (marked) {
         painter->fillRect(option.rect, t.selectedRow);
-        painter->fillRect(QRect(option.rect.topLeft(), QSize(2, option.rect.height())),
-                          t.accentIcon);
+        painter->fillRect(QRect(option.rect.topLeft(), QSize(2, option.rect.height())), t.accent);
     }
     const QColor ink = marked ? t.textOnSelectedRow : t.text;
     const QColor secondary = marked ? t.textSecondaryOnSelectedRow : t.textSecondary;
@@ -77,7 +76,7 @@ void CommandPaletteDelegate::paintHead(QPainter& painter, const QRect& rect,
                                        const QString& title) const
 {
     painter.setFont(interfaceFont(TextStyle::SectionHead));
-    painter.setPen(m_look.tokens().textSecondary);
+    painter.setPen(m_look.tokens().on(Surface::Card).textSecondary);
     painter.drawText(rect.adjusted(margin, 6, -margin, 0), Qt::AlignLeft | Qt::AlignVCenter, title);
 }
 
@@ -87,7 +86,7 @@ int CommandPaletteDelegate::paintKey(QPainter& painter, const QRect& rect, const
     const QFont font = interfaceFont(TextStyle::Label);
     const int width = QFontMetrics(font).horizontalAdvance(key) + 12;
     const QRect chip(rect.right() + 1 - width, rect.center().y() - 10, width, 21);
-    drawPanel(painter, chip, 4, QColor(), m_look.tokens().border);
+    drawPanel(painter, chip, 4, QColor(), m_look.tokens().on(Surface::Card).border);
     painter.setFont(font);
     painter.setPen(ink);
     painter.drawText(chip, Qt::AlignCenter, key);
@@ -107,7 +106,7 @@ int CommandPaletteDelegate::paintTitle(QPainter& painter, const QRect& rect,
         QTextLayout::FormatRange range;
         range.start = int(place);
         range.length = 1;
-        range.format.setForeground(m_look.tokens().accentIcon);
+        range.format.setForeground(m_look.tokens().on(Surface::Card).accent);
         formats.append(range);
     }
     layout.setFormats(formats);

@@ -22,6 +22,8 @@
 
 namespace orvane {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString tr(const char* text)
@@ -61,8 +63,8 @@ QWidget* makeGeneralPage(const SettingsServices& s)
     page->addChoice(motionSetting,
                     {tr("Panes that open and close"), tr("Whether they slide to their place.")},
                     {{QString(), tr("As the desktop does")},
-                     {QStringLiteral("full"), tr("Slide")},
-                     {QStringLiteral("reduced"), tr("Jump")}});
+                     {u"full"_s, tr("Slide")},
+                     {u"reduced"_s, tr("Jump")}});
     return page;
 }
 
