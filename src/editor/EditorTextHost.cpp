@@ -14,7 +14,7 @@ namespace {
 constexpr int narrowestMargin = 24;
 /// Below the padding that a person has asked for, in points.
 constexpr double leastBottomSpace = 48;
-/// How far down the view the caret stands in a text that is shown again.
+/// How far down the view the caret is brought in a text that is shown again.
 constexpr double caretShare = 0.35;
 
 EditorLook lookOf(const RichTextViewRepresentable& parent)
@@ -79,9 +79,19 @@ void EditorTextHost::showText(EditGateway* text)
 {
     if (text && &m_view->gateway() == text)
         return;
+    const qreal height = m_view->viewport()->height();
+    const auto caretIsSeen = [&] {
+        const QRectF caret = m_view->caretRect();
+        return caret.top() >= 0 && caret.bottom() <= height;
+    };
+    const bool wasScrolled = m_view->verticalScrollBar()->value() > 0;
+    const bool staysInPlace =
+        text && m_parent.noteID == m_shownNote && wasScrolled && caretIsSeen();
+    const qreal share = staysInPlace ? m_view->caretRect().top() / height : caretShare;
+    m_shownNote = m_parent.noteID;
     m_view->setGateway(text);
-    if (text && text->selection().position > 0)
-        m_view->scrollCaretTo(caretShare);
+    if (text && (staysInPlace || !caretIsSeen()))
+        m_view->scrollCaretTo(share);
 }
 
 int EditorTextHost::columnLeft(int width) const

@@ -21,7 +21,8 @@ public:
 
     /// Takes over the inputs. The text stays as it is.
     void applyParent(const RichTextViewRepresentable& parent);
-    /// Shows another text, scrolled to its caret; null for none.
+    /// Shows another text, from its top where the caret is seen there; null for none. Another text
+    /// of the same note keeps the caret where it is in the view.
     void showText(EditGateway* text);
 
     /// Where the column begins when the host is `width` wide, in its own coordinates.
@@ -39,6 +40,7 @@ private:
 
     EditorView* m_view;
     RichTextViewRepresentable m_parent;
+    std::optional<QUuid> m_shownNote;
 };
 
 } // namespace orvane

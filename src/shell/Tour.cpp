@@ -79,6 +79,7 @@ private:
     void buildNovel();
     void findAndReplace();
     void markdown();
+    void richText();
     void looks();
     void settings();
     void commandPalette();
@@ -327,6 +328,31 @@ void Tour::markdown()
     selectRow(u"2. The harbour ledger"_s);
 }
 
+/// A formatted note, and what is asked before it is edited as plain text.
+void Tour::richText()
+{
+    selectRow(u"1. Low water"_s);
+    EditorPaneView& pane = window().editorPane();
+    EditorSession& session = pane.session();
+    session.setMode(EditorMode::richText);
+    session.gateway().performUndoableDocumentEdit(u"Formatting"_s, [](DocumentEditor& editor) {
+        const qsizetype length = editor.store().length();
+        editor.modifyCharacterStyles({0, std::min<qsizetype>(length, 4)},
+                                     [](CharacterStyle& style) { style.font->weight = 700; });
+        editor.modifyCharacterStyles(TextRange::between(length / 2, length),
+                                     [](CharacterStyle& style) { style.font->italic = true; });
+    });
+    picture(u"rich-text"_s);
+    const QString before = pane.textView().plainText();
+    session.setMode(EditorMode::plainText);
+    pane.focusText();
+    answering([this] { m_hand->type(u"x"_s); }, u"Cancel"_s, u"formatting-question"_s);
+    expect(pane.textView().plainText() == before, u"Cancel leaves the note as it is"_s);
+    session.setMode(EditorMode::richText);
+    selectRow(u"2. The harbour ledger"_s);
+    session.setMode(EditorMode::plainText);
+}
+
 /// The main window in the other built-in looks, and the settings.
 void Tour::looks()
 {
@@ -498,6 +524,7 @@ int Tour::run()
     buildNovel();
     findAndReplace();
     markdown();
+    richText();
     looks();
     browse();
     quitAndComeBack();

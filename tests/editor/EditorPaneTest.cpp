@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QScrollBar>
 #include <QTest>
 #include <QToolButton>
 #include <gtest/gtest.h>
@@ -129,6 +130,32 @@ TEST_F(EditorPaneTest, TheViewFollowsNotesModesAndTheirAbsence)
     EXPECT_EQ(view().plainText(), u"xfirst line"_s);
     app.closeProject();
     EXPECT_TRUE(view().store().isEmpty());
+}
+
+TEST_F(EditorPaneTest, APersonComesBackToTheirPlace)
+{
+    // A text that is seen as a whole stays at its top.
+    view().setSelection(TextSelection::caret(10));
+    app.selectNote(other);
+    app.selectNote(note);
+    EXPECT_EQ(view().verticalScrollBar()->value(), 0);
+
+    QTest::keyClick(&view(), Qt::Key_End, Qt::ControlModifier);
+    type(QString(400, u'\n').replace(u'\n', u"line "_s));
+    for (int i = 0; i < 40; ++i)
+        QTest::keyClick(&view(), Qt::Key_Return);
+    settle();
+    const auto caretTop = [this] {
+        return qRound(view().caretRect().top());
+    };
+    const int before = caretTop();
+    ASSERT_GT(view().verticalScrollBar()->value(), 0);
+    choose(EditorMode::richText);
+    EXPECT_NEAR(caretTop(), before, 2);
+    app.selectNote(other);
+    app.selectNote(note);
+    EXPECT_GT(caretTop(), 0);
+    EXPECT_LT(caretTop(), view().viewport()->height() / 2);
 }
 
 TEST_F(EditorPaneTest, ALockKeepsTheWidth)
