@@ -142,8 +142,37 @@ QFont editorFont(const QString& family, double pixels, QFont::Weight weight)
 
 void installFontSubstitutions()
 {
-    QFont::insertSubstitution(u"Georgia"_s, u"Charis SIL"_s);
-    QFont::insertSubstitution(u"Menlo"_s, u"JetBrains Mono"_s);
+    struct Group {
+        QStringList families;
+        QStringList substitutes;
+    };
+    // What notes from other systems name. Substitutes of the same widths come first, then what the
+    // program is installed with.
+    const Group groups[] = {
+        {{u"Georgia"_s, u"Palatino"_s, u"Palatino Linotype"_s, u"Book Antiqua"_s, u"Baskerville"_s,
+          u"Garamond"_s, u"Hoefler Text"_s, u"Iowan Old Style"_s, u"Charter"_s, u"Constantia"_s,
+          u"Didot"_s, u"New York"_s},
+         {u"Charis SIL"_s}},
+        {{u"Times"_s, u"Times New Roman"_s},
+         {u"Liberation Serif"_s, u"Nimbus Roman"_s, u"Charis SIL"_s}},
+        {{u"Cambria"_s}, {u"Caladea"_s, u"Charis SIL"_s}},
+        {{u"Calibri"_s}, {u"Carlito"_s, u"Inter"_s}},
+        {{u"Arial"_s, u"Helvetica"_s, u"Helvetica Neue"_s},
+         {u"Liberation Sans"_s, u"Nimbus Sans"_s, u"Inter"_s}},
+        {{u"Avenir"_s, u"Avenir Next"_s, u"Futura"_s, u"Gill Sans"_s, u"Lucida Grande"_s,
+          u"Optima"_s, u"SF Pro"_s, u"SF Pro Text"_s, u"Segoe UI"_s, u"Tahoma"_s, u"Trebuchet MS"_s,
+          u"Verdana"_s},
+         {u"Inter"_s}},
+        {{u"Courier"_s, u"Courier New"_s},
+         {u"Liberation Mono"_s, u"Nimbus Mono PS"_s, u"JetBrains Mono"_s}},
+        {{u"Menlo"_s, u"Monaco"_s, u"SF Mono"_s, u"Consolas"_s, u"Andale Mono"_s,
+          u"Lucida Console"_s},
+         {u"JetBrains Mono"_s}},
+    };
+    for (const Group& group : groups) {
+        for (const QString& family : group.families)
+            QFont::insertSubstitutions(family, group.substitutes);
+    }
 }
 
 } // namespace orvane

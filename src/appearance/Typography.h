@@ -43,8 +43,9 @@ void setTextStyle(QWidget* widget, TextStyle style);
 [[nodiscard]] QFont editorFont(const QString& family, double pixels,
                                QFont::Weight weight = QFont::Normal);
 
-/// "Georgia" falls to Charis SIL and "Menlo" to JetBrains Mono where they are missing. Once, at
-/// the start of the program.
+/// Gives the families that notes name but this machine may lack something that looks like them:
+/// "Georgia" falls to Charis SIL, "Menlo" to JetBrains Mono, "Times" to a font of its widths. Once,
+/// at the start of the program.
 void installFontSubstitutions();
 
 } // namespace orvane

@@ -73,6 +73,9 @@ TEST_F(WornLookTest, FamiliesFallToTheirStandIns)
 {
     EXPECT_EQ(QFontInfo(editorFont(u"Georgia"_s, 20)).family(), u"Charis SIL"_s);
     EXPECT_EQ(QFontInfo(editorFont(u"Menlo"_s, 13)).family(), u"JetBrains Mono"_s);
+    EXPECT_EQ(QFontInfo(editorFont(u"Palatino"_s, 13)).family(), u"Charis SIL"_s);
+    EXPECT_TRUE(QFontInfo(editorFont(u"Courier New"_s, 13)).fixedPitch());
+    EXPECT_EQ(QFontInfo(editorFont(u"Inter"_s, 13)).family(), u"Inter"_s);
     EXPECT_EQ(QFontInfo(interfaceFont(TextStyle::Body)).family(), u"Inter"_s);
 }
 
