@@ -4,6 +4,7 @@
 #include "core/SessionKeys.h"
 #include "shell/MainWindow.h"
 #include "shell/OrvaneWorkspaceApp.h"
+#include "shell/desktop/SingleInstance.h"
 
 using namespace orvane;
 
@@ -11,7 +12,11 @@ int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
     const bench::FirstFrame firstFrame;
-    OrvaneWorkspaceApp program(UserFolders::below(QString::fromLocal8Bit(argv[1])));
+    const QString home = QString::fromLocal8Bit(argv[1]);
+    SingleInstance instance(home);
+    if (instance.claim({}) != SingleInstance::Role::First)
+        return 1;
+    OrvaneWorkspaceApp program(UserFolders::below(home));
     program.start();
     const int result = QApplication::exec();
     program.finish();

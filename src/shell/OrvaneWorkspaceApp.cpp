@@ -38,7 +38,7 @@ void clearPaneLocks(UserDefaults& defaults)
 }
 
 constexpr std::chrono::milliseconds checkDelay{1'500};
-constexpr std::chrono::milliseconds iconDelay{400};
+constexpr std::chrono::milliseconds lateDelay{300};
 
 } // namespace
 
@@ -116,10 +116,10 @@ void OrvaneWorkspaceApp::start()
     m_questions.setHost(&m_window->sheets(), &m_look);
     connect(m_window.get(), &MainWindow::closed, this, &OrvaneWorkspaceApp::quitRequested);
     m_window->show();
-    m_motion = std::make_unique<DesktopMotion>(m_defaults);
-    m_window->setReducedMotion([this] { return m_motion->isReduced(); });
-    // Finding it reads the icon themes of the machine, for which no first frame waits.
-    QTimer::singleShot(iconDelay, this, [] {
+    // Asking the desktop and finding the icon are nothing that a first frame waits for.
+    QTimer::singleShot(lateDelay, this, [this] {
+        m_motion = std::make_unique<DesktopMotion>(m_defaults);
+        m_window->setReducedMotion([this] { return m_motion->isReduced(); });
         QGuiApplication::setWindowIcon(QIcon::fromTheme(u"orvaneworkspace"_s));
     });
     m_settingsWanted = m_notifications.observe(AppCommandEvents::openSettingsWindow,
