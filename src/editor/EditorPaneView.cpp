@@ -72,8 +72,9 @@ EditorPaneView::EditorPaneView(AppState& appState, Look& look, QWidget* parent)
     connectSession();
     connectTools();
     applyHostLook();
+    m_tools->prepareText(m_session.gateway(), m_session.mode());
     m_text->showText(&m_session.gateway());
-    m_tools->showText(m_session.noteID(), m_session.mode());
+    m_tools->showText(m_session.noteID());
     m_links = std::make_unique<NoteLinks>(m_text->view(), m_session, appState);
     loadDraft();
     updateSavingState();
@@ -153,6 +154,7 @@ void EditorPaneView::connectSession()
             &EditorPaneView::textAboutToChange);
     connect(&m_session, &EditorSession::textReplaced, this, [this] {
         applyHostLook();
+        m_tools->prepareText(m_session.gateway(), m_session.mode());
         m_text->showText(&m_session.gateway());
         updateMode();
         emit textChanged();
@@ -185,7 +187,7 @@ void EditorPaneView::connectTools()
 {
     connect(this, &EditorPaneView::textAboutToChange, this, [this] { m_tools->leaveText(); });
     connect(this, &EditorPaneView::textChanged, this,
-            [this] { m_tools->showText(m_session.noteID(), m_session.mode()); });
+            [this] { m_tools->showText(m_session.noteID()); });
     connect(&m_session, &EditorSession::draftLoaded, this, [this](bool resetFindUI) {
         if (resetFindUI)
             m_tools->findStrip().reset();

@@ -111,18 +111,31 @@ void WritingTools::leaveText()
     m_markdown.reset();
 }
 
-void WritingTools::showText(const std::optional<QUuid>& note, EditorMode mode)
+void WritingTools::prepareText(EditGateway& text, EditorMode mode)
 {
     leaveText();
-    m_note = note;
     m_mode = mode;
-    m_lists.setForm(mode == EditorMode::richText ? ListForm::rich : ListForm::plain);
-    if (note && mode == EditorMode::markdown) {
-        m_markdown = std::make_unique<MarkdownHighlighting>(
-            m_view.gateway(), MarkdownSyntaxHighlighter::Theme::of(m_look.tokens()));
-        m_spelling.setCodeSource(
-            [this](const QTextBlock& block) { return m_markdown->codeIn(block); });
-    }
+    if (mode != EditorMode::markdown)
+        return;
+    const bool isShown = &text == &m_view.gateway();
+    const bool showsCaret = isShown && isCaretInSight();
+    m_markdown = std::make_unique<MarkdownHighlighting>(
+        text, MarkdownSyntaxHighlighter::Theme::of(m_look.tokens()));
+    m_spelling.setCodeSource([this](const QTextBlock& block) { return m_markdown->codeIn(block); });
+    if (showsCaret && !isCaretInSight())
+        m_view.ensureCaretVisible();
+}
+
+bool WritingTools::isCaretInSight() const
+{
+    const QRectF caret = m_view.caretRect();
+    return caret.bottom() > 0 && caret.bottom() <= m_view.viewport()->height();
+}
+
+void WritingTools::showText(const std::optional<QUuid>& note)
+{
+    m_note = note;
+    m_lists.setForm(m_mode == EditorMode::richText ? ListForm::rich : ListForm::plain);
     m_find.refresh();
     m_spelling.setNote(note);
     showLanguage();

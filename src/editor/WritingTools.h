@@ -12,6 +12,7 @@
 
 namespace orvane {
 
+class EditGateway;
 class EditorView;
 class StripMenuButton;
 
@@ -31,9 +32,12 @@ public:
     /// The language of the note, for the status strip. Hidden where there is no choice.
     [[nodiscard]] StripMenuButton* languageButton() { return m_language; }
 
-    /// After the text of `note` has been put into the view, or is written in another mode from now
-    /// on; nothing for no note. The find strip stays as it is.
-    void showText(const std::optional<QUuid>& note, EditorMode mode);
+    /// Before `text` is shown by the view, or after it is written in another mode: what is drawn of
+    /// it from the first frame on.
+    void prepareText(EditGateway& text, EditorMode mode);
+    /// After the text of `note` has been put into the view; nothing for no note. The find strip
+    /// stays as it is.
+    void showText(const std::optional<QUuid>& note);
     /// Before the text in the view goes.
     void leaveText();
 
@@ -50,6 +54,7 @@ private:
                             Action action);
     void applyLook();
     void showLanguage();
+    [[nodiscard]] bool isCaretInSight() const;
     void findAgain(FindDirection direction);
 
     EditorView& m_view;

@@ -158,6 +158,31 @@ TEST_F(EditorPaneTest, APersonComesBackToTheirPlace)
     EXPECT_LT(caretTop(), view().viewport()->height() / 2);
 }
 
+TEST_F(EditorPaneTest, ATextComesBackWithItsCaretInSightAndFromItsTopWhereItFits)
+{
+    choose(EditorMode::plainText);
+    for (const int lines : {5, 400}) {
+        SCOPED_TRACE(lines);
+        view().selectAll();
+        view().gateway().type(u"# a line\n"_s.repeated(lines));
+        for (const auto& comeBack :
+             {std::function<void()>([&] {
+                  app.selectNote(other);
+                  app.selectNote(note);
+              }),
+              std::function<void()>([&] { choose(EditorMode::richText); }),
+              std::function<void()>([&] { choose(EditorMode::markdown); })}) {
+            comeBack();
+            settle();
+            const QRectF caret = view().caretRect();
+            EXPECT_TRUE(caret.top() >= 0 && caret.bottom() <= view().viewport()->height())
+                << caret.top();
+            EXPECT_EQ(view().textOrigin().y() >= 0, lines < 100);
+        }
+        choose(EditorMode::plainText);
+    }
+}
+
 TEST_F(EditorPaneTest, ALockKeepsTheWidth)
 {
     QTest::mouseClick(&button(u"Lock editor width"_s), Qt::LeftButton);

@@ -35,7 +35,7 @@ protected:
         layout->addWidget(view);
         layout->addWidget(&tools->findStrip());
         view->setPlainText(u"Tide and tide, TIDE"_s);
-        tools->showText(note, EditorMode::plainText);
+        show(note, EditorMode::plainText);
         pane.resize(900, 500);
         pane.show();
         QApplication::setActiveWindow(&pane);
@@ -43,6 +43,11 @@ protected:
         QApplication::processEvents();
     }
 
+    void show(const std::optional<QUuid>& shown, EditorMode mode)
+    {
+        tools->prepareText(view->gateway(), mode);
+        tools->showText(shown);
+    }
     void toggleFind() { services.notifications.post(AppCommandEvents::toggleDocumentFind); }
     template <typename T>
     T* named(const QString& name)
@@ -141,7 +146,7 @@ TEST_F(WritingToolsTest, AnotherNoteResetsTheStripAndAReloadKeepsIt)
     press(Qt::Key_H, Qt::ControlModifier);
     type(u"tide"_s);
     view->setPlainText(u"no tide"_s);
-    tools->showText(QUuid::createUuid(), EditorMode::plainText);
+    show(QUuid::createUuid(), EditorMode::plainText);
     EXPECT_TRUE(tools->findStrip().isVisible());
     EXPECT_EQ(count(), u"1 match"_s);
 
@@ -156,7 +161,7 @@ TEST_F(WritingToolsTest, AnotherNoteResetsTheStripAndAReloadKeepsIt)
     press(Qt::Key_H, Qt::ControlModifier);
     EXPECT_FALSE(tools->findStrip().showsReplacement()) << "a text that can't be changed";
     tools->findStrip().reset();
-    tools->showText(std::nullopt, EditorMode::plainText);
+    show(std::nullopt, EditorMode::plainText);
     toggleFind();
     EXPECT_FALSE(tools->findStrip().isVisible()) << "no note";
 }
@@ -177,7 +182,7 @@ TEST_F(WritingToolsTest, ListsInEachMode)
         SCOPED_TRACE(row.name);
         tools->leaveText();
         view->setPlainText(u"1. a\n- b\n1. c"_s);
-        tools->showText(note, row.mode);
+        show(note, row.mode);
         view->setSelection(TextSelection::caret(8));
         press(Qt::Key_Return);
         EXPECT_EQ(view->plainText().toStdString(), row.afterReturn.toStdString());
@@ -196,7 +201,7 @@ TEST_F(WritingToolsTest, ListsInEachMode)
             view->undo();
         EXPECT_EQ(view->plainText(), u"1. a\n- b\n1. c"_s);
     }
-    tools->showText(note, EditorMode::richText);
+    show(note, EditorMode::richText);
     view->setEditable(false);
     services.notifications.post(EditorFormatNotifications::bulletList, {note});
     services.notifications.post(EditorFormatNotifications::setListStyle, {u"star"_s, note});
@@ -223,7 +228,7 @@ TEST_F(WritingToolsTest, OnlyMarkdownIsColoured)
     for (const auto mode : {EditorMode::markdown, EditorMode::plainText, EditorMode::richText,
                             EditorMode::markdown}) {
         tools->leaveText();
-        tools->showText(note, mode);
+        show(note, mode);
         const bool isColoured = mode == EditorMode::markdown;
         EXPECT_EQ(colorAt(9) == look.tokens().markdown.code, isColoured) << int(mode);
         EXPECT_EQ(colorAt(0) == look.tokens().markdown.punctuation, isColoured) << int(mode);
@@ -258,7 +263,7 @@ TEST_F(WritingToolsTest, TheContextMenuHelpsWithSpellingButNotInCode)
          {EditorMode::plainText, EditorMode::markdown, EditorMode::richText}) {
         SCOPED_TRACE(int(mode));
         tools->leaveText();
-        tools->showText(note, mode);
+        show(note, mode);
         EXPECT_TRUE(QTest::qWaitFor([&] { return menuAt(10).contains(learn); }));
         EXPECT_TRUE(menuAt(10).contains(u"world"_s));
         EXPECT_EQ(menuAt(3).contains(learn), mode != EditorMode::markdown);
@@ -272,7 +277,7 @@ TEST_F(WritingToolsTest, TheContextMenuHelpsWithSpellingButNotInCode)
     english.spelling.setLanguage(note, u"en_US"_s);
     EXPECT_TRUE(menuAt(10).contains(learn));
     EXPECT_FALSE(language->isHidden());
-    tools->showText(std::nullopt, EditorMode::plainText);
+    show(std::nullopt, EditorMode::plainText);
     EXPECT_TRUE(language->isHidden());
     tools.reset();
 }
