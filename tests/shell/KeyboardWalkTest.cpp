@@ -4,6 +4,7 @@
 #include "ShellFixture.h"
 #include "shell/IconsAndTitlesWindow.h"
 #include "shell/inspector/AliasesSheet.h"
+#include "shell/inspector/VersionListView.h"
 
 #include <QAccessible>
 #include <QRadioButton>
@@ -146,6 +147,16 @@ TEST_F(KeyboardWalkTest, EveryControlIsReachedAndSaysWhatItIs)
     state().updateNoteTags(note, {u"tide"_s, u"witness"_s});
     state().appendVersionSnapshot(note, u"Manual Save"_s);
     walk("note");
+    m_hand->press(Qt::Key_F, Qt::ControlModifier);
+    walk("find and replace");
+    m_hand->press(Qt::Key_Escape);
+    auto* versions = find<VersionListView>();
+    versions->setFocus(Qt::TabFocusReason);
+    m_hand->press(Qt::Key_End);
+    m_hand->press(Qt::Key_Return);
+    EXPECT_TRUE(window().sheets().topSheet());
+    walk("version");
+    m_hand->press(Qt::Key_Escape);
     state().selectFolder(folder);
     walk("folder");
     m_hand->press(Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
