@@ -170,8 +170,9 @@ QWidget* MainWindow::makeWorkspace()
     auto* layout = new QVBoxLayout(workspace);
     layout->setContentsMargins({});
     layout->setSpacing(0);
+    m_menu = makeApplicationMenu(m_commands, this);
     const MainToolbar::Menus menus{
-        .application = *makeApplicationMenu(m_commands, this),
+        .application = *m_menu,
         .projects = *makeProjectMenu(m_appState, *m_projectActions, *m_actions.showProjects, this),
         .insert = *makeCommandMenu(CommandMenu::Insert, m_commands, this),
         .hasInsert = [this] {
@@ -273,6 +274,8 @@ void MainWindow::makeDirectCommands()
     addKey(QKeySequence(Qt::Key_F10), [this] {
         if (m_toolbar->isVisible())
             m_toolbar->openMenu();
+        else
+            browser().openMenu();
     });
     addKey(QKeySequence(Qt::CTRL | Qt::Key_Comma), [this] {
         m_appState.services().notifications.post(AppCommandEvents::openSettingsWindow);
@@ -313,6 +316,7 @@ ProjectsBrowserView& MainWindow::browser()
 {
     if (!m_browser) {
         m_browser = new ProjectsBrowserView(m_appState, *m_projectActions, m_look, this);
+        m_browser->setMenu(*m_menu);
         m_stack->addWidget(m_browser);
     }
     return *m_browser;

@@ -10,6 +10,7 @@
 
 #include <QWidget>
 
+class QMenu;
 class QStackedLayout;
 
 namespace orvane {
@@ -89,6 +90,7 @@ private:
     SplitPaneLayoutModel m_paneLayout;
     OrvaneWorkspaceSplitViewController* m_paneController = nullptr;
     MainToolbar* m_toolbar = nullptr;
+    QMenu* m_menu = nullptr;
     QAction* m_guide = nullptr;
     std::vector<KeyedAction> m_keyedActions;
     std::vector<NotificationCenter::Observation> m_observations;

@@ -74,6 +74,7 @@ QWidget* ProjectsBrowserView::makeHeader()
     m_back->setIcon(look().icon(Symbol::Back));
     m_back->setAccessibleName(tr("Back to the open project"));
     m_back->setFixedSize(32, 32);
+    m_back->setToolTip(m_back->accessibleName());
     connect(m_back, &QToolButton::clicked, &m_appState, &AppState::presentEditor);
     m_filter = new QLineEdit(header);
     m_filter->setPlaceholderText(tr("Filter projects"));
@@ -107,7 +108,32 @@ QWidget* ProjectsBrowserView::makeHeader()
     row->addWidget(m_filter);
     row->addWidget(m_order);
     row->addWidget(create);
+    row->addWidget(makeMenuButton());
     return header;
+}
+
+QWidget* ProjectsBrowserView::makeMenuButton()
+{
+    m_menuButton = new QToolButton(this);
+    m_menuButton->setIcon(look().icon(Symbol::Menu, Surface::Window));
+    m_menuButton->setIconSize({16, 16});
+    m_menuButton->setFixedSize(32, 32);
+    m_menuButton->setAccessibleName(tr("Menu"));
+    m_menuButton->setToolTip(tr("Menu") + u"  F10"_s);
+    connect(m_menuButton, &QToolButton::clicked, this, &ProjectsBrowserView::openMenu);
+    return m_menuButton;
+}
+
+void ProjectsBrowserView::setMenu(QMenu& menu)
+{
+    m_menu = &menu;
+}
+
+void ProjectsBrowserView::openMenu()
+{
+    const QPoint corner = m_menuButton->mapToGlobal(m_menuButton->rect().bottomRight());
+    m_menu->popup(corner + QPoint(1 - m_menu->sizeHint().width(), 5));
+    m_menuButton->setDown(false);
 }
 
 void ProjectsBrowserView::makeTiles()

@@ -8,6 +8,7 @@ class QComboBox;
 class QLabel;
 class QLineEdit;
 class QListView;
+class QMenu;
 class QPushButton;
 class QStackedLayout;
 class QToolButton;
@@ -28,6 +29,9 @@ public:
     ProjectsBrowserView(AppState& appState, ProjectActions& actions, Look& look,
                         QWidget* parent = nullptr);
 
+    /// The menu of the button at the end; outlives the browser.
+    void setMenu(QMenu& menu);
+    void openMenu();
     /// Reads the projects anew and shows the welcome where it is due; when the browser comes up.
     void appear();
     void focusTiles();
@@ -40,6 +44,7 @@ protected:
 
 private:
     [[nodiscard]] QWidget* makeHeader();
+    [[nodiscard]] QWidget* makeMenuButton();
     [[nodiscard]] QWidget* makeFooter();
     void makeTiles();
     void makeEmptyState();
@@ -57,6 +62,8 @@ private:
     ProjectTilesModel* m_model;
     ProjectTileDelegate* m_delegate;
     QStackedLayout* m_stack;
+    QMenu* m_menu = nullptr;
+    QToolButton* m_menuButton = nullptr;
     QToolButton* m_back = nullptr;
     QLineEdit* m_filter = nullptr;
     QComboBox* m_order = nullptr;

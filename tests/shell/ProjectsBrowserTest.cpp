@@ -176,6 +176,28 @@ TEST_F(ProjectsBrowserTest, FilterOrderAndTheWayBack)
     EXPECT_EQ(state().selectedNoteID(), note);
 }
 
+TEST_F(ProjectsBrowserTest, TheProgramsMenuIsHereToo)
+{
+    dismissWelcome();
+    start();
+    for (const bool byKey : {true, false}) {
+        if (byKey)
+            m_hand->press(Qt::Key_F10);
+        else
+            press(u"Menu"_s);
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        QStringList shown;
+        for (const QAction* action : menu->actions()) {
+            if (action->isVisible())
+                shown.append(action->text().remove(u'&'));
+        }
+        EXPECT_TRUE(shown.contains(u"Help"_s)) << qPrintable(shown.join(u' '));
+        EXPECT_LE(menu->geometry().right(), window().geometry().right());
+        menu->close();
+    }
+}
+
 TEST_F(ProjectsBrowserTest, MenuRenamesAndMovesToTrash)
 {
     startWith({u"Letters"_s});
