@@ -33,6 +33,8 @@ Drawing drawingOf(Symbol symbol)
         return {"actions"_L1, "view-grid"_L1};
     case Symbol::Back:
         return {"actions"_L1, "go-previous"_L1};
+    case Symbol::Bullets:
+        return {"actions"_L1, "view-list-text"_L1};
     case Symbol::ChevronDown:
         return {"actions"_L1, "arrow-down"_L1};
     case Symbol::ChevronRight:

@@ -17,6 +17,7 @@ namespace orvane {
 enum class Symbol {
     AllProjects,
     Back,
+    Bullets,
     ChevronDown,
     ChevronRight,
     ChevronUp,

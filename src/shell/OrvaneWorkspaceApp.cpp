@@ -124,6 +124,9 @@ void OrvaneWorkspaceApp::start()
     });
     m_settingsWanted = m_notifications.observe(AppCommandEvents::openSettingsWindow,
                                                [this](const NoPayload&) { showSettings(); });
+    m_bulletsWanted = m_notifications.observe(
+        AppCommandEvents::openBulletLibrarySettings,
+        [this](const NoPayload&) { showSettings().showPage(SettingsPageId::Bullets); });
 }
 
 void OrvaneWorkspaceApp::open(const OpenRequest& request)

@@ -80,6 +80,7 @@ private:
     QTimer m_checkTimer;
     std::unique_ptr<SettingsWindow> m_settings;
     NotificationCenter::Observation m_settingsWanted;
+    NotificationCenter::Observation m_bulletsWanted;
     bool m_finished = false;
 };
 

@@ -4,7 +4,9 @@
 #include "ShellFixture.h"
 #include "appearance/studio/ThemeStudioView.h"
 #include "appearance/themes/BundledThemes.h"
+#include "core/AppCommandEvents.h"
 #include "editor/EditorView.h"
+#include "editor/lists/CustomBullet.h"
 #include "shell/settings/ShortcutRow.h"
 #include "shell/settings/ShortcutsPage.h"
 #include "shell/shortcuts/ShortcutStorage.h"
@@ -161,6 +163,54 @@ TEST_F(SettingsWindowTest, TheOpenNoteFollowsTheEditorPage)
         m_keys->press(Qt::Key_Down);
         EXPECT_NE(picture(), before) << name;
     }
+}
+
+TEST_F(SettingsWindowTest, ABulletMadeHereMakesAListInTheOpenNote)
+{
+    openSettings();
+    ASSERT_TRUE(state().createProject(u"Novel"_s, {}));
+    state().createNote(u"Low water"_s, {});
+    state().services().notifications.post(AppCommandEvents::openBulletLibrarySettings);
+    ASSERT_EQ(m_settings->currentPage(), SettingsPageId::Bullets);
+    QWidget& page = m_settings->page(SettingsPageId::Bullets);
+    const auto add = [&] {
+        for (auto* button : page.findChildren<QPushButton*>())
+            click(*button);
+    };
+    const auto characters = [this] {
+        QStringList all;
+        const auto json = defaults().get<QByteArray>(u"OrvaneWorkspace.customBulletLibrary"_s, {});
+        for (const CustomBullet& bullet : customBulletsFromJson(json).value_or(QList<CustomBullet>()))
+            all.append(bullet.character);
+        return all;
+    };
+    add();
+    EXPECT_EQ(characters(), QStringList()) << "a row without a bullet is not stored";
+    m_keys->type(u"#"_s);
+    add();
+    m_keys->type(u"=>"_s);
+    m_keys->press(Qt::Key_Tab);
+    m_keys->type(u"Follows"_s);
+    EXPECT_EQ(characters(), QStringList({u"#"_s, u"=>"_s}));
+    QToolButton* up = nullptr;
+    for (auto* button : page.findChildren<QToolButton*>()) {
+        if (button->accessibleName() == u"Move up"_s && button->isEnabled())
+            up = button;
+    }
+    ASSERT_TRUE(up);
+    click(*up);
+    EXPECT_EQ(characters(), QStringList({u"=>"_s, u"#"_s}));
+
+    m_settings->close();
+    window().activateWindow();
+    ASSERT_TRUE(TourHand::waitFor([this] { return window().isActiveWindow(); }));
+    defaults().set(u"settings.editor.mode"_s, u"Rich Text"_s);
+    m_hand->click(*find<EditorView>()->viewport());
+    m_hand->press(Qt::Key_End, Qt::ControlModifier);
+    m_hand->type(u"\n=> one\ntwo"_s);
+    window().flushDrafts();
+    const QString body = state().note(*state().selectedNoteID())->body;
+    EXPECT_TRUE(body.endsWith(u"=> one\n=> two"_s)) << qUtf8Printable(body);
 }
 
 TEST_F(SettingsWindowTest, WhatNeedsAnotherSettingWaitsForIt)

@@ -17,6 +17,8 @@ namespace {
 
 constexpr int padding = 36;
 constexpr int widest = 760;
+/// As high as the controls that may stand beside it.
+constexpr int titleHeight = 34;
 
 } // namespace
 
@@ -30,13 +32,15 @@ SettingsPage::SettingsPage(const RowText& head, UserDefaults& defaults, Look& lo
     auto* content = new QWidget;
     content->setMaximumWidth(widest + 2 * padding);
     auto* layout = new QVBoxLayout(content);
-    layout->setContentsMargins(padding, 32, padding, padding);
+    layout->setContentsMargins(padding, 30, padding, padding);
     layout->setSpacing(0);
     m_title->setSpacing(8);
-    m_title->addWidget(makeLabel(head.title, TextStyle::SheetTitle), 1);
+    QLabel* title = makeLabel(head.title, TextStyle::SheetTitle);
+    title->setMinimumHeight(titleHeight);
+    m_title->addWidget(title, 1);
     layout->addLayout(m_title);
     if (!head.hint.isEmpty()) {
-        layout->addSpacing(6);
+        layout->addSpacing(4);
         QLabel* told = makeLabel(head.hint, TextStyle::Body, LabelInk::Secondary);
         told->setWordWrap(true);
         layout->addWidget(told);

@@ -9,6 +9,7 @@
 #include "core/SessionKeys.h"
 #include "editor/EditorSettings.h"
 #include "editor/spelling/Spelling.h"
+#include "shell/settings/BulletsPage.h"
 #include "shell/settings/EditorFontSample.h"
 #include "shell/settings/FontFamilies.h"
 #include "shell/settings/SettingsPage.h"
@@ -186,6 +187,8 @@ QString title(SettingsPageId id)
         return tr("General");
     case SettingsPageId::Editor:
         return tr("Editor");
+    case SettingsPageId::Bullets:
+        return tr("Bullets");
     case SettingsPageId::Appearance:
         return tr("Appearance");
     case SettingsPageId::VersionHistory:
@@ -205,6 +208,8 @@ QWidget* makeSettingsPage(SettingsPageId id, const SettingsServices& s)
         return makeGeneralPage(s);
     case SettingsPageId::Editor:
         return makeEditorPage(s);
+    case SettingsPageId::Bullets:
+        return new BulletsPage(s.services, s.look);
     case SettingsPageId::Appearance:
         return new ThemeStudioView(
             {s.services.defaults, s.themes, s.look, s.services.questions, s.files});

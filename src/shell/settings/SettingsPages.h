@@ -13,8 +13,16 @@ class ShortcutCenter;
 class ThemeFilePicker;
 
 /// The pages in the order in which they are listed.
-enum class SettingsPageId { General, Editor, Appearance, VersionHistory, Shortcuts, Projects };
-inline constexpr int settingsPageCount = 6;
+enum class SettingsPageId {
+    General,
+    Editor,
+    Bullets,
+    Appearance,
+    VersionHistory,
+    Shortcuts,
+    Projects,
+};
+inline constexpr int settingsPageCount = 7;
 
 /// What the pages work with; all of it outlives them. Questions are asked in the settings window.
 struct SettingsServices {

@@ -23,6 +23,8 @@ Symbol symbolOf(SettingsPageId id)
         return Symbol::Settings;
     case SettingsPageId::Editor:
         return Symbol::Writing;
+    case SettingsPageId::Bullets:
+        return Symbol::Bullets;
     case SettingsPageId::Appearance:
         return Symbol::Colors;
     case SettingsPageId::VersionHistory:
