@@ -180,7 +180,8 @@ TEST_F(SettingsWindowTest, ABulletMadeHereMakesAListInTheOpenNote)
     const auto characters = [this] {
         QStringList all;
         const auto json = defaults().get<QByteArray>(u"OrvaneWorkspace.customBulletLibrary"_s, {});
-        for (const CustomBullet& bullet : customBulletsFromJson(json).value_or(QList<CustomBullet>()))
+        for (const CustomBullet& bullet :
+             customBulletsFromJson(json).value_or(QList<CustomBullet>()))
             all.append(bullet.character);
         return all;
     };
