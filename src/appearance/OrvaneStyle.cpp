@@ -84,15 +84,17 @@ void drawPanel(QPainter& painter, const QRectF& rect, double radius, const QColo
 
 void drawCardShadow(QPainter& painter, const QRectF& card, double radius)
 {
-    constexpr int depth = 24;
-    constexpr int drop = 8;
+    constexpr int depth = 32;
+    constexpr int drop = 10;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(0, 0, 0, 9));
-    for (int step = depth; step > 0; step -= 2)
+    for (int step = depth; step > 0; step -= 2) {
+        // Thinner outwards, so that no edge of it is seen.
+        painter.setBrush(QColor(0, 0, 0, 1 + 5 * (depth - step) / depth));
         painter.drawRoundedRect(card.adjusted(-step, drop - step, step, drop + step), radius + step,
                                 radius + step);
+    }
     painter.restore();
 }
 

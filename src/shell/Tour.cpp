@@ -7,10 +7,13 @@
 #include "editor/EditorView.h"
 #include "shell/BinderModel.h"
 #include "shell/BinderTreeView.h"
+#include "shell/IconsAndTitlesWindow.h"
 #include "shell/MainWindow.h"
 #include "shell/OrvaneWorkspaceApp.h"
 #include "shell/ProjectTilesModel.h"
 #include "shell/TourHand.h"
+#include "shell/inspector/AliasesSheet.h"
+#include "shell/inspector/VersionListView.h"
 #include "shell/settings/SettingsWindow.h"
 
 #include <QAbstractButton>
@@ -80,6 +83,7 @@ private:
     void findAndReplace();
     void markdown();
     void richText();
+    void tagsAndVersions();
     void looks();
     void settings();
     void commandPalette();
@@ -353,6 +357,41 @@ void Tour::richText()
     session.setMode(EditorMode::plainText);
 }
 
+/// What belongs to a note beside its text: tags, earlier versions, icon.
+void Tour::tagsAndVersions()
+{
+    AppState& state = m_app->appState();
+    const QUuid note = *state.selectedNoteID();
+    const NoteContent now = NoteContent::of(*state.note(note));
+    NoteContent earlier = now;
+    earlier.body.replace(u"sixty years"_s, u"forty years"_s);
+    state.updateNote(note, earlier);
+    state.appendVersionSnapshot(note, u"Manual Save"_s);
+    state.updateNote(note, now);
+    for (const auto& tag : {u"witness"_s, u"tide"_s})
+        state.addTagToNote(note, tag);
+    picture(u"tags"_s);
+    auto* versions = visible<VersionListView>();
+    expect(versions, u"the Inspector lists versions"_s);
+    versions->selectVersion(0);
+    for (const auto mode : {AppearanceThemeMode::Light, AppearanceThemeMode::Dark}) {
+        m_app->themes().applyTheme(signatureBundle().id, mode);
+        press(u"Preview"_s);
+        picture(u"version-preview-"_s + modeText(mode));
+        m_hand->press(Qt::Key_Escape);
+        auto* aliases = new AliasesSheet(state, u"tide"_s, m_app->look());
+        window().sheets().present(aliases);
+        picture(u"aliases-"_s + modeText(mode));
+        aliases->dismiss();
+        auto* icons = IconsAndTitlesWindow::open({TitledItem::Kind::Note, note}, state,
+                                                 m_app->look(), &window());
+        TourHand::settle();
+        const QString file = u"%1/icons-and-titles-%2.png"_s.arg(m_folder, modeText(mode));
+        expect(icons->grab().save(file), u"picture written to "_s + file);
+        icons->close();
+    }
+}
+
 /// The main window in the other built-in looks, and the settings.
 void Tour::looks()
 {
@@ -525,6 +564,7 @@ int Tour::run()
     findAndReplace();
     markdown();
     richText();
+    tagsAndVersions();
     looks();
     browse();
     quitAndComeBack();
