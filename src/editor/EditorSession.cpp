@@ -112,6 +112,8 @@ void EditorSession::setTitle(const QString& title)
 
 void EditorSession::setShapes(const std::optional<Blob>& payload)
 {
+    if (!m_isReadable)
+        return;
     beginEdit(false);
     m_draft.shapesPayload = payload;
     markDirty();

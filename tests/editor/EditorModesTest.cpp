@@ -201,10 +201,18 @@ TEST_F(EditorModesTest, ALongNoteIsPreparedElsewhereAndNeverLosesALetter)
     wait();
     EXPECT_TRUE(content(a).body.endsWith(u"123"_s));
 
-    // A flush point doesn't wait for the event loop, whether the forms are being made or not.
-    for (const auto pause : {0ms, 300ms, 1500ms}) {
+    // A flush point doesn't wait for the event loop, whether the forms are being made, or have been
+    // made of what stands there or of what stood there before the last key.
+    struct Row {
+        std::chrono::milliseconds pause;
+        bool typesAfter;
+    };
+    for (const auto& [pause, typesAfter] :
+         {Row{0ms, false}, Row{300ms, false}, Row{300ms, true}, Row{1400ms, true}}) {
         type(u"4"_s);
         test.clock.advance(pause);
+        if (typesAfter)
+            type(u"5"_s);
         const QString text = shown();
         app->selectNote(b);
         EXPECT_EQ(content(a).body, text);

@@ -189,20 +189,23 @@ struct WritingRunTest : ::testing::Test {
         }
         app->openProject(project, below(2) == 0);
     }
+    void checkRecord(const NoteRecord& note)
+    {
+        const ModelNote& wanted = model[note.id];
+        ASSERT_EQ(note.title, wanted.title);
+        ASSERT_EQ(note.body.text(), wanted.body);
+        ASSERT_EQ(note.richContentPayload.has_value(), wanted.rich.has_value());
+        if (!wanted.rich)
+            return;
+        const auto archived = AttachmentManager::decodePayload(note.richContentPayload->bytes());
+        ASSERT_EQ(*archived, *wanted.rich);
+        const auto rtf = OrvaneWorkspaceRTF::read(note.bodyRTF->bytes());
+        ASSERT_EQ(rtf->text(), wanted.rich->text());
+    }
     void checkStored()
     {
-        for (const auto& note : app->persistenceController()->load().notes) {
-            const ModelNote& wanted = model[note->id];
-            ASSERT_EQ(note->title, wanted.title);
-            ASSERT_EQ(note->body.text(), wanted.body);
-            ASSERT_EQ(note->richContentPayload.has_value(), wanted.rich.has_value());
-            if (!wanted.rich)
-                continue;
-            EXPECT_EQ(*AttachmentManager::decodePayload(note->richContentPayload->bytes()),
-                      *wanted.rich);
-            EXPECT_EQ(OrvaneWorkspaceRTF::read(note->bodyRTF->bytes())->text(),
-                      wanted.rich->text());
-        }
+        for (const auto& note : app->persistenceController()->load().notes)
+            checkRecord(*note);
         ASSERT_EQ(app->notes().size(), notes.size());
     }
     void step();
@@ -211,11 +214,16 @@ struct WritingRunTest : ::testing::Test {
 void WritingRunTest::step()
 {
     ModelNote* note = selected();
+    std::optional<QUuid> before;
     switch (below(20)) {
     case 0:
     case 1:
+        before = app->selectedNoteID();
         app->selectNote(anyNote());
         hasReturned = true;
+        if (before && before != app->selectedNoteID()) {
+            ASSERT_NO_FATAL_FAILURE(checkRecord(*app->note(*before)));
+        }
         if (note = selected(); note && session->mode() != note->mode)
             FAIL() << "a note remembers its mode";
         break;
