@@ -152,6 +152,7 @@ TEST_F(WritingToolsTest, AnotherNoteResetsTheStripAndAReloadKeepsIt)
 
     tools->findStrip().reset();
     EXPECT_FALSE(tools->findStrip().isVisible());
+    EXPECT_TRUE(view->hasFocus());
     toggleFind();
     EXPECT_EQ(query()->text(), QString());
     EXPECT_EQ(count(), QString());

@@ -92,6 +92,34 @@ TEST_F(MainJobTest, SavesByItselfAfterAPause)
     EXPECT_EQ(text->selection().range().end(), 7) << "saving leaves the caret where it is";
 }
 
+TEST_F(MainJobTest, ListsAreMadeInRichNotesAndFoundTextInAll)
+{
+    dismissWelcome();
+    start();
+    makeProject(u"Tidewater"_s);
+    press(u"New Note"_s);
+    m_hand->type(u"Low water\none\ntwo"_s);
+    const auto& commands = allCommands();
+    const Command& bullets = **std::ranges::find(commands, u"bulletList"_s, &Command::id);
+    auto* text = find<EditorView>();
+    for (const EditorMode mode :
+         {EditorMode::plainText, EditorMode::markdown, EditorMode::richText}) {
+        SCOPED_TRACE(int(mode));
+        window().editorPane().session().setMode(mode);
+        TourHand::settle();
+        EXPECT_EQ(window().commands().wouldAct(bullets), mode == EditorMode::richText);
+        m_hand->press(Qt::Key_F, Qt::ControlModifier);
+        m_hand->type(u"two"_s);
+        EXPECT_EQ(text->selection().range(), (TextRange{4, 3}));
+        m_hand->press(Qt::Key_Escape);
+        EXPECT_TRUE(text->hasFocus());
+        text->setSelection(TextSelection::caret(7));
+    }
+    window().commands().run(bullets);
+    m_hand->press(Qt::Key_Return);
+    EXPECT_EQ(text->plainText(), u"one\n• two\n• "_s);
+}
+
 TEST_F(MainJobTest, TheTitleGoesToTheBinderWhileItIsTyped)
 {
     dismissWelcome();

@@ -21,7 +21,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int fieldHeight = 28;
-constexpr int leastFieldWidth = 160;
+constexpr int leastFieldWidth = 120;
 constexpr int mostFieldWidth = 360;
 /// So that the buttons stay where they are while the count changes.
 constexpr int countWidth = 96;
@@ -149,11 +149,14 @@ void FindStrip::dismiss()
 
 void FindStrip::reset()
 {
+    const bool hadKeyboard = hasKeyboard();
     hide();
     m_session.setQuery({});
     m_query->clear();
     m_replacement->clear();
     showReplacement(false);
+    if (hadKeyboard)
+        emit dismissed();
 }
 
 void FindStrip::setEditable(bool editable)

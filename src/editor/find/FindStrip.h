@@ -30,7 +30,8 @@ public:
     void open(Controls controls, const QString& suggestion = {});
     /// Hides the strip and tells `dismissed`.
     void dismiss();
-    /// For another note: hidden, without replacement, both fields empty. Nobody is told.
+    /// For another note: hidden, without replacement, both fields empty. `dismissed` is told only
+    /// where the keyboard was in the strip.
     void reset();
     /// Whether the text may be changed; else only finding is offered.
     void setEditable(bool editable);
