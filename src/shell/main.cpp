@@ -40,9 +40,20 @@ OpenRequest requestOf(const CommandLine& commandLine)
     return request;
 }
 
+/// Not every session has a runtime folder.
+QString runtimeFolder()
+{
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    if (!folder.isEmpty())
+        return folder;
+    const QString own = UserFolders::ofThisUser().configuration;
+    QDir().mkpath(own);
+    return own;
+}
+
 int runProgram(QApplication& application, const OpenRequest& request)
 {
-    SingleInstance instance(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation));
+    SingleInstance instance(runtimeFolder());
     switch (instance.claim(request)) {
     case SingleInstance::Role::First:
         break;

@@ -121,5 +121,12 @@ TEST(SingleInstance, AProgramThatHangsIsToldFromOneThatDied)
     EXPECT_EQ(claimElsewhere(folder.path(), {}, 5s), Role::HandedOver);
 }
 
+TEST(SingleInstance, AFolderThatTakesNoLockKeepsNobodyOut)
+{
+    QTemporaryDir folder;
+    SingleInstance instance(folder.filePath(u"missing"_s));
+    EXPECT_EQ(instance.claim({}, 200ms), Role::First);
+}
+
 } // namespace
 } // namespace orvane

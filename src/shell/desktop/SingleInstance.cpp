@@ -47,6 +47,12 @@ SingleInstance::Role SingleInstance::claim(const OpenRequest& request,
         // Both again and again: the first may be about to end, or not listen yet.
         if (m_lock.tryLock(0))
             return listen() ? Role::First : Role::NotAnswering;
+        // A folder that takes no lock must not keep anybody from writing.
+        if (m_lock.error() != QLockFile::LockFailedError) {
+            qWarning("Further starts can't be noticed: no lock can be held on %ls",
+                     qUtf16Printable(m_lock.fileName()));
+            return Role::First;
+        }
         const auto left = patience - std::chrono::milliseconds(timer.elapsed());
         if (handOver(request, std::max(left, retryAfter)))
             return Role::HandedOver;

@@ -28,7 +28,8 @@ public:
     explicit SingleInstance(const QString& folder, QObject* parent = nullptr);
     ~SingleInstance() override;
 
-    /// Becomes the first, or hands `request` to it. Waits `patience` at most.
+    /// Becomes the first, or hands `request` to it. Waits `patience` at most. Where the folder
+    /// takes no lock, every start is the first; a project's own lock still keeps two apart.
     [[nodiscard]] Role claim(const OpenRequest& request,
                              std::chrono::milliseconds patience = std::chrono::seconds(5));
 
