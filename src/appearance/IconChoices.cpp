@@ -232,7 +232,7 @@ QPixmap storedIconPixmap(const QString& storedIcon, int pixels, const QColor& co
 void drawStoredIcon(QPainter& painter, const QRectF& rect, const QString& storedIcon, double size,
                     const QColor& color)
 {
-    const double ratio = painter.device()->devicePixelRatioF();
+    const double ratio = deviceRatio(painter);
     drawCentred(painter, rect, storedIconPixmap(storedIcon, qRound(size * ratio), color), size);
 }
 

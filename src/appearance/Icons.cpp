@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QIcon>
 #include <QLoggingCategory>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QPixmapCache>
 #include <QStandardPaths>
@@ -172,9 +173,16 @@ QPixmap themeDrawingPixmap(const QString& category, const QString& name, int pix
     return pixmap;
 }
 
+double deviceRatio(const QPainter& painter)
+{
+    const QPaintEngine* engine = painter.paintEngine();
+    const QPaintDevice* device = engine ? engine->paintDevice() : painter.device();
+    return device->devicePixelRatioF();
+}
+
 void drawCentred(QPainter& painter, const QRectF& rect, QPixmap picture, double size)
 {
-    const double ratio = painter.device()->devicePixelRatioF();
+    const double ratio = deviceRatio(painter);
     picture.setDevicePixelRatio(ratio);
     const auto snapped = [&](double value) {
         return std::round(value * ratio) / ratio;

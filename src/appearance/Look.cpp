@@ -3,6 +3,7 @@
 
 #include "appearance/Contrast.h"
 #include "appearance/OrvaneStyle.h"
+#include "appearance/ThemeDrawing.h"
 
 #include <QApplication>
 #include <QIconEngine>
@@ -137,7 +138,7 @@ QIcon Look::icon(Symbol symbol, Surface surface, QColor SurfaceTokens::*ink) con
 void Look::drawSymbol(QPainter& painter, const QRectF& rect, Symbol symbol, double size,
                       const QColor& color)
 {
-    const double ratio = painter.device()->devicePixelRatioF();
+    const double ratio = deviceRatio(painter);
     drawCentred(painter, rect, symbolPixmap(symbol, qRound(size * ratio), color), size);
 }
 

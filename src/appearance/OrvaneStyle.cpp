@@ -2,6 +2,7 @@
 #include "appearance/OrvaneStyle.h"
 
 #include "appearance/Contrast.h"
+#include "appearance/ThemeDrawing.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -239,7 +240,7 @@ void OrvaneStyle::drawButtonLabel(const QStyleOptionButton& option, QPainter& pa
     int x = rect.left() + qMax(0, (rect.width() - width) / 2);
     if (iconSize > 0) {
         const QPixmap pixmap = option.icon.pixmap(
-            QSize(iconSize, iconSize), painter.device()->devicePixelRatioF(),
+            QSize(iconSize, iconSize), deviceRatio(painter),
             option.state.testFlag(State_Enabled) ? QIcon::Normal : QIcon::Disabled);
         painter.drawPixmap(QPoint(x, rect.top() + (rect.height() - iconSize) / 2), pixmap);
         x += iconSize + gap;

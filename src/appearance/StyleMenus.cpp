@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 // How the style draws menus.
 #include "appearance/OrvaneStyle.h"
+#include "appearance/ThemeDrawing.h"
 
 #include <QPainter>
 #include <QStyleOption>
@@ -49,9 +50,8 @@ void OrvaneStyle::drawMenuItem(const QStyleOptionMenuItem& option, QPainter& pai
             drawCheckMark(
                 painter, QRectF(rect.left(), rect.top() + (rect.height() - 14) / 2.0, 14, 14), ink);
         } else if (!option.icon.isNull()) {
-            const QPixmap pixmap =
-                option.icon.pixmap(QSize(16, 16), painter.device()->devicePixelRatioF(),
-                                   enabled ? QIcon::Normal : QIcon::Disabled);
+            const QPixmap pixmap = option.icon.pixmap(QSize(16, 16), deviceRatio(painter),
+                                                      enabled ? QIcon::Normal : QIcon::Disabled);
             painter.drawPixmap(rect.left(), rect.top() + (rect.height() - 16) / 2, pixmap);
         }
         rect.setLeft(rect.left() + iconColumn);

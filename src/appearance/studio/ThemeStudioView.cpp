@@ -147,6 +147,7 @@ QWidget* ThemeStudioView::makeColors()
     layout->setContentsMargins({});
     layout->setSpacing(8);
     auto* head = new QHBoxLayout;
+    head->setSpacing(12);
     head->addWidget(makeLabel(tr("The look as it is now"), TextStyle::WindowTitle));
     head->addStretch(1);
     m_state = makeLabel({}, TextStyle::Body, LabelInk::Secondary);
@@ -155,7 +156,6 @@ QWidget* ThemeStudioView::makeColors()
     m_bringBack->setToolTip(tr("The edited look that applying this theme replaced"));
     m_bringBack->hide();
     connect(m_bringBack, &QPushButton::clicked, this, &ThemeStudioView::bringBack);
-    head->addSpacing(12);
     head->addWidget(m_bringBack);
     layout->addLayout(head);
 

@@ -20,7 +20,7 @@ constexpr int gap = 12;
 
 void drawCommand(QPainter& painter, const QRect& rect, const QString& drawing, const QColor& color)
 {
-    const int pixels = int(std::ceil(symbolSize * painter.device()->devicePixelRatioF()));
+    const int pixels = int(std::ceil(symbolSize * deviceRatio(painter)));
     drawCentred(painter, rect,
                 themeDrawingPixmap(QStringLiteral("actions"), drawing, pixels, color), symbolSize);
 }
