@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/BinderMenus.h"
 
+#include "core/InternalNoteLink.h"
 #include "shell/Wording.h"
 
 #include <QActionGroup>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QMenu>
 
 namespace orvane {
@@ -65,6 +68,8 @@ void BinderMenus::fillNoteMenu(QMenu& menu, const NoteRecord& note)
             &QAction::triggered, this, [this, id] { m_appState.togglePinNote(id); });
     connect(menu.addAction(tr("Duplicate")), &QAction::triggered, this,
             [this, id] { m_appState.duplicateNote(id); });
+    connect(menu.addAction(tr("Copy Link to Note")), &QAction::triggered, this,
+            [id] { QGuiApplication::clipboard()->setText(InternalNoteLink::link(id)); });
     menu.addSeparator();
     connect(menu.addAction(m_look.icon(Symbol::Trash), tr("Move to Trash")), &QAction::triggered,
             this, [this, id] { m_appState.moveNoteToTrash(id); });

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "ShellFixture.h"
+#include "core/InternalNoteLink.h"
 #include "shell/BinderModel.h"
 #include "shell/BinderTreeView.h"
 
+#include <QClipboard>
 #include <QDropEvent>
 #include <QLineEdit>
 #include <QMenu>
@@ -204,6 +206,9 @@ TEST_F(BinderViewTest, MenusOfferWhatTheRowCanDo)
     EXPECT_TRUE(itemsOf(*menu).contains(u"Move to Trash"_s));
     choose(*menu, u"Duplicate"_s);
     EXPECT_EQ(shown().mid(1, 2), (QStringList{u"Alpha"_s, u"Alpha Copy"_s}));
+    menu = menuAt(rectOf(note(notes[1])).center());
+    choose(*menu, u"Copy Link to Note"_s);
+    EXPECT_EQ(InternalNoteLink::noteID(QGuiApplication::clipboard()->text()), notes[1]);
     menu = menuAt(rectOf(note(notes[1])).center());
     choose(*menu, u"Pin"_s);
     EXPECT_TRUE(indexOf(note(notes[1])).data(BinderModel::IsPinnedRole).toBool());
