@@ -48,6 +48,8 @@ void EditorSession::leaveText()
 
 void EditorSession::showText()
 {
+    // Also where the text stays: its other forms may be back.
+    m_wouldLoseFormatting.reset();
     const QUuid note = m_draft.noteID.value_or(QUuid());
     const StoredText stored = m_draft.text();
     const bool isSameText = m_text && m_text->noteID == note && m_text->form == form();
@@ -107,7 +109,6 @@ void EditorSession::connectText()
     gateway().setEditGuard([this] { return allowsEdit(); });
     m_plainIsStale = false;
     m_formsAreStale = false;
-    m_wouldLoseFormatting.reset();
     m_lastTypingAttributes = typingAttributes();
     m_lastEmittedTypingAttributes =
         NoteEditorTypingAttributesCodec::archive(m_lastTypingAttributes);

@@ -154,6 +154,8 @@ TEST_F(EditorModesTest, AnEditThatWouldEraseFormattingIsAskedAboutOnce)
     ASSERT_FALSE(versions.isEmpty());
     EXPECT_EQ(versions.last().label, u"Before Losing Formatting"_s);
     app->restoreVersion(versions.last());
+    type(u"z"_s);
+    EXPECT_EQ(test.questions.asked.size(), 4) << "there is something to lose again";
     session->setMode(EditorMode::richText);
     EXPECT_TRUE(isBold(0));
     EXPECT_EQ(content(a).richContentPayload, rich.richContentPayload);
@@ -354,6 +356,34 @@ TEST_F(EditorModesTest, UndoIsThereWhenAPersonComesBack)
     app->selectNote(a);
     EXPECT_FALSE(session->gateway().canUndo());
     EXPECT_EQ(shown(), other.body);
+}
+
+TEST(EditedTextsTest, TheLatestTextsAreKeptWithinLimits)
+{
+    EditedTexts texts;
+    QList<QUuid> notes;
+    const auto keep = [&](const QString& content) {
+        notes.append(QUuid::createUuid());
+        auto text = std::make_unique<EditedText>(notes.last(), TextForm::plain);
+        text->gateway.loadPlainText(content);
+        text->stored.plain = content;
+        texts.keep(std::move(text));
+    };
+    const auto isKept = [&](const QUuid& note, const QString& content) {
+        return texts.take(note, TextForm::plain, {content, {}, {}}) != nullptr;
+    };
+    for (std::size_t i = 0; i <= EditedTexts::mostTexts; ++i)
+        keep(u"text"_s);
+    EXPECT_FALSE(isKept(notes.at(0), u"text"_s));
+    EXPECT_TRUE(isKept(notes.at(1), u"text"_s));
+    EXPECT_FALSE(isKept(notes.at(2), u"another text"_s));
+    EXPECT_FALSE(isKept(notes.at(2), u"text"_s)) << "what is no longer stored is gone for good";
+
+    const QString large(EditedTexts::mostCharacters - 10, u'x');
+    keep(large);
+    EXPECT_FALSE(isKept(notes.at(3), u"text"_s));
+    EXPECT_TRUE(isKept(notes.at(notes.size() - 2), u"text"_s));
+    EXPECT_TRUE(isKept(notes.last(), large));
 }
 
 TEST_F(EditorModesTest, ARestoredVersionShowsAtOnce)
