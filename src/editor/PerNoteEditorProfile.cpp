@@ -36,15 +36,29 @@ std::optional<QHash<QString, PerNoteEditorProfile>> decoded(const QByteArray& by
     return profiles;
 }
 
+QJsonObject asJson(const PerNoteEditorProfile& profile)
+{
+    return {{"mode"_L1, profile.mode},
+            {"fontFamily"_L1, profile.fontFamily},
+            {"fontSize"_L1, profile.fontSize}};
+}
+
 QByteArray encoded(const QHash<QString, PerNoteEditorProfile>& profiles)
 {
     QJsonObject all;
-    for (auto it = profiles.begin(); it != profiles.end(); ++it) {
-        all.insert(it.key(), QJsonObject{{"mode"_L1, it->mode},
-                                         {"fontFamily"_L1, it->fontFamily},
-                                         {"fontSize"_L1, it->fontSize}});
-    }
+    for (auto it = profiles.begin(); it != profiles.end(); ++it)
+        all.insert(it.key(), asJson(*it));
     return QJsonDocument(all).toJson(QJsonDocument::Compact);
+}
+
+/// The object in `bytes`, which has members, with one more. Encoding all of them anew for each new
+/// note would take long in a large library.
+QByteArray withMember(const QByteArray& bytes, const QString& key,
+                      const PerNoteEditorProfile& profile)
+{
+    const QByteArray member =
+        QJsonDocument(QJsonObject{{key, asJson(profile)}}).toJson(QJsonDocument::Compact);
+    return bytes.chopped(1) + ',' + member.sliced(1);
 }
 
 } // namespace
@@ -90,8 +104,11 @@ void PerNoteEditorProfiles::setProfile(const QUuid& noteID, const PerNoteEditorP
 {
     if (!std::isfinite(profile.fontSize) || this->profile(noteID) == profile)
         return;
-    m_profiles.insert(uuidText(noteID), profile);
-    m_bytes = encoded(m_profiles);
+    const QString key = uuidText(noteID);
+    const bool canAppend =
+        !m_profiles.isEmpty() && !m_profiles.contains(key) && m_bytes.endsWith('}');
+    m_profiles.insert(key, profile);
+    m_bytes = canAppend ? withMember(m_bytes, key, profile) : encoded(m_profiles);
     m_defaults.set(profilesKey, DefaultsValue(m_bytes));
 }
 

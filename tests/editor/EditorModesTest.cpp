@@ -309,6 +309,10 @@ TEST_F(EditorModesTest, EachNoteRemembersItsModeAndFont)
     const QString key = u"settings.editor.perNoteProfiles.v1"_s;
     const QByteArray stored = test.defaults.get(key, QByteArray());
     EXPECT_TRUE(stored.contains(a.toString(QUuid::WithoutBraces).toUpper().toUtf8()));
+    PerNoteEditorProfiles read(test.defaults);
+    EXPECT_EQ(read.profile(a)->fontSize, 20);
+    EXPECT_EQ(read.profile(b)->mode, u"Plain Text"_s);
+    EXPECT_EQ(read.profile(c)->mode, u"Markdown"_s);
     test.defaults.set(key, DefaultsValue(QByteArray("no JSON")));
     app->selectNote(a);
     EXPECT_EQ(session->mode(), EditorMode::markdown) << "without a profile it takes what it finds";
