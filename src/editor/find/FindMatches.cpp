@@ -26,12 +26,15 @@ void FindMatches::update(const TextChange& change, qsizetype length, const ReadT
     const auto isBefore = [](TextRange match, qsizetype position) {
         return match.end() < position;
     };
-    auto old = std::lower_bound(m_ranges.begin(), m_ranges.end(), change.location, isBefore);
-    QList<TextRange> ranges(m_ranges.begin(), old);
+    const auto begin =
+        std::lower_bound(m_ranges.cbegin(), m_ranges.cend(), change.location, isBefore);
+    const qsizetype first = begin - m_ranges.cbegin();
+    auto old = begin;
 
     // Looks anew from before the change up to a place that neither the matches found now nor those
     // of before cross: from there on both are the same.
-    qsizetype from = std::max(ranges.isEmpty() ? 0 : ranges.last().end(), change.location - reach);
+    QList<TextRange> found;
+    qsizetype from = std::max(first == 0 ? 0 : m_ranges[first - 1].end(), change.location - reach);
     qsizetype common = change.location + change.lengthAfter;
     for (;;) {
         const qsizetype end = std::min(length, common + reach + 1);
@@ -39,19 +42,25 @@ void FindMatches::update(const TextChange& change, qsizetype length, const ReadT
         const qsizetype start = from;
         for (auto match = m_search.first(text); match && start + match->location < common;
              match = m_search.first(text, match->end())) {
-            ranges.append({start + match->location, match->length});
-            from = ranges.last().end();
+            found.append({start + match->location, match->length});
+            from = found.last().end();
         }
         qsizetype furthest = from;
-        for (; old != m_ranges.end() && old->location + shift < common; ++old)
+        for (; old != m_ranges.cend() && old->location + shift < common; ++old)
             furthest = std::max(furthest, old->end() + shift);
         if (furthest <= common)
             break;
         common = furthest;
     }
-    for (; old != m_ranges.end(); ++old)
-        ranges.append({old->location + shift, old->length});
-    m_ranges = ranges;
+    const qsizetype gone = old - begin;
+    if (found.size() > gone)
+        m_ranges.insert(first, found.size() - gone, {});
+    else
+        m_ranges.remove(first, gone - found.size());
+    const auto behind = std::copy(found.cbegin(), found.cend(), m_ranges.begin() + first);
+    if (shift != 0)
+        std::for_each(behind, m_ranges.end(),
+                      [shift](TextRange& match) { match.location += shift; });
 }
 
 std::pair<qsizetype, qsizetype> FindMatches::touching(TextRange range) const
