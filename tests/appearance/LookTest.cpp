@@ -50,6 +50,32 @@ TEST_F(WornLookTest, OtherTokensRestyleWhatIsOpen)
     EXPECT_EQ(drawn(button).pixelColor(face), QColor(200, 40, 40));
 }
 
+TEST_F(WornLookTest, SymbolsInAPictureOfTwiceThePixelsHaveThemAll)
+{
+    class Sign : public QWidget {
+    protected:
+        void paintEvent(QPaintEvent*) override
+        {
+            QPainter painter(this);
+            Look::drawSymbol(painter, rect(), Symbol::Keyboard, 16, Qt::black);
+        }
+    };
+    Sign sign;
+    sign.resize(16, 16);
+    const auto canvas = [] {
+        QImage image(32, 32, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        return image;
+    };
+    QImage picture = canvas();
+    picture.setDevicePixelRatio(2);
+    sign.render(&picture, {}, {}, {});
+    picture.setDevicePixelRatio(1);
+    QImage direct = canvas();
+    QPainter(&direct).drawPixmap(0, 0, symbolPixmap(Symbol::Keyboard, 32, Qt::black));
+    EXPECT_EQ(picture, direct);
+}
+
 TEST_F(WornLookTest, EverySymbolHasADrawingInTheTokensColour)
 {
     const QColor ink(10, 200, 30);
