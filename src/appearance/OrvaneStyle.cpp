@@ -13,6 +13,7 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QStyleOption>
+#include <QStyledItemDelegate>
 #include <QToolButton>
 
 namespace orvane {
@@ -33,6 +34,48 @@ ButtonTone toneOf(const QStyleOptionButton& option, const QWidget* widget)
     return option.features.testFlag(QStyleOptionButton::DefaultButton) ? ButtonTone::Accent
                                                                        : ButtonTone::Plain;
 }
+
+constexpr const char* longListProperty = "orvaneLongList";
+constexpr int longListRows = 14;
+
+/// Draws the rows of a long list as those of a menu.
+class LongListDelegate final : public QStyledItemDelegate {
+public:
+    explicit LongListDelegate(QComboBox* combo)
+        : QStyledItemDelegate(combo)
+        , m_combo(*combo)
+    {}
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override
+    {
+        const QStyleOptionMenuItem item = itemOf(option, index);
+        m_combo.style()->drawControl(QStyle::CE_MenuItem, &item, painter, &m_combo);
+    }
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
+                                 const QModelIndex& index) const override
+    {
+        const QStyleOptionMenuItem item = itemOf(option, index);
+        return m_combo.style()->sizeFromContents(QStyle::CT_MenuItem, &item, {}, &m_combo);
+    }
+
+private:
+    [[nodiscard]] QStyleOptionMenuItem itemOf(const QStyleOptionViewItem& option,
+                                              const QModelIndex& index) const
+    {
+        QStyleOptionMenuItem item;
+        item.state = option.state & (QStyle::State_Enabled | QStyle::State_Selected);
+        item.rect = option.rect;
+        item.font = m_combo.font();
+        item.fontMetrics = QFontMetrics(item.font);
+        item.text = index.data().toString();
+        item.menuHasCheckableItems = true;
+        item.checked = index.row() == m_combo.currentIndex();
+        return item;
+    }
+
+    const QComboBox& m_combo;
+};
 
 QColor withOpacity(QColor color, double opacity)
 {
@@ -60,6 +103,14 @@ QColor shaded(const QColor& face, const QColor& ink, double share)
 }
 
 } // namespace
+
+void setLongList(QComboBox* combo)
+{
+    combo->setProperty(longListProperty, true);
+    combo->setMaxVisibleItems(longListRows);
+    combo->setItemDelegate(new LongListDelegate(combo));
+    combo->view()->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+}
 
 void setButtonTone(QAbstractButton* button, ButtonTone tone)
 {
@@ -386,6 +437,10 @@ int OrvaneStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWi
     case SH_ScrollBar_Transient:
     case SH_TitleBar_NoBorder:
         return 0;
+    case SH_ComboBox_Popup:
+        if (widget && widget->property(longListProperty).toBool())
+            return 0;
+        return QProxyStyle::styleHint(hint, option, widget, returnData);
     case SH_ScrollBar_LeftClickAbsolutePosition:
     case SH_ItemView_ShowDecorationSelected:
         return 1;

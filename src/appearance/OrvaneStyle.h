@@ -6,6 +6,7 @@
 #include <QProxyStyle>
 
 class QAbstractButton;
+class QComboBox;
 class QStyleOptionButton;
 class QStyleOptionComboBox;
 class QStyleOptionMenuItem;
@@ -16,6 +17,10 @@ namespace orvane {
 
 /// What a push button means. A default button is `Accent` unless told otherwise.
 enum class ButtonTone { Plain, Accent, Danger };
+
+/// Lets a combo box with many entries open a list of limited height below it, with a scroll bar, in
+/// place of a menu over it. Before its first opening.
+void setLongList(QComboBox* combo);
 
 /// Gives a button its tone and repaints it.
 void setButtonTone(QAbstractButton* button, ButtonTone tone);

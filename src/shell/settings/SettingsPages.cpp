@@ -2,6 +2,7 @@
 #include "shell/settings/SettingsPages.h"
 
 #include "appearance/DesktopMotion.h"
+#include "appearance/OrvaneStyle.h"
 #include "appearance/studio/ThemeStudioView.h"
 #include "core/BootstrapDecision.h"
 #include "core/NoteVersionHistoryStore.h"
@@ -80,9 +81,11 @@ QWidget* makeEditorPage(const SettingsServices& s)
         editorModeSetting,
         {tr("Written as"), tr("The note on the screen. A new note begins like the one before it.")},
         modes);
-    page->addChoice(editorFontFamilySetting,
-                    {tr("Font"), tr("Each note remembers how it is written, its font and size.")},
-                    fontFamilyChoices());
+    SettingRow* font = page->addChoice(
+        editorFontFamilySetting,
+        {tr("Font"), tr("Each note remembers how it is written, its font and size.")},
+        fontFamilyChoices());
+    setLongList(qobject_cast<QComboBox*>(font->control()));
     NumberForm points;
     points.lowest = 8;
     points.highest = 96;
