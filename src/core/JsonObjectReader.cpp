@@ -46,7 +46,7 @@ bool JsonObjectReader::has(QLatin1String key) const
 QJsonValue JsonObjectReader::take(QLatin1String key, QJsonValue::Type type, const char* typeName,
                                   bool required)
 {
-    const QJsonValue value = m_object.value(key);
+    QJsonValue value = m_object.value(key);
     if (value.isUndefined() || value.isNull()) {
         if (required)
             fail(pathOf(key), u"the key is missing"_s);
@@ -134,7 +134,7 @@ QList<QUuid> JsonObjectReader::uuids(QLatin1String key)
     QList<QUuid> ids;
     const QJsonArray values = array(key);
     ids.reserve(values.size());
-    for (const QJsonValue& value : values) {
+    for (const QJsonValue value : values) {
         const auto id = uuidFromText(value.toString());
         if (!id) {
             fail(u"%1[%2]"_s.arg(pathOf(key)).arg(ids.size()), u"an identifier is expected"_s);
@@ -165,7 +165,7 @@ std::optional<QStringList> JsonObjectReader::optionalStrings(QLatin1String key)
     if (value.isUndefined())
         return std::nullopt;
     QStringList texts;
-    for (const QJsonValue& item : value.toArray()) {
+    for (const QJsonValue item : value.toArray()) {
         if (!item.isString()) {
             fail(u"%1[%2]"_s.arg(pathOf(key)).arg(texts.size()), u"text is expected"_s);
             return std::nullopt;

@@ -204,7 +204,7 @@ void LayoutStore::read(SQLite::Database& database, qint64 storeKey)
             m_layout->folderOrderEntries.append({container, order.ids});
         else
             m_layout->noteOrderEntries.append({container.value_or(QUuid()), order.ids});
-        m_orders.insert(name, std::move(order));
+        m_orders.insert(name, order);
     }
 }
 

@@ -65,7 +65,7 @@ std::expected<Timeline, QString> readTimeline(const QString& path)
     Timeline timeline;
     const QJsonArray array = document.array();
     timeline.reserve(array.size());
-    for (const QJsonValue& value : array) {
+    for (const QJsonValue value : array) {
         auto snapshot = fromJson(value);
         if (!snapshot)
             return std::unexpected(snapshot.error().text());

@@ -66,8 +66,7 @@ QString legacyJSON(const QString& folder)
 std::expected<PersistentStoreRecovery, StoreOpenError>
 moveAside(const QString& folder, const QString& path, const QString& description, Timestamp now)
 {
-    const PersistentStoreRecovery recovery{QUrl::fromLocalFile(backupDirectory(path, now)),
-                                           description};
+    PersistentStoreRecovery recovery{QUrl::fromLocalFile(backupDirectory(path, now)), description};
     const auto failed = [&](const QString& detail) {
         return std::unexpected(StoreOpenError{StoreOpenError::Code::RecoveryFailed, path,
                                               description + "; "_L1 + detail, std::nullopt});

@@ -144,7 +144,7 @@ std::optional<OrvaneProjectRecord> ProjectLibraryController::decodedProject(cons
         if (auto manifest = OrvaneProjectManifest::decoded(*bytes))
             fresh.record = OrvaneProjectRecord{*std::move(manifest), rootPath};
     }
-    return m_cache.insert(rootPath, std::move(fresh))->record;
+    return m_cache.insert(rootPath, fresh)->record;
 }
 
 QList<OrvaneProjectRecord> ProjectLibraryController::sortedProjects()

@@ -109,8 +109,8 @@ ProjectLock::Problem problemOf(int error)
 
 std::unexpected<ProjectLock::Failure> failed(const QString& path, int error)
 {
-    return std::unexpected(ProjectLock::Failure{
-        problemOf(error), path, QString::fromLocal8Bit(std::strerror(error)), std::nullopt});
+    return std::unexpected(
+        ProjectLock::Failure{problemOf(error), path, qt_error_string(error), std::nullopt});
 }
 
 bool isStillAt(int descriptor, const QByteArray& path)

@@ -150,7 +150,7 @@ struct Reader {
         else
             value.activeIndex.reset();
         value.presets.clear();
-        for (const QJsonValue& item : part.array("presets"_L1)) {
+        for (const QJsonValue item : part.array("presets"_L1)) {
             JsonObjectReader presetReader(item, part.pathOf("presets"_L1));
             PaneAppearancePreset preset;
             forEachPresetField(preset, Reader{presetReader});

@@ -98,7 +98,7 @@ StoreCheck::StoreCheck(const QString& storePath, Done done)
 {
     m_private->thread = std::jthread(
         [isWanted = m_private->isWanted, storePath, done = std::move(done)](std::stop_token stop) {
-            const StoreCheckResult result = check(storePath, stop);
+            const StoreCheckResult result = check(storePath, std::move(stop));
             // Through the application, so that the one who is told may destroy this object.
             QMetaObject::invokeMethod(
                 QCoreApplication::instance(),

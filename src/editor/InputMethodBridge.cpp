@@ -68,7 +68,7 @@ void InputMethodBridge::commit(const QInputMethodEvent& event)
 
 void InputMethodBridge::compose(const QInputMethodEvent& event)
 {
-    const QString text = event.preeditString();
+    const QString& text = event.preeditString();
     int caret = int(text.size());
     QList<QTextLayout::FormatRange> formats;
     for (const QInputMethodEvent::Attribute& attribute : event.attributes()) {
