@@ -4,6 +4,13 @@
 namespace orvane {
 namespace {
 
+/// An edge of a cell, in twips; none stands farther out than some eighteen metres.
+int edgeAt(int twips)
+{
+    constexpr int farthest = 1 << 20;
+    return std::clamp(twips, -farthest, farthest);
+}
+
 constexpr int defaultBorderTwips = 15;
 
 qint16 boundedPadding(int twips)
@@ -20,7 +27,7 @@ void beginRow(RtfInterpreter& interpreter, RtfParameter, int)
 
 void setRowLeft(RtfInterpreter& interpreter, RtfParameter parameter, int)
 {
-    interpreter.editRow().left = parameter.value;
+    interpreter.editRow().left = edgeAt(parameter.value);
 }
 
 void setRowGap(RtfInterpreter& interpreter, RtfParameter parameter, int)
@@ -42,7 +49,7 @@ void setCellPadding(RtfInterpreter& interpreter, RtfParameter parameter, int edg
 
 void endCellDefinition(RtfInterpreter& interpreter, RtfParameter parameter, int)
 {
-    interpreter.nextCell.right = parameter.value;
+    interpreter.nextCell.right = edgeAt(parameter.value);
     interpreter.editRow().cells.append(interpreter.nextCell);
     interpreter.nextCell = {};
     interpreter.borderEdge = -1;
