@@ -2,6 +2,7 @@
 #include "editor/EditorSamples.h"
 #include "editor/EditorView.h"
 #include "support/Bench.h"
+#include "support/PaintedFrames.h"
 #include "text/TextStore.h"
 
 #include <QApplication>
@@ -12,7 +13,6 @@
 #include <QTextTable>
 
 #include <cstring>
-#include <ctime>
 #include <malloc.h>
 #include <memory>
 
@@ -25,74 +25,11 @@ namespace {
 constexpr int million = 1'000'000;
 constexpr QSize windowSize(900, 800);
 
-/// Milliseconds of this thread's own work; what other programs do meanwhile doesn't count. All that
-/// stands between an event and its frame happens on this thread.
-double threadMilliseconds()
-{
-    timespec now{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return double(now.tv_sec) * 1e3 + double(now.tv_nsec) / 1e6;
-}
-
-template <typename Work>
-double milliseconds(Work&& work)
-{
-    const double start = threadMilliseconds();
-    work();
-    return threadMilliseconds() - start;
-}
-
-/// Lets everything happen that waits, such as layout bit by bit.
-void settle()
-{
-    for (int i = 0; i < 20; ++i)
-        QApplication::processEvents(QEventLoop::AllEvents, 5);
-}
-
-/// Counts the frames that a widget has painted.
-class Frames : public QObject {
-public:
-    explicit Frames(QWidget* painted) { painted->installEventFilter(this); }
-
-    bool eventFilter(QObject*, QEvent* event) override
-    {
-        m_count += event->type() == QEvent::Paint;
-        return false;
-    }
-
-    /// Milliseconds from now until `work` has been done and shown.
-    template <typename Work>
-    double until(Work&& work)
-    {
-        const int before = m_count;
-        const double time = milliseconds([&] {
-            work();
-            for (int turn = 0; m_count == before && turn < 1000; ++turn)
-                QApplication::processEvents(QEventLoop::AllEvents, 1);
-        });
-        if (m_count == before)
-            qFatal("nothing was painted");
-        QApplication::processEvents(QEventLoop::AllEvents, 5);
-        return time;
-    }
-
-private:
-    int m_count = 0;
-};
-
-void pressKey(QWidget& widget, int key, const QString& text)
-{
-    QKeyEvent press(QEvent::KeyPress, key, {}, text);
-    QApplication::sendEvent(&widget, &press);
-    QKeyEvent release(QEvent::KeyRelease, key, {}, text);
-    QApplication::sendEvent(&widget, &release);
-}
-
 struct Ours {
     TextStore store;
     EditGateway gateway{store};
     EditorView view;
-    Frames frames{view.viewport()};
+    PaintedFrames frames{view.viewport()};
 
     explicit Ours(const AttributedString& text)
     {
@@ -128,7 +65,7 @@ struct Ours {
 struct Stock {
     std::unique_ptr<QTextDocument> document;
     QTextEdit edit;
-    Frames frames{edit.viewport()};
+    PaintedFrames frames{edit.viewport()};
 
     explicit Stock(std::unique_ptr<QTextDocument> text)
         : document(std::move(text))
@@ -346,7 +283,7 @@ Measurement savePrepare()
             notes.ours.gateway.type(u"x"_s);
             // The key after it counts too: it parts the text from the copy that is being saved.
             TextSnapshot snapshot;
-            const double time = milliseconds([&] {
+            const double time = threadMillisecondsOf([&] {
                 snapshot = notes.ours.store.snapshot();
                 notes.ours.gateway.type(u"x"_s);
             });
@@ -354,7 +291,7 @@ Measurement savePrepare()
             return time;
         },
         [&] {
-            return milliseconds([&] {
+            return threadMillisecondsOf([&] {
                 std::memcpy(copy.data(), archive.constData(), std::size_t(archive.size()));
             });
         });
