@@ -195,6 +195,8 @@ std::expected<void, FileError> AppState::emptyTrashToMacOSUserTrash()
         return made;
     for (const Shared<NoteRecord>& each : notesInTrash()) {
         const QString path = folder + u'/' + fileNameForTrash(*each);
+        if (const auto body = each->body.utf8().tryBytes(); !body)
+            return std::unexpected(FileError{FileError::Code::Other, path, body.error()});
         if (auto written = writeFileAtomically(path, rtfForTrash(*each)); !written)
             return written;
         if (auto moved = m_services.trash.moveToTrash(path); !moved) {

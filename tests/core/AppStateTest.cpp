@@ -431,6 +431,25 @@ TEST_F(AppStateTest, EmptyingTheTrashLeavesReadableFilesInTheDesktopsTrash)
     EXPECT_TRUE(app->note(kept));
 }
 
+// What the disk doesn't give now may come back; a file without its words must not take its place.
+TEST_F(AppStateTest, ANoteThatCantBeReadStaysInTheTrash)
+{
+    struct NoBytes : BlobSource {
+        std::expected<QByteArray, QString> read(qint64, qsizetype) override
+        {
+            return std::unexpected(u"the disk is away"_s);
+        }
+    };
+    newProject();
+    NoteRecord note = makeNote(1, FolderRecord::trashFolderID);
+    note.body = NoteText(Blob(100, std::make_shared<NoBytes>(), 1));
+    app->loadNotebookSnapshot({{}, {note}, std::nullopt}, false, std::nullopt);
+    ASSERT_TRUE(app->note(note.id));
+    EXPECT_FALSE(app->emptyTrashToMacOSUserTrash());
+    EXPECT_TRUE(app->note(note.id));
+    EXPECT_TRUE(QDir(test.folder.path() + u"/trash"_s).entryList(QDir::Files).isEmpty());
+}
+
 TEST_F(AppStateTest, TakesOverALibraryWideNotebookOnce)
 {
     const QString legacy = test.services().folders.applicationSupport + u"/OrvaneNotes"_s;
