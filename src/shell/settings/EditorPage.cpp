@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "shell/settings/EditorPage.h"
+
+#include "appearance/OrvaneStyle.h"
+#include "editor/EditorSettings.h"
+#include "editor/spelling/Spelling.h"
+#include "shell/settings/EditorFontSample.h"
+#include "shell/settings/FontFamilies.h"
+#include "shell/settings/SettingsPage.h"
+
+#include <QCoreApplication>
+
+namespace orvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("SettingsPages", text);
+}
+
+NumberForm points()
+{
+    NumberForm form;
+    form.lowest = 8;
+    form.highest = 96;
+    form.unit = tr("pt");
+    return form;
+}
+
+void addTextRows(SettingsPage* page, Look& look)
+{
+    page->addHead(tr("Text"));
+    QList<Choice> modes;
+    for (const auto mode : {EditorMode::richText, EditorMode::plainText, EditorMode::markdown})
+        modes.append({editorModeName(mode), editorModeName(mode)});
+    page->addChoice(
+        editorModeSetting,
+        {tr("Written as"), tr("The note on the screen. A new note begins like the one before it.")},
+        modes);
+    SettingRow* font = page->addChoice(
+        editorFontFamilySetting,
+        {tr("Font"), tr("Each note remembers how it is written, its font and size.")},
+        fontFamilyChoices());
+    setLongList(qobject_cast<QComboBox*>(font->control()));
+    page->addNumber(editorFontSizeSetting, {tr("Size"), {}}, points());
+    page->addSpace(16);
+    auto* sample = new EditorFontSample(look);
+    page->addWidget(sample);
+    const auto showSample = [page, sample] {
+        sample->showFont(editorFontFamilySetting.read(page->defaults()),
+                         editorFontSizeSetting.read(page->defaults()));
+    };
+    page->follow(editorFontFamilySetting.keyText(), showSample);
+    page->follow(editorFontSizeSetting.keyText(), showSample);
+}
+
+void addPageRows(SettingsPage* page)
+{
+    page->addHead(tr("Page"));
+    NumberForm percent;
+    percent.lowest = 50;
+    percent.highest = 300;
+    percent.step = 5;
+    percent.unit = tr("%");
+    percent.scale = 100;
+    page->addNumber(
+        editorDisplayZoomSetting,
+        {tr("Zoom"), tr("How large the page is shown. Lines still break in the same places.")},
+        percent);
+    NumberForm room;
+    room.lowest = 0;
+    room.highest = 2000;
+    room.step = 20;
+    room.unit = tr("px");
+    page->addNumber(bottomDocumentPaddingSetting,
+                    {tr("Room below the text"),
+                     tr("So that the last line can be written in the middle of the page.")},
+                    room);
+}
+
+void addLanguageRows(SettingsPage* page)
+{
+    page->addHead(tr("Language"));
+    page->addSwitch(spellingEnabledSetting,
+                    {tr("Check spelling while writing"), tr("Words not found are underlined.")});
+}
+
+} // namespace
+
+QWidget* makeEditorPage(const SettingsServices& s)
+{
+    auto* page = new SettingsPage({title(SettingsPageId::Editor), {}}, s.services.defaults, s.look);
+    addTextRows(page, s.look);
+    addPageRows(page);
+    addLanguageRows(page);
+    return page;
+}
+
+} // namespace orvane
