@@ -21,6 +21,10 @@ void addCommand(QMenu& menu, CommandCenter& commands, const Command& command)
     QAction* action = menu.addAction(menuText(commands, command));
     action->setObjectName(command.id);
     action->setEnabled(commands.wouldAct(command));
+    if (const auto isOn = commands.isOn(command)) {
+        action->setCheckable(true);
+        action->setChecked(*isOn);
+    }
     // Only after the menu has gone: what runs may open a menu or a sheet of its own.
     QObject::connect(
         action, &QAction::triggered, &menu, [&commands, &command] { commands.run(command); },

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "platform/UserDefaults.h"
 #include "shell/commands/PostableCommand.h"
 #include "shell/shortcuts/ShortcutAction.h"
 
@@ -74,6 +75,9 @@ struct Command {
     DirectCommand direct = DirectCommand::None;
     CommandNeed need = CommandNeed::Nothing;
     PaletteListing palette = PaletteListing::Listed;
+    /// For what is on or off, or is one of several choices: whether it is on now. Its item in a
+    /// menu carries a mark then.
+    bool (*isOn)(const UserDefaults& defaults) = nullptr;
 };
 
 /// Commands that stand together in a menu, or in a menu inside it.

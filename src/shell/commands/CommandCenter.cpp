@@ -73,6 +73,11 @@ bool CommandCenter::wouldAct(const Command& command) const
     return !wouldAct || wouldAct();
 }
 
+std::optional<bool> CommandCenter::isOn(const Command& command) const
+{
+    return command.isOn ? std::optional(command.isOn(m_services.defaults)) : std::nullopt;
+}
+
 void CommandCenter::run(const Command& command)
 {
     if (!wouldAct(command))

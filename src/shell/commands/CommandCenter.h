@@ -6,6 +6,7 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 
 namespace orvane {
 
@@ -26,6 +27,8 @@ public:
     /// Whether this program has the command at all: nobody observes what isn't built in.
     [[nodiscard]] bool isPresent(const Command& command) const;
     [[nodiscard]] bool wouldAct(const Command& command) const;
+    /// Whether it is on; nothing for a command that isn't on or off.
+    [[nodiscard]] std::optional<bool> isOn(const Command& command) const;
     /// Does nothing unless it would act.
     void run(const Command& command);
 
