@@ -15,7 +15,7 @@ void AppState::replaceNote(const Shared<NoteRecord>& note)
         m_tags.remove(**found);
         m_tags.add(*note);
     }
-    m_notes.replace(note);
+    m_notes.replace(found, note);
     emit noteChanged(note->id);
 }
 

@@ -8,6 +8,10 @@ namespace orvane {
 Blob::Blob(QByteArray bytes)
     : m_cell(std::make_shared<Cell>())
 {
+    // Encoders make room for the longest case, up to three times what they write. Bytes that are
+    // kept let go of it.
+    if (bytes.isDetached())
+        bytes.squeeze();
     m_cell->size = bytes.size();
     m_cell->bytes = std::move(bytes);
 }

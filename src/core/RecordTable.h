@@ -46,11 +46,15 @@ public:
     /// Puts `record` in the place of the one with its id; false when there is none.
     bool replace(const Shared<T>& record)
     {
-        const auto place = m_places.constFind(record->id);
-        if (place == m_places.cend())
-            return false;
-        m_records[*place] = record;
-        return true;
+        const Shared<T>* found = find(record->id);
+        if (found)
+            replace(found, record);
+        return found;
+    }
+    /// The same for a record that `find` has given and that stands there still.
+    void replace(const Shared<T>* found, const Shared<T>& record)
+    {
+        m_records[found - m_records.constData()] = record;
     }
     void removeAll(const QSet<QUuid>& ids)
     {

@@ -87,10 +87,14 @@ private:
 /// Names a setting: its key and what stands when the key is absent or of another type.
 template <typename T>
 struct Setting {
-    const char16_t* key;
+    QStringView key; ///< of a literal, which lives as long as the program
     T fallback;
 
-    [[nodiscard]] QString keyText() const { return QString::fromUtf16(key); }
+    /// Refers to the literal: nothing is allocated.
+    [[nodiscard]] QString keyText() const
+    {
+        return QString::fromRawData(reinterpret_cast<const QChar*>(key.utf16()), key.size());
+    }
     [[nodiscard]] T read(const UserDefaults& defaults) const
     {
         return defaults.get<T>(keyText(), fallback);
