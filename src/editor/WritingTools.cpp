@@ -36,8 +36,10 @@ WritingTools::WritingTools(EditorView& view, WritingLibrary& library, const Serv
     : m_view(view)
     , m_languages(library.spelling)
     , m_look(look)
+    , m_commands(view, services.notifications)
     , m_find(view, services.beeper)
     , m_lists(view, library.bullets)
+    , m_formatting(view, m_commands, m_lists, library.spelling, services)
     , m_spelling(view, library.spelling)
     , m_strip(new FindStrip(m_find, look, &pane))
     , m_language(new StripMenuButton(&pane))
@@ -70,37 +72,30 @@ void WritingTools::makeKeys(QWidget& pane)
     addKey(QKeySequence(Qt::SHIFT | Qt::Key_F3), [this] { findAgain(FindDirection::backward); });
 }
 
-/// Lists are toggled in rich notes alone; a command without a note is meant for what is shown.
-template <typename Payload, typename Action>
-void WritingTools::observeListCommand(NotificationCenter& notifications,
-                                      const Notification<Payload>& command, Action action)
-{
-    m_observations.push_back(notifications.observe(command, [this, action](const Payload& payload) {
-        const bool isMeant = payload.noteID ? payload.noteID == m_note : m_view.isVisible();
-        if (m_note && isMeant && m_mode == EditorMode::richText && m_view.isEditable())
-            action(payload);
-    }));
-}
-
 void WritingTools::observeCommands(NotificationCenter& notifications)
 {
-    namespace Format = EditorFormatNotifications;
     m_observations.push_back(notifications.observe(AppCommandEvents::toggleDocumentFind,
                                                    [this](const NoPayload&) { toggleFind(); }));
-    observeListCommand(notifications, Format::bulletList,
+    observeListCommands();
+}
+
+void WritingTools::observeListCommands()
+{
+    namespace Format = EditorFormatNotifications;
+    constexpr auto rich = CommandScope::richNotes;
+    m_commands.observe(Format::bulletList, rich,
                        [this](const CommandTarget&) { m_lists.toggleList(EditorListStyle::disc); });
-    observeListCommand(notifications, Format::numberedList, [this](const CommandTarget&) {
+    m_commands.observe(Format::numberedList, rich, [this](const CommandTarget&) {
         m_lists.toggleList(EditorListStyle::decimal);
     });
-    observeListCommand(notifications, Format::setListStyle, [this](const ListStyleChoice& choice) {
+    m_commands.observe(Format::setListStyle, rich, [this](const ListStyleChoice& choice) {
         if (const auto style = editorListStyle(choice.style))
             m_lists.toggleList(*style);
     });
-    observeListCommand(notifications, Format::setCustomBullet,
-                       [this](const CustomBulletChoice& choice) {
-                           m_lists.toggleCustomBullet(choice.character, choice.color);
-                       });
-    observeListCommand(notifications, Format::removeCustomBullet,
+    m_commands.observe(Format::setCustomBullet, rich, [this](const CustomBulletChoice& choice) {
+        m_lists.toggleCustomBullet(choice.character, choice.color);
+    });
+    m_commands.observe(Format::removeCustomBullet, rich,
                        [this](const CommandTarget&) { m_lists.removeAnyCustomBullet(); });
 }
 
@@ -135,7 +130,9 @@ bool WritingTools::isCaretInSight() const
 void WritingTools::showText(const std::optional<QUuid>& note)
 {
     m_note = note;
+    m_commands.setNote(note, m_mode);
     m_lists.setForm(m_mode == EditorMode::richText ? ListForm::rich : ListForm::plain);
+    m_formatting.showText();
     m_find.refresh();
     m_spelling.setNote(note);
     showLanguage();
@@ -177,6 +174,7 @@ void WritingTools::applyLook()
     const Tokens& t = m_look.tokens();
     m_find.setColors({t.match, t.matchEdge, t.on(Surface::Page).accent});
     m_spelling.setMarkColor(t.on(Surface::Page).danger);
+    m_formatting.lookChanged();
     if (m_markdown)
         m_markdown->setTheme(MarkdownSyntaxHighlighter::Theme::of(t));
 }

@@ -2,10 +2,11 @@
 #pragma once
 
 #include "appearance/Look.h"
-#include "editor/EditorSettings.h"
+#include "editor/EditorCommands.h"
 #include "editor/WritingLibrary.h"
 #include "editor/find/FindSession.h"
 #include "editor/find/FindStrip.h"
+#include "editor/formatting/FormattingTools.h"
 #include "editor/lists/ListEditing.h"
 #include "editor/markdown/MarkdownHighlighting.h"
 #include "editor/spelling/SpellingMarks.h"
@@ -17,8 +18,9 @@ class EditorView;
 class StripMenuButton;
 
 /// Everything that helps writing in one text view beside the typing itself: finding and replacing,
-/// lists, Markdown and spelling, each in the modes that it is for. It wears the look, listens to
-/// the commands of the program and to their keys, and is told what the view shows. Main thread.
+/// formatting, lists, Markdown and spelling, each in the modes that it is for. It wears the look,
+/// listens to the commands of the program and to their keys, and is told what the view shows. Main
+/// thread.
 class WritingTools : public QObject {
     Q_OBJECT
 public:
@@ -49,9 +51,7 @@ public:
 private:
     void makeKeys(QWidget& pane);
     void observeCommands(NotificationCenter& notifications);
-    template <typename Payload, typename Action>
-    void observeListCommand(NotificationCenter& notifications, const Notification<Payload>& command,
-                            Action action);
+    void observeListCommands();
     void applyLook();
     void showLanguage();
     [[nodiscard]] bool isCaretInSight() const;
@@ -60,8 +60,10 @@ private:
     EditorView& m_view;
     Spelling& m_languages;
     Look& m_look;
+    EditorCommands m_commands;
     FindSession m_find;
     ListEditing m_lists;
+    FormattingTools m_formatting;
     SpellingMarks m_spelling;
     std::unique_ptr<MarkdownHighlighting> m_markdown; // in Markdown only
     FindStrip* m_strip;

@@ -104,6 +104,7 @@ struct ParagraphStyle {
     double hyphenationFactor = 0; ///< 0 never hyphenates, 1 always
     bool keepLinesTogether = false;
     bool keepWithNext = false;
+    bool widowControl = false; ///< no first or last line alone on a page
     std::optional<RgbaColor> background;
     QList<TextList> textLists; ///< outermost first
     std::optional<TableCellBlock> cell;

@@ -90,6 +90,7 @@ ParagraphStyle RandomText::paragraphStyle()
     style.hyphenationFactor = oneIn(4) ? 1 : 0;
     style.keepLinesTogether = oneIn(5);
     style.keepWithNext = oneIn(5);
+    style.widowControl = oneIn(5);
     if (oneIn(5))
         style.background = color();
     if (m_all) {

@@ -35,6 +35,7 @@ enum ParagraphKey : quint64 {
     paragraphBackgroundKey = 17,
     textListsKey = 18,
     cellKey = 19,
+    widowControlKey = 20,
 };
 
 struct LengthRow {
@@ -340,6 +341,7 @@ void write(QCborStreamWriter& writer, const ParagraphStyle& style, ArchiveTables
         member(textListsKey, !style.textLists.isEmpty(),
                [&] { writeTextLists(writer, style.textLists); });
         member(cellKey, style.cell.has_value(), [&] { write(writer, *style.cell, tables); });
+        member(widowControlKey, style.widowControl, [&] { writer.append(true); });
     });
 }
 
@@ -363,6 +365,9 @@ ParagraphStyle readParagraphStyle(CborCursor& cursor, const ArchiveTables& table
             return;
         case keepWithNextKey:
             style.keepWithNext = readTrue(cursor);
+            return;
+        case widowControlKey:
+            style.widowControl = readTrue(cursor);
             return;
         case paragraphBackgroundKey:
             style.background = readColor(cursor);

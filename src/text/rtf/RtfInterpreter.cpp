@@ -442,6 +442,7 @@ ParagraphStyle RtfInterpreter::currentParagraphStyle() const
     style.hyphenationFactor = format.hyphenates ? 1 : 0;
     style.keepLinesTogether = format.keepsTogether;
     style.keepWithNext = format.keepsWithNext;
+    style.widowControl = format.controlsWidows;
     if (const QRgb fill = color(format.background); qAlpha(fill) != 0)
         style.background = RgbaColor::fromQColor(QColor::fromRgba(fill));
     return style;

@@ -228,6 +228,8 @@ QByteArray RtfWriter::paragraphWords(const ParagraphStyle& style)
         words.append("\\keep");
     if (style.keepWithNext)
         words.append("\\keepn");
+    if (style.widowControl)
+        words.append("\\widctlpar");
     if (style.background && style.background->alpha > 0)
         appendRtfWord(words, "\\cbpat", m_palette.color(*style.background));
     words.append(' ');

@@ -1,0 +1,277 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "editor/formatting/FormatEditing.h"
+
+#include "editor/CaretNavigator.h"
+#include "editor/EditorView.h"
+#include "editor/TextEdits.h"
+#include "editor/formatting/EditorHighlightStrength.h"
+#include "text/ParagraphLayout.h"
+#include "text/TextStore.h"
+
+#include <QCoreApplication>
+#include <QFontDatabase>
+#include <QFontInfo>
+
+namespace orvane {
+
+namespace {
+
+constexpr double smallestFont = 1;
+constexpr double largestFont = 1000;
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("FormatEditing", text);
+}
+
+/// Whether this machine has the family, or another one that stands in for it.
+bool hasFace(const QString& family)
+{
+    return !family.isEmpty() &&
+           (QFontDatabase::hasFamily(family) || !QFont::substitutes(family).isEmpty());
+}
+
+TextFont convertedFont(TextFont font, const std::optional<QString>& family,
+                       const std::optional<double>& size)
+{
+    if (family && hasFace(*family))
+        font.family = *family;
+    if (size && *size > 0)
+        font.size = std::clamp(*size, smallestFont, largestFont);
+    return font;
+}
+
+bool isWordCharacter(QChar character)
+{
+    return character.isLetterOrNumber() || character.isMark() || character.isSurrogate();
+}
+
+/// The word that the caret is in or stands at the end of.
+TextRange wordAtCaret(const TextStore& store, qsizetype caret)
+{
+    if (caret < store.length() && isWordCharacter(store.characterAt(caret)))
+        return wordAt(store, caret);
+    if (caret > 0 && isWordCharacter(store.characterAt(caret - 1)))
+        return wordAt(store, caret - 1);
+    return {caret, 0};
+}
+
+/// The runs of `text`, a paragraph at `location`, in another case. What a letter becomes may depend
+/// on its neighbours in another run, so the paragraph is changed as a whole and then cut.
+void appendInCase(QList<TextReplacement>& replacements, const AttributedString& text,
+                  qsizetype location, LetterCase letterCase, const QLocale& language)
+{
+    const QString after = inCase(text.text(), letterCase, language);
+    if (after == text.text())
+        return;
+    qsizetype from = 0;
+    text.forEachCharacterRun(text.fullRange(), [&](TextRange run, const SharedCharacterStyle&) {
+        const qsizetype to = run.end() == text.length()
+                                 ? after.size()
+                                 : inCase(text.text().left(run.end()), letterCase, language).size();
+        appendDifference(replacements, location + run.location,
+                         QStringView(text.text()).mid(run.location, run.length),
+                         QStringView(after).mid(from, to - from), location + run.location);
+        from = to;
+    });
+}
+
+} // namespace
+
+FormatEditing::FormatEditing(EditorView& view, const UserDefaults& defaults)
+    : m_view(view)
+    , m_defaults(defaults)
+{}
+
+TextRange FormatEditing::selected() const
+{
+    return m_view.selection().range();
+}
+
+TextFont FormatEditing::fontOf(const CharacterStyle& style) const
+{
+    return style.font ? *style.font : m_view.layout().baseFont();
+}
+
+bool FormatEditing::allOf(const std::function<bool(const CharacterStyle&)>& isSo) const
+{
+    const TextStore& store = m_view.store();
+    const TextRange range = selected();
+    if (range.isEmpty())
+        return isSo(*m_view.gateway().typingStyle());
+    bool all = true;
+    bool any = false;
+    store.forEachCharacterRun(range, [&](TextRange run, const SharedCharacterStyle& style) {
+        // Nobody sees how the end of a paragraph looks.
+        if (run.length == 1 && store.characterAt(run.location) == u'\n')
+            return;
+        any = true;
+        all = all && isSo(*style);
+    });
+    return any ? all : isSo(*store.characterStyle(range.location));
+}
+
+void FormatEditing::changeCharacters(const QString& name, TextRange range,
+                                     const CharacterChange& change)
+{
+    EditGateway& gateway = m_view.gateway();
+    gateway.performUndoableDocumentEdit(name, [&](DocumentEditor& editor) {
+        CharacterStyle typing = *editor.typingStyle();
+        change(typing);
+        if (!range.isEmpty())
+            editor.modifyCharacterStyles(range, change);
+        editor.setTypingStyle(SharedCharacterStyle(typing));
+    });
+}
+
+void FormatEditing::changeParagraphs(const QString& name,
+                                     const std::function<void(ParagraphStyle&)>& change)
+{
+    m_view.gateway().performUndoableDocumentEdit(name, [&](DocumentEditor& editor) {
+        const SharedCharacterStyle typing = editor.typingStyle();
+        editor.modifyParagraphStyles(selected(), change);
+        editor.setTypingStyle(typing);
+    });
+}
+
+void FormatEditing::toggleFontTrait(FontTrait trait)
+{
+    const bool isBold = trait == FontTrait::bold;
+    const auto has = [&](const CharacterStyle& style) {
+        const TextFont font = fontOf(style);
+        return isBold ? font.isBold() : font.italic;
+    };
+    const bool wanted = !allOf(has);
+    changeCharacters(isBold ? tr("Bold") : tr("Italic"), selected(), [&](CharacterStyle& style) {
+        if (has(style) == wanted)
+            return;
+        TextFont font = fontOf(style);
+        if (isBold)
+            font.weight = wanted ? QFont::Bold : QFont::Normal;
+        else
+            font.italic = wanted;
+        style.font = font;
+    });
+}
+
+void FormatEditing::toggleUnderline()
+{
+    const bool wanted =
+        !allOf([](const CharacterStyle& style) { return style.underline != TextLine::none; });
+    changeCharacters(tr("Underline"), selected(), [&](CharacterStyle& style) {
+        if ((style.underline != TextLine::none) != wanted)
+            style.underline = wanted ? TextLine::single : TextLine::none;
+    });
+}
+
+void FormatEditing::toggleStrikethrough()
+{
+    const bool wanted =
+        !allOf([](const CharacterStyle& style) { return style.strikethrough != TextLine::none; });
+    changeCharacters(tr("Strikethrough"), selected(), [&](CharacterStyle& style) {
+        if ((style.strikethrough != TextLine::none) != wanted)
+            style.strikethrough = wanted ? TextLine::single : TextLine::none;
+    });
+}
+
+void FormatEditing::applyRequestedFont(const std::optional<QString>& family,
+                                       const std::optional<double>& size)
+{
+    changeCharacters(tr("Font"), selected(), [&](CharacterStyle& style) {
+        const TextFont before = fontOf(style);
+        const TextFont after = convertedFont(before, family, size);
+        if (after != before)
+            style.font = after;
+    });
+}
+
+void FormatEditing::applyForeground(const std::optional<RgbaColor>& color)
+{
+    changeCharacters(tr("Text Color"), selected(),
+                     [&](CharacterStyle& style) { style.foreground = color; });
+}
+
+void FormatEditing::applyHighlight(const std::optional<RgbaColor>& color)
+{
+    std::optional<RgbaColor> fit = color;
+    if (fit) {
+        const QString strength = editorHighlightStrengthSetting.read(m_defaults);
+        fit = normalizeHighlight(*fit, editorHighlightStrength(strength));
+    }
+    changeCharacters(tr("Highlight"), selected(),
+                     [&](CharacterStyle& style) { style.background = fit; });
+}
+
+void FormatEditing::applyCase(LetterCase letterCase, const QLocale& language)
+{
+    const TextStore& store = m_view.store();
+    TextRange range = selected();
+    if (range.isEmpty())
+        range = wordAtCaret(store, range.location);
+    TextEdits edits;
+    edits.name = letterCase == LetterCase::upper   ? tr("Make Uppercase")
+                 : letterCase == LetterCase::lower ? tr("Make Lowercase")
+                                                   : tr("Capitalize");
+    for (qsizetype from = range.location; from < range.end();) {
+        const qsizetype to = std::min(store.paragraphRange(from).end(), range.end());
+        const AttributedString text = store.attributedText(TextRange::between(from, to));
+        appendInCase(edits.replacements, text, from, letterCase, language);
+        from = to;
+    }
+    if (edits.replacements.isEmpty())
+        return;
+    const auto moved = [&](qsizetype position) {
+        return positionAfter(edits.replacements, position, InsertionSide::after);
+    };
+    edits.selection =
+        TextRange::between(selected().isEmpty() ? moved(selected().location) : selected().location,
+                           moved(selected().end()));
+    apply(edits, m_view.gateway());
+}
+
+void FormatEditing::setAlignment(TextAlignment alignment)
+{
+    changeParagraphs(tr("Alignment"), [&](ParagraphStyle& style) { style.alignment = alignment; });
+}
+
+void FormatEditing::applyParagraphRole(EditorParagraphStyleRole role)
+{
+    const double size = configuredSize(role, m_defaults);
+    const int weight = role == EditorParagraphStyleRole::body ? QFont::Normal : QFont::Bold;
+    const TextRange paragraphs = m_view.store().paragraphsRange(selected());
+    changeCharacters(tr("Paragraph Style"), paragraphs, [&](CharacterStyle& style) {
+        TextFont font = fontOf(style);
+        font.size = size;
+        font.weight = weight;
+        style.font = font;
+    });
+}
+
+void FormatEditing::applyParagraphMetrics(const ParagraphMetrics& metrics)
+{
+    const auto set = [](auto& value, const auto& wanted) {
+        if (wanted)
+            value = *wanted;
+    };
+    changeParagraphs(tr("Paragraph Spacing"), [&](ParagraphStyle& style) {
+        set(style.lineSpacing, metrics.lineSpacing);
+        set(style.spacingBefore, metrics.paragraphSpacingBefore);
+        set(style.spacingAfter, metrics.paragraphSpacingAfter);
+        set(style.firstLineHeadIndent, metrics.firstLineHeadIndent);
+        set(style.headIndent, metrics.headIndent);
+        set(style.tailIndent, metrics.tailIndent);
+        set(style.defaultTabInterval, metrics.defaultTabInterval);
+        set(style.hyphenationFactor, metrics.hyphenationFactor);
+        set(style.keepLinesTogether, metrics.keepsLinesTogether);
+        set(style.keepWithNext, metrics.keepWithNext);
+        set(style.widowControl, metrics.widowControl);
+    });
+}
+
+void FormatEditing::applyParagraphBackground(const std::optional<RgbaColor>& color)
+{
+    changeParagraphs(tr("Paragraph Background"),
+                     [&](ParagraphStyle& style) { style.background = color; });
+}
+
+} // namespace orvane

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "editor/formatting/EditorSelectionSnapshot.h"
+
+#include <QObject>
+
+namespace orvane {
+
+class EditorView;
+class ListEditing;
+class UserDefaults;
+
+/// Publishes what is under the selection of one view, once after each change of text, selection or
+/// typing style and only where it differs from what was published before. Costs the same in a note
+/// of any length. Main thread.
+class SelectionSnapshots : public QObject {
+    Q_OBJECT
+public:
+    /// All outlive it.
+    SelectionSnapshots(EditorView& view, const ListEditing& lists, const UserDefaults& defaults,
+                       NotificationCenter& notifications);
+
+    /// The view shows the rich text of `note`; none for a text without formatting, of which nothing
+    /// is published.
+    void setNote(const std::optional<QUuid>& note);
+    /// What is under the selection now.
+    [[nodiscard]] EditorSelectionSnapshot snapshot() const;
+    /// Publishes before the next frame, if what is under the selection is another look by then.
+    void schedule();
+
+private:
+    void postEditorSelectionSnapshot();
+
+    EditorView& m_view;
+    const ListEditing& m_lists;
+    const UserDefaults& m_defaults;
+    NotificationCenter& m_notifications;
+    std::optional<QUuid> m_note;
+    QList<QMetaObject::Connection> m_connections;
+    bool m_isScheduled = false;
+    std::optional<EditorSelectionChange> m_published;
+};
+
+} // namespace orvane
