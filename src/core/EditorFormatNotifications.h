@@ -23,7 +23,8 @@ struct CustomBulletChoice {
     bool operator==(const CustomBulletChoice&) const = default;
 };
 
-/// A font for the selection: another family, another size in points, or both. Weight and slant stay.
+/// A font for the selection: another family, another size in points, or both. Weight and slant
+/// stay.
 struct FontChoice {
     std::optional<QString> fontName;
     std::optional<double> fontSize;
