@@ -68,7 +68,7 @@ bool AppState::passesEditGuard()
 
 // --- Start ---------------------------------------------------------------------------------------
 
-void AppState::bootstrapProjects()
+void AppState::prepareBootstrap()
 {
     migrateLegacyNotebookIfNeeded();
     refreshProjects();
@@ -78,10 +78,22 @@ void AppState::bootstrapProjects()
            qlonglong(m_projects.size()));
 
     const UserDefaults& defaults = m_services.defaults;
-    const BootstrapDecision decision =
+    m_bootstrapDecision =
         decideBootstrap(m_projects, SessionKeys::welcomeDismissed.read(defaults),
                         launchDestination(SessionKeys::launchDestination.read(defaults)),
                         SessionKeys::readUuid(defaults, SessionKeys::lastOpenedProjectID));
+    const auto* saved = std::get_if<OpenSavedProject>(&*m_bootstrapDecision);
+    if (const OrvaneProjectRecord* found = saved ? project(saved->projectID) : nullptr) {
+        openStoreAhead(ProjectLibraryController::projectDataDirectoryPath(found->rootPath));
+        setMode(RootPresentationMode::Editor);
+    }
+}
+
+void AppState::bootstrapProjects()
+{
+    if (!m_bootstrapDecision)
+        prepareBootstrap();
+    const BootstrapDecision decision = *std::exchange(m_bootstrapDecision, std::nullopt);
     if (const auto* saved = std::get_if<OpenSavedProject>(&decision)) {
         qCInfo(projectBootstrapLog, "bootstrap opening saved projectID=%ls restoreLastNote=true",
                qUtf16Printable(uuidText(saved->projectID)));
@@ -271,6 +283,27 @@ void AppState::writePendingTouch()
 
 // --- Opening and closing -------------------------------------------------------------------------
 
+void AppState::openStoreAhead(const QString& dataFolder)
+{
+    // What waits behind a protection marker is not touched.
+    if (PersistentStoreRecovery::read(dataFolder))
+        return;
+    const auto open = [dataFolder, &clock = m_services.clock] {
+        return PersistenceController::open(dataFolder, clock);
+    };
+    m_openingStore = OpeningStore{dataFolder, std::async(std::launch::async, open)};
+}
+
+PersistenceController::Opened AppState::openStore(const QString& dataFolder)
+{
+    if (auto ahead = std::exchange(m_openingStore, std::nullopt)) {
+        auto opened = ahead->result.get();
+        if (ahead->dataFolder == dataFolder)
+            return opened;
+    }
+    return PersistenceController::open(dataFolder, m_services.clock);
+}
+
 void AppState::openProject(const QUuid& id, bool restoreLastNote)
 {
     const OrvaneProjectRecord* found = project(id);
@@ -283,7 +316,7 @@ void AppState::openProject(const QUuid& id, bool restoreLastNote)
 
     if (const auto marker = PersistentStoreRecovery::read(dataFolder))
         return blockProjectOpenAfterRecovery(project, *marker);
-    auto controller = PersistenceController::open(dataFolder, m_services.clock);
+    auto controller = openStore(dataFolder);
     if (!controller) {
         qCInfo(projectBootstrapLog, "project not opened projectID=%ls: %ls",
                qUtf16Printable(uuidText(id)), qUtf16Printable(controller.error().text()));

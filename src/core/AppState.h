@@ -25,6 +25,7 @@
 #include <QUuid>
 
 #include <expected>
+#include <future>
 #include <memory>
 #include <optional>
 
@@ -60,8 +61,13 @@ public:
 
     // --- The life of the program and of a project -------------------------------------------
 
-    /// Takes over a library-wide notebook if there is one, finds the projects, and shows the
-    /// browser or opens the project that the launch setting asks for.
+    /// Takes over a library-wide notebook if there is one, finds the projects, and decides whether
+    /// to show the browser or to open the project that the launch setting asks for;
+    /// `rootPresentationMode` tells. That project's store is read on a second thread from here on,
+    /// while the caller makes what shows it.
+    void prepareBootstrap();
+    /// Goes on from `prepareBootstrap`, which it calls if nobody has: shows the browser or opens
+    /// the project.
     void bootstrapProjects();
     void refreshProjects();
     /// Opens a project, or leaves everything as it is and tells why: see
@@ -343,6 +349,14 @@ private:
     [[nodiscard]] QString lastNoteKey() const;
     [[nodiscard]] NotebookSnapshot currentSnapshot() const;
 
+    /// A store that another thread opens; going, this waits for it.
+    struct OpeningStore {
+        QString dataFolder;
+        std::future<PersistenceController::Opened> result;
+    };
+    void openStoreAhead(const QString& dataFolder);
+    [[nodiscard]] PersistenceController::Opened openStore(const QString& dataFolder);
+
     Services m_services;
     ProjectLibraryController m_library;
     NoteVersionHistoryStore m_versionHistory;
@@ -355,6 +369,8 @@ private:
     std::optional<SaveFailure> m_saveFailure;
     std::optional<ProjectWorkspaceState> m_workspaceState;
     std::unique_ptr<PersistenceController> m_controller;
+    std::optional<BootstrapDecision> m_bootstrapDecision;
+    std::optional<OpeningStore> m_openingStore;
     std::unique_ptr<Clock::Delay> m_pendingTouch;
     RecordTable<FolderRecord> m_folders;
     RecordTable<NoteRecord> m_notes;

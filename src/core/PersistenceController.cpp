@@ -302,7 +302,7 @@ PersistenceController::PersistenceController(std::unique_ptr<Private> p)
 
 PersistenceController::~PersistenceController() = default;
 
-std::expected<std::unique_ptr<PersistenceController>, StoreOpenError>
+PersistenceController::Opened
 PersistenceController::open(const QString& dataFolder, const Clock& clock, const Options& options)
 {
     auto p = std::make_unique<Private>(clock, QDir::cleanPath(dataFolder), options);
@@ -313,13 +313,13 @@ PersistenceController::open(const QString& dataFolder, const Clock& clock, const
     return std::unique_ptr<PersistenceController>(new PersistenceController(std::move(p)));
 }
 
-std::expected<std::unique_ptr<PersistenceController>, StoreOpenError>
-PersistenceController::open(const QString& dataFolder, const Clock& clock)
+PersistenceController::Opened PersistenceController::open(const QString& dataFolder,
+                                                          const Clock& clock)
 {
     return open(dataFolder, clock, Options());
 }
 
-std::expected<std::unique_ptr<PersistenceController>, StoreOpenError>
+PersistenceController::Opened
 PersistenceController::legacyShared(const QString& applicationSupportFolder, const Clock& clock)
 {
     const QString folder = legacyFolder(applicationSupportFolder);

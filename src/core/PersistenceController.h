@@ -31,7 +31,7 @@ struct StoreSchema;
 ///
 /// Only one controller can have a project open; drop the old one before the same project is opened
 /// again. Destroying it tries once more what could not be saved, and folds the journal into the
-/// store, so that a project at rest is one file. Main thread.
+/// store, so that a project at rest is one file. Main thread, but for opening.
 class PersistenceController {
 public:
     struct Options {
@@ -44,15 +44,17 @@ public:
         int foldAtPages = 1000;
     };
 
-    [[nodiscard]] static std::expected<std::unique_ptr<PersistenceController>, StoreOpenError>
-    open(const QString& dataFolder, const Clock& clock, const Options& options);
-    [[nodiscard]] static std::expected<std::unique_ptr<PersistenceController>, StoreOpenError>
-    open(const QString& dataFolder, const Clock& clock);
+    using Opened = std::expected<std::unique_ptr<PersistenceController>, StoreOpenError>;
+
+    /// On any thread: what is opened belongs to whoever gets it, whole.
+    [[nodiscard]] static Opened open(const QString& dataFolder, const Clock& clock,
+                                     const Options& options);
+    [[nodiscard]] static Opened open(const QString& dataFolder, const Clock& clock);
 
     /// The notebook of the library-wide era, under the application-support folder given. Creates
     /// an empty one when there is none: ask `hasLegacyNotebook` first.
-    [[nodiscard]] static std::expected<std::unique_ptr<PersistenceController>, StoreOpenError>
-    legacyShared(const QString& applicationSupportFolder, const Clock& clock);
+    [[nodiscard]] static Opened legacyShared(const QString& applicationSupportFolder,
+                                             const Clock& clock);
     [[nodiscard]] static bool hasLegacyNotebook(const QString& applicationSupportFolder);
 
     ~PersistenceController();

@@ -9,7 +9,7 @@
 
 namespace orvane {
 
-/// The one source of time and of delays. Main thread.
+/// The one source of time and of delays. Main thread; only `now` may be asked on any.
 class Clock {
 public:
     /// Keeps a delayed call alive; destroying it cancels the call if it has not run.

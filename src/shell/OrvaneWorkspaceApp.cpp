@@ -51,14 +51,6 @@ OrvaneWorkspaceApp::OrvaneWorkspaceApp(const UserFolders& folders,
     , m_beeper(std::make_unique<DesktopBeeper>())
     , m_trash(trash ? std::move(trash) : std::make_unique<DesktopTrash>())
 {
-    // Themes come first: a fresh installation is known by settings that are all unset.
-    migrateAppearanceKeys(m_defaults);
-    m_themes = std::make_unique<AppearanceThemeLibrary>(m_defaults, m_clock);
-    m_themes->load();
-    m_desktopScheme = std::make_unique<PortalColorScheme>(schemeOf(QGuiApplication::palette()));
-    m_themeFollower =
-        std::make_unique<DesktopThemeFollower>(m_defaults, *m_themes, *m_desktopScheme);
-    m_appearance = std::make_unique<AppearanceObserver>(m_defaults, m_look);
     const Services services{.defaults = m_defaults,
                             .notifications = m_notifications,
                             .questions = m_questions,
@@ -67,10 +59,19 @@ OrvaneWorkspaceApp::OrvaneWorkspaceApp(const UserFolders& folders,
                             .clock = m_clock,
                             .licence = m_licence,
                             .folders = folders};
+    m_appState = std::make_unique<AppState>(services);
+    m_appState->prepareBootstrap();
+    // Themes come first: a fresh installation is known by settings that are all unset.
+    migrateAppearanceKeys(m_defaults);
+    m_themes = std::make_unique<AppearanceThemeLibrary>(m_defaults, m_clock);
+    m_themes->load();
+    m_desktopScheme = std::make_unique<PortalColorScheme>(schemeOf(QGuiApplication::palette()));
+    m_themeFollower =
+        std::make_unique<DesktopThemeFollower>(m_defaults, *m_themes, *m_desktopScheme);
+    m_appearance = std::make_unique<AppearanceObserver>(m_defaults, m_look);
     m_shortcuts = std::make_unique<ShortcutCenter>(services, undoRouter());
     m_shortcuts->start();
     clearPaneLocks(m_defaults);
-    m_appState = std::make_unique<AppState>(services);
     auto* sessionEnd = new SessionEnd(this);
     connect(sessionEnd, &SessionEnd::requested, this, &OrvaneWorkspaceApp::quitRequested);
     // The check reads the whole store, so it waits until the project is on the screen.
@@ -110,11 +111,11 @@ AppUndoRedoRouter OrvaneWorkspaceApp::undoRouter()
 
 void OrvaneWorkspaceApp::start()
 {
-    m_appState->bootstrapProjects();
     m_look.wear();
     m_window = std::make_unique<MainWindow>(*m_appState, *m_shortcuts, m_look);
     m_questions.setHost(&m_window->sheets(), &m_look);
     connect(m_window.get(), &MainWindow::closed, this, &OrvaneWorkspaceApp::quitRequested);
+    m_appState->bootstrapProjects();
     m_window->show();
     // Asking the desktop and finding the icon are nothing that a first frame waits for.
     QTimer::singleShot(lateDelay, this, [this] {

@@ -149,6 +149,59 @@ TEST_F(AppStateTest, ASecondOpenerIsToldWhoHasTheProject)
     EXPECT_TRUE(other.currentProject());
 }
 
+TEST_F(AppStateTest, AStoreReadAheadOpensAsItWouldHave)
+{
+    newProject();
+    const QUuid note = newNote(u"Low water"_s, u"Mara counts."_s);
+    SessionKeys::launchDestination.write(test.defaults, u"lastNote"_s);
+    const QString folder = dataFolder();
+    std::unique_ptr<PersistenceController> other;
+    const auto nothing = [] {
+    };
+    const auto isOpen = [&] {
+        return app->rootPresentationMode() == RootPresentationMode::Editor &&
+               app->note(note)->body == u"Mara counts."_s && app->createNote() &&
+               !app->saveFailure();
+    };
+    const auto isElsewhere = [&] {
+        other.reset();
+        return app->rootPresentationMode() == RootPresentationMode::Projects &&
+               app->projectOpenProblem()->title == u"Project Is Open Elsewhere"_s;
+    };
+    const auto isProtected = [&] {
+        return app->rootPresentationMode() == RootPresentationMode::Projects &&
+               app->projectLoadProtectionAlert() && !app->currentProject();
+    };
+    struct Row {
+        const char* name;
+        std::function<void()> before;
+        std::function<bool()> after;
+        bool isWanted = true;
+    };
+    const Row rows[] = {
+        {"sound", nothing, isOpen},
+        {"open elsewhere", [&] { other = PersistenceController::open(folder, test.clock).value(); },
+         isElsewhere},
+        {"not wanted in the end", nothing, [] { return true; }, false},
+        {"sound still", nothing, isOpen},
+        {"damaged", [&] { (void)writeFileAtomically(storePath(folder), QByteArray(5000, 'x')); },
+         isProtected},
+        {"behind the marker of that", nothing, isProtected},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        app->terminate();
+        app = std::make_unique<AppState>(test.services());
+        row.before();
+        app->prepareBootstrap();
+        EXPECT_EQ(app->rootPresentationMode(), RootPresentationMode::Editor);
+        EXPECT_FALSE(app->currentProject());
+        if (row.isWanted)
+            app->bootstrapProjects();
+        EXPECT_TRUE(row.after());
+    }
+}
+
 TEST_F(AppStateTest, SwitchingProjectsKeepsBothAndTheOpenHistory)
 {
     const QUuid one = newProject(u"One"_s);
