@@ -466,6 +466,8 @@ QVariant BinderModel::data(const QModelIndex& index, int role) const
         return node->row.id;
     if (role == IsFolderRole)
         return node->row.kind == BinderRowID::Kind::Folder;
+    if (role == IsTrashRole)
+        return node->row == folderRow(FolderRecord::trashFolderID);
     if (role == DepthRole) {
         int depth = 0;
         for (const Node* above = node->parent; above && above != m_root.get();
@@ -518,8 +520,6 @@ QVariant BinderModel::folderData(const FolderRecord& folder, int role) const
         return m_counts.value(folder.id);
     case Qt::EditRole:
         return folder.name;
-    case IsTrashRole:
-        return folder.isTrash();
     case IsPinnedRole:
         return folder.isPinned;
     case IconRole:

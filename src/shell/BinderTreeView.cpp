@@ -144,9 +144,17 @@ QModelIndex BinderTreeView::indexAt(const QPoint& point) const
     return isInGap ? QModelIndex() : index;
 }
 
+void BinderTreeView::initViewItemOption(QStyleOptionViewItem* option) const
+{
+    if (!m_sumsHeights)
+        QTreeView::initViewItemOption(option);
+}
+
 void BinderTreeView::updateGeometries()
 {
+    m_sumsHeights = true;
     QTreeView::updateGeometries();
+    m_sumsHeights = false;
     const int overflow = verticalScrollBar()->maximum();
     int gap = 0;
     if (overflow > 0)

@@ -70,6 +70,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
     void updateGeometries() override;
+    void initViewItemOption(QStyleOptionViewItem* option) const override;
 
 private:
     /// What the row under a drag would do, in the viewport's coordinates.
@@ -99,6 +100,8 @@ private:
     std::function<QColor(const QString&)> m_tagColor;
     std::optional<DropGuide> m_guide;
     int m_gapAboveTrash = 0;
+    /// The height of each row is asked for, which takes nothing of fonts and colours.
+    bool m_sumsHeights = false;
     /// A folder that a drag rests on opens after a while.
     QBasicTimer m_openTimer;
     QPersistentModelIndex m_restingOn;
