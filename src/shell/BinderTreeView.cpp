@@ -107,6 +107,9 @@ BinderTreeView::BinderTreeView(Look& look, QWidget* parent)
 void BinderTreeView::applyLook()
 {
     setPalette(m_look.palette(Surface::Binder));
+    // The backdrop's gradient runs through the whole pane, so the pane paints it.
+    const SurfaceTokens& t = m_look.tokens().on(Surface::Binder);
+    viewport()->setAutoFillBackground(t.groundTop == t.groundBottom);
 }
 
 QRect BinderTreeView::chevronRect(const QRect& row, const QModelIndex& index) const

@@ -276,5 +276,20 @@ TEST_F(BinderViewTest, SortingAndTagFilterChangeOnlyWhatIsShown)
     EXPECT_EQ(shown().size(), 7);
 }
 
+TEST_F(BinderViewTest, GlassShowsTheBackdropThroughTheWholePane)
+{
+    defaults().set(u"settings.appearance.windowBackdrop.useGradient"_s, true);
+    defaults().set(u"settings.appearance.orvane.enabled"_s, true);
+    defaults().set(u"settings.appearance.orvane.binder"_s, true);
+    defaults().set(u"settings.appearance.orvane.opacity.binder"_s, 0.4);
+    TourHand::settle();
+    const QImage picture = window().grab().toImage();
+    const QRect list(tree->mapTo(&window(), QPoint()), tree->size());
+    const auto lightness = [&](int y) { return qGray(picture.pixel(list.left() + 1, y)); };
+    for (const int edge : {list.top(), list.bottom() + 1})
+        EXPECT_NEAR(lightness(edge - 1), lightness(edge), 1) << edge;
+    EXPECT_GT(lightness(list.top()), lightness(list.bottom()));
+}
+
 } // namespace
 } // namespace orvane
