@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/CaretNavigator.h"
 
+#include "text/LineBreaker.h"
 #include "text/TextStore.h"
 
 #include <QTextBoundaryFinder>
@@ -42,8 +43,31 @@ CaretMove forDirection(const TextStore& store, qsizetype position, CaretMove mov
     }
 }
 
-qsizetype step(const TextStore& store, qsizetype position, bool forward,
-               QTextLayout::CursorMode mode)
+/// `position`, or where a page break is passed by: nobody writes within one, so the caret goes from
+/// the paragraph above straight to the one below.
+qsizetype pastPageBreaks(const TextStore& store, qsizetype position, bool forward)
+{
+    QTextBlock block = store.blockAt(position);
+    if (!isPageBreak(block))
+        return position;
+    const auto beyond = [&](bool below) {
+        QTextBlock next = block;
+        while (next.isValid() && isPageBreak(next))
+            next = below ? next.next() : next.previous();
+        return next;
+    };
+    QTextBlock next = beyond(forward);
+    if (!next.isValid()) {
+        forward = !forward;
+        next = beyond(forward);
+    }
+    if (!next.isValid())
+        return position;
+    return next.position() + (forward ? 0 : next.length() - 1);
+}
+
+qsizetype plainStep(const TextStore& store, qsizetype position, bool forward,
+                    QTextLayout::CursorMode mode)
 {
     const QTextBlock block = store.blockAt(position);
     const auto inBlock = int(position - block.position());
@@ -55,6 +79,12 @@ qsizetype step(const TextStore& store, qsizetype position, bool forward,
     if (inBlock == 0)
         return std::max<qsizetype>(position - 1, 0);
     return block.position() + block.layout()->previousCursorPosition(inBlock, mode);
+}
+
+qsizetype step(const TextStore& store, qsizetype position, bool forward,
+               QTextLayout::CursorMode mode)
+{
+    return pastPageBreaks(store, plainStep(store, position, forward, mode), forward);
 }
 
 qsizetype paragraphUp(const TextStore& store, qsizetype position)
@@ -119,6 +149,9 @@ CaretPlace CaretNavigator::vertical(ParagraphLayout& layout, const TextStore& st
     LaidOutLine line = layout.lineAt(int(from.position), from.side);
     qreal travelled = 0;
     bool moved = false;
+    const auto isInBreak = [&] {
+        return isPageBreak(store.blockAt(line.range.location));
+    };
     do {
         // How far each line is from the next is firm even where the page above is only estimated.
         const std::optional<LaidOutLine> next =
@@ -126,16 +159,17 @@ CaretPlace CaretNavigator::vertical(ParagraphLayout& layout, const TextStore& st
         if (!next)
             break;
         travelled += down ? next->rect.height() : line.rect.height();
-        if (moved && travelled > distance)
+        if (moved && travelled > distance && !isInBreak())
             break;
         line = *next;
         moved = true;
-    } while (travelled < distance);
+    } while (travelled < distance || isInBreak());
     m_goalX = x;
     if (!moved)
         return {down ? store.length() : 0};
     CaretPlace place;
     place.position = layout.positionInLine(line, x, &place.side);
+    place.position = pastPageBreaks(store, place.position, down);
     return place;
 }
 
@@ -176,9 +210,9 @@ CaretPlace CaretNavigator::moved(const TextStore& store, CaretPlace from, CaretM
         return end;
     }
     case CaretMove::paragraphUp:
-        return {paragraphUp(store, from.position)};
+        return {pastPageBreaks(store, paragraphUp(store, from.position), false)};
     case CaretMove::paragraphDown:
-        return {paragraphDown(store, from.position)};
+        return {pastPageBreaks(store, paragraphDown(store, from.position), true)};
     case CaretMove::documentStart:
         return {0};
     case CaretMove::documentEnd:

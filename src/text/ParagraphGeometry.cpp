@@ -208,6 +208,16 @@ int ParagraphLayout::positionAt(QPointF point, CaretSide* side)
     }
     ensureLaidOut(block);
     block = cellAt(block, point);
+    if (isPageBreak(block)) {
+        // Nobody writes within one: its upper half leads above it and its lower half below.
+        const bool isUpper = point.y() < (topOf(block) + bottomOf(block)) / 2;
+        const QTextBlock next = isUpper ? block.previous() : block.next();
+        if (next.isValid() && !isPageBreak(next)) {
+            if (side)
+                *side = CaretSide::lowerLine;
+            return isUpper ? next.position() + next.length() - 1 : next.position();
+        }
+    }
     return positionInLine(lineAtY(block, point.y()), point.x(), side);
 }
 

@@ -2,6 +2,7 @@
 #include "text/html/HtmlParagraphs.h"
 
 #include "text/ImportedList.h"
+#include "text/LineBreaker.h"
 
 #include <algorithm>
 
@@ -97,6 +98,17 @@ void HtmlParagraphs::lineBreak(const SharedCharacterStyle& style,
 {
     m_hasBlank = false;
     append(QStringView(&lineSeparator, 1), style, paragraph);
+}
+
+void HtmlParagraphs::pageBreak(const SharedCharacterStyle& style,
+                               const SharedParagraphStyle& paragraph)
+{
+    if (m_table)
+        return;
+    endBlock();
+    m_pendingStyle = paragraph;
+    m_pending.append(QStringView(&pageBreakCharacter, 1), style);
+    emitParagraph();
 }
 
 // A line break at the end of a block ends its last line and begins no other.

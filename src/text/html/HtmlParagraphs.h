@@ -31,11 +31,15 @@ public:
                        const SharedParagraphStyle& paragraph);
     void object(const SharedCharacterStyle& style, const SharedParagraphStyle& paragraph);
     void lineBreak(const SharedCharacterStyle& style, const SharedParagraphStyle& paragraph);
+    /// A page break, as a form feed in a paragraph of its own; ignored in tables.
+    void pageBreak(const SharedCharacterStyle& style, const SharedParagraphStyle& paragraph);
     /// The block so far is a paragraph, if there is anything in it.
     void endBlock();
 
     /// The marker of a list item, put before the next text.
     void setListMarker(const QString& marker, int level);
+    /// Whether nothing has come yet.
+    [[nodiscard]] bool isEmpty() const { return m_text.isEmpty() && m_pending.isEmpty(); }
     void dropListMarker() { m_marker.clear(); }
 
     void beginTable(const HtmlToken& token, const QUuid& id);

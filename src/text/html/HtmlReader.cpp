@@ -28,6 +28,7 @@ struct Element {
     SharedParagraphStyle paragraph;
     bool preservesSpace = false;
     bool isHidden = false;
+    bool breaksPageAfter = false;
 };
 
 struct List {
@@ -46,7 +47,7 @@ public:
     {
         CharacterStyle base;
         base.font = options.baseFont;
-        m_stack.push_back({HtmlTag::other, 0, base, {}, false, false});
+        m_stack.push_back({HtmlTag::other, 0, base, {}});
     }
 
     void read(QStringView html);
@@ -82,6 +83,22 @@ private:
     int m_tableDepth = 0;
     std::array<int, std::size_t(HtmlTag::wbr) + 1> m_openCount{};
 };
+
+/// Whether the element's style begins a page before or after it, as `side` says.
+bool breaksPage(const HtmlToken& token, QStringView side)
+{
+    const QString style = token.attribute(u"style");
+    if (!style.contains(u"break-", Qt::CaseInsensitive))
+        return false;
+    const auto breaks = [&](const CssDeclaration& declaration) {
+        const bool isThere = declaration.name == u"break-%1"_s.arg(side) ||
+                             declaration.name == u"page-break-%1"_s.arg(side);
+        return isThere && (declaration.value.startsWith(u"always", Qt::CaseInsensitive) ||
+                           declaration.value.startsWith(u"page", Qt::CaseInsensitive));
+    };
+    const auto declarations = parseCssDeclarations(style);
+    return std::ranges::any_of(declarations, breaks);
+}
 
 bool isCell(HtmlTag tag)
 {
@@ -141,8 +158,12 @@ void Reader::startTag(const HtmlToken& token)
     if (tag == HtmlTag::body)
         closeUpTo(1); // whatever the head left open
     closeImplied(tag);
-    if (isBlock(tag))
+    if (isBlock(tag)) {
         m_paragraphs.endBlock();
+        // What comes first begins a page anyhow.
+        if (!m_paragraphs.isEmpty() && breaksPage(token, u"before"))
+            m_paragraphs.pageBreak(top().characters, top().paragraph);
+    }
     if (tag == HtmlTag::table || tag == HtmlTag::tr || isCell(tag))
         startTableElement(tag, token);
     else if (tag == HtmlTag::ul || tag == HtmlTag::ol)
@@ -160,6 +181,7 @@ void Reader::open(HtmlTag tag, const HtmlToken& token)
     Element element = top();
     element.tag = tag;
     element.name = name;
+    element.breaksPageAfter = isBlock(tag) && breaksPage(token, u"after");
     if (tag != HtmlTag::other || !token.attributes.isEmpty()) {
         HtmlLook look{*element.characters, *element.paragraph, element.preservesSpace,
                       element.isHidden};
@@ -217,6 +239,8 @@ void Reader::closeTop()
     if (isBlock(tag))
         m_paragraphs.endBlock();
     const SharedCharacterStyle style = top().characters;
+    if (top().breaksPageAfter)
+        m_paragraphs.pageBreak(style, top().paragraph);
     m_stack.pop_back();
     --openCount(tag);
     if (tag == HtmlTag::li)
@@ -331,9 +355,11 @@ void Reader::voidElement(HtmlTag tag, const HtmlToken& token)
 {
     switch (tag) {
     case HtmlTag::br:
-        if (!top().isHidden)
-            m_paragraphs.lineBreak(top().characters, top().paragraph);
-        return;
+        if (top().isHidden)
+            return;
+        if (breaksPage(token, u"before") || breaksPage(token, u"after"))
+            return m_paragraphs.pageBreak(top().characters, top().paragraph);
+        return m_paragraphs.lineBreak(top().characters, top().paragraph);
     case HtmlTag::hr:
         m_paragraphs.endBlock();
         literal(u"———"_s);

@@ -2,6 +2,7 @@
 #include "text/html/HtmlWriter.h"
 
 #include "text/AttachmentManager.h"
+#include "text/LineBreaker.h"
 
 #include <QHash>
 
@@ -137,6 +138,10 @@ public:
 private:
     void paragraph(TextRange range, const ParagraphStyle& style);
     void cell(TextRange range, const ParagraphStyle& style);
+    [[nodiscard]] bool isPageBreak(TextRange range) const
+    {
+        return range.length == 1 && m_text.text()[range.location] == QChar(pageBreakCharacter);
+    }
     void runs(TextRange range);
     void run(QStringView text, const SharedCharacterStyle& style);
     void picture(const CharacterStyle& style);
@@ -145,6 +150,7 @@ private:
     const AttributedString& m_text;
     QByteArray m_html;
     QHash<const void*, QByteArray> m_spans;
+    bool m_isPageBreak = false; // what is being written is one
     std::optional<TableCellBlock> m_previousCell;
 };
 
@@ -152,7 +158,7 @@ QByteArray Writer::write()
 {
     m_html.reserve(2 * m_text.length());
     m_html.append("<!DOCTYPE html>\n<html><head><meta charset=\"utf-8\"></head><body>\n");
-    if (!m_text.text().contains(u'\n')) {
+    if (!m_text.text().contains(u'\n') && !isPageBreak(m_text.fullRange())) {
         m_html.append("<span style=\"white-space:pre-wrap\">");
         runs(m_text.fullRange());
         m_html.append("</span>");
@@ -175,7 +181,9 @@ QByteArray Writer::write()
 void Writer::paragraph(TextRange range, const ParagraphStyle& style)
 {
     m_html.append("<p style=\"" + paragraphCss(style) + "\">");
+    m_isPageBreak = isPageBreak(range);
     runs(range);
+    m_isPageBreak = false;
     // A line break that ends a block counts for nothing, so one more is needed.
     if (range.isEmpty() || m_text.text()[range.end() - 1] == QChar(lineSeparator))
         m_html.append("<br>");
@@ -221,7 +229,10 @@ void Writer::run(QStringView text, const SharedCharacterStyle& style)
         m_html.append("<a href=\"" + style->link.toHtmlEscaped().toUtf8() + "\">");
     for (const QChar& c : text) {
         if (!style->hasAttachment()) {
-            appendEscaped(m_html, text);
+            if (m_isPageBreak)
+                m_html.append("<br style=\"page-break-before:always\">");
+            else
+                appendEscaped(m_html, text);
             break;
         }
         if (c == QChar(objectCharacter))

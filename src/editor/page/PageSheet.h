@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include <QColor>
+#include <QRectF>
+
+class QPainter;
+
+namespace orvane {
+
+/// The colours of a sheet of paper on a desk.
+struct PageSheetLook {
+    QColor desk;
+    QColor paper;
+    QColor edge;
+
+    bool operator==(const PageSheetLook&) const = default;
+};
+
+/// How far the sheet's shadow reaches beyond it, in pixels.
+inline constexpr int sheetShadowReach = 14;
+
+/// Draws what `clip` shows of the desk with the sheet on it and its shadow, both in the painter's
+/// coordinates; `sheet` stands on whole pixels. Inside the sheet it costs one filled rectangle.
+void drawPageSheet(QPainter& painter, const QRectF& sheet, const QRectF& clip,
+                   const PageSheetLook& look);
+
+} // namespace orvane

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "editor/page/PageSurface.h"
+
+#include "editor/EditorView.h"
+
+#include <cmath>
+
+namespace orvane {
+
+PageSurface::PageSurface(EditorView& view)
+    : m_view(view)
+{
+    view.addExtension(this);
+    connect(&view, &EditorView::textChanged, this, &PageSurface::followBottom);
+}
+
+PageSurface::~PageSurface()
+{
+    m_view.removeExtension(this);
+}
+
+void PageSurface::setSheet(const std::optional<PageSheetLook>& look, const PageFit& fit)
+{
+    if (look == m_look && fit == m_fit)
+        return;
+    m_look = look;
+    m_fit = fit;
+    m_view.viewport()->update();
+}
+
+QRectF PageSurface::sheet() const
+{
+    const qreal zoom = m_view.zoom();
+    const QPointF origin = m_view.textOrigin();
+    const qreal left = std::round(origin.x() - m_fit.leftMargin * zoom);
+    const qreal end =
+        origin.y() + (m_view.layout().height() + m_view.textGeometry().bottomPadding) * zoom;
+    const qreal bottom = std::max(end, qreal(m_view.viewport()->height())) - deskAbovePage;
+    constexpr qreal above = 4 * sheetShadowReach; // its upper edge is not in this view
+    return {QPointF(left, -above),
+            QPointF(left + std::round(m_fit.width() * zoom), std::round(bottom))};
+}
+
+void PageSurface::paintBehindText(QPainter& painter, const EditorPaint& paint)
+{
+    if (!m_look)
+        return;
+    const QRectF paper = sheet();
+    m_shownBottom = paper.bottom();
+    m_shownEnd = paint.origin.y() + m_view.layout().height() * paint.scale;
+    drawPageSheet(painter, paper, paint.clip, *m_look);
+}
+
+// What stands below a changed paragraph is moved on the screen as it is. The sheet's lower edge
+// stays behind while the sheet reaches to the foot of the view.
+void PageSurface::followBottom()
+{
+    if (!m_look)
+        return;
+    const qreal end = m_view.textOrigin().y() + m_view.layout().height() * m_view.zoom();
+    const qreal bottom = sheet().bottom();
+    const qreal moved = m_shownBottom + end - m_shownEnd;
+    if (moved == bottom)
+        return;
+    for (const qreal edge : {bottom, m_shownBottom, moved}) {
+        const QRectF strip(0, edge - sheetShadowReach, m_view.viewport()->width(),
+                           2 * sheetShadowReach + 2);
+        m_view.viewport()->update((strip & QRectF(m_view.viewport()->rect())).toAlignedRect());
+    }
+}
+
+} // namespace orvane
