@@ -58,6 +58,21 @@ Ground over(const Ground& below, const AppearanceColor& color, const AppearanceG
     return over(below, opaque(color), opacityOf(color, glass));
 }
 
+/// What is drawn between the letters and of Markdown, on `ground`.
+void setWriting(Tokens& t, const QColor& ground)
+{
+    const SystemColors& system = systemColors(schemeOfGround(ground));
+    t.match = blended(system.marker, matchShare, ground);
+    t.matchEdge = readableInk(system.marker, ground, iconContrast);
+    t.markdown.code = readableInk(system.orange, ground);
+    t.markdown.link = readableInk(system.controlAccent, ground);
+    t.markdown.blockquote = t.on(Surface::Page).textSecondary;
+    t.markdown.listMarker = readableInk(system.purple, ground);
+    t.markdown.taskCheckbox = readableInk(system.success, ground);
+    t.markdown.punctuation =
+        readableInk(blended(t.pageText, punctuationShare, ground), ground, iconContrast);
+}
+
 /// Builds the tokens of one look, surface by surface.
 class Builder {
 public:
@@ -203,7 +218,7 @@ private:
         t.pageText = ink(v.editorText, page.middle, t.on(Surface::Page).text);
         t.textOnSelection = readableInk(t.on(Surface::Page).text, t.selection);
         t.caret = readableInk(accent, page.middle, iconContrast);
-        setWriting();
+        setWriting(t, page.middle);
         t.backdrop = QColor(0, 0, 0, schemeOfGround(window.middle) == ColorScheme::Dark ? 140 : 90);
         t.desk = v.deskMat.enabled
                      ? blended(Qt::black, deskMatShare * channel(v.deskMat.strength) / 255.0,
@@ -215,21 +230,6 @@ private:
         t.paperEdge = t.on(Surface::Page).border;
         t.windowTop = t.on(Surface::Window).groundTop;
         t.windowBottom = t.on(Surface::Window).groundBottom;
-    }
-
-    void setWriting()
-    {
-        const QColor& ground = page.middle;
-        const SystemColors& system = systemColors(schemeOfGround(ground));
-        t.match = blended(system.marker, matchShare, ground);
-        t.matchEdge = readableInk(system.marker, ground, iconContrast);
-        t.markdown.code = readableInk(system.orange, ground);
-        t.markdown.link = readableInk(system.controlAccent, ground);
-        t.markdown.blockquote = t.on(Surface::Page).textSecondary;
-        t.markdown.listMarker = readableInk(system.purple, ground);
-        t.markdown.taskCheckbox = readableInk(system.success, ground);
-        t.markdown.punctuation =
-            readableInk(blended(t.pageText, punctuationShare, ground), ground, iconContrast);
     }
 
     static constexpr AppearanceColor unnamed{};
@@ -248,6 +248,20 @@ private:
 Tokens tokensFor(const AppearanceValues& values)
 {
     return Builder(values).build();
+}
+
+Tokens tokensOnPaper(const Tokens& tokens)
+{
+    Tokens t = tokens;
+    const SurfaceTokens& page = tokens.on(Surface::Page);
+    t.on(Surface::Page) =
+        surfaceTokens({t.paper, t.paper, t.paper, page.text, page.textSecondary, page.icon,
+                       page.accent, page.danger, page.border});
+    t.pageText = readableInk(tokens.pageText, t.paper);
+    t.caret = readableInk(tokens.caret, t.paper, iconContrast);
+    t.selection = blended(tokens.accent, selectionShare, t.paper);
+    setWriting(t, t.paper);
+    return t;
 }
 
 Tokens signatureDarkTokens()

@@ -8,6 +8,9 @@
 #include "editor/NoteLinks.h"
 #include "editor/StatusStrip.h"
 #include "editor/WritingTools.h"
+#include "editor/page/PageFit.h"
+#include "editor/page/PageHead.h"
+#include "editor/page/PageTools.h"
 #include "text/LayoutUnits.h"
 
 #include <QAbstractButton>
@@ -28,9 +31,16 @@ namespace {
 
 constexpr int titleTop = 48;
 constexpr int titleGap = 8;
+constexpr int leastPaperAboveTitle = 16;
 constexpr int charactersPerLine = 73;
 /// Counting a long note takes longer than a keystroke may, so it waits for a pause.
 constexpr int countPause = 120;
+
+template <typename... Settings>
+bool isOneOf(const QString& key, const Settings&... settings)
+{
+    return ((key == settings.keyText()) || ...);
+}
 
 /// About how wide a line of `count` characters of prose is, in points. Measured by the font in
 /// which the text is laid out, so that no other has to be opened.
@@ -76,6 +86,7 @@ EditorPaneView::EditorPaneView(AppState& appState, Look& look, QWidget* parent)
     m_text->showText(&m_session.gateway());
     m_tools->showText(m_session.noteID());
     m_links = std::make_unique<NoteLinks>(m_text->view(), m_session, appState);
+    m_pageTools = std::make_unique<PageTools>(*m_text, appState.services(), look);
     loadDraft();
     updateSavingState();
     // By Tab from the top to the foot: the strip was made before the page.
@@ -97,6 +108,7 @@ EditorPaneView::~EditorPaneView()
     emit textAboutToChange();
     m_text->showText(nullptr);
     m_links.reset();
+    m_pageTools.reset();
 }
 
 EditorView& EditorPaneView::textView() const
@@ -110,9 +122,9 @@ QWidget* EditorPaneView::makePage()
     auto* layout = new QVBoxLayout(page);
     layout->setContentsMargins({});
     layout->setSpacing(0);
-    m_titleRow = new QWidget(page);
-    auto* row = new QVBoxLayout(m_titleRow);
-    m_title = new QLineEdit(m_titleRow);
+    m_head = new PageHead(page);
+    auto* row = new QVBoxLayout(m_head);
+    m_title = new QLineEdit(m_head);
     m_title->setFrame(false);
     m_title->setAccessibleName(tr("Title of the note"));
     m_title->setPlaceholderText(tr("Untitled"));
@@ -120,7 +132,7 @@ QWidget* EditorPaneView::makePage()
     m_title->setTextMargins(-2, 0, -2, 0);
     m_title->installEventFilter(this);
     row->addWidget(m_title);
-    layout->addWidget(m_titleRow);
+    layout->addWidget(m_head);
     m_text = new EditorTextHost(page);
     layout->addWidget(m_text, 1);
     return page;
@@ -196,9 +208,9 @@ void EditorPaneView::connectTools()
 
 void EditorPaneView::applyHostLook()
 {
-    const Tokens& t = look().tokens();
-    const SurfaceTokens& page = t.on(Surface::Page);
     const UserDefaults& defaults = m_appState.services().defaults;
+    const Tokens t = writingTokens(look(), defaults);
+    const SurfaceTokens& page = t.on(Surface::Page);
     const TextFont font = m_session.baseFont();
     RichTextViewRepresentable host;
     host.noteID = m_session.noteID();
@@ -212,9 +224,16 @@ void EditorPaneView::applyHostLook()
     host.cursorColor = t.caret;
     host.selectionColor = t.selection;
     host.inactiveSelectionColor = blended(t.selection, 0.6, page.ground);
-    host.separatorColor = page.border;
+    host.separatorColor = blended(page.textSecondary, 0.45, page.ground);
+    host.labelColor = page.textSecondary;
+    host.pageViewEnabled = pageViewEnabledSetting.read(defaults);
+    host.pageMargins = {
+        pageMarginLeftSetting.read(defaults), pageMarginTopSetting.read(defaults),
+        pageMarginRightSetting.read(defaults), pageMarginBottomSetting.read(defaults)};
+    host.deskColor = t.desk;
+    host.paperEdgeColor = t.paperEdge;
     host.dimmedColor = blended(t.pageText, 0.3, page.ground);
-    host.columnWidth = m_columnWidth =
+    host.columnWidth =
         qRound(widthOfProse(font.family, font.size, charactersPerLine) * host.visualZoom);
     host.bottomDocumentPadding = bottomDocumentPaddingSetting.read(defaults);
     host.isEditable = m_session.isEditable();
@@ -236,9 +255,17 @@ void EditorPaneView::resizeEvent(QResizeEvent* event)
 
 void EditorPaneView::placeTitle()
 {
-    const int left = m_text->columnLeft(width());
-    const int right = qMax(24, width() - left - m_columnWidth);
-    m_titleRow->layout()->setContentsMargins(left, titleTop, right, titleGap);
+    const TextColumn column = m_text->columnIn(width());
+    const std::optional<PageSheetLook> sheet = m_text->sheetLook();
+    int top = titleTop;
+    if (sheet) {
+        // On paper the title stands within the upper margin, so that the text begins below it.
+        const int title = m_title->sizeHint().height() + titleGap;
+        top = deskAbovePage + qMax(column.topMargin - title, leastPaperAboveTitle);
+    }
+    m_head->layout()->setContentsMargins(column.left, top, width() - column.left - column.width,
+                                         titleGap);
+    m_head->setSheet(sheet, column.sheetLeft, column.sheetWidth);
 }
 
 bool EditorPaneView::eventFilter(QObject* watched, QEvent* event)
@@ -303,8 +330,9 @@ void EditorPaneView::settingChanged(const QString& key)
 {
     if (key == editorWidthLockSetting.keyText())
         m_status->setWidthLocked(editorWidthLockSetting.read(m_appState.services().defaults));
-    else if (key == editorDisplayZoomSetting.keyText() ||
-             key == bottomDocumentPaddingSetting.keyText())
+    else if (isOneOf(key, editorDisplayZoomSetting, bottomDocumentPaddingSetting,
+                     pageViewEnabledSetting, pageMarginTopSetting, pageMarginBottomSetting,
+                     pageMarginLeftSetting, pageMarginRightSetting))
         applyHostLook();
 }
 

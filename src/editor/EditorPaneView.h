@@ -14,6 +14,8 @@ namespace orvane {
 class EditorTextHost;
 class EditorView;
 class NoteLinks;
+class PageHead;
+class PageTools;
 class StatusStrip;
 class WritingTools;
 
@@ -64,7 +66,7 @@ private:
     EditorSession m_session;
     WritingLibrary m_library;
     QStackedLayout* m_stack;
-    QWidget* m_titleRow = nullptr;
+    PageHead* m_head = nullptr;
     QLineEdit* m_title = nullptr;
     EditorTextHost* m_text = nullptr;
     std::unique_ptr<WritingTools> m_tools;
@@ -72,7 +74,7 @@ private:
     StatusStrip* m_status;
     QTimer* m_countTimer;
     std::unique_ptr<NoteLinks> m_links;
-    int m_columnWidth = 680;
+    std::unique_ptr<PageTools> m_pageTools;
 };
 
 } // namespace orvane

@@ -2,6 +2,7 @@
 #include "editor/EditorTextHost.h"
 
 #include "editor/EditorView.h"
+#include "editor/page/PageSurface.h"
 
 #include <QKeyEvent>
 #include <QScrollBar>
@@ -20,13 +21,14 @@ constexpr double caretShare = 0.35;
 EditorLook lookOf(const RichTextViewRepresentable& parent)
 {
     EditorLook look;
-    look.background = parent.backgroundColor;
+    look.background = parent.pageViewEnabled ? parent.deskColor : parent.backgroundColor;
     look.caret = parent.cursorColor;
     look.inactiveSelection = parent.inactiveSelectionColor;
     look.text.text = parent.textColor;
     look.text.link = parent.linkColor;
     look.text.selection = parent.selectionColor;
     look.text.separator = parent.separatorColor;
+    look.text.label = parent.labelColor;
     look.text.page = parent.backgroundColor;
     look.text.dimmed = parent.dimmedColor;
     return look;
@@ -48,7 +50,10 @@ EditorTextHost::EditorTextHost(QWidget* parent)
     m_view->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_view->setAccessibleName(tr("Text of the note"));
     m_view->installEventFilter(this);
+    m_surface = std::make_unique<PageSurface>(*m_view);
 }
+
+EditorTextHost::~EditorTextHost() = default;
 
 void EditorTextHost::applyParent(const RichTextViewRepresentable& parent)
 {
@@ -57,20 +62,14 @@ void EditorTextHost::applyParent(const RichTextViewRepresentable& parent)
     m_parent = parent;
     m_view->setLook(lookOf(parent));
     QPalette palette = m_view->palette();
-    palette.setColor(QPalette::Window, parent.backgroundColor);
+    palette.setColor(QPalette::Window, m_view->look().background);
     m_view->setPalette(palette);
     m_view->setEditable(parent.isEditable);
     TextFont font;
     font.family = parent.fontName;
     font.size = parent.fontSize;
     m_view->setBaseFont(font);
-    m_view->setZoom(parent.visualZoom);
-    EditorGeometry geometry;
-    geometry.horizontalMargin = narrowestMargin / parent.visualZoom;
-    geometry.verticalMargin = 0;
-    geometry.widestColumn = parent.columnWidth / parent.visualZoom;
-    geometry.bottomPadding = parent.bottomDocumentPadding + leastBottomSpace;
-    m_view->setGeometry(geometry);
+    placeText();
     m_view->setFormatting(parent.editorMode == EditorMode::richText ? TextFormatting::rich
                                                                     : TextFormatting::plain);
 }
@@ -94,11 +93,68 @@ void EditorTextHost::showText(EditGateway* text)
         m_view->scrollCaretTo(share);
 }
 
-int EditorTextHost::columnLeft(int width) const
+PageFit EditorTextHost::pageFit(int width) const
 {
-    const int spare =
-        width - m_view->verticalScrollBar()->sizeHint().width() - m_parent.columnWidth;
-    return qMax(qRound(spare / 2.0), narrowestMargin);
+    return fitPage(width - m_view->verticalScrollBar()->sizeHint().width(), m_parent.visualZoom,
+                   m_parent.pageMargins.left(), m_parent.pageMargins.right());
+}
+
+void EditorTextHost::placeText()
+{
+    EditorGeometry geometry;
+    geometry.verticalMargin = 0;
+    geometry.bottomPadding = m_parent.bottomDocumentPadding + leastBottomSpace;
+    if (m_parent.pageViewEnabled) {
+        const PageFit fit = pageFit(width());
+        m_view->setZoom(fit.zoom);
+        geometry.pageWidth = fit.width();
+        geometry.leftMargin = fit.leftMargin;
+        geometry.rightMargin = fit.rightMargin;
+        geometry.bottomPadding +=
+            qMax(m_parent.pageMargins.bottom(), 0.0) + deskAbovePage / fit.zoom;
+        m_surface->setSheet(sheetLook(), fit);
+    } else {
+        m_view->setZoom(m_parent.visualZoom);
+        geometry.leftMargin = geometry.rightMargin = narrowestMargin / m_parent.visualZoom;
+        geometry.widestColumn = m_parent.columnWidth / m_parent.visualZoom;
+        m_surface->setSheet(std::nullopt, {});
+    }
+    m_view->setGeometry(geometry);
+}
+
+void EditorTextHost::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    placeText();
+}
+
+TextColumn EditorTextHost::columnIn(int width) const
+{
+    const int seen = width - m_view->verticalScrollBar()->sizeHint().width();
+    TextColumn column;
+    if (!m_parent.pageViewEnabled) {
+        column.left = qMax(qRound((seen - m_parent.columnWidth) / 2.0), narrowestMargin);
+        column.width = qMin(m_parent.columnWidth, width - narrowestMargin - column.left);
+        column.sheetLeft = column.left;
+        column.sheetWidth = column.width;
+        return column;
+    }
+    // As the view and its paper place them.
+    const PageFit fit = pageFit(width);
+    const qreal desk = qMax((seen - fit.width() * fit.zoom) / 2, 0.0);
+    column.left = qRound(desk + fit.leftMargin * fit.zoom);
+    column.width = qRound(fit.column * fit.zoom);
+    column.sheetLeft = qRound(column.left - fit.leftMargin * fit.zoom);
+    column.sheetWidth = qRound(fit.width() * fit.zoom);
+    column.topMargin = qRound(qMax(m_parent.pageMargins.top(), 0.0) * fit.zoom);
+    return column;
+}
+
+std::optional<PageSheetLook> EditorTextHost::sheetLook() const
+{
+    if (!m_parent.pageViewEnabled)
+        return std::nullopt;
+    return PageSheetLook{m_parent.deskColor, m_parent.backgroundColor, m_parent.paperEdgeColor};
 }
 
 bool EditorTextHost::eventFilter(QObject* watched, QEvent* event)

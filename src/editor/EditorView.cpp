@@ -34,6 +34,7 @@ EditorLook lookFrom(const QPalette& palette)
     look.text.link = palette.color(QPalette::Link);
     look.text.selection = palette.color(QPalette::Highlight);
     look.text.separator = palette.color(QPalette::Mid);
+    look.text.label = palette.color(QPalette::PlaceholderText);
     look.text.page = look.background;
     look.text.dimmed = palette.color(QPalette::PlaceholderText);
     return look;
@@ -153,7 +154,7 @@ void EditorView::updateColumn()
 {
     const qreal page =
         m_geometry.pageWidth > 0 ? m_geometry.pageWidth : viewport()->width() / m_zoom;
-    qreal column = page - 2 * m_geometry.horizontalMargin;
+    qreal column = page - m_geometry.leftMargin - m_geometry.rightMargin;
     if (m_geometry.widestColumn > 0)
         column = std::min(column, m_geometry.widestColumn);
     // Half points only, so that a zoom that doesn't divide the width evenly changes no line.
@@ -245,8 +246,12 @@ void EditorView::removeExtension(EditorExtension* extension)
 
 qreal EditorView::columnLeft() const
 {
+    if (m_geometry.pageWidth > 0) {
+        const qreal desk = viewport()->width() - m_geometry.pageWidth * m_zoom;
+        return std::round(std::max(desk / 2, 0.0) + m_geometry.leftMargin * m_zoom);
+    }
     const qreal spare = viewport()->width() - layout().width() * m_zoom;
-    return std::round(std::max(spare / 2, std::min(m_geometry.horizontalMargin * m_zoom, spare)));
+    return std::round(std::max(spare / 2, std::min(m_geometry.leftMargin * m_zoom, spare)));
 }
 
 QPointF EditorView::textOrigin() const

@@ -35,13 +35,15 @@ struct EditorLook {
 
 /// Where the text stands in the view. Lengths are in points, so they grow with the zoom.
 struct EditorGeometry {
-    qreal horizontalMargin = 28;
+    qreal leftMargin = 28;
+    qreal rightMargin = 28;
     qreal verticalMargin = 28;
     /// Room below the last line, so that it can be scrolled up the view.
     qreal bottomPadding = 0;
     /// The lines never get wider; the column then stands in the middle. 0 for no limit.
     qreal widestColumn = 0;
-    /// The width of a page with its margins, whatever the width of the view. 0 to follow the view.
+    /// The width of a page with its margins, whatever the width of the view; the page stands in the
+    /// middle of it. 0 to follow the view.
     qreal pageWidth = 0;
 
     bool operator==(const EditorGeometry&) const = default;

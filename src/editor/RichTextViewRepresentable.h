@@ -4,6 +4,7 @@
 #include "editor/EditorSettings.h"
 
 #include <QColor>
+#include <QMarginsF>
 #include <QString>
 #include <QUuid>
 
@@ -19,11 +20,12 @@ struct RichTextViewRepresentable {
     double fontSize = 16; ///< in points, before the zoom
     QColor textColor;
     QColor cursorColor;
-    QColor backgroundColor;
+    QColor backgroundColor; ///< behind the text: in page view that of the paper
     QColor linkColor;
     QColor selectionColor;
     QColor inactiveSelectionColor;
     QColor separatorColor;
+    QColor labelColor; ///< of what the view itself writes
     QColor dimmedColor;
     EditorMode editorMode = EditorMode::plainText;
     /// Empty space below the last line, in points.
@@ -31,6 +33,11 @@ struct RichTextViewRepresentable {
     double visualZoom = 1; ///< pixels for a point
     /// Width of the column of text, in logical pixels; it stands in the middle of the host.
     int columnWidth = 680;
+    /// The text on a sheet of paper instead of the open column.
+    bool pageViewEnabled = false;
+    QMarginsF pageMargins{72, 72, 72, 72}; ///< in points, in page view
+    QColor deskColor;                      ///< around the paper
+    QColor paperEdgeColor;
     bool isEditable = true;
 
     bool operator==(const RichTextViewRepresentable&) const = default;

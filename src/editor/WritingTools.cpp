@@ -4,6 +4,7 @@
 #include "core/EditorFormatNotifications.h"
 #include "editor/EditorView.h"
 #include "editor/StripMenuButton.h"
+#include "editor/page/PageSheet.h"
 #include "editor/spelling/SpellingMenu.h"
 #include "text/TextStore.h"
 
@@ -36,6 +37,7 @@ WritingTools::WritingTools(EditorView& view, WritingLibrary& library, const Serv
     : m_view(view)
     , m_languages(library.spelling)
     , m_look(look)
+    , m_defaults(services.defaults)
     , m_commands(view, services.notifications)
     , m_find(view, services.beeper)
     , m_lists(view, library.bullets)
@@ -54,6 +56,10 @@ WritingTools::WritingTools(EditorView& view, WritingLibrary& library, const Serv
     connect(m_strip, &FindStrip::undoRequested, &m_view, &EditorView::undo);
     connect(m_strip, &FindStrip::redoRequested, &m_view, &EditorView::redo);
     connect(&look, &Look::changed, this, &WritingTools::applyLook);
+    connect(&m_defaults, &UserDefaults::changed, this, [this](const QString& key) {
+        if (key == pageViewEnabledSetting.keyText())
+            applyLook();
+    });
     observeCommands(services.notifications);
     makeKeys(pane);
     applyLook();
@@ -115,7 +121,7 @@ void WritingTools::prepareText(EditGateway& text, EditorMode mode)
     const bool isShown = &text == &m_view.gateway();
     const bool showsCaret = isShown && isCaretInSight();
     m_markdown = std::make_unique<MarkdownHighlighting>(
-        text, MarkdownSyntaxHighlighter::Theme::of(m_look.tokens()));
+        text, MarkdownSyntaxHighlighter::Theme::of(writingTokens(m_look, m_defaults)));
     m_spelling.setCodeSource([this](const QTextBlock& block) { return m_markdown->codeIn(block); });
     if (showsCaret && !isCaretInSight())
         m_view.ensureCaretVisible();
@@ -171,7 +177,7 @@ void WritingTools::findAgain(FindDirection direction)
 
 void WritingTools::applyLook()
 {
-    const Tokens& t = m_look.tokens();
+    const Tokens t = writingTokens(m_look, m_defaults);
     m_find.setColors({t.match, t.matchEdge, t.on(Surface::Page).accent});
     m_spelling.setMarkColor(t.on(Surface::Page).danger);
     m_formatting.lookChanged();

@@ -60,6 +60,7 @@ private:
     EditorView& m_view;
     Spelling& m_languages;
     Look& m_look;
+    UserDefaults& m_defaults;
     EditorCommands m_commands;
     FindSession m_find;
     ListEditing m_lists;

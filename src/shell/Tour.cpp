@@ -12,6 +12,7 @@
 #include "shell/OrvaneWorkspaceApp.h"
 #include "shell/ProjectTilesModel.h"
 #include "shell/TourHand.h"
+#include "shell/TourPages.h"
 #include "shell/inspector/AliasesSheet.h"
 #include "shell/inspector/VersionListView.h"
 #include "shell/settings/SettingsWindow.h"
@@ -564,6 +565,7 @@ int Tour::run()
     findAndReplace();
     markdown();
     richText();
+    tourPages(*m_app, *m_hand, [this](const QString& name) { picture(name); });
     tagsAndVersions();
     looks();
     browse();

@@ -58,7 +58,7 @@ void ParagraphPainter::paint(const QTextBlock& block)
     if (!box.cell.isNull())
         paintBorders(block, box);
     if (isPageBreak(block))
-        paintPageBreak(box);
+        paintPageBreak(block, box);
     else
         paintLines(block, box);
 }
@@ -128,8 +128,10 @@ void ParagraphPainter::paintBehind(const QTextBlock& block)
         fill(rect, m_paint.colors.selection);
 }
 
-void ParagraphPainter::paintPageBreak(const ParagraphBox& box)
+void ParagraphPainter::paintPageBreak(const QTextBlock& block, const ParagraphBox& box)
 {
+    const bool isSelected = m_paint.selection.location <= block.position() &&
+                            m_paint.selection.end() > block.position();
     const QRectF area = onPainter(areaOf(box.content));
     m_painter.save();
     const qreal inset = 20 * m_paint.scale;
@@ -146,9 +148,10 @@ void ParagraphPainter::paintPageBreak(const ParagraphBox& box)
     QRectF plate = QFontMetricsF(font).boundingRect(label);
     plate.moveCenter(QPointF(area.center().x(), middle));
     const qreal air = m_paint.scale;
-    m_painter.fillRect(plate.adjusted(-6 * air, -air, 6 * air, air), m_paint.colors.page);
+    m_painter.fillRect(plate.adjusted(-6 * air, -air, 6 * air, air),
+                       isSelected ? m_paint.colors.selection : m_paint.colors.page);
     m_painter.setFont(font);
-    m_painter.setPen(m_paint.colors.separator);
+    m_painter.setPen(m_paint.colors.label);
     m_painter.drawText(plate.adjusted(-2, -2, 2, 2), Qt::AlignCenter, label);
     m_painter.restore();
 }
@@ -232,6 +235,7 @@ void ParagraphLayout::draw(QPainter* painter, const PaintContext& context)
     paint.colors.link = context.palette.color(QPalette::Link);
     paint.colors.selection = context.palette.color(QPalette::Highlight);
     paint.colors.separator = context.palette.color(QPalette::Mid);
+    paint.colors.label = context.palette.color(QPalette::PlaceholderText);
     paint.colors.page = context.palette.color(QPalette::Base);
     this->paint(*painter, paint);
 }

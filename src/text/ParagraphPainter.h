@@ -17,7 +17,7 @@ public:
 private:
     void paintBorders(const QTextBlock& block, const ParagraphBox& box);
     void paintBehind(const QTextBlock& block);
-    void paintPageBreak(const ParagraphBox& box);
+    void paintPageBreak(const QTextBlock& block, const ParagraphBox& box);
     void paintLines(const QTextBlock& block, const ParagraphBox& box);
     [[nodiscard]] QList<QTextLayout::FormatRange> drawnFormats(const QTextBlock& block) const;
     void fill(const QRectF& points, const QColor& color);

@@ -18,7 +18,8 @@ struct TextColors {
     QColor text;
     QColor link;
     QColor selection;
-    QColor separator; ///< page breaks
+    QColor separator; ///< the lines of page breaks
+    QColor label;     ///< what stands on them
     QColor page;      ///< what stands behind the text
     QColor dimmed;    ///< text out of focus
 

@@ -17,7 +17,7 @@ protected:
     ViewFixture()
     {
         EditorGeometry geometry;
-        geometry.horizontalMargin = 20;
+        geometry.leftMargin = geometry.rightMargin = 20;
         geometry.verticalMargin = 10;
         view.setGeometry(geometry);
         view.setBaseFont({QStringLiteral("Inter"), 16});

@@ -10,6 +10,8 @@
 
 namespace orvane {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// A person never sees it: a page break shows as a line with a label.
@@ -36,7 +38,7 @@ bool insertPageBreak(EditGateway& text, TextFormatting formatting, const QColor&
 {
     const TextStore& store = text.store();
     const TextRange selected = text.selection().range();
-    const QString breaking{u'\n', QChar(pageBreakCharacter), u'\n'};
+    const QString breaking = u"\n\f\n"_s;
     if (cellRules::isInCell(store, selected.location) ||
         cellRules::isInCell(store, selected.end()) || !text.shouldChangeText(selected, breaking))
         return false;

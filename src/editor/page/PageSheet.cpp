@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/page/PageSheet.h"
 
+#include "appearance/AppearanceTokens.h"
+#include "appearance/Look.h"
+#include "editor/EditorSettings.h"
+
 #include <QHash>
 #include <QPainter>
 #include <QPixmap>
@@ -89,6 +93,11 @@ void drawShadow(QPainter& painter, const QRectF& sheet, const QRectF& clip)
 }
 
 } // namespace
+
+Tokens writingTokens(const Look& look, const UserDefaults& defaults)
+{
+    return pageViewEnabledSetting.read(defaults) ? tokensOnPaper(look.tokens()) : look.tokens();
+}
 
 void drawPageSheet(QPainter& painter, const QRectF& whole, const QRectF& clip,
                    const PageSheetLook& look)

@@ -1,12 +1,19 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include <QColor>
+#include "appearance/Tokens.h"
+
 #include <QRectF>
 
 class QPainter;
 
 namespace orvane {
+
+class Look;
+class UserDefaults;
+
+/// The look as text is written in: in page view that of the paper.
+[[nodiscard]] Tokens writingTokens(const Look& look, const UserDefaults& defaults);
 
 /// The colours of a sheet of paper on a desk.
 struct PageSheetLook {

@@ -2,7 +2,9 @@
 #include "shell/settings/EditorPage.h"
 
 #include "appearance/OrvaneStyle.h"
+#include "core/PageSizePreset.h"
 #include "editor/EditorSettings.h"
+#include "editor/page/LengthUnit.h"
 #include "editor/spelling/Spelling.h"
 #include "shell/settings/EditorFontSample.h"
 #include "shell/settings/FontFamilies.h"
@@ -57,6 +59,41 @@ void addTextRows(SettingsPage* page, Look& look)
     page->follow(editorFontSizeSetting.keyText(), showSample);
 }
 
+/// A length in points, shown in what the person measures in.
+NumberForm margin()
+{
+    const LengthUnit unit = lengthUnit();
+    NumberForm form;
+    form.scale = 1 / pointsIn(unit);
+    form.lowest = 0;
+    form.highest = unit == LengthUnit::inch ? 3 : 7.5;
+    form.step = unit == LengthUnit::inch ? 0.1 : 0.25;
+    form.decimals = 2;
+    form.unit = unitName(unit);
+    return form;
+}
+
+void addPaperRows(SettingsPage* page)
+{
+    page->addHead(tr("Page View"));
+    page->addSwitch(pageViewEnabledSetting,
+                    {tr("Write on a sheet of paper"),
+                     tr("One sheet that grows with the text, instead of the open column.")});
+    QList<Choice> sizes;
+    for (const PageSizePreset preset : pageSizePresets)
+        sizes.append({rawValue(preset), label(preset)});
+    page->addChoice(
+        pageSizePresetSetting,
+        {tr("Paper"), tr("For printing and export. The sheet on the screen is as wide for all.")},
+        sizes);
+    page->addNumber(pageMarginTopSetting, {tr("Top margin"), {}}, margin());
+    page->addNumber(pageMarginBottomSetting, {tr("Bottom margin"), {}}, margin());
+    page->addNumber(pageMarginLeftSetting, {tr("Left margin"), {}}, margin());
+    page->addNumber(pageMarginRightSetting,
+                    {tr("Right margin"), tr("Where the sheet has no room, less of it is shown.")},
+                    margin());
+}
+
 void addPageRows(SettingsPage* page)
 {
     page->addHead(tr("Page"));
@@ -95,6 +132,7 @@ QWidget* makeEditorPage(const SettingsServices& s)
     auto* page = new SettingsPage({title(SettingsPageId::Editor), {}}, s.services.defaults, s.look);
     addTextRows(page, s.look);
     addPageRows(page);
+    addPaperRows(page);
     addLanguageRows(page);
     return page;
 }

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "editor/page/PageTools.h"
+
+#include "editor/EditorTextHost.h"
+#include "editor/EditorView.h"
+#include "editor/page/PageBreaks.h"
+#include "text/TextStore.h"
+
+namespace orvane {
+
+namespace Commands = AppCommandEvents;
+
+PageTools::PageTools(EditorTextHost& host, const Services& services, Look& look)
+    : m_host(host)
+    , m_services(services)
+    , m_look(look)
+{
+    observe(Commands::togglePageView, &PageTools::togglePageView);
+    observe(Commands::insertPageBreak, &PageTools::breakPage);
+}
+
+/// A command without a note is meant for what is shown.
+void PageTools::observe(const Notification<CommandTarget>& command, void (PageTools::*act)())
+{
+    m_observations.push_back(
+        m_services.notifications.observe(command, [this, act](const CommandTarget& target) {
+            const auto& shown = m_host.parameters().noteID;
+            if (shown && (target.noteID ? target.noteID == shown : m_host.view().isVisible()))
+                (this->*act)();
+        }));
+}
+
+void PageTools::togglePageView()
+{
+    UserDefaults& defaults = m_services.defaults;
+    pageViewEnabledSetting.write(defaults, !pageViewEnabledSetting.read(defaults));
+}
+
+void PageTools::toggleRuler()
+{
+    // An empty text has nothing to measure.
+    if (m_host.view().store().isEmpty())
+        return;
+    UserDefaults& defaults = m_services.defaults;
+    rulerVisibleSetting.write(defaults, !rulerVisibleSetting.read(defaults));
+}
+
+void PageTools::breakPage()
+{
+    EditorView& view = m_host.view();
+    const QColor line = m_look.tokens().on(Surface::Page).border;
+    if (!view.isEditable() || !insertPageBreak(view.gateway(), view.formatting(), line))
+        return m_services.beeper.beep();
+    view.ensureCaretVisible();
+}
+
+} // namespace orvane

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+namespace orvane {
+
+class OrvaneWorkspaceApp;
+class TourHand;
+
+/// The stops of the tour at the page: page view with a page break and the ruler, in the Light and
+/// the Dark look, wide and narrow. A note is open; everything is as before afterwards.
+void tourPages(OrvaneWorkspaceApp& app, const TourHand& hand,
+               const std::function<void(const QString& name)>& picture);
+
+} // namespace orvane
