@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "core/EditorFormatNotifications.h"
+#include "editor/EditorSettings.h"
 #include "shell/commands/Command.h"
 
 #include <QCoreApplication>
@@ -55,6 +56,12 @@ Command acts(const char* id, const char* title, Do direct, const char* fixedKey 
 Command actsOnText(const char* id, const char* title, Do direct, const char* fixedKey)
 {
     return acts(id, title, direct, fixedKey, PaletteListing::Unlisted);
+}
+
+Command turnsOnAndOff(Command command, bool (*isOn)(const UserDefaults& defaults))
+{
+    command.isOn = isOn;
+    return command;
 }
 
 Command closesWindow()
@@ -236,7 +243,10 @@ std::vector<CommandSection> viewSections()
         {View,
          nullptr,
          {ofAction(Key::toggleFormattingBar, Need::Project), ofAction(Key::toggleRuler, Need::Note),
-          ofAction(Key::togglePageView, Need::Note),
+          turnsOnAndOff(ofAction(Key::togglePageView, Need::Note),
+                        [](const UserDefaults& defaults) {
+                            return pageViewEnabledSetting.read(defaults);
+                        }),
           posts("customizeToolbar", TITLE("Customize Toolbar"),
                 postable<App::customizeMainToolbar>(), Need::Nothing)}},
         {View,
