@@ -254,9 +254,8 @@ Tokens tokensOnPaper(const Tokens& tokens)
 {
     Tokens t = tokens;
     const SurfaceTokens& page = tokens.on(Surface::Page);
-    t.on(Surface::Page) =
-        surfaceTokens({t.paper, t.paper, t.paper, page.text, page.textSecondary, page.icon,
-                       page.accent, page.danger, page.border});
+    t.on(Surface::Page) = surfaceTokens({t.paper, t.paper, t.paper, page.text, page.textSecondary,
+                                         page.icon, page.accent, page.danger, page.border});
     t.pageText = readableInk(tokens.pageText, t.paper);
     t.caret = readableInk(tokens.caret, t.paper, iconContrast);
     t.selection = blended(tokens.accent, selectionShare, t.paper);

@@ -13,8 +13,8 @@ namespace orvane {
 /// its surface is moved toward black or white until it does, except `Tokens::pageText`. Pure.
 [[nodiscard]] Tokens tokensFor(const AppearanceValues& values);
 
-/// The same look for writing on its paper: the page's ground is the paper, and every ink on it reads
-/// there, the person's own too, which was chosen for another ground.
+/// The same look for writing on its paper: the page's ground is the paper, and every ink on it
+/// reads there, the person's own too, which was chosen for another ground.
 [[nodiscard]] Tokens tokensOnPaper(const Tokens& tokens);
 
 /// The look of the first start.

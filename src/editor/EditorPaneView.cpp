@@ -227,9 +227,9 @@ void EditorPaneView::applyHostLook()
     host.separatorColor = blended(page.textSecondary, 0.45, page.ground);
     host.labelColor = page.textSecondary;
     host.pageViewEnabled = pageViewEnabledSetting.read(defaults);
-    host.pageMargins = {
-        pageMarginLeftSetting.read(defaults), pageMarginTopSetting.read(defaults),
-        pageMarginRightSetting.read(defaults), pageMarginBottomSetting.read(defaults)};
+    host.pageMargins = {pageMarginLeftSetting.read(defaults), pageMarginTopSetting.read(defaults),
+                        pageMarginRightSetting.read(defaults),
+                        pageMarginBottomSetting.read(defaults)};
     host.deskColor = t.desk;
     host.paperEdgeColor = t.paperEdge;
     host.dimmedColor = blended(t.pageText, 0.3, page.ground);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "editor/page/PageBreaks.h"
-
 #include "ViewFixture.h"
+#include "editor/page/PageBreaks.h"
 
 #include <QSignalSpy>
 

@@ -285,7 +285,9 @@ TEST_F(BinderViewTest, GlassShowsTheBackdropThroughTheWholePane)
     TourHand::settle();
     const QImage picture = window().grab().toImage();
     const QRect list(tree->mapTo(&window(), QPoint()), tree->size());
-    const auto lightness = [&](int y) { return qGray(picture.pixel(list.left() + 1, y)); };
+    const auto lightness = [&](int y) {
+        return qGray(picture.pixel(list.left() + 1, y));
+    };
     for (const int edge : {list.top(), list.bottom() + 1})
         EXPECT_NEAR(lightness(edge - 1), lightness(edge), 1) << edge;
     EXPECT_GT(lightness(list.top()), lightness(list.bottom()));

@@ -291,7 +291,8 @@ TEST(Html, KeepsPageBreaks)
     characters.font = TextFont{u"Inter"_s, 1};
     ParagraphStyle paragraph;
     paragraph.alignment = TextAlignment::center;
-    for (const QString& body : {u"a\n\f\nb"_s, u"a\n\f\n"_s, u"\f\nb"_s, u"\f"_s, u"a\n\f\n\f\nb"_s}) {
+    for (const QString& body :
+         {u"a\n\f\nb"_s, u"a\n\f\n"_s, u"\f\nb"_s, u"\f"_s, u"a\n\f\n\f\nb"_s}) {
         AttributedString text(body, characters);
         for (qsizetype at = -1; (at = body.indexOf(u'\f', at + 1)) >= 0;)
             text.setParagraphStyle({at, 0}, paragraph);

@@ -9,8 +9,8 @@ namespace orvane {
 namespace {
 
 constexpr qreal narrowestColumn = 144;
-constexpr qreal leastDesk = 8;        // pixels
-constexpr qreal leastMargin = 24;     // points; also room for what hangs out of a line
+constexpr qreal leastDesk = 8;         // pixels
+constexpr qreal leastMargin = 24;      // points; also room for what hangs out of a line
 constexpr qreal leastFittedZoom = 0.5; // the view's own limit
 
 qreal held(qreal margin)

@@ -104,9 +104,8 @@ void drawPageSheet(QPainter& painter, const QRectF& whole, const QRectF& clip,
 {
     // A long text has a sheet that is longer than painters can reckon with.
     constexpr qreal beyond = 4 * reach;
-    const QRectF sheet(
-        QPointF(whole.left(), std::max(whole.top(), clip.top() - beyond)),
-        QPointF(whole.right(), std::min(whole.bottom(), clip.bottom() + beyond)));
+    const QRectF sheet(QPointF(whole.left(), std::max(whole.top(), clip.top() - beyond)),
+                       QPointF(whole.right(), std::min(whole.bottom(), clip.bottom() + beyond)));
     const QRectF inner = sheet.adjusted(cornerRadius, cornerRadius, -cornerRadius, -cornerRadius);
     if (inner.contains(clip)) {
         painter.fillRect(clip, look.paper);

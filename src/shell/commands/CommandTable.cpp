@@ -243,10 +243,9 @@ std::vector<CommandSection> viewSections()
         {View,
          nullptr,
          {ofAction(Key::toggleFormattingBar, Need::Project), ofAction(Key::toggleRuler, Need::Note),
-          turnsOnAndOff(ofAction(Key::togglePageView, Need::Note),
-                        [](const UserDefaults& defaults) {
-                            return pageViewEnabledSetting.read(defaults);
-                        }),
+          turnsOnAndOff(
+              ofAction(Key::togglePageView, Need::Note),
+              [](const UserDefaults& defaults) { return pageViewEnabledSetting.read(defaults); }),
           posts("customizeToolbar", TITLE("Customize Toolbar"),
                 postable<App::customizeMainToolbar>(), Need::Nothing)}},
         {View,
