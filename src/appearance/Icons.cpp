@@ -30,10 +30,22 @@ struct Drawing {
 Drawing drawingOf(Symbol symbol)
 {
     switch (symbol) {
+    case Symbol::AlignCenter:
+        return {"actions"_L1, "format-justify-center"_L1};
+    case Symbol::AlignJustified:
+        return {"actions"_L1, "format-justify-fill"_L1};
+    case Symbol::AlignLeft:
+        return {"actions"_L1, "format-justify-left"_L1};
+    case Symbol::AlignRight:
+        return {"actions"_L1, "format-justify-right"_L1};
     case Symbol::AllProjects:
         return {"actions"_L1, "view-grid"_L1};
     case Symbol::Back:
         return {"actions"_L1, "go-previous"_L1};
+    case Symbol::Bold:
+        return {"actions"_L1, "format-text-bold"_L1};
+    case Symbol::BulletList:
+        return {"actions"_L1, "format-list-unordered"_L1};
     case Symbol::Bullets:
         return {"actions"_L1, "view-list-text"_L1};
     case Symbol::ChevronDown:
@@ -54,22 +66,32 @@ Drawing drawingOf(Symbol symbol)
         return {"actions"_L1, "go-next"_L1};
     case Symbol::Help:
         return {"actions"_L1, "games-hint"_L1};
+    case Symbol::Highlight:
+        return {"actions"_L1, "draw-highlight"_L1};
     case Symbol::History:
         return {"actions"_L1, "view-history"_L1};
+    case Symbol::Italic:
+        return {"actions"_L1, "format-text-italic"_L1};
     case Symbol::Keyboard:
         return {"devices"_L1, "input-keyboard"_L1};
     case Symbol::LeftPane:
         return {"actions"_L1, "sidebar-collapse-left"_L1};
+    case Symbol::LineSpacing:
+        return {"actions"_L1, "text_line_spacing"_L1};
     case Symbol::Locked:
         return {"actions"_L1, "object-locked"_L1};
     case Symbol::Menu:
         return {"actions"_L1, "application-menu"_L1};
+    case Symbol::More:
+        return {"actions"_L1, "overflow-menu"_L1};
     case Symbol::NewFolder:
         return {"actions"_L1, "folder-new"_L1};
     case Symbol::NewNote:
         return {"actions"_L1, "document-new"_L1};
     case Symbol::Note:
         return {"mimetypes"_L1, "text-plain"_L1};
+    case Symbol::NumberedList:
+        return {"actions"_L1, "format-list-ordered"_L1};
     case Symbol::Panes:
         return {"actions"_L1, "view-file-columns"_L1};
     case Symbol::PdfNote:
@@ -96,10 +118,16 @@ Drawing drawingOf(Symbol symbol)
         return {"actions"_L1, "settings-configure"_L1};
     case Symbol::Sort:
         return {"actions"_L1, "view-sort"_L1};
+    case Symbol::Strikethrough:
+        return {"actions"_L1, "format-text-strikethrough"_L1};
     case Symbol::Tag:
         return {"actions"_L1, "tag"_L1};
+    case Symbol::TextColor:
+        return {"actions"_L1, "format-text-color"_L1};
     case Symbol::Trash:
         return {"places"_L1, "user-trash"_L1};
+    case Symbol::Underline:
+        return {"actions"_L1, "format-text-underline"_L1};
     case Symbol::Unlocked:
         return {"actions"_L1, "object-unlocked"_L1};
     case Symbol::Warning:

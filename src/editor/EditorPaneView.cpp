@@ -73,7 +73,9 @@ EditorPaneView::EditorPaneView(AppState& appState, Look& look, QWidget* parent)
     m_stack->addWidget(makePage());
     m_tools =
         std::make_unique<WritingTools>(m_text->view(), m_library, appState.services(), look, *this);
-    layout->insertWidget(1, &m_tools->findStrip());
+    layout->insertWidget(0, &m_tools->formattingBar());
+    layout->insertWidget(2, &m_tools->findStrip());
+    m_tools->formattingBar().setNextByTab(m_title);
     m_status->addChoice(m_tools->languageButton());
     m_countTimer->setSingleShot(true);
     m_countTimer->setInterval(countPause);
@@ -285,6 +287,11 @@ void EditorPaneView::focusTitle()
     m_title->selectAll();
 }
 
+void EditorPaneView::setKeyTexts(const KeyTextOf& keyTextOf)
+{
+    m_tools->formattingBar().setKeyTexts(keyTextOf);
+}
+
 void EditorPaneView::focusText()
 {
     m_text->view().setFocus(Qt::OtherFocusReason);
@@ -309,6 +316,7 @@ void EditorPaneView::updateEditable()
     m_title->setReadOnly(!editable);
     applyHostLook();
     m_tools->findStrip().setEditable(editable);
+    m_tools->formattingBar().setEditable(editable);
     m_emptyAction->setVisible(m_appState.canCreateOrEdit());
 }
 

@@ -4,6 +4,7 @@
 #include "appearance/SurfacePanel.h"
 #include "editor/EditorSession.h"
 #include "editor/WritingLibrary.h"
+#include "editor/formatting/KeyTextOf.h"
 
 class QLineEdit;
 class QStackedLayout;
@@ -33,6 +34,8 @@ public:
     /// Puts the caret into the title, all of it selected, or into the text.
     void focusTitle();
     void focusText();
+    /// For the tool tips of controls that post commands; again whenever keys have changed.
+    void setKeyTexts(const KeyTextOf& keyTextOf);
 
 signals:
     /// The person asks for a note where there is none.

@@ -44,6 +44,7 @@ WritingTools::WritingTools(EditorView& view, WritingLibrary& library, const Serv
     , m_formatting(view, m_commands, m_lists, library.spelling, services)
     , m_spelling(view, library.spelling)
     , m_strip(new FindStrip(m_find, look, &pane))
+    , m_bar(new FormattingBarSlot(services, library.bullets, look, &pane))
     , m_language(new StripMenuButton(&pane))
 {
     m_language->setFill([this](QMenu& menu) {
@@ -52,6 +53,8 @@ WritingTools::WritingTools(EditorView& view, WritingLibrary& library, const Serv
     });
     connect(&m_languages, &Spelling::settingsChanged, this, &WritingTools::showLanguage);
     connect(m_strip, &FindStrip::dismissed, &m_view,
+            [this] { m_view.setFocus(Qt::OtherFocusReason); });
+    connect(m_bar, &FormattingBarSlot::left, &m_view,
             [this] { m_view.setFocus(Qt::OtherFocusReason); });
     connect(m_strip, &FindStrip::undoRequested, &m_view, &EditorView::undo);
     connect(m_strip, &FindStrip::redoRequested, &m_view, &EditorView::redo);
@@ -138,6 +141,7 @@ void WritingTools::showText(const std::optional<QUuid>& note)
     m_note = note;
     m_commands.setNote(note, m_mode);
     m_lists.setForm(m_mode == EditorMode::richText ? ListForm::rich : ListForm::plain);
+    m_bar->showNote(note, m_mode);
     m_formatting.showText();
     m_find.refresh();
     m_spelling.setNote(note);

@@ -6,6 +6,7 @@
 #include "editor/WritingLibrary.h"
 #include "editor/find/FindSession.h"
 #include "editor/find/FindStrip.h"
+#include "editor/formatting/FormattingBarSlot.h"
 #include "editor/formatting/FormattingTools.h"
 #include "editor/lists/ListEditing.h"
 #include "editor/markdown/MarkdownHighlighting.h"
@@ -31,6 +32,8 @@ public:
 
     /// To be placed by the owner, below the text.
     [[nodiscard]] FindStrip& findStrip() { return *m_strip; }
+    /// To be placed by the owner, above the text.
+    [[nodiscard]] FormattingBarSlot& formattingBar() { return *m_bar; }
     /// The language of the note, for the status strip. Hidden where there is no choice.
     [[nodiscard]] StripMenuButton* languageButton() { return m_language; }
 
@@ -68,6 +71,7 @@ private:
     SpellingMarks m_spelling;
     std::unique_ptr<MarkdownHighlighting> m_markdown; // in Markdown only
     FindStrip* m_strip;
+    FormattingBarSlot* m_bar;
     StripMenuButton* m_language;
     std::optional<QUuid> m_note;
     EditorMode m_mode = EditorMode::plainText;

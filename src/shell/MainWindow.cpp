@@ -101,6 +101,16 @@ void MainWindow::makeActions()
 
 void MainWindow::showKeys()
 {
+    if (m_editor) {
+        m_editor->setKeyTexts([this](const char* command) {
+            for (const ShortcutAction action : allShortcutActions()) {
+                const char* name = notification(action).name;
+                if (name && qstrcmp(name, command) == 0)
+                    return m_shortcuts.bindings().shortcut(action).desktopText();
+            }
+            return QString();
+        });
+    }
     for (const KeyedAction& each : m_keyedActions) {
         const QString keys = each.keys ? m_shortcuts.bindings().shortcut(*each.keys).desktopText()
                                        : each.action->shortcut().toString(QKeySequence::NativeText);
@@ -192,6 +202,7 @@ QWidget* MainWindow::makePanes(QWidget* parent)
     auto* panes = new ThreePaneSplitView(parent);
     m_binder = new BinderView(m_appState, *m_actions.newNote, *m_actions.newFolder, m_look, panes);
     m_editor = new EditorPaneView(m_appState, m_look, panes);
+    showKeys();
     m_inspector = new InspectorView(m_appState, *m_sheets, m_look, panes);
     panes->setPane(Pane::Binder, m_binder);
     panes->setPane(Pane::Editor, m_editor);

@@ -11,6 +11,7 @@
 #include "shell/MainWindow.h"
 #include "shell/OrvaneWorkspaceApp.h"
 #include "shell/ProjectTilesModel.h"
+#include "shell/TourFormatting.h"
 #include "shell/TourHand.h"
 #include "shell/TourPages.h"
 #include "shell/inspector/AliasesSheet.h"
@@ -571,6 +572,11 @@ int Tour::run()
     browse();
     quitAndComeBack();
     checkEveryWord();
+    tourFormatting({window(), *m_hand, m_app->themes(), m_app->appState().services().notifications,
+                    m_folder, [this](const QString& name) { picture(name); },
+                    [this](bool holds, const QString& what) {
+                        expect(holds, what);
+                    }});
     narrowWindow();
     protectedProject();
     end();

@@ -2,6 +2,7 @@
 // Goes through each window by the keyboard alone, as a person without a mouse would: is every
 // control reached, does it show that it has the keyboard, and does it say what it is.
 #include "ShellFixture.h"
+#include "editor/EditorPaneView.h"
 #include "shell/IconsAndTitlesWindow.h"
 #include "shell/inspector/AliasesSheet.h"
 #include "shell/inspector/VersionListView.h"
@@ -150,6 +151,9 @@ TEST_F(KeyboardWalkTest, EveryControlIsReachedAndSaysWhatItIs)
     m_hand->press(Qt::Key_F, Qt::ControlModifier);
     walk("find and replace");
     m_hand->press(Qt::Key_Escape);
+    window().editorPane().session().setMode(EditorMode::richText);
+    walk("rich note");
+    window().editorPane().session().setMode(EditorMode::plainText);
     auto* versions = find<VersionListView>();
     versions->setFocus(Qt::TabFocusReason);
     m_hand->press(Qt::Key_End);

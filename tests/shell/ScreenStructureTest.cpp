@@ -4,6 +4,7 @@
 #include "ShellFixture.h"
 #include "appearance/AppearanceTokens.h"
 #include "appearance/themes/BundledThemes.h"
+#include "editor/EditorPaneView.h"
 #include "shell/ElidedLabel.h"
 #include "shell/settings/SettingsWindow.h"
 
@@ -191,6 +192,9 @@ TEST_F(ScreenStructureTest, EveryScreenAtBothSizes)
         checkScreen("no note selected");
         state().createNote(longTitle + u"\n\nText."_s, {});
         checkScreen("note");
+        window().editorPane().session().setMode(EditorMode::richText);
+        checkScreen("rich note");
+        window().editorPane().session().setMode(EditorMode::plainText);
         press(u"New Folder"_s);
         checkScreen("new folder");
         m_hand->press(Qt::Key_Escape);
@@ -206,6 +210,9 @@ TEST_F(ScreenStructureTest, EveryScreenInEveryBuiltInLook)
     state().createNote(u"Low water\nMara counts the posts again."_s, {});
     inEachLook([this] {
         state().presentEditor();
+        window().editorPane().session().setMode(EditorMode::richText);
+        checkScreen("rich note");
+        window().editorPane().session().setMode(EditorMode::plainText);
         checkScreen("note");
         press(u"New Folder"_s);
         checkScreen("name sheet");

@@ -242,7 +242,11 @@ std::vector<CommandSection> viewSections()
           acts("previousPane", TITLE("Go to Previous Pane"), Do::PreviousPane, "Shift+F6")}},
         {View,
          nullptr,
-         {ofAction(Key::toggleFormattingBar, Need::Project), ofAction(Key::toggleRuler, Need::Note),
+         {turnsOnAndOff(ofAction(Key::toggleFormattingBar, Need::Project),
+                        [](const UserDefaults& defaults) {
+                            return showFormattingToolbarSetting.read(defaults);
+                        }),
+          ofAction(Key::toggleRuler, Need::Note),
           turnsOnAndOff(
               ofAction(Key::togglePageView, Need::Note),
               [](const UserDefaults& defaults) { return pageViewEnabledSetting.read(defaults); }),

@@ -4,6 +4,8 @@
 #include "appearance/OrvaneStyle.h"
 #include "core/PageSizePreset.h"
 #include "editor/EditorSettings.h"
+#include "editor/formatting/EditorHighlightStrength.h"
+#include "editor/formatting/EditorParagraphStyleRole.h"
 #include "editor/page/LengthUnit.h"
 #include "editor/spelling/Spelling.h"
 #include "shell/settings/EditorFontSample.h"
@@ -94,6 +96,30 @@ void addPaperRows(SettingsPage* page)
                     margin());
 }
 
+void addHeadingRows(SettingsPage* page)
+{
+    page->addHead(tr("Formatting"));
+    page->addSwitch(showFormattingToolbarSetting,
+                    {tr("Formatting toolbar"), tr("Above the text of rich notes.")});
+    QList<Choice> strengths;
+    using enum EditorHighlightStrength;
+    for (const auto& [strength, label] :
+         {std::pair(subtle, tr("Subtle")), {standard, tr("Standard")}, {strong, tr("Strong")}})
+        strengths.append({rawValue(strength), label});
+    page->addChoice(editorHighlightStrengthSetting,
+                    {tr("Highlights"), tr("How strongly new highlights cover the page.")},
+                    strengths);
+    page->addHead(tr("Headings"));
+    NumberForm form = points();
+    form.above0 = true;
+    for (const EditorParagraphStyleRole heading : headingCases) {
+        const bool isFirst = heading == headingCases.front();
+        const QString hint =
+            isFirst ? tr("Headings that are made from now on take these sizes.") : QString();
+        page->addNumber(sizeSetting(heading), {rawValue(heading), hint}, form);
+    }
+}
+
 void addPageRows(SettingsPage* page)
 {
     page->addHead(tr("Page"));
@@ -131,6 +157,7 @@ QWidget* makeEditorPage(const SettingsServices& s)
 {
     auto* page = new SettingsPage({title(SettingsPageId::Editor), {}}, s.services.defaults, s.look);
     addTextRows(page, s.look);
+    addHeadingRows(page);
     addPageRows(page);
     addPaperRows(page);
     addLanguageRows(page);

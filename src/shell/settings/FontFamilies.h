@@ -5,8 +5,7 @@
 
 namespace orvane {
 
-/// The families that a note can be written in: "Georgia" and "Menlo", which every machine shows in
-/// its own way, then what is installed here and can show Latin letters, by name.
+/// The families that a note can be written in, to choose from.
 [[nodiscard]] QList<Choice> fontFamilyChoices();
 
 } // namespace orvane

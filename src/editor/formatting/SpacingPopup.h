@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "core/EditorFormatNotifications.h"
+#include "editor/formatting/BarPopup.h"
+#include "editor/formatting/EditorSelectionSnapshot.h"
+
+class QDoubleSpinBox;
+class QGridLayout;
+
+namespace orvane {
+
+/// The spacing of lines and paragraphs, which the text takes while it is set.
+class SpacingPopup : public BarPopup {
+    Q_OBJECT
+public:
+    SpacingPopup(const EditorSelectionSnapshot& snapshot, Look& look, QWidget* parent);
+
+signals:
+    void changed(const orvane::ParagraphMetrics& metrics);
+
+private:
+    void addField(QGridLayout& grid, const QString& name, double value,
+                  std::optional<double> ParagraphMetrics::*metric);
+
+    QList<QDoubleSpinBox*> m_fields;
+};
+
+} // namespace orvane
