@@ -129,6 +129,9 @@ inline constexpr Notification<NoPayload> singleEditorMode{"OrvaneWorkspace.Singl
 inline constexpr Notification<NoPayload> splitEditorMode{"OrvaneWorkspace.SplitEditorMode"};
 inline constexpr Notification<NoPayload> quadEditorMode{"OrvaneWorkspace.QuadEditorMode"};
 
+/// Focus mode was turned on or off, or is on something else now; the settings say what.
+inline constexpr Notification<NoPayload> focusModeChanged{"OrvaneWorkspace.FocusMode.Changed"};
+
 // --- Windows beside the main one ---
 
 inline constexpr Notification<NoPayload> openOrvaneClipboard{"OrvaneWorkspace.OpenOrvaneClipboard"};

@@ -31,6 +31,12 @@ AppState::AppState(const Services& services, QObject* parent)
     , m_services(services)
     , m_library(services.folders)
     , m_versionHistory(services.defaults, services.notifications)
+    , m_selectionToSave(services.notifications.observe(
+          AppCommandEvents::saveSelectionToNewNote, [this](const SelectionForNewNote& selection) {
+              createNote(selection.text, selection.rtf.isEmpty()
+                                             ? std::nullopt
+                                             : std::optional(Blob(selection.rtf)));
+          }))
 {}
 
 AppState::~AppState()

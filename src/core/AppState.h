@@ -360,6 +360,7 @@ private:
     Services m_services;
     ProjectLibraryController m_library;
     NoteVersionHistoryStore m_versionHistory;
+    NotificationCenter::Observation m_selectionToSave;
     QList<OrvaneProjectRecord> m_projects;
     std::optional<OrvaneProjectRecord> m_currentProject;
     std::optional<QUuid> m_selectedProjectID;

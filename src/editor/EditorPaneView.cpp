@@ -174,12 +174,6 @@ void EditorPaneView::connectSession()
         emit textChanged();
     });
     connect(&m_session, &EditorSession::baseFontChanged, this, &EditorPaneView::applyHostLook);
-    connect(&m_appState.services().defaults, &UserDefaults::changed, this,
-            [this](const QString& key) {
-                if (key == editorDisplayZoomSetting.keyText() ||
-                    key == bottomDocumentPaddingSetting.keyText())
-                    applyHostLook();
-            });
     connect(&m_session, &EditorSession::bodyEdited, m_countTimer, qOverload<>(&QTimer::start));
     connect(m_status, &StatusStrip::modeChosen, &m_session, &EditorSession::setMode);
     UserDefaults& defaults = m_appState.services().defaults;
@@ -234,7 +228,8 @@ void EditorPaneView::applyHostLook()
                         pageMarginBottomSetting.read(defaults)};
     host.deskColor = t.desk;
     host.paperEdgeColor = t.paperEdge;
-    host.dimmedColor = blended(t.pageText, 0.3, page.ground);
+    const double ink = qBound(0.0, focusModeDimOpacitySetting.read(defaults), 1.0);
+    host.dimmedColor = blended(t.pageText, ink, page.ground);
     host.columnWidth =
         qRound(widthOfProse(font.family, font.size, charactersPerLine) * host.visualZoom);
     host.bottomDocumentPadding = bottomDocumentPaddingSetting.read(defaults);
@@ -339,8 +334,8 @@ void EditorPaneView::settingChanged(const QString& key)
     if (key == editorWidthLockSetting.keyText())
         m_status->setWidthLocked(editorWidthLockSetting.read(m_appState.services().defaults));
     else if (isOneOf(key, editorDisplayZoomSetting, bottomDocumentPaddingSetting,
-                     pageViewEnabledSetting, pageMarginTopSetting, pageMarginBottomSetting,
-                     pageMarginLeftSetting, pageMarginRightSetting))
+                     focusModeDimOpacitySetting, pageViewEnabledSetting, pageMarginTopSetting,
+                     pageMarginBottomSetting, pageMarginLeftSetting, pageMarginRightSetting))
         applyHostLook();
 }
 

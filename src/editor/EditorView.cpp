@@ -110,6 +110,8 @@ void EditorView::connectGateway()
                 [this](const TextChange& change) {
                     m_caretSide = CaretSide::lowerLine;
                     m_navigator.forgetGoal();
+                    if (m_focusRange)
+                        m_focusRange = followed(*m_focusRange, change);
                     m_scroller->follow(change);
                     m_scroller->settle();
                     updateCaret();
@@ -207,8 +209,22 @@ void EditorView::setFocusRange(std::optional<TextRange> range)
 {
     if (range == m_focusRange)
         return;
-    m_focusRange = range;
-    viewport()->update();
+    const std::optional<TextRange> before = std::exchange(m_focusRange, range);
+    if (before && range)
+        updateSelectionBetween(before->clampedTo(store().length()), *range);
+    else
+        viewport()->update();
+}
+
+void EditorView::setLeastShareBelow(qreal share)
+{
+    m_leastShareBelow = share;
+    m_scroller->settle();
+}
+
+qreal EditorView::roomBelow() const
+{
+    return std::max(m_geometry.bottomPadding, m_leastShareBelow * viewport()->height() / m_zoom);
 }
 
 void EditorView::setObjectPainter(ObjectPainter* painter)
@@ -312,9 +328,15 @@ TextSelection EditorView::selection() const
 void EditorView::setSelection(TextSelection selection, CaretSide side)
 {
     m_navigator.forgetGoal();
+    select(selection, side);
+}
+
+void EditorView::select(TextSelection selection, CaretSide side)
+{
     const bool sideChanges = side != m_caretSide;
-    m_caretSide = side;
+    m_nextCaretSide = side;
     m_gateway->setSelection(selection);
+    m_nextCaretSide = CaretSide::lowerLine;
     m_caretSide = side;
     if (sideChanges)
         updateCaret();
@@ -331,11 +353,7 @@ void EditorView::moveCaret(CaretMove move, bool selects)
         place = {before.range().end()};
     else
         place = m_navigator.moved(store(), place, move, viewport()->height() * 0.9 / m_zoom);
-    const bool sideChanges = place.side != m_caretSide;
-    m_gateway->setSelection({selects ? before.anchor : place.position, place.position});
-    m_caretSide = place.side;
-    if (sideChanges)
-        updateCaret();
+    select({selects ? before.anchor : place.position, place.position}, place.side);
     ensureCaretVisible();
     if (selects)
         publishPrimarySelection();
@@ -345,7 +363,7 @@ void EditorView::onSelectionChanged()
 {
     const TextRange before = m_shownSelection.range();
     m_shownSelection = selection();
-    m_caretSide = CaretSide::lowerLine;
+    m_caretSide = m_nextCaretSide;
     if (layout().hasPreedit() && layout().preeditPosition() != m_shownSelection.position)
         m_inputMethod->cancel();
     updateSelectionBetween(before.clampedTo(store().length()), m_shownSelection.range());
@@ -433,7 +451,10 @@ void EditorView::ensureCaretVisible()
 void EditorView::scrollCaretTo(qreal share)
 {
     const qreal target = viewport()->height() * share;
-    if (std::abs(caretRect().top() - target) <= 1)
+    const qreal distance = caretRect().top() - target;
+    const qreal reached =
+        std::clamp(m_scroller->offset() + distance, 0.0, qreal(verticalScrollBar()->maximum()));
+    if (std::abs(reached - m_scroller->offset()) <= m_zoom)
         return;
     const qreal top = layout().caretRect(int(selection().position), m_caretSide).top();
     m_scroller->jumpTo(top - target / m_zoom);

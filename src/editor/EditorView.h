@@ -87,8 +87,15 @@ public:
     /// points changes.
     void setZoom(qreal zoom);
     [[nodiscard]] qreal zoom() const { return m_zoom; }
-    /// Dims everything outside `range`; nothing for no dimming.
+    /// Dims everything outside `range`; nothing for no dimming. The range follows edits, and goes
+    /// with the text.
     void setFocusRange(std::optional<TextRange> range);
+    [[nodiscard]] const std::optional<TextRange>& focusRange() const { return m_focusRange; }
+    /// The part of the view's height that stays free below the last line, when it is scrolled up as
+    /// far as it goes: more than the geometry's padding where that is less.
+    void setLeastShareBelow(qreal share);
+    /// The room below the last line, in points.
+    [[nodiscard]] qreal roomBelow() const;
     /// Who draws attachments; must outlive the view. Null for the view's own, which draws what
     /// attachments carry.
     void setObjectPainter(ObjectPainter* painter);
@@ -112,7 +119,7 @@ public:
     /// Scrolls as little as needed to show the caret.
     void ensureCaretVisible();
     /// Scrolls so that the caret's line begins at `share` of the view's height, as far as the text
-    /// allows. Does nothing within one pixel.
+    /// allows. Does nothing within one point.
     void scrollCaretTo(qreal share);
     void scrollToRange(TextRange range);
 
@@ -192,6 +199,7 @@ private:
     [[nodiscard]] qreal columnLeft() const;
     void onParagraphsChanged(const QTextBlock& first, const QTextBlock& last, qreal top,
                              qreal oldBottom);
+    void select(TextSelection selection, CaretSide side);
     void onSelectionChanged();
     void moveContents(int pixels);
     /// Moves what is shown below a paragraph that has become higher or lower, where that is by
@@ -222,6 +230,7 @@ private:
 
     EditorLook m_look;
     EditorGeometry m_geometry;
+    qreal m_leastShareBelow = 0;
     TextFont m_baseFont{QString(), 16};
     LineSettings m_lineSettings{1.6};
     AttachmentPainter m_ownPainter;
@@ -234,6 +243,7 @@ private:
 
     CaretNavigator m_navigator;
     CaretSide m_caretSide = CaretSide::lowerLine;
+    CaretSide m_nextCaretSide = CaretSide::lowerLine; ///< of the selection that is being set
     TextSelection m_shownSelection;
     QRect m_shownCaret;
     QBasicTimer m_blinkTimer;

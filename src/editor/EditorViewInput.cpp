@@ -432,7 +432,7 @@ void EditorView::fillContextMenu(QMenu& menu, QPointF viewportPoint)
 {
     for (EditorExtension* extension : m_extensions)
         extension->addToContextMenu(menu, toPage(viewportPoint), positionAt(viewportPoint));
-    if (!menu.isEmpty())
+    if (!menu.isEmpty() && !menu.actions().constLast()->isSeparator())
         menu.addSeparator();
     const auto add = [&](const QString& text, const QString& icon, QKeySequence::StandardKey key,
                          bool enabled, void (EditorView::*run)()) {

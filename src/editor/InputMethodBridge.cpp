@@ -53,14 +53,18 @@ void InputMethodBridge::handle(const QInputMethodEvent& event)
 
 void InputMethodBridge::commit(const QInputMethodEvent& event)
 {
-    if (event.replacementLength() > 0 || event.replacementStart() != 0) {
+    const bool replaces = event.replacementLength() > 0;
+    if (replaces || event.replacementStart() != 0) {
         const qsizetype caret = m_view.selection().position;
         const TextRange replaced =
             TextRange{caret + event.replacementStart(), event.replacementLength()}.clampedTo(
                 m_view.store().length());
         m_view.setSelection(TextSelection::of(replaced));
     }
-    if (!event.commitString().isEmpty())
+    // What takes the place of a word is no typing, and no tool has a say in it.
+    if (replaces && !event.commitString().isEmpty())
+        m_view.gateway().type(event.commitString());
+    else if (!event.commitString().isEmpty())
         m_view.typeText(event.commitString());
     else
         m_view.deleteSelection();

@@ -6,7 +6,6 @@
 #include "editor/EditorView.h"
 
 #include <QDesktopServices>
-#include <QMenu>
 #include <QUrl>
 
 namespace orvane {
@@ -51,18 +50,12 @@ NoteLinks::NoteLinks(EditorView& view, EditorSession& session, AppState& appStat
     , m_session(session)
     , m_appState(appState)
 {
-    view.addExtension(this);
     connect(&view, &EditorView::linkActivated, this, &NoteLinks::open);
     m_command = appState.services().notifications.observe(
         AppCommandEvents::linkSelectionToNote, [this](const CommandTarget& target) {
             if (!target.noteID || target.noteID == m_session.noteID())
                 linkSelectionToNote();
         });
-}
-
-NoteLinks::~NoteLinks()
-{
-    m_view.removeExtension(this);
 }
 
 void NoteLinks::open(const QString& address)
@@ -125,13 +118,6 @@ bool NoteLinks::linkSelectedText(const QUuid& noteID)
             selected, [&](CharacterStyle& style) { style.link = InternalNoteLink::link(noteID); });
     });
     return true;
-}
-
-void NoteLinks::addToContextMenu(QMenu& menu, QPointF /*page*/, qsizetype /*position*/)
-{
-    if (m_session.gateway().selection().isEmpty() || !m_session.isEditable())
-        return;
-    menu.addAction(tr("Link Selection to Note…"), this, &NoteLinks::linkSelectionToNote);
 }
 
 } // namespace orvane

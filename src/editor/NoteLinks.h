@@ -2,7 +2,6 @@
 #pragma once
 
 #include "core/AppCommandEvents.h"
-#include "editor/EditorExtension.h"
 #include "platform/NotificationCenter.h"
 
 #include <QObject>
@@ -15,13 +14,12 @@ class EditorView;
 
 /// Links in the text of a pane: opens the one that is clicked, and makes one of the selection that
 /// leads to another note. Main thread.
-class NoteLinks final : public QObject, public EditorExtension {
+class NoteLinks final : public QObject {
     Q_OBJECT
 public:
     /// All arguments outlive it.
     NoteLinks(EditorView& view, EditorSession& session, AppState& appState,
               QObject* parent = nullptr);
-    ~NoteLinks() override;
 
     /// A link to a note selects it, with a beep where there is no such note. Other addresses are
     /// opened outside.
@@ -30,8 +28,6 @@ public:
     void linkSelectionToNote();
     /// False with a beep where nothing is selected.
     bool linkSelectedText(const QUuid& noteID);
-
-    void addToContextMenu(QMenu& menu, QPointF page, qsizetype position) override;
 
 private:
     void say(const QString& title, const QString& text);

@@ -67,7 +67,7 @@ void PageScroller::placeAnchor(Hold hold)
     if (hold == Hold::end) {
         const QTextBlock last = layout.rowStart(document.lastBlock());
         layout.ensureLaidOut(last);
-        const qreal below = m_view.textGeometry().bottomPadding;
+        const qreal below = m_view.roomBelow();
         m_anchor.position = last.position();
         m_anchor.top = m_view.viewport()->height() -
                        (layout.bottomOf(last) - layout.topOf(last) + below) * m_view.zoom();
@@ -107,7 +107,7 @@ void PageScroller::adjustBar()
     const EditorGeometry& geometry = m_view.textGeometry();
     const qreal zoom = m_view.zoom();
     const int height = m_view.viewport()->height();
-    const qreal page = (geometry.verticalMargin + layout.height() + geometry.bottomPadding) * zoom;
+    const qreal page = (geometry.verticalMargin + layout.height() + m_view.roomBelow()) * zoom;
     const int maximum = std::max(0, int(std::ceil(page)) - height);
 
     const QTextBlock anchor = m_view.store().blockAt(m_anchor.position);

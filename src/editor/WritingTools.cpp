@@ -39,6 +39,7 @@ WritingTools::WritingTools(EditorView& view, WritingLibrary& library, const Serv
     , m_look(look)
     , m_defaults(services.defaults)
     , m_commands(view, services.notifications)
+    , m_behaviours(view, services)
     , m_find(view, services.beeper)
     , m_lists(view, library.bullets)
     , m_formatting(view, m_commands, m_lists, library.spelling, services)
@@ -140,6 +141,7 @@ void WritingTools::showText(const std::optional<QUuid>& note)
 {
     m_note = note;
     m_commands.setNote(note, m_mode);
+    m_behaviours.showText(note, m_mode);
     m_lists.setForm(m_mode == EditorMode::richText ? ListForm::rich : ListForm::plain);
     m_bar->showNote(note, m_mode);
     m_formatting.showText();

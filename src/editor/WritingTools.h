@@ -11,6 +11,7 @@
 #include "editor/lists/ListEditing.h"
 #include "editor/markdown/MarkdownHighlighting.h"
 #include "editor/spelling/SpellingMarks.h"
+#include "editor/writing/WritingBehaviours.h"
 
 namespace orvane {
 
@@ -19,9 +20,9 @@ class EditorView;
 class StripMenuButton;
 
 /// Everything that helps writing in one text view beside the typing itself: finding and replacing,
-/// formatting, lists, Markdown and spelling, each in the modes that it is for. It wears the look,
-/// listens to the commands of the program and to their keys, and is told what the view shows. Main
-/// thread.
+/// formatting, lists, Markdown, spelling and what a writer feels, each in the modes that it is for.
+/// It wears the look, listens to the commands of the program and to their keys, and is told what the
+/// view shows. Main thread.
 class WritingTools : public QObject {
     Q_OBJECT
 public:
@@ -65,6 +66,7 @@ private:
     Look& m_look;
     UserDefaults& m_defaults;
     EditorCommands m_commands;
+    WritingBehaviours m_behaviours; // first in the context menu
     FindSession m_find;
     ListEditing m_lists;
     FormattingTools m_formatting;

@@ -3,6 +3,8 @@
 
 #include "core/AppCommandEvents.h"
 #include "editor/EditorPaneView.h"
+#include "editor/writing/FocusMode.h"
+#include "editor/writing/TypewriterScroll.h"
 #include "shell/BinderTreeView.h"
 #include "shell/BinderView.h"
 #include "shell/InspectorView.h"
@@ -278,6 +280,13 @@ void MainWindow::makeDirectCommands()
     m_commands.setDirect(DirectCommand::Quit, [this] { close(); });
     m_commands.setDirect(DirectCommand::Minimize, [this] { showMinimized(); });
     m_commands.setDirect(DirectCommand::FullScreen, toggleFullScreen);
+    const Services& services = m_appState.services();
+    m_commands.setDirect(DirectCommand::ToggleFocusMode, [services] { toggleFocusMode(services); });
+    m_commands.setDirect(DirectCommand::FocusParagraph,
+                         [services] { setFocusParagraph(services); });
+    m_commands.setDirect(DirectCommand::FocusSentence, [services] { setFocusSentence(services); });
+    m_commands.setDirect(DirectCommand::ToggleTypewriterMode,
+                         [services] { toggleTypewriterMode(services); });
     m_commands.setDirect(DirectCommand::Guide, [this] { m_projectActions->showGuide(); });
     m_commands.setDirect(DirectCommand::About, [this] { showAbout(); });
     addKey(QKeySequence(Qt::CTRL | Qt::Key_Q), [this] { close(); });

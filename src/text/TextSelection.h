@@ -44,4 +44,16 @@ struct TextChange {
     bool operator==(const TextChange&) const = default;
 };
 
+/// Where `range` stands after `change`; what has come within it belongs to it.
+[[nodiscard]] constexpr TextRange followed(TextRange range, const TextChange& change)
+{
+    const auto moved = [&](qsizetype position) {
+        if (position <= change.location)
+            return position;
+        const qsizetype end = change.location + change.lengthBefore;
+        return std::max(position, end) + change.lengthAfter - change.lengthBefore;
+    };
+    return TextRange::between(moved(range.location), moved(range.end()));
+}
+
 } // namespace orvane

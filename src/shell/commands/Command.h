@@ -31,11 +31,15 @@ enum class DirectCommand {
     CloseWindow,
     Minimize,
     FullScreen,
+    ToggleFocusMode,
+    FocusParagraph,
+    FocusSentence,
+    ToggleTypewriterMode,
     Quit,
     Guide,
     About,
 };
-inline constexpr int directCommandCount = 16;
+inline constexpr int directCommandCount = 20;
 
 /// What must be there for a command to act.
 enum class CommandNeed {

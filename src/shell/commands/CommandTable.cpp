@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "core/EditorFormatNotifications.h"
 #include "editor/EditorSettings.h"
+#include "editor/writing/FocusedText.h"
 #include "shell/commands/Command.h"
 
 #include <QCoreApplication>
@@ -76,6 +77,27 @@ Command opensSettings()
     Command command = ofAction(Key::settings, Need::Nothing);
     command.notification = postable<App::openSettingsWindow>();
     return command;
+}
+
+/// A command of a project's view that is on while `isOn` says so.
+Command switches(const char* id, const char* title, Do direct,
+                 bool (*isOn)(const UserDefaults& defaults))
+{
+    Command command = acts(id, title, direct);
+    command.need = Need::Project;
+    return turnsOnAndOff(std::move(command), isOn);
+}
+
+template <const auto& setting>
+bool isSet(const UserDefaults& defaults)
+{
+    return setting.read(defaults);
+}
+
+template <FocusGranularity granularity>
+bool focusesOn(const UserDefaults& defaults)
+{
+    return focusGranularityNamed(focusModeGranularitySetting.read(defaults)) == granularity;
 }
 
 template <OWChartKind kind>
@@ -252,6 +274,18 @@ std::vector<CommandSection> viewSections()
               [](const UserDefaults& defaults) { return pageViewEnabledSetting.read(defaults); }),
           posts("customizeToolbar", TITLE("Customize Toolbar"),
                 postable<App::customizeMainToolbar>(), Need::Nothing)}},
+        {View,
+         nullptr,
+         {switches("toggleTypewriterMode", TITLE("Typewriter Mode"), Do::ToggleTypewriterMode,
+                   isSet<typewriterModeSetting>)}},
+        {View,
+         TITLE("Focus Mode"),
+         {switches("toggleFocusMode", TITLE("Focus Mode"), Do::ToggleFocusMode,
+                   isSet<focusModeSetting>),
+          switches("setFocusParagraph", TITLE("Focus on the Paragraph"), Do::FocusParagraph,
+                   focusesOn<FocusGranularity::paragraph>),
+          switches("setFocusSentence", TITLE("Focus on the Sentence"), Do::FocusSentence,
+                   focusesOn<FocusGranularity::sentence>)}},
         {View,
          TITLE("Editors"),
          {posts("singleEditor", TITLE("Single Editor"), postable<App::singleEditorMode>(),

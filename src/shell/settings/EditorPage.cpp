@@ -8,6 +8,7 @@
 #include "editor/formatting/EditorParagraphStyleRole.h"
 #include "editor/page/LengthUnit.h"
 #include "editor/spelling/Spelling.h"
+#include "editor/writing/FocusedText.h"
 #include "shell/settings/EditorFontSample.h"
 #include "shell/settings/FontFamilies.h"
 #include "shell/settings/SettingsPage.h"
@@ -144,6 +145,44 @@ void addPageRows(SettingsPage* page)
                     room);
 }
 
+void addWritingRows(SettingsPage* page)
+{
+    page->addHead(tr("Writing"));
+    page->addSwitch(autoBracketingSetting,
+                    {tr("Close brackets and quotes"),
+                     tr("Typing the first of a pair writes both, or puts them round what is "
+                        "selected. Not in Markdown.")});
+    page->addSwitch(smartPasteSetting,
+                    {tr("Fit pasted text to the note"),
+                     tr("Text from elsewhere takes the font, size and color of the place. Bold, "
+                        "italic and links stay.")});
+    page->addSwitch(typewriterModeSetting,
+                    {tr("Typewriter mode"),
+                     tr("The line that is written stays at one height, and the text moves.")});
+}
+
+void addFocusRows(SettingsPage* page)
+{
+    page->addHead(tr("Focus"));
+    page->addSwitch(focusModeSetting,
+                    {tr("Focus mode"), tr("Everything but what is being written is dimmed.")});
+    SettingRow* granularity =
+        page->addChoice(focusModeGranularitySetting, {tr("Kept in sight"), {}},
+                        {{focusGranularityName(FocusGranularity::paragraph), tr("The paragraph")},
+                         {focusGranularityName(FocusGranularity::sentence), tr("The sentence")}});
+    NumberForm percent;
+    percent.lowest = 5;
+    percent.highest = 100;
+    percent.step = 5;
+    percent.unit = tr("%");
+    percent.scale = 100;
+    SettingRow* ink = page->addNumber(
+        focusModeDimOpacitySetting,
+        {tr("Strength of the rest"), tr("How much of their color dimmed words keep.")}, percent);
+    for (SettingRow* row : {granularity, ink})
+        page->enableWith(row, focusModeSetting);
+}
+
 void addLanguageRows(SettingsPage* page)
 {
     page->addHead(tr("Language"));
@@ -160,6 +199,8 @@ QWidget* makeEditorPage(const SettingsServices& s)
     addHeadingRows(page);
     addPageRows(page);
     addPaperRows(page);
+    addWritingRows(page);
+    addFocusRows(page);
     addLanguageRows(page);
     return page;
 }

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "editor/writing/FocusedText.h"
+
+#include "text/TextStore.h"
+
+#include <QTextBoundaryFinder>
+
+namespace orvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// No sentence is longer, to either side of the caret.
+constexpr qsizetype longestHalf = 4000;
+
+TextRange focusedAt(const TextStore& store, qsizetype position, FocusGranularity granularity)
+{
+    const TextRange paragraph = store.paragraphRange(position);
+    if (granularity == FocusGranularity::paragraph)
+        return paragraph;
+    const qsizetype from = std::max(paragraph.location, position - longestHalf);
+    const qsizetype to = std::min(paragraph.end(), position + longestHalf);
+    TextRange sentence = sentenceAt(store.text(TextRange::between(from, to)), position - from);
+    sentence.location += from;
+    return sentence;
+}
+
+} // namespace
+
+QString focusGranularityName(FocusGranularity granularity)
+{
+    return granularity == FocusGranularity::sentence ? u"sentence"_s : u"paragraph"_s;
+}
+
+FocusGranularity focusGranularityNamed(const QString& name)
+{
+    return name == u"sentence" ? FocusGranularity::sentence : FocusGranularity::paragraph;
+}
+
+TextRange sentenceAt(const QString& text, qsizetype position)
+{
+    if (text.isEmpty())
+        return {};
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Sentence, text);
+    finder.setPosition(std::min(position, text.size() - 1));
+    qsizetype start = finder.isAtBoundary() ? finder.position() : finder.toPreviousBoundary();
+    start = std::max<qsizetype>(start, 0);
+    finder.setPosition(start);
+    const qsizetype end = finder.toNextBoundary();
+    return TextRange::between(start, end < 0 ? text.size() : end);
+}
+
+std::optional<TextRange> focusedTextRange(const TextStore& store, TextSelection selection,
+                                          FocusGranularity granularity)
+{
+    const TextRange selected = selection.range();
+    if (selected.end() > store.length())
+        return std::nullopt;
+    const TextRange first = focusedAt(store, selected.location, granularity);
+    if (selected.isEmpty())
+        return first;
+    const TextRange last = focusedAt(store, selected.end() - 1, granularity);
+    return TextRange::between(first.location, last.end());
+}
+
+} // namespace orvane

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "text/TextSelection.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace orvane {
+
+class TextStore;
+
+/// How much stays in sight while the rest is dimmed.
+enum class FocusGranularity { paragraph, sentence };
+
+/// The stored word, "paragraph" or "sentence".
+[[nodiscard]] QString focusGranularityName(FocusGranularity granularity);
+/// What a stored word means; the paragraph for anything else.
+[[nodiscard]] FocusGranularity focusGranularityNamed(const QString& name);
+
+/// The sentence of `text` that holds `position`, with the blanks behind it; at the very end the
+/// last one. Sentences end as Unicode says (UAX #29).
+[[nodiscard]] TextRange sentenceAt(const QString& text, qsizetype position);
+
+/// The paragraph or sentence that is written in; with a selection, from that of its start to that
+/// of its end. Nothing for a caret beyond the text. Looks at the paragraphs of the two ends only,
+/// and of a very long one only at what is near.
+[[nodiscard]] std::optional<TextRange>
+focusedTextRange(const TextStore& store, TextSelection selection, FocusGranularity granularity);
+
+} // namespace orvane

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "editor/writing/SmartPaste.h"
+
+#include "editor/EditorView.h"
+#include "text/TextStore.h"
+
+#include <QCoreApplication>
+#include <QMimeData>
+
+namespace orvane {
+
+namespace {
+
+constexpr int boldWeight = 700;
+
+} // namespace
+
+AttributedString cleanWebFormatting(AttributedString text, const CharacterStyle& typing,
+                                    const TextFont& base)
+{
+    text.modifyCharacterStyles(text.fullRange(), [&](CharacterStyle& style) {
+        TextFont font = typing.font.value_or(base);
+        if (style.font && style.font->italic)
+            font.italic = true;
+        if (style.font && style.font->isBold())
+            font.weight = std::max(font.weight, boldWeight);
+        style.font = font;
+        style.foreground = typing.foreground;
+        style.background.reset();
+        style.autoTagBaseFontSize.reset();
+    });
+    return text;
+}
+
+SmartPaste::SmartPaste(EditorView& view)
+    : m_view(view)
+{
+    m_view.addExtension(this);
+}
+
+SmartPaste::~SmartPaste()
+{
+    m_view.removeExtension(this);
+}
+
+bool SmartPaste::paste(const QMimeData& data)
+{
+    const bool isRich = m_view.formatting() == TextFormatting::rich;
+    if (!m_isEnabled || !isRich || data.hasFormat(textMime::archiveType()))
+        return false;
+    EditGateway& gateway = m_view.gateway();
+    const SharedCharacterStyle typing = gateway.typingStyle();
+    auto text = textMime::decode(data, TextFormatting::rich, typing);
+    if (!text)
+        return false;
+    gateway.insert(cleanWebFormatting(*std::move(text), *typing, m_view.layout().baseFont()),
+                   QCoreApplication::translate("orvane::EditorView", "Paste"));
+    return true;
+}
+
+} // namespace orvane
