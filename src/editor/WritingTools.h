@@ -21,8 +21,8 @@ class StripMenuButton;
 
 /// Everything that helps writing in one text view beside the typing itself: finding and replacing,
 /// formatting, lists, Markdown, spelling and what a writer feels, each in the modes that it is for.
-/// It wears the look, listens to the commands of the program and to their keys, and is told what the
-/// view shows. Main thread.
+/// It wears the look, listens to the commands of the program and to their keys, and is told what
+/// the view shows. Main thread.
 class WritingTools : public QObject {
     Q_OBJECT
 public:
