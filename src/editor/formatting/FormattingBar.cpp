@@ -91,26 +91,27 @@ void FormattingBar::addStyleGroup()
     m_strikethrough =
         addToggle(Symbol::Strikethrough, tr("Strikethrough"), Format::strikethrough, 5);
     m_textColor = addMenuButton(
-        Shape::color, tr("Text Color"), [this](QWidget& at) { openTextColors(at); }, 9);
-    m_textColor->setSymbol(Symbol::TextColor);
+        Shape::color, tr("Text Color"), [this](QWidget& at) { openTextColors(at); }, 9,
+        Symbol::TextColor);
     m_highlight = addMenuButton(
-        Shape::color, tr("Highlight"), [this](QWidget& at) { openHighlights(at); }, 10);
-    m_highlight->setSymbol(Symbol::Highlight);
+        Shape::color, tr("Highlight"), [this](QWidget& at) { openHighlights(at); }, 10,
+        Symbol::Highlight);
 }
 
 void FormattingBar::addParagraphGroup()
 {
     m_alignment = addMenuButton(
-        Shape::symbol, tr("Alignment"), [this](QWidget& at) { openAlignments(at); }, 6);
+        Shape::symbol, tr("Alignment"), [this](QWidget& at) { openAlignments(at); }, 6,
+        Symbol::AlignLeft);
     addListControls(Symbol::BulletList, tr("Bullet List"), tr("Bullet Styles"), Format::bulletList,
                     false, 8);
     m_bulletList = m_items.at(m_items.size() - 2).action;
     addListControls(Symbol::NumberedList, tr("Numbered List"), tr("Number Styles"),
                     Format::numberedList, true, 7);
     m_numberedList = m_items.at(m_items.size() - 2).action;
-    BarMenuButton* spacing = addMenuButton(
-        Shape::symbol, tr("Spacing"), [this](QWidget& at) { openSpacing(at); }, 4);
-    spacing->setSymbol(Symbol::LineSpacing);
+    addMenuButton(
+        Shape::symbol, tr("Spacing"), [this](QWidget& at) { openSpacing(at); }, 4,
+        Symbol::LineSpacing);
 }
 
 void FormattingBar::addListControls(Symbol symbol, const QString& name, const QString& stylesName,
@@ -182,22 +183,25 @@ QAction* FormattingBar::addToggle(Symbol symbol, const QString& name,
     button->setFixedSize(buttonSize, buttonSize);
     m_row->addWidget(button);
     take(button);
-    m_items.append({{button}, action, rank});
+    m_items.append({button, action, rank, symbol});
     return action;
 }
 
 BarMenuButton* FormattingBar::addMenuButton(Shape shape, const QString& name,
-                                            const std::function<void(QWidget&)>& open, int rank)
+                                            const std::function<void(QWidget&)>& open, int rank,
+                                            std::optional<Symbol> symbol)
 {
     auto* button = new BarMenuButton(shape, look(), this);
     QAction* action = makeAction(name);
     button->setAccessibleName(name);
     button->setToolTip(name);
+    if (symbol)
+        button->setSymbol(*symbol);
     connect(button, &QToolButton::clicked, this, [button, open] { open(*button); });
     connect(action, &QAction::triggered, this, [this, open] { open(*m_overflow); });
     m_row->addWidget(button);
     take(button);
-    m_items.append({{button}, action, rank});
+    m_items.append({button, action, rank, symbol});
     return button;
 }
 
@@ -264,26 +268,8 @@ QSize FormattingBar::minimumSizeHint() const
 
 void FormattingBar::fit()
 {
-    const auto showItem = [](const Item& item, bool shows) {
-        for (QWidget* widget : item.widgets)
-            widget->setVisible(shows);
-    };
-    const auto showSeparators = [this] {
-        qsizetype from = 0;
-        for (const auto& [separator, to] : m_separators) {
-            const auto isShown = [](const Item& item) {
-                return !item.widgets.first()->isHidden();
-            };
-            const bool before =
-                std::any_of(m_items.cbegin() + from, m_items.cbegin() + to, isShown);
-            const bool after = std::any_of(m_items.cbegin() + to, m_items.cend(), isShown);
-            separator->setVisible(before && after);
-            from = to;
-        }
-        m_row->invalidate();
-    };
     for (const Item& item : m_items)
-        showItem(item, true);
+        item.control->show();
     m_overflow->hide();
     showSeparators();
     QList<int> ranks;
@@ -295,28 +281,54 @@ void FormattingBar::fit()
             break;
         for (const Item& item : m_items) {
             if (item.rank == rank)
-                showItem(item, false);
+                item.control->hide();
         }
         m_overflow->show();
         showSeparators();
     }
-    // The way in by Tab must be seen.
+    keepWayIn();
+}
+
+void FormattingBar::showSeparators()
+{
+    const auto isShown = [](const Item& item) {
+        return !item.control->isHidden();
+    };
+    qsizetype from = 0;
+    for (const auto& [separator, to] : m_separators) {
+        const bool before = std::any_of(m_items.cbegin() + from, m_items.cbegin() + to, isShown);
+        const bool after = std::any_of(m_items.cbegin() + to, m_items.cend(), isShown);
+        separator->setVisible(before && after);
+        from = to;
+    }
+    m_row->invalidate();
+}
+
+/// Tab goes to a control that is seen.
+void FormattingBar::keepWayIn()
+{
     const QList<QWidget*> shown = shownControls();
     const bool hasWayIn = std::any_of(shown.begin(), shown.end(), [](const QWidget* control) {
         return control->focusPolicy() == Qt::TabFocus;
     });
-    if (!hasWayIn) {
-        for (QWidget* control : m_controls)
-            control->setFocusPolicy(Qt::NoFocus);
-        shown.first()->setFocusPolicy(Qt::TabFocus);
-    }
+    if (hasWayIn)
+        return;
+    for (QWidget* control : m_controls)
+        control->setFocusPolicy(Qt::NoFocus);
+    shown.first()->setFocusPolicy(Qt::TabFocus);
 }
 
 void FormattingBar::fillOverflow(QMenu& menu)
 {
     for (const Item& item : m_items) {
-        if (item.widgets.first()->isHidden())
-            menu.addAction(item.action);
+        if (!item.control->isHidden())
+            continue;
+        QAction* entry = menu.addAction(item.action->text(), item.action, &QAction::trigger);
+        entry->setCheckable(item.action->isCheckable());
+        entry->setChecked(item.action->isChecked());
+        // In the ink of the menu, not of the bar.
+        if (item.symbol)
+            entry->setIcon(look().icon(*item.symbol, Surface::Card));
     }
 }
 

@@ -51,12 +51,12 @@ protected:
 private:
     using Shape = BarMenuButton::Shape;
 
-    /// Controls that are shown or hidden together, and how they stand in the menu of what is
-    /// hidden.
+    /// A control, and how it stands in the menu of what is hidden.
     struct Item {
-        QList<QWidget*> widgets;
+        QWidget* control = nullptr;
         QAction* action = nullptr;
-        int rank = 0; ///< the lowest are hidden first
+        int rank = 0; ///< the lowest are hidden first, those of one rank together
+        std::optional<Symbol> symbol{};
     };
 
     void addTextGroup();
@@ -69,7 +69,8 @@ private:
                        const Notification<CommandTarget>& command, int rank);
     /// A button of `shape` that opens what `open` makes at a widget.
     BarMenuButton* addMenuButton(Shape shape, const QString& name,
-                                 const std::function<void(QWidget&)>& open, int rank);
+                                 const std::function<void(QWidget&)>& open, int rank,
+                                 std::optional<Symbol> symbol = {});
     void addListControls(Symbol symbol, const QString& name, const QString& stylesName,
                          const Notification<CommandTarget>& command, bool numbered, int rank);
     void take(QWidget* control);
@@ -91,6 +92,8 @@ private:
     void postColor(const Notification<ColorChoice>& command, const QColor& color);
 
     void fit();
+    void showSeparators();
+    void keepWayIn();
     void fillOverflow(QMenu& menu);
     [[nodiscard]] QList<QWidget*> shownControls() const;
     void goTo(QWidget* control);
