@@ -293,8 +293,15 @@ TEST_F(FormattingBarTest, SpacingActsWhileItIsSet)
     EXPECT_EQ(paragraphAt(0).lineSpacing, 2);
     press(Qt::Key_Space);
     EXPECT_EQ(paragraphAt(0), ParagraphStyle());
-    press(Qt::Key_Escape);
+    press(Qt::Key_Tab);
+    press(Qt::Key_Space);
+    ASSERT_TRUE(popup<QWidget>());
+    EXPECT_EQ(popup<QWidget>()->windowTitle(), u"Paragraph Background"_s);
+    press(Qt::Key_Right);
+    press(Qt::Key_Return);
     EXPECT_FALSE(QApplication::activePopupWidget());
+    ASSERT_TRUE(paragraphAt(0).background);
+    EXPECT_LT(paragraphAt(0).background->alpha, 0.5) << "the text on it stays readable";
 }
 
 TEST_F(FormattingBarTest, TheKeyboardGoesAboutInIt)
@@ -351,7 +358,7 @@ TEST_F(FormattingBarTest, WhatHasNoRoomIsInTheMenuBehindMore)
     EXPECT_EQ(at(0).strikethrough, TextLine::single);
     click(u"More Formatting"_s);
     EXPECT_TRUE(item(u"Strikethrough"_s)->isChecked());
-    chooseItem(u"Spacing"_s);
+    chooseItem(u"Spacing and Background"_s);
     ASSERT_TRUE(QApplication::activePopupWidget());
     press(Qt::Key_Escape);
     title->setFocus();

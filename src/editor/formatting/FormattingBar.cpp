@@ -110,7 +110,7 @@ void FormattingBar::addParagraphGroup()
                     Format::numberedList, true, 7);
     m_numberedList = m_items.at(m_items.size() - 2).action;
     addMenuButton(
-        Shape::symbol, tr("Spacing"), [this](QWidget& at) { openSpacing(at); }, 4,
+        Shape::symbol, tr("Spacing and Background"), [this](QWidget& at) { openSpacing(at); }, 4,
         Symbol::LineSpacing);
 }
 

@@ -85,7 +85,11 @@ private:
     void openSpacing(QWidget& anchor);
     void openTextColors(QWidget& anchor);
     void openHighlights(QWidget& anchor);
-    void openPalette(QWidget& anchor, const ColorPopup::Palette& palette, const QColor& start,
+    void openParagraphBackgrounds(QWidget& anchor);
+    [[nodiscard]] ColorPopup::Palette
+    translucentPalette(const QString& name, const std::optional<RgbaColor>& current) const;
+    void openPalette(QWidget& anchor, const ColorPopup::Palette& palette,
+                     const std::optional<RgbaColor>& current,
                      const Notification<ColorChoice>& command);
     void openCustomColor(QWidget& anchor, const QString& name, const QColor& start,
                          const Notification<ColorChoice>& command);

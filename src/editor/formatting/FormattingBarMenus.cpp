@@ -192,6 +192,8 @@ void FormattingBar::openSpacing(QWidget& anchor)
         metrics.noteID = m_note;
         m_services.notifications.post(Format::setParagraphMetrics, metrics);
     });
+    connect(popup, &SpacingPopup::backgroundRequested, this,
+            [this, &anchor] { openParagraphBackgrounds(anchor); });
     popup->popUpBelow(anchor);
 }
 
@@ -203,29 +205,44 @@ void FormattingBar::openTextColors(QWidget& anchor)
             palette.current = int(palette.shown.size());
         palette.shown.append(each.color);
     }
-    openPalette(anchor, palette, m_snapshot.foregroundColor.toQColor(), Format::foregroundColor);
+    openPalette(anchor, palette, m_snapshot.foregroundColor, Format::foregroundColor);
+}
+
+/// Colours for what stands behind text, each as it looks on the page.
+ColorPopup::Palette FormattingBar::translucentPalette(const QString& name,
+                                                      const std::optional<RgbaColor>& current) const
+{
+    const auto strength =
+        editorHighlightStrength(editorHighlightStrengthSetting.read(m_services.defaults));
+    ColorPopup::Palette palette{name, tr("None"), highlightPalette(), {}};
+    const QColor& page = look().tokens().on(Surface::Page).ground;
+    for (const WritingColor& each : palette.colors) {
+        const RgbaColor fit = normalizeHighlight(RgbaColor::fromQColor(each.color), strength);
+        if (current && looksLike(fit, *current))
+            palette.current = int(palette.shown.size());
+        palette.shown.append(blended(QColor(fit.toQColor().rgb()), fit.alpha, page));
+    }
+    return palette;
 }
 
 void FormattingBar::openHighlights(QWidget& anchor)
 {
-    const auto strength =
-        editorHighlightStrength(editorHighlightStrengthSetting.read(m_services.defaults));
-    ColorPopup::Palette palette{tr("Highlight"), tr("None"), highlightPalette(), {}};
-    const QColor& page = look().tokens().on(Surface::Page).ground;
-    for (const WritingColor& each : palette.colors) {
-        const RgbaColor fit = normalizeHighlight(RgbaColor::fromQColor(each.color), strength);
-        if (m_snapshot.highlightColor && looksLike(fit, *m_snapshot.highlightColor))
-            palette.current = int(palette.shown.size());
-        palette.shown.append(blended(QColor(fit.toQColor().rgb()), fit.alpha, page));
-    }
-    const QColor start = m_snapshot.highlightColor ? m_snapshot.highlightColor->toQColor()
-                                                   : palette.colors.first().color;
-    openPalette(anchor, palette, QColor(start.rgb()), Format::highlightColor);
+    openPalette(anchor, translucentPalette(tr("Highlight"), m_snapshot.highlightColor),
+                m_snapshot.highlightColor, Format::highlightColor);
+}
+
+void FormattingBar::openParagraphBackgrounds(QWidget& anchor)
+{
+    const auto& current = m_snapshot.paragraphBackgroundColor;
+    openPalette(anchor, translucentPalette(tr("Paragraph Background"), current), current,
+                Format::setParagraphBackgroundColor);
 }
 
 void FormattingBar::openPalette(QWidget& anchor, const ColorPopup::Palette& palette,
-                                const QColor& start, const Notification<ColorChoice>& command)
+                                const std::optional<RgbaColor>& current,
+                                const Notification<ColorChoice>& command)
 {
+    const QColor start((current ? current->toQColor() : palette.colors.first().color).rgb());
     auto* popup = new ColorPopup(palette, look(), this);
     connect(popup, &ColorPopup::chosen, this,
             [this, &command](const QColor& color) { postColor(command, color); });
@@ -257,6 +274,11 @@ void FormattingBar::postColor(const Notification<ColorChoice>& command, const QC
     ColorChoice choice{std::nullopt, m_note};
     if (color.isValid())
         choice.color = RgbaColor::fromQColor(color);
+    // Highlights are made fit by who applies them; a paragraph's ground is taken as it is.
+    if (choice.color && &command == &Format::setParagraphBackgroundColor) {
+        const QString strength = editorHighlightStrengthSetting.read(m_services.defaults);
+        choice.color = normalizeHighlight(*choice.color, editorHighlightStrength(strength));
+    }
     m_services.notifications.post(command, choice);
 }
 

@@ -60,7 +60,17 @@ SpacingPopup::SpacingPopup(const EditorSelectionSnapshot& snapshot, Look& look, 
         none.lineSpacing = none.paragraphSpacingBefore = none.paragraphSpacingAfter = 0;
         emit changed(none);
     });
-    column().addWidget(plain);
+    auto* background = new QPushButton(tr("Background…"), this);
+    background->setAutoDefault(false);
+    connect(background, &QPushButton::clicked, this, [this] {
+        close();
+        emit backgroundRequested();
+    });
+    auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(8);
+    buttons->addWidget(plain, 1);
+    buttons->addWidget(background, 1);
+    column().addLayout(buttons);
     m_fields.first()->setFocus(Qt::PopupFocusReason);
     m_fields.first()->selectAll();
 }

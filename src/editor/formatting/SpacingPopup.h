@@ -10,7 +10,8 @@ class QGridLayout;
 
 namespace orvane {
 
-/// The spacing of lines and paragraphs, which the text takes while it is set.
+/// The spacing of lines and paragraphs, which the text takes while it is set, and the way to the
+/// colour behind paragraphs.
 class SpacingPopup : public BarPopup {
     Q_OBJECT
 public:
@@ -18,6 +19,7 @@ public:
 
 signals:
     void changed(const orvane::ParagraphMetrics& metrics);
+    void backgroundRequested();
 
 private:
     void addField(QGridLayout& grid, const QString& name, double value,
