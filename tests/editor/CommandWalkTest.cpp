@@ -1,0 +1,223 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+// All that a person can do to a text, in any order: every step is taken back and made again, and
+// what is stored is what is seen.
+#include "appearance/AppearanceTokens.h"
+#include "core/EditorFormatNotifications.h"
+#include "editor/EditorPaneView.h"
+#include "editor/EditorView.h"
+#include "editor/StoredText.h"
+#include "support/TestServices.h"
+#include "text/AttachmentManager.h"
+#include "text/TextStore.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QMimeData>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace orvane {
+namespace {
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+namespace App = AppCommandEvents;
+namespace Format = EditorFormatNotifications;
+
+class CommandWalkTest : public ::testing::Test {
+protected:
+    CommandWalkTest()
+    {
+        pane.resize(900, 600);
+        pane.show();
+        QApplication::setActiveWindow(&pane);
+        pane.focusText();
+        QApplication::processEvents();
+        fillSteps();
+    }
+
+    struct Step {
+        QString name;
+        std::function<void()> take;
+    };
+    template <typename Payload>
+    void posts(const Notification<Payload>& command, const Payload& payload = {})
+    {
+        steps.push_back({QString::fromLatin1(command.name), [this, command, payload] {
+                             test.notifications.post(command, payload);
+                         }});
+    }
+    void presses(const QString& keys)
+    {
+        const QKeyCombination key = QKeySequence(keys)[0];
+        steps.push_back({keys, [this, key] {
+                             QTest::keyClick(&view(), key.key(), key.keyboardModifiers());
+                         }});
+    }
+    void types(const QString& text)
+    {
+        steps.push_back({u"type "_s + text, [this, text] {
+                             QTest::keyClicks(&view(), text);
+                         }});
+    }
+    void fillSteps();
+
+    [[nodiscard]] EditorView& view() const { return pane.textView(); }
+    [[nodiscard]] EditGateway& gateway() const { return view().gateway(); }
+    [[nodiscard]] AttributedString text() const { return view().store().attributedText(); }
+    [[nodiscard]] int below(qsizetype limit) { return int(random() % unsigned(limit)); }
+    void copySomething();
+    void selectSomewhere();
+    void takeStep();
+    void checkStored();
+
+    TestServices test;
+    AppState app{test.services()};
+    QUuid project = *app.createProject(u"P"_s, {});
+    QUuid note = *app.createNote(u"It's \"late\", (said) Mara.\n1. one\n2. two\n- dash"_s, {});
+    Look look{signatureDarkTokens()};
+    EditorPaneView pane{app, look};
+    std::vector<Step> steps;
+    std::mt19937 random{19'450'508};
+    int changed = 0;
+    bool isWrittenInMode = false;
+};
+
+void CommandWalkTest::fillSteps()
+{
+    for (const QString& keys :
+         {u"Return"_s, u"Return"_s, u"Backspace"_s, u"Backspace"_s, u"Del"_s, u"Tab"_s,
+          u"Shift+Tab"_s, u"Shift+Return"_s, u"Ctrl+Backspace"_s, u"Ctrl+V"_s, u"Ctrl+X"_s})
+        presses(keys);
+    for (const QString& piece :
+         {u"word "_s, u"("_s, u")"_s, u"\""_s, u"'"_s, u"["_s, u"a"_s, u"1. "_s, u"- "_s})
+        types(piece);
+    steps.push_back({u"Hebrew"_s, [this] {
+                         gateway().type(u"\u05d0\u05d1 "_s);
+                     }});
+    for (const auto& command :
+         {Format::bold, Format::italic, Format::underline, Format::strikethrough, Format::alignLeft,
+          Format::alignCenter, Format::alignRight, Format::alignJustified, Format::bulletList,
+          Format::numberedList, Format::paragraphBody, Format::removeCustomBullet,
+          App::applyHeading1, App::applyHeading4, App::makeUppercase, App::makeLowercase,
+          App::capitalize, App::insertPageBreak})
+        posts(command);
+    posts(Format::setListStyle, ListStyleChoice{u"upperRoman"_s, {}});
+    posts(Format::setCustomBullet, CustomBulletChoice{u"\u2726"_s, RgbaColor{1, 0, 0, 1}, {}});
+    posts(Format::setFont, FontChoice{{}, 21.0, {}});
+    posts(Format::foregroundColor, ColorChoice{RgbaColor{0.2, 0.4, 0.6, 1}, {}});
+    posts(Format::highlightColor, ColorChoice{RgbaColor{0.9, 0.9, 0.1, 0.3}, {}});
+    posts(Format::highlightColor);
+    posts(Format::setParagraphBackgroundColor, ColorChoice{RgbaColor{0, 0.5, 0, 0.2}, {}});
+    ParagraphMetrics metrics;
+    metrics.lineSpacing = 4;
+    metrics.headIndent = 18;
+    metrics.keepWithNext = true;
+    posts(Format::setParagraphMetrics, metrics);
+}
+
+/// What is pasted next: plain text, or prose, a list or a table as browsers copy them.
+void CommandWalkTest::copySomething()
+{
+    static const QString pieces[] = {
+        {},
+        u"<h2>Low water</h2><p>She <b>counts</b> the <i>posts</i> (again).</p><p>It's late.</p>"_s,
+        u"<p>Things:</p><ul><li>salt</li><li>rope<ul><li>tarred</li></ul></li></ul><p>end</p>"_s,
+        u"<p>Tides</p><table><tr><td>high</td><td>6:12</td></tr><tr><td>low</td><td>12:40</td>"
+        "</tr></table><p>measured by the wall</p>"_s,
+    };
+    auto* copied = new QMimeData;
+    copied->setText(u"Two lines of \"text\"\nthat came from elsewhere"_s);
+    if (const QString& html = pieces[below(below(3) + 2)]; !html.isEmpty())
+        copied->setHtml(html);
+    QApplication::clipboard()->setMimeData(copied);
+}
+
+void CommandWalkTest::selectSomewhere()
+{
+    const QString plain = view().plainText();
+    const auto place = [&] {
+        const qsizetype at = below(plain.size() + 1);
+        return at < plain.size() && plain.at(at).isLowSurrogate() ? at - 1 : at;
+    };
+    const qsizetype anchor = place();
+    const qsizetype other = below(20) == 0 ? place() : std::min(anchor + below(25), plain.size());
+    view().setSelection({anchor, below(2) == 0 ? anchor : other});
+}
+
+/// A step that changes the text is undone to what was before and redone to what came of it.
+void CommandWalkTest::takeStep()
+{
+    // Editing a rich note without its formatting is agreed to.
+    test.questions.answers = {{0}};
+    gateway().breakUndoCoalescing();
+    const AttributedString before = text();
+    const TextSelection selected = view().selection();
+    const Step& step = steps.at(std::size_t(below(qsizetype(steps.size()))));
+    SCOPED_TRACE(qUtf8Printable(step.name +
+                                u" at %1-%2 of "_s.arg(selected.anchor).arg(selected.position) +
+                                before.text().toHtmlEscaped()));
+    step.take();
+    const AttributedString after = text();
+    ASSERT_LE(view().selection().range().end(), after.length());
+    if (after == before)
+        return;
+    ++changed;
+    isWrittenInMode = true;
+    int taken = 0;
+    // What is typed piece by piece may be several steps.
+    while (text() != before && gateway().canUndo() && taken < 6) {
+        gateway().undo();
+        ++taken;
+    }
+    ASSERT_EQ(text(), before);
+    for (int i = 0; i < taken; ++i)
+        ASSERT_TRUE(gateway().redo());
+    ASSERT_EQ(text(), after);
+}
+
+void CommandWalkTest::checkStored()
+{
+    test.clock.advance(2s);
+    const NoteRecord& stored = *app.note(note);
+    ASSERT_EQ(stored.body.text(), plainForm(text().text()));
+    if (pane.session().mode() != EditorMode::richText || !isWrittenInMode || text().isEmpty())
+        return;
+    ASSERT_TRUE(stored.richContentPayload);
+    const auto archived = AttachmentManager::decodePayload(stored.richContentPayload->bytes());
+    ASSERT_TRUE(archived);
+    ASSERT_EQ(*archived, text());
+}
+
+TEST_F(CommandWalkTest, EachStepIsTakenBackAndStored)
+{
+    const int steps = qEnvironmentVariableIsSet("ORVANE_LONG") ? 30'000 : 1'200;
+    for (int i = 0; i < steps; ++i) {
+        if (i % 400 == 0) {
+            pane.session().setMode(i % 1200 == 800 ? EditorMode::plainText : EditorMode::richText);
+            isWrittenInMode = false;
+        }
+        if (below(2) == 0)
+            selectSomewhere();
+        if (below(20) == 0)
+            copySomething();
+        takeStep();
+        ASSERT_FALSE(HasFatalFailure()) << "step " << i;
+        if (i % 50 == 0)
+            checkStored();
+        if (text().length() > 3'000) {
+            view().setSelection({0, text().length()});
+            QTest::keyClick(&view(), Qt::Key_Backspace);
+        }
+        for (int tries = 0; text().length() < 300 && tries < 9; ++tries) {
+            copySomething();
+            QTest::keyClick(&view(), Qt::Key_V, Qt::ControlModifier);
+        }
+    }
+    EXPECT_GT(changed, steps / 3);
+}
+
+} // namespace
+} // namespace orvane
