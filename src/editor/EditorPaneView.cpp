@@ -90,7 +90,7 @@ EditorPaneView::EditorPaneView(AppState& appState, Look& look, QWidget* parent)
     m_text->showText(&m_session.gateway());
     m_tools->showText(m_session.noteID());
     m_links = std::make_unique<NoteLinks>(m_text->view(), m_session, appState);
-    m_pageTools = std::make_unique<PageTools>(*m_text, appState.services(), look);
+    m_pageTools = std::make_unique<PageTools>(*m_text, appState.services(), look, *m_title);
     loadDraft();
     updateSavingState();
     // By Tab from the top to the foot: the strip was made before the page.
@@ -228,6 +228,8 @@ void EditorPaneView::applyHostLook()
     host.pageMargins = {pageMarginLeftSetting.read(defaults), pageMarginTopSetting.read(defaults),
                         pageMarginRightSetting.read(defaults),
                         pageMarginBottomSetting.read(defaults)};
+    host.rulerVisible = host.noteID && host.editorMode == EditorMode::richText &&
+                        rulerVisibleSetting.read(defaults);
     host.deskColor = t.desk;
     host.paperEdgeColor = t.paperEdge;
     const double ink = qBound(0.0, focusModeDimOpacitySetting.read(defaults), 1.0);
@@ -337,7 +339,8 @@ void EditorPaneView::settingChanged(const QString& key)
         m_status->setWidthLocked(editorWidthLockSetting.read(m_appState.services().defaults));
     else if (isOneOf(key, editorDisplayZoomSetting, bottomDocumentPaddingSetting,
                      focusModeDimOpacitySetting, pageViewEnabledSetting, pageMarginTopSetting,
-                     pageMarginBottomSetting, pageMarginLeftSetting, pageMarginRightSetting))
+                     pageMarginBottomSetting, pageMarginLeftSetting, pageMarginRightSetting,
+                     rulerVisibleSetting))
         applyHostLook();
 }
 

@@ -120,6 +120,7 @@ void EditorTextHost::placeText()
         m_surface->setSheet(std::nullopt, {});
     }
     m_view->setGeometry(geometry);
+    emit textPlaced();
 }
 
 void EditorTextHost::resizeEvent(QResizeEvent* event)

@@ -47,6 +47,8 @@ public:
 signals:
     /// The caret is to leave the text upwards: Up was pressed in the first line.
     void leftAtTop();
+    /// The column, the zoom or the colours may be others now.
+    void textPlaced();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

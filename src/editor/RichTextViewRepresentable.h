@@ -38,6 +38,7 @@ struct RichTextViewRepresentable {
     QMarginsF pageMargins{72, 72, 72, 72}; ///< in points, in page view
     QColor deskColor;                      ///< around the paper
     QColor paperEdgeColor;
+    bool rulerVisible = false;
     bool isEditable = true;
 
     bool operator==(const RichTextViewRepresentable&) const = default;

@@ -31,6 +31,7 @@ void tourPages(OrvaneWorkspaceApp& app, const TourHand& hand,
     hand.press(Qt::Key_Return, Qt::ControlModifier);
     picture(u"page-break"_s);
     hand.press(Qt::Key_R, Qt::ControlModifier | Qt::ShiftModifier);
+    hand.press(Qt::Key_R, Qt::ControlModifier);
     picture(u"page-view"_s);
     wear(AppearanceThemeMode::Light);
     picture(u"page-view-light"_s);
@@ -40,7 +41,13 @@ void tourPages(OrvaneWorkspaceApp& app, const TourHand& hand,
     wear(AppearanceThemeMode::Dark);
     picture(u"page-view-narrow"_s);
     hand.press(Qt::Key_R, Qt::ControlModifier | Qt::ShiftModifier);
+    picture(u"ruler-narrow"_s);
     window.resize(wide);
+    picture(u"ruler"_s);
+    wear(AppearanceThemeMode::Light);
+    picture(u"ruler-light"_s);
+    wear(AppearanceThemeMode::Dark);
+    hand.press(Qt::Key_R, Qt::ControlModifier);
     hand.press(Qt::Key_Z, Qt::ControlModifier);
     session.setMode(mode);
 }

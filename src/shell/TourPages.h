@@ -10,7 +10,7 @@ namespace orvane {
 class OrvaneWorkspaceApp;
 class TourHand;
 
-/// The stops of the tour at the page: page view with a page break, in the Light and
+/// The stops of the tour at the page: page view with a page break and the ruler, in the Light and
 /// the Dark look, wide and narrow. A note is open; everything is as before afterwards.
 void tourPages(OrvaneWorkspaceApp& app, const TourHand& hand,
                const std::function<void(const QString& name)>& picture);

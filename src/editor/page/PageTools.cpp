@@ -4,19 +4,38 @@
 #include "editor/EditorTextHost.h"
 #include "editor/EditorView.h"
 #include "editor/page/PageBreaks.h"
+#include "editor/page/PageRuler.h"
 #include "text/TextStore.h"
+
+#include <QBoxLayout>
 
 namespace orvane {
 
 namespace Commands = AppCommandEvents;
 
-PageTools::PageTools(EditorTextHost& host, const Services& services, Look& look)
+PageTools::PageTools(EditorTextHost& host, const Services& services, Look& look,
+                     QWidget& afterRuler)
     : m_host(host)
     , m_services(services)
     , m_look(look)
+    , m_ruler(new PageRuler(host, look, services.defaults, afterRuler, host.parentWidget()))
 {
+    qobject_cast<QBoxLayout*>(host.parentWidget()->layout())->insertWidget(0, m_ruler);
+    connect(&host, &EditorTextHost::textPlaced, this, &PageTools::showRuler);
+    showRuler();
     observe(Commands::togglePageView, &PageTools::togglePageView);
+    observe(Commands::toggleRuler, &PageTools::toggleRuler);
     observe(Commands::insertPageBreak, &PageTools::breakPage);
+}
+
+PageTools::~PageTools()
+{
+    delete m_ruler;
+}
+
+void PageTools::showRuler()
+{
+    m_ruler->setVisible(m_host.parameters().rulerVisible);
 }
 
 /// A command without a note is meant for what is shown.

@@ -12,23 +12,28 @@
 namespace orvane {
 
 class EditorTextHost;
+class PageRuler;
 
 /// The commands about the page of one text host: page view, ruler and page breaks. Main thread.
 class PageTools final : public QObject {
     Q_OBJECT
 public:
-    /// All arguments outlive it.
-    PageTools(EditorTextHost& host, const Services& services, Look& look);
+    /// All arguments outlive it. The ruler goes to the top of the host's parent, by Tab before
+    /// `afterRuler`.
+    PageTools(EditorTextHost& host, const Services& services, Look& look, QWidget& afterRuler);
+    ~PageTools() override;
 
 private:
     void observe(const Notification<CommandTarget>& command, void (PageTools::*act)());
     void togglePageView();
     void toggleRuler();
     void breakPage();
+    void showRuler();
 
     EditorTextHost& m_host;
     Services m_services;
     Look& m_look;
+    PageRuler* m_ruler;
     std::vector<NotificationCenter::Observation> m_observations;
 };
 

@@ -134,6 +134,9 @@ void addPageRows(SettingsPage* page)
         editorDisplayZoomSetting,
         {tr("Zoom"), tr("How large the page is shown. Lines still break in the same places.")},
         percent);
+    page->addSwitch(rulerVisibleSetting,
+                    {tr("Ruler over rich text"),
+                     tr("Shows and moves the indents and tab stops of the selected paragraphs.")});
     NumberForm room;
     room.lowest = 0;
     room.highest = 2000;
