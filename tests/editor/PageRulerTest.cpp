@@ -38,25 +38,55 @@ TEST(RulerMarks, ChangeAParagraph)
         RulerChange change;
         std::function<void(ParagraphStyle&)> expected;
     } rows[] = {
-        {"first line", {RulerMark{firstLine, 20}, RulerMark{firstLine, 0}},
-         [](ParagraphStyle& style) { style.firstLineHeadIndent = 0; }},
-        {"other lines", {RulerMark{head}, RulerMark{head, 36}},
-         [](ParagraphStyle& style) { style.headIndent = 36; }},
-        {"end, kept from the trailing margin", {RulerMark{tail, 370}, RulerMark{tail, 350}},
-         [](ParagraphStyle& style) { style.tailIndent = -50; }},
-        {"end at the margin", {RulerMark{tail, 370}, RulerMark{tail, 400}},
-         [](ParagraphStyle& style) { style.tailIndent = 0; }},
-        {"tab past another", {tabAt(50), tabAt(120)},
-         [](ParagraphStyle& style) { style.tabStops = {{90, TabAlignment::right}, {120}}; }},
-        {"tab onto another", {tabAt(50), tabAt(90)},
-         [](ParagraphStyle& style) { style.tabStops = {{90}}; }},
-        {"tab turned", {tabAt(50), tabAt(50, TabAlignment::center)},
-         [](ParagraphStyle& style) { style.tabStops[0].alignment = TabAlignment::center; }},
-        {"new tab", {std::nullopt, tabAt(70)},
-         [](ParagraphStyle& style) { style.tabStops.insert(1, {70}); }},
-        {"tab gone", {tabAt(90), std::nullopt},
-         [](ParagraphStyle& style) { style.tabStops.removeLast(); }},
-        {"tab that this paragraph hasn't", {tabAt(11), std::nullopt}, [](ParagraphStyle&) {}},
+        {"first line",
+         {RulerMark{firstLine, 20}, RulerMark{firstLine, 0}},
+         [](ParagraphStyle& style) {
+             style.firstLineHeadIndent = 0;
+         }},
+        {"other lines",
+         {RulerMark{head}, RulerMark{head, 36}},
+         [](ParagraphStyle& style) {
+             style.headIndent = 36;
+         }},
+        {"end, kept from the trailing margin",
+         {RulerMark{tail, 370}, RulerMark{tail, 350}},
+         [](ParagraphStyle& style) {
+             style.tailIndent = -50;
+         }},
+        {"end at the margin",
+         {RulerMark{tail, 370}, RulerMark{tail, 400}},
+         [](ParagraphStyle& style) {
+             style.tailIndent = 0;
+         }},
+        {"tab past another",
+         {tabAt(50), tabAt(120)},
+         [](ParagraphStyle& style) {
+             style.tabStops = {{90, TabAlignment::right}, {120}};
+         }},
+        {"tab onto another",
+         {tabAt(50), tabAt(90)},
+         [](ParagraphStyle& style) {
+             style.tabStops = {{90}};
+         }},
+        {"tab turned",
+         {tabAt(50), tabAt(50, TabAlignment::center)},
+         [](ParagraphStyle& style) {
+             style.tabStops[0].alignment = TabAlignment::center;
+         }},
+        {"new tab",
+         {std::nullopt, tabAt(70)},
+         [](ParagraphStyle& style) {
+             style.tabStops.insert(1, {70});
+         }},
+        {"tab gone",
+         {tabAt(90), std::nullopt},
+         [](ParagraphStyle& style) {
+             style.tabStops.removeLast();
+         }},
+        {"tab that this paragraph hasn't",
+         {tabAt(11), std::nullopt},
+         [](ParagraphStyle&) {
+         }},
     };
     for (const auto& row : rows) {
         ParagraphStyle style = before;
@@ -96,9 +126,8 @@ protected:
         markers.removeIf([kind](const RulerMarker* each) {
             return !each->isVisible() || each->mark().kind != kind;
         });
-        std::ranges::sort(markers, {}, [](const RulerMarker* each) {
-            return each->mark().position;
-        });
+        std::ranges::sort(markers, {},
+                          [](const RulerMarker* each) { return each->mark().position; });
         return markers.value(number);
     }
     /// Where a place of the column stands across the ruler.
@@ -114,7 +143,9 @@ protected:
         const int target = across(to);
         const int from = moved->geometry().center().x();
         // The marker goes along under the pointer.
-        const auto there = [&](int x, int y) { return moved->mapFrom(&ruler(), QPoint(x, y)); };
+        const auto there = [&](int x, int y) {
+            return moved->mapFrom(&ruler(), QPoint(x, y));
+        };
         QTest::mousePress(moved, Qt::LeftButton, {}, moved->rect().center());
         QTest::mouseMove(moved, there((from + target) / 2, 14));
         QTest::mouseMove(moved, there(target, below));
@@ -144,7 +175,9 @@ TEST_F(PageRulerTest, IsThereForRichNotesAndTurnedOverATextOnly)
     EXPECT_FALSE(ruler().isVisible());
     pane->session().setMode(EditorMode::richText);
     EXPECT_TRUE(ruler().isVisible());
-    const auto toggle = [this] { test.notifications.post(AppCommandEvents::toggleRuler, {}); };
+    const auto toggle = [this] {
+        test.notifications.post(AppCommandEvents::toggleRuler, {});
+    };
     toggle();
     EXPECT_FALSE(ruler().isVisible());
     EXPECT_FALSE(rulerVisibleSetting.read(test.defaults));
@@ -183,8 +216,7 @@ TEST_F(PageRulerTest, StandsInLineWithTheTextWhereverThatIs)
                 EXPECT_NEAR(middle(firstLine), across(60), 1) << onPaper << zoom << width;
                 EXPECT_NEAR(middle(head), across(30), 1) << onPaper << zoom << width;
                 EXPECT_NEAR(middle(tail), across(end), 1) << onPaper << zoom << width;
-                EXPECT_NEAR(middle(RulerMarkKind::tab), across(200), 1)
-                    << onPaper << zoom << width;
+                EXPECT_NEAR(middle(RulerMarkKind::tab), across(200), 1) << onPaper << zoom << width;
             }
         }
     }

@@ -163,9 +163,8 @@ void PageRuler::change(const RulerChange& change)
     const bool hadFocus = std::ranges::any_of(m_markers, &QWidget::hasFocus);
     const double width = m_paragraph.width;
     view.gateway().performUndoableDocumentEdit(name, [&](DocumentEditor& editor) {
-        editor.modifyParagraphStyles(
-            editor.selection().range(),
-            [&](ParagraphStyle& style) { apply(change, width, style); });
+        editor.modifyParagraphStyles(editor.selection().range(),
+                                     [&](ParagraphStyle& style) { apply(change, width, style); });
     });
     refresh();
     if (!hadFocus || !change.to)
@@ -285,8 +284,8 @@ void PageRuler::updateGuide()
     if (!m_drag)
         return;
     QWidget& viewport = *m_host.view().viewport();
-    const double x = toRuler(m_drag->marker->mark().position) - origin() +
-                     m_host.view().textOrigin().x();
+    const double x =
+        toRuler(m_drag->marker->mark().position) - origin() + m_host.view().textOrigin().x();
     viewport.update(int(x) - 2, 0, 4, viewport.height());
 }
 
@@ -370,8 +369,9 @@ void PageRuler::paintEvent(QPaintEvent* /*event*/)
     painter.setPen(Qt::NoPen);
     const auto band = [&](double left, double right, const QColor& color, double radius) {
         painter.setBrush(color);
-        painter.drawRoundedRect(QRectF(QPointF(left, scaleTop), QPointF(right, scaleTop + scaleHeight)),
-                                radius, radius);
+        painter.drawRoundedRect(
+            QRectF(QPointF(left, scaleTop), QPointF(right, scaleTop + scaleHeight)), radius,
+            radius);
     };
     const QColor margin = blended(page.text, 0.04, isPaper ? m_tokens.desk : page.ground);
     if (isPaper)
@@ -387,7 +387,8 @@ void PageRuler::paintScale(QPainter& painter) const
     const SurfaceTokens& page = m_tokens.on(Surface::Page);
     const TextColumn column = m_host.columnIn(m_host.width());
     const bool isPaper = m_host.parameters().pageViewEnabled;
-    const double from = isPaper ? column.sheetLeft : std::min(toRuler(0), toRuler(m_paragraph.width));
+    const double from =
+        isPaper ? column.sheetLeft : std::min(toRuler(0), toRuler(m_paragraph.width));
     const double to = isPaper ? column.sheetLeft + column.sheetWidth
                               : std::max(toRuler(0), toRuler(m_paragraph.width));
     QFont font = interfaceFont(TextStyle::Label);

@@ -20,10 +20,10 @@ class RulerMarker;
 /// the paragraph at the caret. What a person does to a mark is one step to undo and holds for all
 /// paragraphs of the selection. Main thread.
 ///
-/// A mark is dragged, or reached by Tab and moved by the arrow keys: by a step, with Shift by a whole
-/// unit, with Ctrl by a point. A press on the free scale adds a tab stop; Insert does too. Space
-/// gives a tab stop another alignment, Delete or drawing it off the ruler takes it away. Escape goes
-/// back to the text.
+/// A mark is dragged, or reached by Tab and moved by the arrow keys: by a step, with Shift by a
+/// whole unit, with Ctrl by a point. A press on the free scale adds a tab stop; Insert does too.
+/// Space gives a tab stop another alignment, Delete or drawing it off the ruler takes it away.
+/// Escape goes back to the text.
 class PageRuler final : public QWidget, public EditorExtension {
     Q_OBJECT
 public:

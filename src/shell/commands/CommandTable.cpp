@@ -268,10 +268,9 @@ std::vector<CommandSection> viewSections()
                         [](const UserDefaults& defaults) {
                             return showFormattingToolbarSetting.read(defaults);
                         }),
-          turnsOnAndOff(ofAction(Key::toggleRuler, Need::RichNote),
-                        [](const UserDefaults& defaults) {
-                            return rulerVisibleSetting.read(defaults);
-                        }),
+          turnsOnAndOff(
+              ofAction(Key::toggleRuler, Need::RichNote),
+              [](const UserDefaults& defaults) { return rulerVisibleSetting.read(defaults); }),
           turnsOnAndOff(
               ofAction(Key::togglePageView, Need::Note),
               [](const UserDefaults& defaults) { return pageViewEnabledSetting.read(defaults); }),
