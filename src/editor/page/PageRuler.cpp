@@ -101,20 +101,28 @@ void PageRuler::refresh()
         if (std::size_t(i) < m_markers.size())
             m_markers[std::size_t(i)]->setMark(marks[i]);
         else
-            addMarker(marks[i]);
+            m_markers.push_back(new RulerMarker(*this, marks[i]));
     }
     place();
     update();
 }
 
-void PageRuler::addMarker(const RulerMark& mark)
+/// The bar above comes later than the ruler, and puts itself before the same widget.
+void PageRuler::keepTabOrder()
 {
-    auto* marker = new RulerMarker(*this, mark);
-    QWidget* before = m_markers.empty() ? m_next.previousInFocusChain() : m_markers.back();
-    while (before != &m_next && !(before->focusPolicy() & Qt::TabFocus))
+    QWidget* before = m_next.previousInFocusChain();
+    if (m_markers.empty() || before == m_markers.back())
+        return;
+    while (isAncestorOf(before))
         before = before->previousInFocusChain();
-    setTabOrder(before, marker);
-    m_markers.push_back(marker);
+    for (RulerMarker* marker : m_markers) {
+        // Only what takes the keyboard has a place in the order.
+        const Qt::FocusPolicy policy = before->focusPolicy();
+        before->setFocusPolicy(Qt::TabFocus);
+        setTabOrder(before, marker);
+        before->setFocusPolicy(policy);
+        before = marker;
+    }
 }
 
 double PageRuler::origin() const
@@ -150,6 +158,7 @@ void PageRuler::place()
         marker->setEnabled(isEditable);
         marker->show();
     }
+    keepTabOrder();
     update();
 }
 
@@ -310,7 +319,7 @@ void PageRuler::mousePressEvent(QMouseEvent* event)
         position <= 0 || position >= m_paragraph.width)
         return;
     const RulerMark mark{RulerMarkKind::tab, position};
-    addMarker(mark);
+    m_markers.push_back(new RulerMarker(*this, mark));
     m_drag = Drag{m_markers.back(), std::nullopt, false};
     drag(event->position().x(), event->position().y(), event->modifiers() & Qt::AltModifier);
 }

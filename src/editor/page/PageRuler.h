@@ -87,7 +87,7 @@ private:
     [[nodiscard]] Paragraph paragraph() const;
     [[nodiscard]] double origin() const;
     void applyLook();
-    void addMarker(const RulerMark& mark);
+    void keepTabOrder();
     void place();
     void change(const RulerChange& change);
     void paintScale(QPainter& painter) const;
