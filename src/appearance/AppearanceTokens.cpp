@@ -23,6 +23,7 @@ constexpr double punctuationShare = 0.5;
 constexpr double accentWashShare = 0.14;
 constexpr double hoverShare = 0.1;
 constexpr double deskMatShare = 0.4;
+constexpr double deskShade = 0.06;
 
 int channel(double share)
 {
@@ -220,16 +221,22 @@ private:
         t.caret = readableInk(accent, page.middle, iconContrast);
         setWriting(t, page.middle);
         t.backdrop = QColor(0, 0, 0, schemeOfGround(window.middle) == ColorScheme::Dark ? 140 : 90);
-        t.desk = v.deskMat.enabled
-                     ? blended(Qt::black, deskMatShare * channel(v.deskMat.strength) / 255.0,
-                               page.middle)
-                     : page.middle;
-        const QColor sheet =
-            v.pagePaperBackground.enabled ? opaque(v.pagePaperBackground) : page.middle;
-        t.paper = blended(sheet, opacityOf(v.pagePaperBackground, v.pagePaperOrvane), t.desk);
+        setPaper();
         t.paperEdge = t.on(Surface::Page).border;
         t.windowTop = t.on(Surface::Window).groundTop;
         t.windowBottom = t.on(Surface::Window).groundBottom;
+    }
+
+    void setPaper()
+    {
+        const double mat = deskMatShare * channel(v.deskMat.strength) / 255.0;
+        t.desk = v.deskMat.enabled ? blended(Qt::black, mat, page.middle) : window.middle;
+        const QColor sheet =
+            v.pagePaperBackground.enabled ? opaque(v.pagePaperBackground) : page.middle;
+        t.paper = blended(sheet, opacityOf(v.pagePaperBackground, v.pagePaperOrvane), t.desk);
+        // Paper lies on its desk and not in a hole of it.
+        if (relativeLuminance(t.desk) >= relativeLuminance(t.paper))
+            t.desk = blended(Qt::black, deskShade, t.paper);
     }
 
     static constexpr AppearanceColor unnamed{};
