@@ -90,6 +90,7 @@ EditorPaneView::EditorPaneView(AppState& appState, Look& look, QWidget* parent)
     m_text->showText(&m_session.gateway());
     m_tools->showText(m_session.noteID());
     m_links = std::make_unique<NoteLinks>(m_text->view(), m_session, appState);
+    connect(m_links.get(), &NoteLinks::linkSheetWanted, this, &EditorPaneView::linkSheetWanted);
     m_pageTools = std::make_unique<PageTools>(*m_text, appState.services(), look, *m_title);
     loadDraft();
     updateSavingState();

@@ -40,6 +40,8 @@ public:
 signals:
     /// The person asks for a note where there is none.
     void newNoteRequested();
+    /// The person wants to make or change the link at the selection, which may be done.
+    void linkSheetWanted();
     /// The text view is about to show another text, or the same in another mode: tools that work
     /// on it let go of its gateway now.
     void textAboutToChange();

@@ -4,6 +4,7 @@
 #include "core/InternalNoteLink.h"
 #include "editor/EditorSession.h"
 #include "editor/EditorView.h"
+#include "editor/writing/LinkAddress.h"
 
 #include <QDesktopServices>
 #include <QUrl>
@@ -12,37 +13,21 @@ namespace orvane {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-/// What a click may hand to the desktop: nothing that would be run or read on this machine.
-bool opensOutside(const QUrl& url)
+QList<LinkableNote> linkableNotes(const AppState& appState, const std::optional<QUuid>& without)
 {
-    return url.isValid() && (url.scheme() == "http"_L1 || url.scheme() == "https"_L1 ||
-                             url.scheme() == "mailto"_L1 || url.scheme() == "ftp"_L1);
-}
-
-struct Target {
-    QUuid id;
-    QString title;
-};
-
-/// All notes but one, by title.
-QList<Target> otherNotes(const AppState& appState, const std::optional<QUuid>& without)
-{
-    QList<Target> targets;
+    QList<LinkableNote> notes;
     for (const auto& note : appState.notes()) {
         if (note->id == without)
             continue;
         const QString title = editableTitle(*note).trimmed();
-        targets.append({note->id, title.isEmpty() ? NoteLinks::tr("Untitled") : title});
+        notes.append({note->id, title.isEmpty() ? NoteLinks::tr("Untitled") : title});
     }
-    std::stable_sort(targets.begin(), targets.end(), [](const Target& left, const Target& right) {
-        return QString::localeAwareCompare(left.title, right.title) < 0;
-    });
-    return targets;
+    std::stable_sort(notes.begin(), notes.end(),
+                     [](const LinkableNote& left, const LinkableNote& right) {
+                         return QString::localeAwareCompare(left.title, right.title) < 0;
+                     });
+    return notes;
 }
-
-} // namespace
 
 NoteLinks::NoteLinks(EditorView& view, EditorSession& session, AppState& appState, QObject* parent)
     : QObject(parent)
@@ -51,11 +36,16 @@ NoteLinks::NoteLinks(EditorView& view, EditorSession& session, AppState& appStat
     , m_appState(appState)
 {
     connect(&view, &EditorView::linkActivated, this, &NoteLinks::open);
-    m_command = appState.services().notifications.observe(
-        AppCommandEvents::linkSelectionToNote, [this](const CommandTarget& target) {
-            if (!target.noteID || target.noteID == m_session.noteID())
-                linkSelectionToNote();
-        });
+    const auto observe = [&](const Notification<CommandTarget>& command, void (NoteLinks::*act)()) {
+        return appState.services().notifications.observe(
+            command, [this, act](const CommandTarget& target) {
+                const auto shown = m_session.noteID();
+                if (shown && (target.noteID ? target.noteID == shown : m_view.isVisible()))
+                    (this->*act)();
+            });
+    };
+    m_commands = {observe(AppCommandEvents::linkSelectionToNote, &NoteLinks::linkSelectionToNote),
+                  observe(AppCommandEvents::insertEditLink, &NoteLinks::insertEditLink)};
 }
 
 void NoteLinks::open(const QString& address)
@@ -89,19 +79,30 @@ void NoteLinks::linkSelectionToNote()
         return say(tr("Rich Text Required"),
                    tr("Switch this note to Rich Text before linking selected text to another "
                       "note."));
-    const QList<Target> targets = otherNotes(m_appState, m_session.noteID());
+    const QList<LinkableNote> targets = linkableNotes(m_appState, m_session.noteID());
     if (targets.isEmpty())
         return say(tr("No Target Notes"),
                    tr("Create another note before linking selected text to a note."));
     Question question;
     question.title = tr("Link Selection to Note");
     question.text = tr("Choose the note this selected text should open.");
-    for (const Target& target : targets)
+    for (const LinkableNote& target : targets)
         question.choices.append(target.title);
     question.buttons = {tr("Link"), tr("Cancel")};
     const Answer answer = m_appState.services().questions.ask(question);
     if (answer.button == 0 && answer.choice >= 0 && answer.choice < targets.size())
         linkSelectedText(targets.at(answer.choice).id);
+}
+
+void NoteLinks::insertEditLink()
+{
+    if (m_session.mode() != EditorMode::richText)
+        return say(tr("Rich Text Required"),
+                   tr("Switch this note to Rich Text before putting a link into it."));
+    if (!m_session.isEditable())
+        return m_appState.services().beeper.beep();
+    m_view.setFocus();
+    emit linkSheetWanted();
 }
 
 bool NoteLinks::linkSelectedText(const QUuid& noteID)

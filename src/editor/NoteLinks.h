@@ -4,7 +4,12 @@
 #include "core/AppCommandEvents.h"
 #include "platform/NotificationCenter.h"
 
+#include <QList>
 #include <QObject>
+#include <QUuid>
+
+#include <array>
+#include <optional>
 
 namespace orvane {
 
@@ -12,8 +17,18 @@ class AppState;
 class EditorSession;
 class EditorView;
 
-/// Links in the text of a pane: opens the one that is clicked, and makes one of the selection that
-/// leads to another note. Main thread.
+/// A note that a link may lead to, with its title as a list shows it.
+struct LinkableNote {
+    QUuid id;
+    QString title;
+};
+
+/// All notes of the project but `without`, by title.
+[[nodiscard]] QList<LinkableNote> linkableNotes(const AppState& appState,
+                                                const std::optional<QUuid>& without);
+
+/// Links in the text of a pane: opens the one that is clicked, makes one of the selection that
+/// leads to another note, and asks for the sheet in which any link is made. Main thread.
 class NoteLinks final : public QObject {
     Q_OBJECT
 public:
@@ -26,8 +41,13 @@ public:
     void open(const QString& address);
     /// Asks for the note that the selection is to lead to.
     void linkSelectionToNote();
+    /// Wants the sheet for the link at the selection, in rich notes; says so in others.
+    void insertEditLink();
     /// False with a beep where nothing is selected.
     bool linkSelectedText(const QUuid& noteID);
+
+signals:
+    void linkSheetWanted();
 
 private:
     void say(const QString& title, const QString& text);
@@ -35,7 +55,7 @@ private:
     EditorView& m_view;
     EditorSession& m_session;
     AppState& m_appState;
-    NotificationCenter::Observation m_command;
+    std::array<NotificationCenter::Observation, 2> m_commands;
 };
 
 } // namespace orvane

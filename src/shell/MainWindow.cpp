@@ -8,6 +8,7 @@
 #include "shell/BinderTreeView.h"
 #include "shell/BinderView.h"
 #include "shell/InspectorView.h"
+#include "shell/LinkSheet.h"
 #include "shell/NameSheet.h"
 #include "shell/ProjectActions.h"
 #include "shell/ProjectsBrowserView.h"
@@ -195,6 +196,10 @@ QWidget* MainWindow::makeWorkspace()
     layout->addWidget(makePanes(workspace), 1);
     connect(m_binder, &BinderView::noteActivated, m_editor, &EditorPaneView::focusText);
     connect(m_editor, &EditorPaneView::newNoteRequested, this, &MainWindow::newNote);
+    connect(m_editor, &EditorPaneView::linkSheetWanted, this, [this] {
+        if (!m_sheets->topSheet())
+            m_sheets->present(new LinkSheet(m_editor->session(), m_appState, m_look));
+    });
     return workspace;
 }
 

@@ -239,7 +239,7 @@ std::vector<CommandSection> insertSections()
                 note)}},
         {Insert,
          nullptr,
-         {ofAction(Key::insertEditLink, note),
+         {ofAction(Key::insertEditLink, Need::RichNote),
           posts("linkSelectionToNote", TITLE("Link Selection to Note"),
                 postable<App::linkSelectionToNote>(), note)}},
         {Insert, nullptr, {ofAction(Key::insertPageBreak, note)}},
