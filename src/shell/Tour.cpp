@@ -14,6 +14,7 @@
 #include "shell/TourFormatting.h"
 #include "shell/TourHand.h"
 #include "shell/TourPages.h"
+#include "shell/TourWriting.h"
 #include "shell/inspector/AliasesSheet.h"
 #include "shell/inspector/VersionListView.h"
 #include "shell/settings/SettingsWindow.h"
@@ -566,15 +567,18 @@ int Tour::run()
     findAndReplace();
     markdown();
     richText();
-    tourPages(*m_app, *m_hand, [this](const QString& name) { picture(name); });
+    const auto take = [this](const QString& name) {
+        picture(name);
+    };
+    tourPages(*m_app, *m_hand, take);
+    tourWriting(*m_app, *m_hand, take);
     tagsAndVersions();
     looks();
     browse();
     quitAndComeBack();
     checkEveryWord();
     tourFormatting({window(), *m_hand, m_app->themes(), m_app->appState().services().notifications,
-                    m_folder, [this](const QString& name) { picture(name); },
-                    [this](bool holds, const QString& what) {
+                    m_folder, take, [this](bool holds, const QString& what) {
                         expect(holds, what);
                     }});
     narrowWindow();
