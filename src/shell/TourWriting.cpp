@@ -28,16 +28,18 @@ public:
     {
         run(u"Focus Mode"_s);
         m_hand.press(Qt::Key_Home, Qt::ControlModifier);
-        m_hand.press(Qt::Key_Down, Qt::ControlModifier);
         inBothLooks(u"focus-paragraph"_s);
         run(u"Focus on the Sentence"_s);
         m_hand.press(Qt::Key_Home, Qt::ControlModifier);
         m_hand.press(Qt::Key_Down);
         inBothLooks(u"focus-sentence"_s);
+        const QSize wide = m_app.window().size();
+        m_app.window().resize(m_app.window().minimumSize());
         run(u"Typewriter Mode"_s);
         m_hand.press(Qt::Key_End, Qt::ControlModifier);
         m_picture(u"typewriter"_s);
         run(u"Typewriter Mode"_s);
+        m_app.window().resize(wide);
         run(u"Focus on the Paragraph"_s);
         run(u"Focus Mode"_s);
     }

@@ -84,6 +84,8 @@ TEST_F(LinkEditingTest, FindsTheLinkThatIsMeant)
     EXPECT_EQ(placeAt(2, 2), (LinkPlace{{2, 0}, {}, {}}));
     EXPECT_EQ(placeAt(20, 20), (LinkPlace{{20, 0}, {}, {}}));
     EXPECT_EQ(placeAt(0, 7), (LinkPlace{{0, 7}, u"see the"_s, address})) << "a selection is meant";
+    EXPECT_EQ(placeAt(0, 4).range, (TextRange{0, 3})) << "without the blank behind it";
+    EXPECT_EQ(placeAt(3, 4).range, (TextRange{3, 1})) << "unless it is all";
     EXPECT_FALSE(placeAt(16, 22).isOneLine());
 }
 

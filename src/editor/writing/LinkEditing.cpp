@@ -38,6 +38,15 @@ TextRange linkAround(const TextStore& store, qsizetype position)
     return TextRange::between(from, to);
 }
 
+/// `range` without the blanks at its ends, unless it is nothing else: a word is often selected with
+/// the one behind it.
+TextRange trimmed(const TextStore& store, TextRange range)
+{
+    const QString text = store.text(range);
+    const QString inner = text.trimmed();
+    return inner.isEmpty() ? range : TextRange{range.location + text.indexOf(inner), inner.size()};
+}
+
 bool isStillThere(const EditGateway& gateway, const LinkPlace& place)
 {
     return place.range.end() <= gateway.store().length() &&
@@ -56,7 +65,7 @@ bool LinkPlace::isOneLine() const
 LinkPlace linkPlaceAt(const TextStore& store, TextSelection selection)
 {
     LinkPlace place;
-    place.range = selection.range();
+    place.range = trimmed(store, selection.range());
     if (!place.range.isEmpty()) {
         store.forEachCharacterRun(place.range, [&](TextRange, const SharedCharacterStyle& style) {
             if (place.address.isEmpty())
