@@ -23,7 +23,8 @@ struct LinkPlace {
     [[nodiscard]] bool isOneLine() const;
 };
 
-/// The selection without blanks at its ends, with the first link in it; at a caret the whole link that it is in or at.
+/// The selection without blanks at its ends, with the first link in it; at a caret the whole link
+/// that it is in or at.
 [[nodiscard]] LinkPlace linkPlaceAt(const TextStore& store, TextSelection selection);
 
 /// Makes the place lead to `address`, with `text` in place of its own where that differs, or the
