@@ -109,7 +109,7 @@ void BarMenuButton::paintChoice(QPainter& painter, const QColor& ink)
 
 void BarMenuButton::paintColor(QPainter& painter, const QColor& ink)
 {
-    Look::drawSymbol(painter, QRectF(0, 1, width(), 20), m_symbol, 14, ink);
+    Look::drawSymbol(painter, QRectF(0, 2, width(), 18), m_symbol, symbolSize, ink);
     const QRectF strip((width() - 16) / 2.0, 21, 16, 3);
     QColor empty = ink;
     empty.setAlphaF(float(fadedInk) * ink.alphaF());

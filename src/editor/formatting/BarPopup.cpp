@@ -40,6 +40,8 @@ void BarPopup::popUpBelow(QWidget& anchor)
     at.setX(qBound(screen.left() + 4, at.x(), qMax(screen.left() + 4, screen.right() - width())));
     at.setY(qMax(screen.top() + 4, at.y()));
     move(at);
+    // Who came by the keyboard sees where it is.
+    setAttribute(Qt::WA_KeyboardFocusChange, anchor.hasFocus());
     if (auto* button = qobject_cast<QAbstractButton*>(&anchor)) {
         button->setDown(true);
         connect(this, &QObject::destroyed, button, [button] { button->setDown(false); });

@@ -37,10 +37,11 @@ protected:
         QPainter painter(this);
         const SurfaceTokens& card = m_look.tokens().on(Surface::Card);
         const QColor edge = blended(card.text, 0.22, card.ground);
-        const int inset = underMouse() || hasFocus() ? 3 : 2;
+        const bool showsRing = hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange);
+        const int inset = underMouse() || showsRing ? 3 : 2;
         const QRectF chip = QRectF(rect()).adjusted(inset, inset, -inset, -inset);
         drawPanel(painter, chip, 4, m_shown, edge);
-        if (hasFocus())
+        if (showsRing)
             drawFocusRing(painter, rect(), 6, card.accent);
         else if (underMouse())
             drawPanel(painter, rect(), 6, QColor(), blended(card.text, 0.4, card.ground));
