@@ -17,6 +17,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QVBoxLayout>
+#include <QWindow>
 #include <gtest/gtest.h>
 
 namespace orvane {
@@ -365,6 +366,24 @@ TEST_F(FormattingBarTest, WhatHasNoRoomIsInTheMenuBehindMore)
     press(Qt::Key_Backtab, Qt::ShiftModifier);
     EXPECT_TRUE(QApplication::focusWidget() && QApplication::focusWidget()->isVisible());
     EXPECT_TRUE(bar()->isAncestorOf(QApplication::focusWidget()));
+}
+
+TEST_F(FormattingBarTest, ASecondPressOnAControlClosesWhatItOpened)
+{
+    // By the window, as the window system does: a popup sees presses elsewhere, too.
+    const auto press = [this](const QString& name) {
+        QWidget* pressed = control(name);
+        QTest::mouseClick(pane.windowHandle(), Qt::LeftButton, {},
+                          pressed->mapTo(&pane, pressed->rect().center()));
+        QApplication::processEvents();
+    };
+    for (const auto& name : {u"Alignment"_s, u"Highlight"_s, u"Font: "_s}) {
+        press(name);
+        EXPECT_TRUE(QApplication::activePopupWidget()) << qPrintable(name);
+        press(name);
+        EXPECT_FALSE(QApplication::activePopupWidget()) << qPrintable(name);
+        EXPECT_FALSE(control(name)->isDown()) << qPrintable(name);
+    }
 }
 
 TEST_F(FormattingBarTest, ToolTipsSayTheKeys)
