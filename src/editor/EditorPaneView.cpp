@@ -76,8 +76,6 @@ EditorPaneView::EditorPaneView(AppState& appState, Look& look, QWidget* parent)
     layout->insertWidget(0, &m_tools->formattingBar());
     layout->insertWidget(2, &m_tools->findStrip());
     m_tools->formattingBar().setNextByTab(m_title);
-    // Whoever comes to the pane comes to write and not to the bar above.
-    setFocusProxy(m_title);
     m_status->addChoice(m_tools->languageButton());
     m_countTimer->setSingleShot(true);
     m_countTimer->setInterval(countPause);
