@@ -118,6 +118,69 @@ qreal lineHeightFor(qreal natural, const ParagraphStyle& style, qreal stretch)
     return height;
 }
 
+constexpr qsizetype longestMarker = 12;
+constexpr qreal widestOverhang = 16 * u; // every column has a wider margin
+
+/// How many characters of a list's item stand before its text: tabs, the marker, a space. 0 where
+/// there is no marker.
+int markerLength(const QTextBlock& block, const ParagraphStyle& style)
+{
+    if (style.textLists.isEmpty() || style.headIndent <= 0 ||
+        style.alignment == TextAlignment::center || style.alignment == TextAlignment::right)
+        return 0;
+    const QString text = block.text();
+    qsizetype tabs = 0;
+    while (tabs < text.size() && text.at(tabs) == u'\t')
+        ++tabs;
+    const qsizetype space = text.indexOf(u' ', tabs);
+    return space > tabs && space - tabs <= longestMarker ? int(space) + 1 : 0;
+}
+
+/// The layout of one paragraph, line by line.
+struct LineMaker {
+    const QTextBlock& block;
+    const ParagraphStyle& style;
+    qreal column;
+    bool rightToLeft;
+    qreal hanging = 0; ///< where lines after the first begin, from the leading margin
+
+    /// Gives `line` its width and returns where it begins, from the leading margin.
+    qreal place(QTextLine& line, bool isFirst, QTextOption& option)
+    {
+        const qreal indent = isFirst ? units(style.firstLineHeadIndent) : hanging;
+        const qreal start = std::clamp(indent, 0.0, std::max(0.0, column - narrowestLine));
+        // Once: the layout looks its tabs up again whenever it is asked for a place.
+        if (isFirst) {
+            option.setTabs(tabsFrom(style, start));
+            block.layout()->setTextOption(option);
+        }
+        setWidth(line, start);
+        const int marker = isFirst ? markerLength(block, style) : 0;
+        return marker > 0 && marker < line.textLength() ? hangMarker(line, start, marker) : start;
+    }
+    [[nodiscard]] qreal widthFrom(qreal start) const
+    {
+        const qreal tail = units(style.tailIndent);
+        const qreal end = tail > 0 ? std::min(tail, column) : column + tail;
+        return std::max(narrowestLine, end - start);
+    }
+    void setWidth(QTextLine& line, qreal start) const { line.setLineWidth(widthFrom(start)); }
+
+    /// All lines of an item begin at its head indent, and the marker stands before them: so numbers
+    /// end below each other. A number of several digits reaches into the margin; a marker that is
+    /// wider still moves the text of all lines.
+    qreal hangMarker(QTextLine& line, qreal start, int marker)
+    {
+        const qreal x = line.cursorToX(marker);
+        const qreal width = rightToLeft ? line.width() - x : x;
+        const qreal moved = std::max(style.cell ? 0.0 : -widestOverhang, hanging - width);
+        hanging = moved + width;
+        if (moved != start)
+            setWidth(line, moved);
+        return moved;
+    }
+};
+
 } // namespace
 
 bool isPageBreak(const QTextBlock& block)
@@ -149,8 +212,7 @@ void breakLines(const QTextBlock& block, const ParagraphStyle& style, const Line
         style.direction == WritingDirection::rightToLeft ||
         (style.direction == WritingDirection::natural && !isEmpty && block.text().isRightToLeft());
     QTextOption option = optionFor(style, settings, rightToLeft);
-    const qreal tail = units(style.tailIndent);
-    const qreal end = tail > 0 ? std::min(tail, box.column) : box.column + tail;
+    LineMaker maker{block, style, box.column, rightToLeft, units(style.headIndent)};
 
     box.lines.clear();
     qreal y = 0;
@@ -158,15 +220,7 @@ void breakLines(const QTextBlock& block, const ParagraphStyle& style, const Line
     layout.setCacheEnabled(true); // else every drawing shapes the text again
     layout.beginLayout();
     for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
-        const qreal indent =
-            units(box.lines.empty() ? style.firstLineHeadIndent : style.headIndent);
-        const qreal start = std::clamp(indent, 0.0, std::max(0.0, box.column - narrowestLine));
-        const qreal width = std::max(narrowestLine, end - start);
-        if (const auto tabs = tabsFrom(style, start); tabs != option.tabs()) {
-            option.setTabs(tabs);
-            layout.setTextOption(option);
-        }
-        line.setLineWidth(width);
+        const qreal start = maker.place(line, box.lines.empty(), option);
         qreal natural = line.ascent() + line.descent();
         if (isEmpty) {
             const QFontMetricsF metrics(closingFont(block));
@@ -175,7 +229,7 @@ void breakLines(const QTextBlock& block, const ParagraphStyle& style, const Line
         qreal height = lineHeightFor(natural, style, stretch);
         if (isPageBreak(block))
             height = std::max(height, pageBreakHeight);
-        const qreal x = rightToLeft ? box.column - start - width : start;
+        const qreal x = rightToLeft ? box.column - start - line.width() : start;
         line.setPosition({x, y + (height - natural) / 2});
         height += std::max(0.0, units(style.lineSpacing));
         box.lines.push_back({y, height, line.textStart(), line.textLength()});

@@ -123,5 +123,53 @@ TEST(ParagraphLayout, FarParagraphsAreLetGoAndKeepTheirPlace)
     expectSame(Laid(store), all, "laid out again");
 }
 
+TEST(ParagraphLayout, TheLinesOfAListItemBeginBelowEachOther)
+{
+    struct Row {
+        const char* name;
+        const char16_t* marker;
+        int level = 0;
+        bool reachesHeadIndent = true;
+        WritingDirection direction = WritingDirection::natural;
+    };
+    const Row rows[] = {
+        {"bullet", u"\u2022 "},
+        {"number", u"9. "},
+        {"two digits", u"10. "},
+        {"nested behind a tab", u"\t9. ", 1},
+        {"nested behind two tabs", u"\t\tb. ", 2},
+        {"wider than its place", u"LXXXVIII. ", 0, false},
+        {"from the right", u"\u2022 ", 0, true, WritingDirection::rightToLeft},
+    };
+    for (const Row& row : rows) {
+        const QString marker = QString::fromUtf16(row.marker);
+        const bool rightToLeft = row.direction == WritingDirection::rightToLeft;
+        ParagraphStyle item;
+        item.firstLineHeadIndent = 24 * row.level;
+        item.headIndent = item.firstLineHeadIndent + 18;
+        item.tabStops = {{item.headIndent, TabAlignment::left}};
+        item.defaultTabInterval = 24;
+        item.direction = row.direction;
+        item.textLists = {TextList{}};
+        const QString words = rightToLeft ? u"\u05d0\u05d1\u05d2 "_s : u"words "_s;
+        AttributedString text(marker + words.repeated(40));
+        text.setParagraphStyle(text.fullRange(), SharedParagraphStyle(item));
+        TextStore store;
+        EditGateway gateway(store);
+        gateway.load(text, {});
+        ParagraphLayout& layout = store.layout();
+        layout.setWidth(width);
+        const LaidOutLine second = layout.lineAt(int(text.length()) / 2);
+        const double first = layout.caretRect(int(marker.size())).x();
+        const double hanging = layout.caretRect(int(second.range.location)).x();
+        EXPECT_NEAR(first, hanging, 0.51) << row.name;
+        const double indent = rightToLeft ? width - first : first;
+        if (row.reachesHeadIndent)
+            EXPECT_NEAR(indent, item.headIndent, 0.51) << row.name;
+        else
+            EXPECT_GT(indent, item.headIndent) << row.name;
+    }
+}
+
 } // namespace
 } // namespace orvane
