@@ -5,14 +5,42 @@
 #include "appearance/themes/BundledThemes.h"
 #include "editor/EditorPaneView.h"
 #include "editor/EditorView.h"
+#include "editor/page/RulerMarker.h"
 #include "shell/MainWindow.h"
 #include "shell/OrvaneWorkspaceApp.h"
 #include "shell/TourHand.h"
 #include "text/TextStore.h"
 
+#include <QScrollBar>
+
 namespace orvane {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The page break, and what `moveMarks` does.
+constexpr int stepsTaken = 5;
+
+/// By keys: the first line of the paragraph in, its other lines out, and a tab stop.
+void moveMarks(MainWindow& window, const TourHand& hand)
+{
+    const auto marker = [&](RulerMarkKind kind) {
+        for (auto* each : window.findChildren<RulerMarker*>()) {
+            if (each->isVisible() && each->mark().kind == kind)
+                return each->setFocus();
+        }
+    };
+    hand.press(Qt::Key_Down);
+    marker(RulerMarkKind::tail);
+    hand.press(Qt::Key_Left, Qt::ShiftModifier);
+    hand.press(Qt::Key_Insert);
+    marker(RulerMarkKind::firstLine);
+    hand.press(Qt::Key_Right, Qt::ShiftModifier);
+    hand.press(Qt::Key_Right);
+}
+
+} // namespace
 
 void tourPages(OrvaneWorkspaceApp& app, const TourHand& hand,
                const std::function<void(const QString& name)>& picture)
@@ -43,12 +71,22 @@ void tourPages(OrvaneWorkspaceApp& app, const TourHand& hand,
     hand.press(Qt::Key_R, Qt::ControlModifier | Qt::ShiftModifier);
     picture(u"ruler-narrow"_s);
     window.resize(wide);
+    moveMarks(window, hand);
     picture(u"ruler"_s);
     wear(AppearanceThemeMode::Light);
     picture(u"ruler-light"_s);
+    hand.press(Qt::Key_Escape);
+    hand.press(Qt::Key_R, Qt::ControlModifier | Qt::ShiftModifier);
+    hand.press(Qt::Key_End, Qt::ControlModifier);
+    QScrollBar& bar = *pane.textView().verticalScrollBar();
+    bar.setValue(bar.maximum());
+    picture(u"page-view-end-light"_s);
     wear(AppearanceThemeMode::Dark);
+    picture(u"page-view-end"_s);
+    hand.press(Qt::Key_R, Qt::ControlModifier | Qt::ShiftModifier);
     hand.press(Qt::Key_R, Qt::ControlModifier);
-    hand.press(Qt::Key_Z, Qt::ControlModifier);
+    for (int step = 0; step < stepsTaken; ++step)
+        hand.press(Qt::Key_Z, Qt::ControlModifier);
     session.setMode(mode);
 }
 

@@ -110,7 +110,7 @@ TEST_F(PageViewTest, ASheetOf612PointsStandsInTheMiddleWithItsMargins)
     const int seen = view().viewport()->width();
     const int left = (seen - 612) / 2;
     for (const int y : {40, 300, 500}) {
-        EXPECT_NEAR(sheetLeft(shown, y), left, 1) << y;
+        EXPECT_EQ(sheetLeft(shown, y), left) << y;
         EXPECT_EQ(shown.pixelColor(left + 8, y), look.tokens().paper) << y;
         EXPECT_EQ(shown.pixelColor(2, y), look.tokens().desk) << y;
         EXPECT_EQ(shown.pixelColor(left + 612 + 20, y), look.tokens().desk) << y;

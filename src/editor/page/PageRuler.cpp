@@ -85,9 +85,12 @@ void PageRuler::refresh()
     if (!isVisible() || m_drag)
         return;
     const Paragraph shown = paragraph();
-    if (shown == m_paragraph && !m_markers.empty())
-        return place();
+    const EditorView& view = m_host.view();
+    const Placement placement{origin(), view.zoom(), view.isEditable()};
+    if (!m_markers.empty() && shown == m_paragraph && placement == m_placement)
+        return keepTabOrder();
     m_paragraph = shown;
+    m_placement = placement;
     const QList<RulerMark> marks = rulerMarks(*m_paragraph.style, m_paragraph.width);
     while (m_markers.size() > std::size_t(marks.size())) {
         RulerMarker* gone = m_markers.back();
@@ -104,7 +107,6 @@ void PageRuler::refresh()
             m_markers.push_back(new RulerMarker(*this, marks[i]));
     }
     place();
-    update();
 }
 
 /// The bar above comes later than the ruler, and puts itself before the same widget.
@@ -148,14 +150,13 @@ double PageRuler::fromRuler(double x) const
 
 void PageRuler::place()
 {
-    const bool isEditable = m_host.view().isEditable();
     for (RulerMarker* marker : m_markers) {
         const int middle = int(std::lround(toRuler(marker->mark().position)));
         const bool isAbove = marker->mark().kind == RulerMarkKind::firstLine;
         const int width = RulerMarker::markerWidth;
         marker->setGeometry(middle - width / 2, isAbove ? 0 : rulerHeight / 2, width,
                             rulerHeight / 2);
-        marker->setEnabled(isEditable);
+        marker->setEnabled(m_placement.isEditable);
         marker->show();
     }
     keepTabOrder();

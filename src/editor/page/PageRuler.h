@@ -78,6 +78,14 @@ private:
 
         bool operator==(const Paragraph&) const = default;
     };
+    /// What else decides where marks stand and how they look.
+    struct Placement {
+        double origin = 0; ///< of the text across the ruler, in pixels
+        double zoom = 0;
+        bool isEditable = false;
+
+        bool operator==(const Placement&) const = default;
+    };
     struct Drag {
         RulerMarker* marker = nullptr;
         std::optional<RulerMark> from; ///< nothing for a tab stop that is new
@@ -100,6 +108,7 @@ private:
     Tokens m_tokens;
     LengthUnit m_unit;
     Paragraph m_paragraph;
+    Placement m_placement;
     std::vector<RulerMarker*> m_markers;
     std::optional<Drag> m_drag;
 };

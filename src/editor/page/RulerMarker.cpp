@@ -165,21 +165,25 @@ void RulerMarker::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
     const SurfaceTokens& page = m_ruler.tokens().on(Surface::Page);
-    const bool isActive = isEnabled() && (underMouse() || hasFocus());
-    const QColor ink = isActive ? page.accent : page.textSecondary;
+    // Within the ring a mark is smaller, in an ink that parts it from the ring.
+    const bool isRinged = hasFocus();
+    const QColor ink = isRinged                      ? page.text
+                       : isEnabled() && underMouse() ? page.accent
+                                                     : page.textSecondary;
     painter.setOpacity(m_isFading ? 0.3 : 1);
     painter.setRenderHint(QPainter::Antialiasing);
     const bool isAbove = m_mark.kind == RulerMarkKind::firstLine;
-    const QRectF box(width() / 2.0 - 4.5, isAbove ? 2 : 4, 9, height() - 6);
+    const QRectF box = isRinged ? QRectF(width() / 2.0 - 3.5, 4, 7, height() - 8)
+                                : QRectF(width() / 2.0 - 4.5, isAbove ? 2 : 4, 9, height() - 6);
     painter.setPen(ink);
     if (m_mark.kind == RulerMarkKind::tab) {
         drawTab(painter, box.adjusted(0, 1, 0, 0), m_mark.alignment);
     } else {
         painter.setBrush(ink);
-        painter.setPen(QPen(page.ground, 1));
+        painter.setPen(isRinged ? QPen(Qt::NoPen) : QPen(page.ground, 1));
         painter.drawPath(pointer(box, isAbove));
     }
-    if (hasFocus())
+    if (isRinged)
         drawFocusRing(painter, QRectF(rect()), 4, page.accent);
 }
 

@@ -27,7 +27,7 @@ public:
     [[nodiscard]] PageRuler& ruler() const { return m_ruler; }
 
     /// The pixels of a marker, whose middle stands at its position.
-    static constexpr int markerWidth = 15;
+    static constexpr int markerWidth = 17;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
