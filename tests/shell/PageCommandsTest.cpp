@@ -46,8 +46,13 @@ TEST_F(PageCommandsTest, PageViewAndRulerByKeyWithTheirMarksInTheMenu)
         std::function<bool()> isShown;
     } rows[] = {
         {"togglePageView", Qt::ControlModifier | Qt::ShiftModifier,
-         [this] { return pane().textView().textGeometry().pageWidth > 0; }},
-        {"toggleRuler", Qt::ControlModifier, [this] { return find<PageRuler>() != nullptr; }},
+         [this] {
+             return pane().textView().textGeometry().pageWidth > 0;
+         }},
+        {"toggleRuler", Qt::ControlModifier,
+         [this] {
+             return find<PageRuler>() != nullptr;
+         }},
     };
     for (const auto& row : rows) {
         const QString id = QString::fromLatin1(row.id);
