@@ -19,9 +19,6 @@ QWidget* entranceOf(QWidget& pane)
     QWidget* last = pane.focusWidget();
     if (last && takesFocus(*last, pane))
         return last;
-    QWidget* told = pane.focusProxy();
-    if (told && takesFocus(*told, pane))
-        return told;
     for (QWidget* next = pane.nextInFocusChain(); next != &pane; next = next->nextInFocusChain()) {
         if (pane.isAncestorOf(next) && takesFocus(*next, pane))
             return next;
