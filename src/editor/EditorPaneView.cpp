@@ -119,6 +119,11 @@ EditorView& EditorPaneView::textView() const
     return m_text->view();
 }
 
+QWidget& EditorPaneView::formattingBar() const
+{
+    return m_tools->formattingBar();
+}
+
 QWidget* EditorPaneView::makePage()
 {
     auto* page = new QWidget(this);

@@ -31,6 +31,8 @@ public:
     [[nodiscard]] EditorSession& session() { return m_session; }
     /// Where the text of the note is shown; the same view for all notes and modes.
     [[nodiscard]] EditorView& textView() const;
+    /// The place of the formatting bar; not visible where there is none.
+    [[nodiscard]] QWidget& formattingBar() const;
     /// Puts the caret into the title, all of it selected, or into the text.
     void focusTitle();
     void focusText();

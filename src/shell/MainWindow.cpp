@@ -3,6 +3,7 @@
 
 #include "core/AppCommandEvents.h"
 #include "editor/EditorPaneView.h"
+#include "editor/EditorView.h"
 #include "editor/writing/FocusMode.h"
 #include "editor/writing/TypewriterScroll.h"
 #include "shell/BinderTreeView.h"
@@ -273,7 +274,12 @@ void MainWindow::makeDirectCommands()
     };
     const auto goToPane = [this, showsPanes](int by) {
         if (showsPanes())
-            focusPane({m_toolbar, m_binder, m_editor, m_inspector}, by);
+            focusPane({{m_toolbar},
+                       {m_binder},
+                       {m_editor, &m_editor->textView()},
+                       {&m_editor->formattingBar()},
+                       {m_inspector}},
+                      by);
     };
     m_commands.setDirect(
         DirectCommand::NextPane, [goToPane] { goToPane(1); }, showsPanes);
@@ -359,7 +365,7 @@ void MainWindow::showMode()
     else if (m_appState.selectedNoteID())
         m_editor->focusText();
     else if (m_binder->tree()->model()->rowCount() <= 1) // nothing but the Trash
-        focusPane({m_editor}, 1);
+        focusPane({{m_editor}}, 1);
     else
         m_binder->tree()->setFocus(Qt::OtherFocusReason);
 }

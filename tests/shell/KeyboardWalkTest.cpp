@@ -3,6 +3,8 @@
 // control reached, does it show that it has the keyboard, and does it say what it is.
 #include "ShellFixture.h"
 #include "editor/EditorPaneView.h"
+#include "editor/EditorView.h"
+#include "shell/BinderTreeView.h"
 #include "shell/IconsAndTitlesWindow.h"
 #include "shell/inspector/AliasesSheet.h"
 #include "shell/inspector/VersionListView.h"
@@ -179,6 +181,38 @@ TEST_F(KeyboardWalkTest, EveryControlIsReachedAndSaysWhatItIs)
                                              m_app->look(), &window());
     ASSERT_TRUE(TourHand::waitFor([icons] { return icons->isActiveWindow(); }));
     walk(*icons, *icons, TourHand(*icons), "icons and titles");
+}
+
+TEST_F(KeyboardWalkTest, F6GoesRoundThePanesAndTheBarIsOne)
+{
+    dismissWelcome();
+    start();
+    ASSERT_TRUE(state().createProject(u"Tidewater"_s, {}));
+    const QUuid note = *state().createNote(u"Low water\nMara counts."_s, {});
+    state().updateNoteTags(note, {u"tide"_s});
+    EditorPaneView& pane = window().editorPane();
+    pane.session().setMode(EditorMode::richText);
+    TourHand::settle();
+    find<BinderTreeView>()->setFocus();
+    const auto at = [&] {
+        QWidget* focus = QApplication::focusWidget();
+        return pane.formattingBar().isAncestorOf(focus) ? u"bar"_s
+               : pane.isAncestorOf(focus)               ? u"text"_s
+               : find<BinderTreeView>() == focus        ? u"binder"_s
+                                                        : u"elsewhere"_s;
+    };
+    const QStringList order{u"text"_s,   u"bar"_s,  u"elsewhere"_s, u"elsewhere"_s,
+                            u"binder"_s, u"text"_s, u"bar"_s};
+    for (const QString& next : order) {
+        m_hand->press(Qt::Key_F6);
+        EXPECT_EQ(at(), next);
+    }
+    m_hand->press(Qt::Key_F6, Qt::ShiftModifier);
+    EXPECT_EQ(at(), u"text"_s);
+    EXPECT_TRUE(pane.textView().hasFocus()) << "not where the bar was left";
+    pane.session().setMode(EditorMode::plainText);
+    m_hand->press(Qt::Key_F6);
+    EXPECT_EQ(at(), u"elsewhere"_s) << "plain text has no bar";
 }
 
 } // namespace
