@@ -71,10 +71,14 @@ double typeNext(View& view, PaintedFrames& frames, int& typed)
         [&] { pressKey(view, isSpace ? Qt::Key_Space : Qt::Key_X, isSpace ? u" "_s : u"x"_s); });
 }
 
-Measurement key()
+enum class Page { column, paperWithRuler };
+
+Measurement key(Page page)
 {
     const AttributedString text = sampleText(100'000);
     Pane ours;
+    pageViewEnabledSetting.write(ours.test.defaults, page == Page::paperWithRuler);
+    rulerVisibleSetting.write(ours.test.defaults, page == Page::paperWithRuler);
     ours.app.selectNote(ours.addNote(text));
     EditorView& view = ours.pane.textView();
 
@@ -217,7 +221,12 @@ Measurement switchNotes(int count)
 
 void addSessionRows()
 {
-    add({"session/key", "ms", 1.15, key});
+    add({"session/key", "ms", 1.15, [] {
+             return key(Page::column);
+         }});
+    add({"session/key-page", "ms", 1.25, [] {
+             return key(Page::paperWithRuler);
+         }});
     add({"session/flush", "ms", 2, [] {
              return flush(false);
          }});

@@ -244,6 +244,13 @@ TEST_F(PageRulerTest, ADragIsOneStepForAllSelectedParagraphs)
     EXPECT_FALSE(view().isUndoAvailable());
     drag(head, 0);
     EXPECT_FALSE(view().isUndoAvailable()) << "nothing was moved";
+    QTest::mousePress(marker(head), Qt::LeftButton);
+    QTest::mouseMove(marker(head), {90, 6});
+    EXPECT_GT(marker(head)->mark().position, 0);
+    QTest::keyClick(&view(), Qt::Key_Escape);
+    EXPECT_EQ(marker(head)->mark().position, 0);
+    QTest::mouseRelease(marker(head), Qt::LeftButton);
+    EXPECT_FALSE(view().isUndoAvailable()) << "the drag was dropped";
 }
 
 TEST_F(PageRulerTest, TabStopsComeTurnMoveAndGo)

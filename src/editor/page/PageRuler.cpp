@@ -7,6 +7,7 @@
 #include "editor/page/RulerMarker.h"
 #include "text/TextStore.h"
 
+#include <QKeyEvent>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
@@ -311,6 +312,14 @@ void PageRuler::paintOverText(QPainter& painter, const EditorPaint& paint)
     const double middle = std::round(x) + 0.5;
     painter.drawLine(QPointF(middle, paint.clip.top()), QPointF(middle, paint.clip.bottom()));
     painter.restore();
+}
+
+bool PageRuler::keyPressed(const QKeyEvent& event)
+{
+    if (!m_drag || event.key() != Qt::Key_Escape)
+        return false;
+    cancelDrag();
+    return true;
 }
 
 void PageRuler::mousePressEvent(QMouseEvent* event)

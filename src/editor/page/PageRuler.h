@@ -59,6 +59,8 @@ public:
     [[nodiscard]] bool isDragging() const { return m_drag.has_value(); }
 
     void paintOverText(QPainter& painter, const EditorPaint& paint) override;
+    /// Escape drops a drag: the keyboard stays in the text meanwhile.
+    bool keyPressed(const QKeyEvent& event) override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
