@@ -117,6 +117,9 @@ void tourFormatting(const TourStop& stop)
         pictureOfPopup(stop, u"More Formatting"_s, u"popup-more-formatting"_s + look);
         stop.window.resize(1440, 900);
     }
+    stop.themes.applyTheme(googleWorkspaceBundle().id, AppearanceThemeMode::Light);
+    stop.picture(u"formatting-google"_s);
+    stop.themes.applyTheme(signatureBundle().id, AppearanceThemeMode::Dark);
 }
 
 } // namespace orvane
