@@ -58,6 +58,14 @@ void RtfBuilder::endParagraph(const ParagraphStyle& paragraph, const SharedChara
     m_pending = {};
 }
 
+void RtfBuilder::pageBreakBefore(const ParagraphStyle& paragraph,
+                                 const SharedCharacterStyle& style)
+{
+    flushTable();
+    if (!m_text.isEmpty())
+        m_text.append(u"\f\n", style, shared(paragraph));
+}
+
 void RtfBuilder::endLineInCell(const SharedCharacterStyle& style)
 {
     m_pending.append(QStringView(&lineSeparator, 1), style);

@@ -22,6 +22,8 @@ public:
     /// Puts text before the paragraph that has begun, in the style of its first character.
     void textBefore(const QString& text);
     void endParagraph(const ParagraphStyle& paragraph, const SharedCharacterStyle& style);
+    /// A page break before the paragraph that has begun, unless it is the first.
+    void pageBreakBefore(const ParagraphStyle& paragraph, const SharedCharacterStyle& style);
     /// A paragraph that ends inside a cell.
     void endLineInCell(const SharedCharacterStyle& style);
     void endCell(const ParagraphStyle& paragraph, const SharedCharacterStyle& style);

@@ -110,6 +110,11 @@ void insertCharacter(RtfInterpreter& interpreter, RtfParameter, int character)
     interpreter.insertText(QStringView(&unit, 1));
 }
 
+void breakPage(RtfInterpreter& interpreter, RtfParameter, int)
+{
+    interpreter.breakPage();
+}
+
 void endParagraph(RtfInterpreter& interpreter, RtfParameter, int)
 {
     interpreter.endParagraph();
@@ -172,7 +177,7 @@ void addCharacters(RtfWordTable& table)
         {"line", {insertCharacter, 0x2028, true}},
         {"lbr", {insertCharacter, 0x2028, true}},
         {"tab", {insertCharacter, 0x0009, true}},
-        {"page", {insertCharacter, 0x000C, true}},
+        {"page", {breakPage, 0, true}},
         {"emdash", {insertCharacter, 0x2014, true}},
         {"endash", {insertCharacter, 0x2013, true}},
         {"bullet", {insertCharacter, 0x2022, true}},

@@ -2,6 +2,7 @@
 #include "text/rtf/RtfInterpreter.h"
 
 #include "text/ImportedList.h"
+#include "text/LineBreaker.h"
 #include "text/rtf/RtfFontName.h"
 #include "text/rtf/RtfWords.h"
 
@@ -238,6 +239,8 @@ void RtfInterpreter::insertText(QStringView text)
             cleaned.removeIf(meansSomethingElse);
             text = cleaned;
         }
+        if (m_isPageBreak && !text.isEmpty())
+            endParagraph();
         m_builder.text(text, currentStyle());
         return;
     }
@@ -326,6 +329,8 @@ void RtfInterpreter::endPicture()
                           height * std::max(1, finished.scaleY) / 100};
     CharacterStyle style = *currentStyle();
     style.attachment = TextAttachment(std::move(image));
+    if (m_isPageBreak)
+        endParagraph();
     m_builder.text(QStringView(&objectCharacter, 1), std::move(style));
 }
 
@@ -345,10 +350,23 @@ void RtfInterpreter::endParagraph()
 {
     if (state().destination != RtfDestination::body)
         return;
+    m_isPageBreak = false;
     if (paragraph().inTable)
-        m_builder.endLineInCell(currentStyle());
-    else
-        m_builder.endParagraph(endingParagraphStyle(), currentStyle());
+        return m_builder.endLineInCell(currentStyle());
+    if (std::as_const(state().paragraph)->beginsPage)
+        m_builder.pageBreakBefore(currentParagraphStyle(), currentStyle());
+    m_builder.endParagraph(endingParagraphStyle(), currentStyle());
+}
+
+void RtfInterpreter::breakPage()
+{
+    if (state().destination != RtfDestination::body || state().characters.hidden ||
+        std::as_const(state().paragraph)->inTable)
+        return;
+    if (!m_builder.isAtParagraphStart())
+        endParagraph();
+    insertText(QStringView(&pageBreakCharacter, 1));
+    m_isPageBreak = true;
 }
 
 void RtfInterpreter::endCell()

@@ -43,6 +43,8 @@ public:
     /// `\uN`: the character, after which fallback characters are skipped.
     void insertUnicode(int value);
     void endParagraph();
+    /// A form feed in a paragraph of its own; a cell has no pages.
+    void breakPage();
     void endCell();
     void endRow();
     [[nodiscard]] QRgb color(int index) const { return colors.value(index, 0); }
@@ -104,6 +106,7 @@ private:
     RtfTokenizer m_tokenizer;
     std::vector<RtfState> m_states;
     qsizetype m_depthBeyondStates = 0;
+    bool m_isPageBreak = false; // the paragraph that has begun is one
     bool m_isIgnorable = false; // a \* stands before the next word
     int m_skip = 0;             // fallback characters still to be skipped
 

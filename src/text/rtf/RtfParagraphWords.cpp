@@ -102,6 +102,7 @@ void addParagraphWords(RtfWordTable& table)
         {"slmult", {setLineSpacingRule}},
         {"keep", {setFlag<&RtfParagraphFormat::keepsTogether>}},
         {"keepn", {setFlag<&RtfParagraphFormat::keepsWithNext>}},
+        {"pagebb", {setFlag<&RtfParagraphFormat::beginsPage>}},
         {"widctlpar", {setFlag<&RtfParagraphFormat::controlsWidows>}},
         {"hyphpar", {setFlag<&RtfParagraphFormat::hyphenates>}},
         {"intbl", {setFlag<&RtfParagraphFormat::inTable>}},

@@ -57,6 +57,7 @@ struct RtfParagraphFormat : QSharedData {
     bool hyphenates = false;
     bool keepsTogether = false;
     bool keepsWithNext = false;
+    bool beginsPage = false;
     bool controlsWidows = false;
     bool inTable = false;
     int background = 0; ///< colour table index
