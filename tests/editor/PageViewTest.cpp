@@ -13,6 +13,7 @@
 #include <QScreen>
 #include <QScrollBar>
 #include <QTest>
+#include <QWheelEvent>
 #include <gtest/gtest.h>
 
 namespace orvane {
@@ -188,6 +189,29 @@ TEST_F(PageViewTest, TheCommandTurnsItOnAndOff)
     EXPECT_EQ(sheetLeft(picture(), 300), -1);
     test.notifications.post(AppCommandEvents::togglePageView, CommandTarget{note});
     EXPECT_EQ(view().textGeometry().pageWidth, screenPageWidth);
+}
+
+TEST_F(PageViewTest, TheWheelWithCtrlZooms)
+{
+    const auto turn = [this](int notches) {
+        const QPointF place(view().viewport()->rect().center());
+        QWheelEvent event(place, view().viewport()->mapToGlobal(place), {}, {0, 120 * notches},
+                          Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(view().viewport(), &event);
+        return editorDisplayZoomSetting.read(test.defaults);
+    };
+    EXPECT_EQ(turn(1), 1.1);
+    EXPECT_EQ(view().zoom(), 1.1);
+    EXPECT_EQ(turn(-9), leastPageZoom);
+    pane->resize(500, 600);
+    editorDisplayZoomSetting.write(test.defaults, 1.5);
+    const qreal shown = view().zoom();
+    ASSERT_LT(shown, 1.5) << "there is no room for more";
+    EXPECT_EQ(turn(1), 1.5);
+    EXPECT_LT(turn(-1), shown);
+    pageViewEnabledSetting.write(test.defaults, false);
+    EXPECT_EQ(turn(-20), 0.5);
+    EXPECT_EQ(turn(40), 3.0);
 }
 
 TEST_F(PageViewTest, APageBreakIsKeptInTheBody)

@@ -4,14 +4,26 @@
 #include "editor/EditorTextHost.h"
 #include "editor/EditorView.h"
 #include "editor/page/PageBreaks.h"
+#include "editor/page/PageFit.h"
 #include "editor/page/PageRuler.h"
 #include "text/TextStore.h"
 
 #include <QBoxLayout>
 
+#include <cmath>
+
 namespace orvane {
 
 namespace Commands = AppCommandEvents;
+
+namespace {
+
+constexpr double zoomStep = 1.1;
+// As the settings offer it.
+constexpr double leastZoom = 0.5;
+constexpr double mostZoom = 3;
+
+} // namespace
 
 PageTools::PageTools(EditorTextHost& host, const Services& services, Look& look,
                      QWidget& afterRuler)
@@ -23,6 +35,7 @@ PageTools::PageTools(EditorTextHost& host, const Services& services, Look& look,
     qobject_cast<QBoxLayout*>(host.parentWidget()->layout())->insertWidget(0, m_ruler);
     connect(&host, &EditorTextHost::textPlaced, this, &PageTools::showRuler);
     showRuler();
+    connect(&host.view(), &EditorView::zoomRequested, this, &PageTools::zoomBy);
     observe(Commands::togglePageView, &PageTools::togglePageView);
     observe(Commands::toggleRuler, &PageTools::toggleRuler);
     observe(Commands::insertPageBreak, &PageTools::breakPage);
@@ -62,6 +75,20 @@ void PageTools::toggleRuler()
         return;
     UserDefaults& defaults = m_services.defaults;
     rulerVisibleSetting.write(defaults, !rulerVisibleSetting.read(defaults));
+}
+
+void PageTools::zoomBy(qreal steps)
+{
+    const bool isPage = m_host.parameters().pageViewEnabled;
+    const double wanted = editorDisplayZoomSetting.read(m_services.defaults);
+    const double shown = m_host.view().zoom();
+    // A page that has no room to be as large as wanted can only become smaller.
+    if (steps > 0 && shown < qMin(wanted, isPage ? mostPageZoom : mostZoom))
+        return;
+    const double next = std::round(shown * std::pow(zoomStep, steps) * 100) / 100;
+    editorDisplayZoomSetting.write(m_services.defaults,
+                                   isPage ? qBound(leastPageZoom, next, mostPageZoom)
+                                          : qBound(leastZoom, next, mostZoom));
 }
 
 void PageTools::breakPage()

@@ -14,7 +14,8 @@ namespace orvane {
 class EditorTextHost;
 class PageRuler;
 
-/// The commands about the page of one text host: page view, ruler and page breaks. Main thread.
+/// The commands about the page of one text host: page view, ruler and page breaks; and its zoom by
+/// the wheel. Main thread.
 class PageTools final : public QObject {
     Q_OBJECT
 public:
@@ -28,6 +29,7 @@ private:
     void togglePageView();
     void toggleRuler();
     void breakPage();
+    void zoomBy(qreal steps);
     void showRuler();
 
     EditorTextHost& m_host;
