@@ -58,8 +58,7 @@ void RtfBuilder::endParagraph(const ParagraphStyle& paragraph, const SharedChara
     m_pending = {};
 }
 
-void RtfBuilder::pageBreakBefore(const ParagraphStyle& paragraph,
-                                 const SharedCharacterStyle& style)
+void RtfBuilder::pageBreakBefore(const ParagraphStyle& paragraph, const SharedCharacterStyle& style)
 {
     flushTable();
     if (!m_text.isEmpty())
