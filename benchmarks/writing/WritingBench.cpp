@@ -4,6 +4,7 @@
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
+    orvane::bench::addBehaviourRows();
     orvane::bench::addListRows();
     orvane::bench::addMarkdownRows();
     orvane::bench::addSessionRows();

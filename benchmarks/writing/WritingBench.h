@@ -6,6 +6,8 @@
 
 namespace orvane::bench {
 
+/// The rows "focus/…" and "brackets/…".
+void addBehaviourRows();
 /// The rows "lists/…".
 void addListRows();
 /// The rows "markdown/…".

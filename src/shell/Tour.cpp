@@ -571,7 +571,7 @@ int Tour::run()
         picture(name);
     };
     tourPages(*m_app, *m_hand, take);
-    tourWriting(*m_app, *m_hand, take);
+    tourWriting(*m_app, *m_hand, m_folder, take);
     tagsAndVersions();
     looks();
     browse();

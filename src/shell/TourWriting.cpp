@@ -9,6 +9,8 @@
 #include "shell/OrvaneWorkspaceApp.h"
 #include "shell/TourHand.h"
 
+#include <QMenu>
+
 namespace orvane {
 
 using namespace Qt::StringLiterals;
@@ -42,6 +44,20 @@ public:
         m_app.window().resize(wide);
         run(u"Focus on the Paragraph"_s);
         run(u"Focus Mode"_s);
+    }
+
+    void contextMenu(const QString& file)
+    {
+        EditorView& view = m_app.window().editorPane().textView();
+        m_hand.press(Qt::Key_Home, Qt::ControlModifier);
+        m_hand.press(Qt::Key_Right, Qt::ControlModifier | Qt::ShiftModifier);
+        QMenu menu(&view);
+        view.fillContextMenu(menu, view.caretRect().center());
+        menu.popup(view.mapToGlobal(view.caretRect().bottomLeft().toPoint()));
+        TourHand::settle();
+        menu.grab().save(file);
+        menu.close();
+        m_hand.press(Qt::Key_Home);
     }
 
     void linkSheet()
@@ -93,12 +109,13 @@ private:
 
 } // namespace
 
-void tourWriting(OrvaneWorkspaceApp& app, const TourHand& hand,
+void tourWriting(OrvaneWorkspaceApp& app, const TourHand& hand, const QString& folder,
                  const std::function<void(const QString& name)>& picture)
 {
     app.window().editorPane().focusText();
     WritingStops stops(app, hand, picture);
     stops.focusMode();
+    stops.contextMenu(folder + u"/menu-text.png"_s);
     stops.linkSheet();
 }
 

@@ -11,9 +11,9 @@ class OrvaneWorkspaceApp;
 class TourHand;
 
 /// The stops of the tour at writing: focus mode on a paragraph and on a sentence, typewriter mode,
-/// and the sheet of a link, in the Light and the Dark look. A note of several paragraphs is open;
-/// everything is as before afterwards.
-void tourWriting(OrvaneWorkspaceApp& app, const TourHand& hand,
+/// and the sheet of a link, in the Light and the Dark look, and the context menu, as a picture in
+/// `folder`. A note of several paragraphs is open; everything is as before afterwards.
+void tourWriting(OrvaneWorkspaceApp& app, const TourHand& hand, const QString& folder,
                  const std::function<void(const QString& name)>& picture);
 
 } // namespace orvane

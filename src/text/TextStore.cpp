@@ -10,6 +10,8 @@
 #include <private/qtextdocument_p.h>
 #include <private/qtextformat_p.h>
 
+#include <algorithm>
+
 namespace orvane {
 
 namespace {
@@ -78,6 +80,22 @@ QString TextStore::text(TextRange range) const
     }
     result.replace(QChar::ParagraphSeparator, u'\n');
     return result;
+}
+
+qsizetype TextStore::count(QChar character, TextRange range) const
+{
+    const auto& pieces = piecesOf(m_document);
+    const QString buffer = pieces.buffer();
+    qsizetype count = 0;
+    qsizetype position = range.location;
+    for (auto piece = pieces.find(int(position)); position < range.end(); ++piece) {
+        const qsizetype from = position - piece.position();
+        const auto length = std::min<qsizetype>(int(piece.size()) - from, range.end() - position);
+        const QStringView part = QStringView(buffer).mid(piece->stringPosition + from, length);
+        count += std::count(part.utf16(), part.utf16() + part.size(), character.unicode());
+        position += length;
+    }
+    return count;
 }
 
 QChar TextStore::characterAt(qsizetype position) const

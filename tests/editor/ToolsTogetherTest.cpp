@@ -3,15 +3,19 @@
 #include "core/EditorFormatNotifications.h"
 #include "editor/EditorPaneView.h"
 #include "editor/EditorView.h"
+#include "editor/StoredText.h"
 #include "editor/find/FindStrip.h"
 #include "editor/lists/EditorListStyle.h"
+#include "editor/writing/WritingBehaviours.h"
 #include "support/TestServices.h"
 #include "text/TextStore.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QInputMethodEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -102,10 +106,43 @@ protected:
         if (pick(3) == 0)
             test.notifications.post(Format::setCustomBullet, {u"✿"_s, {}, {}});
     }
+    void behave()
+    {
+        switch (pick(5)) {
+        case 0:
+            toggleFocusMode(test.services());
+            break;
+        case 1:
+            (pick(2) ? setFocusSentence : setFocusParagraph)(test.services());
+            break;
+        case 2:
+            toggleTypewriterMode(test.services());
+            break;
+        case 3: {
+            auto* data = new QMimeData;
+            data->setHtml(u"<p style='color:red'>a <b>b</b></p><table><tr><td>tide"_s);
+            QGuiApplication::clipboard()->setMimeData(data);
+            view().paste();
+            break;
+        }
+        default:
+            QTest::keyClicks(&view(), u"(\"')}"_s.mid(pick(3), 1 + pick(2)));
+        }
+    }
+    /// What is dimmed follows the caret.
+    void checkFocus() const
+    {
+        const auto granularity =
+            focusGranularityNamed(focusModeGranularitySetting.read(test.defaults));
+        const auto wanted = focusModeSetting.read(test.defaults)
+                                ? focusedTextRange(view().store(), view().selection(), granularity)
+                                : std::nullopt;
+        ASSERT_EQ(view().focusRange(), wanted);
+    }
     void goElsewhere()
     {
         const std::optional<QUuid> left = app.selectedNoteID();
-        const QString seen = view().plainText();
+        const QString seen = plainForm(view().plainText());
         app.selectNote(left == a ? b : a);
         ASSERT_EQ(app.note(*left)->body.text(), seen);
     }
@@ -120,8 +157,10 @@ protected:
         const int what = pick(100);
         if (what < 45)
             write();
-        else if (what < 80)
+        else if (what < 76)
             press();
+        else if (what < 80)
+            behave();
         else if (what < 90)
             find();
         else if (what < 94)
@@ -169,6 +208,7 @@ TEST_P(ToolsTogetherTest, NothingIsLostAndNothingStale)
         test.questions.answers = {{pick(4) == 0 ? 1 : 0}, {0}};
         step();
         checkCount();
+        checkFocus();
         if (i % 20 == 0)
             view().viewport()->grab();
     }

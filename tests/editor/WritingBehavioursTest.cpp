@@ -14,6 +14,8 @@
 #include <QScrollBar>
 #include <QSignalSpy>
 
+#include <random>
+
 namespace orvane {
 namespace {
 
@@ -83,7 +85,7 @@ TEST_F(WritingBehavioursTest, BracketsAndQuotes)
         {"a quote opens", u"say |"_s, u"\""_s, u"say \"|\""_s},
         {"is passed", u"\"a|\""_s, u"\""_s, u"\"a\"|"_s},
         {"and closes", u"\"a b |"_s, u"\""_s, u"\"a b \"|"_s},
-        {"in any paragraph", u"it's\n|"_s, u"'"_s, u"it's\n'|"_s},
+        {"counted from the text's start", u"it's\n|"_s, u"'"_s, u"it's\n'|"_s},
         {"an even number opens again", u"'a' |"_s, u"'"_s, u"'a' '|'"_s},
         {"an apostrophe stays alone", u"don|"_s, u"'"_s, u"don'|"_s},
         {"a letter is a letter", u"(a|)"_s, u"b"_s, u"(ab|)"_s},
@@ -119,6 +121,28 @@ TEST_F(WritingBehavioursTest, BracketsAndQuotes)
     show(EditorMode::markdown);
     press(u"["_s);
     EXPECT_EQ(marked(), u"([[|"_s) << "never in Markdown";
+}
+
+TEST_F(WritingBehavioursTest, QuotesAreCountedWhereverOneWrites)
+{
+    std::mt19937 random(3);
+    for (int i = 0; i < 400; ++i) {
+        const auto pick = [&](qsizetype count) {
+            return qsizetype(random() % unsigned(count));
+        };
+        view.setSelection(TextSelection::caret(pick(view.store().length() + 1)));
+        press(QStringList{u"\""_s, u"'"_s, u"x"_s, u" "_s, u"Return"_s, u"Backspace"_s,
+                          u"Ctrl+Z"_s}[pick(7)]);
+        const qsizetype caret = view.selection().position;
+        const QString before = view.plainText().left(caret);
+        if (caret == view.store().length() || view.store().characterAt(caret) != u'"') {
+            view.setSelection(TextSelection::caret(caret));
+            const QString text = view.plainText();
+            press(u"\""_s);
+            const qsizetype typed = view.plainText().size() - text.size();
+            ASSERT_EQ(typed, before.count(u'"') % 2 == 1 ? 1 : 2) << qPrintable(before);
+        }
+    }
 }
 
 TEST_F(WritingBehavioursTest, PastedTextFitsThePlace)

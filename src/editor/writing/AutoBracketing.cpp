@@ -51,14 +51,34 @@ BracketAction bracketAction(QChar typed, const BracketPlace& place)
     return closes ? BracketAction::type : BracketAction::pair;
 }
 
+qsizetype QuoteCount::before(const TextStore& store, qsizetype position, QChar quote)
+{
+    const TextRange between =
+        TextRange::between(std::min(position, m_position), std::max(position, m_position));
+    const int sign = position < m_position ? -1 : 1;
+    m_single += sign * store.count(u'\'', between);
+    m_double += sign * store.count(u'"', between);
+    m_position = position;
+    return quote == u'"' ? m_double : m_single;
+}
+
+void QuoteCount::follow(const TextChange& change)
+{
+    if (change.location < m_position)
+        reset();
+}
+
 AutoBracketing::AutoBracketing(EditorView& view)
     : m_view(view)
+    , m_changes(QObject::connect(&view, &EditorView::textChanged, &view,
+                                 [this](const TextChange& change) { m_quotes.follow(change); }))
 {
     m_view.addExtension(this);
 }
 
 AutoBracketing::~AutoBracketing()
 {
+    QObject::disconnect(m_changes);
     m_view.removeExtension(this);
 }
 
@@ -71,7 +91,7 @@ bool AutoBracketing::textTyped(const QString& text)
     const TextRange selected = m_view.selection().range();
     const BracketPlace place{!selected.isEmpty(), store.characterAt(selected.location - 1),
                              store.characterAt(selected.end()), [&](QChar c) {
-                                 return store.text(TextRange{0, selected.location}).count(c);
+                                 return m_quotes.before(store, selected.location, c);
                              }};
     switch (bracketAction(typed, place)) {
     case BracketAction::type:

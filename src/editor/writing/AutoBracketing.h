@@ -2,14 +2,17 @@
 #pragma once
 
 #include "editor/EditorExtension.h"
+#include "text/TextSelection.h"
 
 #include <QChar>
+#include <QObject>
 
 #include <functional>
 
 namespace orvane {
 
 class EditorView;
+class TextStore;
 
 /// Where a character is typed, as far as brackets need to know.
 struct BracketPlace {
@@ -34,6 +37,21 @@ enum class BracketAction {
 /// or a digit, which is an apostrophe.
 [[nodiscard]] BracketAction bracketAction(QChar typed, const BracketPlace& place);
 
+/// How many quotes stand before a place. Counts from where it was asked the last time, so a quote
+/// in a long text costs no more than in a short one as long as one writes on.
+class QuoteCount {
+public:
+    [[nodiscard]] qsizetype before(const TextStore& store, qsizetype position, QChar quote);
+    void follow(const TextChange& change);
+    /// Another text.
+    void reset() { *this = {}; }
+
+private:
+    qsizetype m_position = 0;
+    qsizetype m_single = 0;
+    qsizetype m_double = 0;
+};
+
 /// Closes brackets and quotes while they are typed in a view. Off until told otherwise.
 class AutoBracketing final : public EditorExtension {
 public:
@@ -42,6 +60,8 @@ public:
     ~AutoBracketing() override;
 
     void setEnabled(bool enabled) { m_isEnabled = enabled; }
+    /// The view shows another text.
+    void showText() { m_quotes.reset(); }
 
     bool textTyped(const QString& text) override;
 
@@ -49,6 +69,8 @@ private:
     void surround(QChar open, QChar close);
 
     EditorView& m_view;
+    QMetaObject::Connection m_changes;
+    QuoteCount m_quotes;
     bool m_isEnabled = false;
 };
 

@@ -23,6 +23,7 @@ void WritingBehaviours::showText(const std::optional<QUuid>& note, EditorMode mo
 {
     m_mode = mode;
     m_menu.showText(note, mode);
+    m_brackets.showText();
     applySettings();
 }
 
