@@ -7,10 +7,9 @@
 
 // The document's own pieces: its public interface reads a position in several logarithmic steps and
 // inserts through a cursor, which costs a multiple on a long text.
+#include <algorithm>
 #include <private/qtextdocument_p.h>
 #include <private/qtextformat_p.h>
-
-#include <algorithm>
 
 namespace orvane {
 
