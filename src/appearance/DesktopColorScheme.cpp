@@ -24,11 +24,13 @@ ColorScheme schemeOf(const QPalette& palette)
                : ColorScheme::Light;
 }
 
-PortalColorScheme::PortalColorScheme(ColorScheme fallback, const QDBusConnection& bus,
-                                     QObject* parent)
+PortalColorScheme::PortalColorScheme(ColorScheme fallback, QObject* parent)
     : DesktopColorScheme(parent)
     , m_fallback(fallback)
     , m_scheme(fallback)
+{}
+
+void PortalColorScheme::ask(const QDBusConnection& bus)
 {
     auto* setting =
         new PortalSetting(u"org.freedesktop.appearance"_s, u"color-scheme"_s, bus, this);

@@ -29,16 +29,16 @@ signals:
 
 /// Asks the desktop's settings portal (key color-scheme of org.freedesktop.appearance) and follows
 /// it. Until it answers, where there is none, and where it has no preference, the fallback stands.
-/// Nothing here waits.
 class PortalColorScheme final : public DesktopColorScheme {
     Q_OBJECT
 public:
     /// `fallback` is best read from the platform's palette before the program sets its own.
-    explicit PortalColorScheme(ColorScheme fallback,
-                               const QDBusConnection& bus = QDBusConnection::sessionBus(),
-                               QObject* parent = nullptr);
+    explicit PortalColorScheme(ColorScheme fallback, QObject* parent = nullptr);
 
     [[nodiscard]] ColorScheme scheme() const override { return m_scheme; }
+    /// Begins to ask. Doesn't wait for the answer, but the first use of the bus takes a moment that
+    /// a program's first frame need not wait for.
+    void ask(const QDBusConnection& bus = QDBusConnection::sessionBus());
 
 private:
     void take(const QVariant& value);

@@ -114,6 +114,20 @@ QFont interfaceFont(TextStyle style, InkPolarity polarity)
     return known != fonts.cend() ? *known : *fonts.insert(key, makeFont(style, isThickened));
 }
 
+QString fitted(const QString& text, const QFont& font, int width)
+{
+    const QString line = text.simplified();
+    const QRawFont glyphs = QRawFont::fromFont(font);
+    const QList<quint32> indexes = glyphs.glyphIndexesForString(line);
+    double needed = 0;
+    for (const QPointF& advance : glyphs.advancesForGlyphIndexes(indexes))
+        needed += advance.x();
+    // What the font lacks comes from another one, whose glyphs are not known here.
+    if (needed <= width && !indexes.contains(0))
+        return line;
+    return QFontMetrics(font).elidedText(line, Qt::ElideRight, width);
+}
+
 void setTextStyle(QWidget* widget, TextStyle style)
 {
     widget->setProperty(styleProperty, int(style));

@@ -35,6 +35,11 @@ void setInkPolarity(InkPolarity polarity);
 /// The same for a surface of its own polarity, such as a rail or a button in the accent colour.
 [[nodiscard]] QFont interfaceFont(TextStyle style, InkPolarity polarity);
 
+/// The text in one line, cut with an ellipsis where it is wider than `width` logical pixels.
+/// Measured by its glyphs alone, which is hardly ever less than what it takes with kerning:
+/// shaping is most of what drawing a text costs, and happens once more when it is drawn.
+[[nodiscard]] QString fitted(const QString& text, const QFont& font, int width);
+
 /// Gives a widget the interface font, and again whenever the polarity changes.
 void setTextStyle(QWidget* widget, TextStyle style);
 

@@ -49,8 +49,11 @@ double widthOfProse(const QString& family, double size, int count)
     static const QString sample = u"The tide figures stood in a single line, ruled twice, and "
                                   "under it a name she had never seen written down."_s;
     const QFont font = editorFont(family, size * layoutUnitsPerPoint);
-    return QFontMetricsF(font).horizontalAdvance(sample) / layoutUnitsPerPoint * count /
-           double(sample.size());
+    // Asked for at every change of the look, and the same but for another font.
+    static std::pair<QFont, double> last;
+    if (last.first != font || last.second == 0)
+        last = {font, QFontMetricsF(font).horizontalAdvance(sample)};
+    return last.second / layoutUnitsPerPoint * count / double(sample.size());
 }
 
 } // namespace
@@ -69,7 +72,6 @@ EditorPaneView::EditorPaneView(AppState& appState, Look& look, QWidget* parent)
     layout->setSpacing(0);
     layout->addLayout(m_stack, 1);
     layout->addWidget(m_status);
-    m_stack->addWidget(makeEmptyState());
     m_stack->addWidget(makePage());
     m_tools =
         std::make_unique<WritingTools>(m_text->view(), m_library, appState.services(), look, *this);
@@ -156,7 +158,9 @@ QWidget* EditorPaneView::makeEmptyState()
                            LabelInk::Secondary);
     auto* action = new QPushButton(tr("New Note"), empty);
     connect(action, &QPushButton::clicked, this, &EditorPaneView::newNoteRequested);
+    action->setVisible(m_appState.canCreateOrEdit());
     m_emptyAction = action;
+    setTabOrder(m_title, action);
     layout->addStretch(5);
     layout->addWidget(title, 0, Qt::AlignHCenter);
     layout->addWidget(text, 0, Qt::AlignHCenter);
@@ -300,10 +304,28 @@ void EditorPaneView::focusText()
     m_text->view().setFocus(Qt::OtherFocusReason);
 }
 
+// Who comes back to a note doesn't wait for what stands in its place.
+void EditorPaneView::showPageOrEmptiness()
+{
+    if (m_session.noteID())
+        return m_stack->setCurrentIndex(0);
+    if (!isVisible())
+        return;
+    if (m_stack->count() == 1)
+        m_stack->addWidget(makeEmptyState());
+    m_stack->setCurrentIndex(1);
+}
+
+void EditorPaneView::showEvent(QShowEvent* event)
+{
+    SurfacePanel::showEvent(event);
+    showPageOrEmptiness();
+}
+
 void EditorPaneView::loadDraft()
 {
     const EditorDraft& draft = m_session.draft();
-    m_stack->setCurrentIndex(draft.noteID ? 1 : 0);
+    showPageOrEmptiness();
     if (m_title->text() != draft.title)
         m_title->setText(draft.title);
     m_title->setCursorPosition(0);
@@ -320,7 +342,8 @@ void EditorPaneView::updateEditable()
     applyHostLook();
     m_tools->findStrip().setEditable(editable);
     m_tools->formattingBar().setEditable(editable);
-    m_emptyAction->setVisible(m_appState.canCreateOrEdit());
+    if (m_emptyAction)
+        m_emptyAction->setVisible(m_appState.canCreateOrEdit());
 }
 
 void EditorPaneView::updateCounts()

@@ -53,11 +53,13 @@ signals:
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     [[nodiscard]] QWidget* makePage();
     [[nodiscard]] QWidget* makeEmptyState();
+    void showPageOrEmptiness();
     void connectSession();
     void connectTools();
     void applyHostLook();

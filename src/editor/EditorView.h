@@ -2,6 +2,7 @@
 #pragma once
 
 #include "editor/CaretNavigator.h"
+#include "editor/EditorSettings.h"
 #include "editor/TextMime.h"
 #include "text/AttachmentPainter.h"
 #include "text/EditGateway.h"
@@ -231,7 +232,7 @@ private:
     EditorLook m_look;
     EditorGeometry m_geometry;
     qreal m_leastShareBelow = 0;
-    TextFont m_baseFont{QString(), 16};
+    TextFont m_baseFont{editorFontFamilySetting.fallback, editorFontSizeSetting.fallback};
     LineSettings m_lineSettings{1.6};
     AttachmentPainter m_ownPainter;
     ObjectPainter* m_objectPainter = &m_ownPainter;

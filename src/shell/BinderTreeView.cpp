@@ -52,13 +52,8 @@ void drawLine(QPainter& painter, const QRect& rect, const QFont& font, const QCo
 {
     painter.setFont(font);
     painter.setPen(ink);
-    // Shaping is most of what a row costs. So a text is measured by its glyphs alone, which is
-    // hardly ever less than what it takes with kerning, and shaped once, to be drawn.
-    QFont unshaped = font;
-    unshaped.setStyleStrategy(QFont::PreferNoShaping);
-    const QString shown =
-        QFontMetrics(unshaped).elidedText(text.simplified(), Qt::ElideRight, rect.width());
-    painter.drawText(rect, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, shown);
+    painter.drawText(rect, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
+                     fitted(text, font, rect.width()));
 }
 
 /// The picture that was chosen for the row, else the usual one of its kind.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/ElidedLabel.h"
 
+#include "appearance/Typography.h"
+
 #include <QHelpEvent>
 #include <QPainter>
 #include <QToolTip>
@@ -24,9 +26,8 @@ void ElidedLabel::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setPen(
         palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, foregroundRole()));
-    const QString shown =
-        fontMetrics().elidedText(text().simplified(), Qt::ElideRight, contentsRect().width());
-    painter.drawText(contentsRect(), int(alignment()) | Qt::TextSingleLine, shown);
+    painter.drawText(contentsRect(), int(alignment()) | Qt::TextSingleLine,
+                     fitted(text(), font(), contentsRect().width()));
 }
 
 bool ElidedLabel::event(QEvent* event)

@@ -66,8 +66,11 @@ InspectorView::InspectorView(AppState& appState, SheetHost& sheets, Look& look, 
     m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_scroll->setFocusPolicy(Qt::NoFocus);
     m_scroll->viewport()->setAutoFillBackground(false);
-    m_scroll->setWidget(makeColumn(sheets));
-    m_scroll->widget()->setAutoFillBackground(false);
+    // Set while it is empty, for it is measured then.
+    auto* column = new QWidget;
+    m_scroll->setWidget(column);
+    column->setAutoFillBackground(false);
+    fillColumn(column, sheets);
     m_stack->setContentsMargins({});
     m_stack->addWidget(m_scroll);
     m_stack->addWidget(m_nothing);
@@ -85,9 +88,8 @@ void InspectorView::showEvent(QShowEvent* event)
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
 }
 
-QWidget* InspectorView::makeColumn(SheetHost& sheets)
+void InspectorView::fillColumn(QWidget* column, SheetHost& sheets)
 {
-    auto* column = new QWidget;
     auto* layout = new QVBoxLayout(column);
     layout->setContentsMargins(0, 16, 0, 16);
     layout->setSpacing(0);
@@ -110,7 +112,6 @@ QWidget* InspectorView::makeColumn(SheetHost& sheets)
     m_versionsPart = addPart(m_versions, 1);
     m_filler = new QWidget(column);
     layout->addWidget(m_filler, 1);
-    return column;
 }
 
 QWidget* InspectorView::makeFacts(QWidget* parent)

@@ -27,7 +27,7 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    [[nodiscard]] QWidget* makeColumn(SheetHost& sheets);
+    void fillColumn(QWidget* column, SheetHost& sheets);
     [[nodiscard]] QWidget* makeFacts(QWidget* parent);
     [[nodiscard]] QWidget* makeDivider(QWidget* parent);
     void connectAppState();

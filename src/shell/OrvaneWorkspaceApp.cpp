@@ -119,6 +119,7 @@ void OrvaneWorkspaceApp::start()
     m_window->show();
     // Asking the desktop and finding the icon are nothing that a first frame waits for.
     QTimer::singleShot(lateDelay, this, [this] {
+        m_desktopScheme->ask();
         m_motion = std::make_unique<DesktopMotion>(m_defaults);
         m_window->setReducedMotion([this] { return m_motion->isReduced(); });
         QGuiApplication::setWindowIcon(QIcon::fromTheme(u"orvaneworkspace"_s));

@@ -16,10 +16,10 @@ namespace orvane {
 class AppearanceObserver;
 class AppUndoRedoRouter;
 class AppearanceThemeLibrary;
-class DesktopColorScheme;
 class DesktopMotion;
 class DesktopThemeFollower;
 class MainWindow;
+class PortalColorScheme;
 class RequestOpener;
 class SettingsWindow;
 class ShortcutCenter;
@@ -68,7 +68,7 @@ private:
     std::unique_ptr<SystemTrash> m_trash;
     SystemClock m_clock;
     std::unique_ptr<AppearanceThemeLibrary> m_themes;
-    std::unique_ptr<DesktopColorScheme> m_desktopScheme;
+    std::unique_ptr<PortalColorScheme> m_desktopScheme;
     std::unique_ptr<DesktopThemeFollower> m_themeFollower;
     std::unique_ptr<AppearanceObserver> m_appearance;
     LicencePolicy m_licence;

@@ -34,7 +34,7 @@ ParagraphLayout::ParagraphLayout(QTextDocument& document, const StyleTable& styl
     : QAbstractTextDocumentLayout(&document)
     , m_styles(styles)
 {
-    setSettings({QString(), 16}, {});
+    document.setDefaultFont(referenceFont(m_baseFont));
 }
 
 ParagraphLayout::~ParagraphLayout() = default;
@@ -50,8 +50,9 @@ void ParagraphLayout::setWidth(qreal points)
 
 void ParagraphLayout::setSettings(const TextFont& font, const LineSettings& settings)
 {
-    if (m_characterWidth > 0 && font == m_baseFont && settings == m_settings)
+    if (m_isMeasured && font == m_baseFont && settings == m_settings)
         return;
+    m_isMeasured = true;
     m_baseFont = font;
     m_settings = settings;
     const QFont reference = referenceFont(font);

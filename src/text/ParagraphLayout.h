@@ -185,15 +185,17 @@ private:
     const StyleTable& m_styles;
     HeightIndex m_heights;
     qreal m_width = 600;
-    TextFont m_baseFont;
+    TextFont m_baseFont{QString(), 16};
     LineSettings m_settings;
     ObjectPainter* m_objects = nullptr;
     const ParagraphDecorator* m_decorator = nullptr;
     Preedit m_preedit;
     bool m_settingFont = false;
     int m_generation = 1;
-    qreal m_characterWidth = 0; ///< an average, in units
-    qreal m_plainLineHeight = 0;
+    /// Guesses until the first settings, so that a text that is never shown opens no font.
+    qreal m_characterWidth = 16; ///< an average, in units
+    qreal m_plainLineHeight = 40;
+    bool m_isMeasured = false;
     ChangedParagraph m_changed;
     std::vector<QTextBlock> m_laidOut;
     qsizetype m_laidOutCharacters = 0;

@@ -40,7 +40,8 @@ TEST(DesktopColorScheme, followsThePortal)
     FakePortal portal;
     ASSERT_TRUE(portal.client.isConnected());
     portal.values.insert(u"color-scheme"_s, QVariant::fromValue(QDBusVariant(1U)));
-    PortalColorScheme desktop(ColorScheme::Light, portal.client);
+    PortalColorScheme desktop(ColorScheme::Light);
+    desktop.ask(portal.client);
     EXPECT_EQ(desktop.scheme(), ColorScheme::Light);
     QSignalSpy changes(&desktop, &DesktopColorScheme::changed);
     ASSERT_TRUE(changes.wait());
@@ -69,7 +70,8 @@ TEST(DesktopColorScheme, followsThePortal)
 
 TEST(DesktopColorScheme, fallsBackWhereNobodyAnswers)
 {
-    PortalColorScheme desktop(ColorScheme::Dark, QDBusConnection(u"not connected"_s));
+    PortalColorScheme desktop(ColorScheme::Dark);
+    desktop.ask(QDBusConnection(u"not connected"_s));
     QTest::qWait(20);
     EXPECT_EQ(desktop.scheme(), ColorScheme::Dark);
     EXPECT_EQ(schemeOf(QPalette(QColor(240, 240, 240))), ColorScheme::Light);

@@ -143,9 +143,14 @@ void TagField::setChoices(const QStringList& tags)
 
 QSize TagField::sizeHint() const
 {
-    const int words = qMax(fontMetrics().horizontalAdvance(placeholderText()),
-                           fontMetrics().horizontalAdvance(text()));
-    return {words + 2 * padding + 4, TagChip::chipHeight};
+    // A layout asks dozens of times.
+    if (m_hintFont != font() || m_hintText != text()) {
+        m_hintFont = font();
+        m_hintText = text();
+        m_wordsWidth = qMax(fontMetrics().horizontalAdvance(placeholderText()),
+                            fontMetrics().horizontalAdvance(text()));
+    }
+    return {m_wordsWidth + 2 * padding + 4, TagChip::chipHeight};
 }
 
 void TagField::commit()

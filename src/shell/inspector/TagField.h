@@ -5,6 +5,8 @@
 
 #include <QLineEdit>
 
+#include <optional>
+
 class QStringListModel;
 
 namespace orvane {
@@ -36,6 +38,10 @@ private:
 
     Look& m_look;
     QStringListModel* m_choices;
+    /// What the width of the words was measured for.
+    mutable std::optional<QFont> m_hintFont;
+    mutable QString m_hintText;
+    mutable int m_wordsWidth = 0;
 };
 
 } // namespace orvane

@@ -79,7 +79,9 @@ void ThreePaneSplitView::setPane(Pane pane, QWidget* content)
     clip->content = content;
     if (content) {
         content->setParent(clip);
-        content->show();
+        // In a window that is not shown yet it is laid out once, when that is.
+        if (isVisible())
+            content->show();
         if (pane == Pane::Binder)
             setTabOrder(lastInTabOrder(clip), divider(SidePane::Binder));
         else if (pane == Pane::Editor)

@@ -75,7 +75,7 @@ void ProjectSwitcher::paintEvent(QPaintEvent*)
     painter.setPen(ink);
     painter.setFont(font());
     painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                     fontMetrics().elidedText(m_title, Qt::ElideRight, room.width()));
+                     fitted(m_title, font(), room.width()));
 }
 
 FinderButton::FinderButton(Look& look, QWidget* parent)
@@ -130,7 +130,7 @@ void FinderButton::paintEvent(QPaintEvent*)
     }
     painter.setFont(font());
     painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                     fontMetrics().elidedText(text(), Qt::ElideRight, room.width()));
+                     fitted(text(), font(), room.width()));
     if (showsRing(*this))
         drawFocusRing(painter, rect(), 6, palette().color(QPalette::LinkVisited));
 }
