@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 // The program as a person starts it, over the home folder that is its argument.
 #include "FirstFrame.h"
+#include "appearance/FontsAhead.h"
 #include "core/SessionKeys.h"
 #include "shell/MainWindow.h"
 #include "shell/OrvaneWorkspaceApp.h"
@@ -10,7 +11,9 @@ using namespace orvane;
 
 int main(int argc, char** argv)
 {
+    auto fontSettings = readFontSettings();
     QApplication application(argc, argv);
+    const auto fonts = findFonts(std::move(fontSettings));
     const bench::FirstFrame firstFrame;
     const QString home = QString::fromLocal8Bit(argv[1]);
     SingleInstance instance(home);

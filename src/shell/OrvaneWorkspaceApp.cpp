@@ -16,7 +16,6 @@
 #include "shell/shortcuts/ShortcutCenter.h"
 
 #include <QApplication>
-#include <QFontDatabase>
 #include <QIcon>
 
 namespace orvane {
@@ -44,9 +43,7 @@ constexpr std::chrono::milliseconds lateDelay{300};
 
 OrvaneWorkspaceApp::OrvaneWorkspaceApp(const UserFolders& folders,
                                        std::unique_ptr<SystemTrash> trash)
-    // Finding the machine's fonts takes as long as opening a project, and needs none of it.
-    : m_fontsFound([] { static_cast<void>(QFontDatabase::families()); })
-    , m_look({})
+    : m_look({})
     , m_defaults(folders.configuration + "/settings.json"_L1)
     , m_beeper(std::make_unique<DesktopBeeper>())
     , m_trash(trash ? std::move(trash) : std::make_unique<DesktopTrash>())

@@ -9,7 +9,6 @@
 #include <QTimer>
 
 #include <memory>
-#include <thread>
 
 namespace orvane {
 
@@ -59,7 +58,6 @@ signals:
 private:
     [[nodiscard]] AppUndoRedoRouter undoRouter();
 
-    std::jthread m_fontsFound;
     Look m_look;
     UserDefaults m_defaults;
     NotificationCenter m_notifications;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "appearance/FontsAhead.h"
 #include "shell/CommandLine.h"
 #include "shell/OrvaneWorkspaceApp.h"
 #include "shell/Tour.h"
@@ -92,8 +93,10 @@ int main(int argc, char** argv)
     const auto* tour = std::get_if<RunTour>(&*commandLine);
     if (tour)
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    auto fontSettings = readFontSettings();
     const OpenRequest request = requestOf(*commandLine);
     QApplication application(argc, argv);
+    const auto fonts = findFonts(std::move(fontSettings));
     name(application);
     if (tour)
         return runTour(tour->folder);
