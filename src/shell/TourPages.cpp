@@ -81,6 +81,8 @@ void tourPages(OrvaneWorkspaceApp& app, const TourHand& hand,
     QScrollBar& bar = *pane.textView().verticalScrollBar();
     bar.setValue(bar.maximum());
     picture(u"page-view-end-light"_s);
+    app.themes().applyTheme(googleWorkspaceBundle().id, AppearanceThemeMode::Light);
+    picture(u"page-view-google"_s);
     wear(AppearanceThemeMode::Dark);
     picture(u"page-view-end"_s);
     hand.press(Qt::Key_R, Qt::ControlModifier | Qt::ShiftModifier);
