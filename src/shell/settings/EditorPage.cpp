@@ -157,7 +157,7 @@ void addWritingRows(SettingsPage* page)
                         "selected. Not in Markdown.")});
     page->addSwitch(smartPasteSetting,
                     {tr("Fit pasted text to the note"),
-                     tr("Text from elsewhere takes the font, size and color of the place. Bold, "
+                     tr("Text from elsewhere takes the font, size and colour of the place. Bold, "
                         "italic and links stay.")});
     page->addSwitch(typewriterModeSetting,
                     {tr("Typewriter mode"),
@@ -181,7 +181,7 @@ void addFocusRows(SettingsPage* page)
     percent.scale = 100;
     SettingRow* ink = page->addNumber(
         focusModeDimOpacitySetting,
-        {tr("Strength of the rest"), tr("How much of their color dimmed words keep.")}, percent);
+        {tr("Strength of the rest"), tr("How much of their colour dimmed words keep.")}, percent);
     for (SettingRow* row : {granularity, ink})
         page->enableWith(row, focusModeSetting);
 }
