@@ -26,6 +26,8 @@ find_program(ORVANE_MOLD mold)
 if(ORVANE_MOLD)
     add_link_options(-fuse-ld=mold)
 endif()
+# What a program doesn't use is not loaded when it starts.
+add_link_options(-Wl,--as-needed)
 
 add_compile_options(-Wall -Wextra -Wnon-virtual-dtor -Woverloaded-virtual -Wsuggest-override
                     -Wimplicit-fallthrough -fno-omit-frame-pointer)

@@ -16,13 +16,15 @@ namespace {
 
 constexpr qsizetype uuidLength = 36;
 
-int hexDigit(char c)
-{
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    const char lower = char(c | 0x20);
-    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
-}
+constexpr std::array<qint8, 256> hexDigits = [] {
+    std::array<qint8, 256> digits{};
+    digits.fill(-1);
+    for (int i = 0; i < 10; ++i)
+        digits['0' + i] = qint8(i);
+    for (int i = 0; i < 6; ++i)
+        digits['a' + i] = digits['A' + i] = qint8(10 + i);
+    return digits;
+}();
 
 // The common form, a list of texts without escapes; nothing for any other.
 std::optional<QStringList> plainTexts(QByteArrayView json)
@@ -99,8 +101,8 @@ std::optional<QUuid> uuidFromStore(QByteArrayView text)
     for (uchar& byte : bytes) {
         if (at == 8 || at == 13 || at == 18 || at == 23)
             wrong |= int(text[at++] != '-');
-        const int high = hexDigit(text[at]);
-        const int low = hexDigit(text[at + 1]);
+        const int high = hexDigits[uchar(text[at])];
+        const int low = hexDigits[uchar(text[at + 1])];
         wrong |= int((high | low) < 0);
         byte = uchar((high & 15) << 4 | (low & 15));
         at += 2;

@@ -2,10 +2,13 @@
 #include "shell/desktop/SingleInstance.h"
 
 #include <QElapsedTimer>
-#include <QLocalServer>
-#include <QLocalSocket>
+#include <QFile>
+#include <QSocketNotifier>
 #include <QThread>
 #include <QtEndian>
+
+#include <cerrno>
+#include <functional>
 
 namespace orvane {
 
@@ -26,6 +29,48 @@ QByteArray framed(const QByteArray& message)
     return length + message;
 }
 
+/// What a further start sends, as it comes in. Goes when it is through, or is no message of ours.
+class IncomingRequest final : public QObject {
+public:
+    using Taken = std::function<void(const OpenRequest&)>;
+
+    IncomingRequest(LocalSocket socket, Taken tell, QObject* parent)
+        : QObject(parent)
+        , m_socket(std::move(socket))
+        , m_tell(std::move(tell))
+        , m_notifier(m_socket.descriptor(), QSocketNotifier::Read)
+    {
+        connect(&m_notifier, &QSocketNotifier::activated, this, &IncomingRequest::read);
+    }
+
+private:
+    void read()
+    {
+        const LocalSocket::Read got = m_socket.read(m_bytes);
+        if (got == LocalSocket::Read::Nothing)
+            return;
+        const bool knowsLength = m_bytes.size() >= lengthSize;
+        const qsizetype length =
+            knowsLength ? qsizetype(qFromBigEndian<quint32>(m_bytes.constData())) : 0;
+        const bool isWhole = knowsLength && m_bytes.size() >= lengthSize + length;
+        if (got == LocalSocket::Read::Some && !isWhole && length <= longestOpenRequest)
+            return;
+        m_notifier.setEnabled(false);
+        deleteLater();
+        const auto request =
+            isWhole ? decodedOpenRequest(m_bytes.sliced(lengthSize, length)) : std::nullopt;
+        if (!request)
+            return;
+        m_socket.write(QByteArrayView(&taken, 1));
+        m_tell(*request);
+    }
+
+    LocalSocket m_socket;
+    Taken m_tell;
+    QSocketNotifier m_notifier;
+    QByteArray m_bytes;
+};
+
 } // namespace
 
 SingleInstance::SingleInstance(const QString& folder, QObject* parent)
@@ -36,7 +81,11 @@ SingleInstance::SingleInstance(const QString& folder, QObject* parent)
     m_lock.setStaleLockTime(0); // held as long as the program runs; a dead owner's lock is broken
 }
 
-SingleInstance::~SingleInstance() = default;
+SingleInstance::~SingleInstance()
+{
+    if (m_listening.isOpen())
+        QFile::remove(m_socketPath);
+}
 
 SingleInstance::Role SingleInstance::claim(const OpenRequest& request,
                                            std::chrono::milliseconds patience)
@@ -45,8 +94,10 @@ SingleInstance::Role SingleInstance::claim(const OpenRequest& request,
     timer.start();
     do {
         // Both again and again: the first may be about to end, or not listen yet.
-        if (m_lock.tryLock(0))
-            return listen() ? Role::First : Role::NotAnswering;
+        if (m_lock.tryLock(0)) {
+            listen();
+            return Role::First;
+        }
         // A folder that takes no lock must not keep anybody from writing.
         if (m_lock.error() != QLockFile::LockFailedError) {
             qWarning("Further starts can't be noticed: no lock can be held on %ls",
@@ -61,61 +112,32 @@ SingleInstance::Role SingleInstance::claim(const OpenRequest& request,
     return Role::NotAnswering;
 }
 
-bool SingleInstance::listen()
+void SingleInstance::listen()
 {
-    m_server = new QLocalServer(this);
-    m_server->setSocketOptions(QLocalServer::UserAccessOption);
-    connect(m_server, &QLocalServer::newConnection, this, &SingleInstance::takeConnection);
-    QLocalServer::removeServer(m_socketPath);
-    if (!m_server->listen(m_socketPath))
+    m_listening = LocalSocket::listeningAt(m_socketPath);
+    if (!m_listening.isOpen()) {
         qWarning("No further start can be told what to open: %ls",
-                 qUtf16Printable(m_server->errorString()));
-    return true;
+                 qUtf16Printable(qt_error_string(errno)));
+        return;
+    }
+    auto* incoming = new QSocketNotifier(m_listening.descriptor(), QSocketNotifier::Read, this);
+    connect(incoming, &QSocketNotifier::activated, this, &SingleInstance::takeConnections);
 }
 
 bool SingleInstance::handOver(const OpenRequest& request, std::chrono::milliseconds patience)
 {
-    QLocalSocket socket;
-    socket.connectToServer(m_socketPath);
-    const int wait = int(patience.count());
-    if (!socket.waitForConnected(wait))
-        return false;
-    socket.write(framed(encoded(request)));
-    char answer = 0;
-    return socket.waitForReadyRead(wait) && socket.getChar(&answer) && answer == taken;
+    const LocalSocket socket = LocalSocket::connectedTo(m_socketPath, patience);
+    QByteArray answer;
+    return socket.isOpen() && socket.write(framed(encoded(request))) &&
+           socket.read(answer) == LocalSocket::Read::Some && answer.front() == taken;
 }
 
-void SingleInstance::takeConnection()
+void SingleInstance::takeConnections()
 {
-    while (QLocalSocket* socket = m_server->nextPendingConnection()) {
-        socket->setReadBufferSize(longestOpenRequest + lengthSize);
-        connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
-        connect(socket, &QLocalSocket::readyRead, this, [this, socket] { read(*socket); });
-        read(*socket);
-    }
-}
-
-void SingleInstance::read(QLocalSocket& socket)
-{
-    if (socket.bytesAvailable() < lengthSize)
-        return;
-    const QByteArray head = socket.peek(lengthSize);
-    const auto length = qsizetype(qFromBigEndian<quint32>(head.constData()));
-    if (length > longestOpenRequest) {
-        socket.abort();
-        return;
-    }
-    if (socket.bytesAvailable() < lengthSize + length)
-        return;
-    const auto request = decodedOpenRequest(socket.read(lengthSize + length).sliced(lengthSize));
-    if (!request) {
-        socket.abort();
-        return;
-    }
-    socket.putChar(taken);
-    socket.flush();
-    socket.disconnectFromServer();
-    emit requested(*request);
+    for (LocalSocket socket = m_listening.accept(); socket.isOpen(); socket = m_listening.accept())
+        new IncomingRequest(
+            std::move(socket), [this](const OpenRequest& request) { emit requested(request); },
+            this);
 }
 
 } // namespace orvane

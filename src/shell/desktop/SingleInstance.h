@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "shell/desktop/LocalSocket.h"
 #include "shell/desktop/OpenRequest.h"
 
 #include <QLockFile>
 #include <QObject>
 
 #include <chrono>
-
-class QLocalServer;
-class QLocalSocket;
 
 namespace orvane {
 
@@ -38,14 +36,13 @@ signals:
     void requested(const orvane::OpenRequest& request);
 
 private:
-    [[nodiscard]] bool listen();
+    void listen();
     [[nodiscard]] bool handOver(const OpenRequest& request, std::chrono::milliseconds patience);
-    void takeConnection();
-    void read(QLocalSocket& socket);
+    void takeConnections();
 
     QString m_socketPath;
     QLockFile m_lock;
-    QLocalServer* m_server = nullptr;
+    LocalSocket m_listening;
 };
 
 } // namespace orvane
