@@ -528,11 +528,11 @@ void AppState::loadNotebookSnapshot(NotebookSnapshot snapshot, bool restoreLastN
     m_tags.rebuild(m_folders, m_notes);
     m_activeTagFilter.clear();
     const QUuid projectID = projectRootContainerID().value_or(QUuid());
-    const BinderLayoutSnapshot layout =
-        snapshot.binderLayout ? *std::move(snapshot.binderLayout)
-                              : BinderDisplayOrdering::defaultLayout(m_folders, m_notes, projectID);
-    m_order = BinderDisplayOrdering::reconciled(BinderDisplayOrdering::orderOf(layout), m_folders,
-                                                m_notes, projectID);
+    namespace Ordering = BinderDisplayOrdering;
+    m_order = snapshot.binderLayout
+                  ? Ordering::reconciled(Ordering::orderOf(*snapshot.binderLayout), m_folders,
+                                         m_notes, projectID)
+                  : Ordering::orderOf(Ordering::defaultLayout(m_folders, m_notes, projectID));
     emit notebookReset();
     emit historyFlagsChanged();
     if (workspaceState)
