@@ -220,6 +220,7 @@ void EditorView::setLeastShareBelow(qreal share)
 {
     m_leastShareBelow = share;
     m_scroller->settle();
+    viewport()->update();
 }
 
 qreal EditorView::roomBelow() const

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "appearance/ThemeDrawing.h"
 #include "core/EditorFormatNotifications.h"
+#include "editor/writing/FocusMode.h"
 #include "shell/commands/AppMenus.h"
 #include "shell/commands/CommandIcons.h"
 #include "support/TestServices.h"
@@ -143,6 +144,31 @@ TEST_F(CommandsTest, ChoosingAnItemPostsItOnce)
     m_context.mayWrite = false;
     m_commands.run(commandWithId(u"heading1"_s));
     EXPECT_EQ(m_posted.size(), 1) << "what would not act is not posted";
+}
+
+TEST_F(CommandsTest, WhatIsOnCarriesAMark)
+{
+    const Services services = m_test.services();
+    m_commands.setDirect(DirectCommand::ToggleFocusMode, [&] { toggleFocusMode(services); });
+    m_commands.setDirect(DirectCommand::FocusParagraph, [&] { setFocusParagraph(services); });
+    m_commands.setDirect(DirectCommand::FocusSentence, [&] { setFocusSentence(services); });
+    const std::unique_ptr<QMenu> menu(makeCommandMenu(CommandMenu::View, m_commands, nullptr));
+    const auto marks = [&] {
+        open(*menu);
+        QStringList marked;
+        for (const QAction* action : menu->actions().front()->menu()->actions()) {
+            EXPECT_TRUE(action->isCheckable());
+            if (action->isChecked())
+                marked.append(action->objectName());
+        }
+        return marked;
+    };
+    EXPECT_EQ(marks(), QStringList{u"setFocusParagraph"_s});
+    m_commands.run(commandWithId(u"toggleFocusMode"_s));
+    m_commands.run(commandWithId(u"setFocusSentence"_s));
+    EXPECT_EQ(marks(), QStringList({u"toggleFocusMode"_s, u"setFocusSentence"_s}));
+    m_context.showsProject = false;
+    EXPECT_FALSE(m_commands.wouldAct(commandWithId(u"toggleFocusMode"_s)));
 }
 
 TEST_F(CommandsTest, ChartsCarryTheirKind)

@@ -33,8 +33,7 @@ QRectF PageSurface::sheet() const
     const qreal zoom = m_view.zoom();
     const QPointF origin = m_view.textOrigin();
     const qreal left = std::round(origin.x() - m_fit.leftMargin * zoom);
-    const qreal end =
-        origin.y() + (m_view.layout().height() + m_view.textGeometry().bottomPadding) * zoom;
+    const qreal end = origin.y() + (m_view.layout().height() + m_view.roomBelow()) * zoom;
     const qreal bottom = std::max(end, qreal(m_view.viewport()->height())) - deskAbovePage;
     constexpr qreal above = 4 * sheetShadowReach; // its upper edge is not in this view
     return {QPointF(left, -above),

@@ -121,8 +121,8 @@ void AutoBracketing::surround(QChar open, QChar close)
         editor.setSelection({before.anchor + 1, before.position + 1});
         editor.setTypingStyle(style);
     };
-    text.performUndoableDocumentEdit(QCoreApplication::translate("EditGateway", "Typing"), surround,
-                                     EditEffect::changesText);
+    text.performUndoableDocumentEdit(QCoreApplication::translate("orvane::EditGateway", "Typing"),
+                                     surround, EditEffect::changesText);
 }
 
 } // namespace orvane

@@ -14,6 +14,23 @@ namespace {
 /// No sentence is longer, to either side of the caret.
 constexpr qsizetype longestHalf = 4000;
 
+/// Whether the point before the blanks before `boundary` is that of a title or an initial, "Dr." or
+/// "J.", which ends no sentence though a capital follows.
+bool isAbbreviated(QStringView text, qsizetype boundary)
+{
+    static const QStringList titles{u"Mr"_s, u"Mrs"_s, u"Ms"_s,  u"Dr"_s,  u"Prof"_s,
+                                    u"St"_s, u"Rev"_s, u"Mme"_s, u"Mlle"_s};
+    const QStringView before = text.left(boundary).trimmed();
+    if (!before.endsWith(u'.'))
+        return false;
+    qsizetype start = before.size() - 1;
+    while (start > 0 && before[start - 1].isLetter())
+        --start;
+    const QStringView word = before.mid(start).chopped(1);
+    const bool isInitial = word.size() == 1 && word[0].isUpper() && word != u"I";
+    return isInitial || titles.contains(word);
+}
+
 TextRange focusedAt(const TextStore& store, qsizetype position, FocusGranularity granularity)
 {
     const TextRange paragraph = store.paragraphRange(position);
@@ -45,9 +62,13 @@ TextRange sentenceAt(const QString& text, qsizetype position)
     QTextBoundaryFinder finder(QTextBoundaryFinder::Sentence, text);
     finder.setPosition(std::min(position, text.size() - 1));
     qsizetype start = finder.isAtBoundary() ? finder.position() : finder.toPreviousBoundary();
+    while (start > 0 && isAbbreviated(text, start))
+        start = finder.toPreviousBoundary();
     start = std::max<qsizetype>(start, 0);
-    finder.setPosition(start);
-    const qsizetype end = finder.toNextBoundary();
+    finder.setPosition(std::min(position, text.size() - 1));
+    qsizetype end = finder.toNextBoundary();
+    while (end > 0 && end < text.size() && isAbbreviated(text, end))
+        end = finder.toNextBoundary();
     return TextRange::between(start, end < 0 ? text.size() : end);
 }
 

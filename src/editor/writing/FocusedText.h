@@ -20,7 +20,7 @@ enum class FocusGranularity { paragraph, sentence };
 [[nodiscard]] FocusGranularity focusGranularityNamed(const QString& name);
 
 /// The sentence of `text` that holds `position`, with the blanks behind it; at the very end the
-/// last one. Sentences end as Unicode says (UAX #29).
+/// last one. Sentences end as Unicode says (UAX #29), but not with a title or an initial.
 [[nodiscard]] TextRange sentenceAt(const QString& text, qsizetype position);
 
 /// The paragraph or sentence that is written in; with a selection, from that of its start to that

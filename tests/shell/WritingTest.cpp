@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "shell/LinkSheet.h"
-
 #include "ShellFixture.h"
 #include "core/InternalNoteLink.h"
 #include "editor/EditorPaneView.h"
 #include "editor/EditorView.h"
+#include "shell/LinkSheet.h"
 #include "text/TextStore.h"
 
 #include <QClipboard>
@@ -18,10 +17,10 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-/// The link sheet over a rich note, by keys.
-class LinkSheetTest : public ShellTest {
+/// What is done with the selection of a rich note, by keys.
+class WritingTest : public ShellTest {
 protected:
-    LinkSheetTest()
+    WritingTest()
     {
         QGuiApplication::clipboard()->clear();
         dismissWelcome();
@@ -43,7 +42,7 @@ protected:
     QUuid note;
 };
 
-TEST_F(LinkSheetTest, MakesChangesAndTakesALink)
+TEST_F(WritingTest, MakesChangesAndTakesALink)
 {
     m_hand->press(Qt::Key_End, Qt::ControlModifier);
     m_hand->press(Qt::Key_Left, Qt::ControlModifier | Qt::ShiftModifier);
@@ -85,7 +84,7 @@ TEST_F(LinkSheetTest, MakesChangesAndTakesALink)
     EXPECT_EQ(linkAt(5), u"https://example.org/tides"_s);
 }
 
-TEST_F(LinkSheetTest, OffersTheAddressOnTheClipboardAndLeavesPlainNotesAlone)
+TEST_F(WritingTest, OffersTheAddressOnTheClipboardAndLeavesPlainNotesAlone)
 {
     QGuiApplication::clipboard()->setText(u"https://example.org/gauge"_s);
     m_hand->press(Qt::Key_End, Qt::ControlModifier);
@@ -102,7 +101,7 @@ TEST_F(LinkSheetTest, OffersTheAddressOnTheClipboardAndLeavesPlainNotesAlone)
     EXPECT_EQ(asked, u"Rich Text Required"_s);
 }
 
-TEST_F(LinkSheetTest, TheSelectionBecomesANote)
+TEST_F(WritingTest, TheSelectionBecomesANote)
 {
     m_hand->press(Qt::Key_A, Qt::ControlModifier);
     session().gateway().performUndoableDocumentEdit(u"Bold"_s, [](DocumentEditor& editor) {
