@@ -34,7 +34,8 @@ void FindMatches::update(const TextChange& change, qsizetype length, const ReadT
     // Looks anew from before the change up to a place that neither the matches found now nor those
     // of before cross: from there on both are the same.
     QList<TextRange> found;
-    qsizetype from = std::max(first == 0 ? 0 : m_ranges.at(first - 1).end(), change.location - reach);
+    qsizetype from =
+        std::max(first == 0 ? 0 : m_ranges.at(first - 1).end(), change.location - reach);
     qsizetype common = change.location + change.lengthAfter;
     for (;;) {
         const qsizetype end = std::min(length, common + reach + 1);
