@@ -105,9 +105,9 @@ inline constexpr Notification<ParagraphMetrics> setParagraphMetrics{
 inline constexpr Notification<ColorChoice> setParagraphBackgroundColor{
     "OrvaneWorkspace.EditorFormat.SetParagraphBackgroundColor"};
 inline constexpr Notification<FontChoice> setFont{"OrvaneWorkspace.EditorFormat.SetFont"};
-inline constexpr Notification<ColorChoice> foregroundColor{
+inline constexpr Notification<ColorChoice> foregroundNSColor{
     "OrvaneWorkspace.EditorFormat.ForegroundNSColor"};
-inline constexpr Notification<ColorChoice> highlightColor{
+inline constexpr Notification<ColorChoice> highlightNSColor{
     "OrvaneWorkspace.EditorFormat.HighlightNSColor"};
 
 } // namespace orvane::EditorFormatNotifications

@@ -76,13 +76,13 @@ void formatNote(const TourStop& stop)
     stop.expect(view.store().characterStyle(view.selection().range().location)->font->isBold(),
                 u"Ctrl+B makes the selection bold"_s);
     select(stop, u"a single line, ruled twice"_s);
-    stop.notifications.post(Format::highlightColor, {RgbaColor{1, 0.87, 0.2}, {}});
+    stop.notifications.post(Format::highlightNSColor, {RgbaColor{1, 0.87, 0.2}, {}});
     select(stop, u"The posts stood dry"_s);
     stop.notifications.post(AppCommandEvents::applyHeading3, CommandTarget{});
     select(stop, u"witness"_s);
     press(stop, u"Underline"_s);
     select(stop, u"by lamp"_s);
-    stop.notifications.post(Format::foregroundColor, {RgbaColor{0.9, 0.28, 0.3}, {}});
+    stop.notifications.post(Format::foregroundNSColor, {RgbaColor{0.9, 0.28, 0.3}, {}});
     press(stop, u"Italic"_s);
     select(stop, u"She copied"_s);
     press(stop, u"Bullet List"_s);

@@ -107,9 +107,9 @@ void CommandWalkTest::fillSteps()
     posts(Format::setListStyle, ListStyleChoice{u"upperRoman"_s, {}});
     posts(Format::setCustomBullet, CustomBulletChoice{u"\u2726"_s, RgbaColor{1, 0, 0, 1}, {}});
     posts(Format::setFont, FontChoice{{}, 21.0, {}});
-    posts(Format::foregroundColor, ColorChoice{RgbaColor{0.2, 0.4, 0.6, 1}, {}});
-    posts(Format::highlightColor, ColorChoice{RgbaColor{0.9, 0.9, 0.1, 0.3}, {}});
-    posts(Format::highlightColor);
+    posts(Format::foregroundNSColor, ColorChoice{RgbaColor{0.2, 0.4, 0.6, 1}, {}});
+    posts(Format::highlightNSColor, ColorChoice{RgbaColor{0.9, 0.9, 0.1, 0.3}, {}});
+    posts(Format::highlightNSColor);
     posts(Format::setParagraphBackgroundColor, ColorChoice{RgbaColor{0, 0.5, 0, 0.2}, {}});
     ParagraphMetrics metrics;
     metrics.lineSpacing = 4;

@@ -136,14 +136,14 @@ TEST_F(FormatCommands, ACaretFormatsWhatIsTypedNext)
 {
     pane.select(4, 4);
     post(Format::bold);
-    post(Format::foregroundColor, {RgbaColor{1, 0, 0}, {}});
+    post(Format::foregroundNSColor, {RgbaColor{1, 0, 0}, {}});
     gateway().type(u" K"_s);
     EXPECT_EQ(pane.text().left(6), u"Mara K"_s);
     EXPECT_TRUE(pane.at(5).font->isBold());
     EXPECT_EQ(pane.at(5).foreground, (RgbaColor{1, 0, 0}));
     EXPECT_FALSE(pane.at(3).font->isBold());
     post(Format::bold);
-    post(Format::foregroundColor);
+    post(Format::foregroundNSColor);
     gateway().type(u"r"_s);
     EXPECT_FALSE(pane.at(6).font->isBold());
     EXPECT_FALSE(pane.at(6).foreground);
@@ -171,10 +171,10 @@ TEST_F(FormatCommands, AHighlightIsMadeFitAndTakenAway)
 {
     editorHighlightStrengthSetting.write(services.defaults, u"Subtle"_s);
     pane.select(0, 4);
-    post(Format::highlightColor, {RgbaColor{1, 1, 0}, {}});
+    post(Format::highlightNSColor, {RgbaColor{1, 1, 0}, {}});
     ASSERT_TRUE(pane.at(0).background);
     EXPECT_NEAR(pane.at(0).background->alpha, 0.24, 1e-9);
-    post(Format::highlightColor);
+    post(Format::highlightNSColor);
     EXPECT_FALSE(pane.at(0).background);
 }
 
@@ -331,7 +331,7 @@ TEST_F(FormatCommands, WhatIsUnderTheSelectionIsPublished)
     Published published(services.notifications);
     pane.select(0, 4);
     post(Format::bold);
-    post(Format::foregroundColor, {RgbaColor{0, 0.5, 1}, {}});
+    post(Format::foregroundNSColor, {RgbaColor{0, 0.5, 1}, {}});
     pane.select(2, 20);
     const auto changes = published.take();
     ASSERT_EQ(changes.size(), 1) << "once for all";

@@ -205,7 +205,7 @@ void FormattingBar::openTextColors(QWidget& anchor)
             palette.current = int(palette.shown.size());
         palette.shown.append(each.color);
     }
-    openPalette(anchor, palette, m_snapshot.foregroundColor, Format::foregroundColor);
+    openPalette(anchor, palette, m_snapshot.foregroundColor, Format::foregroundNSColor);
 }
 
 /// Colours for what stands behind text, each as it looks on the page.
@@ -228,7 +228,7 @@ ColorPopup::Palette FormattingBar::translucentPalette(const QString& name,
 void FormattingBar::openHighlights(QWidget& anchor)
 {
     openPalette(anchor, translucentPalette(tr("Highlight"), m_snapshot.highlightColor),
-                m_snapshot.highlightColor, Format::highlightColor);
+                m_snapshot.highlightColor, Format::highlightNSColor);
 }
 
 void FormattingBar::openParagraphBackgrounds(QWidget& anchor)

@@ -43,10 +43,10 @@ void FormattingTools::observeCharacterCommands()
     m_commands.observe(Format::setFont, rich, [this](const FontChoice& choice) {
         m_editing.applyRequestedFont(choice.fontName, choice.fontSize);
     });
-    m_commands.observe(Format::foregroundColor, rich, [this](const ColorChoice& choice) {
+    m_commands.observe(Format::foregroundNSColor, rich, [this](const ColorChoice& choice) {
         m_editing.applyForeground(choice.color);
     });
-    m_commands.observe(Format::highlightColor, rich, [this](const ColorChoice& choice) {
+    m_commands.observe(Format::highlightNSColor, rich, [this](const ColorChoice& choice) {
         m_editing.applyHighlight(choice.color);
     });
 }
