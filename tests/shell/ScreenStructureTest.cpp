@@ -4,8 +4,10 @@
 #include "ShellFixture.h"
 #include "appearance/AppearanceTokens.h"
 #include "appearance/themes/BundledThemes.h"
+#include "core/ProjectLock.h"
 #include "editor/EditorPaneView.h"
 #include "shell/ElidedLabel.h"
+#include "shell/ProjectsBrowserView.h"
 #include "shell/settings/SettingsWindow.h"
 
 #include <QAbstractSpinBox>
@@ -14,6 +16,7 @@
 #include <QLineEdit>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTimer>
 
 namespace orvane {
 namespace {
@@ -250,6 +253,35 @@ TEST_F(ScreenStructureTest, EveryPageOfTheSettingsInEveryBuiltInLook)
             }
         });
     }
+}
+
+TEST_F(ScreenStructureTest, AStartWhoseProjectIsOpenElsewhereSaysSoOverTheBrowser)
+{
+    dismissWelcome();
+    start();
+    ASSERT_TRUE(state().createProject(u"Tidewater"_s, {}).has_value());
+    defaults().set(u"settings.general.launchDestination"_s, u"lastNote"_s);
+    const QString folder = state().persistenceController()->storageDirectory();
+    quit();
+    const auto lock = ProjectLock::take(folder, {});
+    ASSERT_TRUE(lock);
+    m_app = std::make_unique<OrvaneWorkspaceApp>(UserFolders::below(m_home.path()));
+    m_app->start();
+    QStringList said;
+    QTimer answer;
+    answer.callOnTimeout([&] {
+        Sheet* sheet = window().sheets().topSheet();
+        if (!sheet)
+            return;
+        for (const auto* label : sheet->findChildren<QLabel*>())
+            said.append(label->text());
+        sheet->dismiss();
+    });
+    answer.start(20);
+    TourHand::waitFor([&] { return !said.isEmpty(); }, std::chrono::seconds(5));
+    EXPECT_TRUE(said.contains(u"Project Is Open Elsewhere"_s)) << qPrintable(said.join(u'|'));
+    EXPECT_EQ(state().rootPresentationMode(), RootPresentationMode::Projects);
+    EXPECT_TRUE(window().findChild<ProjectsBrowserView*>()->isVisible());
 }
 
 TEST_F(ScreenStructureTest, TheFirstFrameIsComplete)
