@@ -202,6 +202,33 @@ TEST_F(FormatCommands, ARoleIsASizeAndAWeight)
     EXPECT_EQ(*pane.at(end).font, (TextFont{u"Inter"_s, 40, 700})) << "an empty paragraph, too";
 }
 
+TEST_F(FormatCommands, ReturnEndsAHeadingWhereItsTextEnds)
+{
+    struct Row {
+        const char* name;
+        qsizetype caret;
+        double size; // of what is typed after Return
+    };
+    const Row rows[] = {
+        {"at the end", 11, 16},
+        {"before its text", 0, 32},
+        {"within its text", 4, 32},
+        {"in a body paragraph", 27, 16},
+    };
+    pane.select(0, 0);
+    post(AppCommandEvents::applyHeading1);
+    const AttributedString before = pane.view->store().attributedText();
+    for (const Row& row : rows) {
+        pane.select(row.caret, row.caret);
+        QTest::keyClick(pane.view, Qt::Key_Return);
+        EXPECT_EQ(typing().font->size, row.size) << row.name;
+        EXPECT_EQ(typing().font->isBold(), row.size > 16) << row.name;
+        EXPECT_EQ(pane.text().size(), before.length() + 1) << row.name;
+        gateway().undo();
+        EXPECT_EQ(pane.view->store().attributedText(), before) << row.name;
+    }
+}
+
 TEST_F(FormatCommands, ParagraphsTakeWhatIsGivenAndKeepTheRest)
 {
     const auto style = [this](qsizetype position) {

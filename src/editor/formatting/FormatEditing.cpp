@@ -5,6 +5,7 @@
 #include "editor/EditorView.h"
 #include "editor/TextEdits.h"
 #include "editor/formatting/EditorHighlightStrength.h"
+#include "text/CellRules.h"
 #include "text/ParagraphLayout.h"
 #include "text/TextStore.h"
 
@@ -234,17 +235,56 @@ void FormatEditing::setAlignment(TextAlignment alignment)
     changeParagraphs(tr("Alignment"), [&](ParagraphStyle& style) { style.alignment = alignment; });
 }
 
-void FormatEditing::applyParagraphRole(EditorParagraphStyleRole role)
+FormatEditing::CharacterChange FormatEditing::taking(EditorParagraphStyleRole role) const
 {
     const double size = configuredSize(role, m_defaults);
     const int weight = role == EditorParagraphStyleRole::body ? QFont::Normal : QFont::Bold;
-    const TextRange paragraphs = m_view.store().paragraphsRange(selected());
-    changeCharacters(tr("Paragraph Style"), paragraphs, [&](CharacterStyle& style) {
+    return [this, size, weight](CharacterStyle& style) {
         TextFont font = fontOf(style);
         font.size = size;
         font.weight = weight;
         style.font = font;
-    });
+    };
+}
+
+void FormatEditing::applyParagraphRole(EditorParagraphStyleRole role)
+{
+    const TextRange paragraphs = m_view.store().paragraphsRange(selected());
+    changeCharacters(tr("Paragraph Style"), paragraphs, taking(role));
+}
+
+bool FormatEditing::isAtEndOfHeading() const
+{
+    const TextStore& store = m_view.store();
+    const qsizetype caret = selected().location;
+    if (!selected().isEmpty() || caret == store.paragraphRange(caret).location ||
+        (caret < store.length() && store.characterAt(caret) != u'\n') ||
+        cellRules::isInCell(store, caret))
+        return false;
+    constexpr auto body = EditorParagraphStyleRole::body;
+    const double size = fontOf(*store.characterStyle(caret - 1)).size;
+    return role(size, configuredSize(body, m_defaults), m_defaults) != body;
+}
+
+bool FormatEditing::beginBodyAfterHeading()
+{
+    if (!isAtEndOfHeading())
+        return false;
+    EditGateway& gateway = m_view.gateway();
+    const CharacterChange toBody = taking(EditorParagraphStyleRole::body);
+    const auto edit = [&](DocumentEditor& editor) {
+        if (!gateway.insertParagraph())
+            return;
+        const qsizetype begin = editor.selection().position;
+        if (begin < m_view.store().length())
+            editor.modifyCharacterStyles({begin, 1}, toBody); // as high as an empty body paragraph
+        CharacterStyle typing = *editor.typingStyle();
+        toBody(typing);
+        editor.setTypingStyle(SharedCharacterStyle(typing));
+    };
+    gateway.performUndoableDocumentEdit(tr("Typing"), edit, EditEffect::changesText);
+    m_view.ensureCaretVisible();
+    return true;
 }
 
 void FormatEditing::applyParagraphMetrics(const ParagraphMetrics& metrics)

@@ -39,6 +39,9 @@ public:
     void setAlignment(TextAlignment alignment);
     /// Gives the text the size of the role, bold for headings; family and slant stay.
     void applyParagraphRole(EditorParagraphStyleRole role);
+    /// Return at the end of a heading: the paragraph that it begins is body text. False, and
+    /// nothing done, anywhere else.
+    bool beginBodyAfterHeading();
     void applyParagraphMetrics(const ParagraphMetrics& metrics);
     void applyParagraphBackground(const std::optional<RgbaColor>& color);
 
@@ -49,6 +52,9 @@ private:
     void changeParagraphs(const QString& name, const std::function<void(ParagraphStyle&)>& change);
     /// Whether all of the selection, or what is typed next, is so.
     [[nodiscard]] bool allOf(const std::function<bool(const CharacterStyle&)>& isSo) const;
+    /// What makes a character one of a paragraph of `role`.
+    [[nodiscard]] CharacterChange taking(EditorParagraphStyleRole role) const;
+    [[nodiscard]] bool isAtEndOfHeading() const;
     [[nodiscard]] TextRange selected() const;
     [[nodiscard]] TextFont fontOf(const CharacterStyle& style) const;
 

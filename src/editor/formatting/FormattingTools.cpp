@@ -2,6 +2,7 @@
 #include "editor/formatting/FormattingTools.h"
 
 #include "editor/EditorCommands.h"
+#include "editor/EditorView.h"
 #include "editor/spelling/Spelling.h"
 
 namespace orvane {
@@ -11,7 +12,8 @@ namespace Format = EditorFormatNotifications;
 FormattingTools::FormattingTools(EditorView& view, EditorCommands& commands,
                                  const ListEditing& lists, const Spelling& languages,
                                  const Services& services)
-    : m_commands(commands)
+    : m_view(view)
+    , m_commands(commands)
     , m_languages(languages)
     , m_editing(view, services.defaults)
     , m_snapshots(view, lists, services.defaults, services.notifications)
@@ -19,6 +21,18 @@ FormattingTools::FormattingTools(EditorView& view, EditorCommands& commands,
     observeCharacterCommands();
     observeParagraphCommands();
     observeCaseCommands();
+    view.addExtension(this);
+}
+
+FormattingTools::~FormattingTools()
+{
+    m_view.removeExtension(this);
+}
+
+bool FormattingTools::command(EditorCommand command)
+{
+    return command == EditorCommand::insertNewline && m_view.isEditable() &&
+           m_commands.mode() == EditorMode::richText && m_editing.beginBodyAfterHeading();
 }
 
 void FormattingTools::showText()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "editor/EditorExtension.h"
 #include "editor/formatting/FormatEditing.h"
 #include "editor/formatting/SelectionSnapshots.h"
 #include "platform/Services.h"
@@ -10,13 +11,14 @@ namespace orvane {
 class EditorCommands;
 class Spelling;
 
-/// Formatting in one text view: carries out the commands that are meant for it and publishes what
-/// is under its selection. Main thread.
-class FormattingTools {
+/// Formatting in one text view: carries out the commands that are meant for it, ends a heading with
+/// Return, and publishes what is under the selection. Main thread.
+class FormattingTools : public EditorExtension {
 public:
     /// All outlive it.
     FormattingTools(EditorView& view, EditorCommands& commands, const ListEditing& lists,
                     const Spelling& languages, const Services& services);
+    ~FormattingTools() override;
     Q_DISABLE_COPY_MOVE(FormattingTools)
 
     /// After another text has been put into the view, or the same in another mode.
@@ -24,11 +26,14 @@ public:
     /// After the view got other colours.
     void lookChanged() { m_snapshots.schedule(); }
 
+    bool command(EditorCommand command) override;
+
 private:
     void observeCharacterCommands();
     void observeParagraphCommands();
     void observeCaseCommands();
 
+    EditorView& m_view;
     EditorCommands& m_commands;
     const Spelling& m_languages;
     FormatEditing m_editing;
