@@ -6,6 +6,7 @@
 #include "support/TestServices.h"
 #include "text/OrvaneWorkspaceRTF.h"
 
+#include <QBuffer>
 #include <QClipboard>
 #include <QInputMethodEvent>
 #include <QMenu>
@@ -429,6 +430,18 @@ TEST_F(WritingBehavioursTest, TheContextMenuBeginsWithTheSelection)
     menu.actions().at(0)->trigger();
     EXPECT_EQ(saved.text, u"two"_s);
     EXPECT_EQ(OrvaneWorkspaceRTF::read(saved.rtf)->text(), u"two"_s);
+    QByteArray png;
+    QBuffer buffer(&png);
+    QImage(4, 4, QImage::Format_RGB32).save(&buffer, "PNG");
+    AttributedString pictured(u"see "_s);
+    pictured.append(AttributedString::object(
+        OrvaneNoteImageAttachment::fromImageData(png, QSizeF(40, 30), QUuid::createUuid())));
+    view.gateway().load(pictured, {});
+    view.setSelection({0, 5});
+    menu.actions().at(0)->trigger();
+    EXPECT_EQ(saved.text, u"see  "_s) << "an image is a blank to a reader of plain text";
+    EXPECT_TRUE(OrvaneWorkspaceRTF::read(saved.rtf)->characterStyle(4)->imageAttachment());
+
     show(EditorMode::plainText);
     menu.actions().at(0)->trigger();
     EXPECT_EQ(saved.rtf, QByteArray()) << "plain text has no attributes to save";
