@@ -62,8 +62,6 @@ inline constexpr Setting<double> focusModeDimOpacitySetting{u"settings.editor.fo
 inline constexpr Setting<bool> smartPasteSetting{u"settings.editor.smartPaste.enabled", true};
 inline constexpr Setting<bool> autoBracketingSetting{u"settings.editor.autoBracketing.enabled",
                                                      true};
-inline constexpr Setting<bool> wordCompletionSetting{u"settings.editor.wordCompletionEnabled",
-                                                     true};
 
 /// Whether the editor pane keeps its width.
 inline constexpr Setting<bool> editorWidthLockSetting{u"settings.layout.lock.editor", false};
