@@ -20,6 +20,7 @@ int main(int argc, char** argv)
     if (instance.claim({}) != SingleInstance::Role::First)
         return 1;
     OrvaneWorkspaceApp program(UserFolders::below(home));
+    fonts.wait();
     program.start();
     const int result = QApplication::exec();
     program.finish();

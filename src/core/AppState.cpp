@@ -90,7 +90,8 @@ void AppState::prepareBootstrap()
                         SessionKeys::readUuid(defaults, SessionKeys::lastOpenedProjectID));
     const auto* saved = std::get_if<OpenSavedProject>(&*m_bootstrapDecision);
     if (const OrvaneProjectRecord* found = saved ? project(saved->projectID) : nullptr) {
-        openStoreAhead(ProjectLibraryController::projectDataDirectoryPath(found->rootPath));
+        readProjectAhead(ProjectLibraryController::projectDataDirectoryPath(found->rootPath),
+                         found->id);
         setMode(RootPresentationMode::Editor);
     }
 }
@@ -289,25 +290,34 @@ void AppState::writePendingTouch()
 
 // --- Opening and closing -------------------------------------------------------------------------
 
-void AppState::openStoreAhead(const QString& dataFolder)
+AppState::OpenedProject AppState::readProject(const QString& dataFolder, const QUuid& id,
+                                              const Clock& clock)
+{
+    OpenedProject opened{PersistenceController::open(dataFolder, clock), {}};
+    if (opened.store && !(*opened.store)->persistentStoreRecovery())
+        opened.notebook = notebookOf((*opened.store)->load(), id, clock.now());
+    return opened;
+}
+
+void AppState::readProjectAhead(const QString& dataFolder, const QUuid& id)
 {
     // What waits behind a protection marker is not touched.
     if (PersistentStoreRecovery::read(dataFolder))
         return;
-    const auto open = [dataFolder, &clock = m_services.clock] {
-        return PersistenceController::open(dataFolder, clock);
+    const auto read = [dataFolder, id, &clock = m_services.clock] {
+        return readProject(dataFolder, id, clock);
     };
-    m_openingStore = OpeningStore{dataFolder, std::async(std::launch::async, open)};
+    m_openingProject = OpeningProject{dataFolder, std::async(std::launch::async, read)};
 }
 
-PersistenceController::Opened AppState::openStore(const QString& dataFolder)
+AppState::OpenedProject AppState::takeProject(const QString& dataFolder, const QUuid& id)
 {
-    if (auto ahead = std::exchange(m_openingStore, std::nullopt)) {
+    if (auto ahead = std::exchange(m_openingProject, std::nullopt)) {
         auto opened = ahead->result.get();
         if (ahead->dataFolder == dataFolder)
             return opened;
     }
-    return PersistenceController::open(dataFolder, m_services.clock);
+    return readProject(dataFolder, id, m_services.clock);
 }
 
 void AppState::openProject(const QUuid& id, bool restoreLastNote)
@@ -322,7 +332,7 @@ void AppState::openProject(const QUuid& id, bool restoreLastNote)
 
     if (const auto marker = PersistentStoreRecovery::read(dataFolder))
         return blockProjectOpenAfterRecovery(project, *marker);
-    auto controller = openStore(dataFolder);
+    auto [controller, notebook] = takeProject(dataFolder, id);
     if (!controller) {
         qCInfo(projectBootstrapLog, "project not opened projectID=%ls: %ls",
                qUtf16Printable(uuidText(id)), qUtf16Printable(controller.error().text()));
@@ -344,14 +354,13 @@ void AppState::openProject(const QUuid& id, bool restoreLastNote)
     markProjectAsOpened(id);
     emit currentProjectChanged();
 
-    NotebookSnapshot snapshot = m_controller->load();
     m_workspaceState = ProjectWorkspaceStateStore::load(project.rootPath);
     qCInfo(projectBootstrapLog,
            "openProject projectID=%ls projectName=%ls folders=%lld notes=%lld restoreLastNote=%d",
            qUtf16Printable(uuidText(id)), qUtf16Printable(project.name),
-           qlonglong(snapshot.folders.size()), qlonglong(snapshot.notes.size()),
+           qlonglong(notebook.folders.size()), qlonglong(notebook.notes.size()),
            int(restoreLastNote));
-    loadNotebookSnapshot(std::move(snapshot), restoreLastNote, m_workspaceState);
+    showNotebook(std::move(notebook), restoreLastNote, m_workspaceState);
     setMode(RootPresentationMode::Editor);
 }
 
@@ -514,25 +523,27 @@ void AppState::setSelectedProjectID(const std::optional<QUuid>& id)
 
 // --- The notebook of the open project ------------------------------------------------------------
 
-void AppState::loadNotebookSnapshot(NotebookSnapshot snapshot, bool restoreLastNote,
+void AppState::loadNotebookSnapshot(const NotebookSnapshot& snapshot, bool restoreLastNote,
                                     const std::optional<ProjectWorkspaceState>& workspaceState)
+{
+    const QUuid projectID = projectRootContainerID().value_or(QUuid());
+    showNotebook(notebookOf(snapshot, projectID, m_services.clock.now()), restoreLastNote,
+                 workspaceState);
+}
+
+void AppState::showNotebook(Notebook notebook, bool restoreLastNote,
+                            const std::optional<ProjectWorkspaceState>& workspaceState)
 {
     m_history.clear();
     m_storedTitles.clear();
     m_lastSnapshotTimes.clear();
     m_selectedFolderID.reset();
     m_selectedNoteID.reset();
-    m_folders = RecordTable<FolderRecord>(snapshot.folders);
-    m_notes = RecordTable<NoteRecord>(snapshot.notes);
-    ensureTrashFolderExists();
-    m_tags.rebuild(m_folders, m_notes);
+    m_folders = std::move(notebook.folders);
+    m_notes = std::move(notebook.notes);
+    m_tags = std::move(notebook.tags);
+    m_order = std::move(notebook.order);
     m_activeTagFilter.clear();
-    const QUuid projectID = projectRootContainerID().value_or(QUuid());
-    namespace Ordering = BinderDisplayOrdering;
-    m_order = snapshot.binderLayout
-                  ? Ordering::reconciled(Ordering::orderOf(*snapshot.binderLayout), m_folders,
-                                         m_notes, projectID)
-                  : Ordering::orderOf(Ordering::defaultLayout(m_folders, m_notes, projectID));
     emit notebookReset();
     emit historyFlagsChanged();
     if (workspaceState)
@@ -543,13 +554,7 @@ void AppState::loadNotebookSnapshot(NotebookSnapshot snapshot, bool restoreLastN
 
 void AppState::ensureTrashFolderExists()
 {
-    if (m_folders.contains(FolderRecord::trashFolderID))
-        return;
-    FolderRecord trash;
-    trash.id = FolderRecord::trashFolderID;
-    trash.name = u"Trash"_s;
-    trash.createdAt = m_services.clock.now();
-    m_folders.append(trash);
+    ensureTrashFolder(m_folders, m_services.clock.now());
 }
 
 void AppState::restoreWorkspaceSelectionIfNeeded(const ProjectWorkspaceState& state,

@@ -10,6 +10,7 @@
 #include "core/NoteContent.h"
 #include "core/NoteRecord.h"
 #include "core/NoteVersionHistoryStore.h"
+#include "core/Notebook.h"
 #include "core/PersistenceController.h"
 #include "core/ProjectLibraryController.h"
 #include "core/ProjectOpenProblem.h"
@@ -78,7 +79,7 @@ public:
     std::expected<QUuid, QString> createProject(const QString& name,
                                                 const std::optional<QString>& iconName);
     /// Shows a notebook. Part of opening a project; without an open project nothing of it is saved.
-    void loadNotebookSnapshot(NotebookSnapshot snapshot, bool restoreLastNote,
+    void loadNotebookSnapshot(const NotebookSnapshot& snapshot, bool restoreLastNote,
                               const std::optional<ProjectWorkspaceState>& workspaceState);
     void presentProjectsBrowser();
     /// Back to the editor of the project that is open behind the browser.
@@ -349,13 +350,22 @@ private:
     [[nodiscard]] QString lastNoteKey() const;
     [[nodiscard]] NotebookSnapshot currentSnapshot() const;
 
-    /// A store that another thread opens; going, this waits for it.
-    struct OpeningStore {
-        QString dataFolder;
-        std::future<PersistenceController::Opened> result;
+    /// A project's store, or why there is none, and what it holds unless it was just recovered.
+    struct OpenedProject {
+        PersistenceController::Opened store;
+        Notebook notebook;
     };
-    void openStoreAhead(const QString& dataFolder);
-    [[nodiscard]] PersistenceController::Opened openStore(const QString& dataFolder);
+    /// A project that another thread opens; going, this waits for it.
+    struct OpeningProject {
+        QString dataFolder;
+        std::future<OpenedProject> result;
+    };
+    [[nodiscard]] static OpenedProject readProject(const QString& dataFolder, const QUuid& id,
+                                                   const Clock& clock);
+    void readProjectAhead(const QString& dataFolder, const QUuid& id);
+    [[nodiscard]] OpenedProject takeProject(const QString& dataFolder, const QUuid& id);
+    void showNotebook(Notebook notebook, bool restoreLastNote,
+                      const std::optional<ProjectWorkspaceState>& workspaceState);
 
     Services m_services;
     ProjectLibraryController m_library;
@@ -371,7 +381,7 @@ private:
     std::optional<ProjectWorkspaceState> m_workspaceState;
     std::unique_ptr<PersistenceController> m_controller;
     std::optional<BootstrapDecision> m_bootstrapDecision;
-    std::optional<OpeningStore> m_openingStore;
+    std::optional<OpeningProject> m_openingProject;
     std::unique_ptr<Clock::Delay> m_pendingTouch;
     RecordTable<FolderRecord> m_folders;
     RecordTable<NoteRecord> m_notes;

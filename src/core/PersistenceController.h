@@ -31,7 +31,8 @@ struct StoreSchema;
 ///
 /// Only one controller can have a project open; drop the old one before the same project is opened
 /// again. Destroying it tries once more what could not be saved, and folds the journal into the
-/// store, so that a project at rest is one file. Main thread, but for opening.
+/// store, so that a project at rest is one file. Main thread, but for
+/// opening and the first `load`.
 class PersistenceController {
 public:
     struct Options {

@@ -52,7 +52,8 @@ QString runtimeFolder()
     return own;
 }
 
-int runProgram(QApplication& application, const OpenRequest& request)
+int runProgram(QApplication& application, const OpenRequest& request,
+               const std::future<void>& fonts)
 {
     SingleInstance instance(runtimeFolder());
     switch (instance.claim(request)) {
@@ -71,6 +72,7 @@ int runProgram(QApplication& application, const OpenRequest& request)
     QObject::connect(&application, &QCoreApplication::aboutToQuit, &program,
                      &OrvaneWorkspaceApp::finish);
     QObject::connect(&instance, &SingleInstance::requested, &program, &OrvaneWorkspaceApp::open);
+    fonts.wait(); // else the first text would look for them itself
     program.start();
     if (!request.isEmpty())
         program.open(request);
@@ -100,5 +102,5 @@ int main(int argc, char** argv)
     name(application);
     if (tour)
         return runTour(tour->folder);
-    return runProgram(application, request);
+    return runProgram(application, request, fonts);
 }

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "core/BinderOrder.h"
+#include "core/NotebookSnapshot.h"
+#include "core/RecordTable.h"
+#include "core/Tags.h"
+
+namespace orvane {
+
+/// A notebook as it is worked with: its records by id, and what follows from them.
+struct Notebook {
+    RecordTable<FolderRecord> folders;
+    RecordTable<NoteRecord> notes;
+    TagIndex tags;
+    BinderOrder order;
+};
+
+/// Adds a Trash to `folders` where there is none.
+void ensureTrashFolder(RecordTable<FolderRecord>& folders, Timestamp now);
+
+/// What is stored of a project, ready to be worked with, and with a Trash. On any thread.
+[[nodiscard]] Notebook notebookOf(const NotebookSnapshot& snapshot, const QUuid& projectID,
+                                  Timestamp now);
+
+} // namespace orvane
