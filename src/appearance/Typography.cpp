@@ -116,16 +116,29 @@ QFont interfaceFont(TextStyle style, InkPolarity polarity)
 
 QString fitted(const QString& text, const QFont& font, int width)
 {
+    constexpr QChar ellipsis = u'\u2026';
     const QString line = text.simplified();
     const QRawFont glyphs = QRawFont::fromFont(font);
-    const QList<quint32> indexes = glyphs.glyphIndexesForString(line);
-    double needed = 0;
-    for (const QPointF& advance : glyphs.advancesForGlyphIndexes(indexes))
-        needed += advance.x();
+    const QList<quint32> indexes = glyphs.glyphIndexesForString(line + ellipsis);
     // What the font lacks comes from another one, whose glyphs are not known here.
-    if (needed <= width && !indexes.contains(0))
+    if (indexes.contains(0) || indexes.size() != line.size() + 1)
+        return QFontMetrics(font).elidedText(line, Qt::ElideRight, width);
+    const QList<QPointF> advances = glyphs.advancesForGlyphIndexes(indexes);
+    const double room = width - advances.last().x();
+    double used = 0;
+    qsizetype kept = 0; // what fits with an ellipsis behind it
+    for (qsizetype i = 0; i < line.size(); ++i) {
+        used += advances.at(i).x();
+        if (used <= room)
+            kept = i + 1;
+        else if (used > width)
+            break;
+    }
+    if (used <= width)
         return line;
-    return QFontMetrics(font).elidedText(line, Qt::ElideRight, width);
+    while (kept > 0 && (line.at(kept).isMark() || line.at(kept - 1).isSpace()))
+        --kept;
+    return line.left(kept) + ellipsis;
 }
 
 void setTextStyle(QWidget* widget, TextStyle style)

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "appearance/Typography.h"
+
+#include <QFontMetricsF>
+#include <gtest/gtest.h>
+
+namespace orvane {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+TEST(Typography, ATextIsCutWhereItDoesNotFit)
+{
+    const QFont font = interfaceFont(TextStyle::Body);
+    const QString long_ = u"Everything in the house tasted of it by evening"_s;
+    struct Row {
+        const char* name;
+        QString text;
+        int width;
+        bool isCut;
+    };
+    const Row rows[] = {
+        {"fits", u"Salt"_s, 100, false},
+        {"too long", long_, 120, true},
+        {"hardly any room", long_, 16, true},
+        {"no room", long_, 0, true},
+        {"blanks and newlines", u"  a \n  b  "_s, 100, false},
+        {"accents of their own", u"e\u0301"_s.repeated(60), 120, true},
+        {"a character beyond the font", u"\U00013080 "_s + long_, 120, true},
+        {"empty", QString(), 100, false},
+    };
+    for (const Row& row : rows) {
+        const QString shown = fitted(row.text, font, row.width);
+        const QString whole = row.text.simplified();
+        if (!row.isCut) {
+            EXPECT_EQ(shown, whole) << row.name;
+            continue;
+        }
+        ASSERT_TRUE(shown.endsWith(u'\u2026') || shown.isEmpty()) << row.name;
+        const QString kept = shown.chopped(shown.isEmpty() ? 0 : 1);
+        EXPECT_TRUE(whole.startsWith(kept)) << row.name;
+        EXPECT_FALSE(whole.at(kept.size()).isMark()) << row.name << ": an accent lost its letter";
+        // Kerning hardly makes a text wider than its glyphs are.
+        const double widest =
+            std::max<double>(row.width, QFontMetricsF(font).horizontalAdvance(u"\u2026"_s)) + 1;
+        EXPECT_LE(QFontMetricsF(font).horizontalAdvance(shown), widest) << row.name;
+    }
+    EXPECT_GT(fitted(long_, font, 120).size(), 10) << "what fits is shown";
+}
+
+} // namespace
+} // namespace orvane
