@@ -117,6 +117,7 @@ QFont interfaceFont(TextStyle style, InkPolarity polarity)
 QString fitted(const QString& text, const QFont& font, int width)
 {
     constexpr QChar ellipsis = u'\u2026';
+    constexpr double mostKerning = 0.1; // by which kerning makes a text narrower
     const QString line = text.simplified();
     const QRawFont glyphs = QRawFont::fromFont(font);
     const QList<quint32> indexes = glyphs.glyphIndexesForString(line + ellipsis);
@@ -125,17 +126,18 @@ QString fitted(const QString& text, const QFont& font, int width)
         return QFontMetrics(font).elidedText(line, Qt::ElideRight, width);
     const QList<QPointF> advances = glyphs.advancesForGlyphIndexes(indexes);
     const double room = width - advances.last().x();
+    const double farBeyond = width * (1 + mostKerning);
     double used = 0;
     qsizetype kept = 0; // what fits with an ellipsis behind it
-    for (qsizetype i = 0; i < line.size(); ++i) {
+    for (qsizetype i = 0; i < line.size() && used <= farBeyond; ++i) {
         used += advances.at(i).x();
         if (used <= room)
             kept = i + 1;
-        else if (used > width)
-            break;
     }
     if (used <= width)
         return line;
+    if (used <= farBeyond)
+        return QFontMetrics(font).elidedText(line, Qt::ElideRight, width);
     while (kept > 0 && (line.at(kept).isMark() || line.at(kept - 1).isSpace()))
         --kept;
     return line.left(kept) + ellipsis;

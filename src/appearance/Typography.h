@@ -36,8 +36,8 @@ void setInkPolarity(InkPolarity polarity);
 [[nodiscard]] QFont interfaceFont(TextStyle style, InkPolarity polarity);
 
 /// The text in one line, cut with an ellipsis where it is wider than `width` logical pixels.
-/// Measured by its glyphs alone, which is hardly ever less than what it takes with kerning:
-/// shaping is most of what drawing a text costs, and happens once more when it is drawn.
+/// Measured by its glyphs alone, unless kerning may decide: shaping is most of what drawing a text
+/// costs, and happens once more when it is drawn.
 [[nodiscard]] QString fitted(const QString& text, const QFont& font, int width);
 
 /// Gives a widget the interface font, and again whenever the polarity changes.

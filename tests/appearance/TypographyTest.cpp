@@ -46,6 +46,9 @@ TEST(Typography, ATextIsCutWhereItDoesNotFit)
         EXPECT_LE(QFontMetricsF(font).horizontalAdvance(shown), widest) << row.name;
     }
     EXPECT_GT(fitted(long_, font, 120).size(), 10) << "what fits is shown";
+    // Widgets that are as wide as their text show all of it, whatever kerning does.
+    for (const QString& title : {u"Tidewater, a novel"_s, u"AVATAR To WAY"_s, long_})
+        EXPECT_EQ(fitted(title, font, qCeil(QFontMetricsF(font).horizontalAdvance(title))), title);
 }
 
 } // namespace
