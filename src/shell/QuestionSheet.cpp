@@ -7,6 +7,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QEventLoop>
+#include <QFileDialog>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -22,17 +23,33 @@ constexpr int padding = 28;
 /// Longer messages get the wider card.
 constexpr qsizetype longMessage = 200;
 
-int cancelButton(const Question& question)
-{
-    return question.cancelButton >= 0 ? question.cancelButton : int(question.buttons.size()) - 1;
-}
+/// The handle of a question that is on the screen.
+class ShownSheet final : public ShownQuestion {
+public:
+    explicit ShownSheet(QuestionSheet* sheet)
+        : m_sheet(sheet)
+    {}
+    ~ShownSheet() override
+    {
+        if (m_sheet)
+            m_sheet->withdraw();
+    }
+    void change(const Question& question) override
+    {
+        if (m_sheet)
+            m_sheet->change(question);
+    }
+
+private:
+    QPointer<QuestionSheet> m_sheet;
+};
 
 } // namespace
 
 QuestionSheet::QuestionSheet(const Question& question, Look& look, QWidget* parent)
     : Sheet(look, parent)
     , m_question(question)
-    , m_answer{cancelButton(question), false, 0}
+    , m_answer{cancelAnswer(question), false, 0}
 {
     setAccessibleName(question.title);
     setAccessibleDescription(question.text);
@@ -96,7 +113,7 @@ QWidget* QuestionSheet::initialFocus()
 
 void QuestionSheet::dismiss()
 {
-    answerWith(cancelButton(m_question));
+    answerWith(cancelAnswer(m_question));
 }
 
 void QuestionSheet::answerWith(int button)
@@ -104,6 +121,17 @@ void QuestionSheet::answerWith(int button)
     m_answer.button = button;
     m_answer.suppress = m_suppression && m_suppression->isChecked();
     m_answer.choice = m_choices ? m_choices->currentIndex() : 0;
+    close();
+}
+
+void QuestionSheet::change(const Question& question)
+{
+    m_question = question;
+}
+
+void QuestionSheet::withdraw()
+{
+    disconnect(this, &Sheet::finished, nullptr, nullptr);
     close();
 }
 
@@ -116,9 +144,9 @@ void SheetQuestions::setHost(SheetHost* host, Look* look)
 Answer SheetQuestions::ask(const Question& question)
 {
     if (!m_host || !m_look)
-        return {cancelButton(question), false, 0};
+        return {cancelAnswer(question), false, 0};
     auto* sheet = new QuestionSheet(question, *m_look);
-    Answer answer{cancelButton(question), false, 0};
+    Answer answer{cancelAnswer(question), false, 0};
     QEventLoop loop;
     QObject::connect(sheet, &Sheet::finished, &loop, [&] {
         answer = sheet->answer();
@@ -129,6 +157,25 @@ Answer SheetQuestions::ask(const Question& question)
     m_host->present(sheet);
     loop.exec(QEventLoop::DialogExec);
     return answer;
+}
+
+std::unique_ptr<ShownQuestion> SheetQuestions::show(const Question& question,
+                                                    std::function<void(const Answer&)> answered)
+{
+    if (!m_host || !m_look)
+        return nullptr;
+    auto* sheet = new QuestionSheet(question, *m_look);
+    QObject::connect(
+        sheet, &Sheet::finished, sheet,
+        [sheet, answered = std::move(answered)] { answered(sheet->answer()); },
+        Qt::QueuedConnection);
+    m_host->present(sheet);
+    return std::make_unique<ShownSheet>(sheet);
+}
+
+QString SheetQuestions::fileToSave(const QString& title, const QString& suggestedPath)
+{
+    return QFileDialog::getSaveFileName(m_host ? m_host->window() : nullptr, title, suggestedPath);
 }
 
 } // namespace orvane

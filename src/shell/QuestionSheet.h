@@ -20,6 +20,10 @@ public:
     [[nodiscard]] QWidget* initialFocus() override;
     void dismiss() override;
     [[nodiscard]] QSize sizeHint() const override;
+    /// Shows another question in this one's place.
+    void change(const Question& question);
+    /// Goes without an answer.
+    void withdraw();
 
 private:
     [[nodiscard]] QWidget* makeButtons();
@@ -39,6 +43,9 @@ public:
     /// alone.
     void setHost(SheetHost* host, Look* look);
     Answer ask(const Question& question) override;
+    std::unique_ptr<ShownQuestion> show(const Question& question,
+                                        std::function<void(const Answer&)> answered) override;
+    QString fileToSave(const QString& title, const QString& suggestedPath) override;
 
 private:
     QPointer<SheetHost> m_host;
