@@ -108,7 +108,7 @@ public:
 
 /// Gives prepared answers in order and remembers what was asked; without an answer left it takes
 /// the button that leaves things alone. What is shown is answered by `answerShown`.
-class ScriptedQuestions final : public Questions {
+class ScriptedQuestions : public Questions {
 public:
     Answer ask(const Question& question) override;
     std::unique_ptr<ShownQuestion> show(const Question& question,

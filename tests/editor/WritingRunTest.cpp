@@ -25,15 +25,15 @@ struct ModelNote {
 };
 
 /// Says yes to everything.
-class AgreeingQuestions final : public Questions {
+class AgreeingQuestions final : public ScriptedQuestions {
 public:
     Answer ask(const Question& question) override
     {
-        ++asked;
+        ++count;
         lastTitle = question.title;
         return {0};
     }
-    int asked = 0;
+    int count = 0;
     QString lastTitle;
 };
 
@@ -298,7 +298,7 @@ TEST_F(WritingRunTest, NothingTypedIsEverLost)
     checkStored();
     EXPECT_GT(undone, steps / 100);
     EXPECT_GT(undoneAfterReturn, 0);
-    EXPECT_GT(questions.asked, 0);
+    EXPECT_GT(questions.count, 0);
     EXPECT_EQ(questions.lastTitle, u"Edit Without Formatting?"_s);
 }
 
