@@ -307,4 +307,9 @@ void LayoutStore::rollBack()
     m_next.reset();
 }
 
+void LayoutStore::detach()
+{
+    m_rows.reset();
+}
+
 } // namespace orvane

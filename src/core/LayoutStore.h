@@ -41,6 +41,8 @@ public:
                const std::optional<BinderLayoutSnapshot>& layout);
     void commit();
     void rollBack();
+    /// Lets go of the database, before its connection is closed or exchanged for another.
+    void detach();
 
 private:
     struct Order {

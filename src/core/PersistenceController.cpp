@@ -3,9 +3,10 @@
 
 #include "core/InboxFolder.h"
 #include "core/RecordJson.h"
-#include "core/StoreCommit.h"
+#include "core/StoreCopy.h"
+#include "core/StoreFiles.h"
 #include "core/StoreJournal.h"
-#include "core/StoreOpening.h"
+#include "core/StoreSession.h"
 #include "platform/AtomicFile.h"
 
 #include <QDir>
@@ -44,6 +45,16 @@ std::optional<StoreOpenError> folderProblem(const QString& folder)
     return StoreOpenError{code, folder, made.error().detail, std::nullopt};
 }
 
+StoreOpenError folderError(const FileError& error)
+{
+    auto code = StoreOpenError::Code::Unreadable;
+    if (error.code == FileError::Code::NotFound)
+        code = StoreOpenError::Code::Missing;
+    else if (error.code == FileError::Code::NoAccess)
+        code = StoreOpenError::Code::NoAccess;
+    return {code, error.path, error.detail, std::nullopt};
+}
+
 bool anyExists(const QStringList& paths)
 {
     return std::ranges::any_of(paths, [](const QString& path) { return QFileInfo::exists(path); });
@@ -62,19 +73,22 @@ QString legacyJSON(const QString& folder)
 }
 
 // The marker comes first: from then on the project is protected, whatever happens while the files
-// move.
+// move. A store that a link leads to stays where it is.
 std::expected<PersistentStoreRecovery, StoreOpenError>
-moveAside(const QString& folder, const QString& path, const QString& description, Timestamp now)
+moveAside(const StoreFiles& files, const QString& description, Timestamp now)
 {
-    PersistentStoreRecovery recovery{QUrl::fromLocalFile(backupDirectory(path, now)), description};
+    PersistentStoreRecovery recovery{
+        QUrl::fromLocalFile(files.named(backupDirectory(files.path(), now))), description};
     const auto failed = [&](const QString& detail) {
-        return std::unexpected(StoreOpenError{StoreOpenError::Code::RecoveryFailed, path,
+        return std::unexpected(StoreOpenError{StoreOpenError::Code::RecoveryFailed, files.path(),
                                               description + "; "_L1 + detail, std::nullopt});
     };
-    if (const auto written = recovery.write(folder); !written)
+    if (files.isLink())
+        return failed(u"it is a link to a file elsewhere"_s);
+    if (const auto written = recovery.write(files.folder()); !written)
         return failed(written.error().text());
-    backUpPersistentStoreFiles(path, now);
-    if (anyExists(persistentStoreFiles(path)))
+    backUpPersistentStoreFiles(files.path(), now);
+    if (files.anyStands())
         return failed(u"its files can't be moved aside"_s);
     return recovery;
 }
@@ -83,46 +97,73 @@ moveAside(const QString& folder, const QString& path, const QString& description
 
 struct PersistenceController::Private {
     const Clock& clock;
-    QString folder;
-    QString path;
+    Options options;
     const StoreSchema& schema;
-    int foldAtPages;
+    std::optional<StoreFiles> files;
     bool hadExisting = false;
-    bool readOnly = false;
     std::optional<PersistentStoreRecovery> recovery;
     std::optional<ProjectLock> lock;
-    OpenedStore store;
-    std::unique_ptr<StoreWriter> writer;
-    PendingChanges pending;
-    JournalState journal = JournalState::Folded;
+    std::unique_ptr<StoreSession> session;
     std::unique_ptr<StoreCheck> check;
 
-    Private(const Clock& time, const QString& dataFolder, const Options& options)
+    Private(const Clock& time, const Options& chosen)
         : clock(time)
-        , folder(dataFolder)
-        , path(orvane::storePath(dataFolder))
-        , schema(options.schema ? *options.schema : StoreSchema::current())
-        , foldAtPages(options.foldAtPages)
-        , hadExisting(anyExists(persistentStoreFiles(path)))
+        , options(chosen)
+        , schema(chosen.schema ? *chosen.schema : StoreSchema::current())
     {}
-    ~Private() { close(); }
 
-    std::expected<void, StoreOpenError> open();
+    std::expected<void, StoreOpenError> open(const QString& dataFolder);
+    std::expected<void, StoreOpenError> holdFolder(const QString& dataFolder);
+    std::expected<void, StoreOpenError> openFiles();
     std::expected<void, StoreOpenError> openForReading();
     std::expected<void, StoreOpenError> create();
     std::expected<void, StoreOpenError> recover(const StoreDamage& damage);
-    void use(OpenedStore&& opened);
+    void use(OpenedStore&& opened, bool readOnly = false);
     void importLegacyJSONIfNeeded(const QString& legacyPath);
-    std::expected<void, StoreError> flush();
-    bool fold();
-    void close();
 };
 
-std::expected<void, StoreOpenError> PersistenceController::Private::open()
+std::expected<void, StoreOpenError> PersistenceController::Private::open(const QString& dataFolder)
 {
-    if (auto problem = folderProblem(folder))
-        return std::unexpected(*std::move(problem));
-    auto taken = ProjectLock::take(folder, clock.now());
+    if (auto held = holdFolder(dataFolder); !held)
+        return held;
+    auto opened = openFiles();
+    if (opened)
+        return opened;
+    StoreOpenError error = std::move(opened.error());
+    error.path = files->named(error.path);
+    error.detail = files->named(error.detail);
+    return std::unexpected(std::move(error));
+}
+
+std::expected<void, StoreOpenError>
+PersistenceController::Private::holdFolder(const QString& dataFolder)
+{
+    if (!options.folder) {
+        if (options.ifMissing == IfMissing::Create) {
+            if (auto problem = folderProblem(dataFolder))
+                return std::unexpected(*std::move(problem));
+        }
+        auto held = FolderHandle::open(dataFolder);
+        if (!held)
+            return std::unexpected(folderError(held.error()));
+        options.folder = *std::move(held);
+    }
+    files.emplace(options.folder);
+    return {};
+}
+
+std::expected<void, StoreOpenError> PersistenceController::Private::openFiles()
+{
+    const QString& path = files->path();
+    hadExisting = files->anyStands();
+    if (files->isBrokenLink())
+        return std::unexpected(StoreOpenError{StoreOpenError::Code::Missing, path,
+                                              u"it is a link that leads to no file"_s,
+                                              std::nullopt});
+    if (!hadExisting && options.ifMissing == IfMissing::Refuse)
+        return std::unexpected(
+            StoreOpenError{StoreOpenError::Code::Missing, path, {}, std::nullopt});
+    auto taken = ProjectLock::take(files->folder(), clock.now());
     if (!taken) {
         if (taken.error().problem == ProjectLock::Problem::NoAccess && hadExisting)
             return openForReading();
@@ -135,7 +176,7 @@ std::expected<void, StoreOpenError> PersistenceController::Private::open()
         return openForReading();
     if (lock->wasStale() && !hasJournal(path))
         qWarning("%ls was not closed by its last program and has no journal",
-                 qUtf16Printable(path));
+                 qUtf16Printable(files->place()));
 
     auto opened = openStore(path, schema, StoreAccess::ReadWrite);
     if (opened) {
@@ -152,20 +193,20 @@ std::expected<void, StoreOpenError> PersistenceController::Private::open()
 
 std::expected<void, StoreOpenError> PersistenceController::Private::openForReading()
 {
-    auto opened = openStore(path, schema, StoreAccess::ReadOnly);
+    auto opened = openStore(files->path(), schema, StoreAccess::ReadOnly);
     if (opened) {
-        readOnly = true;
-        use(*std::move(opened));
+        use(*std::move(opened), true);
         return {};
     }
     if (const auto* damage = std::get_if<StoreDamage>(&opened.error()))
-        return std::unexpected(StoreOpenError{StoreOpenError::Code::RecoveryFailed, path,
+        return std::unexpected(StoreOpenError{StoreOpenError::Code::RecoveryFailed, files->path(),
                                               damage->description, std::nullopt});
     return std::unexpected(std::get<StoreOpenError>(opened.error()));
 }
 
 std::expected<void, StoreOpenError> PersistenceController::Private::create()
 {
+    const QString& path = files->path();
     if (auto created = createStore(path, schema); !created)
         return created;
     auto opened = openStore(path, schema, StoreAccess::ReadWrite);
@@ -185,87 +226,17 @@ PersistenceController::Private::recover(const StoreDamage& damage)
     qCritical("OrvaneWorkspace store failed to load: %ls. Backing up store files and attempting "
               "recovery...",
               qUtf16Printable(damage.description));
-    auto aside = moveAside(folder, path, damage.description, clock.now());
+    auto aside = moveAside(*files, damage.description, clock.now());
     if (!aside)
         return std::unexpected(aside.error());
     recovery = *std::move(aside);
     return create();
 }
 
-void PersistenceController::Private::use(OpenedStore&& opened)
+void PersistenceController::Private::use(OpenedStore&& opened, bool readOnly)
 {
-    store = std::move(opened);
-    if (readOnly || store.connection->isReadOnly()) {
-        readOnly = true;
-        return;
-    }
-    writer = std::make_unique<StoreWriter>(*store.connection, store.state.storeKey);
-    if (hasJournal(path)) {
-        journal = JournalState::InUse;
-        fold();
-    }
-}
-
-// Copies the journal into the file. The generation is raised first, so that a copy of the journal
-// made before no longer fits the file.
-bool PersistenceController::Private::fold()
-{
-    if (store.state.generation % 2 != 0) {
-        StoreState next = store.state;
-        ++next.generation;
-        const auto raised = store.connection->transact([&] { writer->writeState(next); });
-        if (!raised)
-            return false;
-        store.state = next;
-    }
-    const auto complete = store.connection->checkpoint();
-    if (!complete || !*complete)
-        return false;
-    journal = JournalState::Folded;
-    return true;
-}
-
-std::expected<void, StoreError> PersistenceController::Private::flush()
-{
-    if (readOnly) {
-        pending.clear();
-        return std::unexpected(
-            StoreError{StoreError::Code::ReadOnly, u"the project can't be written"_s});
-    }
-    auto done = commitChanges(store, *writer, pending, journal);
-    if (!done)
-        return std::unexpected(done.error().toStoreError());
-    pending.clear();
-    if (store.state.generation % 2 != 0)
-        journal = JournalState::InUse;
-    if (store.connection->journalPages() >= foldAtPages)
-        fold();
-    if (const auto& problem = *done)
-        return std::unexpected(*problem);
-    return {};
-}
-
-void PersistenceController::Private::close()
-{
-    check.reset();
-    if (!store.connection)
-        return;
-    if (!pending.isEmpty()) {
-        if (const auto saved = flush(); !saved)
-            qCritical("Changes could not be saved before closing: %ls",
-                      qUtf16Printable(saved.error().text()));
-    }
-    store.bytes->detach();
-    store.layout = LayoutStore();
-    if (!readOnly) {
-        if (journal == JournalState::Folded || fold())
-            store.connection->closeFolded();
-        else
-            qWarning("%ls is closed with its journal beside it", qUtf16Printable(path));
-    }
-    writer.reset();
-    store.connection.reset();
-    lock.reset();
+    session =
+        std::make_unique<StoreSession>(std::move(opened), *files, options.foldAtPages, readOnly);
 }
 
 void PersistenceController::Private::importLegacyJSONIfNeeded(const QString& legacyPath)
@@ -273,8 +244,9 @@ void PersistenceController::Private::importLegacyJSONIfNeeded(const QString& leg
     const auto report = [](const QString& error) {
         qWarning("OrvaneWorkspace legacy JSON import failed: %ls", qUtf16Printable(error));
     };
-    if (readOnly || !QFileInfo(legacyPath).isFile() || store.state.folderCount > 0 ||
-        store.state.noteCount > 0)
+    const StoreState& state = session->store().state;
+    if (session->isReadOnly() || !QFileInfo(legacyPath).isFile() || state.folderCount > 0 ||
+        state.noteCount > 0)
         return;
     const auto bytes = readFile(legacyPath);
     if (!bytes)
@@ -288,8 +260,8 @@ void PersistenceController::Private::importLegacyJSONIfNeeded(const QString& leg
     moveNotesToInboxIfNoFolder(*snapshot, clock.now());
     if (snapshot->folders.isEmpty())
         return;
-    pending.put(*snapshot);
-    if (const auto saved = flush(); !saved)
+    session->pending().put(*snapshot);
+    if (const auto saved = session->flush(); !saved)
         return report(saved.error().text());
     const QString aside = QFileInfo(legacyPath).absolutePath() + "/notebook.pre_coredata.json"_L1;
     if (!QFileInfo::exists(aside) && !QDir().rename(legacyPath, aside))
@@ -305,8 +277,8 @@ PersistenceController::~PersistenceController() = default;
 PersistenceController::Opened
 PersistenceController::open(const QString& dataFolder, const Clock& clock, const Options& options)
 {
-    auto p = std::make_unique<Private>(clock, QDir::cleanPath(dataFolder), options);
-    if (auto opened = p->open(); !opened)
+    auto p = std::make_unique<Private>(clock, options);
+    if (auto opened = p->open(QDir::cleanPath(dataFolder)); !opened)
         return std::unexpected(opened.error());
     if (options.shouldImportLegacyJSON)
         p->importLegacyJSONIfNeeded(options.legacyJSONPath);
@@ -323,7 +295,8 @@ PersistenceController::Opened
 PersistenceController::legacyShared(const QString& applicationSupportFolder, const Clock& clock)
 {
     const QString folder = legacyFolder(applicationSupportFolder);
-    return open(folder, clock, {legacyJSON(folder), true, nullptr, Options().foldAtPages});
+    return open(folder, clock,
+                {.legacyJSONPath = legacyJSON(folder), .shouldImportLegacyJSON = true});
 }
 
 bool PersistenceController::hasLegacyNotebook(const QString& applicationSupportFolder)
@@ -333,14 +306,14 @@ bool PersistenceController::hasLegacyNotebook(const QString& applicationSupportF
            QFileInfo::exists(legacyJSON(folder));
 }
 
-const QString& PersistenceController::storageDirectory() const
+QString PersistenceController::storageDirectory() const
 {
-    return m_private->folder;
+    return m_private->files->folderPlace();
 }
 
-const QString& PersistenceController::storePath() const
+QString PersistenceController::storePath() const
 {
-    return m_private->path;
+    return m_private->files->place();
 }
 
 bool PersistenceController::hadExistingPersistentStore() const
@@ -355,59 +328,98 @@ const std::optional<PersistentStoreRecovery>& PersistenceController::persistentS
 
 bool PersistenceController::isReadOnly() const
 {
-    return m_private->readOnly;
+    return m_private->session->isReadOnly();
 }
 
 NotebookSnapshot PersistenceController::load()
 {
-    const OpenedStore& store = m_private->store;
-    NotebookSnapshot snapshot{store.folders.records(), store.notes.records(),
-                              store.layout.layout()};
-    const auto older = [](const auto& a, const auto& b) {
-        return a->createdAt < b->createdAt;
-    };
-    const auto newer = [](const auto& a, const auto& b) {
-        return a->updatedAt > b->updatedAt;
-    };
-    if (!std::ranges::is_sorted(snapshot.folders, older))
-        std::ranges::stable_sort(snapshot.folders, older);
-    if (!std::ranges::is_sorted(snapshot.notes, newer))
-        std::ranges::stable_sort(snapshot.notes, newer);
+    NotebookSnapshot snapshot = m_private->session->store().snapshot();
     moveNotesToInboxIfNoFolder(snapshot, m_private->clock.now());
     return snapshot;
 }
 
 std::expected<void, StoreError> PersistenceController::save(const NotebookSnapshot& snapshot)
 {
-    m_private->pending.put(snapshot);
-    return m_private->flush();
+    m_private->session->pending().put(snapshot);
+    return m_private->session->flush();
 }
 
 std::expected<void, StoreError> PersistenceController::saveNote(const Shared<NoteRecord>& note)
 {
-    m_private->pending.put(note);
-    return m_private->flush();
+    m_private->session->pending().put(note);
+    return m_private->session->flush();
 }
 
 std::expected<void, StoreError>
 PersistenceController::saveFolder(const Shared<FolderRecord>& folder)
 {
-    m_private->pending.put(folder);
-    return m_private->flush();
+    m_private->session->pending().put(folder);
+    return m_private->session->flush();
 }
 
 std::expected<void, StoreError>
 PersistenceController::saveLayout(const BinderLayoutSnapshot& layout)
 {
-    m_private->pending.put(layout);
-    return m_private->flush();
+    m_private->session->pending().put(layout);
+    return m_private->session->flush();
+}
+
+std::expected<void, StoreError> PersistenceController::saveAgain()
+{
+    StoreSession& session = *m_private->session;
+    return session.pending().isEmpty() ? session.confirmFiles() : session.flush();
+}
+
+bool PersistenceController::hasUnsaved() const
+{
+    return m_private->session->pending().differFrom(m_private->session->store());
+}
+
+QList<Shared<NoteRecord>> PersistenceController::unsavedNotes() const
+{
+    return m_private->session->pending().notesBeside(m_private->session->store());
+}
+
+QList<Shared<FolderRecord>> PersistenceController::unsavedFolders() const
+{
+    return m_private->session->pending().foldersBeside(m_private->session->store());
+}
+
+void PersistenceController::discardUnsaved()
+{
+    m_private->session->pending().clear();
+}
+
+std::expected<void, StoreError> PersistenceController::confirmFiles()
+{
+    return m_private->session->confirmFiles();
+}
+
+std::expected<void, StoreError> PersistenceController::writeCopy(const QString& path)
+{
+    return m_private->session->writeCopy(path, m_private->schema);
+}
+
+std::expected<NotebookSnapshot, StoreOpenError>
+PersistenceController::readOnlyCopy(const QString& path)
+{
+    return readStoreCopy(path, StoreSchema::current());
 }
 
 void PersistenceController::checkInBackground(StoreCheck::Done done)
 {
-    const bool aside = m_private->store.copy != nullptr;
-    if (!m_private->check && !aside)
-        m_private->check = std::make_unique<StoreCheck>(m_private->path, std::move(done));
+    StoreSession& session = *m_private->session;
+    const bool aside = session.store().copy != nullptr;
+    if (m_private->check || aside || !session.confirmFiles())
+        return;
+    // A check that began with a journal that was not ours says nothing about the store.
+    const auto report = [&session, mendings = session.mendings(),
+                         done = std::move(done)](StoreCheckResult result) {
+        if (!session.confirmFiles() || session.mendings() != mendings)
+            result = {};
+        done(result);
+    };
+    m_private->check = std::make_unique<StoreCheck>(m_private->files->path(), report);
 }
 
 std::expected<PersistentStoreRecovery, StoreOpenError>
@@ -415,15 +427,21 @@ PersistenceController::protectAfterDamage(std::unique_ptr<PersistenceController>
                                           const QString& errorDescription, const Clock& clock)
 {
     Private& p = *controller->m_private;
-    if (p.readOnly)
-        return std::unexpected(StoreOpenError{StoreOpenError::Code::RecoveryFailed, p.path,
-                                              errorDescription, std::nullopt});
+    const auto failed = [&](const QString& detail) {
+        return std::unexpected(StoreOpenError{StoreOpenError::Code::RecoveryFailed,
+                                              p.files->place(), detail, std::nullopt});
+    };
+    if (p.session->isReadOnly())
+        return failed(errorDescription);
     p.check.reset();
-    p.store.bytes->detach();
-    p.store.layout = LayoutStore();
-    p.writer.reset();
-    p.store.connection.reset(); // with its journal, as it is
-    return moveAside(p.folder, p.path, errorDescription, clock.now());
+    const auto ours = p.session->confirmFiles();
+    p.session->abandon(); // with its journal, as it is
+    if (!ours)
+        return failed(ours.error().text());
+    auto aside = moveAside(*p.files, errorDescription, clock.now());
+    if (aside)
+        return *std::move(aside);
+    return failed(p.files->named(aside.error().detail));
 }
 
 } // namespace orvane

@@ -6,7 +6,9 @@
 #include "core/StoreCheck.h"
 #include "core/StoreError.h"
 #include "platform/Clock.h"
+#include "platform/FolderHandle.h"
 
+#include <QList>
 #include <QString>
 
 #include <expected>
@@ -25,6 +27,9 @@ struct StoreSchema;
 /// has a `persistentStoreRecovery` and is to be dropped, not shown. What merely stands in the way
 /// (a full disk, a missing permission, another process) is an error and changes nothing.
 ///
+/// The store is reached through its data folder, which is held: when another program renames or
+/// moves that folder, reading and writing go on there, and nothing is made at the old place.
+///
 /// Records that come out of a store hold their rich bytes as blobs which are read on first use.
 /// They stay readable as long as the controller lives; what is overwritten is read first if
 /// somebody still holds it.
@@ -35,6 +40,10 @@ struct StoreSchema;
 /// opening and the first `load`.
 class PersistenceController {
 public:
+    enum class IfMissing {
+        Create, ///< an empty store is made, with the folder for it
+        Refuse, ///< `StoreOpenError::Code::Missing`, and nothing is made
+    };
     struct Options {
         /// A notebook of the library-wide era to take over once, when the store has no rows.
         QString legacyJSONPath = {};
@@ -43,6 +52,11 @@ public:
         const StoreSchema* schema = nullptr;
         /// After how many pages of 4 KiB the journal is folded into the file.
         int foldAtPages = 1000;
+        /// The data folder, held; with it no folder is ever made. Without it the controller holds
+        /// the folder itself.
+        std::shared_ptr<const FolderHandle> folder = nullptr;
+        /// What happens where no store is. A link that leads to none is always refused.
+        IfMissing ifMissing = IfMissing::Create;
     };
 
     using Opened = std::expected<std::unique_ptr<PersistenceController>, StoreOpenError>;
@@ -62,8 +76,10 @@ public:
     PersistenceController(const PersistenceController&) = delete;
     PersistenceController& operator=(const PersistenceController&) = delete;
 
-    [[nodiscard]] const QString& storageDirectory() const;
-    [[nodiscard]] const QString& storePath() const;
+    /// Where the data folder and the store are now, for a person's eyes: the folder may have been
+    /// renamed or moved since it was opened, and is followed.
+    [[nodiscard]] QString storageDirectory() const;
+    [[nodiscard]] QString storePath() const;
     /// Whether a store, or a part of one, was there before this controller opened it.
     [[nodiscard]] bool hadExistingPersistentStore() const;
     /// Set when a store was there and was damaged.
@@ -78,12 +94,46 @@ public:
 
     /// Makes the store equal to the snapshot, touching only what differs from what is stored. A
     /// failure leaves the store as it was; what could not be written goes out with the next
-    /// successful save of any kind.
+    /// successful save of any kind. A single record that can't be stored (`TooBig`, `Unread`) is
+    /// left out and stays pending, and each save is an error until it is stored, though everything
+    /// else is.
+    ///
+    /// Before each save the files are held against those that are open. `Replaced` and `Missing`
+    /// say that the store's file isn't in its place: nothing is written, everything stays pending,
+    /// and whatever stands there is left alone, also when the controller is destroyed. The open
+    /// store can still be read and copied (`load`, `writeCopy`). When the file is back, saving
+    /// works again.
     std::expected<void, StoreError> save(const NotebookSnapshot& snapshot);
     /// Inserts or updates one note; its cost doesn't depend on the size of the notebook.
     std::expected<void, StoreError> saveNote(const Shared<NoteRecord>& note);
     std::expected<void, StoreError> saveFolder(const Shared<FolderRecord>& folder);
     std::expected<void, StoreError> saveLayout(const BinderLayoutSnapshot& layout);
+
+    /// Whether anything that was to be saved is not stored: compared with what is stored, so that
+    /// what was changed back doesn't count.
+    [[nodiscard]] bool hasUnsaved() const;
+    /// The records among it.
+    [[nodiscard]] QList<Shared<NoteRecord>> unsavedNotes() const;
+    [[nodiscard]] QList<Shared<FolderRecord>> unsavedFolders() const;
+    /// Tries what is pending; with nothing pending, as `confirmFiles`.
+    std::expected<void, StoreError> saveAgain();
+    /// Forgets what is pending, so that destroying the controller doesn't try it.
+    void discardUnsaved();
+    /// Whether a save would find the store's file in its place: ask before the project is left,
+    /// because what was saved to a file that has since been replaced is gone with this controller.
+    std::expected<void, StoreError> confirmFiles();
+
+    /// Writes everything that is stored, with what is pending, to a store of its own at `path`,
+    /// where nothing may be and whose folder exists; works as well when the store's own file has
+    /// been replaced or removed. When it succeeds the copy is whole and on the disk. Pending
+    /// records whose bytes can't be read have there what is stored of them.
+    std::expected<void, StoreError> writeCopy(const QString& path);
+    /// What the store at `path` holds, its journal included, with all bytes in memory that can be
+    /// read. It is read from a copy in a temporary folder; nothing at its place is touched, locked
+    /// or moved, and damage is an error (`Unreadable`). Not for a store that is open in this
+    /// process. Any thread.
+    [[nodiscard]] static std::expected<NotebookSnapshot, StoreOpenError>
+    readOnlyCopy(const QString& path);
 
     /// Starts a full check of the file on a thread of its own, once per controller; `done` gets
     /// the result on this thread. Ends by itself when the controller is destroyed.

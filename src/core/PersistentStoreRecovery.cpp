@@ -66,7 +66,8 @@ QString storePath(const QString& dataFolder)
 {
     const auto anyExists = [](const QString& path) {
         for (const QString& file : persistentStoreFiles(path)) {
-            if (QFileInfo::exists(file))
+            const QFileInfo info(file);
+            if (info.exists() || info.isSymLink())
                 return true;
         }
         return false;

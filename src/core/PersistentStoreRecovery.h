@@ -36,7 +36,7 @@ struct PersistentStoreRecovery {
 };
 
 /// The store file of a data folder: "OrvaneWorkspace.store", or "OrvaneNotes.store" when only
-/// files of that earlier name are there.
+/// files (or links) of that earlier name are there.
 [[nodiscard]] QString storePath(const QString& dataFolder);
 
 /// The store's file and its two journal companions, whether they exist or not.

@@ -134,7 +134,11 @@ struct ProjectLock::Held {
     QByteArray path;
     bool wasStale = false;
 
-    ~Held() { ::unlink(path.constData()); }
+    ~Held()
+    {
+        if (isStillAt(file.number(), path))
+            ::unlink(path.constData());
+    }
 };
 
 ProjectLock::ProjectLock(std::unique_ptr<Held> held)

@@ -60,6 +60,16 @@ ProjectOpenProblem ProjectOpenProblem::of(const QString& projectName, const Stor
                       "changed.")
                         .arg(projectName, holderText(error.holder)) +
                     leftLockHint(error)};
+    case Code::Missing:
+        return {projectName,
+                QCoreApplication::translate("ProjectOpenProblem", "Project Data Is Missing"),
+                QCoreApplication::translate(
+                    "ProjectOpenProblem",
+                    "The notes of \"%1\" are not where they were:\n%2\n\nNothing was made in their "
+                    "place, and what is left beside them was kept. The project stays closed until "
+                    "the file is back: look for it in the Trash, on a disk that is not connected, "
+                    "or in a backup, and put it there again.")
+                    .arg(projectName, error.path)};
     case Code::NoAccess:
         return {projectName, words("Project Can't Be Opened"),
                 words("The folder of \"%1\" can't be read or written:\n%2\n\nNothing was changed. "

@@ -23,6 +23,19 @@ void replaceIn(QList<Shared<Record>>& records, const Shared<Record>& record)
     records.append(record);
 }
 
+// Those of the records that the table doesn't hold as they are.
+template <typename Records, typename Record>
+QList<Shared<Record>> unlike(const Records& records, const StoredRecords<Record>& stored)
+{
+    QList<Shared<Record>> found;
+    for (const Shared<Record>& record : records) {
+        const auto* slot = stored.find(record->id);
+        if (!slot || !(slot->record == record))
+            found.append(record);
+    }
+    return found;
+}
+
 // How the tables of folders and notes differ in being written.
 struct FolderTable {
     using Record = FolderRecord;
@@ -85,11 +98,13 @@ public:
 
     void write(const Shared<Record>& record)
     {
-        if (!StoreWriter::fits(*record)) {
-            m_tooBig = record->id;
+        const auto* slot = Table::image(m_store).find(record->id);
+        if (auto problem = problemWith(slot, *record)) {
+            m_left.append(record);
+            m_problem = std::move(problem);
             return;
         }
-        if (const auto* slot = Table::image(m_store).find(record->id)) {
+        if (slot) {
             Table::update(m_writer, slot->row, slot->record, *record);
             m_puts.emplace_back(record, slot->row);
             return;
@@ -122,15 +137,30 @@ public:
         image.removeAll(m_removed);
         for (const auto& [record, row] : m_puts)
             image.put(record, row);
-        if (m_order && !m_tooBig)
+        if (m_order && m_left.isEmpty())
             image.takeOrder(*m_order);
         Table::unmapped(m_store).removeIf(
             [this](const UnmappedRow& row) { return m_unmappedGone.contains(row.row); });
     }
 
-    [[nodiscard]] const std::optional<QUuid>& tooBig() const { return m_tooBig; }
+    /// What was left out, and why the last of them was.
+    [[nodiscard]] const QList<Shared<Record>>& left() const { return m_left; }
+    [[nodiscard]] const std::optional<StoreError>& problem() const { return m_problem; }
 
 private:
+    static std::optional<StoreError> problemWith(const typename StoredRecords<Record>::Slot* slot,
+                                                 const Record& record)
+    {
+        if (!StoreWriter::fits(record))
+            return StoreError{StoreError::Code::TooBig,
+                              u"the record %1 is too big for a store"_s.arg(uuidText(record.id))};
+        const auto read = StoreWriter::readBytes(slot ? &*slot->record : nullptr, record);
+        if (read)
+            return std::nullopt;
+        return StoreError{
+            StoreError::Code::Unread,
+            u"bytes of the record %1 can't be read: %2"_s.arg(uuidText(record.id), read.error())};
+    }
     void removeUnmapped(const QUuid& id)
     {
         for (const UnmappedRow& row : std::as_const(Table::unmapped(m_store))) {
@@ -155,7 +185,8 @@ private:
     QList<QUuid> m_removed;
     QSet<qint64> m_unmappedGone;
     const QList<Shared<Record>>* m_order = nullptr;
-    std::optional<QUuid> m_tooBig;
+    QList<Shared<Record>> m_left;
+    std::optional<StoreError> m_problem;
 };
 
 bool differ(const StoreState& a, const StoreState& b)
@@ -196,9 +227,43 @@ void PendingChanges::put(const BinderLayoutSnapshot& layout)
         m_layout = layout;
 }
 
+void PendingChanges::keepOnly(const QList<Shared<FolderRecord>>& folders,
+                              const QList<Shared<NoteRecord>>& notes)
+{
+    const QList<Shared<FolderRecord>> keptFolders = folders; // they may stand in what is cleared
+    const QList<Shared<NoteRecord>> keptNotes = notes;
+    clear();
+    for (const Shared<FolderRecord>& folder : keptFolders)
+        put(folder);
+    for (const Shared<NoteRecord>& note : keptNotes)
+        put(note);
+}
+
+QList<Shared<NoteRecord>> PendingChanges::notesBeside(const OpenedStore& store) const
+{
+    return m_snapshot ? unlike(m_snapshot->notes, store.notes) : unlike(m_notes, store.notes);
+}
+
+QList<Shared<FolderRecord>> PendingChanges::foldersBeside(const OpenedStore& store) const
+{
+    return m_snapshot ? unlike(m_snapshot->folders, store.folders)
+                      : unlike(m_folders, store.folders);
+}
+
+bool PendingChanges::differFrom(const OpenedStore& store) const
+{
+    const auto& layout = m_snapshot ? m_snapshot->binderLayout : m_layout;
+    if ((m_snapshot || m_layout) && layout != store.layout.layout())
+        return true;
+    if (!notesBeside(store).isEmpty() || !foldersBeside(store).isEmpty())
+        return true;
+    return m_snapshot && (!store.notes.differenceTo(m_snapshot->notes).removed.isEmpty() ||
+                          !store.folders.differenceTo(m_snapshot->folders).removed.isEmpty());
+}
+
 std::expected<std::optional<StoreError>, StoreFailure> commitChanges(OpenedStore& store,
                                                                      StoreWriter& writer,
-                                                                     const PendingChanges& changes,
+                                                                     PendingChanges& changes,
                                                                      JournalState journal)
 {
     SQLite::Database& database = store.connection->database();
@@ -224,7 +289,6 @@ std::expected<std::optional<StoreError>, StoreFailure> commitChanges(OpenedStore
         if (differ(next, store.state))
             writer.writeState(next);
     });
-    const auto unread = writer.takeUnread();
     if (!done) {
         store.layout.rollBack();
         return std::unexpected(done.error());
@@ -233,13 +297,8 @@ std::expected<std::optional<StoreError>, StoreFailure> commitChanges(OpenedStore
     folders.commit();
     notes.commit();
     store.layout.commit();
-    if (folders.tooBig() || notes.tooBig())
-        return StoreError{StoreError::Code::TooBig,
-                          u"the record %1 is too big for a store"_s.arg(
-                              uuidText(notes.tooBig() ? *notes.tooBig() : *folders.tooBig()))};
-    if (unread)
-        return StoreError{StoreError::Code::Unread, *unread};
-    return std::nullopt;
+    changes.keepOnly(folders.left(), notes.left());
+    return notes.problem() ? notes.problem() : folders.problem();
 }
 
 } // namespace orvane

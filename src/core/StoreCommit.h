@@ -27,6 +27,17 @@ public:
         return !m_snapshot && !m_layout && m_notes.isEmpty() && m_folders.isEmpty();
     }
 
+    /// Everything but these is stored.
+    void keepOnly(const QList<Shared<FolderRecord>>& folders,
+                  const QList<Shared<NoteRecord>>& notes);
+
+    /// What of this the store doesn't hold as it is, compared by value where it isn't the same
+    /// object.
+    [[nodiscard]] QList<Shared<NoteRecord>> notesBeside(const OpenedStore& store) const;
+    [[nodiscard]] QList<Shared<FolderRecord>> foldersBeside(const OpenedStore& store) const;
+    /// The same for everything: records, what is to be removed, and the layout.
+    [[nodiscard]] bool differFrom(const OpenedStore& store) const;
+
     [[nodiscard]] const std::optional<NotebookSnapshot>& snapshot() const { return m_snapshot; }
     [[nodiscard]] const QHash<QUuid, Shared<NoteRecord>>& notes() const { return m_notes; }
     [[nodiscard]] const QHash<QUuid, Shared<FolderRecord>>& folders() const { return m_folders; }
@@ -43,10 +54,10 @@ private:
 enum class JournalState { Folded, InUse };
 
 /// Stores the changes in one transaction, touching only rows that differ, and brings the image in
-/// `store` up to date when that has succeeded. The result is a problem with single values, the
-/// rest being stored.
+/// `store` up to date when that has succeeded. A record that is too big, or whose bytes can't be
+/// read from where they are, is left out: it alone stays in `changes`, and the result says why.
 [[nodiscard]] std::expected<std::optional<StoreError>, StoreFailure>
-commitChanges(OpenedStore& store, StoreWriter& writer, const PendingChanges& changes,
+commitChanges(OpenedStore& store, StoreWriter& writer, PendingChanges& changes,
               JournalState journal);
 
 } // namespace orvane

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "core/StoreConnection.h"
 
+#include "core/StoreVfs.h"
+
 #include <QUrl>
 
+#include <cerrno>
 #include <sqlite3.h>
 
 namespace orvane {
@@ -12,6 +15,25 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int busyTimeoutMs = 2000;
+constexpr qsizetype journalPiece = 1 << 24;
+
+StoreError::Code codeOf(int systemError)
+{
+    switch (systemError) {
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
+        return StoreError::Code::NoSpace;
+    case EIO:
+    case ENODEV:
+    case ENXIO:
+    case ENOTCONN:
+    case ESTALE:
+        return StoreError::Code::Missing;
+    default:
+        return StoreError::Code::Other;
+    }
+}
 
 std::string fileUri(const QString& path, const char* options)
 {
@@ -53,6 +75,10 @@ StoreError StoreFailure::toStoreError() const
     case SQLITE_TOOBIG:
         error.code = StoreError::Code::TooBig;
         break;
+    case SQLITE_IOERR:
+    case SQLITE_CANTOPEN:
+        error.code = codeOf(systemError);
+        break;
     default:
         break;
     }
@@ -61,13 +87,13 @@ StoreError StoreFailure::toStoreError() const
 
 StoreFailure StoreFailure::damage(const QString& detail)
 {
-    return {SQLITE_CORRUPT, detail};
+    return {SQLITE_CORRUPT, 0, detail};
 }
 
 StoreFailure StoreFailure::from(const SQLite::Exception& exception)
 {
     const int extended = exception.getExtendedErrorCode();
-    return {extended > 0 ? extended : exception.getErrorCode(),
+    return {extended > 0 ? extended : exception.getErrorCode(), 0,
             QString::fromUtf8(exception.what())};
 }
 
@@ -86,7 +112,7 @@ StoreConnection::open(const QString& path, Access access)
             fileUri(path, options),
             (writes ? SQLite::OPEN_READWRITE : SQLite::OPEN_READONLY) | SQLite::OPEN_URI |
                 SQLite::OPEN_NOMUTEX,
-            busyTimeoutMs);
+            busyTimeoutMs, storeVfs());
         std::unique_ptr<StoreConnection> connection(new StoreConnection(std::move(database)));
         connection->configure(access);
         return connection;
@@ -126,6 +152,15 @@ void StoreConnection::configure(Access access)
     sqlite3_wal_hook(handle, countPages, this);
 }
 
+StoreFailure StoreConnection::failure(const SQLite::Exception& exception)
+{
+    StoreFailure failure = StoreFailure::from(exception);
+    const int kind = failure.code & 0xff;
+    if (kind == SQLITE_IOERR || kind == SQLITE_CANTOPEN)
+        failure.systemError = sqlite3_system_errno(m_database->getHandle());
+    return failure;
+}
+
 void StoreConnection::rollBack()
 {
     sqlite3* handle = m_database->getHandle();
@@ -151,6 +186,30 @@ std::expected<bool, StoreFailure> StoreConnection::checkpoint()
 void StoreConnection::closeFolded()
 {
     sqlite3_db_config(m_database->getHandle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
+}
+
+std::expected<QByteArray, StoreFailure> StoreConnection::journalBytes()
+{
+    return run([&] {
+        sqlite3* handle = m_database->getHandle();
+        sqlite3_file* file = nullptr;
+        const auto check = [&](int code) {
+            if (code != SQLITE_OK)
+                throw SQLite::Exception(handle, code);
+        };
+        check(sqlite3_file_control(handle, "main", SQLITE_FCNTL_JOURNAL_POINTER, &file));
+        QByteArray bytes;
+        if (!file || !file->pMethods)
+            return bytes;
+        sqlite3_int64 size = 0;
+        check(file->pMethods->xFileSize(file, &size));
+        bytes.resize(qsizetype(size));
+        for (qsizetype at = 0; at < bytes.size(); at += journalPiece) {
+            const auto length = int(std::min(journalPiece, bytes.size() - at));
+            check(file->pMethods->xRead(file, bytes.data() + at, length, at));
+        }
+        return bytes;
+    });
 }
 
 bool StoreConnection::isReadOnly() const

@@ -3,6 +3,7 @@
 
 #include "core/StoreError.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <SQLiteCpp/Database.h>
@@ -17,6 +18,8 @@ namespace orvane {
 struct StoreFailure {
     /// A result code of SQLite's, extended where there is one.
     int code = 0;
+    /// The system's own number behind a failure to open, read or write, where it is known.
+    int systemError = 0;
     QString detail;
 
     /// True when the file's contents are wrong; false when something stands in the way of reading
@@ -62,7 +65,7 @@ public:
                 return work();
             }
         } catch (const SQLite::Exception& exception) {
-            return std::unexpected(StoreFailure::from(exception));
+            return std::unexpected(failure(exception));
         }
     }
 
@@ -88,12 +91,16 @@ public:
     /// Lets the destructor fold the journal into the file and remove it.
     void closeFolded();
 
+    /// The journal that is open, as its file holds it, even when the file has no name any more.
+    [[nodiscard]] std::expected<QByteArray, StoreFailure> journalBytes();
+
     /// Whether SQLite could open the file for reading only.
     [[nodiscard]] bool isReadOnly() const;
 
 private:
     explicit StoreConnection(std::unique_ptr<SQLite::Database> database);
     void configure(Access access);
+    [[nodiscard]] StoreFailure failure(const SQLite::Exception& exception);
     void rollBack();
 
     std::unique_ptr<SQLite::Database> m_database;

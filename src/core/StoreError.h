@@ -15,6 +15,8 @@ struct StoreError {
         NoSpace,  ///< the disk or a quota is full
         ReadOnly, ///< the store was opened for reading only
         Busy,     ///< another program holds the file
+        Replaced, ///< another file stands at the store's place; it is left alone
+        Missing,  ///< the store's file, its folder or its disk is gone
         TooBig,   ///< one record is larger than a store can hold; everything else was saved
         Unread,   ///< rich bytes could not be read from where they are; everything else was saved
         Other,
@@ -32,7 +34,8 @@ struct StoreOpenError {
     enum class Code {
         NewerSchema,     ///< written by a later version of the program
         LockedByOther,   ///< open elsewhere; `holder` says where, when it is known
-        NoAccess,        ///< no store is there, and none may be created
+        Missing,         ///< no store is there, or a link that leads to none; none was made
+        NoAccess,        ///< the system doesn't let the folder or the file be used
         NoSpace,         ///< the disk is full
         Unreadable,      ///< the file is there, and the system can't read it
         MigrationFailed, ///< an older schema could not be brought to this one

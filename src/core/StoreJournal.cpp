@@ -3,6 +3,7 @@
 
 #include "core/PersistentStoreRecovery.h"
 #include "core/StoreConnection.h"
+#include "core/StoreFiles.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -125,6 +126,15 @@ bool journalFits(const StoreState& alone, const StoreState& together)
 {
     const qint64 raised = together.generation - alone.generation;
     return alone.storeKey == together.storeKey && raised >= 0 && raised <= 2;
+}
+
+std::expected<void, FileError> restoreJournal(StoreConnection& connection, const QString& storePath)
+{
+    const QString path = persistentStoreFiles(storePath).at(1);
+    const auto bytes = connection.journalBytes();
+    if (!bytes)
+        return std::unexpected(FileError{FileError::Code::Other, path, bytes.error().detail});
+    return writeNewFile(path, *bytes);
 }
 
 } // namespace orvane

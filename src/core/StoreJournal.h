@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "core/StoreConnection.h"
 #include "core/StoreReader.h"
+#include "platform/AtomicFile.h"
 
 #include <QString>
 
+#include <expected>
 #include <optional>
 
 namespace orvane {
@@ -29,5 +32,11 @@ namespace orvane {
 /// folded after raising it by one again, so that a journal of another store, or of an earlier or
 /// later state of this one, doesn't fit.
 [[nodiscard]] bool journalFits(const StoreState& alone, const StoreState& together);
+
+/// Puts the journal that the connection has open back under its name, where nothing is any more:
+/// the same bytes in a new file, on the disk when this succeeds. From then on a crash loses
+/// nothing; the connection itself still writes the file without a name, so open another one.
+[[nodiscard]] std::expected<void, FileError> restoreJournal(StoreConnection& connection,
+                                                            const QString& storePath);
 
 } // namespace orvane

@@ -2,7 +2,9 @@
 #include "core/StoreOpening.h"
 
 #include "core/PersistentStoreRecovery.h"
+#include "core/StoreFiles.h"
 #include "core/StoreJournal.h"
+#include "core/StoreVfs.h"
 #include "platform/AtomicFile.h"
 
 #include <QDir>
@@ -11,7 +13,7 @@
 #include <QRandomGenerator>
 #include <QtEndian>
 
-#include <filesystem>
+#include <algorithm>
 #include <sqlite3.h>
 
 namespace orvane {
@@ -176,6 +178,22 @@ Result<QString> placeForReading(OpenedStore& store, const QString& path)
 
 } // namespace
 
+NotebookSnapshot OpenedStore::snapshot() const
+{
+    NotebookSnapshot snapshot{folders.records(), notes.records(), layout.layout()};
+    const auto older = [](const auto& a, const auto& b) {
+        return a->createdAt < b->createdAt;
+    };
+    const auto newer = [](const auto& a, const auto& b) {
+        return a->updatedAt > b->updatedAt;
+    };
+    if (!std::ranges::is_sorted(snapshot.folders, older))
+        std::ranges::stable_sort(snapshot.folders, older);
+    if (!std::ranges::is_sorted(snapshot.notes, newer))
+        std::ranges::stable_sort(snapshot.notes, newer);
+    return snapshot;
+}
+
 Result<OpenedStore> openStore(const QString& path, const StoreSchema& schema, StoreAccess access)
 {
     if (const auto inHeader = schemaInHeader(path, schema); !inHeader)
@@ -235,7 +253,7 @@ std::expected<void, StoreOpenError> createStore(const QString& path, const Store
         QFile::remove(file);
     try {
         SQLite::Database database(unfinished.toStdString(),
-                                  SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+                                  SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE, 0, storeVfs());
         const qint64 key = qint64(QRandomGenerator::system()->generate64() >> 2);
         database.exec("BEGIN");
         database.exec("PRAGMA application_id = " + std::to_string(storeApplicationId));
@@ -252,12 +270,11 @@ std::expected<void, StoreOpenError> createStore(const QString& path, const Store
                                                       QString::fromUtf8(exception.what()),
                                                       std::nullopt});
     }
-    std::error_code error;
-    std::filesystem::rename(unfinished.toStdU16String(), path.toStdU16String(), error);
-    if (error)
+    if (const auto renamed = renameToFreeName(unfinished, path); !renamed) {
+        QFile::remove(unfinished);
         return std::unexpected(StoreOpenError{StoreOpenError::Code::NoAccess, path,
-                                              QString::fromStdString(error.message()),
-                                              std::nullopt});
+                                              renamed.error().detail, std::nullopt});
+    }
     return {};
 }
 

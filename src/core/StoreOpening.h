@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/LayoutStore.h"
+#include "core/NotebookSnapshot.h"
 #include "core/StoreConnection.h"
 #include "core/StoreReader.h"
 #include "core/StoreSchema.h"
@@ -30,6 +31,9 @@ struct OpenedStore {
     QList<UnmappedRow> unmappedFolders;
     QList<UnmappedRow> unmappedNotes;
     LayoutStore layout;
+
+    /// What is stored: folders by age, notes newest change first.
+    [[nodiscard]] NotebookSnapshot snapshot() const;
 };
 
 /// The file's contents are wrong; the words say what.
@@ -48,7 +52,7 @@ enum class StoreAccess { ReadWrite, ReadOnly };
 openStore(const QString& path, const StoreSchema& schema, StoreAccess access);
 
 /// Makes an empty store at `path`, where no file is: complete under another name first, so that a
-/// store is never there in part.
+/// store is never there in part, and nothing that has its name meanwhile is replaced.
 [[nodiscard]] std::expected<void, StoreOpenError> createStore(const QString& path,
                                                               const StoreSchema& schema);
 

@@ -4,6 +4,7 @@
 #include "core/StoreText.h"
 
 #include <ranges>
+#include <sqlite3.h>
 
 namespace orvane {
 
@@ -51,6 +52,12 @@ bool sameColumns(const NoteRecord& a, const NoteRecord& b)
 bool same(const Blob* a, const Blob* b)
 {
     return a && b ? *a == *b : a == b;
+}
+
+std::expected<void, QString> readTitle(const std::optional<Blob>& title)
+{
+    const auto bytes = title ? title->tryBytes() : QByteArray();
+    return bytes ? std::expected<void, QString>() : std::unexpected(bytes.error());
 }
 
 // Before stored bytes go: whoever holds them unread gets them now. When that fails they are
@@ -248,10 +255,8 @@ void StoreWriter::removeNoteRow(qint64 row)
 void StoreWriter::writeBytes(qint64 key, const Blob& blob)
 {
     const auto bytes = blob.tryBytes();
-    if (!bytes) {
-        m_unread = bytes.error();
-        return;
-    }
+    if (!bytes)
+        throw SQLite::Exception(bytes.error().toStdString(), SQLITE_IOERR);
     StoreChecksum sum(m_storeKey);
     sum.addInteger(key);
     sum.addBytes(*bytes);
@@ -284,9 +289,23 @@ bool StoreWriter::fits(const FolderRecord& folder)
            largestValue;
 }
 
-std::optional<QString> StoreWriter::takeUnread()
+std::expected<void, QString> StoreWriter::readBytes(const NoteRecord* stored,
+                                                    const NoteRecord& note)
 {
-    return std::exchange(m_unread, std::nullopt);
+    for (int place = 0; place < placesInNote; ++place) {
+        const Blob* before = stored ? bytesAt(*stored, place) : nullptr;
+        const Blob* after = bytesAt(note, place);
+        if (!after || (before && before->isSameCell(*after)))
+            continue;
+        if (const auto bytes = after->tryBytes(); !bytes)
+            return std::unexpected(bytes.error());
+    }
+    return readTitle(note.titleRTF);
+}
+
+std::expected<void, QString> StoreWriter::readBytes(const FolderRecord*, const FolderRecord& folder)
+{
+    return readTitle(folder.titleRTF);
 }
 
 StoreBytesSource::StoreBytesSource(StoreConnection& connection, qint64 storeKey)
@@ -319,6 +338,12 @@ std::expected<QByteArray, QString> StoreBytesSource::read(qint64 key, qsizetype 
     if (!bytes)
         return std::unexpected(bytes.error().detail);
     return *std::move(bytes);
+}
+
+void StoreBytesSource::attach(StoreConnection& connection)
+{
+    m_statement.reset();
+    m_connection = &connection;
 }
 
 void StoreBytesSource::detach()

@@ -38,9 +38,12 @@ public:
     [[nodiscard]] static bool fits(const NoteRecord& note);
     [[nodiscard]] static bool fits(const FolderRecord& folder);
 
-    /// Set when bytes that were to be written could not be read from where they are. The record
-    /// was written all the same, and keeps their length. Asking clears it.
-    [[nodiscard]] std::optional<QString> takeUnread();
+    /// Reads every bytes of the record that writing it would store, so that writing doesn't fail
+    /// halfway; `stored` is what its row holds, if it has one. The error is why some can't be read.
+    [[nodiscard]] static std::expected<void, QString> readBytes(const NoteRecord* stored,
+                                                                const NoteRecord& note);
+    [[nodiscard]] static std::expected<void, QString> readBytes(const FolderRecord* stored,
+                                                                const FolderRecord& folder);
 
 private:
     struct Statements;
@@ -53,7 +56,6 @@ private:
     StoreConnection& m_connection;
     qint64 m_storeKey;
     std::unique_ptr<Statements> m_statements;
-    std::optional<QString> m_unread;
 };
 
 /// The bytes of a store's notes, read by row number.
@@ -62,6 +64,8 @@ public:
     StoreBytesSource(StoreConnection& connection, qint64 storeKey);
 
     [[nodiscard]] std::expected<QByteArray, QString> read(qint64 key, qsizetype size) override;
+    /// Goes on reading through another connection to the same store.
+    void attach(StoreConnection& connection);
     /// The store closes: every later read is an error.
     void detach();
 
