@@ -150,6 +150,7 @@ private:
         choice.icon = ink(inks.icon, ground.middle, choice.text);
         choice.accent = accent;
         choice.danger = system.danger;
+        choice.warning = system.orange;
         choice.border = v.pageBorderBackground.enabled
                             ? over(ground, v.pageBorderBackground, v.pageBorderOrvane).middle
                             : ground.middle;
@@ -261,8 +262,9 @@ Tokens tokensOnPaper(const Tokens& tokens)
 {
     Tokens t = tokens;
     const SurfaceTokens& page = tokens.on(Surface::Page);
-    t.on(Surface::Page) = surfaceTokens({t.paper, t.paper, t.paper, page.text, page.textSecondary,
-                                         page.icon, page.accent, page.danger, page.border});
+    t.on(Surface::Page) =
+        surfaceTokens({t.paper, t.paper, t.paper, page.text, page.textSecondary, page.icon,
+                       page.accent, page.danger, page.warning, page.border});
     t.pageText = readableInk(tokens.pageText, t.paper);
     t.caret = readableInk(tokens.caret, t.paper, iconContrast);
     t.selection = blended(tokens.accent, selectionShare, t.paper);

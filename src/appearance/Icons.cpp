@@ -14,6 +14,7 @@
 #include <QSvgRenderer>
 
 #include <cmath>
+#include <functional>
 
 namespace orvane {
 
@@ -131,7 +132,7 @@ Drawing drawingOf(Symbol symbol)
     case Symbol::Unlocked:
         return {"actions"_L1, "object-unlocked"_L1};
     case Symbol::Warning:
-        return {"status"_L1, "dialog-warning"_L1};
+        break; // drawn by us, see `ownDrawing`
     case Symbol::Writing:
         return {"actions"_L1, "document-edit"_L1};
     }
@@ -164,6 +165,39 @@ QString drawingFile(const QString& category, const QString& name)
     return themeFolder() + u'/' + category + "/16/"_L1 + name + ".svg"_L1;
 }
 
+/// What the icon theme draws filled or in colours of its own, as a line drawing.
+QByteArray ownDrawing(Symbol symbol)
+{
+    if (symbol != Symbol::Warning)
+        return {};
+    return R"(<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 16 16">
+<path d="M8 2.25 14.75 13.5H1.25Z" fill="none" stroke="#000" stroke-width="1.1"
+ stroke-linejoin="round"/>
+<path d="M8 6.5v3.25" stroke="#000" stroke-width="1.2" stroke-linecap="round"/>
+<circle cx="8" cy="11.5" r=".75"/></svg>)"_ba;
+}
+
+/// A drawing in one colour; what loads it is told the renderer.
+QPixmap rendered(const QString& key, int pixels, const QColor& color,
+                 const std::function<bool(QSvgRenderer&)>& load)
+{
+    const QString whole = u"orvane:%1:%2:%3"_s.arg(key).arg(pixels).arg(color.rgba(), 0, 16);
+    QPixmap pixmap;
+    if (pixels <= 0 || QPixmapCache::find(whole, &pixmap))
+        return pixmap;
+    QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    if (QSvgRenderer renderer; load(renderer)) {
+        QPainter painter(&image);
+        renderer.render(&painter, QRectF(0, 0, pixels, pixels));
+        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        painter.fillRect(image.rect(), color);
+    }
+    pixmap = QPixmap::fromImage(std::move(image));
+    QPixmapCache::insert(whole, pixmap);
+    return pixmap;
+}
+
 } // namespace
 
 Symbol projectSymbol(const std::optional<QString>& storedIcon)
@@ -175,6 +209,9 @@ Symbol projectSymbol(const std::optional<QString>& storedIcon)
 
 QPixmap symbolPixmap(Symbol symbol, int pixels, const QColor& color)
 {
+    if (const QByteArray own = ownDrawing(symbol); !own.isEmpty())
+        return rendered(u"own/%1"_s.arg(int(symbol)), pixels, color,
+                        [&](QSvgRenderer& renderer) { return renderer.load(own); });
     const auto [category, name] = drawingOf(symbol);
     return themeDrawingPixmap(QString(category), QString(name), pixels, color);
 }
@@ -182,23 +219,10 @@ QPixmap symbolPixmap(Symbol symbol, int pixels, const QColor& color)
 QPixmap themeDrawingPixmap(const QString& category, const QString& name, int pixels,
                            const QColor& color)
 {
-    const QString key =
-        u"orvane:%1/%2:%3:%4"_s.arg(category, name).arg(pixels).arg(color.rgba(), 0, 16);
-    QPixmap pixmap;
-    if (pixels <= 0 || QPixmapCache::find(key, &pixmap))
-        return pixmap;
-    QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    const QString file = drawingFile(category, name);
-    if (QSvgRenderer renderer; !file.isEmpty() && renderer.load(file)) {
-        QPainter painter(&image);
-        renderer.render(&painter, QRectF(0, 0, pixels, pixels));
-        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
-        painter.fillRect(image.rect(), color);
-    }
-    pixmap = QPixmap::fromImage(std::move(image));
-    QPixmapCache::insert(key, pixmap);
-    return pixmap;
+    return rendered(category + u'/' + name, pixels, color, [&](QSvgRenderer& renderer) {
+        const QString file = drawingFile(category, name);
+        return !file.isEmpty() && renderer.load(file);
+    });
 }
 
 double deviceRatio(const QPainter& painter)

@@ -23,6 +23,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr const char* toneProperty = "orvaneTone";
+constexpr const char* ringProperty = "orvaneRingAroundFace";
 /// The popup of a combo box, which is a class of the toolkit's own.
 constexpr const char* listOfComboBox = "QComboBoxPrivateContainer";
 
@@ -33,6 +34,11 @@ ButtonTone toneOf(const QStyleOptionButton& option, const QWidget* widget)
         return ButtonTone(told.toInt());
     return option.features.testFlag(QStyleOptionButton::DefaultButton) ? ButtonTone::Accent
                                                                        : ButtonTone::Plain;
+}
+
+bool hasRingAroundFace(const QWidget* widget)
+{
+    return widget && widget->property(ringProperty).toBool();
 }
 
 constexpr const char* longListProperty = "orvaneLongList";
@@ -116,6 +122,11 @@ void setButtonTone(QAbstractButton* button, ButtonTone tone)
 {
     button->setProperty(toneProperty, int(tone));
     button->update();
+}
+
+void setRingAroundFace(QAbstractButton* button)
+{
+    button->setProperty(ringProperty, true);
 }
 
 void drawPanel(QPainter& painter, const QRectF& rect, double radius, const QColor& fill,
@@ -249,7 +260,7 @@ void OrvaneStyle::drawButtonFace(const QStyleOptionButton& option, QPainter& pai
 {
     const Tokens& t = m_look.tokens();
     const ButtonTone tone = toneOf(option, widget);
-    const bool plain = tone == ButtonTone::Plain;
+    const bool plain = tone == ButtonTone::Plain || tone == ButtonTone::DangerText;
     const QColor ground = option.palette.color(QPalette::Window);
     const bool pressed = option.state.testFlag(State_Sunken);
     const bool hovered = option.state.testFlag(State_MouseOver);
@@ -264,7 +275,11 @@ void OrvaneStyle::drawButtonFace(const QStyleOptionButton& option, QPainter& pai
         face = shaded(face, tone == ButtonTone::Accent ? t.textOnAccent : t.textOnDanger,
                       pressed ? 0.18 : 0.1);
     QRectF rect = option.rect;
-    if (showsKeyboardFocus(option)) {
+    if (hasRingAroundFace(widget)) {
+        if (option.state.testFlag(State_HasFocus))
+            drawFocusRing(painter, rect, 6 + ringRoom - 1, ringOf(option));
+        rect.adjust(ringRoom, ringRoom, -ringRoom, -ringRoom);
+    } else if (showsKeyboardFocus(option)) {
         drawFocusRing(painter, rect, 6,
                       plain ? ringOf(option) : option.palette.color(QPalette::WindowText));
         rect.adjust(3, 3, -3, -3);
@@ -278,9 +293,11 @@ void OrvaneStyle::drawButtonLabel(const QStyleOptionButton& option, QPainter& pa
 {
     const Tokens& t = m_look.tokens();
     const ButtonTone tone = toneOf(option, widget);
-    QColor ink = tone == ButtonTone::Accent   ? t.textOnAccent
-                 : tone == ButtonTone::Danger ? t.textOnDanger
-                                              : option.palette.color(QPalette::ButtonText);
+    const bool isFilled = tone == ButtonTone::Accent || tone == ButtonTone::Danger;
+    QColor ink = tone == ButtonTone::Accent       ? t.textOnAccent
+                 : tone == ButtonTone::Danger     ? t.textOnDanger
+                 : tone == ButtonTone::DangerText ? option.palette.color(QPalette::BrightText)
+                                                  : option.palette.color(QPalette::ButtonText);
     if (!option.state.testFlag(State_Enabled))
         ink = withOpacity(option.palette.color(QPalette::Active, QPalette::WindowText), 0.45);
     const int iconSize = option.icon.isNull() ? 0 : option.iconSize.width();
@@ -298,7 +315,7 @@ void OrvaneStyle::drawButtonLabel(const QStyleOptionButton& option, QPainter& pa
     }
     rect.setLeft(x);
     painter.setPen(ink);
-    if (tone != ButtonTone::Plain && option.state.testFlag(State_Enabled))
+    if (isFilled && option.state.testFlag(State_Enabled))
         painter.setFont(interfaceFont(
             TextStyle::Body, polarityOf(ink, tone == ButtonTone::Accent ? t.accent : t.danger)));
     painter.drawText(rect, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextHideMnemonic, option.text);
@@ -457,7 +474,8 @@ QSize OrvaneStyle::sizeFromContents(ContentsType type, const QStyleOption* optio
         if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option)) {
             const int iconSize = button->icon.isNull() ? 0 : button->iconSize.width() + 8;
             const int text = button->fontMetrics.horizontalAdvance(button->text);
-            return {text + iconSize + 32, 34};
+            const int ring = hasRingAroundFace(widget) ? 2 * ringRoom : 0;
+            return {text + iconSize + 32 + ring, 34 + ring};
         }
         break;
     case CT_ToolButton:

@@ -15,8 +15,9 @@ class QStyleOptionSpinBox;
 
 namespace orvane {
 
-/// What a push button means. A default button is `Accent` unless told otherwise.
-enum class ButtonTone { Plain, Accent, Danger };
+/// What a push button means. A default button is `Accent` unless told otherwise; `DangerText` is a
+/// plain button whose words warn.
+enum class ButtonTone { Plain, Accent, Danger, DangerText };
 
 /// Lets a combo box with many entries open a list of limited height below it, with a scroll bar, in
 /// place of a menu over it. Before its first opening.
@@ -24,6 +25,11 @@ void setLongList(QComboBox* combo);
 
 /// Gives a button its tone and repaints it.
 void setButtonTone(QAbstractButton* button, ButtonTone tone);
+
+/// How much larger than its face a button is on each side that keeps its focus ring around the
+/// face. Such a button shows the ring whenever it has the focus.
+inline constexpr int ringRoom = 4;
+void setRingAroundFace(QAbstractButton* button);
 
 /// The style of every stock widget: drawn from the look's tokens, over Fusion's behaviour and
 /// measures. Tool buttons, fields and scroll bars take their inks from the palette of the surface

@@ -61,6 +61,7 @@ SurfaceTokens surfaceTokens(const SurfaceChoice& choice)
     grounds.append(s.selectedRow);
     s.icon = readableInk(choice.icon, grounds, iconContrast);
     s.accent = readableInk(choice.accent, grounds, iconContrast);
+    s.warning = readableInk(choice.warning, grounds, iconContrast);
     s.border = contrastRatio(choice.border, s.ground) >= weakestLine
                    ? choice.border
                    : blended(s.text, plainLineShare, s.ground);

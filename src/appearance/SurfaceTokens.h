@@ -15,6 +15,7 @@ struct SurfaceChoice {
     QColor icon;
     QColor accent;
     QColor danger;
+    QColor warning;
     QColor border;
 };
 

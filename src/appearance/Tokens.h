@@ -45,6 +45,7 @@ struct SurfaceTokens {
     QColor accent;  ///< icons, bars and focus rings in the accent colour
     QColor link;    ///< text in the accent colour
     QColor danger;  ///< text that warns
+    QColor warning; ///< pictures that say that something is wrong
     QColor field;   ///< the ground of text fields
     QColor control; ///< the face of a plain button
     QColor border;  ///< lines and edges

@@ -2,15 +2,24 @@
 #pragma once
 
 #include "platform/Questions.h"
+#include "shell/QuestionSheetParts.h"
 #include "shell/SheetHost.h"
+
+#include <QHash>
+#include <QTimer>
 
 class QCheckBox;
 class QComboBox;
-class QPushButton;
+class QHBoxLayout;
+class QVBoxLayout;
 
 namespace orvane {
 
-/// A question of `Questions` as a sheet.
+class MessageText;
+
+/// A question of `Questions` as a sheet. Keys that were meant for something else don't answer it:
+/// Return and the space bar act once it has been on the screen for a moment without a key, and
+/// never by repeating themselves. Escape always does, since it leaves things alone.
 class QuestionSheet : public Sheet {
     Q_OBJECT
 public:
@@ -20,20 +29,45 @@ public:
     [[nodiscard]] QWidget* initialFocus() override;
     void dismiss() override;
     [[nodiscard]] QSize sizeHint() const override;
-    /// Shows another question in this one's place.
+    /// Shows another question in this one's place. What has the focus keeps it.
     void change(const Question& question);
     /// Goes without an answer.
     void withdraw();
 
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
+    class Body;
+
+    [[nodiscard]] int textWidth() const;
+    void makeBody(QVBoxLayout& layout);
+    [[nodiscard]] MessageText* addText(QVBoxLayout& layout, LabelInk ink);
+    void makeChoices(QVBoxLayout& layout);
     [[nodiscard]] QWidget* makeButtons();
+    void showQuestion();
+    void showButton(int index);
     void answerWith(int button);
+    /// Whether the key press was meant for this sheet, as far as one can tell.
+    [[nodiscard]] bool isMeant(const QKeyEvent& press);
 
     Question m_question;
     Answer m_answer;
+    QuestionTitle* m_title = nullptr;
+    MessageText* m_text = nullptr;
+    Body* m_body = nullptr;
+    QHBoxLayout* m_sideRow = nullptr;
+    QList<QuestionSideCard*> m_sides;
+    MessageText* m_kept = nullptr;
+    QuestionRowList* m_rows = nullptr;
+    MessageText* m_explanation = nullptr;
     QCheckBox* m_suppression = nullptr;
     QComboBox* m_choices = nullptr;
-    QPushButton* m_default = nullptr;
+    QHash<int, QPushButton*> m_buttons;
+    QTimer m_quiet;
+    bool m_takesKeys = false;
 };
 
 /// Asks in the window of a sheet host, and keeps the event loop running until there is an answer.

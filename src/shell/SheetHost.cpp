@@ -46,6 +46,12 @@ void Sheet::close()
     deleteLater();
 }
 
+void Sheet::fitContents()
+{
+    if (m_host)
+        m_host->layOut();
+}
+
 void Sheet::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
@@ -124,10 +130,15 @@ void SheetHost::focusInto(Sheet* sheet)
 
 void SheetHost::remove(Sheet* sheet)
 {
+    const bool wasOnTop = topSheet() == sheet;
     m_sheets.removeAll(sheet);
     sheet->hide();
-    if (Sheet* below = topSheet())
-        return focusInto(below);
+    update();
+    if (Sheet* top = topSheet()) {
+        if (wasOnTop)
+            focusInto(top);
+        return;
+    }
     hide();
     emit visibleChanged();
     if (m_focusBefore && m_focusBefore->isVisible())

@@ -34,6 +34,8 @@ signals:
 protected:
     /// Takes the sheet off the screen; it is deleted when control comes back to the event loop.
     void close();
+    /// Places the sheet again after what stands in it has changed its size.
+    void fitContents();
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     bool focusNextPrevChild(bool next) override;

@@ -14,6 +14,7 @@
 #include "shell/TourFormatting.h"
 #include "shell/TourHand.h"
 #include "shell/TourPages.h"
+#include "shell/TourSafety.h"
 #include "shell/TourWriting.h"
 #include "shell/inspector/AliasesSheet.h"
 #include "shell/inspector/VersionListView.h"
@@ -198,9 +199,9 @@ void Tour::answering(const std::function<void()>& trigger, const QString& button
 
 void Tour::begin()
 {
-    const UserFolders folders = UserFolders::below(m_home.path());
     m_app = std::make_unique<OrvaneWorkspaceApp>(
-        folders, std::make_unique<FolderTrash>(m_home.path() + u"/trash"_s));
+        UserFolders::below(m_home.path()),
+        std::make_unique<FolderTrash>(m_home.path() + u"/trash"_s));
     m_app->start();
     m_hand = std::make_unique<TourHand>(window());
     window().activateWindow();
@@ -399,13 +400,12 @@ void Tour::tagsAndVersions()
 void Tour::looks()
 {
     AppearanceThemeLibrary& themes = m_app->themes();
-    const QUuid signature = signatureBundle().id;
-    themes.applyTheme(signature, AppearanceThemeMode::Light);
+    themes.applyTheme(signatureBundle().id, AppearanceThemeMode::Light);
     picture(u"main-light"_s);
     picture2x(window(), u"main-light"_s);
     themes.applyTheme(googleWorkspaceBundle().id, AppearanceThemeMode::Light);
     picture(u"main-google"_s);
-    themes.applyTheme(signature, AppearanceThemeMode::Dark);
+    themes.applyTheme(signatureBundle().id, AppearanceThemeMode::Dark);
     picture2x(window(), u"main-dark"_s);
     settings();
     window().activateWindow();
@@ -572,6 +572,7 @@ int Tour::run()
     };
     tourPages(*m_app, *m_hand, take);
     tourWriting(*m_app, *m_hand, m_folder, take);
+    tourSafety(*m_app, take);
     tagsAndVersions();
     looks();
     browse();

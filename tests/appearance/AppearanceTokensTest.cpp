@@ -41,6 +41,7 @@ void expectReadable(const SurfaceTokens& s)
         expectReadable(s.danger, ground, textContrast, "danger");
         expectReadable(s.icon, ground, iconContrast, "icon");
         expectReadable(s.accent, ground, iconContrast, "focus ring");
+        expectReadable(s.warning, ground, iconContrast, "warning");
     }
     expectReadable(s.accent, s.selectedRow, iconContrast, "accent bar of the selected row");
     expectReadable(s.textOnSelectedRow, s.selectedRow, textContrast, "text, selected row");

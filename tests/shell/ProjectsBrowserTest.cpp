@@ -2,6 +2,7 @@
 #include "ShellFixture.h"
 #include "appearance/AppearanceTokens.h"
 #include "core/ProjectLock.h"
+#include "shell/MessageText.h"
 #include "shell/ProjectTilesModel.h"
 
 #include <QCheckBox>
@@ -11,7 +12,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QMenu>
-#include <QPlainTextEdit>
+#include <QTest>
 
 namespace orvane {
 namespace {
@@ -134,6 +135,7 @@ TEST_F(ProjectsBrowserTest, OpeningAsksAndCanStopAsking)
     EXPECT_TRUE(answering([&] { m_hand->press(Qt::Key_Return); },
                           [&] {
                               m_hand->click(*find<QCheckBox>(), {8, 8});
+                              QTest::qWait(450); // a key right away would not be meant for it
                               m_hand->press(Qt::Key_Return);
                           }));
     ASSERT_TRUE(isOpen());
@@ -240,7 +242,7 @@ TEST_F(ProjectsBrowserTest, ADamagedProjectStaysClosedBehindItsAlert)
         EXPECT_TRUE(answering([&] { m_hand->press(Qt::Key_Return); },
                               [&] {
                                   EXPECT_EQ(sheetTitle(), u"Project Data Protected"_s);
-                                  message = find<QPlainTextEdit>()->toPlainText();
+                                  message = find<MessageText>()->toPlainText();
                                   press(u"OK"_s);
                               }));
         EXPECT_TRUE(message.contains(u"could not safely load \"Letters\""_s));

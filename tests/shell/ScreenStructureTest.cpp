@@ -8,6 +8,7 @@
 #include "editor/EditorPaneView.h"
 #include "shell/ElidedLabel.h"
 #include "shell/ProjectsBrowserView.h"
+#include "shell/TourSafety.h"
 #include "shell/settings/SettingsWindow.h"
 
 #include <QAbstractSpinBox>
@@ -232,6 +233,10 @@ TEST_F(ScreenStructureTest, EveryScreenInEveryBuiltInLook)
         question.tone = Question::Tone::Destructive;
         EXPECT_TRUE(answering([&] { state().services().questions.ask(question); },
                               [this] { checkScreen("question"); }));
+        for (const auto& [name, safety] : sampleSafetyQuestions()) {
+            const auto shown = state().services().questions.show(safety, [](const Answer&) {});
+            checkScreen(qUtf8Printable(name));
+        }
     });
 }
 
