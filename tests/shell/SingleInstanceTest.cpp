@@ -7,8 +7,13 @@
 #include <QLocalSocket>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QtEndian>
 #include <gtest/gtest.h>
 
+#include <ctime>
+#include <deque>
+#include <sys/resource.h>
+#include <sys/socket.h>
 #include <thread>
 
 namespace orvane {
@@ -126,6 +131,130 @@ TEST(SingleInstance, AFolderThatTakesNoLockKeepsNobodyOut)
     QTemporaryDir folder;
     SingleInstance instance(folder.filePath(u"missing"_s));
     EXPECT_EQ(instance.claim({}, 200ms), Role::First);
+}
+
+/// A running program with short patience, and strangers that connect to it.
+class CrowdedInstanceTest : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        QObject::connect(&first, &SingleInstance::requested,
+                         [this](const OpenRequest& request) { taken.append(request); });
+        ASSERT_EQ(first.claim({}), Role::First);
+    }
+    LocalSocket stranger() const
+    {
+        return LocalSocket::connectedTo(folder.filePath(u"orvaneworkspace.socket"_s), 100ms);
+    }
+    static bool isDropped(const LocalSocket& socket)
+    {
+        char byte = 0;
+        return ::recv(socket.descriptor(), &byte, 1, MSG_DONTWAIT) == 0 || errno == ECONNRESET;
+    }
+    static QByteArray message(const OpenRequest& request)
+    {
+        const QByteArray content = encoded(request);
+        QByteArray length(4, Qt::Uninitialized);
+        qToBigEndian(quint32(content.size()), length.data());
+        return length + content;
+    }
+    static double processorSeconds()
+    {
+        timespec time{};
+        ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+        return double(time.tv_sec) + double(time.tv_nsec) / 1e9;
+    }
+
+    QTemporaryDir folder;
+    SingleInstance first{folder.path(), {.held = 8, .patience = 400ms, .pause = 200ms}};
+    QList<OpenRequest> taken;
+};
+
+TEST_F(CrowdedInstanceTest, WhoSendsNothingWholeIsDropped)
+{
+    const OpenRequest request{{}, {u"/home/x/a.md"_s}, {}};
+    const QByteArray whole = message(request);
+    struct Case {
+        const char* name;
+        QByteArray sent;
+        bool isTaken;
+    };
+    for (const Case& c : {Case{"nothing", {}, false},
+                          {"half a length", whole.first(2), false},
+                          {"half a message", whole.first(whole.size() / 2), false},
+                          {"a huge one begun", QByteArray("\0\xf4\x24\0{", 5), false},
+                          {"a whole one", whole, true}}) {
+        SCOPED_TRACE(c.name);
+        taken.clear();
+        const LocalSocket peer = stranger();
+        ASSERT_TRUE(peer.isOpen());
+        ASSERT_TRUE(peer.write(c.sent));
+        QTest::qWait(150);
+        EXPECT_EQ(taken.size(), c.isTaken ? 1 : 0);
+        QTest::qWait(400);
+        if (!c.isTaken) {
+            EXPECT_TRUE(isDropped(peer));
+        }
+    }
+    // A slow one that is whole in time, and goes without reading its answer.
+    taken.clear();
+    {
+        const LocalSocket peer = stranger();
+        for (qsizetype i = 0; i < whole.size(); i += 20) {
+            ASSERT_TRUE(peer.write(
+                QByteArrayView(whole).sliced(i, std::min<qsizetype>(20, whole.size() - i))));
+            QTest::qWait(10);
+        }
+    }
+    EXPECT_EQ(taken, QList<OpenRequest>{request});
+    // What came in time counts, however late the program looks at it.
+    taken.clear();
+    const LocalSocket peer = stranger();
+    QTest::qWait(50);
+    ASSERT_TRUE(peer.write(whole));
+    QThread::msleep(500);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return taken.size() == 1; }, 1'000));
+}
+
+TEST_F(CrowdedInstanceTest, AThousandConnectionsLeaveRoomForTheNextStart)
+{
+    std::deque<LocalSocket> crowd;
+    int still = 0;
+    for (int i = 0; i < 1000; ++i) {
+        crowd.push_back(stranger());
+        ASSERT_TRUE(crowd.back().isOpen()) << i;
+        if (i % 10 == 0)
+            QTest::qWait(5);
+        if (crowd.size() > 100)
+            crowd.pop_front();
+    }
+    QTest::qWait(50);
+    for (const LocalSocket& each : crowd)
+        still += isDropped(each) ? 0 : 1;
+    EXPECT_LE(still, 8) << "only the newest are held";
+    EXPECT_EQ(claimElsewhere(folder.path(), {}, 5s), Role::HandedOver);
+    EXPECT_EQ(taken.size(), 1);
+}
+
+TEST_F(CrowdedInstanceTest, WithoutDescriptorsItWaitsAndComesBack)
+{
+    std::deque<LocalSocket> crowd;
+    for (int i = 0; i < 10; ++i)
+        crowd.push_back(stranger());
+    rlimit before{};
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
+    const int next = ::dup(0);
+    ::close(next);
+    rlimit none = before;
+    none.rlim_cur = rlim_t(next);
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
+    const double start = processorSeconds();
+    QTest::qWait(1'000);
+    const double used = processorSeconds() - start;
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &before), 0);
+    EXPECT_LT(used, 0.3) << "seconds of processor time in one of waiting";
+    crowd.clear();
+    EXPECT_EQ(claimElsewhere(folder.path(), {}, 5s), Role::HandedOver);
 }
 
 } // namespace

@@ -31,8 +31,9 @@ public:
     /// Connected to who listens at `path`; it, `write` and `read` wait for `patience` at most each.
     [[nodiscard]] static LocalSocket connectedTo(const QString& path,
                                                  std::chrono::milliseconds patience);
-    /// The next program that wants to connect to this one that listens; not open where none waits.
-    /// Reading from it doesn't wait.
+    /// The next program that wants to connect to this one that listens; reading from it and writing
+    /// to it don't wait. Not open where none waits (errno is EAGAIN then) or that one has gone
+    /// (ECONNABORTED), and with any other errno where the system has no room for a connection now.
     [[nodiscard]] LocalSocket accept() const;
 
     [[nodiscard]] bool isOpen() const { return m_descriptor >= 0; }

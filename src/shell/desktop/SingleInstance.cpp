@@ -29,55 +29,77 @@ QByteArray framed(const QByteArray& message)
     return length + message;
 }
 
-/// What a further start sends, as it comes in. Goes when it is through, or is no message of ours.
+/// What a further start sends, as it comes in. Over when it is whole, is no message of ours, or has
+/// not come within the time.
 class IncomingRequest final : public QObject {
 public:
-    using Taken = std::function<void(const OpenRequest&)>;
+    using Over = std::function<void(IncomingRequest*, const std::optional<OpenRequest>&)>;
 
-    IncomingRequest(LocalSocket socket, Taken tell, QObject* parent)
+    IncomingRequest(LocalSocket socket, std::chrono::milliseconds patience, Over over,
+                    QObject* parent)
         : QObject(parent)
         , m_socket(std::move(socket))
-        , m_tell(std::move(tell))
+        , m_over(std::move(over))
         , m_notifier(m_socket.descriptor(), QSocketNotifier::Read)
     {
         connect(&m_notifier, &QSocketNotifier::activated, this, &IncomingRequest::read);
+        m_patience.setSingleShot(true);
+        // What has come while this program was busy still counts.
+        m_patience.callOnTimeout(this, [this] {
+            while (!m_isOver && read() == LocalSocket::Read::Some) {
+            }
+            finish(std::nullopt);
+        });
+        m_patience.start(patience);
     }
 
 private:
-    void read()
+    LocalSocket::Read read()
     {
         const LocalSocket::Read got = m_socket.read(m_bytes);
         if (got == LocalSocket::Read::Nothing)
-            return;
+            return got;
         const bool knowsLength = m_bytes.size() >= lengthSize;
         const qsizetype length =
             knowsLength ? qsizetype(qFromBigEndian<quint32>(m_bytes.constData())) : 0;
         const bool isWhole = knowsLength && m_bytes.size() >= lengthSize + length;
-        if (got == LocalSocket::Read::Some && !isWhole && length <= longestOpenRequest)
+        if (got == LocalSocket::Read::Ended || isWhole || length > longestOpenRequest)
+            finish(isWhole ? decodedOpenRequest(m_bytes.sliced(lengthSize, length)) : std::nullopt);
+        return got;
+    }
+
+    void finish(const std::optional<OpenRequest>& request)
+    {
+        if (std::exchange(m_isOver, true))
             return;
+        m_patience.stop();
         m_notifier.setEnabled(false);
+        if (request)
+            m_socket.write(QByteArrayView(&taken, 1));
+        m_socket = LocalSocket();
         deleteLater();
-        const auto request =
-            isWhole ? decodedOpenRequest(m_bytes.sliced(lengthSize, length)) : std::nullopt;
-        if (!request)
-            return;
-        m_socket.write(QByteArrayView(&taken, 1));
-        m_tell(*request);
+        m_over(this, request);
     }
 
     LocalSocket m_socket;
-    Taken m_tell;
+    Over m_over;
     QSocketNotifier m_notifier;
+    QTimer m_patience;
     QByteArray m_bytes;
+    bool m_isOver = false;
 };
 
 } // namespace
 
-SingleInstance::SingleInstance(const QString& folder, QObject* parent)
+SingleInstance::SingleInstance(const QString& folder, const ConnectionLimits& limits,
+                               QObject* parent)
     : QObject(parent)
     , m_socketPath(folder + QStringLiteral("/orvaneworkspace.socket"))
     , m_lock(folder + QStringLiteral("/orvaneworkspace.lock"))
+    , m_limits(limits)
 {
+    m_pause.setSingleShot(true);
+    m_pause.callOnTimeout(this, [this] { m_incoming->setEnabled(true); });
     m_lock.setStaleLockTime(0); // held as long as the program runs; a dead owner's lock is broken
 }
 
@@ -120,8 +142,8 @@ void SingleInstance::listen()
                  qUtf16Printable(qt_error_string(errno)));
         return;
     }
-    auto* incoming = new QSocketNotifier(m_listening.descriptor(), QSocketNotifier::Read, this);
-    connect(incoming, &QSocketNotifier::activated, this, &SingleInstance::takeConnections);
+    m_incoming = new QSocketNotifier(m_listening.descriptor(), QSocketNotifier::Read, this);
+    connect(m_incoming, &QSocketNotifier::activated, this, &SingleInstance::takeConnections);
 }
 
 bool SingleInstance::handOver(const OpenRequest& request, std::chrono::milliseconds patience)
@@ -134,10 +156,37 @@ bool SingleInstance::handOver(const OpenRequest& request, std::chrono::milliseco
 
 void SingleInstance::takeConnections()
 {
-    for (LocalSocket socket = m_listening.accept(); socket.isOpen(); socket = m_listening.accept())
-        new IncomingRequest(
-            std::move(socket), [this](const OpenRequest& request) { emit requested(request); },
-            this);
+    // Not all of a flood at once: the program goes on in between.
+    for (int i = 0; i < m_limits.held; ++i) {
+        LocalSocket socket = m_listening.accept();
+        const int error = errno;
+        if (socket.isOpen()) {
+            hold(std::move(socket));
+            continue;
+        }
+        if (error == ECONNABORTED)
+            continue;
+        if (error != EAGAIN && error != EWOULDBLOCK) {
+            // The one that waits would call again at once, and again.
+            m_incoming->setEnabled(false);
+            m_pause.start(m_limits.pause);
+        }
+        return;
+    }
+}
+
+void SingleInstance::hold(LocalSocket socket)
+{
+    if (m_held.size() >= m_limits.held)
+        delete m_held.takeFirst();
+    m_held.append(new IncomingRequest(
+        std::move(socket), m_limits.patience,
+        [this](IncomingRequest* over, const std::optional<OpenRequest>& request) {
+            m_held.removeOne(over);
+            if (request)
+                emit requested(*request);
+        },
+        this));
 }
 
 } // namespace orvane

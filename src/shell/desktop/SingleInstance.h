@@ -4,12 +4,25 @@
 #include "shell/desktop/LocalSocket.h"
 #include "shell/desktop/OpenRequest.h"
 
+#include <QList>
 #include <QLockFile>
 #include <QObject>
+#include <QTimer>
 
 #include <chrono>
 
+class QSocketNotifier;
+
 namespace orvane {
+
+/// What a running program spends on those that connect to it.
+struct ConnectionLimits {
+    int held = 32; ///< at once; the oldest goes first
+    /// For a message to be whole. A start that hands over sends its message at once.
+    std::chrono::milliseconds patience = std::chrono::seconds(5);
+    /// Before the next look, when the system had no room for a connection.
+    std::chrono::milliseconds pause = std::chrono::seconds(1);
+};
 
 /// Sees to it that the program runs once for a person: the first start listens on a socket in the
 /// person's runtime folder, every further one hands over what it was asked to open and ends.
@@ -23,7 +36,8 @@ public:
     };
 
     /// `folder` is the runtime folder; both the lock and the socket stand there.
-    explicit SingleInstance(const QString& folder, QObject* parent = nullptr);
+    explicit SingleInstance(const QString& folder, const ConnectionLimits& limits = {},
+                            QObject* parent = nullptr);
     ~SingleInstance() override;
 
     /// Becomes the first, or hands `request` to it. Waits `patience` at most. Where the folder
@@ -39,10 +53,15 @@ private:
     void listen();
     [[nodiscard]] bool handOver(const OpenRequest& request, std::chrono::milliseconds patience);
     void takeConnections();
+    void hold(LocalSocket socket);
 
     QString m_socketPath;
     QLockFile m_lock;
+    ConnectionLimits m_limits;
     LocalSocket m_listening;
+    QSocketNotifier* m_incoming = nullptr;
+    QTimer m_pause;
+    QList<QObject*> m_held; ///< oldest first
 };
 
 } // namespace orvane
