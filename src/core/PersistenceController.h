@@ -88,8 +88,9 @@ public:
     [[nodiscard]] bool isReadOnly() const;
 
     /// What is stored: folders by age, notes newest change first. Notes without any folder are
-    /// given a new folder "Inbox" here, which is stored with the next save. Rows that are not
-    /// records (a malformed id, a missing title) are left out.
+    /// given a new folder "Inbox" here, which is stored with the next save. A row that lacks a
+    /// required value is a recovered record with what can be read, at the project's root where it
+    /// names no folder; its row stays as it is until that record is changed or removed.
     [[nodiscard]] NotebookSnapshot load();
 
     /// Makes the store equal to the snapshot, touching only what differs from what is stored. A

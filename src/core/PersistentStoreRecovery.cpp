@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "core/PersistentStoreRecovery.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -9,6 +10,28 @@
 namespace orvane {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto backupPrefix = "PersistentStoreRecovery-"_L1;
+
+// The folder of the last recovery, or the data folder itself where none is.
+QString newestBackup(const QString& dataFolder)
+{
+    QString newest = dataFolder;
+    qint64 latest = -1;
+    for (const QString& name : QDir(dataFolder).entryList({backupPrefix + u'*'}, QDir::Dirs)) {
+        bool isTime = false;
+        const qint64 time = QStringView(name).mid(backupPrefix.size()).toLongLong(&isTime);
+        if (!isTime || time <= latest)
+            continue;
+        latest = time;
+        newest = dataFolder + u'/' + name;
+    }
+    return newest;
+}
+
+} // namespace
 
 QByteArray PersistentStoreRecovery::encoded() const
 {
@@ -27,7 +50,9 @@ PersistentStoreRecovery::decoded(const QByteArray& bytes)
         return std::unexpected(json.error());
     JsonObjectReader reader(*json);
     PersistentStoreRecovery recovery;
-    recovery.backupDirectoryURL = QUrl(reader.string("backupDirectoryURL"_L1), QUrl::StrictMode);
+    const QString place = reader.string("backupDirectoryURL"_L1);
+    recovery.backupDirectoryURL =
+        QDir::isAbsolutePath(place) ? QUrl::fromLocalFile(place) : QUrl(place, QUrl::StrictMode);
     recovery.errorDescription = reader.string("errorDescription"_L1);
     if (!recovery.backupDirectoryURL.isLocalFile())
         reader.fail(reader.pathOf("backupDirectoryURL"_L1), u"a file URL is expected"_s);
@@ -42,19 +67,24 @@ QString PersistentStoreRecovery::markerPath(const QString& dataFolder)
 std::optional<PersistentStoreRecovery> PersistentStoreRecovery::read(const QString& dataFolder)
 {
     const QString path = markerPath(dataFolder);
-    const auto bytes = readFile(path);
-    if (!bytes) {
-        if (bytes.error().code != FileError::Code::NotFound)
-            qWarning("%ls", qUtf16Printable(bytes.error().text()));
+    const QFileInfo info(path);
+    if (!info.exists() && !info.isSymLink())
         return std::nullopt;
+    QString problem = u"it is not a file"_s;
+    if (info.isFile()) {
+        const auto bytes = readFile(path);
+        auto recovery = bytes ? decoded(*bytes) : std::unexpected(JsonError());
+        if (recovery)
+            return *std::move(recovery);
+        problem = bytes ? recovery.error().text() : bytes.error().text();
     }
-    auto recovery = decoded(*bytes);
-    if (!recovery) {
-        qWarning("%ls is not a recovery marker: %ls", qUtf16Printable(path),
-                 qUtf16Printable(recovery.error().text()));
-        return std::nullopt;
-    }
-    return *std::move(recovery);
+    qWarning("%ls is no readable recovery marker: %ls", qUtf16Printable(path),
+             qUtf16Printable(problem));
+    return PersistentStoreRecovery{
+        QUrl::fromLocalFile(newestBackup(dataFolder)),
+        QCoreApplication::translate("PersistentStoreRecovery",
+                                    "The recovery marker can't be read: %1")
+            .arg(path)};
 }
 
 std::expected<void, FileError> PersistentStoreRecovery::write(const QString& dataFolder) const
@@ -84,7 +114,7 @@ QStringList persistentStoreFiles(const QString& storePath)
 
 QString backupDirectory(const QString& storePath, Timestamp now)
 {
-    return u"%1/PersistentStoreRecovery-%2"_s.arg(QFileInfo(storePath).absolutePath())
+    return u"%1/%2%3"_s.arg(QFileInfo(storePath).absolutePath(), backupPrefix)
         .arg(now.msecs / 1000);
 }
 

@@ -29,8 +29,9 @@ struct PersistentStoreRecovery {
     decoded(const QByteArray& bytes);
 
     [[nodiscard]] static QString markerPath(const QString& dataFolder);
-    /// The marker of a data folder: nothing when there is none, or when it can't be read or isn't
-    /// one, which is logged.
+    /// The marker of a data folder: nothing only where nothing has its name. One that can't be read
+    /// or isn't one keeps the project closed as well; the newest recovery folder then stands for
+    /// the place, or the data folder where there is none.
     [[nodiscard]] static std::optional<PersistentStoreRecovery> read(const QString& dataFolder);
     [[nodiscard]] std::expected<void, FileError> write(const QString& dataFolder) const;
 };

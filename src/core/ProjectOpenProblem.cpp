@@ -70,6 +70,16 @@ ProjectOpenProblem ProjectOpenProblem::of(const QString& projectName, const Stor
                     "the file is back: look for it in the Trash, on a disk that is not connected, "
                     "or in a backup, and put it there again.")
                     .arg(projectName, error.path)};
+    case Code::ForeignSchema:
+        return {projectName,
+                QCoreApplication::translate("ProjectOpenProblem", "Project Data Was Altered"),
+                QCoreApplication::translate(
+                    "ProjectOpenProblem",
+                    "The data of \"%1\" holds parts that OrvaneWorkspace did not make and that "
+                    "could change or delete notes:\n%2\n\nThe project was not opened and nothing "
+                    "was changed. Remove these parts with the program that made them, or put back "
+                    "a backup of this file:\n%3")
+                    .arg(projectName, error.detail, error.path)};
     case Code::NoAccess:
         return {projectName, words("Project Can't Be Opened"),
                 words("The folder of \"%1\" can't be read or written:\n%2\n\nNothing was changed. "

@@ -40,7 +40,6 @@ QList<Shared<Record>> unlike(const Records& records, const StoredRecords<Record>
 struct FolderTable {
     using Record = FolderRecord;
     static StoredRecords<Record>& image(OpenedStore& store) { return store.folders; }
-    static QList<UnmappedRow>& unmapped(OpenedStore& store) { return store.unmappedFolders; }
     static qint64& count(StoreState& state) { return state.folderCount; }
 
     static void insert(StoreWriter& writer, qint64 row, const Record& folder)
@@ -56,13 +55,11 @@ struct FolderTable {
     {
         writer.removeFolder(row);
     }
-    static void removeRow(StoreWriter& writer, qint64 row) { writer.removeFolder(row); }
 };
 
 struct NoteTable {
     using Record = NoteRecord;
     static StoredRecords<Record>& image(OpenedStore& store) { return store.notes; }
-    static QList<UnmappedRow>& unmapped(OpenedStore& store) { return store.unmappedNotes; }
     static qint64& count(StoreState& state) { return state.noteCount; }
     // The image itself holds one.
     static bool isHeld(const Shared<Record>& stored) { return stored.copies() > 1; }
@@ -80,7 +77,6 @@ struct NoteTable {
     {
         writer.removeNote(row, *stored, isHeld(stored));
     }
-    static void removeRow(StoreWriter& writer, qint64 row) { writer.removeNoteRow(row); }
 };
 
 // The changes of one table in one transaction: carried out row by row, and in the image at the end.
@@ -109,7 +105,6 @@ public:
             m_puts.emplace_back(record, slot->row);
             return;
         }
-        removeUnmapped(record->id);
         Table::insert(m_writer, m_nextRow, *record);
         m_puts.emplace_back(record, m_nextRow++);
         ++Table::count(m_state);
@@ -123,8 +118,6 @@ public:
             Table::remove(m_writer, slot->row, slot->record);
             --Table::count(m_state);
         }
-        for (const UnmappedRow& row : std::as_const(Table::unmapped(m_store)))
-            removeUnmappedRow(row);
         m_removed = std::move(difference.removed);
         for (const Shared<Record>& record : std::as_const(difference.written))
             write(record);
@@ -139,8 +132,6 @@ public:
             image.put(record, row);
         if (m_order && m_left.isEmpty())
             image.takeOrder(*m_order);
-        Table::unmapped(m_store).removeIf(
-            [this](const UnmappedRow& row) { return m_unmappedGone.contains(row.row); });
     }
 
     /// What was left out, and why the last of them was.
@@ -161,29 +152,12 @@ private:
             StoreError::Code::Unread,
             u"bytes of the record %1 can't be read: %2"_s.arg(uuidText(record.id), read.error())};
     }
-    void removeUnmapped(const QUuid& id)
-    {
-        for (const UnmappedRow& row : std::as_const(Table::unmapped(m_store))) {
-            if (uuidFromText(row.id) == id)
-                removeUnmappedRow(row);
-        }
-    }
-    void removeUnmappedRow(const UnmappedRow& row)
-    {
-        if (m_unmappedGone.contains(row.row))
-            return;
-        Table::removeRow(m_writer, row.row);
-        m_unmappedGone.insert(row.row);
-        --Table::count(m_state);
-    }
-
     OpenedStore& m_store;
     StoreWriter& m_writer;
     StoreState& m_state;
     qint64 m_nextRow;
     std::vector<std::pair<Shared<Record>, qint64>> m_puts;
     QList<QUuid> m_removed;
-    QSet<qint64> m_unmappedGone;
     const QList<Shared<Record>>* m_order = nullptr;
     QList<Shared<Record>> m_left;
     std::optional<StoreError> m_problem;

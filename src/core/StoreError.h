@@ -33,6 +33,8 @@ struct StoreError {
 struct StoreOpenError {
     enum class Code {
         NewerSchema,     ///< written by a later version of the program
+        ForeignSchema,   ///< holds tables, triggers, views or indexes that `detail` names and the
+                         ///< program didn't make; none of them was run
         LockedByOther,   ///< open elsewhere; `holder` says where, when it is known
         Missing,         ///< no store is there, or a link that leads to none; none was made
         NoAccess,        ///< the system doesn't let the folder or the file be used

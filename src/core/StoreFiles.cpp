@@ -26,14 +26,6 @@ bool stands(const QString& path)
     return info.exists() || info.isSymLink();
 }
 
-StoreError notInPlace(const FileError& error)
-{
-    // Whatever the system can't show any more is gone: a name, a folder, a disk.
-    const auto code = error.code == FileError::Code::NoAccess ? StoreError::Code::Other
-                                                              : StoreError::Code::Missing;
-    return {code, error.text()};
-}
-
 std::unexpected<FileError> failed(const QString& path, int error)
 {
     auto code = FileError::Code::Other;
@@ -115,25 +107,32 @@ void StoreFiles::remember()
     m_journal = identity(journalOf(m_path));
 }
 
+StoreError StoreFiles::unreachable(const FileError& error) const
+{
+    // Whatever the system can't show any more is gone: a name, a folder, a disk.
+    const auto code = error.code == FileError::Code::NoAccess ? StoreError::Code::Other
+                                                              : StoreError::Code::Missing;
+    return {code, named(error.text())};
+}
+
 std::expected<void, StoreError> StoreFiles::storeInPlace() const
 {
     const auto now = FileIdentity::of(m_path);
-    if (!now) {
-        StoreError error = notInPlace(now.error());
-        error.detail = named(error.detail);
-        return std::unexpected(std::move(error));
-    }
+    if (!now)
+        return std::unexpected(unreachable(now.error()));
     if (now != m_store)
         return std::unexpected(StoreError{StoreError::Code::Replaced,
                                           named(m_path) + u": another file stands there"_s});
     return {};
 }
 
-bool StoreFiles::journalInPlace() const
+std::expected<bool, StoreError> StoreFiles::journalInPlace() const
 {
     if (!m_journal)
         return true;
     const auto now = FileIdentity::of(journalOf(m_path));
+    if (!now && now.error().code != FileError::Code::NotFound)
+        return std::unexpected(unreachable(now.error()));
     return now && *now == *m_journal;
 }
 

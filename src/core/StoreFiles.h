@@ -44,13 +44,16 @@ public:
     /// Whether the file under the store's name is the one that was remembered: `Replaced`,
     /// `Missing`, or `Other` where the system doesn't tell.
     [[nodiscard]] std::expected<void, StoreError> storeInPlace() const;
-    /// The same for the journal, while one was remembered.
-    [[nodiscard]] bool journalInPlace() const;
+    /// Whether the journal's name still has the file that was remembered, if one was. The error is
+    /// that the system doesn't tell.
+    [[nodiscard]] std::expected<bool, StoreError> journalInPlace() const;
     /// Renames what stands under the journal's name to a name that is free, "-wal.aside-1" and so
     /// on. Nothing is lost by it: a journal that is open is still written and read.
     [[nodiscard]] std::expected<void, StoreError> setJournalAside() const;
 
 private:
+    [[nodiscard]] StoreError unreachable(const FileError& error) const;
+
     std::shared_ptr<const FolderHandle> m_folder;
     /// The folder of the file to which the store's name leads, where that is a link.
     std::shared_ptr<const FolderHandle> m_target;

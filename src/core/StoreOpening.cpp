@@ -113,6 +113,22 @@ Result<int> schemaInDatabase(OpenedStore& store, const QString& path, const Stor
     return *version;
 }
 
+// What the program didn't make isn't run: a trigger or a view could change and remove notes.
+Result<void> schemaIsOurs(OpenedStore& store, const QString& path, const std::string& tables)
+{
+    const auto difference =
+        store.connection->run([&] { return compareSchema(store.connection->database(), tables); });
+    if (!difference)
+        return failed(path, difference.error());
+    if (!difference->missing.isEmpty())
+        return std::unexpected(
+            damage(u"these tables are missing: "_s + difference->missing.join(u", "_s)));
+    if (!difference->strangers.isEmpty())
+        return failed(StoreOpenError::Code::ForeignSchema, path,
+                      difference->strangers.join(u", "_s));
+    return {};
+}
+
 Result<void> migrate(OpenedStore& store, const QString& path, int from, const StoreSchema& schema,
                      StoreAccess access)
 {
@@ -141,8 +157,6 @@ std::expected<void, StoreFailure> readAll(OpenedStore& store)
         store.bytes = std::make_shared<StoreBytesSource>(*store.connection, key);
         auto folders = readFolders(database, key);
         auto notes = readNotes(database, key, store.bytes);
-        store.unmappedFolders = std::move(folders.unmapped);
-        store.unmappedNotes = std::move(notes.unmapped);
         if (folders.rowCount < store.state.folderCount || notes.rowCount < store.state.noteCount)
             throwDamage(u"%1 folders and %2 notes are there of %3 and %4"_s.arg(folders.rowCount)
                             .arg(notes.rowCount)
@@ -224,6 +238,13 @@ Result<OpenedStore> openStore(const QString& path, const StoreSchema& schema, St
         store.connection.reset();
         return openStore(path, schema, StoreAccess::ReadOnly);
     }
+    if (const std::string* tables = schema.tablesOf(*version)) {
+        if (const auto ours = schemaIsOurs(store, path, *tables); !ours) {
+            if (!journalLeft && !immutable)
+                store.connection->closeFolded(); // which leaves no file beside it
+            return std::unexpected(ours.error());
+        }
+    }
     if (alone) {
         const auto together =
             store.connection->run([&] { return readStoreState(store.connection->database()); });
@@ -258,7 +279,7 @@ std::expected<void, StoreOpenError> createStore(const QString& path, const Store
         database.exec("BEGIN");
         database.exec("PRAGMA application_id = " + std::to_string(storeApplicationId));
         database.exec("PRAGMA user_version = " + std::to_string(schema.version));
-        schema.create(database, key);
+        createTables(database, schema, key);
         database.exec("COMMIT");
         database.execAndGet("PRAGMA journal_mode = WAL");
     } catch (const SQLite::Exception& exception) {

@@ -27,9 +27,6 @@ struct OpenedStore {
     StoreState state;
     StoredRecords<FolderRecord> folders;
     StoredRecords<NoteRecord> notes;
-    /// Rows that are no records; removed with the next whole save.
-    QList<UnmappedRow> unmappedFolders;
-    QList<UnmappedRow> unmappedNotes;
     LayoutStore layout;
 
     /// What is stored: folders by age, notes newest change first.

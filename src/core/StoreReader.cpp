@@ -5,6 +5,8 @@
 #include "core/StoreStatement.h"
 #include "core/StoreText.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <array>
 
@@ -56,14 +58,29 @@ std::optional<Blob> unreadBytes(const StoreValue& value, const std::shared_ptr<B
     return length > 0 ? Blob(length, source, key) : Blob(QByteArray());
 }
 
+QString readableText(const StoreValue& value)
+{
+    return value.isText() || value.isBytes() ? QString::fromUtf8(value.bytes()) : QString();
+}
+
+// An id for a row that has none: the same each time the store is read.
+QUuid derivedId(qint64 storeKey, const char* kind, qint64 row)
+{
+    const QUuid space(u"{5f1a3c1e-9f0b-4c57-8a43-0d6f3b1c7e52}"_s);
+    return QUuid::createUuidV5(space,
+                               u"%1/%2/%3"_s.arg(storeKey).arg(QLatin1String(kind)).arg(row));
+}
+
 constexpr int folderColumns = 10;
 
-bool fill(FolderRecord& folder, const Row<folderColumns>& row)
+bool isWhole(const FolderRecord&, const Row<folderColumns>& row)
 {
-    const auto id = uuid(row[1]);
-    if (!id || !row[2].isText() || !row[3].isInteger())
-        return false;
-    folder.id = *id;
+    return uuid(row[1]) && row[2].isText() && row[3].isInteger();
+}
+
+void fill(FolderRecord& folder, const Row<folderColumns>& row)
+{
+    folder.id = uuid(row[1]).value_or(QUuid());
     folder.name = QString::fromUtf8(row[2].bytes());
     folder.createdAt = {row[3].integer()};
     folder.parentFolderID = uuid(row[4]);
@@ -71,22 +88,32 @@ bool fill(FolderRecord& folder, const Row<folderColumns>& row)
     folder.titleRTF = inlineBytes(row[6]);
     folder.tags = tagsFromStore(row[7].bytes());
     folder.isPinned = boolean(row[8]);
-    return true;
+}
+
+void recover(FolderRecord& folder, const Row<folderColumns>& row, qint64 storeKey)
+{
+    fill(folder, row);
+    if (folder.id.isNull())
+        folder.id = derivedId(storeKey, "folder", row[0].integer());
+    folder.name = readableText(row[2]);
+    if (folder.name.isEmpty())
+        folder.name = QCoreApplication::translate("StoreReader", "Recovered folder");
 }
 
 constexpr int firstBytesColumn = 13;
 constexpr int bodyColumn = firstBytesColumn + bodyPlace;
 constexpr int noteColumns = bodyColumn + 2;
 
-bool fill(NoteRecord& note, const Row<noteColumns>& row, const std::shared_ptr<BlobSource>& source)
+bool isWhole(const NoteRecord&, const Row<noteColumns>& row)
 {
-    const auto id = uuid(row[1]);
-    const auto folder = uuid(row[2]);
-    if (!id || !folder || !row[3].isText() || !row[4].isInteger() || !row[5].isInteger() ||
-        !row[bodyColumn].isInteger())
-        return false;
-    note.id = *id;
-    note.folderID = *folder;
+    return uuid(row[1]) && uuid(row[2]) && row[3].isText() && row[4].isInteger() &&
+           row[5].isInteger() && row[bodyColumn].isInteger();
+}
+
+void fill(NoteRecord& note, const Row<noteColumns>& row, const std::shared_ptr<BlobSource>& source)
+{
+    note.id = uuid(row[1]).value_or(QUuid());
+    note.folderID = uuid(row[2]).value_or(QUuid());
     note.title = QString::fromUtf8(row[3].bytes());
     note.createdAt = {row[4].integer()};
     note.updatedAt = {row[5].integer()};
@@ -100,14 +127,48 @@ bool fill(NoteRecord& note, const Row<noteColumns>& row, const std::shared_ptr<B
     const qint64 key = row[0].integer() * bytesPerNote;
     for (int place = 0; place < int(std::size(noteBytes)); ++place)
         note.*noteBytes[place] = unreadBytes(row[firstBytesColumn + place], source, key + place);
-    note.body = NoteText(*unreadBytes(row[bodyColumn], source, key + bodyPlace));
-    return true;
+    if (const auto body = unreadBytes(row[bodyColumn], source, key + bodyPlace))
+        note.body = NoteText(*body);
+}
+
+// Bytes whose length the note's row doesn't say, as they stand in their own.
+std::optional<Blob> bytesWithoutLength(SQLite::Database& database,
+                                       const std::shared_ptr<BlobSource>& source, qint64 key)
+{
+    StoreStatement statement(database, "SELECT length(bytes) FROM OrvaneNoteBytes WHERE row = ?");
+    statement.bindInteger(1, key);
+    return statement.step() ? unreadBytes(statement.value(0), source, key) : std::nullopt;
+}
+
+void recover(NoteRecord& note, const Row<noteColumns>& row, qint64 storeKey,
+             SQLite::Database& database, const std::shared_ptr<BlobSource>& source)
+{
+    fill(note, row, source);
+    const qint64 number = row[0].integer();
+    if (note.id.isNull())
+        note.id = derivedId(storeKey, "note", number);
+    note.title = readableText(row[3]);
+    if (note.title.isEmpty())
+        note.title = QCoreApplication::translate("StoreReader", "Recovered note");
+    if (!row[4].isInteger())
+        note.createdAt = note.updatedAt;
+    if (!row[5].isInteger())
+        note.updatedAt = note.createdAt;
+    for (int place = 0; place < placesInNote; ++place) {
+        if (row[firstBytesColumn + place].isInteger())
+            continue;
+        auto bytes = bytesWithoutLength(database, source, number * bytesPerNote + place);
+        if (bytes && place == bodyPlace)
+            note.body = NoteText(*std::move(bytes));
+        else if (bytes)
+            note.*noteBytes[place] = std::move(bytes);
+    }
 }
 
 // Reads a whole table whose columns are the row's number, the values, and their checksum.
-template <typename Record, int columns, typename Fill, typename Order>
+template <typename Record, int columns, typename Fill, typename Recover, typename Order>
 StoredRows<Record> readRows(StoreStatement& statement, qint64 storeKey, const char* kind,
-                            Fill&& fill, Order&& order)
+                            Fill&& fill, Recover&& recover, Order&& order)
 {
     StoredRows<Record> rows;
     while (statement.step()) {
@@ -124,12 +185,15 @@ StoredRows<Record> readRows(StoreStatement& statement, qint64 storeKey, const ch
                                 .arg(number));
         }
         auto record = std::make_shared<Record>();
-        if (fill(*record, row)) {
-            const qint64 place = order(*record);
-            rows.items.push_back({place, number, Shared<Record>(std::move(record))});
-        } else if (row[1].isText()) {
-            rows.unmapped.append({number, QString::fromUtf8(row[1].bytes())});
+        if (isWhole(*record, row)) {
+            fill(*record, row);
+        } else {
+            qWarning("%s in row %lld lacks a value and is shown as recovered", kind,
+                     qlonglong(number));
+            recover(*record, row);
         }
+        const qint64 place = order(*record);
+        rows.items.push_back({place, number, Shared<Record>(std::move(record))});
     }
     std::stable_sort(rows.items.begin(), rows.items.end(),
                      [](const auto& a, const auto& b) { return a.order < b.order; });
@@ -155,7 +219,10 @@ StoredRows<FolderRecord> readFolders(SQLite::Database& database, qint64 storeKey
                              "tagsJSON, isPinned, checksum FROM OrvaneFolder");
     return readRows<FolderRecord, folderColumns>(
         statement, storeKey, "the folder",
-        [](FolderRecord& folder, const Row<folderColumns>& row) { return fill(folder, row); },
+        [](FolderRecord& folder, const Row<folderColumns>& row) { fill(folder, row); },
+        [&](FolderRecord& folder, const Row<folderColumns>& row) {
+            recover(folder, row, storeKey);
+        },
         [](const FolderRecord& folder) { return folder.createdAt.msecs; });
 }
 
@@ -170,7 +237,10 @@ StoredRows<NoteRecord> readNotes(SQLite::Database& database, qint64 storeKey,
         "body, checksum FROM OrvaneNote");
     return readRows<NoteRecord, noteColumns>(
         statement, storeKey, "the note",
-        [&](NoteRecord& note, const Row<noteColumns>& row) { return fill(note, row, source); },
+        [&](NoteRecord& note, const Row<noteColumns>& row) { fill(note, row, source); },
+        [&](NoteRecord& note, const Row<noteColumns>& row) {
+            recover(note, row, storeKey, database, source);
+        },
         [](const NoteRecord& note) { return ~note.updatedAt.msecs; });
 }
 

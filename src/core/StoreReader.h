@@ -28,12 +28,6 @@ struct StoreState {
     qint64 noteCount = 0;
 };
 
-/// A row that is no record, though it is sound. `id` is its text, if it has one.
-struct UnmappedRow {
-    qint64 row = 0;
-    QString id;
-};
-
 /// Every row of one table that is read at opening.
 template <typename Record>
 struct StoredRows {
@@ -44,8 +38,6 @@ struct StoredRows {
     };
     /// Sorted: folders by age, notes newest change first.
     std::vector<Item> items;
-    /// Rows without a text as id are in neither list and are never touched.
-    QList<UnmappedRow> unmapped;
     qint64 lastRow = 0;
     /// All rows of the table.
     qint64 rowCount = 0;
@@ -76,6 +68,10 @@ inline constexpr int placesInNote = bodyPlace + 1;
     return bytes ? &*bytes : nullptr;
 }
 
+// A row that lacks a required value, or whose id is none, is given as a recovered record: with what
+// can be read, without a folder where it names none, and with an id that is made from the store's
+// key and the row's number. Its row isn't changed by that.
+//
 // Each of these throws SQLite::Exception: with SQLITE_CORRUPT when a row's checksum is wrong.
 StoreState readStoreState(SQLite::Database& database);
 StoredRows<FolderRecord> readFolders(SQLite::Database& database, qint64 storeKey);

@@ -34,7 +34,8 @@ StoreSession::StoreSession(OpenedStore&& opened, StoreFiles& files, int foldAtPa
         return;
     m_files.remember();
     m_writer = std::make_unique<StoreWriter>(*m_store.connection, m_store.state.storeKey);
-    if (hasJournal(m_files.path())) {
+    // Without a journal, an odd generation was copied or mended by hand from one with a journal.
+    if (hasJournal(m_files.path()) || m_store.state.generation % 2 != 0) {
         m_journal = JournalState::InUse;
         fold();
     }
@@ -91,13 +92,15 @@ std::expected<void, StoreError> StoreSession::confirmFiles()
         return {};
     if (auto ours = m_files.storeInPlace(); !ours) {
         // Beside another file our journal would be taken for that file's.
-        if (ours.error().code == StoreError::Code::Replaced && m_files.journalInPlace())
+        if (ours.error().code == StoreError::Code::Replaced &&
+            m_files.journalInPlace().value_or(false))
             static_cast<void>(m_files.setJournalAside());
         return ours;
     }
-    if (m_files.journalInPlace())
-        return {};
-    return mendJournal();
+    const auto journal = m_files.journalInPlace();
+    if (!journal)
+        return std::unexpected(journal.error());
+    return *journal ? std::expected<void, StoreError>() : mendJournal();
 }
 
 // The connection has the journal open, with or without a name: its bytes go back under the name,

@@ -240,11 +240,6 @@ void StoreWriter::removeNote(qint64 row, const NoteRecord& stored, bool held)
 {
     for (int place = 0; place < placesInNote; ++place)
         readForHolders(bytesAt(stored, place), held);
-    removeNoteRow(row);
-}
-
-void StoreWriter::removeNoteRow(qint64 row)
-{
     m_statements->removeNote.bindInteger(1, row);
     m_statements->removeNote.run();
     m_statements->removeAllBytes.bindInteger(1, row * bytesPerNote);

@@ -31,8 +31,6 @@ public:
     /// `held` says whether somebody holds the stored record.
     void updateNote(qint64 row, const NoteRecord& stored, const NoteRecord& note, bool held);
     void removeNote(qint64 row, const NoteRecord& stored, bool held);
-    /// Removes a row that is no record, with its bytes.
-    void removeNoteRow(qint64 row);
 
     /// Whether every value of the record is small enough for a store.
     [[nodiscard]] static bool fits(const NoteRecord& note);

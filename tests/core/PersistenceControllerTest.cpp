@@ -161,42 +161,16 @@ TEST_F(StoreFixture, ASaveThatFailsGoesOutWithTheNext)
     EXPECT_EQ(loaded.binderLayout->expandedFolderIDs, QList{idOf(9)});
 }
 
-TEST_F(StoreFixture, RowsThatAreNoRecordsAreLeftOut)
+TEST_F(StoreFixture, OptionalValuesThatCantBeReadTakeTheirDefault)
 {
-    auto controller = open();
-    NotebookSnapshot saved{{makeFolder(1), makeFolder(2)}, {}, std::nullopt};
-    for (int i = 10; i < 16; ++i)
-        saved.notes.append(makeNote(i, idOf(1)));
-    ASSERT_TRUE(controller->save(saved));
-    controller.reset();
+    ASSERT_TRUE(open()->save({{makeFolder(1)}, {makeNote(14, idOf(1))}, std::nullopt}));
     SQLite::Database(store().toStdString(), SQLite::OPEN_READWRITE)
-        .exec(
-            "UPDATE OrvaneNote SET checksum = NULL; UPDATE OrvaneFolder SET checksum = NULL;"
-            "UPDATE OrvaneNote SET id = 'no id' WHERE title = 'Note 10';"
-            "UPDATE OrvaneNote SET createdAt = 'then' WHERE title = 'Note 11';"
-            "UPDATE OrvaneNote SET folderID = NULL WHERE title = 'Note 12';"
-            "UPDATE OrvaneNote SET id = NULL WHERE title = 'Note 13';"
-            "UPDATE OrvaneNote SET tagsJSON = '[\"a\",1]', isPinned = 2.5 WHERE title = 'Note 14';"
-            "UPDATE OrvaneFolder SET parentFolderID = 'x', tagsJSON = '{' WHERE name = 'Folder 1';"
-            "UPDATE OrvaneFolder SET name = NULL WHERE name = 'Folder 2';");
-    controller = open();
-    const NotebookContents loaded(controller->load());
-    EXPECT_EQ(loaded.folders.keys(), QList{idOf(1)});
+        .exec("UPDATE OrvaneNote SET checksum = NULL, tagsJSON = '[\"a\",1]', isPinned = 2.5;"
+              "UPDATE OrvaneFolder SET checksum = NULL, parentFolderID = 'x', tagsJSON = '{'");
+    const NotebookContents loaded(open()->load());
     EXPECT_EQ(loaded.folders.first().parentFolderID, std::nullopt);
-    EXPECT_EQ(loaded.notes.keys(), (QList{idOf(14), idOf(15)}));
     EXPECT_TRUE(loaded.notes.first().tags.isEmpty());
     EXPECT_TRUE(loaded.notes.first().isPinned);
-
-    // A note whose id stands in such a row takes its place; the others go with a whole save.
-    ASSERT_TRUE(controller->saveNote(makeNote(11, idOf(1))));
-    controller.reset();
-    controller = open();
-    EXPECT_EQ(controller->load().notes.size(), 3);
-    ASSERT_TRUE(controller->save(controller->load()));
-    controller.reset();
-    SQLite::Database database(store().toStdString());
-    EXPECT_EQ(database.execAndGet("SELECT count(*) FROM OrvaneNote").getInt(), 4)
-        << "three records, and the row without an id";
 }
 
 TEST_F(StoreFixture, NotesWithoutAnyFolderGetAnInbox)
@@ -283,20 +257,22 @@ TEST_F(StoreFixture, BringsAnEarlierSchemaForward)
 {
     ASSERT_TRUE(open()->save({{makeFolder(1)}, {makeNote(2, idOf(1))}, std::nullopt}));
     const int now = StoreSchema::current().version;
-    const StoreMigration addColumn{now, [](SQLite::Database& database) {
+    const std::string tables = StoreSchema::current().tables;
+    std::string later = tables;
+    later.insert(later.rfind(')'), ", mood TEXT");
+    const StoreMigration addColumn{now, tables, [](SQLite::Database& database) {
                                        database.exec("ALTER TABLE OrvaneNote ADD COLUMN mood TEXT");
                                    }};
-    const StoreMigration rename{now + 1, [](SQLite::Database& database) {
+    const StoreMigration rename{now + 1, later, [](SQLite::Database& database) {
                                     database.exec("UPDATE OrvaneNote SET title = 'moved', "
                                                   "checksum = NULL");
                                 }};
-    const StoreMigration failing{now + 1, [](SQLite::Database& database) {
+    const StoreMigration failing{now + 1, later, [](SQLite::Database& database) {
                                      database.exec("UPDATE OrvaneNote SET title = 'lost'");
                                      database.exec("UPDATE nothing SET at = all");
                                  }};
-    const auto create = StoreSchema::current().create;
-    const StoreSchema broken{now + 2, create, {addColumn, failing}};
-    const StoreSchema whole{now + 2, create, {addColumn, rename}};
+    const StoreSchema broken{now + 2, later, {addColumn, failing}};
+    const StoreSchema whole{now + 2, later, {addColumn, rename}};
 
     const QByteArray before = bytesOf(store());
     const auto refused = PersistenceController::open(folder, clock, {.schema = &broken});
@@ -304,7 +280,8 @@ TEST_F(StoreFixture, BringsAnEarlierSchemaForward)
     EXPECT_EQ(refused.error().code, StoreOpenError::Code::MigrationFailed);
     EXPECT_EQ(open()->load().notes.first()->title, u"Note 2"_s);
 
-    EXPECT_EQ(open({.schema = &whole})->load().notes.first()->title, u"moved"_s);
+    for (int time = 0; time < 2; ++time)
+        EXPECT_EQ(open({.schema = &whole})->load().notes.first()->title, u"moved"_s);
     EXPECT_EQ(SQLite::Database(store().toStdString()).execAndGet("PRAGMA user_version").getInt(),
               now + 2);
     const auto newer = PersistenceController::open(folder, clock);

@@ -176,27 +176,48 @@ TEST_F(StoreAccess, DamageFoundLaterProtectsTheProjectAsItStands)
     EXPECT_FALSE(QFile::exists(store()));
 }
 
-TEST(RecoveryMarker, IsReadOnlyWhenItIsOne)
+// Whatever has the marker's name keeps the project closed.
+TEST(RecoveryMarker, NamesAPlaceEvenWhenItCantBeRead)
 {
     struct Row {
         const char* name;
         QByteArray bytes;
-        bool isMarker;
+        QString place; // nothing for the newest folder
     };
     const Row rows[] = {
-        {"whole", R"({"backupDirectoryURL":"file:///a%20b","errorDescription":"x"})", true},
-        {"more keys", R"({"backupDirectoryURL":"file:///a","errorDescription":"x","z":1})", true},
-        {"no description", R"({"backupDirectoryURL":"file:///a"})", false},
-        {"a path is no URL", R"({"backupDirectoryURL":"/a","errorDescription":"x"})", false},
-        {"wrong type", R"({"backupDirectoryURL":1,"errorDescription":"x"})", false},
-        {"cut short", R"({"backupDirectoryURL":"file:///a)", false},
-        {"empty", "", false},
+        {"whole", R"({"backupDirectoryURL":"file:///a%20b","errorDescription":"x"})", u"/a b"_s},
+        {"more keys", R"({"backupDirectoryURL":"file:///a","errorDescription":"x","z":1})",
+         u"/a"_s},
+        {"a bare path", R"({"backupDirectoryURL":"/a%20b","errorDescription":"x"})", u"/a%20b"_s},
+        {"no description", R"({"backupDirectoryURL":"file:///a"})", {}},
+        {"another kind of URL", R"({"backupDirectoryURL":"https://a","errorDescription":""})", {}},
+        {"wrong type", R"({"backupDirectoryURL":1,"errorDescription":"x"})", {}},
+        {"cut short", R"({"backupDirectoryURL":"file:///a)", {}},
+        {"empty", "", {}},
+    };
+    const auto placeIn = [](const QTemporaryDir& folder) {
+        const auto marker = PersistentStoreRecovery::read(folder.path());
+        return marker ? marker->backupDirectoryURL.toLocalFile() : u"none"_s;
     };
     for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
         const QTemporaryDir folder;
+        EXPECT_EQ(placeIn(folder), u"none"_s);
         writeBytes(PersistentStoreRecovery::markerPath(folder.path()), row.bytes);
-        EXPECT_EQ(PersistentStoreRecovery::read(folder.path()).has_value(), row.isMarker)
-            << row.name;
+        const bool readable = !row.place.isEmpty();
+        EXPECT_EQ(placeIn(folder), readable ? row.place : folder.path());
+        for (const char* name : {"998", "1780000000", "99", "x"})
+            QDir(folder.path()).mkdir(u"PersistentStoreRecovery-"_s + QLatin1String(name));
+        const QString newest = folder.filePath(u"PersistentStoreRecovery-1780000000"_s);
+        EXPECT_EQ(placeIn(folder), readable ? row.place : newest);
+    }
+    for (const char* kind : {"a folder", "a link to nothing"}) {
+        SCOPED_TRACE(kind);
+        const QTemporaryDir folder;
+        const QString path = PersistentStoreRecovery::markerPath(folder.path());
+        ASSERT_TRUE(*kind == 'a' && kind[2] == 'f' ? QDir().mkdir(path)
+                                                   : QFile::link(u"none"_s, path));
+        EXPECT_EQ(placeIn(folder), folder.path());
     }
     const PersistentStoreRecovery recovery{QUrl::fromLocalFile(u"/Müller & co/%41"_s), u"\"q\""_s};
     EXPECT_EQ(PersistentStoreRecovery::decoded(recovery.encoded()), recovery);
