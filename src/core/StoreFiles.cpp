@@ -100,7 +100,9 @@ bool StoreFiles::anyStands() const
 void StoreFiles::remember()
 {
     const auto identity = [](const QString& path) {
-        const auto found = FileIdentity::of(path);
+        auto found = FileIdentity::of(path);
+        if (!found && found.error().code != FileError::Code::NotFound)
+            found = FileIdentity::of(path); // without an answer no save would ever succeed
         return found ? std::optional(*found) : std::nullopt;
     };
     m_store = identity(m_path);

@@ -14,7 +14,9 @@
 #include <QtEndian>
 
 #include <algorithm>
+#include <cerrno>
 #include <sqlite3.h>
+#include <sys/stat.h>
 
 namespace orvane {
 
@@ -68,10 +70,15 @@ constexpr qsizetype applicationIdOffset = 68;
 // Looks at the file before SQLite does, which would take an empty one for a new database.
 Result<int> schemaInHeader(const QString& path, const StoreSchema& schema)
 {
-    const QFileInfo info(path);
-    if (!info.exists())
-        return std::unexpected(damage(u"the store's file is missing and its journal is there"_s));
-    if (!info.isFile())
+    // What the system doesn't tell is no damage; QFileInfo takes it for a file that isn't there.
+    struct ::stat status {};
+    if (::stat(QFile::encodeName(path).constData(), &status) != 0) {
+        if (errno == ENOENT)
+            return std::unexpected(
+                damage(u"the store's file is missing and its journal is there"_s));
+        return failed(StoreOpenError::Code::Unreadable, path, qt_error_string(errno));
+    }
+    if (!S_ISREG(status.st_mode))
         return std::unexpected(damage(u"the store is not a file"_s));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))

@@ -42,6 +42,16 @@ FileError failure(const QFileDevice& file, const QString& path)
     return {code, path, file.errorString()};
 }
 
+// File systems without syncing are content with what they have.
+bool syncToDisk([[maybe_unused]] const QFileDevice& file)
+{
+#ifdef Q_OS_UNIX
+    return ::fsync(file.handle()) == 0 || errno == EINVAL || errno == ENOTSUP;
+#else
+    return true;
+#endif
+}
+
 // A rename is on the disk only when its folder is.
 void syncFolderOf([[maybe_unused]] const QString& path)
 {
@@ -83,12 +93,14 @@ std::expected<void, FileError> writeFileAtomically(const QString& path, const QB
     errno = 0;
     if (!file.open(QIODevice::WriteOnly))
         return std::unexpected(failure(file, path));
-    if (file.write(bytes) != bytes.size()) {
+    // By us: QSaveFile takes a failure to write what it holds back, or to sync, for success, and
+    // would put a file with nothing in it in the old one's place.
+    if (file.write(bytes) != bytes.size() || !file.flush() || !syncToDisk(file)) {
         const FileError error = failure(file, path);
         file.cancelWriting();
         return std::unexpected(error);
     }
-    if (!file.commit()) // flushes to the disk before it renames
+    if (!file.commit())
         return std::unexpected(failure(file, path));
     syncFolderOf(path);
     return {};

@@ -50,6 +50,30 @@ public:
             EXPECT_TRUE(m_allowed.contains(note->id)) << "a note that nobody wrote";
     }
 
+    /// What was opened holds what it should; from now on nothing else may be found.
+    void reopened(const QList<Shared<NoteRecord>>& notes)
+    {
+        QHash<QUuid, Shared<NoteRecord>> found;
+        for (const auto& note : notes)
+            found.insert(note->id, note);
+        for (auto note = m_allowed.begin(); note != m_allowed.end(); ++note) {
+            if (!found.contains(note.key())) {
+                EXPECT_TRUE(note->contains(std::nullopt)) << "an acknowledged note is gone";
+                *note = {std::nullopt};
+                continue;
+            }
+            // The title and the body alone, so that other bytes stay unread.
+            const Shared<NoteRecord>& there = *found.constFind(note.key());
+            if (!there->body.isReadable())
+                continue;
+            const QString beginning = there->title + u'|' + there->body.text() + u'|';
+            note->removeIf([&](const std::optional<QString>& words) {
+                return !words || !words->startsWith(beginning);
+            });
+            EXPECT_FALSE(note->isEmpty()) << "what was acknowledged is not there";
+        }
+    }
+
 private:
     QHash<QUuid, QList<std::optional<QString>>> m_allowed;
 };
@@ -117,7 +141,12 @@ private:
                 m_store.reset();
                 return false;
             }
+            if (m_store->isReadOnly()) { // which a person sees, and nobody writes in it
+                m_store.reset();
+                continue;
+            }
             m_memory = m_store->load();
+            expected.reopened(m_memory.notes);
             if (m_memory.folders.isEmpty())
                 m_memory.folders = {makeFolder(1)};
             return true;
@@ -364,6 +393,26 @@ TEST_F(StoreFault, TheLayerReachesEveryLibrary)
             EXPECT_FALSE(found && !store->hasUnsaved()) << call << " of SQLite fails";
         }
         EXPECT_TRUE(found) << call;
+    }
+}
+
+// A file is replaced by the whole new one, or it stays and the failure is told.
+TEST_F(StoreFault, AFileWrittenWholeIsWholeOrToldOtherwise)
+{
+    ASSERT_TRUE(QDir().mkpath(folder));
+    const QString path = folder + u"/file"_s;
+    for (int call = 1; call < 20; ++call) {
+        writeBytes(path, "old");
+        bool written = false;
+        QByteArray failed;
+        {
+            const FaultyFiles fault(folder, {call, errors[call % std::size(errors)], false});
+            written = writeFileAtomically(path, "new").has_value();
+            failed = FaultyFiles::failed();
+        }
+        const bool isSync = failed.startsWith("fsync") && failed.contains('#');
+        EXPECT_EQ(bytesOf(path), written ? "new" : "old") << failed.constData();
+        EXPECT_FALSE(written && isSync) << "the new file may not be on the disk";
     }
 }
 
