@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "platform/AtomicFile.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -9,9 +10,11 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <limits>
 
 #ifdef Q_OS_UNIX
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #endif
 
@@ -42,6 +45,72 @@ FileError failure(const QFileDevice& file, const QString& path)
     return {code, path, file.errorString()};
 }
 
+constexpr qint64 pieceSize = 1 << 20;
+constexpr qint64 megabyte = 1 << 20;
+constexpr int mostLinks = 40; // as the system follows
+
+struct FileWords {
+    Q_DECLARE_TR_FUNCTIONS(FileWords)
+public:
+    static QString notAFile()
+    {
+        return tr("It is no ordinary file, but a folder, a pipe, a device or a circle of links.");
+    }
+    static QString tooBig(qint64 limit)
+    {
+        return tr("It is larger than %n megabytes, which no such file is.", nullptr,
+                  int(limit / megabyte));
+    }
+};
+
+FileError tooBig(const QString& path, qint64 limit)
+{
+    return {FileError::Code::TooBig, path, FileWords::tooBig(limit)};
+}
+
+#ifdef Q_OS_UNIX
+
+struct Descriptor {
+    explicit Descriptor(int descriptor)
+        : number(descriptor)
+    {}
+    ~Descriptor()
+    {
+        if (number >= 0)
+            ::close(number);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    const int number;
+};
+
+/// From errno.
+FileError systemFailure(const QString& path)
+{
+    const std::error_code error(errno, std::generic_category());
+    if (error == std::errc::too_many_symbolic_link_levels)
+        return {FileError::Code::NotAFile, path, FileWords::notAFile()};
+    return {codeOf(error), path, QString::fromStdString(error.message())};
+}
+
+std::optional<FileError> obstacle(const struct ::stat& status, const QString& path, qint64 limit)
+{
+    if (!S_ISREG(status.st_mode))
+        return FileError{FileError::Code::NotAFile, path, FileWords::notAFile()};
+    return status.st_size > limit ? std::optional(tooBig(path, limit)) : std::nullopt;
+}
+
+#endif
+
+/// Where a file is written so that links to it stay, also one that leads to nothing yet.
+QString endOfLinks(const QString& path)
+{
+    QString end = path;
+    for (int i = 0; i < mostLinks && QFileInfo(end).isSymLink(); ++i)
+        end = QFileInfo(end).symLinkTarget();
+    return end;
+}
+
 // File systems without syncing are content with what they have.
 bool syncToDisk([[maybe_unused]] const QFileDevice& file)
 {
@@ -52,19 +121,6 @@ bool syncToDisk([[maybe_unused]] const QFileDevice& file)
 #endif
 }
 
-// A rename is on the disk only when its folder is.
-void syncFolderOf([[maybe_unused]] const QString& path)
-{
-#ifdef Q_OS_UNIX
-    const QByteArray folder = QFile::encodeName(QFileInfo(path).absolutePath());
-    const int descriptor = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor >= 0) {
-        ::fsync(descriptor);
-        ::close(descriptor);
-    }
-#endif
-}
-
 } // namespace
 
 QString FileError::text() const
@@ -72,24 +128,111 @@ QString FileError::text() const
     return path + QLatin1String(": ") + detail;
 }
 
+std::optional<FileError> obstacleAt(const QString& path, qint64 limit)
+{
+#ifdef Q_OS_UNIX
+    struct ::stat status {};
+    if (::stat(QFile::encodeName(path).constData(), &status) != 0)
+        return errno == ELOOP ? std::optional(systemFailure(path)) : std::nullopt;
+    return obstacle(status, path, limit);
+#else
+    const QFileInfo info(path);
+    if (info.exists() && !info.isFile())
+        return FileError{FileError::Code::NotAFile, path, FileWords::notAFile()};
+    return info.size() > limit ? std::optional(tooBig(path, limit)) : std::nullopt;
+#endif
+}
+
+std::optional<FileError> obstacleAt(const QString& path)
+{
+    return obstacleAt(path, std::numeric_limits<qint64>::max());
+}
+
+std::expected<QByteArray, FileError> readFile(const QString& path, qint64 limit)
+{
+    return readFile(path, limit, [](qint64, qint64) { return true; });
+}
+
 std::expected<QByteArray, FileError> readFile(const QString& path)
+{
+    return readFile(path, FileLimit::ofNoKind);
+}
+
+#ifdef Q_OS_UNIX
+
+std::expected<QByteArray, FileError>
+readFile(const QString& path, qint64 limit,
+         const std::function<bool(qint64 read, qint64 whole)>& piece)
+{
+    const QByteArray name = QFile::encodeName(path);
+    struct ::stat status {};
+    // First without opening: to open a device can set it going.
+    if (::stat(name.constData(), &status) != 0)
+        return std::unexpected(systemFailure(path));
+    if (auto error = obstacle(status, path, limit))
+        return std::unexpected(*std::move(error));
+    const Descriptor file(::open(name.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    if (file.number < 0 || ::fstat(file.number, &status) != 0)
+        return std::unexpected(systemFailure(path));
+    // Another one may stand there by now.
+    if (auto error = obstacle(status, path, limit))
+        return std::unexpected(*std::move(error));
+    QByteArray bytes;
+    bytes.reserve(qsizetype(status.st_size));
+    qint64 room = pieceSize;
+    do {
+        // One byte more than there may be, so that a file that grows meanwhile is found out.
+        room = std::min(pieceSize, limit + 1 - bytes.size());
+        const qsizetype before = bytes.size();
+        bytes.resize(before + qsizetype(room));
+        const ssize_t count = ::read(file.number, bytes.data() + before, size_t(room));
+        bytes.truncate(before + std::max<qsizetype>(0, count));
+        if (count < 0 && errno != EINTR)
+            return std::unexpected(systemFailure(path));
+        if (bytes.size() > limit)
+            return std::unexpected(tooBig(path, limit));
+        if (count == 0)
+            break;
+    } while (piece(bytes.size(), std::max<qint64>(status.st_size, bytes.size())));
+    return bytes;
+}
+
+#else
+
+std::expected<QByteArray, FileError>
+readFile(const QString& path, qint64 limit,
+         const std::function<bool(qint64 read, qint64 whole)>& piece)
 {
     QFile file(path);
     errno = 0;
     if (!file.exists())
         return std::unexpected(FileError{FileError::Code::NotFound, path,
                                          QString::fromLocal8Bit(std::strerror(ENOENT))});
+    if (auto error = obstacleAt(path, limit))
+        return std::unexpected(*std::move(error));
     if (!file.open(QIODevice::ReadOnly))
         return std::unexpected(failure(file, path));
-    QByteArray bytes = file.readAll();
+    QByteArray bytes;
+    do {
+        const QByteArray more = file.read(pieceSize);
+        if (more.isEmpty())
+            break;
+        bytes.append(more);
+        if (bytes.size() > limit)
+            return std::unexpected(tooBig(path, limit));
+    } while (piece(bytes.size(), std::max(file.size(), qint64(bytes.size()))));
     if (file.error() != QFileDevice::NoError)
         return std::unexpected(failure(file, path));
     return bytes;
 }
 
+#endif
+
 std::expected<void, FileError> writeFileAtomically(const QString& path, const QByteArray& bytes)
 {
-    QSaveFile file(path);
+    if (auto error = obstacleAt(path))
+        return std::unexpected(*std::move(error));
+    QSaveFile file(endOfLinks(path));
     errno = 0;
     if (!file.open(QIODevice::WriteOnly))
         return std::unexpected(failure(file, path));
@@ -102,7 +245,31 @@ std::expected<void, FileError> writeFileAtomically(const QString& path, const QB
     }
     if (!file.commit())
         return std::unexpected(failure(file, path));
-    syncFolderOf(path);
+    // A rename is on the disk only when its folder is.
+    (void)syncFolder(QFileInfo(file.fileName()).absolutePath());
+    return {};
+}
+
+std::expected<void, FileError> syncFolder([[maybe_unused]] const QString& path)
+{
+#ifdef Q_OS_UNIX
+    const int descriptor =
+        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const auto failed = [&] {
+        const std::error_code error(errno, std::generic_category());
+        return std::unexpected(
+            FileError{codeOf(error), path, QString::fromStdString(error.message())});
+    };
+    if (descriptor < 0)
+        return failed();
+    const bool synced = ::fsync(descriptor) == 0;
+    if (!synced) {
+        auto error = failed();
+        ::close(descriptor);
+        return error;
+    }
+    ::close(descriptor);
+#endif
     return {};
 }
 

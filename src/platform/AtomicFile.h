@@ -5,6 +5,8 @@
 #include <QString>
 
 #include <expected>
+#include <functional>
+#include <optional>
 
 namespace orvane {
 
@@ -14,25 +16,65 @@ struct FileError {
         NotFound, ///< nothing at that path
         NoAccess, ///< permission or a read-only file system
         NoSpace,  ///< the disk or a quota is full
+        Exists,   ///< something has that name already
+        NotAFile, ///< a folder, pipe, device or socket stands there, or links in a circle
+        TooBig,   ///< larger than a file of its kind ever is
         Other,
     };
     Code code = Code::Other;
     QString path;
-    /// The system's own words.
+    /// The system's own words, or ours for `NotAFile` and `TooBig`.
     QString detail;
 
     /// "path: detail", for the log.
     [[nodiscard]] QString text() const;
 };
 
-/// Reads a whole file. Any thread.
+/// How large a file of each kind may be, in bytes; docs/formats.md tells why. What is larger is
+/// none of ours.
+namespace FileLimit {
+inline constexpr qint64 manifest = 1 << 20;
+inline constexpr qint64 recoveryMarker = 1 << 20;
+inline constexpr qint64 theme = 1 << 20;
+inline constexpr qint64 personalWords = 16 << 20;
+inline constexpr qint64 workspaceState = 16 << 20;
+inline constexpr qint64 settings = 64 << 20;
+inline constexpr qint64 dictionary = 64 << 20;
+inline constexpr qint64 textToOpen = 64 << 20;
+inline constexpr qint64 image = 256 << 20;
+inline constexpr qint64 earlierNotebook = qint64(1) << 30;
+inline constexpr qint64 versionHistory = qint64(2) << 30;
+inline constexpr qint64 ofNoKind = qint64(2) << 30;
+} // namespace FileLimit
+
+/// What stands at the path, links followed, in the way of reading a file of at most `limit` bytes:
+/// `NotAFile` or `TooBig`. Nothing where a regular file or no file is. Opens nothing. Any thread.
+[[nodiscard]] std::optional<FileError> obstacleAt(const QString& path, qint64 limit);
+/// The same for a file of whatever size.
+[[nodiscard]] std::optional<FileError> obstacleAt(const QString& path);
+
+/// Reads a whole regular file of at most `limit` bytes. Never waits for a pipe or a device, and
+/// never opens one. Any thread.
+[[nodiscard]] std::expected<QByteArray, FileError> readFile(const QString& path, qint64 limit);
+
+/// The same for a file that has no kind, such as a test's own.
 [[nodiscard]] std::expected<QByteArray, FileError> readFile(const QString& path);
+
+/// The same in pieces, for large files: `piece` is told how much has been read and how much there
+/// is, and says whether to go on; where it doesn't, the result is what has been read so far.
+[[nodiscard]] std::expected<QByteArray, FileError>
+readFile(const QString& path, qint64 limit,
+         const std::function<bool(qint64 read, qint64 whole)>& piece);
 
 /// Replaces the file at `path` by `bytes`, or leaves it as it was: the bytes go to a temporary
 /// file beside it, reach the disk, and take the name in one step. The folder must exist. A file
-/// that is a symbolic link is replaced at its target. Any thread.
+/// that is a symbolic link is replaced at its target. What is no regular file is never replaced.
+/// Any thread.
 [[nodiscard]] std::expected<void, FileError> writeFileAtomically(const QString& path,
                                                                  const QByteArray& bytes);
+
+/// Brings the names in a folder to the disk: what was made, renamed or removed in it.
+std::expected<void, FileError> syncFolder(const QString& path);
 
 /// Creates the folder with those above it; an existing folder is success.
 [[nodiscard]] std::expected<void, FileError> makeFolder(const QString& path);

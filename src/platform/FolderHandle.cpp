@@ -54,10 +54,13 @@ FolderHandle::open(const QString& path)
         return failed(path, errno);
     std::shared_ptr<FolderHandle> handle(new FolderHandle);
     handle->m_descriptor = descriptor;
-    handle->m_openedPath = path;
 #ifdef Q_OS_LINUX
+    // A name below another handle says nothing once that one is gone.
+    if (!path.startsWith("/proc/self/fd/"_L1))
+        handle->m_openedPath = path;
     handle->m_path = u"/proc/self/fd/%1"_s.arg(descriptor);
 #else
+    handle->m_openedPath = path;
     handle->m_path = path;
 #endif
     struct ::stat status {};

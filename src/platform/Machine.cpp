@@ -52,13 +52,21 @@ UserFolders UserFolders::ofThisUser()
     folders.temporary = QDir::tempPath();
     folders.applicationSupport = standard(QStandardPaths::GenericDataLocation);
     folders.configuration = standard(QStandardPaths::GenericConfigLocation) + "/OrvaneWorkspace"_L1;
+    // https://specifications.freedesktop.org/basedir-spec: an absolute path, or the default counts.
+    const QString state = qEnvironmentVariable("XDG_STATE_HOME");
+    folders.state = (QDir::isAbsolutePath(state) ? state : folders.home + "/.local/state"_L1) +
+                    "/OrvaneWorkspace"_L1;
     return folders;
 }
 
 UserFolders UserFolders::below(const QString& root)
 {
-    return {root + "/Documents"_L1, root, root + "/tmp"_L1, root + "/share"_L1,
-            root + "/config/OrvaneWorkspace"_L1};
+    return {root + "/Documents"_L1,
+            root,
+            root + "/tmp"_L1,
+            root + "/share"_L1,
+            root + "/config/OrvaneWorkspace"_L1,
+            root + "/state/OrvaneWorkspace"_L1};
 }
 
 } // namespace orvane

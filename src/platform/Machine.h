@@ -71,6 +71,8 @@ struct UserFolders {
     QString applicationSupport;
     /// Our own configuration folder.
     QString configuration;
+    /// Our own folder for what is neither a person's document nor a setting.
+    QString state;
 
     [[nodiscard]] static UserFolders ofThisUser();
     /// All of them below `root`, for tests and the tour.

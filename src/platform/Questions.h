@@ -67,6 +67,9 @@ struct Question {
     /// Entries of a list to choose one from; empty for none.
     QStringList choices;
     Tone tone = Tone::Plain;
+    /// It comes while somebody writes: what is typed goes into the answer and chooses no button
+    /// until the keys have paused.
+    bool keepsTyping = false;
 
     bool operator==(const Question&) const = default;
 };
@@ -76,6 +79,8 @@ struct Answer {
     int button = 0;
     bool suppress = false;
     int choice = 0;
+    /// With `Question::keepsTyping`, the text that was typed until there was an answer.
+    QString typed = {};
 };
 
 /// What Escape answers.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "platform/UserDefaults.h"
 
+#include "platform/SetAside.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -78,20 +80,22 @@ std::optional<DefaultsValue> decode(const QJsonValue& value)
     return std::nullopt;
 }
 
-/// Nothing when the file is there and is not ours to read.
-std::optional<QHash<QString, DefaultsValue>> load(const QString& path)
+/// The file's entries, none when there is no file, or nothing when it holds none of ours.
+std::expected<std::optional<QJsonObject>, FileError> readEntries(const QString& path)
 {
-    const auto bytes = readFile(path);
+    const auto bytes = readFile(path, FileLimit::settings);
     if (!bytes && bytes.error().code == FileError::Code::NotFound)
-        return QHash<QString, DefaultsValue>();
+        return QJsonObject();
     if (!bytes)
-        return std::nullopt;
+        return std::unexpected(bytes.error());
     const QJsonDocument document = QJsonDocument::fromJson(*bytes);
-    if (!document.isObject())
-        return std::nullopt;
+    return document.isObject() ? std::optional(document.object()) : std::nullopt;
+}
+
+QHash<QString, DefaultsValue> decodeAll(const QJsonObject& entries)
+{
     QHash<QString, DefaultsValue> values;
-    const QJsonObject object = document.object();
-    for (auto it = object.begin(); it != object.end(); ++it) {
+    for (auto it = entries.begin(); it != entries.end(); ++it) {
         if (auto value = decode(it.value()))
             values.insert(it.key(), *std::move(value));
     }
@@ -112,9 +116,11 @@ UserDefaults::UserDefaults(const QString& path, QObject* parent)
     m_writeTimer->setSingleShot(true);
     m_writeTimer->setInterval(writePause);
     connect(m_writeTimer, &QTimer::timeout, this, [this] { (void)flush(); });
-    auto values = load(path);
-    m_fileIsDamaged = !values;
-    m_values = std::move(values).value_or(QHash<QString, DefaultsValue>());
+    const auto entries = readEntries(path);
+    if (entries && *entries)
+        m_values = decodeAll(**entries);
+    else
+        m_mustSetAside = true;
 }
 
 UserDefaults::~UserDefaults()
@@ -163,40 +169,65 @@ void UserDefaults::markPending(const QString& key)
     emit changed(key);
 }
 
+void UserDefaults::refresh(const QStringList& keys)
+{
+    if (m_path.isEmpty() || m_mustSetAside)
+        return;
+    const auto entries = readEntries(m_path);
+    if (!entries || !*entries)
+        return;
+    for (const QString& key : keys) {
+        const auto stored = decode((*entries)->value(key));
+        if (!stored || m_pending.contains(key) || value(key) == stored)
+            continue;
+        m_values.insert(key, *stored);
+        emit changed(key);
+    }
+}
+
 std::expected<void, FileError> UserDefaults::flush()
 {
     if (m_path.isEmpty() || m_pending.isEmpty())
         return {};
-    if (auto folder = makeFolder(QFileInfo(m_path).absolutePath()); !folder) {
-        qWarning("Settings can't be written: %ls", qUtf16Printable(folder.error().text()));
-        return folder;
-    }
-    // Another process may have written meanwhile: its keys are taken over, ours win where both
-    // changed the same one.
-    QLockFile lock(m_path + ".lock"_L1);
-    lock.tryLock(std::chrono::milliseconds(2000).count());
-    if (m_fileIsDamaged) {
-        QFile::remove(m_path + ".damaged"_L1);
-        QFile::copy(m_path, m_path + ".damaged"_L1);
-        m_fileIsDamaged = false;
-    }
-    QHash<QString, DefaultsValue> merged = load(m_path).value_or(QHash<QString, DefaultsValue>());
-    for (const QString& key : std::as_const(m_pending)) {
-        const auto it = m_values.constFind(key);
-        if (it == m_values.cend())
-            merged.remove(key);
-        else
-            merged.insert(key, *it);
-    }
-    QJsonObject object;
-    for (auto it = merged.cbegin(); it != merged.cend(); ++it)
-        object.insert(it.key(), encode(it.value()));
-    auto written = writeFileAtomically(m_path, QJsonDocument(object).toJson());
+    auto written = writePending();
     if (written)
         m_pending.clear();
     else
         qWarning("Settings can't be written: %ls", qUtf16Printable(written.error().text()));
     return written;
+}
+
+std::expected<void, FileError> UserDefaults::writePending()
+{
+    if (auto folder = makeFolder(QFileInfo(m_path).absolutePath()); !folder)
+        return folder;
+    // Another process may have written meanwhile: its keys are taken over, ours win where both
+    // changed the same one.
+    QLockFile lock(m_path + ".lock"_L1);
+    if (!obstacleAt(lock.fileName())) // which the toolkit would open, and wait for a pipe
+        lock.tryLock(std::chrono::milliseconds(2000).count());
+    const auto entries = readEntries(m_path);
+    if (!entries)
+        return std::unexpected(entries.error());
+    const bool isDamaged = !*entries;
+    if (isDamaged || m_mustSetAside) {
+        QFile file(m_path);
+        if (file.exists() && !file.copy(setAsidePath(m_path)))
+            return std::unexpected(FileError{FileError::Code::Other, m_path, file.errorString()});
+        m_mustSetAside = false;
+    }
+    // What a file held that was whole when it was read is still known.
+    if (isDamaged)
+        m_pending += QSet<QString>(m_values.keyBegin(), m_values.keyEnd());
+    QJsonObject object = entries->value_or(QJsonObject());
+    for (const QString& key : std::as_const(m_pending)) {
+        const auto it = m_values.constFind(key);
+        if (it == m_values.cend())
+            object.remove(key);
+        else
+            object.insert(key, encode(*it));
+    }
+    return writeFileAtomically(m_path, QJsonDocument(object).toJson());
 }
 
 } // namespace orvane

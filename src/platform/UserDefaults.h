@@ -32,8 +32,8 @@ class UserDefaults : public QObject {
 public:
     /// Values in memory only, for tests and the tour.
     explicit UserDefaults(QObject* parent = nullptr);
-    /// Values kept in the file at `path`. A file that can't be read counts as empty and is put
-    /// aside as "<name>.damaged" before the first write.
+    /// Values kept in the file at `path`. A file that can't be read counts as empty, and a copy of
+    /// it is set aside as "<name>.damaged" before the first write.
     explicit UserDefaults(const QString& path, QObject* parent = nullptr);
     ~UserDefaults() override;
 
@@ -66,8 +66,14 @@ public:
     void remove(const QString& key);
     [[nodiscard]] QStringList keys() const;
 
-    /// Writes what is pending now. Another process's changes to other keys are kept. An error is
-    /// also logged; the values stay pending and go out with the next write.
+    /// Takes over what another process has written under these keys; what is pending here stays.
+    /// For values that hold many things, before one of these is changed. While the file can't be
+    /// read, what is known stands.
+    void refresh(const QStringList& keys);
+
+    /// Writes what is pending now. Everything else in the file is kept, also what another process
+    /// has written and entries that this version can't read. A file that can't be read now is left
+    /// alone. An error is also logged; the values stay pending and go out with the next write.
     std::expected<void, FileError> flush();
 
 signals:
@@ -76,11 +82,12 @@ signals:
 
 private:
     void markPending(const QString& key);
+    std::expected<void, FileError> writePending();
 
     QString m_path;
     QHash<QString, DefaultsValue> m_values;
     QSet<QString> m_pending;
-    bool m_fileIsDamaged = false;
+    bool m_mustSetAside = false;
     QTimer* m_writeTimer = nullptr;
 };
 

@@ -2,6 +2,7 @@
 #include "platform/Machine.h"
 
 #include "platform/AtomicFile.h"
+#include "support/OddFiles.h"
 
 #include <QDir>
 #include <QFile>
@@ -47,6 +48,72 @@ TEST(AtomicFile, ErrorsSayWhatIsWrong)
     EXPECT_FALSE(makeFolder(folder.path() + u"/plain/below"_s));
     EXPECT_TRUE(makeFolder(folder.path() + u"/a/b/c"_s));
     EXPECT_TRUE(makeFolder(folder.path() + u"/a/b/c"_s));
+}
+
+TEST(AtomicFile, WhatIsNoFileIsNeitherReadNorReplaced)
+{
+    for (const OddFile& odd : oddFiles) {
+        SCOPED_TRACE(odd.name);
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"it"_s);
+        ASSERT_TRUE(odd.make(QFile::encodeName(path)));
+        struct ::stat before {};
+        struct ::stat after {};
+        ASSERT_EQ(::lstat(QFile::encodeName(path).constData(), &before), 0);
+        ::alarm(20); // what hangs ends the test program
+        EXPECT_EQ(obstacleAt(path)->code, FileError::Code::NotAFile);
+        EXPECT_EQ(readFile(path, 1'000).error().code, FileError::Code::NotAFile);
+        EXPECT_EQ(writeFileAtomically(path, "x").error().code, FileError::Code::NotAFile);
+        ::alarm(0);
+        ASSERT_EQ(::lstat(QFile::encodeName(path).constData(), &after), 0);
+        EXPECT_EQ(before.st_ino, after.st_ino);
+        EXPECT_EQ(before.st_mode, after.st_mode);
+    }
+}
+
+TEST(AtomicFile, WhatIsTooBigForItsKindIsNotRead)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"file"_s);
+    ASSERT_TRUE(writeFileAtomically(path, QByteArray(1'000, 'x')));
+    EXPECT_EQ(readFile(path, 1'000)->size(), 1'000);
+    EXPECT_EQ(readFile(path, 999).error().code, FileError::Code::TooBig);
+    EXPECT_EQ(obstacleAt(path, 999)->code, FileError::Code::TooBig);
+    EXPECT_FALSE(obstacleAt(path, 1'000));
+    EXPECT_FALSE(obstacleAt(folder.filePath(u"none"_s)));
+    // What tells no size, and goes on beyond the limit.
+    EXPECT_EQ(readFile(u"/proc/self/maps"_s, 10).error().code, FileError::Code::TooBig);
+    // A file that can't be taken in whole is not needed to know that it is too big.
+    QFile huge(folder.filePath(u"huge"_s));
+    ASSERT_TRUE(huge.open(QFile::WriteOnly) && huge.resize(qint64(1) << 40));
+    EXPECT_EQ(readFile(huge.fileName(), FileLimit::versionHistory).error().code,
+              FileError::Code::TooBig);
+}
+
+TEST(AtomicFile, ReadingInPiecesTellsHowFarItIsAndStopsWhenTold)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"file"_s);
+    ASSERT_TRUE(writeFileAtomically(path, QByteArray(3'000'000, 'x')));
+    QList<qint64> told;
+    const auto read = readFile(path, 3'000'000, [&](qint64 sofar, qint64 whole) {
+        EXPECT_EQ(whole, 3'000'000);
+        told.append(sofar);
+        return told.size() < 2;
+    });
+    ASSERT_EQ(told.size(), 2);
+    EXPECT_EQ(read->size(), told.last());
+    EXPECT_LT(read->size(), 3'000'000);
+}
+
+TEST(AtomicFile, ALinkThatLeadsToNothingYetStaysALink)
+{
+    const QTemporaryDir folder;
+    const QString link = folder.filePath(u"link"_s);
+    ASSERT_TRUE(QFile::link(folder.filePath(u"target"_s), link));
+    ASSERT_TRUE(writeFileAtomically(link, "new"));
+    EXPECT_TRUE(QFileInfo(link).isSymLink());
+    EXPECT_EQ(*readFile(folder.filePath(u"target"_s)), "new");
 }
 
 TEST(AtomicFile, ALinkKeepsPointingAtTheNewFile)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "platform/UserDefaults.h"
 
+#include "support/NoDescriptors.h"
+
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -74,6 +76,93 @@ TEST_F(UserDefaultsTest, DamagedFilesArePutAsideAndBadEntriesPassedOver)
         writeFileAtomically(path, R"({"a":{"bool":1},"b":{"integer":"x"},"c":{"strings":[1]},
         "d":5,"e":{"bool":true,"string":"x"},"f":{"string":"kept"}})"));
     EXPECT_EQ(UserDefaults(path).keys(), QStringList{u"f"_s});
+}
+
+TEST_F(UserDefaultsTest, SetsAsideOverNoEarlierFile)
+{
+    ASSERT_TRUE(makeFolder(folder.path() + u"/config"_s));
+    for (const QByteArray damaged : {"one", "two", "three"}) {
+        ASSERT_TRUE(writeFileAtomically(path, damaged));
+        UserDefaults defaults(path);
+        defaults.set(u"a"_s, true);
+        ASSERT_TRUE(defaults.flush());
+    }
+    EXPECT_EQ(*readFile(path + u".damaged"_s), "one");
+    EXPECT_EQ(*readFile(path + u".damaged-2"_s), "two");
+    EXPECT_EQ(*readFile(path + u".damaged-3"_s), "three");
+    EXPECT_EQ(UserDefaults(path).keys(), QStringList{u"a"_s});
+}
+
+TEST_F(UserDefaultsTest, AFileThatTurnsBadInTheMiddleOfARunLosesNothing)
+{
+    UserDefaults defaults(path);
+    defaults.set(u"early"_s, true);
+    ASSERT_TRUE(defaults.flush());
+    const QByteArray whole = *readFile(path);
+    {
+        const NoDescriptors none;
+        defaults.set(u"while the disk was away"_s, true);
+        EXPECT_FALSE(defaults.flush());
+    }
+    EXPECT_EQ(*readFile(path), whole);
+    ASSERT_TRUE(defaults.flush());
+    EXPECT_EQ(UserDefaults(path).keys().size(), 2);
+
+    ASSERT_TRUE(writeFileAtomically(path, "not settings"));
+    defaults.set(u"late"_s, true);
+    ASSERT_TRUE(defaults.flush());
+    EXPECT_EQ(UserDefaults(path).keys(),
+              (QStringList{u"early"_s, u"late"_s, u"while the disk was away"_s}));
+    EXPECT_EQ(*readFile(path + u".damaged"_s), "not settings");
+}
+
+TEST_F(UserDefaultsTest, AFileThatCouldNotBeReadAtTheStartIsMergedAndACopyKept)
+{
+    {
+        UserDefaults defaults(path);
+        defaults.set(u"early"_s, true);
+    }
+    const QByteArray whole = *readFile(path);
+    auto none = std::make_unique<NoDescriptors>();
+    UserDefaults blind(path);
+    none.reset();
+    EXPECT_TRUE(blind.keys().isEmpty());
+    blind.set(u"late"_s, true);
+    ASSERT_TRUE(blind.flush());
+    EXPECT_EQ(UserDefaults(path).keys(), (QStringList{u"early"_s, u"late"_s}));
+    EXPECT_EQ(*readFile(path + u".damaged"_s), whole);
+}
+
+TEST_F(UserDefaultsTest, EntriesOfALaterVersionAreKept)
+{
+    ASSERT_TRUE(makeFolder(folder.path() + u"/config"_s));
+    ASSERT_TRUE(writeFileAtomically(path, R"({"new": {"matrix": [1, 2]}, "a": {"bool": true}})"));
+    UserDefaults defaults(path);
+    defaults.set(u"b"_s, true);
+    ASSERT_TRUE(defaults.flush());
+    EXPECT_TRUE(readFile(path)->contains("matrix"));
+}
+
+TEST_F(UserDefaultsTest, RefreshTakesOverWhatAnotherProcessWrote)
+{
+    UserDefaults one(path);
+    UserDefaults two(path);
+    QStringList told;
+    QObject::connect(&two, &UserDefaults::changed, [&](const QString& key) { told.append(key); });
+    two.set(u"mine"_s, 2.0);
+    told.clear();
+    one.set(u"mine"_s, 1.0);
+    one.set(u"asked"_s, 1.0);
+    one.set(u"other"_s, 1.0);
+    ASSERT_TRUE(one.flush());
+    two.refresh({u"mine"_s, u"asked"_s, u"nowhere"_s});
+    EXPECT_EQ(told, QStringList{u"asked"_s});
+    EXPECT_EQ(two.get<double>(u"asked"_s), 1.0);
+    EXPECT_EQ(two.get<double>(u"mine"_s), 2.0) << "what is pending wins";
+    EXPECT_FALSE(two.contains(u"other"_s));
+    ASSERT_TRUE(QFile::remove(path));
+    two.refresh({u"asked"_s});
+    EXPECT_EQ(two.get<double>(u"asked"_s), 1.0);
 }
 
 TEST_F(UserDefaultsTest, ChangesAreToldOnceAndOnlyWhenTheyAreChanges)
