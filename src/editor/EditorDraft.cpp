@@ -17,6 +17,18 @@ EditorDraft EditorDraft::of(const NoteRecord& note)
             false};
 }
 
+EditorDraft EditorDraft::of(const QUuid& noteID, const NoteContent& refused)
+{
+    return {noteID,
+            refused.title,
+            refused.body,
+            refused.bodyRTF,
+            refused.richContentPayload,
+            refused.editorTypingAttributesPayload,
+            refused.shapesPayload,
+            true};
+}
+
 NoteContent EditorDraft::content() const
 {
     return {title, bodyPlain, bodyRTF, bodyRich, editorTypingAttributesPayload, shapesPayload};

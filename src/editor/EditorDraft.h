@@ -28,6 +28,8 @@ struct EditorDraft {
     bool operator==(const EditorDraft&) const = default;
 
     [[nodiscard]] static EditorDraft of(const NoteRecord& note);
+    /// A dirty draft of the note with what was not taken into its record.
+    [[nodiscard]] static EditorDraft of(const QUuid& noteID, const NoteContent& refused);
     [[nodiscard]] NoteContent content() const;
     [[nodiscard]] StoredText text() const { return {bodyPlain, bodyRTF, bodyRich}; }
 };

@@ -6,12 +6,15 @@
 #include "editor/EditorTextHost.h"
 #include "editor/EditorView.h"
 #include "editor/NoteLinks.h"
+#include "editor/SlowNotes.h"
 #include "editor/StatusStrip.h"
 #include "editor/WritingTools.h"
 #include "editor/page/PageFit.h"
 #include "editor/page/PageHead.h"
 #include "editor/page/PageTools.h"
+#include "text/Graphemes.h"
 #include "text/LayoutUnits.h"
+#include "text/TextStore.h"
 
 #include <QAbstractButton>
 #include <QFontMetricsF>
@@ -86,9 +89,12 @@ EditorPaneView::EditorPaneView(AppState& appState, Look& look, QWidget* parent)
     connectSession();
     connectTools();
     applyHostLook();
+    m_slowNotes = std::make_unique<SlowNotes>(m_text->view(), appState.services().defaults);
+    m_slowNotes->begin(m_session.noteID(), m_session.gateway().store());
     m_tools->prepareText(m_session.gateway(), m_session.mode());
     m_text->showText(&m_session.gateway());
     m_tools->showText(m_session.noteID());
+    m_slowNotes->pause();
     m_links = std::make_unique<NoteLinks>(m_text->view(), m_session, appState);
     connect(m_links.get(), &NoteLinks::linkSheetWanted, this, &EditorPaneView::linkSheetWanted);
     m_pageTools = std::make_unique<PageTools>(*m_text, appState.services(), look, *m_title);
@@ -154,35 +160,67 @@ QWidget* EditorPaneView::makeEmptyState()
     auto* layout = new QVBoxLayout(empty);
     layout->setSpacing(8);
     auto* title = makeLabel(tr("No Note Selected"), TextStyle::WindowTitle);
-    auto* text = makeLabel(tr("Create a note or select one from the list."), TextStyle::Body,
-                           LabelInk::Secondary);
+    m_emptyText = makeLabel({}, TextStyle::Body, LabelInk::Secondary);
     auto* action = new QPushButton(tr("New Note"), empty);
     connect(action, &QPushButton::clicked, this, &EditorPaneView::newNoteRequested);
-    action->setVisible(m_appState.canCreateOrEdit());
+    auto* open = new QPushButton(tr("Open It Anyway"), empty);
+    connect(open, &QPushButton::clicked, this, [this] {
+        if (const auto note = m_appState.noteHeldBack())
+            m_appState.openNote(*note);
+    });
     m_emptyAction = action;
+    m_heldBackAction = open;
     setTabOrder(m_title, action);
+    setTabOrder(action, open);
     layout->addStretch(5);
     layout->addWidget(title, 0, Qt::AlignHCenter);
-    layout->addWidget(text, 0, Qt::AlignHCenter);
+    layout->addWidget(m_emptyText, 0, Qt::AlignHCenter);
     layout->addSpacing(8);
     layout->addWidget(action, 0, Qt::AlignHCenter);
+    layout->addWidget(open, 0, Qt::AlignHCenter);
     layout->addStretch(6);
+    updateEmptyState();
     return empty;
+}
+
+void EditorPaneView::updateEmptyState()
+{
+    if (!m_emptyAction)
+        return;
+    constexpr qsizetype longestTitle = 60;
+    const auto held = m_appState.noteHeldBack();
+    const NoteRecord* note = held ? m_appState.note(*held) : nullptr;
+    const QString title = note ? editableTitle(*note).simplified() : QString();
+    const QString shown = title.size() <= longestTitle
+                              ? title
+                              : title.left(graphemeStart(title, longestTitle)) + u'…';
+    m_emptyText->setText(!note ? tr("Create a note or select one from the list.")
+                         : shown.isEmpty()
+                             ? tr("The last note took too long to show, so it wasn’t opened.")
+                             : tr("“%1” took too long to show, so it wasn’t opened.").arg(shown));
+    m_emptyAction->setVisible(!note && m_appState.canCreateOrEdit());
+    m_heldBackAction->setVisible(note);
 }
 
 void EditorPaneView::connectSession()
 {
     connect(&m_session, &EditorSession::draftLoaded, this, &EditorPaneView::loadDraft);
     connect(&m_session, &EditorSession::dirtyChanged, this, &EditorPaneView::updateSavingState);
+    connect(&m_session, &EditorSession::refusalChanged, this, &EditorPaneView::updateSavingState);
     connect(&m_session, &EditorSession::textAboutToBeReplaced, this,
             &EditorPaneView::textAboutToChange);
     connect(&m_session, &EditorSession::textReplaced, this, [this] {
+        m_slowNotes->begin(m_session.noteID(), m_session.gateway().store());
         applyHostLook();
         m_tools->prepareText(m_session.gateway(), m_session.mode());
         m_text->showText(&m_session.gateway());
         updateMode();
         emit textChanged();
+        m_slowNotes->pause();
     });
+    connect(&m_session, &EditorSession::longTextWritten, this,
+            [this] { m_slowNotes->begin(m_session.noteID(), m_session.gateway().store()); });
+    connect(&m_appState, &AppState::noteHeldBackChanged, this, &EditorPaneView::updateEmptyState);
     connect(&m_session, &EditorSession::baseFontChanged, this, &EditorPaneView::applyHostLook);
     connect(&m_session, &EditorSession::bodyEdited, m_countTimer, qOverload<>(&QTimer::start));
     connect(m_status, &StatusStrip::modeChosen, &m_session, &EditorSession::setMode);
@@ -342,8 +380,7 @@ void EditorPaneView::updateEditable()
     applyHostLook();
     m_tools->findStrip().setEditable(editable);
     m_tools->formattingBar().setEditable(editable);
-    if (m_emptyAction)
-        m_emptyAction->setVisible(m_appState.canCreateOrEdit());
+    updateEmptyState();
 }
 
 void EditorPaneView::updateCounts()
@@ -389,6 +426,13 @@ void EditorPaneView::updateSavingState()
         state.kind = SavingState::Kind::Unreadable;
         state.detail = tr("The disk doesn’t give its text now, so it can’t be changed. What is "
                           "stored is left as it is; select the note again to try once more.");
+    } else if (const auto refusal = m_session.refusal()) {
+        state.kind = SavingState::Kind::Refused;
+        state.detail = *refusal == NoteUpdateError::Missing
+                           ? tr("This note is no longer in the project. What was typed last is "
+                                "only in this window; copy it to another note to keep it.")
+                           : tr("Notes can’t be changed now. What was typed last is kept while the "
+                                "project is open and is saved once changes are possible again.");
     } else if (m_session.noteID()) {
         state.kind = m_session.isDirty() ? SavingState::Kind::Edited : SavingState::Kind::Saved;
     }

@@ -6,6 +6,7 @@
 #include "editor/WritingLibrary.h"
 #include "editor/formatting/KeyTextOf.h"
 
+class QLabel;
 class QLineEdit;
 class QStackedLayout;
 class QTimer;
@@ -17,6 +18,7 @@ class EditorView;
 class NoteLinks;
 class PageHead;
 class PageTools;
+class SlowNotes;
 class StatusStrip;
 class WritingTools;
 
@@ -59,6 +61,7 @@ protected:
 private:
     [[nodiscard]] QWidget* makePage();
     [[nodiscard]] QWidget* makeEmptyState();
+    void updateEmptyState();
     void showPageOrEmptiness();
     void connectSession();
     void connectTools();
@@ -79,7 +82,10 @@ private:
     QLineEdit* m_title = nullptr;
     EditorTextHost* m_text = nullptr;
     std::unique_ptr<WritingTools> m_tools;
+    QLabel* m_emptyText = nullptr;
     QWidget* m_emptyAction = nullptr;
+    QWidget* m_heldBackAction = nullptr;
+    std::unique_ptr<SlowNotes> m_slowNotes;
     StatusStrip* m_status;
     QTimer* m_countTimer;
     std::unique_ptr<NoteLinks> m_links;

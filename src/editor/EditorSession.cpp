@@ -31,6 +31,7 @@ EditorSession::EditorSession(AppState& appState, QObject* parent)
     connect(&appState, &AppState::selectionChanged, this, &EditorSession::selectionChanged);
     connect(&appState, &AppState::notebookReset, this, [this] { syncDraftsFromSelection(true); });
     connect(&appState, &AppState::noteChanged, this, &EditorSession::recordChanged);
+    connect(&appState, &AppState::projectMayBeLeft, this, &EditorSession::flushBeforeClosing);
     connect(&appState, &AppState::projectAboutToClose, this, &EditorSession::flushBeforeClosing);
     connect(&appState, &AppState::willTerminate, this, &EditorSession::flushBeforeClosing);
     connect(&appState, &AppState::noteAboutToBeReplaced, this, &EditorSession::flushDraftToDisk);
@@ -116,6 +117,7 @@ void EditorSession::setShapes(const std::optional<Blob>& payload)
         return;
     beginEdit(false);
     m_draft.shapesPayload = payload;
+    m_wouldLoseFormatting.reset();
     markDirty();
 }
 
@@ -127,10 +129,22 @@ void EditorSession::markDirty()
 
 void EditorSession::setDirty(bool dirty)
 {
+    if (!dirty) {
+        m_boundTask.reset();
+        m_boundGeneration.reset();
+    }
     if (m_draft.isDirty == dirty)
         return;
     m_draft.isDirty = dirty;
     emit dirtyChanged(dirty);
+}
+
+void EditorSession::setRefusal(std::optional<NoteUpdateError> refusal)
+{
+    if (m_refusal == refusal)
+        return;
+    m_refusal = refusal;
+    emit refusalChanged();
 }
 
 void EditorSession::cancelAutosave()
@@ -155,6 +169,31 @@ void EditorSession::scheduleAutosave()
     const auto delay =
         std::max(shortestAutosaveDelay, std::chrono::milliseconds(qint64(seconds * 1000)));
     m_autosaveTask = services.clock.after(delay, [this] { runAutosaveToDisk(); });
+    const bool makesForms = m_formsAreStale && isLong();
+    if (!m_boundTask && !m_boundGeneration)
+        m_boundTask = services.clock.after(makesForms ? longestUnsavedOfLongText : longestUnsaved,
+                                           [this] { boundUnsaved(); });
+}
+
+void EditorSession::boundUnsaved()
+{
+    m_boundTask.reset();
+    if (!m_draft.isDirty || !currentDraftMatchesSelection() ||
+        !autosaveEnabledSetting.read(m_appState.services().defaults))
+        return;
+    if (m_formsAreStale && isLong()) {
+        if (m_boundGeneration)
+            return; // its forms take longer than this
+        prepareForms();
+        m_boundGeneration = m_generation;
+        m_boundTask =
+            m_appState.services().clock.after(longestUnsavedOfLongText, [this] { boundUnsaved(); });
+        if (m_formsMaker.hasFinished(m_generation))
+            formsFinished(m_generation);
+        return;
+    }
+    (void)writeDraft(*m_draft.noteID);
+    log("autosave.bound");
 }
 
 void EditorSession::runAutosaveToDisk()
@@ -166,27 +205,41 @@ void EditorSession::runAutosaveToDisk()
     m_writesWhenMade = m_formsAreStale && isLong() && !m_formsMaker.hasFinished(m_generation);
     if (m_writesWhenMade)
         return;
-    writeDraft(*selected);
+    (void)writeDraft(*selected);
     log("autosave");
 }
 
-void EditorSession::writeDraft(const QUuid& noteID)
+std::expected<void, NoteUpdateError> EditorSession::writeDraft(const QUuid& noteID)
 {
     pullText();
-    {
-        // What is written is what stands here already.
-        const QScopedValueRollback writes(m_isWriting, true);
-        m_appState.updateNote(noteID, m_draft.content());
-    }
     m_writesWhenMade = false;
-    setDirty(false);
+    const auto written = write(noteID, m_draft.content());
+    if (m_refusal)
+        m_boundTask.reset(); // asked for again with the next edit
+    else
+        setDirty(false);
+    return written;
+}
+
+std::expected<void, NoteUpdateError> EditorSession::write(const QUuid& noteID,
+                                                          const NoteContent& content)
+{
+    // What is written is what stands here already.
+    const QScopedValueRollback writes(m_isWriting, true);
+    const auto written = m_appState.updateNote(noteID, content);
+    // What only the disk didn't take is in the record, which is written again when saving works.
+    const bool isTaken = written || written.error() == NoteUpdateError::NotStored;
+    setRefusal(isTaken ? std::nullopt : std::optional(written.error()));
+    if (isTaken)
+        m_recordShapes = content.shapesPayload;
+    return written;
 }
 
 void EditorSession::flushDraftToDisk(const QUuid& noteID)
 {
     if (!m_draft.isDirty || m_draft.noteID != noteID)
         return;
-    writeDraft(noteID);
+    (void)writeDraft(noteID);
     log("flushDraftToDisk");
 }
 
@@ -197,8 +250,9 @@ void EditorSession::saveFromExplicitCommand()
         return;
     const QUuid noteID = note->id;
     cancelAutosave();
-    writeDraft(noteID);
-    m_appState.appendVersionSnapshot(noteID, QStringLiteral("Manual Save"));
+    if (!writeDraft(noteID) ||
+        !m_appState.appendVersionSnapshot(noteID, QStringLiteral("Manual Save")))
+        return;
     log("manualSave");
     m_appState.services().notifications.post(AppCommandEvents::manualSaveCompleted);
 }
@@ -231,10 +285,17 @@ void EditorSession::flushBeforeClosing()
 
 void EditorSession::recordChanged(const QUuid& noteID)
 {
-    if (m_isWriting || m_draft.isDirty || m_draft.noteID != noteID ||
-        !currentDraftMatchesSelection())
+    if (m_isWriting || m_draft.noteID != noteID || !currentDraftMatchesSelection())
         return;
     const NoteRecord* note = m_appState.note(noteID);
+    if (m_draft.isDirty) {
+        // Shapes are also changed in the record itself; what the draft writes must not undo that.
+        if (note && note->shapesPayload != m_recordShapes) {
+            m_recordShapes = m_draft.shapesPayload = note->shapesPayload;
+            m_wouldLoseFormatting.reset();
+        }
+        return;
+    }
     // Its date alone doesn't tell: a restored version may come within the millisecond of a flush.
     if (note && EditorDraft::of(*note) != m_draft)
         syncDraftsFromSelection(false);
@@ -245,18 +306,34 @@ void EditorSession::syncDraftsFromSelection(bool resetFindUI)
     const bool wasDirty = m_draft.isDirty;
     leaveText();
     const NoteRecord* note = activeNote();
-    m_draft = note ? EditorDraft::of(*note) : EditorDraft();
+    m_draft = selectedDraft();
+    m_boundTask.reset();
+    m_boundGeneration.reset();
+    m_recordShapes = m_draft.shapesPayload;
     if (note) {
         m_lastStableEditingNoteID = note->id;
         applyEditorProfile(note->id);
     }
     m_isReadable = !note || (note->body.isReadable() && m_draft.text().isReadable());
     showText();
-    if (wasDirty)
-        emit dirtyChanged(false);
+    if (wasDirty != m_draft.isDirty)
+        emit dirtyChanged(m_draft.isDirty);
+    setRefusal(m_draft.isDirty ? std::optional(NoteUpdateError::Refused) : std::nullopt);
+    if (m_draft.isDirty && m_appState.canCreateOrEdit())
+        scheduleAutosave();
     emit draftLoaded(resetFindUI);
     emit titleChanged();
     log(note ? "syncDraftsFromSelection.loaded" : "syncDraftsFromSelection.empty");
+}
+
+EditorDraft EditorSession::selectedDraft() const
+{
+    const NoteRecord* note = activeNote();
+    if (!note)
+        return {};
+    const auto& refused = m_appState.refusedContents();
+    const auto kept = refused.constFind(note->id);
+    return kept == refused.cend() ? EditorDraft::of(*note) : EditorDraft::of(note->id, *kept);
 }
 
 void EditorSession::readWorkingValues()

@@ -17,9 +17,11 @@ namespace orvane {
 
 /// The life of a pane's draft, from keystroke to disk. Follows the selection of `AppState`: loads
 /// a draft when a note is selected, marks it dirty on each edit, writes it when no edit has come
-/// for the autosave delay, and writes it at once before the selection changes, the project closes
-/// or the program ends. A dirty draft is never overwritten by a change of the record; a clean one
-/// follows it. Main thread.
+/// for the autosave delay and at the latest `longestUnsaved` after the first one, and writes it at
+/// once before the selection changes, the project closes or the program ends. A dirty draft is
+/// never overwritten by a change of the record, only its shapes follow; a clean one follows it. A
+/// draft that is refused stays dirty, and comes back with its note for as long as the project is
+/// open. Main thread.
 ///
 /// The text itself stands behind `gateway()`, where views show and change it. What is stored of it
 /// is made when it is needed and not with each keystroke.
@@ -33,6 +35,8 @@ public:
     const EditorDraft& draft();
     [[nodiscard]] std::optional<QUuid> noteID() const { return m_draft.noteID; }
     [[nodiscard]] bool isDirty() const { return m_draft.isDirty; }
+    /// Why the dirty draft was not taken when it was last to be written.
+    [[nodiscard]] std::optional<NoteUpdateError> refusal() const { return m_refusal; }
     [[nodiscard]] QString currentTitle() const;
     QString currentBodyPlain();
     /// Whether anything may be edited now.
@@ -57,9 +61,11 @@ public:
 
     /// Writes the draft now if it is dirty and belongs to `noteID`.
     void flushDraftToDisk(const QUuid& noteID);
-    /// The "Save" command: writes the draft whether it is dirty or not and keeps a version.
+    /// The "Save" command: writes the draft whether it is dirty or not and keeps a version. Tells
+    /// `manualSaveCompleted` once both are on the disk.
     void saveFromExplicitCommand();
-    /// Loads the draft from the selected note; what was not written is dropped.
+    /// Loads the draft from the selected note; what was not written is dropped, unless it was
+    /// refused.
     void syncDraftsFromSelection(bool resetFindUI);
 
 signals:
@@ -70,8 +76,12 @@ signals:
     void textReplaced();
     /// Another draft, or the same note's with other contents.
     void draftLoaded(bool resetFindUI);
+    /// One edit has brought a text so long that it was written at once. Comes before views lay it
+    /// out.
+    void longTextWritten();
     void bodyEdited();
     void dirtyChanged(bool dirty);
+    void refusalChanged();
     void titleChanged();
     /// The font of the shown note.
     void baseFontChanged();
@@ -87,8 +97,12 @@ private:
     void scheduleAutosave();
     void cancelAutosave();
     void runAutosaveToDisk();
-    void writeDraft(const QUuid& noteID);
+    void boundUnsaved();
+    std::expected<void, NoteUpdateError> writeDraft(const QUuid& noteID);
+    std::expected<void, NoteUpdateError> write(const QUuid& noteID, const NoteContent& content);
     void setDirty(bool dirty);
+    void setRefusal(std::optional<NoteUpdateError> refusal);
+    [[nodiscard]] EditorDraft selectedDraft() const;
 
     void readWorkingValues();
     void applyEditorProfile(const QUuid& noteID);
@@ -102,6 +116,9 @@ private:
     void eraseRichForms(const TextChange& change);
     [[nodiscard]] bool allowsEdit();
     [[nodiscard]] bool acceptsFormattingLoss();
+    [[nodiscard]] bool keepsFormattedVersion();
+    void typeLater(const QString& words);
+    void offerWords(QString words);
     void emitTypingAttributesChange();
     [[nodiscard]] TypingAttributes typingAttributes() const;
     void mergeTypingFont();
@@ -111,6 +128,7 @@ private:
     /// Begins to make the forms of a long text, unless that has begun.
     void prepareForms();
     void formsFinished(quint64 generation);
+    void writeForms(const RichForms& forms);
     [[nodiscard]] TextForm form() const
     {
         return m_mode == EditorMode::richText ? TextForm::rich : TextForm::plain;
@@ -129,6 +147,11 @@ private:
     EditorDraft m_draft;
     std::optional<QUuid> m_lastStableEditingNoteID;
     std::unique_ptr<Clock::Delay> m_autosaveTask;
+    /// Runs from the first edit that is not on the disk, however many follow.
+    std::unique_ptr<Clock::Delay> m_boundTask;
+    std::optional<NoteUpdateError> m_refusal;
+    /// As the record had them when it was last looked at.
+    std::optional<Blob> m_recordShapes;
     NotificationCenter::Observation m_saveCommand;
 
     EditedTexts m_texts;
@@ -146,6 +169,8 @@ private:
     std::unique_ptr<Clock::Delay> m_prepareTask;
     /// The delay is over; the draft is written when its forms are made.
     bool m_writesWhenMade = false;
+    /// The generation whose forms are written when they are made, whatever is typed meanwhile.
+    std::optional<quint64> m_boundGeneration;
     bool m_isAsking = false;
     std::optional<bool> m_wouldLoseFormatting;
     TypingAttributes m_lastTypingAttributes;
@@ -154,5 +179,13 @@ private:
 
 /// No autosave comes sooner than this after an edit.
 inline constexpr std::chrono::milliseconds shortestAutosaveDelay{300};
+/// While autosave is on an edit that brings so many UTF-16 units is written before it is shown:
+/// whatever laying it out takes, it is not lost.
+inline constexpr qsizetype writtenBeforeShown = 100'000;
+/// While autosave is on nothing that was typed is longer in memory alone, however long the delay is
+/// and however fast one types. What is stored of a long rich text takes time to make, so that
+/// begins earlier.
+inline constexpr std::chrono::milliseconds longestUnsaved{10'000};
+inline constexpr std::chrono::milliseconds longestUnsavedOfLongText{5'000};
 
 } // namespace orvane

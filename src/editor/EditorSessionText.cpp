@@ -5,6 +5,8 @@
 #include "editor/FormattingLoss.h"
 #include "platform/Log.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QScopedValueRollback>
 
 namespace orvane {
@@ -14,6 +16,11 @@ namespace {
 /// The forms of shorter texts, in UTF-16 units, are made where they are needed: in less time than
 /// it takes to hand them to another thread and back.
 constexpr qsizetype longText = 50'000;
+
+std::optional<Blob> blobOf(const std::optional<QByteArray>& bytes)
+{
+    return bytes ? std::optional(Blob(*bytes)) : std::nullopt;
+}
 
 /// The style that typing goes on with in `text`, which has just been loaded.
 SharedCharacterStyle loadedTypingStyle(const EditGateway& text,
@@ -37,6 +44,7 @@ void EditorSession::leaveText()
     if (!m_text)
         return;
     pullText();
+    m_boundGeneration.reset();
     // What is read first decides; the rest would only be held, and maybe unread.
     if (m_text->form == TextForm::plain)
         m_text->stored = {m_draft.bodyPlain, {}, {}};
@@ -127,6 +135,11 @@ void EditorSession::onTextChanged(const TextChange& change)
     m_plainIsStale = true;
     markDirty();
     log("contentChanged");
+    if (change.lengthAfter >= writtenBeforeShown &&
+        autosaveEnabledSetting.read(m_appState.services().defaults)) {
+        (void)writeDraft(*m_draft.noteID);
+        emit longTextWritten();
+    }
     emitTypingAttributesChange();
     emit bodyEdited();
 }
@@ -206,11 +219,8 @@ void EditorSession::pullText()
         forms = m_formsMaker.makeNow(m_text->store.snapshot());
     else
         forms = richForms(m_text->store.attributedText());
-    const auto blob = [](const std::optional<QByteArray>& bytes) {
-        return bytes ? std::optional(Blob(*bytes)) : std::nullopt;
-    };
-    m_draft.bodyRTF = blob(forms.rtf);
-    m_draft.bodyRich = blob(forms.rich);
+    m_draft.bodyRTF = blobOf(forms.rtf);
+    m_draft.bodyRich = blobOf(forms.rich);
 }
 
 bool EditorSession::isLong() const
@@ -220,14 +230,37 @@ bool EditorSession::isLong() const
 
 void EditorSession::prepareForms()
 {
-    if (m_formsAreStale && isLong() && !m_formsMaker.hasStarted(m_generation))
+    // What is to be written whatever is typed isn't given up for what was typed.
+    if (m_formsAreStale && isLong() && !m_formsMaker.hasStarted(m_generation) && !m_boundGeneration)
         m_formsMaker.start(m_generation, m_text->store.snapshot());
 }
 
 void EditorSession::formsFinished(quint64 generation)
 {
+    if (m_boundGeneration == generation) {
+        m_boundGeneration.reset();
+        // They may have been taken meanwhile.
+        if (generation != m_generation)
+            return m_formsMaker.hasStarted(generation) ? writeForms(m_formsMaker.take())
+                                                       : boundUnsaved();
+        m_writesWhenMade = true;
+    }
     if (m_writesWhenMade && generation == m_generation)
         runAutosaveToDisk();
+}
+
+void EditorSession::writeForms(const RichForms& forms)
+{
+    NoteContent content = m_draft.content();
+    content.body = forms.plain;
+    content.bodyRTF = blobOf(forms.rtf);
+    content.richContentPayload = blobOf(forms.rich);
+    (void)write(*m_draft.noteID, content);
+    log("autosave.bound");
+    if (m_writesWhenMade)
+        return runAutosaveToDisk();
+    if (!m_boundTask)
+        boundUnsaved();
 }
 
 bool EditorSession::allowsEdit()
@@ -245,18 +278,59 @@ bool EditorSession::acceptsFormattingLoss()
 {
     const QScopedValueRollback asking(m_isAsking, true);
     const EditedText* asked = m_text.get();
+    const QString first = gateway().textBeingTyped();
     Questions& questions = m_appState.services().questions;
     const Answer answer = questions.ask(formattingLossQuestion(formattingLossOf(m_draft), m_mode));
-    if (answer.button != 0 || m_text.get() != asked || !m_draft.noteID)
-        return false;
+    const bool accepts =
+        answer.button == 0 && m_text.get() == asked && m_draft.noteID && keepsFormattedVersion();
+    if (accepts)
+        typeLater(answer.typed);
+    else if (!answer.typed.isEmpty()) // the one key that led to the question is what was answered
+        offerWords(first + answer.typed);
+    return accepts;
+}
+
+bool EditorSession::keepsFormattedVersion()
+{
     const QUuid note = *m_draft.noteID;
     flushDraftToDisk(note);
+    if (m_refusal)
+        return false;
     if (!m_appState.appendVersionSnapshot(note, QString(beforeFormattingLossLabel))) {
-        questions.ask(versionNotKeptMessage());
+        m_appState.services().questions.ask(versionNotKeptMessage());
         return false;
     }
     m_wouldLoseFormatting = false;
     return true;
+}
+
+/// Behind what is being typed now, and before the next key.
+void EditorSession::typeLater(const QString& words)
+{
+    if (words.isEmpty())
+        return;
+    const auto type = [this, words, text = m_text.get()] {
+        if (m_text.get() == text)
+            gateway().type(words);
+    };
+    QMetaObject::invokeMethod(this, type, Qt::QueuedConnection);
+}
+
+void EditorSession::offerWords(QString words)
+{
+    const auto offer = [this, words, note = m_draft.noteID]() mutable {
+        const Answer answer = m_appState.services().questions.ask(typedWordsQuestion(words));
+        words += answer.typed;
+        if (answer.button == TypedWordsAnswer::dropWords)
+            return;
+        if (answer.button == TypedWordsAnswer::writeRich && m_draft.noteID == note) {
+            setMode(EditorMode::richText);
+            if (gateway().type(words))
+                return;
+        }
+        QGuiApplication::clipboard()->setText(words);
+    };
+    QMetaObject::invokeMethod(this, offer, Qt::QueuedConnection);
 }
 
 } // namespace orvane

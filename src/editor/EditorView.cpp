@@ -6,6 +6,7 @@
 #include "editor/InputMethodBridge.h"
 #include "editor/MouseSelection.h"
 #include "editor/PageScroller.h"
+#include "editor/SlowNotes.h"
 #include "text/TextStore.h"
 
 #include <QGuiApplication>
@@ -484,8 +485,17 @@ void EditorView::onParagraphsChanged(const QTextBlock& first, const QTextBlock& 
     };
     QTextBlock block = layout().rowStart(first);
     const int lastNumber = last.blockNumber();
+    // What takes long to lay out is laid out once everybody has heard of the change.
+    if (first.length() > ordinaryParagraph || last.length() > ordinaryParagraph) {
+        viewport()->update();
+        return;
+    }
     while (block.isValid() && block.blockNumber() <= lastNumber &&
            onView(layout().topOf(block)) < height) {
+        if (block.length() > ordinaryParagraph) {
+            viewport()->update();
+            return;
+        }
         layout().ensureLaidOut(block);
         block = layout().below(block);
     }

@@ -477,7 +477,8 @@ void EditorView::dragEnterEvent(QDragEnterEvent* event)
 
 void EditorView::dragMoveEvent(QDragMoveEvent* event)
 {
-    if (!isEditable()) {
+    if (!isEditable() || !textMime::canDecode(*event->mimeData(), m_formatting)) {
+        setDropCaret(std::nullopt);
         event->ignore();
         return;
     }
@@ -501,37 +502,47 @@ void EditorView::dragLeaveEvent(QDragLeaveEvent* /*event*/)
 void EditorView::dropEvent(QDropEvent* event)
 {
     setDropCaret(std::nullopt);
-    if (!isEditable()) {
-        event->ignore();
+    const Qt::DropAction done = isEditable() ? takeDrop(*event) : Qt::IgnoreAction;
+    event->setDropAction(done);
+    event->setAccepted(done != Qt::IgnoreAction);
+    if (done == Qt::IgnoreAction)
         return;
-    }
-    CaretSide side = CaretSide::lowerLine;
-    const qsizetype position = positionAt(event->position(), &side);
-    for (EditorExtension* extension : m_extensions) {
-        if (extension->drop(*event->mimeData(), position)) {
-            event->acceptProposedAction();
-            return;
-        }
-    }
-    if (!textMime::canDecode(*event->mimeData(), m_formatting)) {
-        event->ignore();
-        return;
-    }
-    const bool isFromHere = event->source() == viewport() || event->source() == this;
-    if (isFromHere && event->dropAction() == Qt::MoveAction) {
-        m_gateway->move(selection().range(), position, tr("Drag"));
-    } else {
-        const auto style = m_gateway->typingStyleAt(position);
-        const auto content = textMime::decode(*event->mimeData(), m_formatting, style);
-        setSelection(TextSelection::caret(position), side);
-        if (content && m_gateway->insert(*content, tr("Drag"))) {
-            const qsizetype end = selection().position;
-            m_gateway->setSelection({position, end});
-        }
-    }
-    event->acceptProposedAction();
     setFocus(Qt::MouseFocusReason);
     ensureCaretVisible();
+}
+
+/// What has been done. Who gave the text deletes it after a move, so that is said only where all of
+/// it has come in.
+Qt::DropAction EditorView::takeDrop(const QDropEvent& event)
+{
+    const QMimeData& data = *event.mimeData();
+    CaretSide side = CaretSide::lowerLine;
+    const qsizetype position = positionAt(event.position(), &side);
+    for (EditorExtension* extension : m_extensions) {
+        if (extension->drop(data, position))
+            return event.proposedAction();
+    }
+    const bool isFromHere = event.source() == viewport() || event.source() == this;
+    if (isFromHere && event.dropAction() == Qt::MoveAction)
+        return m_gateway->move(selection().range(), position, tr("Drag")) ? Qt::MoveAction
+                                                                          : Qt::IgnoreAction;
+    const auto style = m_gateway->typingStyleAt(position);
+    const auto content = textMime::decode(data, m_formatting, style);
+    if (!content)
+        return Qt::IgnoreAction;
+    const bool canCopy = event.possibleActions().testFlag(Qt::CopyAction);
+    const bool bringsAll = textMime::bringsAll(data, *content);
+    if (!bringsAll && !canCopy)
+        return Qt::IgnoreAction;
+    const TextSelection before = selection();
+    setSelection(TextSelection::caret(position), side);
+    if (!m_gateway->insert(*content, tr("Drag"))) {
+        setSelection(before);
+        return Qt::IgnoreAction;
+    }
+    m_gateway->setSelection({position, selection().position});
+    const bool isMove = event.proposedAction() == Qt::MoveAction;
+    return isMove && !bringsAll ? Qt::CopyAction : event.proposedAction();
 }
 
 // Input methods, focus, time

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/FormattingLoss.h"
 
+#include "text/Graphemes.h"
+
 #include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -68,6 +70,27 @@ Question formattingLossQuestion(const FormattingLoss& loss, EditorMode mode)
     question.buttons = {translated("Edit"), translated("Cancel")};
     question.defaultButton = 1;
     question.tone = Question::Tone::Warning;
+    question.keepsTyping = true;
+    return question;
+}
+
+Question typedWordsQuestion(const QString& words)
+{
+    constexpr qsizetype shownAtMost = 160;
+    const QString shown =
+        words.size() <= shownAtMost ? words : words.left(graphemeStart(words, shownAtMost)) + u'…';
+    Question question;
+    question.title = QCoreApplication::translate("FormattingLoss", "Keep What You Typed?");
+    question.text = QCoreApplication::translate(
+                        "FormattingLoss", "These words were typed meanwhile and are not in the "
+                                          "note:\n\n%1")
+                        .arg(shown);
+    question.buttons = {QCoreApplication::translate("FormattingLoss", "Write in Rich Text"),
+                        QCoreApplication::translate("FormattingLoss", "Copy"),
+                        QCoreApplication::translate("FormattingLoss", "Discard")};
+    question.defaultButton = TypedWordsAnswer::copyWords;
+    question.cancelButton = TypedWordsAnswer::copyWords;
+    question.keepsTyping = true;
     return question;
 }
 

@@ -22,6 +22,11 @@ struct FormattingLoss {
 
 /// Whether to go on; the first button says yes.
 [[nodiscard]] Question formattingLossQuestion(const FormattingLoss& loss, EditorMode mode);
+/// Asks what becomes of `words`, which were typed while the first question was open and didn't go
+/// into the note.
+[[nodiscard]] Question typedWordsQuestion(const QString& words);
+/// Its buttons.
+enum TypedWordsAnswer { writeRich, copyWords, dropWords };
 /// That the note was left alone because nothing could bring back what the edit would take.
 [[nodiscard]] Question versionNotKeptMessage();
 

@@ -2,6 +2,7 @@
 #include "editor/InputMethodBridge.h"
 
 #include "editor/EditorView.h"
+#include "text/Graphemes.h"
 #include "text/TextStore.h"
 
 #include <QGuiApplication>
@@ -54,18 +55,28 @@ void InputMethodBridge::handle(const QInputMethodEvent& event)
 void InputMethodBridge::commit(const QInputMethodEvent& event)
 {
     const bool replaces = event.replacementLength() > 0;
+    QString text = event.commitString();
     if (replaces || event.replacementStart() != 0) {
         const qsizetype caret = m_view.selection().position;
         const TextRange replaced =
             TextRange{caret + event.replacementStart(), event.replacementLength()}.clampedTo(
                 m_view.store().length());
-        m_view.setSelection(TextSelection::of(replaced));
+        // A vowel sign may be exchanged alone, and the letter that it belongs to stays.
+        const TextRange whole =
+            aroundWholeGraphemes(m_view.store(), TextSelection::of(replaced)).range();
+        const auto kept = [&](qsizetype from, qsizetype to) {
+            return m_view.store().text(TextRange::between(from, std::max(from, to)));
+        };
+        if (replaces)
+            text =
+                kept(whole.location, replaced.location) + text + kept(replaced.end(), whole.end());
+        m_view.setSelection(TextSelection::of(whole));
     }
     // What takes the place of a word is no typing, and no tool has a say in it.
-    if (replaces && !event.commitString().isEmpty())
-        m_view.gateway().type(event.commitString());
-    else if (!event.commitString().isEmpty())
-        m_view.typeText(event.commitString());
+    if (replaces && !text.isEmpty())
+        m_view.gateway().type(text);
+    else if (!text.isEmpty())
+        m_view.typeText(text);
     else
         m_view.deleteSelection();
 }

@@ -58,6 +58,7 @@ RichForms RichFormsMaker::makeNow(const TextSnapshot& snapshot)
     m_pool.start([rtf, text] { rtf->set_value(OrvaneWorkspaceRTF::data(text)); });
     RichForms forms;
     forms.rich = AttachmentManager::archivePayload(text);
+    forms.plain = plainForm(text.text());
     forms.rtf = made.get();
     return forms;
 }

@@ -127,6 +127,10 @@ void StatusStrip::showSavingState()
     case SavingState::Kind::Edited:
         text = tr("Edited");
         break;
+    case SavingState::Kind::Refused:
+        text = tr("Not saved");
+        ink = t.danger;
+        break;
     case SavingState::Kind::Failing:
         text = tr("Not saved since %1").arg(m_state.since);
         ink = t.danger;

@@ -80,7 +80,8 @@ RichForms richForms(const AttributedString& text)
 {
     if (text.isEmpty())
         return {};
-    return {OrvaneWorkspaceRTF::data(text), AttachmentManager::archivePayload(text)};
+    return {OrvaneWorkspaceRTF::data(text), AttachmentManager::archivePayload(text),
+            plainForm(text.text())};
 }
 
 } // namespace orvane

@@ -38,10 +38,11 @@ struct StoredText {
 /// newlines.
 [[nodiscard]] QString plainForm(QString text);
 
-/// The stored forms of a rich text. Both are absent for an empty text.
+/// The stored forms of a rich text. `rtf` and `rich` are absent for an empty text.
 struct RichForms {
     std::optional<QByteArray> rtf;
     std::optional<QByteArray> rich;
+    QString plain;
 };
 /// May run on any thread.
 [[nodiscard]] RichForms richForms(const AttributedString& text);

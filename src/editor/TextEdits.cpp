@@ -2,6 +2,7 @@
 #include "editor/TextEdits.h"
 
 #include "text/EditGateway.h"
+#include "text/Graphemes.h"
 #include "text/TextStore.h"
 
 namespace orvane {
@@ -30,10 +31,13 @@ void appendDifference(QList<TextReplacement>& replacements, qsizetype location, 
     qsizetype head = 0;
     while (head < shorter && before[head] == after[head])
         ++head;
+    head = std::min(graphemeStart(before, head), graphemeStart(after, head));
     qsizetype tail = 0;
     while (tail < shorter - head &&
            before[before.size() - 1 - tail] == after[after.size() - 1 - tail])
         ++tail;
+    tail = std::min(before.size() - graphemeEnd(before, before.size() - tail),
+                    after.size() - graphemeEnd(after, after.size() - tail));
     const QStringView removed = before.sliced(head, before.size() - head - tail);
     const QStringView added = after.sliced(head, after.size() - head - tail);
     if (!removed.isEmpty() || !added.isEmpty())

@@ -65,8 +65,8 @@ enum class InsertionSide { before, after };
 [[nodiscard]] qsizetype positionAfter(const QList<TextReplacement>& replacements,
                                       qsizetype position, InsertionSide side);
 
-/// Replaces `before`, which stands at `location`, by `after`, touching only what differs. Nothing
-/// is added where nothing differs.
+/// Replaces `before`, which stands at `location`, by `after`, touching only the characters that
+/// differ. Nothing is added where nothing differs.
 void appendDifference(QList<TextReplacement>& replacements, qsizetype location, QStringView before,
                       QStringView after, std::optional<qsizetype> styleFrom);
 

@@ -100,6 +100,28 @@ std::optional<AttributedString> decodeRich(const QMimeData& data, const SharedCh
     return std::nullopt;
 }
 
+/// How many pictures and other objects the data has beside its text, at least.
+qsizetype objectsIn(const QMimeData& data)
+{
+    if (data.hasFormat(archiveType())) {
+        if (const auto text = TextArchive::decode(data.data(archiveType())))
+            return text->text().count(QChar(objectCharacter));
+    }
+    qsizetype objects = 0;
+    for (const QString& type : rtfTypes()) {
+        if (data.hasFormat(type))
+            objects = std::max(objects, data.data(type).count("\\pict"));
+    }
+    if (data.hasHtml()) {
+        const QString html = data.html();
+        qsizetype tags = 0;
+        for (const auto tag : {"<img"_L1, "<svg"_L1, "<object"_L1, "<video"_L1, "<canvas"_L1})
+            tags += html.count(tag, Qt::CaseInsensitive);
+        objects = std::max(objects, tags);
+    }
+    return objects;
+}
+
 } // namespace
 
 QString archiveType()
@@ -143,6 +165,12 @@ std::optional<AttributedString> decode(const QMimeData& data, TextFormatting for
     text.replace("\r\n"_L1, "\n"_L1);
     text.replace(u'\r', u'\n');
     return AttributedString(text, style);
+}
+
+bool bringsAll(const QMimeData& data, const AttributedString& decoded)
+{
+    return !data.hasUrls() && !data.hasImage() &&
+           objectsIn(data) <= decoded.text().count(QChar(objectCharacter));
 }
 
 } // namespace orvane::textMime

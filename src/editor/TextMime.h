@@ -33,6 +33,9 @@ namespace textMime {
 /// get `style`.
 [[nodiscard]] std::optional<AttributedString>
 decode(const QMimeData& data, TextFormatting formatting, const SharedCharacterStyle& style);
+/// Whether `decoded` has all the text and objects of the data it was decoded from: no file is only
+/// named, no picture left out.
+[[nodiscard]] bool bringsAll(const QMimeData& data, const AttributedString& decoded);
 
 } // namespace textMime
 } // namespace orvane

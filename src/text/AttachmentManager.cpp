@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "text/AttachmentManager.h"
 
+#include "platform/AtomicFile.h"
 #include "text/RichNoteContentPayload.h"
 #include "text/archive/TextArchive.h"
 
 #include <QBuffer>
-#include <QFile>
 #include <QImageReader>
 
 namespace orvane::AttachmentManager {
@@ -106,10 +106,8 @@ std::optional<OWChartAttachment> normalizedChartAttachment(const TextAttachment&
 
 std::optional<QByteArray> imageData(const QString& filePath)
 {
-    QFile file(filePath);
-    if (!file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    return pngFrom(file);
+    const auto file = readFile(filePath, FileLimit::image);
+    return file ? imageDataFromBytes(*file) : std::nullopt;
 }
 
 std::optional<QByteArray> imageDataFromBytes(const QByteArray& imageFile)

@@ -2,6 +2,7 @@
 #include "text/EditGateway.h"
 
 #include "text/CellRules.h"
+#include "text/Graphemes.h"
 #include "text/TextStore.h"
 
 #include <QScopedValueRollback>
@@ -29,6 +30,23 @@ TextChange withinText(TextChange change, qsizetype lengthBefore, qsizetype lengt
         change.lengthBefore, std::max<qsizetype>(0, -growth), lengthBefore - change.location);
     change.lengthAfter = change.lengthBefore + growth;
     return change;
+}
+
+bool partsPair(const TextStore& store, qsizetype position)
+{
+    return position > 0 && store.characterAt(position).isLowSurrogate() &&
+           store.characterAt(position - 1).isHighSurrogate();
+}
+
+/// `range`; wider only where half a pair would be left behind.
+TextRange withoutHalves(const TextStore& store, TextRange range)
+{
+    const bool partsFirst = partsPair(store, range.location);
+    const bool partsLast = partsPair(store, range.end());
+    if (range.isEmpty())
+        return {range.location + (partsFirst ? 1 : 0), 0};
+    return TextRange::between(range.location - (partsFirst ? 1 : 0),
+                              range.end() + (partsLast ? 1 : 0));
 }
 
 QString normalized(QString text)
@@ -76,7 +94,7 @@ bool EditGateway::shouldChangeText(TextRange range, const QString& replacement) 
 
 void EditGateway::setSelection(TextSelection selection)
 {
-    selection = selection.clampedTo(m_store.length());
+    selection = aroundWholeGraphemes(m_store, selection.clampedTo(m_store.length()));
     if (selection == m_state.selection)
         return;
     m_state.selection = selection;
@@ -132,6 +150,7 @@ bool EditGateway::type(const QString& typed)
     QString text = normalized(typed);
     if (text.isEmpty() || !shouldChangeText(m_state.selection.range(), text))
         return false;
+    const QScopedValueRollback typing(m_textBeingTyped, text);
     return runEdit({tr("Typing"), EditKind::typing, m_state, {}, {}}, joinsTyping(text), false,
                    [&](DocumentEditor& editor) {
                        const SharedCharacterStyle style = m_state.typingStyle;
@@ -170,7 +189,7 @@ bool EditGateway::insert(const AttributedString& content, const QString& actionN
 
 bool EditGateway::remove(TextRange range, EditKind kind, const QString& actionName)
 {
-    range = range.clampedTo(m_store.length());
+    range = withoutHalves(m_store, range.clampedTo(m_store.length()));
     if (range.isEmpty() || cellRules::removableParts(m_store, range).isEmpty() ||
         !shouldChangeText(range, QString()))
         return false;
@@ -303,6 +322,7 @@ bool EditGateway::finishEdit()
     }
     OpenEdit done = std::move(*m_open);
     m_open.reset();
+    keepGraphemesWhole();
     if (m_pending.any && !done.setsTypingStyle)
         m_state.typingStyle = typingStyleAt(m_state.selection.range().location);
     done.entry.after = m_state;
@@ -324,6 +344,21 @@ bool EditGateway::finishEdit()
     if (isStep)
         emit historyChanged();
     return isStep;
+}
+
+void EditGateway::keepGraphemesWhole()
+{
+    const TextSelection whole = aroundWholeGraphemes(m_store, m_state.selection);
+    // What an edit brings may join with what it stands beside, such as an accent with a letter.
+    [[maybe_unused]] const auto isWhereChanged = [this](qsizetype position) {
+        const TextChange& change = m_pending.change;
+        return m_pending.any && position >= change.location &&
+               position <= change.location + change.lengthAfter;
+    };
+    Q_ASSERT(whole.anchor == m_state.selection.anchor || isWhereChanged(m_state.selection.anchor));
+    Q_ASSERT(whole.position == m_state.selection.position ||
+             isWhereChanged(m_state.selection.position));
+    m_state.selection = whole;
 }
 
 void EditGateway::announce(const EditState& before, qsizetype lengthBefore)
@@ -445,6 +480,8 @@ void DocumentEditor::replace(TextRange range, const AttributedString& insertion)
 {
     if (range.isEmpty() && insertion.isEmpty())
         return;
+    Q_ASSERT(withoutHalves(store(), range) == range);
+    range = withoutHalves(store(), range);
     m_gateway.rememberBefore(range);
     m_gateway.m_store.replace(range, insertion);
     m_gateway.noteReplaced(range, insertion.length());
@@ -455,6 +492,8 @@ void DocumentEditor::replace(TextRange range, const QString& text,
 {
     if (range.isEmpty() && text.isEmpty())
         return;
+    Q_ASSERT(withoutHalves(store(), range) == range);
+    range = withoutHalves(store(), range);
     m_gateway.rememberBefore(range);
     m_gateway.m_store.replace(range, text, style);
     m_gateway.noteReplaced(range, text.size());

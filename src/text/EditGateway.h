@@ -58,6 +58,10 @@ enum class EditEffect { unknown, changesText };
 /// **A person's edits** (typing to moving text) respect the rules of table cells and may be refused
 /// by the change filter or while not editable; they then return false and nothing has changed.
 /// **`performUndoableDocumentEdit`** is for commands: it does to the text what its body says.
+///
+/// No position parts what a person takes for one character. A selection that would is moved round
+/// it; an edit that leaves one there where it changed nothing, or that parts a surrogate pair, has
+/// its positions wrong, which a debug build stops at.
 class EditGateway : public QObject {
     Q_OBJECT
 public:
@@ -89,8 +93,9 @@ public:
     // Selection and typing style
 
     [[nodiscard]] TextSelection selection() const { return m_state.selection; }
-    /// Positions beyond the text are moved into it. The typing style becomes that of the text at
-    /// the caret, and typing that follows is undone apart from what went before.
+    /// Positions beyond the text are moved into it, and out of a character. The typing style
+    /// becomes that of the text at the caret, and typing that follows is undone apart from what
+    /// went before.
     void setSelection(TextSelection selection);
     /// The attributes of the next typed character.
     [[nodiscard]] const SharedCharacterStyle& typingStyle() const { return m_state.typingStyle; }
@@ -103,6 +108,8 @@ public:
     /// Typed text in the place of the selection; a newline in it is Return. Joined with typing
     /// just before it, up to the start of a word.
     bool type(const QString& text);
+    /// While `type` asks whether it may: what is to be typed. Else empty.
+    [[nodiscard]] const QString& textBeingTyped() const { return m_textBeingTyped; }
     /// Return: a new paragraph, or within a table cell a new line.
     bool insertParagraph();
     /// A new line in the same paragraph.
@@ -169,6 +176,7 @@ private:
     bool runEdit(HistoryEntry entry, bool joins, bool comparesContent, const Edit& edit);
     [[nodiscard]] bool passesGuard() const { return !m_guard || m_guard(); }
     bool finishEdit();
+    void keepGraphemesWhole();
     void rememberBefore(TextRange range);
     void noteReplaced(TextRange range, qsizetype newLength);
     void onContentsChange(int from, int removed, int added);
@@ -187,6 +195,7 @@ private:
     bool m_isEditable = true;
     ChangeFilter m_filter;
     EditGuard m_guard;
+    QString m_textBeingTyped;
 };
 
 } // namespace orvane

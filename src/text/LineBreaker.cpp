@@ -7,6 +7,8 @@
 #include <QTextDocument>
 
 #include <algorithm>
+#include <optional>
+#include <private/qtextengine_p.h>
 
 namespace orvane {
 
@@ -15,6 +17,8 @@ namespace {
 constexpr qreal u = layoutUnitsPerPoint;
 constexpr qreal pageBreakHeight = 28 * u;
 constexpr qreal narrowestLine = 8 * u;
+/// In UTF-16 units; more than any line holds.
+constexpr qsizetype longWord = 4'000;
 /// Lines are as high as a whole number of pixels at the usual zoom of 1.25: so they stand at equal
 /// distances, and what is below a new line moves by whole pixels.
 constexpr qreal lineGrid = 0.8 * u;
@@ -136,6 +140,39 @@ int markerLength(const QTextBlock& block, const ParagraphStyle& style)
     return space > tabs && space - tabs <= longestMarker ? int(space) + 1 : 0;
 }
 
+/// Finds lines that stand within a word so long that no line holds it. To break such a line at a
+/// word, the toolkit looks through the word to its end, for each line anew, and then breaks it
+/// anywhere after all; so it is told at once.
+class LongWords {
+public:
+    explicit LongWords(const QTextLayout& layout)
+        : m_attributes(layout.engine()->attributes())
+        , m_length(layout.engine()->layoutData->string.size())
+    {}
+
+    [[nodiscard]] bool hasLineIn(qsizetype lineStart)
+    {
+        if (lineStart >= m_nextBreak) {
+            m_nextBreak = lineStart + 1;
+            while (m_nextBreak < m_length && !isBreak(m_nextBreak))
+                ++m_nextBreak;
+        }
+        return m_nextBreak - lineStart > longerThanLines;
+    }
+
+private:
+    static constexpr qsizetype longerThanLines = longWord;
+
+    [[nodiscard]] bool isBreak(qsizetype position) const
+    {
+        return m_attributes[position].lineBreak || m_attributes[position].whiteSpace;
+    }
+
+    const QCharAttributes* m_attributes;
+    qsizetype m_length;
+    qsizetype m_nextBreak = 0;
+};
+
 /// The layout of one paragraph, line by line.
 struct LineMaker {
     const QTextBlock& block;
@@ -219,7 +256,17 @@ void breakLines(const QTextBlock& block, const ParagraphStyle& style, const Line
     layout.setTextOption(option);
     layout.setCacheEnabled(true); // else every drawing shapes the text again
     layout.beginLayout();
+    std::optional<LongWords> longWords;
     for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        if (!longWords && block.length() > longWord)
+            longWords.emplace(layout);
+        const bool isWithinWord = longWords && longWords->hasLineIn(line.textStart());
+        const auto wrap =
+            isWithinWord ? QTextOption::WrapAnywhere : QTextOption::WrapAtWordBoundaryOrAnywhere;
+        if (option.wrapMode() != wrap) {
+            option.setWrapMode(wrap);
+            layout.setTextOption(option);
+        }
         const qreal start = maker.place(line, box.lines.empty(), option);
         qreal natural = line.ascent() + line.descent();
         if (isEmpty) {

@@ -8,6 +8,7 @@
 #include "editor/StoredText.h"
 #include "support/TestServices.h"
 #include "text/AttachmentManager.h"
+#include "text/Graphemes.h"
 #include "text/TextStore.h"
 
 #include <QApplication>
@@ -94,9 +95,11 @@ void CommandWalkTest::fillSteps()
     for (const QString& piece :
          {u"word "_s, u"("_s, u")"_s, u"\""_s, u"'"_s, u"["_s, u"a"_s, u"1. "_s, u"- "_s})
         types(piece);
-    steps.push_back({u"Hebrew"_s, [this] {
-                         gateway().type(u"\u05d0\u05d1 "_s);
-                     }});
+    for (const QString& piece : {u"\u05d0\u05d1 "_s, u"\U0001F600"_s, u"\U0001F44D\U0001F3FD"_s,
+                                 u"e\u0301"_s, u"\U0001F469\u200D\U0001F467"_s, u"\u0301"_s})
+        steps.push_back({piece, [this, piece] {
+                             gateway().type(piece);
+                         }});
     for (const auto& command :
          {Format::bold, Format::italic, Format::underline, Format::strikethrough, Format::alignLeft,
           Format::alignCenter, Format::alignRight, Format::alignJustified, Format::bulletList,
@@ -106,6 +109,7 @@ void CommandWalkTest::fillSteps()
         posts(command);
     posts(Format::setListStyle, ListStyleChoice{u"upperRoman"_s, {}});
     posts(Format::setCustomBullet, CustomBulletChoice{u"\u2726"_s, RgbaColor{1, 0, 0, 1}, {}});
+    posts(Format::setCustomBullet, CustomBulletChoice{u"\U0001F33F"_s, {}, {}});
     posts(Format::setFont, FontChoice{{}, 21.0, {}});
     posts(Format::foregroundNSColor, ColorChoice{RgbaColor{0.2, 0.4, 0.6, 1}, {}});
     posts(Format::highlightNSColor, ColorChoice{RgbaColor{0.9, 0.9, 0.1, 0.3}, {}});
@@ -139,11 +143,11 @@ void CommandWalkTest::selectSomewhere()
 {
     const QString plain = view().plainText();
     const auto place = [&] {
-        const qsizetype at = below(plain.size() + 1);
-        return at < plain.size() && plain.at(at).isLowSurrogate() ? at - 1 : at;
+        return graphemeStart(plain, below(plain.size() + 1));
     };
     const qsizetype anchor = place();
-    const qsizetype other = below(20) == 0 ? place() : std::min(anchor + below(25), plain.size());
+    const qsizetype other =
+        below(20) == 0 ? place() : graphemeEnd(plain, std::min(anchor + below(25), plain.size()));
     view().setSelection({anchor, below(2) == 0 ? anchor : other});
 }
 
@@ -162,6 +166,9 @@ void CommandWalkTest::takeStep()
     step.take();
     const AttributedString after = text();
     ASSERT_LE(view().selection().range().end(), after.length());
+    ASSERT_TRUE(isGraphemeBoundary(after.text(), view().selection().anchor));
+    ASSERT_TRUE(isGraphemeBoundary(after.text(), view().selection().position));
+    ASSERT_TRUE(after.text().isValidUtf16());
     if (after == before)
         return;
     ++changed;

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "SessionFixture.h"
+#include "editor/FormattingLoss.h"
 #include "text/AttachmentManager.h"
 #include "text/OrvaneWorkspaceRTF.h"
 
+#include <QClipboard>
 #include <QDir>
+#include <QGuiApplication>
 #include <QTest>
 
 namespace orvane {
@@ -150,7 +153,8 @@ TEST_F(EditorModesTest, AnEditThatWouldEraseFormattingIsAskedAboutOnce)
     EXPECT_EQ(shown(), rich.body);
 
     // The version that was kept brings everything back.
-    const auto versions = NoteVersionHistoryStore::snapshots(app->currentProject()->rootPath, a);
+    const auto versions =
+        NoteVersionHistoryStore::snapshots(app->currentProject()->rootPath, a).value();
     ASSERT_FALSE(versions.isEmpty());
     EXPECT_EQ(versions.last().label, u"Before Losing Formatting"_s);
     app->restoreVersion(versions.last());
@@ -398,7 +402,8 @@ TEST_F(EditorModesTest, ARestoredVersionShowsAtOnce)
     test.clock.advance(1min);
     session->gateway().setSelection({0, 12});
     session->gateway().type(u"all gone"_s);
-    const auto versions = NoteVersionHistoryStore::snapshots(app->currentProject()->rootPath, a);
+    const auto versions =
+        NoteVersionHistoryStore::snapshots(app->currentProject()->rootPath, a).value();
     app->restoreVersion(versions.last());
     EXPECT_EQ(shown(), u"A\nfirst bold"_s);
     EXPECT_TRUE(isBold(3));
@@ -410,6 +415,48 @@ TEST_F(EditorModesTest, ARestoredVersionShowsAtOnce)
     app->updateNoteTags(a, {u"tag"_s});
     EXPECT_EQ(session->gateway().selection(), TextSelection::caret(13));
     EXPECT_TRUE(session->gateway().canUndo());
+}
+
+TEST_F(EditorModesTest, WordsTypedUnderTheQuestionGoWhereTheAnswerSays)
+{
+    struct Row {
+        const char* name;
+        std::deque<Answer> answers;
+        QString shown;
+        QString copied;
+        EditorMode mode = EditorMode::plainText;
+    };
+    const Answer yes{0, false, 0, u"ide was low.\nSo"_s};
+    const Answer no{1, false, 0, u"ide was"_s};
+    const Row rows[] = {
+        {"the note", {yes}, u"A\nfirst Tide was low.\nSo"_s, {}},
+        {"the clipboard", {no, {copyWords}}, u"A\nfirst"_s, u" Tide was"_s},
+        {"the clipboard, with what came later",
+         {no, {copyWords, false, 0, u" low"_s}},
+         u"A\nfirst"_s,
+         u" Tide was low"_s},
+        {"the note as it is", {no, {writeRich}}, u"A\nfirst Tide was"_s, {}, EditorMode::richText},
+        {"nowhere, as was asked for", {no, {dropWords}}, u"A\nfirst"_s, {}},
+        {"nowhere, for one key alone", {{1}}, u"A\nfirst"_s, {}},
+    };
+    makeBold({0, 1});
+    const NoteContent before = session->draft().content();
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        session->flushDraftToDisk(a);
+        app->updateNote(a, before);
+        session->setMode(EditorMode::plainText);
+        QGuiApplication::clipboard()->clear();
+        test.questions.answers = row.answers;
+        type(u" T"_s);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(shown(), row.shown);
+        EXPECT_EQ(QGuiApplication::clipboard()->text(), row.copied);
+        EXPECT_EQ(session->mode(), row.mode);
+        EXPECT_EQ(content(a).richContentPayload.has_value() && isBold(0),
+                  row.mode == EditorMode::richText);
+        EXPECT_TRUE(test.questions.answers.empty());
+    }
 }
 
 } // namespace

@@ -1,17 +1,21 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "appearance/AppearanceTokens.h"
 #include "core/InternalNoteLink.h"
+#include "core/SessionKeys.h"
 #include "editor/EditorPaneView.h"
 #include "editor/EditorView.h"
 #include "editor/StatusStrip.h"
 #include "support/TestServices.h"
+#include "text/ParagraphLayout.h"
 #include "text/TextStore.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QDesktopServices>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
 #include <QToolButton>
@@ -228,6 +232,89 @@ TEST_F(EditorPaneTest, TheSelectionBecomesALinkThatOpensItsNote)
     view().setSelection({0, 5});
     link();
     EXPECT_EQ(test.questions.asked.takeLast().title, u"No Target Notes"_s);
+}
+
+TEST_F(EditorPaneTest, ALongTextIsStoredBeforeItIsLaidOut)
+{
+    const QString pasted = u"x\n"_s + QString(120'000, u'y') + u"\nz"_s;
+    bool wasStored = false;
+    const auto stored = QObject::connect(&app, &AppState::noteChanged, [&](const QUuid& id) {
+        wasStored = id == note && body().contains(pasted);
+        const QTextBlock block = view().store().blockAt(view().store().length() / 2);
+        EXPECT_GT(block.length(), 120'000);
+        EXPECT_FALSE(view().layout().isLaidOut(block));
+    });
+    for (const bool selects : {false, true}) {
+        wasStored = false;
+        view().setSelection({0, selects ? view().store().length() : 0});
+        QGuiApplication::clipboard()->setText(pasted);
+        view().paste();
+        EXPECT_TRUE(wasStored);
+    }
+    QObject::disconnect(stored);
+    const auto slow = [&] {
+        return SessionKeys::readUuids(test.defaults, SessionKeys::slowNoteIDs);
+    };
+    EXPECT_EQ(slow(), QList<QUuid>{note});
+    view().viewport()->repaint();
+    settle();
+    EXPECT_EQ(slow(), QList<QUuid>());
+}
+
+TEST_F(EditorPaneTest, ANoteThatEndedTheProgramIsOpenedByAPersonAlone)
+{
+    SessionKeys::launchDestination.write(test.defaults, u"lastNote"_s);
+    SessionKeys::writeUuids(test.defaults, SessionKeys::slowNoteIDs, {note});
+    pane.reset();
+    app.closeProject();
+    app.openProject(project, true);
+    EXPECT_EQ(app.selectedNoteID(), std::nullopt);
+    EXPECT_EQ(app.noteHeldBack(), note);
+    pane = std::make_unique<EditorPaneView>(app, look);
+    pane->resize(900, 600);
+    pane->show();
+    QApplication::setActiveWindow(pane.get());
+    const auto action = [&](const QString& text) {
+        const auto all = pane->findChildren<QPushButton*>();
+        const auto found = std::find_if(all.begin(), all.end(), [&](const QPushButton* each) {
+            return each->text() == text && each->isVisible();
+        });
+        return found == all.end() ? nullptr : *found;
+    };
+    EXPECT_EQ(action(u"New Note"_s), nullptr);
+    QPushButton* open = action(u"Open It Anyway"_s);
+    ASSERT_TRUE(open);
+    EXPECT_TRUE(open->focusPolicy() & Qt::TabFocus);
+    open->setFocus();
+    QTest::keyClick(open, Qt::Key_Space);
+    EXPECT_EQ(app.selectedNoteID(), note);
+    EXPECT_EQ(app.noteHeldBack(), std::nullopt);
+    app.selectNote(other);
+    app.selectProjectRoot();
+    settle();
+    EXPECT_TRUE(action(u"New Note"_s));
+
+    SessionKeys::writeUuids(test.defaults, SessionKeys::slowNoteIDs, {note});
+    app.selectNote(other);
+    app.closeProject();
+    app.openProject(project, true);
+    EXPECT_EQ(app.selectedNoteID(), other) << "another note is opened as ever";
+}
+
+TEST_F(EditorPaneTest, TheStripSaysWhatWasNotTaken)
+{
+    const auto says = [&] {
+        const auto labels = pane->findChild<StatusStrip*>()->findChildren<QLabel*>();
+        return std::any_of(labels.begin(), labels.end(),
+                           [](const QLabel* label) { return label->text() == u"Not saved"_s; });
+    };
+    type(u"x"_s);
+    test.licence.setPolicy([] { return false; });
+    test.notifications.post(AppCommandEvents::saveDocument);
+    EXPECT_TRUE(says());
+    test.licence.setPolicy({});
+    test.notifications.post(AppCommandEvents::saveDocument);
+    EXPECT_FALSE(says());
 }
 
 } // namespace

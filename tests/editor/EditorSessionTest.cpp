@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "SessionFixture.h"
 
+#include <QTest>
+
+#include <csignal>
+#include <sys/resource.h>
+
 namespace orvane {
 namespace {
 
@@ -8,6 +13,23 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 using EditorSessionTest = SessionFixture;
+
+/// As if the disk were full, while it lives.
+class FullDisk {
+public:
+    FullDisk()
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        rlimit none = m_before;
+        none.rlim_cur = 0;
+        setrlimit(RLIMIT_FSIZE, &none);
+    }
+    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &m_before); }
+
+private:
+    rlimit m_before{};
+};
 
 TEST_F(EditorSessionTest, AutosaveIsATrailingDebounce)
 {
@@ -33,6 +55,148 @@ TEST_F(EditorSessionTest, AutosaveIsATrailingDebounce)
     type(u"y"_s);
     test.clock.advance(1h);
     EXPECT_TRUE(session->isDirty());
+}
+
+TEST_F(EditorSessionTest, UnbrokenTypingIsWrittenAllTheSame)
+{
+    struct Row {
+        const char* name;
+        double delay;
+        std::chrono::milliseconds between;
+    };
+    const Row rows[] = {{"the usual delay", 1.5, 500ms}, {"a delay of a minute", 60, 3s}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        autoSaveSecondsSetting.write(test.defaults, row.delay);
+        QString typed = shown();
+        for (std::chrono::milliseconds passed{0}; passed < 50s; passed += row.between) {
+            type(u"x"_s);
+            typed += u'x';
+            const qsizetype kept = stored(a).size() - 2;
+            EXPECT_GE(kept, typed.size() - 10s / row.between - 1) << passed.count();
+            test.clock.advance(row.between);
+        }
+        session->flushDraftToDisk(a);
+    }
+    autosaveEnabledSetting.write(test.defaults, false);
+    const QString before = stored(a);
+    type(u"y"_s);
+    test.clock.advance(1h);
+    EXPECT_EQ(stored(a), before);
+}
+
+TEST_F(EditorSessionTest, UnbrokenTypingInALongRichNoteIsWrittenAllTheSame)
+{
+    session->setMode(EditorMode::richText);
+    type(QString(60'000, u'r') + u'\n');
+    session->flushDraftToDisk(a);
+    const qsizetype before = stored(a).size();
+    for (int i = 0; i < 58; ++i) {
+        type(u"x"_s);
+        test.clock.advance(250ms);
+        QTest::qWait(i < 30 ? 0 : 20);
+    }
+    EXPECT_TRUE(session->isDirty());
+    const QString kept = stored(a);
+    EXPECT_GT(kept.size(), before);
+    EXPECT_TRUE(shown().startsWith(kept.mid(2)));
+    EXPECT_EQ(readRichText({{}, {}, app->note(a)->richContentPayload}, {}).text(), kept.mid(2));
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        test.clock.advance(100ms);
+        return !session->isDirty();
+    }));
+    EXPECT_EQ(stored(a), u"A|"_s + shown());
+}
+
+TEST_F(EditorSessionTest, ARefusedDraftStaysWithItsNoteUntilItIsTaken)
+{
+    int completed = 0;
+    const auto observing = test.notifications.observe(AppCommandEvents::manualSaveCompleted,
+                                                      [&](const NoPayload&) { ++completed; });
+    const auto versions = [&] {
+        const auto kept = NoteVersionHistoryStore::snapshots(app->projectAccessPath(), a).value();
+        return std::count_if(kept.begin(), kept.end(), [](const NoteVersionSnapshot& version) {
+            return version.label == u"Manual Save"_s;
+        });
+    };
+    type(u" more"_s);
+    test.licence.setPolicy([] { return false; });
+    test.clock.advance(20s);
+    EXPECT_TRUE(session->isDirty());
+    EXPECT_EQ(session->refusal(), NoteUpdateError::Refused);
+    session->saveFromExplicitCommand();
+    EXPECT_TRUE(session->isDirty());
+    EXPECT_EQ(completed, 0);
+    EXPECT_EQ(versions(), 0);
+    EXPECT_EQ(stored(a), u"A|A\nfirst"_s);
+
+    app->selectNote(b);
+    EXPECT_FALSE(session->isDirty());
+    EXPECT_EQ(session->refusal(), std::nullopt);
+    EXPECT_EQ(app->refusedContents().keys(), QList<QUuid>{a});
+    app->selectNote(a);
+    EXPECT_EQ(shown(), u"A\nfirst more"_s);
+    EXPECT_TRUE(session->isDirty());
+    test.licence.setPolicy({});
+    app->selectNote(b);
+    app->selectNote(a);
+    test.clock.advance(2s);
+    EXPECT_EQ(stored(a), u"A|A\nfirst more"_s);
+    EXPECT_FALSE(session->isDirty());
+    EXPECT_TRUE(app->refusedContents().isEmpty());
+    session->saveFromExplicitCommand();
+    EXPECT_EQ(completed, 1);
+    EXPECT_EQ(versions(), 1);
+}
+
+TEST_F(EditorSessionTest, WhatTheDiskDoesNotTakeIsNoManualSave)
+{
+    int completed = 0;
+    const auto observing = test.notifications.observe(AppCommandEvents::manualSaveCompleted,
+                                                      [&](const NoPayload&) { ++completed; });
+    type(u" more"_s);
+    {
+        const FullDisk full;
+        session->saveFromExplicitCommand();
+        EXPECT_EQ(app->updateNote(a, session->draft().content()),
+                  std::unexpected(NoteUpdateError::NotStored));
+    }
+    EXPECT_TRUE(app->saveFailure());
+    EXPECT_EQ(completed, 0);
+    EXPECT_TRUE(NoteVersionHistoryStore::snapshots(app->projectAccessPath(), a)->isEmpty());
+    session->saveFromExplicitCommand();
+    EXPECT_EQ(completed, 1);
+    EXPECT_EQ(stored(a), u"A|A\nfirst more"_s);
+    EXPECT_EQ(app->updateNote(QUuid::createUuid(), {}), std::unexpected(NoteUpdateError::Missing));
+}
+
+TEST_F(EditorSessionTest, ShapesOfTheRecordAndOfTheDraftAreTheSame)
+{
+    session->setMode(EditorMode::richText);
+    type(u"1"_s);
+    app->saveShapesPayload(Blob("[1]"), a);
+    type(u"2"_s);
+    test.clock.advance(2s);
+    EXPECT_EQ(app->note(a)->shapesPayload, Blob("[1]"));
+    EXPECT_EQ(stored(a), u"A|A\nfirst12"_s);
+    session->setShapes(Blob("[2]"));
+    type(u"3"_s);
+    app->saveShapesPayload(Blob("[3]"), a);
+    app->saveShapesPayload(std::nullopt, a);
+    type(u"4"_s);
+    test.clock.advance(2s);
+    EXPECT_EQ(app->note(a)->shapesPayload, std::nullopt);
+
+    // What a plain edit would take away is asked about, however late it came.
+    session->setMode(EditorMode::plainText);
+    app->updateNote(a, {u"A"_s, u"plain"_s, {}, {}, {}, {}});
+    type(u"5"_s);
+    app->saveShapesPayload(Blob("[6]"), a);
+    type(u"7"_s);
+    EXPECT_EQ(shown(), u"plain5"_s);
+    EXPECT_EQ(test.questions.asked.size(), 1);
+    test.clock.advance(2s);
+    EXPECT_EQ(app->note(a)->shapesPayload, Blob("[6]"));
 }
 
 TEST_F(EditorSessionTest, EveryFlushPointWritesWhatWasTyped)
@@ -121,7 +285,7 @@ TEST_F(EditorSessionTest, ACancelledDelayWritesNothingTwice)
     type(u"!"_s);
     app->selectNote(b);
     const Timestamp written = app->note(a)->updatedAt;
-    EXPECT_EQ(test.clock.pendingCount(), 1); // the project's date alone
+    EXPECT_EQ(test.clock.pendingCount(), 2); // the project's date and the watch over its folder
     test.clock.advance(10s);
     EXPECT_EQ(app->note(a)->updatedAt, written);
     EXPECT_EQ(app->note(b)->body, u"B\nsecond"_s);
@@ -186,7 +350,8 @@ TEST_F(EditorSessionTest, AManualSaveKeepsAVersionEvenOfAnUnchangedNote)
     test.clock.advance(1s);
     session->saveFromExplicitCommand();
     EXPECT_GT(app->note(a)->updatedAt, before);
-    const auto versions = NoteVersionHistoryStore::snapshots(app->currentProject()->rootPath, a);
+    const auto versions =
+        NoteVersionHistoryStore::snapshots(app->currentProject()->rootPath, a).value();
     ASSERT_EQ(versions.size(), 1);
     EXPECT_EQ(versions.first().label, u"Manual Save"_s);
     EXPECT_EQ(completed, 1);

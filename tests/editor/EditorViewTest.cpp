@@ -3,6 +3,7 @@
 
 #include <QBuffer>
 #include <QClipboard>
+#include <QDropEvent>
 #include <QInputMethodEvent>
 #include <QMimeData>
 #include <QScreen>
@@ -416,6 +417,82 @@ TEST_F(EditorViewTest, DrawsPicturesInTheLine)
     EXPECT_NE(shown.pixel(int(caret.left()) + 130, int(caret.top()) + 40), qRgb(250, 0, 0));
     // The caret beside it is as high as the line.
     EXPECT_GE(caret.height(), 90);
+}
+
+TEST_F(EditorViewTest, OnlyADropThatBroughtEverythingIsAMove)
+{
+    const auto html = [](const QString& text) {
+        auto data = std::make_unique<QMimeData>();
+        data->setHtml(text);
+        return data;
+    };
+    const auto words = [] {
+        auto data = std::make_unique<QMimeData>();
+        data->setText(u"words"_s);
+        return data;
+    };
+    const auto file = [] {
+        auto data = std::make_unique<QMimeData>();
+        data->setUrls({QUrl(u"file:///tmp/manuscript.odt"_s)});
+        return data;
+    };
+    const auto picture = [] {
+        auto data = std::make_unique<QMimeData>();
+        data->setImageData(QImage(2, 2, QImage::Format_RGB32));
+        return data;
+    };
+    constexpr Qt::DropActions both = Qt::CopyAction | Qt::MoveAction;
+    const auto refuse = [this] {
+        view.gateway().setEditGuard([] { return false; });
+    };
+    struct Row {
+        const char* name;
+        std::function<void()> prepare;
+        std::unique_ptr<QMimeData> data;
+        Qt::DropActions offered;
+        Qt::DropAction done;
+    };
+    const Row rows[] = {
+        {"words", {}, words(), both, Qt::MoveAction},
+        {"words with formatting", {}, html(u"<b>words</b>"_s), both, Qt::MoveAction},
+        {"words round a picture", {}, html(u"a<img src='x.png'>b"_s), both, Qt::CopyAction},
+        {"these, to move alone",
+         {},
+         html(u"a<img src='x.png'>b"_s),
+         Qt::MoveAction,
+         Qt::IgnoreAction},
+        {"a file", {}, file(), both, Qt::CopyAction},
+        {"a picture", {}, picture(), both, Qt::IgnoreAction},
+        {"a text that may only be read", [this] { view.setEditable(false); }, words(), both,
+         Qt::IgnoreAction},
+        {"an edit that is refused", refuse, words(), both, Qt::IgnoreAction},
+        {"a filter that refuses",
+         [this] {
+             view.gateway().setChangeFilter([](TextRange, const QString&) { return false; });
+         },
+         words(), both, Qt::IgnoreAction},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        set(u"a[bc]d"_s);
+        if (row.prepare)
+            row.prepare();
+        const QPoint point = pointOf(4);
+        QDragEnterEvent enters(point, row.offered, row.data.get(), Qt::LeftButton,
+                               Qt::ShiftModifier);
+        QApplication::sendEvent(view.viewport(), &enters);
+        QDropEvent event(point, row.offered, row.data.get(), Qt::LeftButton, Qt::ShiftModifier);
+        event.setAccepted(false);
+        if (enters.isAccepted())
+            QApplication::sendEvent(view.viewport(), &event);
+        EXPECT_EQ(event.isAccepted() ? event.dropAction() : Qt::IgnoreAction, row.done);
+        EXPECT_TRUE(!enters.isAccepted() || event.dropAction() == row.done);
+        EXPECT_EQ(view.plainText() == u"abcd"_s, row.done == Qt::IgnoreAction);
+        EXPECT_TRUE(row.done != Qt::IgnoreAction || marked() == u"a[bc]d"_s);
+        view.gateway().setEditGuard({});
+        view.gateway().setChangeFilter({});
+        view.setEditable(true);
+    }
 }
 
 TEST_F(EditorViewTest, KeepsUndoOfEachNoteWhileAnotherIsShown)

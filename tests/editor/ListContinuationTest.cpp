@@ -147,7 +147,12 @@ TEST(ListContinuation, Keys)
         {"a selection has no indent", Key::tab, u"{0}• [a]"_s, QString()},
         {"outdent", Key::backTab, u"{3}\t\t\t• |a"_s, u"{2}\t\t• |a"_s},
         {"outdent of the first level", Key::backTab, u"{0}1. a\n{0}2. b|cd\n{0}3. e"_s,
-         u"{0}1. a\nbcd|\n{0}1. e"_s},
+         u"{0}1. a\nb|cd\n{0}1. e"_s},
+        {"outdent before an emoji", Key::backTab, u"{0}• |\U0001F600b"_s, u"|\U0001F600b"_s},
+        {"outdent behind an emoji", Key::backTab, u"{0}• \U0001F600|\U0001F600"_s,
+         u"\U0001F600|\U0001F600"_s},
+        {"outdent of an item with the caret in its marker", Key::backTab, u"{0}|• one"_s,
+         u"|one"_s},
     };
     const QList<CustomBullet> bullets{flower()};
     for (const Row& row : rows) {

@@ -2,6 +2,7 @@
 #include "editor/spelling/Spelling.h"
 
 #include "editor/spelling/SpelledWords.h"
+#include "support/NoDescriptors.h"
 #include "support/TestServices.h"
 
 #include <QSignalSpy>
@@ -149,6 +150,15 @@ TEST(Spelling, LearnedWordsAreKeptAndIgnoredOnesAreNot)
     EXPECT_FALSE(third.accepts(u"blah"_s));
     EXPECT_TRUE(third.forget(u"wrold"_s));
     EXPECT_EQ(third.words(), QStringList{u"Orvane"_s});
+
+    {
+        const NoDescriptors none;
+        PersonalWordList fourth(path);
+        EXPECT_FALSE(fourth.learn(u"new"_s));
+        EXPECT_TRUE(fourth.accepts(u"new"_s));
+        EXPECT_FALSE(third.forget(u"Orvane"_s));
+    }
+    EXPECT_EQ(readFile(path), QByteArray("Orvane\n"));
 
     PersonalWordList blocked(services.folder.filePath(u"configuration/words.txt/under"_s));
     EXPECT_FALSE(blocked.learn(u"word"_s));

@@ -132,6 +132,7 @@ TEST_F(TextInputTest, InEachMode)
          u"ab日本|cd"_s},
         {"given up", u"ab|cd"_s, {compose(u"に"_s), compose({})}, u"ab|cd"_s},
         {"a word is corrected", u"see teh|"_s, {commit(u"the"_s, -3, 3)}, u"see the|"_s},
+        {"a vowel sign is exchanged alone", u"नमी|"_s, {commit(u"ि"_s, -1, 1)}, u"नमि|"_s},
         {"in a list item",
          u"• one|"_s,
          {compose(u"に"_s), commit(u"二"_s), key(Qt::Key_Return), commit(u"三"_s)},

@@ -8,6 +8,7 @@
 #include "editor/lists/EditorListStyle.h"
 #include "editor/writing/WritingBehaviours.h"
 #include "support/TestServices.h"
+#include "text/Graphemes.h"
 #include "text/TextStore.h"
 
 #include <QApplication>
@@ -55,9 +56,9 @@ protected:
     }
     void write()
     {
-        const QStringList pieces{u"tide "_s,   u"**the** "_s, u"1. "_s, u"- "_s,
-                                 u"`tide` "_s, u"☐ a "_s,     u"# "_s,  u"```\ntide\n"_s,
-                                 u"שלום "_s,   u"👍🏽 "_s};
+        const QStringList pieces{u"tide "_s,   u"**the** "_s,  u"1. "_s,      u"- "_s,
+                                 u"`tide` "_s, u"☐ a "_s,      u"# "_s,       u"```\ntide\n"_s,
+                                 u"שלום "_s,   u"👍🏽 "_s, u"👩\u200D👧"_s, u"e\u0301"_s};
         commit(pieces[pick(int(pieces.size()))]);
     }
     void press()
@@ -172,6 +173,12 @@ protected:
         else
             QTest::qWait(1); // idle work
     }
+    void checkCaret() const
+    {
+        const QString text = view().plainText();
+        ASSERT_TRUE(isGraphemeBoundary(text, view().selection().anchor));
+        ASSERT_TRUE(isGraphemeBoundary(text, view().selection().position));
+    }
     /// What the strip counts is what is there.
     void checkCount() const
     {
@@ -207,6 +214,7 @@ TEST_P(ToolsTogetherTest, NothingIsLostAndNothingStale)
         // Formatting may go, in most cases.
         test.questions.answers = {{pick(4) == 0 ? 1 : 0}, {0}};
         step();
+        checkCaret();
         checkCount();
         checkFocus();
         if (i % 20 == 0)

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "SessionFixture.h"
 #include "text/AttachmentManager.h"
+#include "text/Graphemes.h"
 #include "text/OrvaneWorkspaceRTF.h"
+#include "text/TextStore.h"
 
 #include <QCoreApplication>
 #include <QTest>
@@ -290,6 +292,9 @@ TEST_F(WritingRunTest, NothingTypedIsEverLost)
     for (int i = 0; i < steps; ++i) {
         step();
         ASSERT_FALSE(HasFatalFailure()) << "step " << i;
+        const EditGateway& text = session->gateway();
+        ASSERT_TRUE(isGraphemeBoundary(text.store(), text.selection().anchor)) << "step " << i;
+        ASSERT_TRUE(isGraphemeBoundary(text.store(), text.selection().position)) << "step " << i;
         if (i % 2500 == 0 && !session->isDirty()) {
             checkStored();
         }

@@ -3,9 +3,12 @@
 
 #include "RandomText.h"
 #include "text/EditGateway.h"
+#include "text/Graphemes.h"
 #include "text/TextStore.h"
 
 #include <gtest/gtest.h>
+
+#include <ctime>
 
 namespace orvane {
 namespace {
@@ -56,8 +59,10 @@ TEST(ParagraphLayout, AfterRandomEditsItIsAsIfLaidOutAnew)
         const Laid start(store);
         for (int step = 0; step < 60; ++step) {
             const auto length = int(store.length());
-            const int from = random.upTo(length);
-            const TextRange range{from, std::min(length - from, random.upTo(30))};
+            const QString text = store.text();
+            const auto from = int(graphemeStart(text, random.upTo(length)));
+            const auto to = graphemeEnd(text, from + std::min(length - from, random.upTo(30)));
+            const auto range = TextRange::between(from, to);
             const AttributedString piece = random.oneIn(3) ? random.document() : AttributedString();
             gateway.performUndoableDocumentEdit(u"Edit"_s, [&](DocumentEditor& editor) {
                 if (random.oneIn(3))
@@ -169,6 +174,38 @@ TEST(ParagraphLayout, TheLinesOfAListItemBeginBelowEachOther)
         else
             EXPECT_GT(indent, item.headIndent) << row.name;
     }
+}
+
+TEST(ParagraphLayout, AWordWithoutAnEndIsBrokenLikeALongOneAndInTheSameTimePerLetter)
+{
+    const auto laidOut = [](const QString& text) {
+        TextStore store;
+        EditGateway gateway(store);
+        gateway.loadPlainText(text);
+        return Laid(store).lines;
+    };
+    const QString ahead = u"Encoded below, in one piece: "_s;
+    const QString behind = u" and after that some ordinary words of prose that break as ever"_s;
+    const auto word = [](qsizetype length) {
+        return u"QWxsIHRoZSB0aWRlcw"_s.repeated(length / 18 + 1).first(length);
+    };
+    const QList<qsizetype> known = laidOut(ahead + word(3'900));
+    const QList<qsizetype> lines = laidOut(ahead + word(20'000) + behind);
+    ASSERT_GT(known.size(), 20);
+    EXPECT_EQ(lines.first(known.size()), known);
+    const QString whole = ahead + word(20'000) + behind;
+    for (const qsizetype line : lines) {
+        EXPECT_TRUE(line <= ahead.size() + 20'000 || whole.at(line - 1) == u' ') << line;
+    }
+    EXPECT_GT(lines.last(), ahead.size() + 20'000);
+
+    const auto timeOf = [&](qsizetype length) {
+        const std::clock_t before = std::clock();
+        (void)laidOut(word(length));
+        return double(std::clock() - before);
+    };
+    (void)timeOf(1'000);
+    EXPECT_LT(timeOf(160'000), 9 * timeOf(40'000)) << "four times the letters";
 }
 
 } // namespace

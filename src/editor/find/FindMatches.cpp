@@ -5,6 +5,13 @@
 
 namespace orvane {
 
+namespace {
+
+/// How far a change reaches by what it joins or parts: an accent, a family of emoji.
+constexpr qsizetype joinedAround = 16;
+
+} // namespace
+
 void FindMatches::search(const QString& query, QStringView text)
 {
     m_search = TextSearch(query);
@@ -26,22 +33,23 @@ void FindMatches::update(const TextChange& change, qsizetype length, const ReadT
     const auto isBefore = [](TextRange match, qsizetype position) {
         return match.end() < position;
     };
-    const auto begin =
-        std::lower_bound(m_ranges.cbegin(), m_ranges.cend(), change.location, isBefore);
+    const auto begin = std::lower_bound(m_ranges.cbegin(), m_ranges.cend(),
+                                        change.location - joinedAround, isBefore);
     const qsizetype first = begin - m_ranges.cbegin();
     auto old = begin;
 
     // Looks anew from before the change up to a place that neither the matches found now nor those
     // of before cross: from there on both are the same.
     QList<TextRange> found;
-    qsizetype from =
-        std::max(first == 0 ? 0 : m_ranges.at(first - 1).end(), change.location - reach);
-    qsizetype common = change.location + change.lengthAfter;
+    qsizetype from = std::max(first == 0 ? 0 : m_ranges.at(first - 1).end(),
+                              change.location - joinedAround - reach);
+    qsizetype common = std::min(length, change.location + change.lengthAfter + joinedAround);
     for (;;) {
-        const qsizetype end = std::min(length, common + reach + 1);
-        const QString text = read(TextRange::between(from, end));
-        const qsizetype start = from;
-        for (auto match = m_search.first(text); match && start + match->location < common;
+        const qsizetype end = std::min(length, common + reach + joinedAround);
+        const qsizetype start = std::max<qsizetype>(0, from - joinedAround);
+        const QString text = read(TextRange::between(start, end));
+        for (auto match = m_search.first(text, from - start);
+             match && start + match->location < common;
              match = m_search.first(text, match->end())) {
             found.append({start + match->location, match->length});
             from = found.last().end();

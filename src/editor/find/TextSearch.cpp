@@ -1,18 +1,24 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/find/TextSearch.h"
 
+#include "text/Graphemes.h"
+
 namespace orvane {
 
 namespace {
 
-/// Whether the character at `position` is an accent that belongs to the letter before it.
-bool isAccentAt(QStringView text, qsizetype position)
+/// Chooses how the character before it is drawn, and is no part of what one looks for.
+bool isVariationSelector(QChar c)
 {
-    if (position >= text.size())
-        return false;
-    const QChar character = text[position];
-    return character.unicode() >= 0x300 && character.script() == QChar::Script_Inherited &&
-           character.combiningClass() != 0;
+    return c.unicode() >= 0xfe00 && c.unicode() <= 0xfe0f;
+}
+
+/// A letter without its accent, or the first of a family of emoji, is not what stands there.
+bool isWhole(QStringView text, qsizetype position, qsizetype length)
+{
+    const qsizetype end = position + length;
+    return isGraphemeBoundary(text, position) &&
+           (isGraphemeBoundary(text, end) || isVariationSelector(text[end]));
 }
 
 } // namespace
@@ -43,7 +49,7 @@ qsizetype TextSearch::longestMatch() const
 qsizetype TextSearch::find(const QStringMatcher& form, QStringView text, qsizetype from)
 {
     qsizetype at = form.indexIn(text, from);
-    while (at >= 0 && isAccentAt(text, at + form.pattern().size()))
+    while (at >= 0 && !isWhole(text, at, form.pattern().size()))
         at = form.indexIn(text, at + 1);
     return at;
 }
@@ -67,7 +73,7 @@ std::optional<TextRange> TextSearch::last(QStringView text, qsizetype to) const
         qsizetype at = to - pattern.size();
         for (; at >= 0; --at) {
             at = text.lastIndexOf(pattern, at, Qt::CaseInsensitive);
-            if (at < 0 || !isAccentAt(text, at + pattern.size()))
+            if (at < 0 || isWhole(text, at, pattern.size()))
                 break;
         }
         if (at >= 0 && (!found || at + pattern.size() > found->end()))
@@ -108,6 +114,9 @@ QList<TextRange> TextSearch::all(QStringView text) const
 
 bool TextSearch::matches(QStringView text) const
 {
+    // As it is selected.
+    if (!text.isEmpty() && isVariationSelector(text.back()) && matches(text.chopped(1)))
+        return true;
     return std::any_of(m_forms.begin(), m_forms.end(), [&](const QStringMatcher& form) {
         return text.compare(form.pattern(), Qt::CaseInsensitive) == 0;
     });

@@ -106,11 +106,7 @@ std::optional<TextEdits> updateListIndent(const ListText& text, TextRange select
     const int level = line.level + delta;
     if (level < 0) {
         lines.setPlain(index);
-        TextEdits edits = finish(lines, name, line.range.location);
-        const qsizetype distance = std::min(selection.location - line.range.location,
-                                            line.range.length - line.prefixLength);
-        edits.selection.location += distance;
-        return edits;
+        return finish(lines, name, std::max(selection.location, line.contentStart()));
     }
     lines.setItem(index, *line.item, level, continuingPrefix(text, line, level));
     if (const auto color = continuingColor(text, line))

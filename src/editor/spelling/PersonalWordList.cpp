@@ -21,22 +21,24 @@ QString asKept(const QString& word)
 PersonalWordList::PersonalWordList(const QString& path, QObject* parent)
     : QObject(parent)
     , m_path(path)
-    , m_learned(readWords())
-{}
-
-QSet<QString> PersonalWordList::readWords() const
 {
-    QSet<QString> words;
+    (void)takeOver();
+}
+
+std::expected<void, FileError> PersonalWordList::takeOver()
+{
     if (m_path.isEmpty())
-        return words;
-    const auto bytes = readFile(m_path);
+        return {};
+    const auto bytes = readFile(m_path, FileLimit::personalWords);
+    if (!bytes && bytes.error().code == FileError::Code::NotFound)
+        return {};
     if (!bytes)
-        return words;
+        return std::unexpected(bytes.error());
     for (const QString& line : QString::fromUtf8(*bytes).split(u'\n')) {
         if (const QString word = asKept(line); !word.isEmpty())
-            words.insert(word);
+            m_learned.insert(word);
     }
-    return words;
+    return {};
 }
 
 bool PersonalWordList::accepts(const QString& word) const
@@ -61,9 +63,9 @@ std::expected<void, FileError> PersonalWordList::learn(const QString& word)
     const QString kept = asKept(word);
     if (kept.isEmpty() || m_learned.contains(kept))
         return {};
-    m_learned += readWords();
+    const auto taken = takeOver();
     m_learned.insert(kept);
-    const auto written = write();
+    auto written = taken ? write() : taken;
     emit changed();
     return written;
 }
@@ -73,9 +75,9 @@ std::expected<void, FileError> PersonalWordList::forget(const QString& word)
     const QString kept = asKept(word);
     if (!m_learned.contains(kept))
         return {};
-    m_learned += readWords();
+    const auto taken = takeOver();
     m_learned.remove(kept);
-    const auto written = write();
+    auto written = taken ? write() : taken;
     emit changed();
     return written;
 }

@@ -26,7 +26,8 @@ public:
     [[nodiscard]] bool accepts(const QString& word) const;
 
     /// Keeps the word and writes the file, together with what another process has added to it
-    /// meanwhile. On an error the word counts all the same until the program ends.
+    /// meanwhile. On an error the word counts all the same until the program ends; a file that
+    /// can't be read is left alone.
     std::expected<void, FileError> learn(const QString& word);
     std::expected<void, FileError> forget(const QString& word);
     void ignore(const QString& word);
@@ -38,7 +39,8 @@ signals:
     void changed();
 
 private:
-    [[nodiscard]] QSet<QString> readWords() const;
+    /// Adds what is in the file.
+    std::expected<void, FileError> takeOver();
     std::expected<void, FileError> write();
 
     QString m_path;

@@ -151,6 +151,8 @@ std::expected<std::unique_ptr<SpellDictionary>, FileError>
 SpellDictionary::open(const DictionaryFiles& files)
 {
     for (const QString& path : {files.affixes, files.words}) {
+        if (auto obstacle = obstacleAt(path, FileLimit::dictionary))
+            return std::unexpected(*std::move(obstacle));
         QFile file(path);
         if (!file.open(QIODevice::ReadOnly)) {
             const auto code = file.exists() ? FileError::Code::NoAccess : FileError::Code::NotFound;
