@@ -4,9 +4,6 @@
 #include "core/SessionKeys.h"
 #include "platform/Log.h"
 
-#include <QCollator>
-#include <QCoreApplication>
-
 namespace orvane {
 
 using namespace Qt::StringLiterals;
@@ -14,10 +11,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// A project's date of change moves with every save; its manifest follows at this distance, and at
-// once when the project closes.
-constexpr auto touchDelay = 2s;
-constexpr qsizetype openHistoryLength = 20;
+constexpr auto checkPause = 3s;
 
 } // namespace
 
@@ -27,11 +21,14 @@ AppState::AppState(const Services& services, QObject* parent)
     , m_library(services.folders)
     , m_versionHistory(services.defaults, services.notifications)
     , m_selectionToSave(services.notifications.observe(
-          AppCommandEvents::saveSelectionToNewNote, [this](const SelectionForNewNote& selection) {
+          AppCommandEvents::saveSelectionToNewNote,
+          [this](const SelectionForNewNote& selection) {
               createNote(selection.text, selection.rtf.isEmpty()
                                              ? std::nullopt
                                              : std::optional(Blob(selection.rtf)));
           }))
+    , m_known(KnownProjects::load(services.defaults))
+    , m_tagSettings(TagSettings::load(services.defaults))
 {}
 
 AppState::~AppState()
@@ -67,189 +64,120 @@ bool AppState::passesEditGuard()
     return !isReadOnly();
 }
 
-// --- The list of projects ------------------------------------------------------------------------
-
-const OrvaneProjectRecord* AppState::project(const QUuid& id) const
-{
-    const auto it = std::find_if(m_projects.begin(), m_projects.end(),
-                                 [&](const OrvaneProjectRecord& each) { return each.id == id; });
-    return it == m_projects.end() ? nullptr : &*it;
-}
-
-void AppState::refreshProjects()
-{
-    writePendingTouch();
-    (void)m_library.ensureProjectsDirectoryExists();
-    QList<OrvaneProjectRecord> projects = m_library.sortedProjects();
-    qCDebug(projectBootstrapLog, "refreshProjects manifestCount=%lld loadedProjects=%lld",
-            qlonglong(m_library.manifestCount()), qlonglong(projects.size()));
-    if (projects != m_projects) {
-        m_projects = std::move(projects);
-        emit projectsChanged();
-    }
-    if (m_selectedProjectID && !project(*m_selectedProjectID))
-        setSelectedProjectID(std::nullopt);
-}
-
-QList<QUuid> AppState::projectOpenHistoryIDs() const
-{
-    return SessionKeys::readUuids(m_services.defaults, SessionKeys::openProjectHistoryIDs);
-}
-
-void AppState::markProjectAsOpened(const QUuid& id)
-{
-    QList<QUuid> history = projectOpenHistoryIDs();
-    history.removeAll(id);
-    history.prepend(id);
-    history.resize(std::min(history.size(), openHistoryLength));
-    SessionKeys::writeUuids(m_services.defaults, SessionKeys::openProjectHistoryIDs, history);
-}
-
-QList<OrvaneProjectRecord> AppState::projectsByRecentOpen() const
-{
-    QHash<QUuid, qsizetype> places;
-    const QList<QUuid> history = projectOpenHistoryIDs();
-    for (qsizetype i = 0; i < history.size(); ++i)
-        places.insert(history.at(i), i);
-    QList<OrvaneProjectRecord> sorted = m_projects; // newest change first already
-    std::stable_sort(sorted.begin(), sorted.end(),
-                     [&](const OrvaneProjectRecord& a, const OrvaneProjectRecord& b) {
-                         return places.value(a.id, openHistoryLength) <
-                                places.value(b.id, openHistoryLength);
-                     });
-    return sorted;
-}
-
-void AppState::updateProjectMetadata(const QUuid& id, const QString& plainName,
-                                     const std::optional<QByteArray>& titleRTF,
-                                     const std::optional<QString>& iconName)
-{
-    if (!passesLicence())
-        return;
-    const OrvaneProjectRecord* found = project(id);
-    if (!found)
-        return;
-    OrvaneProjectRecord changed = *found;
-    changed.name = plainName.trimmed();
-    if (changed.name.isEmpty())
-        changed.name = QCoreApplication::translate("Project", "Untitled Project");
-    changed.titleRTF = titleRTF;
-    changed.iconName = iconName;
-    changed.updatedAt = m_services.clock.now();
-    (void)m_library.ensureProjectsDirectoryExists();
-    if (const auto written = ProjectLibraryController::writeManifest(changed); !written) {
-        qWarning().noquote() << "OrvaneWorkspace project manifest error:" << written.error().text();
-        return;
-    }
-    if (m_currentProject && m_currentProject->id == id) {
-        m_pendingTouch.reset(); // this write carries a newer date
-        m_currentProject = changed;
-        emit currentProjectChanged();
-    }
-    refreshProjects();
-}
-
-void AppState::updateProjectIcon(const QUuid& id, const std::optional<QString>& iconName)
-{
-    if (const OrvaneProjectRecord* found = project(id))
-        updateProjectMetadata(id, QString(found->name), found->titleRTF, iconName);
-}
-
-void AppState::moveProjectToTrash(const QUuid& id)
-{
-    if (!passesLicence())
-        return;
-    const OrvaneProjectRecord* found = project(id);
-    if (!found)
-        return;
-    const QString rootPath = found->rootPath;
-    // The store is folded into one file before its folder moves.
-    if (m_currentProject && m_currentProject->id == id)
-        closeOpenProject();
-    if (const auto moved = m_services.trash.moveToTrash(rootPath); !moved)
-        qWarning().noquote() << "OrvaneWorkspace project trash error:" << moved.error().text();
-    refreshProjects();
-}
-
-void AppState::touchCurrentProjectUpdatedAt()
-{
-    if (!m_currentProject)
-        return;
-    m_currentProject->updatedAt = m_services.clock.now();
-    const auto it = std::find_if(m_projects.begin(), m_projects.end(),
-                                 [&](const auto& each) { return each.id == m_currentProject->id; });
-    if (it != m_projects.end()) {
-        it->updatedAt = m_currentProject->updatedAt;
-        if (it != m_projects.begin())
-            sortProjects(m_projects);
-    }
-    if (!m_pendingTouch)
-        m_pendingTouch = m_services.clock.after(touchDelay, [this] { writePendingTouch(); });
-}
-
-void AppState::writePendingTouch()
-{
-    if (!m_pendingTouch)
-        return;
-    m_pendingTouch.reset();
-    if (!m_currentProject)
-        return;
-    if (const auto written = ProjectLibraryController::writeManifest(*m_currentProject); !written)
-        qWarning().noquote() << "OrvaneWorkspace project touch error:" << written.error().text();
-    emit currentProjectChanged();
-    emit projectsChanged();
-}
-
 // --- Opening and closing -------------------------------------------------------------------------
 
 void AppState::openProject(const QUuid& id, bool restoreLastNote)
 {
-    const OrvaneProjectRecord* found = project(id);
-    if (!found)
-        return;
     if (m_currentProject && m_currentProject->id == id && m_controller)
         return presentEditor();
-    const OrvaneProjectRecord project = *found;
-    const QString dataFolder = ProjectLibraryController::projectDataDirectoryPath(project.rootPath);
+    if (const OrvaneProjectRecord* found = project(id))
+        openProjectAt(QString(found->rootPath), restoreLastNote);
+}
 
+void AppState::openProjectAt(const QString& folder, bool restoreLastNote)
+{
+    const OrvaneProjectRecord* listed = projectAt(folder);
+    if (!listed)
+        return;
+    if (m_currentProject && m_controller && isSameFolder(m_currentProject->rootPath, folder))
+        return presentEditor();
+    auto present = presentProject(folder);
+    if (!present)
+        return tellVanished(OrvaneProjectRecord(*listed));
+    const auto identity = askWhoItIs(*present);
+    if (!identity)
+        return;
+    OrvaneProjectRecord project = *std::move(present);
+
+    const QString dataFolder = ProjectLibraryController::projectDataDirectoryPath(project.rootPath);
     if (const auto marker = PersistentStoreRecovery::read(dataFolder))
         return blockProjectOpenAfterRecovery(project, *marker);
-    auto [controller, notebook] = takeProject(dataFolder, id);
+    auto [held, controller, notebook] = takeProject(project);
     if (!controller) {
         qCInfo(projectBootstrapLog, "project not opened projectID=%ls: %ls",
-               qUtf16Printable(uuidText(id)), qUtf16Printable(controller.error().text()));
-        setSelectedProjectID(id);
-        if (!m_currentProject)
-            setMode(RootPresentationMode::Projects);
-        m_openProblem = ProjectOpenProblem::of(project.titleForDisplay(), controller.error());
-        emit projectOpenProblemChanged();
-        return;
+               qUtf16Printable(uuidText(project.id)), qUtf16Printable(controller.error().text()));
+        return refuseToOpen(project,
+                            ProjectOpenProblem::of(project.titleForDisplay(), controller.error()));
     }
     if ((*controller)->hadExistingPersistentStore() && (*controller)->persistentStoreRecovery())
         return blockProjectOpenAfterRecovery(project, *(*controller)->persistentStoreRecovery());
+    if (*identity == Identity::NewForCopy) {
+        const QUuid former = std::exchange(project.id, QUuid::createUuid());
+        project.hasStore = true;
+        if (const auto written = ProjectLibraryController::writeManifest(project, held->path());
+            !written)
+            return refuseToOpen(project,
+                                ProjectOpenProblem::of(project.titleForDisplay(), written.error()));
+        giveOwnRoot(notebook, former, project.id);
+    }
+    if (!mayLeaveProject())
+        return;
 
     closeOpenProject();
-    m_controller = *std::move(controller);
-    m_currentProject = project;
-    setSelectedProjectID(id);
-    m_services.defaults.set(SessionKeys::lastOpenedProjectID, uuidText(id));
-    markProjectAsOpened(id);
-    emit currentProjectChanged();
-
-    m_workspaceState = ProjectWorkspaceStateStore::load(project.rootPath);
+    becomeOpen(project, std::move(held), *std::move(controller));
     qCInfo(projectBootstrapLog,
            "openProject projectID=%ls projectName=%ls folders=%lld notes=%lld restoreLastNote=%d",
-           qUtf16Printable(uuidText(id)), qUtf16Printable(project.name),
+           qUtf16Printable(uuidText(project.id)), qUtf16Printable(project.name),
            qlonglong(notebook.folders.size()), qlonglong(notebook.notes.size()),
            int(restoreLastNote));
     showNotebook(std::move(notebook), restoreLastNote, m_workspaceState);
+    if (*identity == Identity::NewForCopy)
+        persist();
+    resumeErasingVersions();
     setMode(RootPresentationMode::Editor);
+    emit rescuesChanged();
+}
+
+void AppState::becomeOpen(const OrvaneProjectRecord& project,
+                          std::shared_ptr<const FolderHandle> folder,
+                          std::unique_ptr<PersistenceController> controller)
+{
+    m_controller = std::move(controller);
+    m_folder = std::move(folder);
+    m_currentProject = project;
+    m_known.open(project, m_services.clock.now());
+    m_known.save(m_services.defaults);
+    setSelectedProject(project.rootPath);
+    m_services.defaults.set(SessionKeys::lastOpenedProjectID, uuidText(project.id));
+    markProjectAsOpened(project.id);
+    refreshProjects(); // an id or a place may be new
+    emit currentProjectChanged();
+    m_workspaceState = ProjectWorkspaceStateStore::load(projectAccessPath());
+    if (!project.hasStore && !isReadOnly()) {
+        m_currentProject->hasStore = true;
+        if (const auto written =
+                ProjectLibraryController::writeManifest(*m_currentProject, projectAccessPath());
+            !written)
+            qWarning().noquote() << "OrvaneWorkspace project manifest error:"
+                                 << written.error().text();
+    }
+    scheduleCheck();
+}
+
+void AppState::refuseToOpen(const OrvaneProjectRecord& project, const ProjectOpenProblem& problem)
+{
+    setSelectedProject(project.rootPath);
+    if (!m_currentProject)
+        setMode(RootPresentationMode::Projects);
+    m_openProblem = problem;
+    emit projectOpenProblemChanged();
+}
+
+void AppState::tellVanished(const OrvaneProjectRecord& project)
+{
+    refreshProjects();
+    refuseToOpen(project,
+                 ProjectOpenProblem::vanished(project.titleForDisplay(), project.rootPath));
 }
 
 void AppState::blockProjectOpenAfterRecovery(const OrvaneProjectRecord& project,
                                              const PersistentStoreRecovery& recovery)
 {
-    closeOpenProject();
+    // What is open stays where the person wants to stay; the alert comes all the same.
+    if (mayLeaveProject()) {
+        closeOpenProject();
+        setMode(RootPresentationMode::Projects);
+    }
     m_protectionAlert = ProjectLoadProtectionAlert{QUuid::createUuid(), project.titleForDisplay(),
                                                    recovery.backupDirectoryURL.toLocalFile(),
                                                    recovery.errorDescription};
@@ -258,8 +186,7 @@ void AppState::blockProjectOpenAfterRecovery(const OrvaneProjectRecord& project,
         "blocked project open after store recovery projectID=%ls projectName=%ls backupPath=%ls",
         qUtf16Printable(uuidText(project.id)), qUtf16Printable(project.name),
         qUtf16Printable(m_protectionAlert->backupPath));
-    setSelectedProjectID(project.id);
-    setMode(RootPresentationMode::Projects);
+    setSelectedProject(project.rootPath);
     emit projectLoadProtectionAlertChanged();
 }
 
@@ -271,6 +198,7 @@ void AppState::closeDamagedProject(const QString& errorDescription)
     emit projectAboutToClose(); // what is typed goes to the store while it still takes it
     writePendingTouch();
     auto controller = std::move(m_controller);
+    dropController();
     m_currentProject.reset();
     clearNotebookState();
     emit currentProjectChanged();
@@ -311,12 +239,22 @@ void AppState::closeOpenProject()
 
 void AppState::dropController()
 {
+    if (m_controller && std::exchange(m_leavesUnsaved, false))
+        m_controller->discardUnsaved();
+    m_nextCheck.reset();
+    m_nextTry.reset();
     writePendingTouch();
     m_controller.reset();
+    m_folder.reset();
+    m_rescue.reset(); // stays on the disk
+    m_unsavedSince.clear();
+    setTrouble(std::nullopt);
 }
 
 void AppState::closeProject()
 {
+    if (!mayLeaveProject())
+        return;
     closeOpenProject();
     presentProjectsBrowser();
 }
@@ -325,34 +263,37 @@ void AppState::terminate()
 {
     m_terminating = true;
     emit willTerminate();
+    rescueNow();
+    m_leavesUnsaved = m_leavesUnsaved || m_rescue; // an end that doesn't wait doesn't try again
     dropController();
     (void)m_services.defaults.flush();
+}
+
+void AppState::scheduleCheck()
+{
+    m_nextCheck = m_services.clock.after(checkPause, [this] {
+        m_nextCheck.reset();
+        checkProjectFolder();
+    });
 }
 
 std::expected<QUuid, QString> AppState::createProject(const QString& name,
                                                       const std::optional<QString>& iconName)
 {
-    if (!passesLicence())
+    if (!passesLicence() || !mayLeaveProject())
         return std::unexpected(QString());
     const Timestamp now = m_services.clock.now();
-    const auto project = m_library.createProject(name, iconName, now);
+    Notebook empty;
+    ensureTrashFolder(empty.folders, now);
+    const auto project =
+        m_library.createProject(name, iconName, now, [&](const QString& dataFolder) {
+            return storeSnapshotIn(dataFolder, {empty.folders.records(), {}, std::nullopt},
+                                   m_services.clock);
+        });
     if (!project)
         return std::unexpected(project.error().text());
-    FolderRecord trash;
-    trash.id = FolderRecord::trashFolderID;
-    trash.name = u"Trash"_s;
-    trash.createdAt = now;
-    {
-        const auto controller = PersistenceController::open(
-            ProjectLibraryController::projectDataDirectoryPath(project->rootPath),
-            m_services.clock);
-        if (!controller)
-            return std::unexpected(controller.error().text());
-        if (const auto result = (*controller)->save({{trash}, {}, std::nullopt}); !result)
-            return std::unexpected(result.error().text());
-    }
     refreshProjects();
-    openProject(project->id, false);
+    openProjectAt(project->rootPath, false);
     return project->id;
 }
 
@@ -360,10 +301,10 @@ void AppState::presentProjectsBrowser()
 {
     refreshProjects();
     if (m_currentProject)
-        setSelectedProjectID(m_currentProject->id);
+        setSelectedProject(m_currentProject->rootPath);
     else
-        setSelectedProjectID(m_projects.isEmpty() ? std::nullopt
-                                                  : std::optional(m_projects.first().id));
+        setSelectedProject(m_projects.isEmpty() ? std::nullopt
+                                                : std::optional(m_projects.first().rootPath));
     setMode(RootPresentationMode::Projects);
 }
 
@@ -371,7 +312,7 @@ void AppState::presentEditor()
 {
     if (!m_currentProject)
         return;
-    setSelectedProjectID(m_currentProject->id);
+    setSelectedProject(m_currentProject->rootPath);
     setMode(RootPresentationMode::Editor);
 }
 
@@ -395,12 +336,12 @@ void AppState::setMode(RootPresentationMode mode)
     emit rootPresentationModeChanged(mode);
 }
 
-void AppState::setSelectedProjectID(const std::optional<QUuid>& id)
+void AppState::setSelectedProject(const std::optional<QString>& folder)
 {
-    if (m_selectedProjectID == id)
+    if (m_selectedProjectFolder == folder)
         return;
-    m_selectedProjectID = id;
-    emit selectedProjectIDChanged();
+    m_selectedProjectFolder = folder;
+    emit selectedProjectChanged();
 }
 
 // --- The notebook of the open project ------------------------------------------------------------
@@ -418,6 +359,7 @@ void AppState::showNotebook(Notebook notebook, bool restoreLastNote,
 {
     m_history.clear();
     m_storedTitles.clear();
+    m_refusedContents.clear();
     m_lastSnapshotTimes.clear();
     m_selectedFolderID.reset();
     m_selectedNoteID.reset();
@@ -426,6 +368,7 @@ void AppState::showNotebook(Notebook notebook, bool restoreLastNote,
     m_tags = std::move(notebook.tags);
     m_order = std::move(notebook.order);
     m_activeTagFilter.clear();
+    setNoteHeldBack(std::nullopt);
     emit notebookReset();
     emit historyFlagsChanged();
     if (workspaceState)
@@ -442,7 +385,8 @@ void AppState::ensureTrashFolderExists()
 void AppState::restoreWorkspaceSelectionIfNeeded(const ProjectWorkspaceState& state,
                                                  bool restoreLastNote)
 {
-    if (state.selectedNoteID && m_notes.contains(*state.selectedNoteID))
+    if (state.selectedNoteID && m_notes.contains(*state.selectedNoteID) &&
+        !holdsBack(*state.selectedNoteID))
         openNote(*state.selectedNoteID);
     else if (state.selectedFolderID && m_folders.contains(*state.selectedFolderID))
         selectFolder(*state.selectedFolderID);
@@ -460,8 +404,17 @@ void AppState::restoreLastOpenedNoteIfNeeded()
         return;
     const auto note = SessionKeys::readUuid(m_services.defaults,
                                             SessionKeys::lastOpenedNoteID(m_currentProject->id));
-    if (note)
+    if (note && !holdsBack(*note))
         openNote(*note);
+}
+
+bool AppState::holdsBack(const QUuid& noteID)
+{
+    const bool isSlow =
+        SessionKeys::readUuids(m_services.defaults, SessionKeys::slowNoteIDs).contains(noteID);
+    if (isSlow && m_notes.contains(noteID))
+        setNoteHeldBack(noteID);
+    return isSlow;
 }
 
 void AppState::clearNotebookState()
@@ -473,9 +426,12 @@ void AppState::clearNotebookState()
     m_tags = {};
     m_activeTagFilter.clear();
     m_storedTitles.clear();
+    m_refusedContents.clear();
     m_lastSnapshotTimes.clear();
+    m_erasedNotes.clear();
     m_selectedFolderID.reset();
     m_selectedNoteID.reset();
+    setNoteHeldBack(std::nullopt);
     emit notebookReset();
     emit selectionChanged();
     emit historyFlagsChanged();

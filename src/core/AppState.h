@@ -7,6 +7,7 @@
 #include "core/BootstrapDecision.h"
 #include "core/EditorHistory.h"
 #include "core/FolderRecord.h"
+#include "core/KnownProjects.h"
 #include "core/NoteContent.h"
 #include "core/NoteRecord.h"
 #include "core/NoteVersionHistoryStore.h"
@@ -17,8 +18,11 @@
 #include "core/ProjectRecord.h"
 #include "core/ProjectWorkspaceState.h"
 #include "core/RecordTable.h"
+#include "core/RescueFile.h"
 #include "core/TagSettings.h"
 #include "core/Tags.h"
+#include "core/UnsavedWork.h"
+#include "platform/FolderHandle.h"
 #include "platform/Services.h"
 
 #include <QObject>
@@ -39,8 +43,16 @@ enum class RootPresentationMode { Projects, Editor };
 struct SaveFailure {
     Timestamp since;
     QString error;
+    StoreError::Code code = StoreError::Code::Other;
 
     bool operator==(const SaveFailure&) const = default;
+};
+
+/// Why the content of a note that was to be stored is not in the store.
+enum class NoteUpdateError {
+    Refused,   ///< nothing was changed: the licence says no, or the project can only be read
+    Missing,   ///< nothing was changed: there is no such note
+    NotStored, ///< the note has the content in memory, and saving fails: see `saveFailure`
 };
 
 /// The one owner of the open notebook, the selection and the list of projects; lives as long as
@@ -72,8 +84,13 @@ public:
     void bootstrapProjects();
     void refreshProjects();
     /// Opens a project, or leaves everything as it is and tells why: see
-    /// `projectLoadProtectionAlert` and `projectOpenProblem`.
+    /// `projectLoadProtectionAlert` and `projectOpenProblem`. Of several folders with that id the
+    /// one that was opened before is meant.
     void openProject(const QUuid& id, bool restoreLastNote);
+    /// Opens the project of this folder, which the library lists. A folder whose id is known at
+    /// another place that is still there is asked about first: a copy gets an id of its own, a
+    /// project that was moved keeps its own, and Cancel opens nothing.
+    void openProjectAt(const QString& folder, bool restoreLastNote);
     /// Creates and opens a project. The error is a sentence for a person; it is empty when the
     /// licence question was answered with no.
     std::expected<QUuid, QString> createProject(const QString& name,
@@ -84,26 +101,74 @@ public:
     void presentProjectsBrowser();
     /// Back to the editor of the project that is open behind the browser.
     void presentEditor();
-    void selectProjectTile(const std::optional<QUuid>& id);
+    void selectProjectTile(const std::optional<QString>& folder);
     void selectProjectRoot();
-    void updateProjectMetadata(const QUuid& id, const QString& plainName,
+    void updateProjectMetadata(const QString& folder, const QString& plainName,
                                const std::optional<QByteArray>& titleRTF,
                                const std::optional<QString>& iconName);
-    void updateProjectIcon(const QUuid& id, const std::optional<QString>& iconName);
-    void moveProjectToTrash(const QUuid& id);
+    void updateProjectIcon(const QString& folder, const std::optional<QString>& iconName);
+    /// Gives the folder to the desktop's trash; the open project is left first, and it alone when
+    /// the folder is its own. The error is a sentence for a person, empty when they or the licence
+    /// decided otherwise.
+    std::expected<void, QString> moveProjectToTrash(const QString& folder);
+    /// Projects that were seen and whose folder isn't there now, the last seen first.
+    [[nodiscard]] const QList<KnownProject>& missingProjects() const { return m_missingProjects; }
+    /// Takes a missing project off the list.
+    void forgetProject(const QString& folder);
+    [[nodiscard]] const KnownProjects& knownProjects() const { return m_known; }
     /// Closes the open project behind the protection alert, its store's files moved aside; for
     /// damage that is found while the project is open.
     void closeDamagedProject(const QString& errorDescription);
     /// Reads every page of the open project's store on a thread of its own, once; what it finds
     /// closes the project by `closeDamagedProject`.
     void checkStoreInBackground();
-    /// Closes the open project and shows the browser.
+    /// Closes the open project and shows the browser, unless there is something to stay for.
     void closeProject();
-    /// Tells `willTerminate`, so that drafts are written, and closes the project.
+    /// Tells `willTerminate`, so that drafts are written, and closes the project. What can't be
+    /// saved is kept in a rescue file, without asking; ask `mayLeaveProject` before where there is
+    /// time for an answer.
     void terminate();
 
+    // --- Leaving, and what isn't saved ------------------------------------------------------
+
+    /// The one door for leaving the open project: writes the drafts, tries once more to save, and
+    /// asks where something would be left behind. False when the person stays.
+    bool mayLeaveProject();
+    /// What is in memory and not in the store.
+    [[nodiscard]] UnsavedWork unsavedWork() const;
+    /// Why saving has stopped, where a person has to know more than that it fails.
+    [[nodiscard]] const std::optional<ProjectTrouble>& projectTrouble() const { return m_trouble; }
+    /// Keeps what isn't saved in a rescue file, without asking; for an end that doesn't wait.
+    void rescueNow();
+    /// Seconds between two tries to save.
+    static constexpr int retrySeconds = 5;
+    /// Tries to save what isn't saved, now; otherwise that happens every few seconds by itself.
+    void trySavingAgain();
+    /// Follows the open project's folder when it was moved, and notices when it can't be reached
+    /// or its store was replaced. Happens every few seconds by itself.
+    void checkProjectFolder();
+    /// Makes a project of all that is open here at a path where nothing is yet. Gives how many
+    /// notes could not be read and are not in it; the error is a sentence for a person.
+    std::expected<int, QString> saveCopyOfProject(const QString& path);
+    /// Both sides of a store that was replaced; the other one is read from a copy.
+    [[nodiscard]] std::expected<StoreSides, StoreOpenError> storeSides();
+    /// What is open here becomes the project's store; the other one becomes a project of its own.
+    std::expected<void, QString> keepMyStore();
+    /// The store at the project's place is opened; what is only here goes into versions and a
+    /// rescue file.
+    std::expected<void, QString> takeTheirStore();
+    /// Words that were rescued in an earlier run and not put in place yet.
+    [[nodiscard]] QList<FoundRescue> rescues() const;
+    /// Puts the words into the project that is open, and gives the rescue file to the trash. What
+    /// has changed there meanwhile stays, the rescued words beside it.
+    std::expected<void, QString> putInPlace(const FoundRescue& rescue);
+    /// Makes a project of the words and opens it, where their own is not there.
+    std::expected<void, QString> makeProjectOf(const FoundRescue& rescue);
+
     [[nodiscard]] const QList<OrvaneProjectRecord>& projects() const { return m_projects; }
+    /// Of several folders with that id the open one, else the one that was opened before.
     [[nodiscard]] const OrvaneProjectRecord* project(const QUuid& id) const;
+    [[nodiscard]] const OrvaneProjectRecord* projectAt(const QString& folder) const;
     /// Recently opened first, then by the browser's order.
     [[nodiscard]] QList<OrvaneProjectRecord> projectsByRecentOpen() const;
     [[nodiscard]] QList<QUuid> projectOpenHistoryIDs() const;
@@ -111,7 +176,14 @@ public:
     {
         return m_currentProject;
     }
-    [[nodiscard]] std::optional<QUuid> selectedProjectID() const { return m_selectedProjectID; }
+    /// Where the open project's folder is reached whatever its name is now: for everything that
+    /// the program reads and writes in it. Empty without an open project.
+    [[nodiscard]] QString projectAccessPath() const;
+    [[nodiscard]] std::optional<QUuid> selectedProjectID() const;
+    [[nodiscard]] const std::optional<QString>& selectedProjectFolder() const
+    {
+        return m_selectedProjectFolder;
+    }
     [[nodiscard]] RootPresentationMode rootPresentationMode() const { return m_mode; }
     [[nodiscard]] const std::optional<ProjectLoadProtectionAlert>&
     projectLoadProtectionAlert() const
@@ -152,10 +224,17 @@ public:
     /// The new note's id, or nothing when there is no place for it or the licence says no.
     std::optional<QUuid> createNote();
     std::optional<QUuid> createNote(const QString& body, const std::optional<Blob>& bodyRTF);
+    std::optional<QUuid> createNoteWithTitle(const QString& title, NoteText body);
     std::optional<QUuid> createFolder(const QString& name);
-    /// The path by which the editor commits. A title that differs from the stored one clears the
-    /// rich title.
-    void updateNote(const QUuid& id, const NoteContent& content);
+    /// The path by which the editor commits; says whether the content is on the disk. A title that
+    /// differs from the stored one clears the rich title.
+    std::expected<void, NoteUpdateError> updateNote(const QUuid& id, const NoteContent& content);
+    /// What was refused to existing notes of the open project and is stored nowhere: the latest
+    /// content of each.
+    [[nodiscard]] const QHash<QUuid, NoteContent>& refusedContents() const
+    {
+        return m_refusedContents;
+    }
     /// Shows a title while it is typed; nothing is stored until `updateNote`.
     void applyLiveTitle(const QUuid& id, const QString& title);
     void toggleExpanded(const QUuid& folderID);
@@ -203,6 +282,7 @@ public:
     void moveNoteToTrash(const QUuid& id);
     /// Always to the top level: the old folder isn't remembered.
     void restoreNoteFromTrash(const QUuid& id);
+    /// The note and, once its removal is stored, its versions.
     void eraseNotePermanently(const QUuid& id);
     /// The folders vanish; every note below goes to the Trash.
     void deleteFolder(const QUuid& id);
@@ -244,10 +324,12 @@ public:
     // --- Versions ---------------------------------------------------------------------------
 
     /// Keeps a version of the note as it is, with a label such as "Manual Save".
-    bool appendVersionSnapshot(const QUuid& noteID, const std::optional<QString>& label);
-    /// Makes the note what it was, after keeping it as it is under "Before Restore".
-    void restoreVersion(const NoteVersionSnapshot& snapshot);
-    void deleteVersion(const NoteVersionSnapshot& snapshot);
+    std::expected<void, VersionHistoryError>
+    appendVersionSnapshot(const QUuid& noteID, const std::optional<QString>& label);
+    /// Makes the note what it was, after keeping it as it is under "Before Restore". Where that
+    /// can't be kept the note stays as it is.
+    std::expected<void, VersionHistoryError> restoreVersion(const NoteVersionSnapshot& snapshot);
+    std::expected<void, VersionHistoryError> deleteVersion(const NoteVersionSnapshot& snapshot);
     [[nodiscard]] NoteVersionHistoryStore& versionHistory() { return m_versionHistory; }
 
     // --- Selection --------------------------------------------------------------------------
@@ -255,6 +337,9 @@ public:
     [[nodiscard]] std::optional<QUuid> selectedNoteID() const { return m_selectedNoteID; }
     [[nodiscard]] std::optional<QUuid> selectedFolderID() const { return m_selectedFolderID; }
     [[nodiscard]] std::optional<BinderRowID> selectedBinderRowID() const;
+    /// The note that was left unselected when the project opened, because showing it took too long
+    /// the last time or never ended; until a note is selected.
+    [[nodiscard]] std::optional<QUuid> noteHeldBack() const { return m_noteHeldBack; }
     void selectNote(const std::optional<QUuid>& id);
     void selectFolder(const QUuid& id);
     void selectBinderRow(const std::optional<BinderRowID>& row);
@@ -276,7 +361,7 @@ public:
 signals:
     void projectsChanged();
     void currentProjectChanged();
-    void selectedProjectIDChanged();
+    void selectedProjectChanged();
     void rootPresentationModeChanged(orvane::RootPresentationMode mode);
     void projectLoadProtectionAlertChanged();
     void projectOpenProblemChanged();
@@ -292,6 +377,7 @@ signals:
     void selectedNoteAboutToChange(const std::optional<QUuid>& from,
                                    const std::optional<QUuid>& to);
     void selectionChanged();
+    void noteHeldBackChanged();
     /// Sent before something other than the editor replaces a note's content: a draft of it is
     /// written now.
     void noteAboutToBeReplaced(const QUuid& id);
@@ -303,6 +389,11 @@ signals:
     /// Colours, aliases or exceptions changed.
     void tagSettingsChanged();
     void saveFailureChanged();
+    void projectTroubleChanged();
+    /// Rescued words came or went.
+    void rescuesChanged();
+    /// Sent before it is asked whether the open project may be left: a draft is written now.
+    void projectMayBeLeft();
     /// Sent before an open project is closed or replaced: the last moment to write a draft.
     void projectAboutToClose();
     void willTerminate();
@@ -312,15 +403,44 @@ private:
     bool passesLicence();
     void captureVersionSnapshotIfNeeded(const NoteRecord& previous, const NoteRecord& current);
     void setMode(RootPresentationMode mode);
-    void setSelectedProjectID(const std::optional<QUuid>& id);
+    void setSelectedProject(const std::optional<QString>& folder);
     void setSelection(const std::optional<QUuid>& folder, const std::optional<QUuid>& note);
     void clearNotebookState();
     void dropController();
+    void refuseToOpen(const OrvaneProjectRecord& project, const ProjectOpenProblem& problem);
+    void tellVanished(const OrvaneProjectRecord& project);
+    /// The manifest as it is on disk, or nothing when the project isn't there any more.
+    [[nodiscard]] std::optional<OrvaneProjectRecord> presentProject(const QString& folder);
+    enum class Identity { Unchanged, NewForCopy };
+    /// Nothing when the person cancels.
+    [[nodiscard]] std::optional<Identity> askWhoItIs(const OrvaneProjectRecord& project);
+    void becomeOpen(const OrvaneProjectRecord& project, std::shared_ptr<const FolderHandle> folder,
+                    std::unique_ptr<PersistenceController> controller);
+    void scheduleCheck();
+    void scheduleRetry();
+    void setTrouble(const std::optional<ProjectTrouble::Kind>& kind);
+    void noteUnsaved();
+    [[nodiscard]] QList<Shared<NoteRecord>> notesToRescue();
+    void rescueUnsaved();
+    void finishRescue();
+    [[nodiscard]] QStringList rescueFolders() const;
+    void placeRescued(const Shared<NoteRecord>& note, const FoundRescue& rescue);
+    bool writeUnsavedToFile();
+    [[nodiscard]] QString openStorePath() const;
+    [[nodiscard]] std::expected<QString, FileError> setTheirStoreAside();
+    std::expected<void, QString> reopenWith(const QList<Shared<FolderRecord>>& folders,
+                                            const QList<Shared<NoteRecord>>& notes,
+                                            const BinderOrder& order,
+                                            const std::optional<QUuid>& selected);
+    std::expected<void, FileError> keepBeside(const QList<Shared<NoteRecord>>& notes);
+    void projectMoved(const QString& to);
     void blockProjectOpenAfterRecovery(const OrvaneProjectRecord& project,
                                        const PersistentStoreRecovery& recovery);
     void restoreWorkspaceSelectionIfNeeded(const ProjectWorkspaceState& state,
                                            bool restoreLastNote);
     void restoreLastOpenedNoteIfNeeded();
+    bool holdsBack(const QUuid& noteID);
+    void setNoteHeldBack(const std::optional<QUuid>& id);
     void ensureTrashFolderExists();
     void recordHistory(const QUuid& noteID);
     void markProjectAsOpened(const QUuid& id);
@@ -341,6 +461,12 @@ private:
     /// Rewrites the tags of every record by `edit`, which gives nothing where nothing changes.
     void
     editTagsEverywhere(const std::function<std::optional<QStringList>(const QStringList&)>& edit);
+    void changeTagSettings(const std::function<void(TagSettings&)>& edit);
+    void eraseNotes(const QSet<QUuid>& ids);
+    /// Takes up what an earlier run could not finish.
+    void resumeErasingVersions();
+    /// Removes the versions of erased notes; what can't be removed now is tried again later.
+    void eraseVersionsOfErasedNotes();
     [[nodiscard]] QUuid shownContainer(const NoteRecord& note) const;
     void placeInTrash(const QUuid& id, Timestamp now);
     [[nodiscard]] QList<QUuid> filteredNoteIDs() const;
@@ -352,18 +478,19 @@ private:
 
     /// A project's store, or why there is none, and what it holds unless it was just recovered.
     struct OpenedProject {
+        std::shared_ptr<const FolderHandle> folder;
         PersistenceController::Opened store;
         Notebook notebook;
     };
     /// A project that another thread opens; going, this waits for it.
     struct OpeningProject {
-        QString dataFolder;
+        QString rootPath;
         std::future<OpenedProject> result;
     };
-    [[nodiscard]] static OpenedProject readProject(const QString& dataFolder, const QUuid& id,
+    [[nodiscard]] static OpenedProject readProject(const OrvaneProjectRecord& project,
                                                    const Clock& clock);
-    void readProjectAhead(const QString& dataFolder, const QUuid& id);
-    [[nodiscard]] OpenedProject takeProject(const QString& dataFolder, const QUuid& id);
+    void readProjectAhead(const OrvaneProjectRecord& project);
+    [[nodiscard]] OpenedProject takeProject(const OrvaneProjectRecord& project);
     void showNotebook(Notebook notebook, bool restoreLastNote,
                       const std::optional<ProjectWorkspaceState>& workspaceState);
 
@@ -373,11 +500,24 @@ private:
     NotificationCenter::Observation m_selectionToSave;
     QList<OrvaneProjectRecord> m_projects;
     std::optional<OrvaneProjectRecord> m_currentProject;
-    std::optional<QUuid> m_selectedProjectID;
+    std::optional<QString> m_selectedProjectFolder;
+    KnownProjects m_known;
+    QList<KnownProject> m_missingProjects;
+    /// The open project's folder.
+    std::shared_ptr<const FolderHandle> m_folder;
     RootPresentationMode m_mode = RootPresentationMode::Projects;
     std::optional<ProjectLoadProtectionAlert> m_protectionAlert;
     std::optional<ProjectOpenProblem> m_openProblem;
     std::optional<SaveFailure> m_saveFailure;
+    std::optional<ProjectTrouble> m_trouble;
+    std::unique_ptr<RescueFile> m_rescue;
+    /// Since when each note is not saved, and how many words of it are stored.
+    QHash<QUuid, UnsavedSince> m_unsavedSince;
+    std::unique_ptr<Clock::Delay> m_nextCheck;
+    std::unique_ptr<Clock::Delay> m_nextTry;
+    bool m_isAskingToLeave = false;
+    /// The person has decided to leave what isn't saved, or it is kept elsewhere.
+    bool m_leavesUnsaved = false;
     std::optional<ProjectWorkspaceState> m_workspaceState;
     std::unique_ptr<PersistenceController> m_controller;
     std::optional<BootstrapDecision> m_bootstrapDecision;
@@ -388,6 +528,7 @@ private:
     BinderOrder m_order;
     std::optional<QUuid> m_selectedFolderID;
     std::optional<QUuid> m_selectedNoteID;
+    std::optional<QUuid> m_noteHeldBack;
     TagIndex m_tags;
     TagSettings m_tagSettings;
     QSet<QString> m_activeTagFilter;
@@ -395,12 +536,19 @@ private:
     EditorHistory m_history;
     /// Titles as they stand in the store, of notes whose title is being typed.
     QHash<QUuid, QString> m_storedTitles;
+    QHash<QUuid, NoteContent> m_refusedContents;
     /// When the last version of each note was kept, since the program began.
     QHash<QUuid, Timestamp> m_lastSnapshotTimes;
+    /// Notes that a person has erased and whose versions are still there.
+    QSet<QUuid> m_erasedNotes;
     bool m_suppressHistory = false;
     bool m_terminating = false;
 };
 
 using AppCommandEvents::showLicenseUnlock;
+
+/// Saves a notebook in a data folder that has no store yet.
+std::expected<void, FileError>
+storeSnapshotIn(const QString& dataFolder, const NotebookSnapshot& snapshot, const Clock& clock);
 
 } // namespace orvane

@@ -76,6 +76,14 @@ std::optional<QUuid> AppState::createNote(const QString& body, const std::option
     return insertNewNote(std::move(note));
 }
 
+std::optional<QUuid> AppState::createNoteWithTitle(const QString& title, NoteText body)
+{
+    NoteRecord note;
+    note.title = title;
+    note.body = std::move(body);
+    return insertNewNote(std::move(note));
+}
+
 std::optional<QUuid> AppState::insertNewNote(NoteRecord note)
 {
     if (!passesEditGuard())
@@ -124,18 +132,22 @@ std::optional<QUuid> AppState::createFolder(const QString& name)
     if (parent)
         emit folderExpansionChanged(*parent, true);
     setSelection(id, std::nullopt);
-    setSelectedProjectID(m_currentProject->id);
+    setSelectedProject(m_currentProject->rootPath);
     persist();
     return id;
 }
 
-void AppState::updateNote(const QUuid& id, const NoteContent& content)
+std::expected<void, NoteUpdateError> AppState::updateNote(const QUuid& id,
+                                                          const NoteContent& content)
 {
-    if (!passesEditGuard())
-        return;
+    if (!m_notes.contains(id))
+        return std::unexpected(NoteUpdateError::Missing);
+    if (!passesEditGuard()) {
+        m_refusedContents.insert(id, content);
+        return std::unexpected(NoteUpdateError::Refused);
+    }
+    m_refusedContents.remove(id);
     const auto* found = m_notes.find(id);
-    if (!found)
-        return;
     // Before the title was typed, where it was; a record is shared rather than copied.
     Shared<NoteRecord> previous = *found;
     if (m_storedTitles.contains(id))
@@ -154,6 +166,9 @@ void AppState::updateNote(const QUuid& id, const NoteContent& content)
     replaceNote(current);
     captureVersionSnapshotIfNeeded(*previous, *current);
     persistNote(id);
+    if (!m_controller || m_saveFailure)
+        return std::unexpected(NoteUpdateError::NotStored);
+    return {};
 }
 
 void AppState::applyLiveTitle(const QUuid& id, const QString& title)
@@ -218,24 +233,6 @@ void AppState::persistLayout()
     if (m_controller && !isReadOnly())
         saved(m_controller->saveLayout(BinderDisplayOrdering::layoutOf(m_order)),
               "OrvaneWorkspace layout persistence error:", CountsAsChange::No);
-}
-
-void AppState::saved(const std::expected<void, StoreError>& result, const char* failureLine,
-                     CountsAsChange counts)
-{
-    if (!result) {
-        qWarning().noquote() << failureLine << result.error().text();
-        const Timestamp since = m_saveFailure ? m_saveFailure->since : m_services.clock.now();
-        m_saveFailure = SaveFailure{since, result.error().text()};
-        emit saveFailureChanged();
-        return;
-    }
-    if (m_saveFailure) {
-        m_saveFailure.reset();
-        emit saveFailureChanged();
-    }
-    if (counts == CountsAsChange::Yes)
-        touchCurrentProjectUpdatedAt();
 }
 
 } // namespace orvane

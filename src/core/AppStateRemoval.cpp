@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 // The part of AppState that duplicates, throws away, restores and erases.
 #include "core/AppState.h"
+#include "core/VersionErasure.h"
 #include "text/OrvaneWorkspaceRTF.h"
 
 #include <QCoreApplication>
@@ -61,7 +62,7 @@ std::optional<QUuid> AppState::duplicateNote(const QUuid& id)
     copy.titleRTF.reset(); // it says the old title
     if (copy.embeddedFileAssetID && m_currentProject && m_duplicateAsset) {
         const auto asset =
-            m_duplicateAsset(*copy.embeddedFileAssetID, m_currentProject->rootPath, copy.id);
+            m_duplicateAsset(*copy.embeddedFileAssetID, projectAccessPath(), copy.id);
         if (asset)
             copy.embeddedFileAssetID = *asset;
         else
@@ -170,19 +171,29 @@ void AppState::eraseNotePermanently(const QUuid& id)
 {
     if (!passesEditGuard())
         return;
-    const NoteRecord* found = note(id);
-    if (!found)
-        return;
-    const bool wasSelected = m_selectedNoteID == id;
-    const auto next = wasSelected ? neighbourAfterRemoval(filteredNoteIDs(), {id}) : std::nullopt;
-    BinderActions::removeNote(m_order, id, shownContainer(*found));
-    m_tags.remove(*found);
-    m_notes.removeAll({id});
-    m_storedTitles.remove(id);
+    if (m_notes.contains(id))
+        eraseNotes({id});
+}
+
+void AppState::eraseNotes(const QSet<QUuid>& ids)
+{
+    const QSet<QUuid> withVersions =
+        m_currentProject ? VersionErasure::note(projectAccessPath(), ids) : QSet<QUuid>();
+    const bool wasSelected = m_selectedNoteID && ids.contains(*m_selectedNoteID);
+    const auto next = wasSelected ? neighbourAfterRemoval(filteredNoteIDs(), ids) : std::nullopt;
+    for (const QUuid& id : ids) {
+        const NoteRecord* found = note(id);
+        BinderActions::removeNote(m_order, id, shownContainer(*found));
+        m_tags.remove(*found);
+        m_storedTitles.remove(id);
+        m_refusedContents.remove(id);
+    }
+    m_notes.removeAll(ids);
     emit binderStructureChanged();
     emit tagsChanged();
     if (wasSelected)
         selectNote(next);
+    m_erasedNotes += withVersions; // not before: what was saved until here has the notes still
     persist();
 }
 
@@ -193,19 +204,28 @@ std::expected<void, FileError> AppState::emptyTrashToMacOSUserTrash()
     const QString folder = m_services.folders.temporary;
     if (auto made = makeFolder(folder); !made)
         return made;
-    for (const Shared<NoteRecord>& each : notesInTrash()) {
-        const QString path = folder + u'/' + fileNameForTrash(*each);
-        if (const auto body = each->body.utf8().tryBytes(); !body)
+    const auto handOver = [&](const NoteRecord& note) -> std::expected<void, FileError> {
+        const QString path = folder + u'/' + fileNameForTrash(note);
+        if (const auto body = note.body.utf8().tryBytes(); !body)
             return std::unexpected(FileError{FileError::Code::Other, path, body.error()});
-        if (auto written = writeFileAtomically(path, rtfForTrash(*each)); !written)
+        if (auto written = writeFileAtomically(path, rtfForTrash(note)); !written)
             return written;
         if (auto moved = m_services.trash.moveToTrash(path); !moved) {
             QFile::remove(path);
             return std::unexpected(moved.error());
         }
-        eraseNotePermanently(each->id);
+        return {};
+    };
+    QSet<QUuid> handedOver;
+    std::expected<void, FileError> result;
+    for (const Shared<NoteRecord>& each : notesInTrash()) {
+        if (result = handOver(*each); !result)
+            break;
+        handedOver.insert(each->id);
     }
-    return {};
+    if (!handedOver.isEmpty())
+        eraseNotes(handedOver);
+    return result;
 }
 
 void AppState::deleteFolder(const QUuid& id)

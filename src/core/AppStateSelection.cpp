@@ -32,7 +32,17 @@ void AppState::setSelection(const std::optional<QUuid>& folder, const std::optio
         emit selectedNoteAboutToChange(m_selectedNoteID, note);
     m_selectedFolderID = folder;
     m_selectedNoteID = note;
+    if (note)
+        setNoteHeldBack(std::nullopt);
     emit selectionChanged();
+}
+
+void AppState::setNoteHeldBack(const std::optional<QUuid>& id)
+{
+    if (m_noteHeldBack == id)
+        return;
+    m_noteHeldBack = id;
+    emit noteHeldBackChanged();
 }
 
 void AppState::selectNote(const std::optional<QUuid>& id)
@@ -51,7 +61,7 @@ void AppState::selectNote(const std::optional<QUuid>& id)
     setSelection(m_folders.contains(container) ? std::optional(container) : m_selectedFolderID, id);
     m_services.defaults.set(SessionKeys::lastOpenedNoteID(projectID), uuidText(*id));
     m_services.defaults.set(SessionKeys::lastOpenedProjectID, uuidText(projectID));
-    setSelectedProjectID(projectID);
+    setSelectedProject(m_currentProject->rootPath);
     recordHistory(*id);
     logSelection("selectNote");
 }
@@ -69,7 +79,7 @@ void AppState::selectFolder(const QUuid& id)
         return;
     setSelection(id, std::nullopt);
     if (m_currentProject)
-        setSelectedProjectID(m_currentProject->id);
+        setSelectedProject(m_currentProject->rootPath);
     logSelection("selectFolder");
 }
 
@@ -119,10 +129,11 @@ void AppState::navigateMainEditorHistory(int delta)
     emit historyFlagsChanged();
 }
 
-void AppState::selectProjectTile(const std::optional<QUuid>& id)
+void AppState::selectProjectTile(const std::optional<QString>& folder)
 {
-    setSelectedProjectID(id);
-    if (m_mode == RootPresentationMode::Projects && m_currentProject && id == m_currentProject->id)
+    setSelectedProject(folder);
+    if (m_mode == RootPresentationMode::Projects && m_currentProject &&
+        folder == m_currentProject->rootPath)
         setSelection(std::nullopt, std::nullopt);
 }
 
@@ -130,7 +141,7 @@ void AppState::selectProjectRoot()
 {
     if (!m_currentProject)
         return;
-    setSelectedProjectID(m_currentProject->id);
+    setSelectedProject(m_currentProject->rootPath);
     setSelection(std::nullopt, std::nullopt);
 }
 

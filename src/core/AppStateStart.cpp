@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 // The part of AppState that starts: what is shown first, and its store read meanwhile.
 #include "core/AppState.h"
+#include "core/ProjectQuestions.h"
 #include "core/SessionKeys.h"
 #include "platform/Log.h"
 
@@ -15,10 +16,24 @@ QString text(const std::optional<QUuid>& id)
     return id ? uuidText(*id) : u"nil"_s;
 }
 
+StoreOpenError openError(const FileError& error)
+{
+    using Code = StoreOpenError::Code;
+    auto code = Code::Unreadable;
+    if (error.code == FileError::Code::NotFound)
+        code = Code::Missing;
+    else if (error.code == FileError::Code::NoAccess)
+        code = Code::NoAccess;
+    else if (error.code == FileError::Code::NoSpace)
+        code = Code::NoSpace;
+    return {code, error.path, error.detail, std::nullopt};
+}
+
 } // namespace
 
 void AppState::prepareBootstrap()
 {
+    m_library.removeUnfinishedProjects(m_services.clock.now());
     migrateLegacyNotebookIfNeeded();
     refreshProjects();
     qCInfo(projectBootstrapLog,
@@ -33,8 +48,7 @@ void AppState::prepareBootstrap()
                         SessionKeys::readUuid(defaults, SessionKeys::lastOpenedProjectID));
     const auto* saved = std::get_if<OpenSavedProject>(&*m_bootstrapDecision);
     if (const OrvaneProjectRecord* found = saved ? project(saved->projectID) : nullptr) {
-        readProjectAhead(ProjectLibraryController::projectDataDirectoryPath(found->rootPath),
-                         found->id);
+        readProjectAhead(*found);
         setMode(RootPresentationMode::Editor);
     }
 }
@@ -64,7 +78,9 @@ void AppState::bootstrapProjects()
                qUtf16Printable(text(browser.selectedProjectID)));
         break;
     }
-    setSelectedProjectID(browser.selectedProjectID);
+    const auto* selected =
+        browser.selectedProjectID ? project(*browser.selectedProjectID) : nullptr;
+    setSelectedProject(selected ? std::optional(selected->rootPath) : std::nullopt);
     setMode(RootPresentationMode::Projects);
 }
 
@@ -84,48 +100,101 @@ void AppState::migrateLegacyNotebookIfNeeded()
     const NotebookSnapshot snapshot = (*legacy)->load();
     if (snapshot.folders.isEmpty() && snapshot.notes.isEmpty())
         return;
-    const auto project = m_library.createProject(u"OrvaneWorkspace Library"_s,
-                                                 u"sf:archivebox.fill"_s, m_services.clock.now());
+    const auto project =
+        m_library.createProject(u"OrvaneWorkspace Library"_s, u"sf:archivebox.fill"_s,
+                                m_services.clock.now(), [&](const QString& dataFolder) {
+                                    return storeSnapshotIn(dataFolder, snapshot, m_services.clock);
+                                });
     if (!project)
         return failed(project.error().text());
-    const auto controller = PersistenceController::open(
-        ProjectLibraryController::projectDataDirectoryPath(project->rootPath), m_services.clock);
-    if (!controller)
-        return failed(controller.error().text());
-    if (const auto result = (*controller)->save(snapshot); !result)
-        return failed(result.error().text());
     qCInfo(projectBootstrapLog, "migrated legacy notebook into projectID=%ls",
            qUtf16Printable(uuidText(project->id)));
 }
 
-AppState::OpenedProject AppState::readProject(const QString& dataFolder, const QUuid& id,
+AppState::OpenedProject AppState::readProject(const OrvaneProjectRecord& project,
                                               const Clock& clock)
 {
-    OpenedProject opened{PersistenceController::open(dataFolder, clock), {}};
+    auto held = FolderHandle::open(project.rootPath);
+    if (!held)
+        return {nullptr, std::unexpected(openError(held.error())), {}};
+    const QString dataFolder = ProjectLibraryController::projectDataDirectoryPath((*held)->path());
+    PersistenceController::Options options;
+    if (ProjectLibraryController::hadStore(project, (*held)->path()))
+        options.ifMissing = PersistenceController::IfMissing::Refuse;
+    else if (const auto made = makeFolder(dataFolder); !made)
+        return {*held, std::unexpected(openError(made.error())), {}};
+    auto data = FolderHandle::open(dataFolder);
+    if (!data)
+        return {*held, std::unexpected(openError(data.error())), {}};
+    options.folder = *std::move(data);
+    OpenedProject opened{*held, PersistenceController::open(dataFolder, clock, options), {}};
     if (opened.store && !(*opened.store)->persistentStoreRecovery())
-        opened.notebook = notebookOf((*opened.store)->load(), id, clock.now());
+        opened.notebook = notebookOf((*opened.store)->load(), project.id, clock.now());
     return opened;
 }
 
-void AppState::readProjectAhead(const QString& dataFolder, const QUuid& id)
+void AppState::readProjectAhead(const OrvaneProjectRecord& project)
 {
     // What waits behind a protection marker is not touched.
-    if (PersistentStoreRecovery::read(dataFolder))
+    if (PersistentStoreRecovery::read(
+            ProjectLibraryController::projectDataDirectoryPath(project.rootPath)))
         return;
-    const auto read = [dataFolder, id, &clock = m_services.clock] {
-        return readProject(dataFolder, id, clock);
+    const auto read = [project, &clock = m_services.clock] {
+        return readProject(project, clock);
     };
-    m_openingProject = OpeningProject{dataFolder, std::async(std::launch::async, read)};
+    m_openingProject = OpeningProject{project.rootPath, std::async(std::launch::async, read)};
 }
 
-AppState::OpenedProject AppState::takeProject(const QString& dataFolder, const QUuid& id)
+AppState::OpenedProject AppState::takeProject(const OrvaneProjectRecord& project)
 {
     if (auto ahead = std::exchange(m_openingProject, std::nullopt)) {
         auto opened = ahead->result.get();
-        if (ahead->dataFolder == dataFolder)
+        if (ahead->rootPath == project.rootPath)
             return opened;
     }
-    return readProject(dataFolder, id, m_services.clock);
+    return readProject(project, m_services.clock);
+}
+
+std::optional<OrvaneProjectRecord> AppState::presentProject(const QString& folder)
+{
+    auto manifest = ProjectLibraryController::readManifest(folder);
+    if (!manifest) {
+        m_openingProject.reset();
+        return std::nullopt;
+    }
+    return OrvaneProjectRecord{*std::move(manifest), folder};
+}
+
+std::optional<AppState::Identity> AppState::askWhoItIs(const OrvaneProjectRecord& project)
+{
+    using namespace ProjectQuestions;
+    const KnownProject* known = m_known.opened(project.id);
+    if (!known || isSameFolder(known->folder, project.rootPath) ||
+        !holdsProject(known->folder, project.id))
+        return Identity::Unchanged;
+    const auto claimant = [&](const QString& folder) {
+        const bool isOpen = m_currentProject && isSameFolder(m_currentProject->rootPath, folder);
+        const auto* listed = projectAt(folder);
+        Claimant claimant{folder, std::nullopt, listed ? listed->updatedAt : project.updatedAt};
+        if (isOpen)
+            claimant.figures = NotebookFigures::of(currentSnapshot());
+        else if (const auto copy = PersistenceController::readOnlyCopy(
+                     storePath(ProjectLibraryController::projectDataDirectoryPath(folder))))
+            claimant.figures = NotebookFigures::of(*copy);
+        return claimant;
+    };
+    m_openingProject.reset(); // its lock stands in the way of nobody while the person thinks
+    const Answer answer = m_services.questions.ask(
+        copyOrMoved(claimant(project.rootPath), claimant(QString(known->folder)),
+                    m_services.folders.home, m_services.clock.now()));
+    switch (answer.button) {
+    case ItIsACopy:
+        return Identity::NewForCopy;
+    case ItWasMoved:
+        return Identity::Unchanged;
+    default:
+        return std::nullopt;
+    }
 }
 
 } // namespace orvane

@@ -193,10 +193,7 @@ void AppState::renameTag(const QString& oldName, const QString& newName)
         m_activeTagFilter.insert(to);
         emit activeTagFilterChanged();
     }
-    m_tagSettings.rename(from, to);
-    m_tagSettings.saveColors(m_services.defaults);
-    m_tagSettings.saveAutoTagSettings(m_services.defaults);
-    emit tagSettingsChanged();
+    changeTagSettings([&](TagSettings& settings) { settings.rename(from, to); });
     emit tagsChanged();
     persist();
 }
@@ -210,10 +207,7 @@ void AppState::removeTagFromLibrary(const QString& name)
     if (m_activeTagFilter.removeIf(
             [&](const QString& each) { return each.compare(tag, Qt::CaseInsensitive) == 0; }))
         emit activeTagFilterChanged();
-    m_tagSettings.remove(tag);
-    m_tagSettings.saveColors(m_services.defaults);
-    m_tagSettings.saveAutoTagSettings(m_services.defaults);
-    emit tagSettingsChanged();
+    changeTagSettings([&](TagSettings& settings) { settings.remove(tag); });
     emit tagsChanged();
     persist();
 }
@@ -227,37 +221,40 @@ void AppState::toggleTagFilter(const QString& tag)
     emit activeTagFilterChanged();
 }
 
+void AppState::changeTagSettings(const std::function<void(TagSettings&)>& edit)
+{
+    m_tagSettings = editTagSettings(m_services.defaults, edit);
+    emit tagSettingsChanged();
+}
+
 void AppState::setTagColor(const QString& tag, const std::optional<QString>& hex)
 {
-    if (hex)
-        m_tagSettings.colorHexes.insert(tag.toLower(), *hex);
-    else
-        m_tagSettings.colorHexes.remove(tag.toLower());
-    m_tagSettings.saveColors(m_services.defaults);
-    emit tagSettingsChanged();
+    changeTagSettings([&](TagSettings& settings) {
+        if (hex)
+            settings.colorHexes.insert(tag.toLower(), *hex);
+        else
+            settings.colorHexes.remove(tag.toLower());
+    });
 }
 
 void AppState::addAlias(const QString& alias, const QString& tag)
 {
-    m_tagSettings.addAlias(alias, tag);
-    m_tagSettings.saveAutoTagSettings(m_services.defaults);
-    emit tagSettingsChanged();
+    changeTagSettings([&](TagSettings& settings) { settings.addAlias(alias, tag); });
 }
 
 void AppState::removeAlias(const QString& alias, const QString& tag)
 {
-    m_tagSettings.removeAlias(alias, tag);
-    m_tagSettings.saveAutoTagSettings(m_services.defaults);
-    emit tagSettingsChanged();
+    changeTagSettings([&](TagSettings& settings) { settings.removeAlias(alias, tag); });
 }
 
 void AppState::addAutoTagException(const QString& word)
 {
     if (m_tagSettings.isExcludedFromAutoColor(word))
         return;
-    m_tagSettings.autoTagExceptions.append(word);
-    m_tagSettings.saveAutoTagSettings(m_services.defaults);
-    emit tagSettingsChanged();
+    changeTagSettings([&](TagSettings& settings) {
+        if (!settings.isExcludedFromAutoColor(word))
+            settings.autoTagExceptions.append(word);
+    });
 }
 
 } // namespace orvane

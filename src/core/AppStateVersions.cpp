@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 // The part of AppState that keeps and restores versions of notes.
 #include "core/AppState.h"
+#include "core/VersionErasure.h"
 
 namespace orvane {
 
@@ -16,29 +17,33 @@ void AppState::captureVersionSnapshotIfNeeded(const NoteRecord& previous, const 
     if (last != m_lastSnapshotTimes.cend() &&
         now.secondsSince(*last) < m_versionHistory.autoSnapshotInterval())
         return;
-    appendVersionSnapshot(current.id, std::nullopt);
+    (void)appendVersionSnapshot(current.id, std::nullopt); // the next change tries again
 }
 
-bool AppState::appendVersionSnapshot(const QUuid& noteID, const std::optional<QString>& label)
+std::expected<void, VersionHistoryError>
+AppState::appendVersionSnapshot(const QUuid& noteID, const std::optional<QString>& label)
 {
     const NoteRecord* found = note(noteID);
     if (!found || !m_currentProject)
-        return false;
+        return std::unexpected(VersionHistoryError{});
     const Timestamp now = m_services.clock.now();
-    if (!m_versionHistory.appendSnapshot(*found, m_currentProject->rootPath, label, now))
-        return false;
-    m_lastSnapshotTimes.insert(noteID, now);
-    return true;
+    auto kept = m_versionHistory.appendSnapshot(*found, projectAccessPath(), label, now);
+    if (kept)
+        m_lastSnapshotTimes.insert(noteID, now);
+    else
+        qWarning("A version could not be kept: %ls", qUtf16Printable(kept.error().detail));
+    return kept;
 }
 
-void AppState::restoreVersion(const NoteVersionSnapshot& snapshot)
+std::expected<void, VersionHistoryError>
+AppState::restoreVersion(const NoteVersionSnapshot& snapshot)
 {
-    const NoteRecord* found = note(snapshot.noteID);
-    if (!found || !passesEditGuard())
-        return;
+    if (!note(snapshot.noteID) || !passesEditGuard())
+        return std::unexpected(VersionHistoryError{});
     emit noteAboutToBeReplaced(snapshot.noteID); // what is being typed becomes part of "before"
-    found = note(snapshot.noteID);
-    appendVersionSnapshot(snapshot.noteID, QStringLiteral("Before Restore"));
+    if (auto kept = appendVersionSnapshot(snapshot.noteID, QString(beforeRestoreLabel)); !kept)
+        return kept;
+    const NoteRecord* found = note(snapshot.noteID);
     NoteContent content = NoteContent::of(*found);
     content.title = snapshot.title;
     content.body = snapshot.bodyPlain;
@@ -47,12 +52,35 @@ void AppState::restoreVersion(const NoteVersionSnapshot& snapshot)
     if (content.body != found->body || content.bodyRTF != found->bodyRTF)
         content.richContentPayload = snapshot.richContentPayload();
     updateNote(snapshot.noteID, content);
+    return {};
 }
 
-void AppState::deleteVersion(const NoteVersionSnapshot& snapshot)
+std::expected<void, VersionHistoryError>
+AppState::deleteVersion(const NoteVersionSnapshot& snapshot)
 {
-    if (m_currentProject)
-        m_versionHistory.deleteSnapshot(snapshot.id, snapshot.noteID, m_currentProject->rootPath);
+    if (!m_currentProject)
+        return std::unexpected(VersionHistoryError{});
+    return m_versionHistory.deleteSnapshot(snapshot.id, snapshot.noteID, projectAccessPath());
+}
+
+void AppState::resumeErasingVersions()
+{
+    if (!m_currentProject || isReadOnly())
+        return;
+    const QString project = projectAccessPath();
+    QSet<QUuid> back;
+    for (const QUuid& id : VersionErasure::noted(project))
+        (m_notes.contains(id) ? back : m_erasedNotes).insert(id);
+    // A note that is there was not erased after all, or an older store was put in place.
+    if (!back.isEmpty())
+        VersionErasure::forget(project, back);
+    eraseVersionsOfErasedNotes();
+}
+
+void AppState::eraseVersionsOfErasedNotes()
+{
+    if (m_currentProject && !m_erasedNotes.isEmpty())
+        m_erasedNotes = VersionErasure::finish(projectAccessPath(), m_erasedNotes);
 }
 
 } // namespace orvane

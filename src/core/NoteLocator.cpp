@@ -37,14 +37,14 @@ bool holdsNote(const QString& store, const QUuid& noteID)
 
 } // namespace
 
-std::optional<QUuid> projectHoldingNote(const QList<OrvaneProjectRecord>& projects,
-                                        const QUuid& noteID)
+std::optional<QString> projectHoldingNote(const QList<OrvaneProjectRecord>& projects,
+                                          const QUuid& noteID)
 {
     for (const OrvaneProjectRecord& project : projects) {
         const QString store =
             storePath(ProjectLibraryController::projectDataDirectoryPath(project.rootPath));
         if (isAtRest(store) && holdsNote(store, noteID))
-            return project.id;
+            return project.rootPath;
     }
     return std::nullopt;
 }

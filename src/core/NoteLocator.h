@@ -10,9 +10,10 @@
 
 namespace orvane {
 
-/// The first of `projects` whose store at rest holds the note. Reads without a lock and without a
-/// trace; a store that is open anywhere, was left by a crash, or can't be read is passed over.
-[[nodiscard]] std::optional<QUuid> projectHoldingNote(const QList<OrvaneProjectRecord>& projects,
-                                                      const QUuid& noteID);
+/// The folder of the first of `projects` whose store at rest holds the note. Reads without a lock
+/// and without a trace; a store that is open anywhere, was left by a crash, or can't be read is
+/// passed over.
+[[nodiscard]] std::optional<QString> projectHoldingNote(const QList<OrvaneProjectRecord>& projects,
+                                                        const QUuid& noteID);
 
 } // namespace orvane

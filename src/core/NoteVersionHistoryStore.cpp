@@ -2,10 +2,14 @@
 #include "core/NoteVersionHistoryStore.h"
 
 #include "core/ProjectLibraryController.h"
+#include "platform/SetAside.h"
 
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
+
+#include <filesystem>
+#include <system_error>
 
 namespace orvane {
 
@@ -51,24 +55,38 @@ std::expected<NoteVersionSnapshot, JsonError> fromJson(const QJsonValue& value)
 }
 
 using Timeline = QList<NoteVersionSnapshot>;
+using Code = VersionHistoryError::Code;
 
-std::expected<Timeline, QString> readTimeline(const QString& path)
+std::unexpected<VersionHistoryError> failed(Code code, const QString& detail)
 {
-    const auto bytes = readFile(path);
-    if (!bytes && bytes.error().code == FileError::Code::NotFound)
+    return std::unexpected(VersionHistoryError{code, detail});
+}
+
+// A folder that can't be searched hides a file without being a reason to write a new one.
+bool isAbsent(const QString& path)
+{
+    std::error_code error;
+    const auto status = std::filesystem::symlink_status(path.toStdU16String(), error);
+    return status.type() == std::filesystem::file_type::not_found;
+}
+
+std::expected<Timeline, VersionHistoryError> readTimeline(const QString& path)
+{
+    const auto bytes = readFile(path, FileLimit::versionHistory);
+    if (!bytes && bytes.error().code == FileError::Code::NotFound && isAbsent(path))
         return Timeline();
     if (!bytes)
-        return std::unexpected(bytes.error().text());
+        return failed(Code::Unreadable, bytes.error().text());
     const QJsonDocument document = QJsonDocument::fromJson(*bytes);
     if (!document.isArray())
-        return std::unexpected(path);
+        return failed(Code::Damaged, path);
     Timeline timeline;
     const QJsonArray array = document.array();
     timeline.reserve(array.size());
     for (const QJsonValue value : array) {
         auto snapshot = fromJson(value);
         if (!snapshot)
-            return std::unexpected(snapshot.error().text());
+            return failed(Code::Damaged, snapshot.error().text());
         timeline.append(*std::move(snapshot));
     }
     return timeline;
@@ -122,6 +140,55 @@ std::optional<Blob> decoded(const std::optional<QString>& base64)
     return bytes ? std::optional<Blob>(std::in_place, std::move(bytes.decoded)) : std::nullopt;
 }
 
+std::expected<QByteArray, VersionHistoryError> bytesOf(const std::optional<Blob>& blob)
+{
+    if (!blob)
+        return QByteArray();
+    auto bytes = blob->tryBytes();
+    if (!bytes)
+        return failed(Code::Unreadable, bytes.error());
+    return *std::move(bytes);
+}
+
+/// The note as a version of it. A version of words that can't be read would be one of no words.
+std::expected<NoteVersionSnapshot, VersionHistoryError>
+snapshotOf(const NoteRecord& note, const std::optional<QString>& label, Timestamp now)
+{
+    NoteVersionSnapshot snapshot;
+    snapshot.id = QUuid::createUuid();
+    snapshot.noteID = note.id;
+    snapshot.capturedAt = now;
+    snapshot.title = note.title;
+    if (const auto body = bytesOf(note.body.utf8()); !body)
+        return std::unexpected(body.error());
+    snapshot.bodyPlain = note.body;
+    const auto rtf = bytesOf(note.bodyRTF);
+    if (!rtf)
+        return std::unexpected(rtf.error());
+    if (!rtf->isEmpty())
+        snapshot.bodyRTFBase64 = QString::fromLatin1(rtf->toBase64());
+    const bool payloadIsAboutToGo = label && label->startsWith("Before "_L1);
+    if (payloadIsAboutToGo && note.richContentPayload) {
+        const auto payload = bytesOf(note.richContentPayload);
+        if (!payload)
+            return std::unexpected(payload.error());
+        snapshot.richContentPayloadBase64 = QString::fromLatin1(payload->toBase64());
+    }
+    snapshot.label = label;
+    snapshot.wordCount = wordCount(snapshot.bodyPlain);
+    return snapshot;
+}
+
+/// The project's data folder is never made here: one that is gone has moved or is unmounted.
+std::expected<void, VersionHistoryError> makeHistoryFolder(const QString& path)
+{
+    std::error_code error;
+    std::filesystem::create_directory(path.toStdU16String(), error);
+    if (error)
+        return failed(Code::NotWritten, path + ": "_L1 + QString::fromStdString(error.message()));
+    return {};
+}
+
 } // namespace
 
 int wordCount(QStringView text)
@@ -162,61 +229,60 @@ QString NoteVersionHistoryStore::filePath(const QString& projectRootPath, const 
     return historyDirectoryPath(projectRootPath) + u'/' + uuidText(noteID) + ".json"_L1;
 }
 
-QList<NoteVersionSnapshot> NoteVersionHistoryStore::snapshots(const QString& projectRootPath,
-                                                              const QUuid& noteID)
+std::expected<QList<NoteVersionSnapshot>, VersionHistoryError>
+NoteVersionHistoryStore::snapshots(const QString& projectRootPath, const QUuid& noteID)
 {
-    return readTimeline(filePath(projectRootPath, noteID)).value_or(Timeline());
+    return readTimeline(filePath(projectRootPath, noteID));
 }
 
-bool NoteVersionHistoryStore::appendSnapshot(const NoteRecord& note, const QString& projectRootPath,
-                                             const std::optional<QString>& label, Timestamp now)
+std::expected<void, VersionHistoryError>
+NoteVersionHistoryStore::appendSnapshot(const NoteRecord& note, const QString& projectRootPath,
+                                        const std::optional<QString>& label, Timestamp now)
 {
-    NoteVersionSnapshot snapshot;
-    snapshot.id = QUuid::createUuid();
-    snapshot.noteID = note.id;
-    snapshot.capturedAt = now;
-    snapshot.title = note.title;
-    snapshot.bodyPlain = note.body;
-    if (note.bodyRTF && !note.bodyRTF->isEmpty())
-        snapshot.bodyRTFBase64 = QString::fromLatin1(note.bodyRTF->bytes().toBase64());
-    const bool payloadIsAboutToGo =
-        label == "Before Restore"_L1 || label == beforeFormattingLossLabel;
-    if (payloadIsAboutToGo && note.richContentPayload)
-        snapshot.richContentPayloadBase64 =
-            QString::fromLatin1(note.richContentPayload->bytes().toBase64());
-    snapshot.label = label;
-    snapshot.wordCount = wordCount(snapshot.bodyPlain);
-
-    (void)makeFolder(historyDirectoryPath(projectRootPath));
+    const auto snapshot = snapshotOf(note, label, now);
+    if (!snapshot)
+        return std::unexpected(snapshot.error());
+    if (auto folder = makeHistoryFolder(historyDirectoryPath(projectRootPath)); !folder)
+        return folder;
     const QString path = filePath(projectRootPath, note.id);
-    std::optional<KnownTimeline> known = knownTimeline(path);
-    const auto file = known ? readFile(path) : std::unexpected(FileError{});
-    QByteArray reencoded;
-    QByteArrayView entries;
-    if (known && file && file->size() >= arrayStart.size() + arrayEnd.size()) {
-        entries = QByteArrayView(*file).sliced(arrayStart.size());
-        entries.chop(arrayEnd.size());
-    } else {
-        auto timeline = readTimeline(path);
-        if (!timeline) {
-            qWarning("A version history can't be read and is set aside: %ls",
-                     qUtf16Printable(timeline.error()));
-            QFile::remove(path + ".damaged"_L1);
-            if (!QFile::rename(path, path + ".damaged"_L1))
-                return false;
-            timeline = Timeline();
-        }
-        known = KnownTimeline{{}, timeline->size()};
-        reencoded = entriesText(*timeline);
-        entries = reencoded;
-    }
-    const qsizetype surplus = std::max<qsizetype>(0, known->count + 1 - maxSnapshots());
-    const QByteArray text = timelineText(withoutFirst(entries, surplus), entriesText({snapshot}));
-    if (!writeFileAtomically(path, text))
-        return false;
-    m_known.insert(path, {FileStamp::of(path), known->count + 1 - surplus});
+    const auto entries = entriesToAppendTo(path);
+    if (!entries)
+        return std::unexpected(entries.error());
+    const qsizetype surplus = std::max<qsizetype>(0, entries->count + 1 - maxSnapshots());
+    const QByteArray text =
+        timelineText(withoutFirst(entries->text, surplus), entriesText({*snapshot}));
+    if (const auto written = writeFileAtomically(path, text); !written)
+        return failed(Code::NotWritten, written.error().text());
+    m_known.insert(path, {FileStamp::of(path), entries->count + 1 - surplus});
     m_notifications.post(snapshotsDidChange, note.id);
-    return true;
+    return {};
+}
+
+std::expected<NoteVersionHistoryStore::Entries, VersionHistoryError>
+NoteVersionHistoryStore::entriesToAppendTo(const QString& path) const
+{
+    if (const auto known = knownTimeline(path)) {
+        auto file = readFile(path, FileLimit::versionHistory);
+        if (!file)
+            return failed(Code::Unreadable, file.error().text());
+        if (file->size() >= arrayStart.size() + arrayEnd.size()) {
+            file->chop(arrayEnd.size());
+            file->remove(0, arrayStart.size());
+            return Entries{*std::move(file), known->count};
+        }
+    }
+    auto timeline = readTimeline(path);
+    if (!timeline && timeline.error().code == Code::Damaged) {
+        qWarning("A version history is damaged and is set aside: %ls",
+                 qUtf16Printable(timeline.error().detail));
+        QFile file(path);
+        if (!file.rename(setAsidePath(path)))
+            return failed(Code::NotWritten, path + ": "_L1 + file.errorString());
+        timeline = Timeline();
+    }
+    if (!timeline)
+        return std::unexpected(timeline.error());
+    return Entries{entriesText(*timeline), timeline->size()};
 }
 
 std::optional<NoteVersionHistoryStore::KnownTimeline>
@@ -228,18 +294,21 @@ NoteVersionHistoryStore::knownTimeline(const QString& path) const
     return *known;
 }
 
-void NoteVersionHistoryStore::deleteSnapshot(const QUuid& id, const QUuid& noteID,
-                                             const QString& projectRootPath)
+std::expected<void, VersionHistoryError>
+NoteVersionHistoryStore::deleteSnapshot(const QUuid& id, const QUuid& noteID,
+                                        const QString& projectRootPath)
 {
     const QString path = filePath(projectRootPath, noteID);
     auto timeline = readTimeline(path);
     if (!timeline)
-        return;
+        return std::unexpected(timeline.error());
     timeline->removeIf([&](const NoteVersionSnapshot& snapshot) { return snapshot.id == id; });
     m_known.remove(path);
-    const QByteArray entries = entriesText(*timeline);
-    if (writeFileAtomically(path, timelineText(entries, {})))
-        m_notifications.post(snapshotsDidChange, noteID);
+    if (const auto written = writeFileAtomically(path, timelineText(entriesText(*timeline), {}));
+        !written)
+        return failed(Code::NotWritten, written.error().text());
+    m_notifications.post(snapshotsDidChange, noteID);
+    return {};
 }
 
 bool NoteVersionHistoryStore::isAutoSnapshotEnabled() const

@@ -14,6 +14,17 @@ void ensureTrashFolder(RecordTable<FolderRecord>& folders, Timestamp now)
     folders.append(trash);
 }
 
+void giveOwnRoot(Notebook& notebook, const QUuid& former, const QUuid& own)
+{
+    const QList<Shared<NoteRecord>> notes = notebook.notes.records();
+    for (const Shared<NoteRecord>& note : notes) {
+        if (note->folderID == former)
+            notebook.notes.replace(note.with([&](NoteRecord& each) { each.folderID = own; }));
+    }
+    if (notebook.order.noteOrderByFolder.contains(former))
+        notebook.order.noteOrderByFolder[own] = notebook.order.noteOrderByFolder.take(former);
+}
+
 Notebook notebookOf(const NotebookSnapshot& snapshot, const QUuid& projectID, Timestamp now)
 {
     namespace Ordering = BinderDisplayOrdering;
@@ -22,6 +33,7 @@ Notebook notebookOf(const NotebookSnapshot& snapshot, const QUuid& projectID, Ti
     notebook.notes = RecordTable<NoteRecord>(snapshot.notes);
     ensureTrashFolder(notebook.folders, now);
     notebook.tags.rebuild(notebook.folders, notebook.notes);
+    (void)notebook.tags.library(); // sorted here, where nobody waits for a key
     notebook.order = snapshot.binderLayout
                          ? Ordering::reconciled(Ordering::orderOf(*snapshot.binderLayout),
                                                 notebook.folders, notebook.notes, projectID)

@@ -19,6 +19,9 @@ struct Notebook {
 /// Adds a Trash to `folders` where there is none.
 void ensureTrashFolder(RecordTable<FolderRecord>& folders, Timestamp now);
 
+/// A copy of a project gets an id of its own: what lies at the root of `former` lies at its root.
+void giveOwnRoot(Notebook& notebook, const QUuid& former, const QUuid& own);
+
 /// What is stored of a project, ready to be worked with, and with a Trash. On any thread.
 [[nodiscard]] Notebook notebookOf(const NotebookSnapshot& snapshot, const QUuid& projectID,
                                   Timestamp now);

@@ -248,7 +248,7 @@ void PersistenceController::Private::importLegacyJSONIfNeeded(const QString& leg
     if (session->isReadOnly() || !QFileInfo(legacyPath).isFile() || state.folderCount > 0 ||
         state.noteCount > 0)
         return;
-    const auto bytes = readFile(legacyPath);
+    const auto bytes = readFile(legacyPath, FileLimit::earlierNotebook);
     if (!bytes)
         return report(bytes.error().text());
     const auto json = parseJson(*bytes);
@@ -383,6 +383,12 @@ QList<Shared<NoteRecord>> PersistenceController::unsavedNotes() const
 QList<Shared<FolderRecord>> PersistenceController::unsavedFolders() const
 {
     return m_private->session->pending().foldersBeside(m_private->session->store());
+}
+
+const Shared<NoteRecord>* PersistenceController::storedNote(const QUuid& id) const
+{
+    const auto* slot = m_private->session->store().notes.find(id);
+    return slot ? &slot->record : nullptr;
 }
 
 void PersistenceController::discardUnsaved()

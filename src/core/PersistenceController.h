@@ -116,6 +116,8 @@ public:
     /// The records among it.
     [[nodiscard]] QList<Shared<NoteRecord>> unsavedNotes() const;
     [[nodiscard]] QList<Shared<FolderRecord>> unsavedFolders() const;
+    /// The note as it is stored, or null. Valid until the next save.
+    [[nodiscard]] const Shared<NoteRecord>* storedNote(const QUuid& id) const;
     /// Tries what is pending; with nothing pending, as `confirmFiles`.
     std::expected<void, StoreError> saveAgain();
     /// Forgets what is pending, so that destroying the controller doesn't try it.

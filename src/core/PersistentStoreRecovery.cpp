@@ -72,7 +72,7 @@ std::optional<PersistentStoreRecovery> PersistentStoreRecovery::read(const QStri
         return std::nullopt;
     QString problem = u"it is not a file"_s;
     if (info.isFile()) {
-        const auto bytes = readFile(path);
+        const auto bytes = readFile(path, FileLimit::recoveryMarker);
         auto recovery = bytes ? decoded(*bytes) : std::unexpected(JsonError());
         if (recovery)
             return *std::move(recovery);

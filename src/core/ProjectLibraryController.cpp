@@ -6,6 +6,9 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <cerrno>
+
 namespace orvane {
 
 using namespace Qt::StringLiterals;
@@ -23,6 +26,10 @@ constexpr QLatin1String manifestNames[] = {
     visibleManifest,
     legacyVisibleManifest,
 };
+// Projects that are being made; discovery passes over them.
+constexpr QLatin1String unfinishedPrefix(".orvane-unfinished-");
+constexpr qint64 unfinishedAgeSeconds = 3600;
+constexpr int nameAttempts = 100;
 // Most file systems hold 255 bytes in a name; a counter still has to fit behind it.
 constexpr int longestFolderNameBytes = 240;
 
@@ -53,6 +60,16 @@ QString cutToBytes(QString name, int bytes)
         name.chop(isPair ? 2 : 1);
     }
     return name;
+}
+
+// A folder made whole takes its name, unless something has it.
+std::expected<void, FileError> renameToFree(const QString& from, const QString& to)
+{
+    if (QFileInfo::exists(to) || QFileInfo(to).isSymLink())
+        return std::unexpected(FileError{FileError::Code::Exists, to, qt_error_string(EEXIST)});
+    if (!QDir().rename(from, to))
+        return std::unexpected(FileError{FileError::Code::Other, to, qt_error_string(errno)});
+    return syncFolder(QFileInfo(to).absolutePath());
 }
 
 } // namespace
@@ -96,6 +113,8 @@ QStringList ProjectLibraryController::projectRootPathsWithManifests()
             QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Unsorted);
         QStringList inRoot;
         for (const QString& name : names) {
+            if (name.startsWith(unfinishedPrefix))
+                continue;
             QString path = root + u'/' + name;
             const FileStamp folder = FileStamp::of(path);
             if (!folder.isFolder)
@@ -140,7 +159,7 @@ std::optional<OrvaneProjectRecord> ProjectLibraryController::decodedProject(cons
     fresh.folder = folder;
     fresh.manifestPath = manifestPath(rootPath);
     fresh.manifest = FileStamp::of(fresh.manifestPath);
-    if (const auto bytes = readFile(fresh.manifestPath)) {
+    if (const auto bytes = readFile(fresh.manifestPath, FileLimit::manifest)) {
         if (auto manifest = OrvaneProjectManifest::decoded(*bytes))
             fresh.record = OrvaneProjectRecord{*std::move(manifest), rootPath};
     }
@@ -208,28 +227,65 @@ bool ProjectLibraryController::isUnchanged() const
 
 std::expected<OrvaneProjectRecord, FileError>
 ProjectLibraryController::createProject(const QString& name, const std::optional<QString>& iconName,
-                                        Timestamp now)
+                                        Timestamp now, const Fill& fill)
 {
     if (auto library = ensureProjectsDirectoryExists(); !library)
         return std::unexpected(library.error());
     QString trimmed = name.trimmed();
     if (trimmed.isEmpty())
         trimmed = untitledProject();
+    OrvaneProjectManifest manifest;
+    manifest.id = QUuid::createUuid();
+    manifest.name = trimmed;
+    manifest.createdAt = now;
+    manifest.updatedAt = now;
+    manifest.iconName = iconName;
+    for (int attempt = 0;; ++attempt) {
+        // Another program may take the name while the project is being made.
+        auto made = createProjectAt(uniqueProjectRootPath(trimmed), manifest, fill);
+        if (made || made.error().code != FileError::Code::Exists || attempt == nameAttempts)
+            return made;
+    }
+}
 
-    OrvaneProjectRecord project;
-    project.id = QUuid::createUuid();
-    project.name = trimmed;
-    project.createdAt = now;
-    project.updatedAt = now;
-    project.iconName = iconName;
-    project.rootPath = uniqueProjectRootPath(trimmed);
-    if (auto made = makeFolder(project.rootPath); !made)
+std::expected<OrvaneProjectRecord, FileError>
+ProjectLibraryController::createProjectAt(const QString& rootPath,
+                                          const OrvaneProjectManifest& manifest, const Fill& fill)
+{
+    const QString above = QFileInfo(rootPath).absolutePath();
+    const QString unfinished =
+        above + u'/' + unfinishedPrefix + QUuid::createUuid().toString(QUuid::Id128).left(12);
+    OrvaneProjectRecord project{manifest, rootPath};
+    project.hasStore = project.hasStore || bool(fill);
+    const auto make = [&]() -> std::expected<void, FileError> {
+        const QString dataFolder = projectDataDirectoryPath(unfinished);
+        if (auto made = makeFolder(dataFolder); !made)
+            return made;
+        if (fill) {
+            if (auto filled = fill(dataFolder); !filled)
+                return filled;
+        }
+        if (auto written = writeManifest(project, unfinished); !written)
+            return written;
+        return renameToFree(unfinished, rootPath);
+    };
+    if (auto made = make(); !made) {
+        QDir(unfinished).removeRecursively();
         return std::unexpected(made.error());
-    if (auto made = makeFolder(projectDataDirectoryPath(project.rootPath)); !made)
-        return std::unexpected(made.error());
-    if (auto written = writeManifest(project); !written)
-        return std::unexpected(written.error());
+    }
     return project;
+}
+
+void ProjectLibraryController::removeUnfinishedProjects(Timestamp now) const
+{
+    const QDir library(projectsDirectoryPath());
+    const QStringList names =
+        library.entryList({unfinishedPrefix + u'*'}, QDir::Dirs | QDir::Hidden | QDir::NoSymLinks);
+    for (const QString& name : names) {
+        const QFileInfo info(library.filePath(name));
+        if (info.lastModified().secsTo(now.toUtc()) > unfinishedAgeSeconds)
+            QDir(info.filePath()).removeRecursively();
+    }
 }
 
 QString ProjectLibraryController::uniqueProjectRootPath(const QString& name) const
@@ -244,14 +300,48 @@ QString ProjectLibraryController::uniqueProjectRootPath(const QString& name) con
 std::expected<void, FileError>
 ProjectLibraryController::writeManifest(const OrvaneProjectRecord& project)
 {
-    const QByteArray bytes = project.encoded();
-    const QString first = manifestPath(project.rootPath);
-    const QString second = visibleManifestPath(project.rootPath);
+    return writeManifest(project, project.rootPath);
+}
+
+std::expected<void, FileError>
+ProjectLibraryController::writeManifest(const OrvaneProjectManifest& manifest,
+                                        const QString& rootPath)
+{
+    const QByteArray bytes = manifest.encoded();
+    const QString first = manifestPath(rootPath);
+    const QString second = visibleManifestPath(rootPath);
     if (auto written = writeFileAtomically(first, bytes); !written)
         return written;
     if (second != first)
         (void)writeFileAtomically(second, bytes);
     return {};
+}
+
+std::expected<OrvaneProjectManifest, FileError>
+ProjectLibraryController::readManifest(const QString& rootPath)
+{
+    const QString path = manifestPath(rootPath);
+    const auto bytes = readFile(path, FileLimit::manifest);
+    if (!bytes)
+        return std::unexpected(bytes.error());
+    auto manifest = OrvaneProjectManifest::decoded(*bytes);
+    if (!manifest)
+        return std::unexpected(FileError{FileError::Code::Other, path, manifest.error().text()});
+    return *std::move(manifest);
+}
+
+bool ProjectLibraryController::hadStore(const OrvaneProjectManifest& manifest,
+                                        const QString& rootPath)
+{
+    if (manifest.hasStore || manifest.updatedAt != manifest.createdAt)
+        return true;
+    const QStringList names =
+        QDir(projectDataDirectoryPath(rootPath))
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    return std::ranges::any_of(names, [](const QString& name) {
+        return name == "history"_L1 || name == "assets"_L1 || name == "workspace-state.json"_L1 ||
+               name.startsWith("PersistentStoreRecovery"_L1);
+    });
 }
 
 QString ProjectLibraryController::projectDataDirectoryPath(const QString& rootPath)

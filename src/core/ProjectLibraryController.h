@@ -10,6 +10,7 @@
 #include <QStringList>
 
 #include <expected>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -46,15 +47,36 @@ public:
     /// How many folders had a manifest, readable or not, when `sortedProjects` last looked.
     [[nodiscard]] qsizetype manifestCount() const { return m_manifestCount; }
 
-    /// Makes the project's folder, its data folder and its manifest. What was made before a
-    /// failure stays behind.
+    /// Puts what a new project begins with into the data folder given.
+    using Fill = std::function<std::expected<void, FileError>(const QString& dataFolder)>;
+    /// Makes a project: under a name that discovery passes over, filled, and renamed when it is
+    /// complete, so that a failure or a crash leaves no project in part. A manifest that is made
+    /// with a `fill` says that the project has a store.
     std::expected<OrvaneProjectRecord, FileError>
-    createProject(const QString& name, const std::optional<QString>& iconName, Timestamp now);
+    createProject(const QString& name, const std::optional<QString>& iconName, Timestamp now,
+                  const Fill& fill = {});
+    /// The same with the manifest given, id and dates included, at a path of the caller's choice,
+    /// where nothing is yet; the folder above it exists.
+    static std::expected<OrvaneProjectRecord, FileError>
+    createProjectAt(const QString& rootPath, const OrvaneProjectManifest& manifest,
+                    const Fill& fill);
+    /// Removes what a crash has left of projects that were being made more than an hour ago.
+    void removeUnfinishedProjects(Timestamp now) const;
     /// A free folder path in the current root: the sanitized name, or it with " 2", " 3" … behind.
     [[nodiscard]] QString uniqueProjectRootPath(const QString& name) const;
     /// Writes the manifest to the place it is read from, then to the visible place; only a failure
     /// of the first counts.
     static std::expected<void, FileError> writeManifest(const OrvaneProjectRecord& project);
+    static std::expected<void, FileError> writeManifest(const OrvaneProjectManifest& manifest,
+                                                        const QString& rootPath);
+    /// The manifest of a project's folder; an error when it can't be read or is none.
+    [[nodiscard]] static std::expected<OrvaneProjectManifest, FileError>
+    readManifest(const QString& rootPath);
+    /// Whether the folder shows that the project once had a store, whatever is there of it now:
+    /// its manifest says so, or a history, assets, a workspace state or a recovery lies in its
+    /// data folder, or it was changed after it was made.
+    [[nodiscard]] static bool hadStore(const OrvaneProjectManifest& manifest,
+                                       const QString& rootPath);
 
     /// The data folder of a project: ".orvaneworkspace", or ".orvanenotes" where only that exists.
     [[nodiscard]] static QString projectDataDirectoryPath(const QString& rootPath);

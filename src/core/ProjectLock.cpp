@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "core/ProjectLock.h"
 
+#include "platform/AtomicFile.h"
+
 #include <QCoreApplication>
 #include <QFile>
 #include <QSysInfo>
@@ -165,7 +167,10 @@ std::expected<ProjectLock, ProjectLock::Failure> ProjectLock::take(const QString
     const QString name = pathIn(folder);
     const QByteArray path = QFile::encodeName(name);
     for (int attempt = 0; attempt < attempts; ++attempt) {
-        Descriptor file(::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0644));
+        if (const auto obstacle = obstacleAt(name))
+            return std::unexpected(Failure{Problem::Other, name, obstacle->detail, std::nullopt});
+        Descriptor file(
+            ::open(path.constData(), O_RDWR | O_CREAT | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0644));
         if (file.number() < 0)
             return failed(name, errno);
         const bool locked = ::flock(file.number(), LOCK_EX | LOCK_NB) == 0;

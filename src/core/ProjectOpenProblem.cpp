@@ -108,4 +108,26 @@ ProjectOpenProblem ProjectOpenProblem::of(const QString& projectName, const Stor
                 .arg(projectName, error.path, error.detail)};
 }
 
+ProjectOpenProblem ProjectOpenProblem::of(const QString& projectName, const FileError& error)
+{
+    return {projectName,
+            QCoreApplication::translate("ProjectOpenProblem", "Project Can't Be Opened"),
+            QCoreApplication::translate(
+                "ProjectOpenProblem",
+                "The files of \"%1\" can't be read or written:\n%2\n\nNothing was "
+                "changed.\n\nError:\n%3")
+                .arg(projectName, error.path, error.detail)};
+}
+
+ProjectOpenProblem ProjectOpenProblem::vanished(const QString& projectName, const QString& folder)
+{
+    return {projectName, QCoreApplication::translate("ProjectOpenProblem", "Project Is Not There"),
+            QCoreApplication::translate(
+                "ProjectOpenProblem",
+                "The folder of \"%1\" is not at its place any more:\n%2\n\nIt was renamed, "
+                "moved or removed, or its disk is not connected. Nothing was made in its place. "
+                "When it is back, open it again.")
+                .arg(projectName, folder)};
+}
+
 } // namespace orvane

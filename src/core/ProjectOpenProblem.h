@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/StoreError.h"
+#include "platform/AtomicFile.h"
 
 #include <QString>
 #include <QUuid>
@@ -32,6 +33,10 @@ struct ProjectOpenProblem {
 
     [[nodiscard]] static ProjectOpenProblem of(const QString& projectName,
                                                const StoreOpenError& error);
+    [[nodiscard]] static ProjectOpenProblem of(const QString& projectName, const FileError& error);
+    /// The project's folder isn't there any more.
+    [[nodiscard]] static ProjectOpenProblem vanished(const QString& projectName,
+                                                     const QString& folder);
 };
 
 } // namespace orvane

@@ -23,6 +23,8 @@ QByteArray OrvaneProjectManifest::encoded() const
         object.insert("iconName"_L1, *iconName);
     if (titleRTF)
         object.insert("titleRTF"_L1, QString::fromLatin1(titleRTF->toBase64()));
+    if (hasStore)
+        object.insert("hasStore"_L1, true);
     return encodeJson(object);
 }
 
@@ -40,6 +42,7 @@ OrvaneProjectManifest::decoded(const QByteArray& bytes)
     manifest.updatedAt = reader.date("updatedAt"_L1);
     manifest.iconName = reader.optionalString("iconName"_L1);
     manifest.titleRTF = reader.optionalBytes("titleRTF"_L1);
+    manifest.hasStore = reader.optionalBoolean("hasStore"_L1).value_or(false);
     return reader.finish(std::move(manifest));
 }
 

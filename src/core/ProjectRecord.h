@@ -23,6 +23,8 @@ struct OrvaneProjectManifest {
     Timestamp updatedAt;
     std::optional<QString> iconName;
     std::optional<QByteArray> titleRTF;
+    /// The project has had a store: from then on a missing one is a loss.
+    bool hasStore = false;
 
     bool operator==(const OrvaneProjectManifest&) const = default;
 

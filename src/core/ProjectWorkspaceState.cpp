@@ -266,7 +266,7 @@ std::expected<void, FileError> save(const ProjectWorkspaceState& state,
 
 std::optional<ProjectWorkspaceState> load(const QString& projectRootPath)
 {
-    const auto bytes = readFile(path(projectRootPath));
+    const auto bytes = readFile(path(projectRootPath), FileLimit::workspaceState);
     if (!bytes)
         return std::nullopt;
     auto state = ProjectWorkspaceState::decoded(*bytes);

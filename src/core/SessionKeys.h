@@ -22,6 +22,26 @@ inline const QString lastOpenedProjectID = QStringLiteral("session.lastOpenedPro
 /// Identifiers as texts, most recent first.
 inline const QString openProjectHistoryIDs = QStringLiteral("session.openProjectHistoryIDs.v1");
 
+/// Folders outside the library in which a person has had words written to a file, as texts.
+inline const QString rescueFoldersKey = QStringLiteral("session.rescueFolders.v1");
+
+[[nodiscard]] inline QStringList rescueFolders(const UserDefaults& defaults)
+{
+    return defaults.get<QStringList>(rescueFoldersKey, {});
+}
+
+inline void addRescueFolder(UserDefaults& defaults, const QString& folder)
+{
+    QStringList folders = rescueFolders(defaults);
+    folders.removeAll(folder);
+    folders.prepend(folder);
+    defaults.set(rescueFoldersKey, folders);
+}
+
+/// Identifiers as texts: the notes of long lines that are being shown, and those that took so long
+/// to show that no start opens them by itself.
+inline const QString slowNoteIDs = QStringLiteral("session.slowNoteIDs");
+
 /// The note last selected in a project.
 [[nodiscard]] inline QString lastOpenedNoteID(const QUuid& projectID)
 {

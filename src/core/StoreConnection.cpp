@@ -14,7 +14,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int busyTimeoutMs = 2000;
+// Nobody who types waits longer for another program; saving is tried again by itself.
+constexpr int busyTimeoutMs = 400;
 constexpr qsizetype journalPiece = 1 << 24;
 
 StoreError::Code codeOf(int systemError)

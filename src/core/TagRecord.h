@@ -14,3 +14,5 @@ struct TagRecord {
 };
 
 } // namespace orvane
+
+Q_DECLARE_TYPEINFO(orvane::TagRecord, Q_RELOCATABLE_TYPE);

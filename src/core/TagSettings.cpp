@@ -12,6 +12,14 @@ const QString colorsKey = QStringLiteral("tagColors.v2");
 const QString aliasesKey = QStringLiteral("tagAliases.v1");
 const QString exceptionsKey = QStringLiteral("autoTag.exceptions");
 
+/// What was never decided has no key.
+template <typename Value>
+void setIfDecided(UserDefaults& defaults, const QString& key, const Value& value)
+{
+    if (!value.isEmpty() || defaults.contains(key))
+        defaults.set(key, value);
+}
+
 } // namespace
 
 TagSettings TagSettings::load(const UserDefaults& defaults)
@@ -33,22 +41,27 @@ TagSettings TagSettings::load(const UserDefaults& defaults)
     return settings;
 }
 
-void TagSettings::saveColors(UserDefaults& defaults) const
+void TagSettings::save(UserDefaults& defaults) const
 {
-    QJsonObject object;
+    QJsonObject colors;
     for (auto it = colorHexes.cbegin(); it != colorHexes.cend(); ++it)
-        object.insert(it.key(), it.value());
-    defaults.set(colorsKey, object);
-}
-
-void TagSettings::saveAutoTagSettings(UserDefaults& defaults) const
-{
-    QJsonObject object;
+        colors.insert(it.key(), it.value());
+    QJsonObject stored;
     const TagAliases clean = normalizedAliasMap(aliases);
     for (auto it = clean.cbegin(); it != clean.cend(); ++it)
-        object.insert(it.key(), QJsonArray::fromStringList(it.value()));
-    defaults.set(aliasesKey, object);
-    defaults.set(exceptionsKey, autoTagExceptions);
+        stored.insert(it.key(), QJsonArray::fromStringList(it.value()));
+    setIfDecided(defaults, colorsKey, colors);
+    setIfDecided(defaults, aliasesKey, stored);
+    setIfDecided(defaults, exceptionsKey, autoTagExceptions);
+}
+
+TagSettings editTagSettings(UserDefaults& defaults, const std::function<void(TagSettings&)>& edit)
+{
+    defaults.refresh({colorsKey, aliasesKey, exceptionsKey});
+    TagSettings settings = TagSettings::load(defaults);
+    edit(settings);
+    settings.save(defaults);
+    return settings;
 }
 
 void TagSettings::rename(const QString& oldName, const QString& newName)

@@ -4,14 +4,16 @@
 #include "core/Tags.h"
 #include "platform/UserDefaults.h"
 
-#include <QHash>
+#include <QMap>
 #include <QString>
 #include <QStringList>
+
+#include <functional>
 
 namespace orvane {
 
 /// What a person has decided about tags, the same in every project: colours, aliases and words
-/// that are never tagged by themselves. Kept in the user defaults.
+/// that are never tagged by themselves. Kept in the user defaults; change it by `editTagSettings`.
 struct TagSettings {
     /// Hex text by lower-cased tag.
     QMap<QString, QString> colorHexes;
@@ -22,8 +24,7 @@ struct TagSettings {
 
     /// Entries of the wrong type are passed over.
     [[nodiscard]] static TagSettings load(const UserDefaults& defaults);
-    void saveColors(UserDefaults& defaults) const;
-    void saveAutoTagSettings(UserDefaults& defaults) const;
+    void save(UserDefaults& defaults) const;
 
     /// Moves the colour and the aliases to another name.
     void rename(const QString& oldName, const QString& newName);
@@ -35,5 +36,10 @@ struct TagSettings {
         return autoTagExceptions.contains(word, Qt::CaseInsensitive);
     }
 };
+
+/// Changes what is stored by `edit` and returns it as it is then. It begins with what stands in the
+/// file, so that nothing that another process has decided meanwhile is lost.
+[[nodiscard]] TagSettings editTagSettings(UserDefaults& defaults,
+                                          const std::function<void(TagSettings&)>& edit);
 
 } // namespace orvane

@@ -192,8 +192,7 @@ TEST(TagSettings, AreCleanedAndSurviveSettings)
     EXPECT_EQ(settings.aliases, (TagAliases{{u"tide"_s, {u"Ebb"_s}}}));
     settings.rename(u"Tide"_s, u"Flood"_s);
     settings.autoTagExceptions = {u"the"_s};
-    settings.saveColors(defaults);
-    settings.saveAutoTagSettings(defaults);
+    settings.save(defaults);
     EXPECT_EQ(TagSettings::load(defaults), settings);
     EXPECT_EQ(settings.colorHexes.value(u"flood"_s), u"#00D4FF"_s);
     EXPECT_TRUE(settings.isExcludedFromAutoColor(u"The"_s));

@@ -51,7 +51,7 @@ TEST(NoteLocator, FindsNotesInStoresAtRestAndLeavesNoTrace)
         ASSERT_TRUE(state.createProject(name, {}).has_value());
         notes.append(*state.createNote(name, {}));
     }
-    const QUuid open = state.currentProject()->id;
+    const QString open = state.currentProject()->rootPath;
     const QList<OrvaneProjectRecord> projects = state.projects();
     EXPECT_EQ(projectHoldingNote(projects, notes[2]), std::nullopt) << "open now";
     state.closeProject();
@@ -59,8 +59,7 @@ TEST(NoteLocator, FindsNotesInStoresAtRestAndLeavesNoTrace)
     const auto first = projectHoldingNote(projects, notes[0]);
     ASSERT_TRUE(first && *first != open);
     EXPECT_EQ(projectHoldingNote(projects, QUuid::createUuid()), std::nullopt);
-    const QString folder =
-        ProjectLibraryController::projectDataDirectoryPath(state.project(*first)->rootPath);
+    const QString folder = ProjectLibraryController::projectDataDirectoryPath(*first);
     EXPECT_TRUE(QDir(folder).entryList({u"*-wal"_s, u"*-shm"_s}).isEmpty());
 
     QFile store(storePath(folder));

@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+// A project whose words can't be saved is left by one door.
+#include "core/ProjectFixture.h"
+#include "core/ProjectQuestions.h"
+
+#include <SQLiteCpp/Database.h>
+
+namespace orvane {
+namespace {
+
+using namespace Qt::StringLiterals;
+using namespace ProjectQuestions;
+
+struct ProjectLeaving : ProjectFixture {
+    QString other;
+    QString folder;
+    QUuid note;
+    std::unique_ptr<SQLite::Database> blocker;
+
+    void SetUp() override
+    {
+        other = newProject(u"Other"_s);
+        folder = newProject(u"Tidewater"_s);
+        note = newNote(u"Low water"_s, u"one"_s);
+        block();
+        write(note, u"Low water"_s, u"one two three"_s);
+        ASSERT_TRUE(app->saveFailure());
+        ASSERT_FALSE(app->projectTrouble());
+    }
+    /// Another program holds the store's file, so that nothing can be saved.
+    void block()
+    {
+        blocker = std::make_unique<SQLite::Database>(storeOf(folder).toStdString(),
+                                                     SQLite::OPEN_READWRITE);
+        blocker->exec("BEGIN IMMEDIATE");
+    }
+    QString storedBody()
+    {
+        blocker.reset();
+        app.reset();
+        app = start();
+        app->openProjectAt(folder, true);
+        return app->note(note) ? app->note(note)->body.text() : u"no note"_s;
+    }
+};
+
+TEST_F(ProjectLeaving, EachWayOutAsks)
+{
+    struct Row {
+        const char* name;
+        std::function<void()> leave;
+    };
+    const QString damaged = library() + u"/Damaged"_s;
+    copyFolder(other, damaged);
+    ASSERT_TRUE(writeFileAtomically(storeOf(damaged), "no store at all"));
+    auto manifest = *ProjectLibraryController::readManifest(damaged);
+    manifest.id = QUuid::createUuid();
+    ASSERT_TRUE(ProjectLibraryController::writeManifest(manifest, damaged));
+    app->refreshProjects();
+    const Row rows[] = {
+        {"another project",
+         [&] {
+             app->openProjectAt(other, true);
+         }},
+        {"a new project",
+         [&] {
+             (void)app->createProject(u"New"_s, {});
+         }},
+        {"closing it",
+         [&] {
+             app->closeProject();
+         }},
+        {"throwing it away",
+         [&] {
+             (void)app->moveProjectToTrash(folder);
+         }},
+        {"a project that is blocked",
+         [&] {
+             app->openProjectAt(damaged, true);
+         }},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        test.questions.asked.clear();
+        test.questions.answers = {{Stay}};
+        row.leave();
+        ASSERT_EQ(test.questions.asked.size(), 1);
+        const Question& question = test.questions.asked.first();
+        EXPECT_EQ(question.title, u"One note is not saved yet"_s);
+        ASSERT_EQ(question.rows.size(), 1);
+        EXPECT_EQ(question.rows.first().title, u"Low water"_s);
+        EXPECT_TRUE(question.rows.first().detail.startsWith(u"2 words since "_s));
+        ASSERT_TRUE(app->currentProject());
+        EXPECT_EQ(app->currentProject()->rootPath, folder);
+        EXPECT_EQ(app->note(note)->body, u"one two three"_s);
+    }
+    EXPECT_FALSE(QFileInfo::exists(library() + u"/New"_s));
+    EXPECT_EQ(app->rootPresentationMode(), RootPresentationMode::Editor);
+}
+
+TEST_F(ProjectLeaving, SavingIsTriedAgainByItself)
+{
+    blocker.reset();
+    test.clock.advance(std::chrono::seconds(AppState::retrySeconds));
+    EXPECT_FALSE(app->saveFailure());
+    EXPECT_EQ(storedBody(), u"one two three"_s);
+    EXPECT_TRUE(test.questions.asked.isEmpty());
+}
+
+TEST_F(ProjectLeaving, WithoutThemLeavesThem)
+{
+    test.questions.answers = {{LeaveWithout}};
+    app->openProjectAt(other, true);
+    EXPECT_EQ(app->currentProject()->rootPath, other);
+    EXPECT_FALSE(app->saveFailure());
+    EXPECT_EQ(test.questions.asked.size(), 1);
+    EXPECT_EQ(storedBody(), u"one"_s);
+}
+
+TEST_F(ProjectLeaving, AFileElsewhereKeepsThemAndTheProjectOffersIt)
+{
+    const QString place = test.folder.path() + u"/elsewhere"_s;
+    ASSERT_TRUE(QDir().mkpath(place));
+    test.questions.answers = {{WriteToFile}, {WriteToFile}};
+    test.questions.files = {QString(), place + u"/Kept"_s}; // decides otherwise once
+    app->openProjectAt(other, true);
+    EXPECT_EQ(app->currentProject()->rootPath, other);
+    EXPECT_EQ(*readFile(place + u"/Kept/Low water.txt"_s), "one two three");
+    EXPECT_EQ(storedBody(), u"one"_s);
+    ASSERT_EQ(app->rescues().size(), 1);
+    EXPECT_EQ(app->rescues().first().origin.projectID, app->currentProject()->id);
+    ASSERT_TRUE(app->putInPlace(app->rescues().first()));
+    restart();
+    EXPECT_EQ(app->note(note)->body, u"one two three"_s);
+}
+
+TEST_F(ProjectLeaving, AnEndThatDoesntWaitRescuesWithoutAsking)
+{
+    app->terminate();
+    EXPECT_TRUE(test.questions.asked.isEmpty());
+    EXPECT_EQ(storedBody(), u"one"_s);
+    ASSERT_EQ(app->rescues().size(), 1);
+    ASSERT_TRUE(app->putInPlace(app->rescues().first()));
+    EXPECT_EQ(app->note(note)->body, u"one two three"_s);
+}
+
+TEST_F(ProjectLeaving, WhereTheLibraryTakesNothingTheStateFolderDoes)
+{
+    ASSERT_TRUE(writeFileAtomically(library() + u"/Rescued"_s, "in the way"));
+    app->terminate();
+    const QDir state(test.services().folders.state + u"/Rescued"_s);
+    ASSERT_EQ(state.entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), 1);
+    EXPECT_EQ(storedBody(), u"one"_s);
+    EXPECT_EQ(app->rescues().size(), 1);
+}
+
+} // namespace
+} // namespace orvane
