@@ -2,7 +2,7 @@
 #include "shell/BinderMenus.h"
 
 #include "core/InternalNoteLink.h"
-#include "shell/Wording.h"
+#include "core/Wording.h"
 
 #include <QActionGroup>
 #include <QClipboard>
@@ -10,6 +10,13 @@
 #include <QMenu>
 
 namespace orvane {
+
+namespace {
+
+/// More are no menu any more; they are found in a sheet.
+constexpr qsizetype mostTagsInMenu = 40;
+
+} // namespace
 
 BinderMenus::BinderMenus(AppState& appState, Look& look, QWidget* parent)
     : QObject(parent)
@@ -140,14 +147,23 @@ void BinderMenus::fillTagMenu(QMenu& menu)
     const QStringList filter = m_appState.activeTagFilter().values();
     if (tags.isEmpty())
         menu.addAction(tr("No tags yet. Add them to a note in the Inspector."))->setEnabled(false);
+    const bool fits = tags.size() <= mostTagsInMenu;
     for (const TagRecord& tag : tags) {
+        const bool isOn = containsTag(filter, tag.name);
+        if (!isOn && !fits)
+            continue;
         QAction* action =
             menu.addAction(tr("%1  (%2)").arg(tag.name, grouped(m_appState.tagCount(tag.name))));
         action->setCheckable(true);
-        action->setChecked(containsTag(filter, tag.name));
+        action->setChecked(isOn);
         connect(action, &QAction::triggered, this,
                 [this, name = tag.name] { m_appState.toggleTagFilter(name); });
     }
+    if (fits)
+        return;
+    menu.addSeparator();
+    connect(menu.addAction(tr("Find a Tag…")), &QAction::triggered, this,
+            &BinderMenus::tagSheetRequested);
 }
 
 void BinderMenus::remove(const BinderRowID& row)

@@ -21,7 +21,8 @@ public:
     [[nodiscard]] std::unique_ptr<QMenu> menuFor(const std::optional<BinderRowID>& row);
     /// The ways to sort the notes of each folder.
     void fillSortMenu(QMenu& menu);
-    /// The tags in use, to filter for.
+    /// The tags in use, to filter for; of more than a menu holds those that are filtered for, and
+    /// the way to the others.
     void fillTagMenu(QMenu& menu);
 
     /// Notes go to the Trash, from there for good; a folder goes and its notes go to the Trash.
@@ -33,6 +34,7 @@ signals:
     void newFolderRequested();
     void renameRequested();
     void iconsAndTitlesRequested();
+    void tagSheetRequested();
 
 private:
     void fillNoteMenu(QMenu& menu, const NoteRecord& note);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/BinderModel.h"
 
-#include "shell/Wording.h"
+#include "core/Wording.h"
 
 namespace orvane {
 

@@ -4,8 +4,8 @@
 #include "appearance/Contrast.h"
 #include "appearance/IconChoices.h"
 #include "appearance/OrvaneStyle.h"
+#include "core/Wording.h"
 #include "shell/BinderModel.h"
-#include "shell/Wording.h"
 
 #include <QKeyEvent>
 #include <QPainter>

@@ -128,6 +128,7 @@ QToolButton* BinderView::makeRailMenuButton(Symbol symbol, const QString& name,
 
 void BinderView::connectMenus(QAction& newNote, QAction& newFolder)
 {
+    connect(m_menus, &BinderMenus::tagSheetRequested, this, &BinderView::tagSheetRequested);
     connect(m_menus, &BinderMenus::newNoteRequested, &newNote, &QAction::trigger);
     connect(m_menus, &BinderMenus::newFolderRequested, &newFolder, &QAction::trigger);
     connect(m_menus, &BinderMenus::renameRequested, m_tree, &BinderTreeView::renameCurrent);

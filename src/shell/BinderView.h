@@ -33,6 +33,8 @@ public:
 signals:
     /// The person goes on to the text of the selected note.
     void noteActivated();
+    /// The person looks for a tag among more than a menu holds.
+    void tagSheetRequested();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -321,6 +321,12 @@ std::optional<IconsAndTitlesWindow::Content> IconsAndTitlesWindow::content() con
     return std::nullopt;
 }
 
+QString IconsAndTitlesWindow::projectFolder() const
+{
+    const OrvaneProjectRecord* project = m_appState.project(m_item.id);
+    return project ? project->rootPath : QString();
+}
+
 void IconsAndTitlesWindow::setItem(const TitledItem& item)
 {
     applyTitle();
@@ -382,7 +388,7 @@ void IconsAndTitlesWindow::applyTitle()
     case TitledItem::Kind::Folder:
         return m_appState.updateFolderBinderTitle(m_item.id, title, std::nullopt);
     case TitledItem::Kind::Project:
-        return m_appState.updateProjectMetadata(m_item.id, title, std::nullopt, now->icon);
+        return m_appState.updateProjectMetadata(projectFolder(), title, std::nullopt, now->icon);
     }
 }
 
@@ -399,7 +405,7 @@ void IconsAndTitlesWindow::applyIcon(const std::optional<QString>& icon)
     case TitledItem::Kind::Folder:
         return m_appState.updateFolderIcon(m_item.id, icon);
     case TitledItem::Kind::Project:
-        return m_appState.updateProjectIcon(m_item.id, icon);
+        return m_appState.updateProjectIcon(projectFolder(), icon);
     }
 }
 

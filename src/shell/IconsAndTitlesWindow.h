@@ -51,6 +51,7 @@ private:
         std::optional<QString> icon;
     };
     [[nodiscard]] std::optional<Content> content() const;
+    [[nodiscard]] QString projectFolder() const;
     [[nodiscard]] QWidget* makeHead();
     [[nodiscard]] QLayout* makeFoot();
     void setItem(const TitledItem& item);

@@ -2,8 +2,8 @@
 #include "shell/InspectorView.h"
 
 #include "core/NoteVersionHistoryStore.h"
+#include "core/Wording.h"
 #include "shell/ElidedLabel.h"
-#include "shell/Wording.h"
 #include "shell/inspector/TagsSection.h"
 #include "shell/inspector/VersionHistorySection.h"
 

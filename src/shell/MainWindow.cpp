@@ -12,7 +12,9 @@
 #include "shell/LinkSheet.h"
 #include "shell/NameSheet.h"
 #include "shell/ProjectActions.h"
+#include "shell/ProjectTroubleSheets.h"
 #include "shell/ProjectsBrowserView.h"
+#include "shell/TagFilterSheet.h"
 #include "shell/WorkspaceStateKeeper.h"
 #include "shell/commands/AppMenus.h"
 #include "shell/commands/CommandPalette.h"
@@ -38,6 +40,7 @@ MainWindow::MainWindow(AppState& appState, ShortcutCenter& shortcuts, Look& look
     , m_look(look)
     , m_sheets(new SheetHost(look, this))
     , m_projectActions(new ProjectActions(appState, look, *m_sheets, this))
+    , m_troubleSheets(new ProjectTroubleSheets(appState, look, *m_sheets, this))
     , m_commands(appState.services(), shortcuts, [this] { return commandContext(); })
     , m_stack(new QStackedLayout(this))
 {
@@ -209,6 +212,8 @@ QWidget* MainWindow::makePanes(QWidget* parent)
     using Pane = ThreePaneSplitView::Pane;
     auto* panes = new ThreePaneSplitView(parent);
     m_binder = new BinderView(m_appState, *m_actions.newNote, *m_actions.newFolder, m_look, panes);
+    connect(m_binder, &BinderView::tagSheetRequested, this,
+            [this] { m_sheets->present(new TagFilterSheet(m_appState, m_look)); });
     m_editor = new EditorPaneView(m_appState, m_look, panes);
     showKeys();
     m_inspector = new InspectorView(m_appState, *m_sheets, m_look, panes);
@@ -439,31 +444,9 @@ void MainWindow::flushDrafts()
         m_editor->session().flushDraftToDisk(*id);
 }
 
-bool MainWindow::mayCloseThoughSavingFails()
-{
-    flushDrafts();
-    if (m_appState.saveFailure())
-        m_appState.persist();
-    const auto& failure = m_appState.saveFailure();
-    if (!failure)
-        return true;
-    const Answer answer = m_appState.services().questions.ask(
-        {.title = tr("Your Last Changes Are Not Saved"),
-         .text =
-             tr("Saving fails since %1, so what you changed after that is only in memory. Make "
-                "room or give access to the project's folder, and it is written at once.\n\n%2")
-                 .arg(failure->since.toLocal().toString(QStringLiteral("HH:mm")), failure->error),
-         .buttons = {tr("Quit Without Saving"), tr("Keep Open")},
-         .defaultButton = 1,
-         .suppression = {},
-         .choices = {},
-         .tone = Question::Tone::Destructive});
-    return answer.button == 0;
-}
-
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    if (!m_appState.isAppTerminating() && !mayCloseThoughSavingFails()) {
+    if (!m_appState.isAppTerminating() && !m_appState.mayLeaveProject()) {
         event->ignore();
         return;
     }

@@ -20,6 +20,7 @@ class EditorPaneView;
 class InspectorView;
 class OrvaneWorkspaceSplitViewController;
 class ProjectActions;
+class ProjectTroubleSheets;
 class ProjectsBrowserView;
 class ShortcutCenter;
 
@@ -66,7 +67,6 @@ private:
     void newNote();
     void newFolder();
     void toggleBrowser();
-    [[nodiscard]] bool mayCloseThoughSavingFails();
     void findByTitle();
     template <const auto& command>
     QAction* makeAction(Symbol symbol, const QString& text,
@@ -85,6 +85,7 @@ private:
     Look& m_look;
     SheetHost* m_sheets;
     ProjectActions* m_projectActions;
+    ProjectTroubleSheets* m_troubleSheets;
     MainToolbar::Actions m_actions{};
     CommandCenter m_commands;
     SplitPaneLayoutModel m_paneLayout;

@@ -16,7 +16,9 @@
 #include "shell/shortcuts/ShortcutCenter.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QIcon>
+#include <QSessionManager>
 
 namespace orvane {
 
@@ -28,6 +30,11 @@ class DesktopBeeper final : public Beeper {
 public:
     void beep() override { QApplication::beep(); }
 };
+
+QString settingsPath(const UserFolders& folders)
+{
+    return folders.configuration + "/settings.json"_L1;
+}
 
 /// The locks of the panes hold for one run of the program.
 void clearPaneLocks(UserDefaults& defaults)
@@ -44,7 +51,7 @@ constexpr std::chrono::milliseconds lateDelay{300};
 OrvaneWorkspaceApp::OrvaneWorkspaceApp(const UserFolders& folders,
                                        std::unique_ptr<SystemTrash> trash)
     : m_look({})
-    , m_defaults(folders.configuration + "/settings.json"_L1)
+    , m_defaults(settingsPath(folders))
     , m_beeper(std::make_unique<DesktopBeeper>())
     , m_trash(trash ? std::move(trash) : std::make_unique<DesktopTrash>())
 {
@@ -70,22 +77,25 @@ OrvaneWorkspaceApp::OrvaneWorkspaceApp(const UserFolders& folders,
     m_shortcuts->start();
     clearPaneLocks(m_defaults);
     auto* sessionEnd = new SessionEnd(this);
-    connect(sessionEnd, &SessionEnd::requested, this, &OrvaneWorkspaceApp::quitRequested);
+    // The system doesn't wait for answers: what can't be saved is kept in a rescue file.
+    connect(sessionEnd, &SessionEnd::requested, this, [this] {
+        finish();
+        emit quitRequested();
+    });
     // The check reads the whole store, so it waits until the project is on the screen.
     m_checkTimer.setSingleShot(true);
     m_checkTimer.setInterval(checkDelay);
     connect(&m_checkTimer, &QTimer::timeout, m_appState.get(), &AppState::checkStoreInBackground);
     connect(m_appState.get(), &AppState::currentProjectChanged, &m_checkTimer,
             qOverload<>(&QTimer::start));
-    connect(qApp, &QGuiApplication::commitDataRequest, this, [this] {
-        if (m_window)
-            m_window->flushDrafts();
-    });
+    connect(qApp, &QGuiApplication::commitDataRequest, this, &OrvaneWorkspaceApp::endSession,
+            Qt::DirectConnection);
 }
 
 OrvaneWorkspaceApp::~OrvaneWorkspaceApp()
 {
     finish();
+    m_settingsQuestion.reset();
     m_questions.setHost(nullptr, nullptr);
     m_opener.reset();
     m_settings.reset();
@@ -114,6 +124,7 @@ void OrvaneWorkspaceApp::start()
     connect(m_window.get(), &MainWindow::closed, this, &OrvaneWorkspaceApp::quitRequested);
     m_appState->bootstrapProjects();
     m_window->show();
+    tellOfSettingsObstacle();
     // Asking the desktop and finding the icon are nothing that a first frame waits for.
     QTimer::singleShot(lateDelay, this, [this] {
         m_desktopScheme->ask();
@@ -126,6 +137,24 @@ void OrvaneWorkspaceApp::start()
     m_bulletsWanted = m_notifications.observe(
         AppCommandEvents::openBulletLibrarySettings,
         [this](const NoPayload&) { showSettings().showPage(SettingsPageId::Bullets); });
+}
+
+void OrvaneWorkspaceApp::tellOfSettingsObstacle()
+{
+    const QString path = settingsPath(m_appState->services().folders);
+    const auto obstacle = obstacleAt(path, FileLimit::settings);
+    if (!obstacle)
+        return;
+    Question question;
+    question.title = tr("The Settings Can't Be Read");
+    question.text =
+        tr("%1 The program goes on with its defaults and leaves the file alone, so what "
+           "you set now is forgotten when it ends. Move this away and start again:\n%2")
+            .arg(obstacle->detail, QDir::toNativeSeparators(path));
+    question.buttons = {tr("Close")};
+    question.tone = Question::Tone::Warning;
+    m_settingsQuestion =
+        m_questions.show(question, [this](const Answer&) { m_settingsQuestion.reset(); });
 }
 
 void OrvaneWorkspaceApp::open(const OpenRequest& request)
@@ -142,6 +171,18 @@ SettingsWindow& OrvaneWorkspaceApp::showSettings()
                                                       *m_themes);
     m_settings->present();
     return *m_settings;
+}
+
+void OrvaneWorkspaceApp::endSession(QSessionManager& manager)
+{
+    if (!m_window)
+        return;
+    m_window->flushDrafts();
+    if (!manager.allowsInteraction())
+        return m_appState->rescueNow();
+    if (!m_appState->mayLeaveProject())
+        manager.cancel();
+    manager.release();
 }
 
 void OrvaneWorkspaceApp::finish()

@@ -10,6 +10,8 @@
 
 #include <memory>
 
+class QSessionManager;
+
 namespace orvane {
 
 class AppearanceObserver;
@@ -57,6 +59,9 @@ signals:
 
 private:
     [[nodiscard]] AppUndoRedoRouter undoRouter();
+    /// The desktop's session ends.
+    void endSession(QSessionManager& manager);
+    void tellOfSettingsObstacle();
 
     Look m_look;
     UserDefaults m_defaults;
@@ -76,6 +81,7 @@ private:
     std::unique_ptr<MainWindow> m_window;
     std::unique_ptr<RequestOpener> m_opener;
     QTimer m_checkTimer;
+    std::unique_ptr<ShownQuestion> m_settingsQuestion;
     std::unique_ptr<SettingsWindow> m_settings;
     NotificationCenter::Observation m_settingsWanted;
     NotificationCenter::Observation m_bulletsWanted;

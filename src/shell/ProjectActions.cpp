@@ -2,9 +2,9 @@
 #include "shell/ProjectActions.h"
 
 #include "core/SessionKeys.h"
+#include "core/Wording.h"
 #include "shell/NameSheet.h"
 #include "shell/WelcomeToOrvaneWorkspaceSheet.h"
-#include "shell/Wording.h"
 
 #include <QDesktopServices>
 #include <QDir>
@@ -82,13 +82,46 @@ void ProjectActions::showFolder(const QString& path)
              tr("No file manager took it. It is “%1”.").arg(QDir::toNativeSeparators(path)));
 }
 
-void ProjectActions::openFromTile(const QUuid& id)
+void ProjectActions::explainMissing(const QString& folder)
 {
-    const OrvaneProjectRecord* project = m_appState.project(id);
+    const auto& missing = m_appState.missingProjects();
+    const auto project = std::ranges::find(missing, folder, &KnownProject::folder);
+    if (project == missing.end())
+        return;
+    const Services& services = m_appState.services();
+    const Answer answer = services.questions.ask(
+        {.title = tr("“%1” is not there").arg(project->title),
+         .text = tr("Its folder was renamed, moved or removed, or its disk is not connected. It "
+                    "was last seen %1. Nothing was made in its place.")
+                     .arg(momentInWords(project->lastSeen, services.clock.now())),
+         .rows = {{QuestionIcon::Folder, shortPath(folder, services.folders.home), {}}},
+         .explanation = tr("Taken off the list, it comes back by itself when its folder is in the "
+                           "library again."),
+         .buttons = {tr("Look Again"), tr("Close"), tr("Take Off the List")},
+         .defaultButton = 0,
+         .cancelButton = 1,
+         .apartButton = 2,
+         .suppression = {},
+         .choices = {},
+         .tone = Question::Tone::Warning});
+    if (answer.button == 2)
+        return m_appState.forgetProject(folder);
+    if (answer.button != 0)
+        return;
+    m_appState.refreshProjects();
+    if (m_appState.projectAt(folder))
+        m_appState.openProjectAt(folder, true);
+    else
+        explainMissing(folder);
+}
+
+void ProjectActions::openFromTile(const QString& folder)
+{
+    const OrvaneProjectRecord* project = m_appState.projectAt(folder);
     if (!project)
         return;
     const QString title = project->titleForDisplay();
-    m_appState.selectProjectTile(id);
+    m_appState.selectProjectTile(folder);
     const Services& services = m_appState.services();
     if (SessionKeys::confirmBeforeOpen.read(services.defaults)) {
         const Answer answer = services.questions.ask({.title = tr("Open OrvaneWorkspace project?"),
@@ -101,7 +134,7 @@ void ProjectActions::openFromTile(const QUuid& id)
         if (answer.button != 0)
             return;
     }
-    m_appState.openProject(id, true);
+    m_appState.openProjectAt(folder, true);
 }
 
 void ProjectActions::showNewProjectSheet()
@@ -122,18 +155,18 @@ void ProjectActions::showNewProjectSheet()
                                    NameSheet::BlankName::Allowed, create, m_look));
 }
 
-void ProjectActions::showRenameSheet(const QUuid& id)
+void ProjectActions::showRenameSheet(const QString& folder)
 {
-    const OrvaneProjectRecord* project = m_appState.project(id);
+    const OrvaneProjectRecord* project = m_appState.projectAt(folder);
     if (!project || !passesLicence())
         return;
-    const auto rename = [this, id](const QString& name) -> std::optional<QString> {
-        const OrvaneProjectRecord* before = m_appState.project(id);
+    const auto rename = [this, folder](const QString& name) -> std::optional<QString> {
+        const OrvaneProjectRecord* before = m_appState.projectAt(folder);
         if (!before)
             return std::nullopt;
         const auto iconName = before->iconName;
-        m_appState.updateProjectMetadata(id, name, {}, iconName);
-        const OrvaneProjectRecord* after = m_appState.project(id);
+        m_appState.updateProjectMetadata(folder, name, {}, iconName);
+        const OrvaneProjectRecord* after = m_appState.projectAt(folder);
         const QString wanted = name.trimmed();
         if (after && !wanted.isEmpty() && after->name != wanted)
             return tr("The project's folder can't be written, so the name stays as it was.");
@@ -147,19 +180,11 @@ void ProjectActions::showRenameSheet(const QUuid& id)
                                    NameSheet::BlankName::Allowed, rename, m_look));
 }
 
-void ProjectActions::moveToTrash(const QUuid& id)
+void ProjectActions::moveToTrash(const QString& folder)
 {
-    const OrvaneProjectRecord* project = m_appState.project(id);
-    if (!project || !passesLicence())
-        return;
-    const QString title = project->titleForDisplay();
-    m_appState.moveProjectToTrash(id);
-    if (m_appState.project(id))
-        tell(
-            tr("Could Not Move to Trash"),
-            tr("“%1” stays where it is, and nothing in it was changed. The desktop's trash did not "
-               "take its folder.")
-                .arg(title));
+    const auto moved = m_appState.moveProjectToTrash(folder);
+    if (!moved && !moved.error().isEmpty())
+        tell(tr("Could Not Move to Trash"), moved.error());
 }
 
 void ProjectActions::showWelcomeIfNeeded()

@@ -15,10 +15,12 @@ public:
     ProjectActions(AppState& appState, Look& look, SheetHost& sheets, QObject* parent = nullptr);
 
     /// Opens the project of a tile, after a question where the settings ask for one.
-    void openFromTile(const QUuid& id);
+    void openFromTile(const QString& folder);
+    /// Says of a tile whose folder is missing what can be done.
+    void explainMissing(const QString& folder);
     void showNewProjectSheet();
-    void showRenameSheet(const QUuid& id);
-    void moveToTrash(const QUuid& id);
+    void showRenameSheet(const QString& folder);
+    void moveToTrash(const QString& folder);
     /// The welcome, unless it has been answered or is on screen.
     void showWelcomeIfNeeded();
     void showGuide();

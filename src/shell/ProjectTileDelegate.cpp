@@ -4,8 +4,8 @@
 #include "appearance/Contrast.h"
 #include "appearance/IconChoices.h"
 #include "appearance/OrvaneStyle.h"
+#include "core/Wording.h"
 #include "shell/ProjectTilesModel.h"
-#include "shell/Wording.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -29,6 +29,37 @@ void drawSelection(QPainter& painter, const QRectF& tile, const QStyleOptionView
                   focused ? ring : blended(ring, 0.6, t.on(Surface::Window).ground));
 }
 
+/// The cover of a project that is not there: stripes without colour.
+void drawHatching(QPainter& painter, const QRectF& art, const SurfaceTokens& card)
+{
+    constexpr double stripe = 8;
+    painter.save();
+    painter.setClipRect(art, Qt::IntersectClip);
+    painter.setPen(QPen(blended(card.text, 0.05, card.ground), stripe));
+    for (double x = art.left() - art.height(); x < art.right(); x += 2.8 * stripe)
+        painter.drawLine(QPointF(x, art.bottom() + stripe),
+                         QPointF(x + art.height() + 2 * stripe, art.top() - stripe));
+    painter.restore();
+}
+
+/// A small label in the cover's upper corner, where reading begins.
+void drawLabel(QPainter& painter, const QRectF& art, const QString& text,
+               Qt::LayoutDirection direction, const SurfaceTokens& card)
+{
+    constexpr int height = 24;
+    constexpr int padding = 8;
+    constexpr int inset = 12;
+    const QFont font = interfaceFont(TextStyle::Label);
+    const int width = QFontMetrics(font).horizontalAdvance(text) + 2 * padding;
+    const QRect place =
+        QStyle::visualRect(direction, art.toRect(),
+                           QRect(int(art.left()) + inset, int(art.top()) + inset, width, height));
+    drawPanel(painter, place, 4, card.ground, card.border);
+    painter.setFont(font);
+    painter.setPen(card.text);
+    painter.drawText(place, Qt::AlignCenter | Qt::TextSingleLine, text);
+}
+
 } // namespace
 
 ProjectTileDelegate::ProjectTileDelegate(const Look& look, const Clock& clock, QObject* parent)
@@ -48,7 +79,7 @@ void ProjectTileDelegate::paint(QPainter* painter, const QStyleOptionViewItem& o
     const QRect tile(option.rect.topLeft(), QSize(m_tileWidth, tileHeight));
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    if (index.data(ProjectTilesModel::ProjectIdRole).toUuid().isNull())
+    if (index.data(ProjectTilesModel::ProjectFolderRole).toString().isEmpty())
         paintNewProject(*painter, tile, option, index.data(Qt::DisplayRole).toString());
     else
         paintProject(*painter, tile, option, index);
@@ -67,13 +98,18 @@ void ProjectTileDelegate::paintProject(QPainter& painter, const QRect& tile,
     QPainterPath outline;
     outline.addRoundedRect(QRectF(tile).adjusted(0.5, 0.5, -0.5, -0.5), corner - 0.5, corner - 0.5);
     painter.fillPath(outline, hovered ? blended(card.text, 0.03, card.ground) : card.ground);
+    const bool isMissing = index.data(ProjectTilesModel::IsMissingRole).toBool();
+    const bool isSetAside = index.data(ProjectTilesModel::IsSetAsideRole).toBool();
     QLinearGradient wash(art.topLeft(), QPointF(art.left() + art.width() * 0.6, art.bottom()));
     wash.setColorAt(0, blended(t.accent, hovered ? 0.15 : 0.11, card.ground));
     wash.setColorAt(0.85, blended(t.accent, 0.02, card.ground));
     wash.setColorAt(1, card.ground);
     painter.save();
     painter.setClipPath(outline);
-    painter.fillRect(art, wash);
+    if (isMissing)
+        drawHatching(painter, art, card);
+    else
+        painter.fillRect(art, wash);
     painter.fillRect(QRectF(art.left(), art.bottom() - 1, art.width(), 1), card.border);
     painter.restore();
     painter.setPen(QPen(card.border, 1));
@@ -81,10 +117,15 @@ void ProjectTileDelegate::paintProject(QPainter& painter, const QRect& tile,
     painter.drawPath(outline);
 
     const QString stored = index.data(ProjectTilesModel::IconNameRole).toString();
+    const QColor ink = isMissing ? card.textSecondary : card.accent;
     if (hasIconDrawing(stored))
-        drawStoredIcon(painter, art, stored, 40, card.accent);
+        drawStoredIcon(painter, art, stored, 40, ink);
     else
-        Look::drawSymbol(painter, art, projectSymbol(stored), 40, card.accent);
+        Look::drawSymbol(painter, art, projectSymbol(stored), 40, ink);
+    if (isMissing)
+        drawLabel(painter, art, tr("Not there"), option.direction, card);
+    else if (isSetAside)
+        drawLabel(painter, art, tr("Set aside"), option.direction, card);
 
     const QRect words = tile.adjusted(17, artHeight, -17, 0);
     const QFont titleFont = interfaceFont(TextStyle::BodyStrong);
@@ -93,14 +134,15 @@ void ProjectTileDelegate::paintProject(QPainter& painter, const QRect& tile,
         index.data(Qt::DisplayRole).toString().simplified(), Qt::ElideRight, words.width());
     const Timestamp changed{index.data(ProjectTilesModel::UpdatedAtRole).toLongLong()};
     painter.setFont(titleFont);
-    painter.setPen(card.text);
+    painter.setPen(isMissing ? card.textSecondary : card.text);
     painter.drawText(QRect(words.left(), words.top() + 12, words.width(), 20),
                      Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, title);
     painter.setFont(labelFont);
     painter.setPen(card.textSecondary);
     painter.drawText(QRect(words.left(), words.top() + 33, words.width(), 18),
                      Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
-                     tr("Changed %1").arg(momentInWords(changed, m_clock.now())));
+                     isMissing ? tr("Last seen %1").arg(momentInWords(changed, m_clock.now()))
+                               : tr("Changed %1").arg(momentInWords(changed, m_clock.now())));
     drawSelection(painter, tile, option, t);
 }
 

@@ -1,15 +1,29 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/ProjectTilesModel.h"
 
+#include <algorithm>
+
 namespace orvane {
 
 ProjectTilesModel::ProjectTilesModel(QObject* parent)
     : QAbstractListModel(parent)
 {}
 
-void ProjectTilesModel::setProjects(const QList<OrvaneProjectRecord>& projects)
+void ProjectTilesModel::setProjects(const QList<OrvaneProjectRecord>& projects,
+                                    const KnownProjects& known, const QList<KnownProject>& missing)
 {
-    m_projects = projects;
+    m_tiles.clear();
+    for (const OrvaneProjectRecord& project : projects) {
+        const KnownProject* remembered = known.at(project.rootPath);
+        m_tiles.append({project.rootPath, project.titleForDisplay(),
+                        project.iconName.value_or(QString()), project.updatedAt, false,
+                        remembered && remembered->isSetAside});
+    }
+    // What stayed behind when a project was moved comes after all that is worked in.
+    std::ranges::stable_partition(m_tiles, [](const Tile& tile) { return !tile.isSetAside; });
+    for (const KnownProject& project : missing)
+        m_tiles.append({project.folder, project.title, project.iconName.value_or(QString()),
+                        project.lastSeen, true, project.isSetAside});
     refilter();
 }
 
@@ -21,17 +35,14 @@ void ProjectTilesModel::setFilter(const QString& filter)
 
 void ProjectTilesModel::refilter()
 {
-    QList<OrvaneProjectRecord> shown;
-    for (const OrvaneProjectRecord& project : m_projects) {
-        if (m_filter.isEmpty() || project.titleForDisplay().contains(m_filter, Qt::CaseInsensitive))
-            shown.append(project);
+    QList<Tile> shown;
+    for (const Tile& tile : std::as_const(m_tiles)) {
+        if (m_filter.isEmpty() || tile.title.contains(m_filter, Qt::CaseInsensitive))
+            shown.append(tile);
     }
     if (shown == m_shown)
         return;
-    const bool sameTiles =
-        std::equal(shown.begin(), shown.end(), m_shown.begin(), m_shown.end(),
-                   [](const auto& one, const auto& other) { return one.id == other.id; });
-    if (sameTiles) {
+    if (std::ranges::equal(shown, m_shown, {}, &Tile::folder, &Tile::folder)) {
         m_shown = std::move(shown);
         emit dataChanged(index(0), index(int(m_shown.size()) - 1));
         return;
@@ -41,18 +52,21 @@ void ProjectTilesModel::refilter()
     endResetModel();
 }
 
-QModelIndex ProjectTilesModel::indexOf(const QUuid& id) const
+QModelIndex ProjectTilesModel::indexOf(const QString& folder) const
 {
-    for (qsizetype i = 0; i < m_shown.size(); ++i) {
-        if (m_shown.at(i).id == id)
-            return index(int(i));
-    }
-    return {};
+    const auto found = std::ranges::find(m_shown, folder, &Tile::folder);
+    return found == m_shown.end() ? QModelIndex() : index(int(found - m_shown.begin()));
 }
 
-QUuid ProjectTilesModel::projectAt(const QModelIndex& index) const
+QString ProjectTilesModel::folderAt(const QModelIndex& index) const
 {
-    return index.isValid() && index.row() < m_shown.size() ? m_shown.at(index.row()).id : QUuid();
+    return index.isValid() && index.row() < m_shown.size() ? m_shown.at(index.row()).folder
+                                                           : QString();
+}
+
+bool ProjectTilesModel::isMissing(const QModelIndex& index) const
+{
+    return index.isValid() && index.row() < m_shown.size() && m_shown.at(index.row()).isMissing;
 }
 
 int ProjectTilesModel::rowCount(const QModelIndex& parent) const
@@ -68,18 +82,26 @@ QVariant ProjectTilesModel::data(const QModelIndex& index, int role) const
         const bool isText = role == Qt::DisplayRole || role == Qt::AccessibleTextRole;
         return isText ? QVariant(tr("New Project")) : QVariant();
     }
-    const OrvaneProjectRecord& project = m_shown.at(index.row());
+    const Tile& tile = m_shown.at(index.row());
     switch (role) {
-    case Qt::DisplayRole:
     case Qt::AccessibleTextRole:
+        if (tile.isMissing)
+            return tr("%1, not there now", "a project").arg(tile.title);
+        return tile.isSetAside ? tr("%1, set aside", "a project").arg(tile.title) : tile.title;
+    case Qt::DisplayRole:
+        return tile.title;
     case Qt::ToolTipRole:
-        return project.titleForDisplay();
-    case ProjectIdRole:
-        return project.id;
+        return tile.isMissing || tile.isSetAside ? tile.folder : tile.title;
+    case ProjectFolderRole:
+        return tile.folder;
     case UpdatedAtRole:
-        return project.updatedAt.msecs;
+        return tile.date.msecs;
     case IconNameRole:
-        return project.iconName.value_or(QString());
+        return tile.iconName;
+    case IsMissingRole:
+        return tile.isMissing;
+    case IsSetAsideRole:
+        return tile.isSetAside;
     default:
         return {};
     }

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/ProjectsBrowserView.h"
 
+#include "core/Wording.h"
 #include "shell/ProjectActions.h"
 #include "shell/ProjectTileDelegate.h"
 #include "shell/ProjectTilesModel.h"
-#include "shell/Wording.h"
 #include "shell/shortcuts/KeyRouting.h"
 
 #include <QComboBox>
@@ -59,7 +59,7 @@ ProjectsBrowserView::ProjectsBrowserView(AppState& appState, ProjectActions& act
     layout->addWidget(makeFooter());
     connect(&appState, &AppState::projectsChanged, this, &ProjectsBrowserView::showProjects);
     connect(&appState, &AppState::currentProjectChanged, this, &ProjectsBrowserView::showCounts);
-    connect(&appState, &AppState::selectedProjectIDChanged, this,
+    connect(&appState, &AppState::selectedProjectChanged, this,
             &ProjectsBrowserView::showSelection);
     showProjects();
 }
@@ -157,16 +157,19 @@ void ProjectsBrowserView::makeTiles()
     declareKeyFocus(m_tiles, KeyFocus::Control);
     connect(m_tiles, &QListView::doubleClicked, this, &ProjectsBrowserView::activate);
     connect(m_tiles, &QListView::clicked, this, [this](const QModelIndex& index) {
-        if (m_model->projectAt(index).isNull())
+        if (m_model->folderAt(index).isEmpty())
             m_actions.showNewProjectSheet();
+        else if (m_model->isMissing(index))
+            m_actions.explainMissing(m_model->folderAt(index));
     });
     connect(m_tiles, &QListView::customContextMenuRequested, this,
             &ProjectsBrowserView::showContextMenu);
     connect(m_tiles->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& current) {
-                const QUuid id = m_model->projectAt(current);
-                if (!id.isNull() && m_appState.selectedProjectID() != id)
-                    m_appState.selectProjectTile(id);
+                const QString folder = m_model->folderAt(current);
+                if (!folder.isEmpty() && !m_model->isMissing(current) &&
+                    m_appState.selectedProjectFolder() != folder)
+                    m_appState.selectProjectTile(folder);
             });
 }
 
@@ -208,8 +211,8 @@ QWidget* ProjectsBrowserView::makeFooter()
 void ProjectsBrowserView::appear()
 {
     m_appState.refreshProjects();
-    if (!m_appState.selectedProjectID() && !m_appState.projects().isEmpty())
-        m_appState.selectProjectTile(m_appState.projects().first().id);
+    if (!m_appState.selectedProjectFolder() && !m_appState.projects().isEmpty())
+        m_appState.selectProjectTile(m_appState.projects().first().rootPath);
     showProjects();
     focusTiles();
     m_actions.showWelcomeIfNeeded();
@@ -251,23 +254,28 @@ QList<OrvaneProjectRecord> ProjectsBrowserView::orderedProjects() const
 
 void ProjectsBrowserView::showProjects()
 {
-    m_model->setProjects(orderedProjects());
+    m_model->setProjects(orderedProjects(), m_appState.knownProjects(),
+                         m_appState.missingProjects());
     showCounts();
     showSelection();
 }
 
 void ProjectsBrowserView::showCounts()
 {
-    const int count = int(m_appState.projects().size());
+    const int missing = int(m_appState.missingProjects().size());
+    const int count = int(m_appState.projects().size()) + missing;
     const bool filtering = !m_model->filter().isEmpty();
-    const bool nothing = count == 0 || (filtering && m_model->projectCount() == 0);
+    const bool nothing = count == 0 || (filtering && m_model->tileCount() == 0);
     m_stack->setCurrentIndex(nothing ? 1 : 0);
     m_emptyText->setText(count == 0
                              ? tr("Projects are folders on your own disk. Create one to "
                                   "start writing.")
                              : tr("No project has “%1” in its title.").arg(m_model->filter()));
     m_emptyAction->setText(count == 0 ? tr("New Project") : tr("Clear Filter"));
-    m_count->setText(count == 1 ? tr("1 project") : tr("%1 projects").arg(grouped(count)));
+    const QString projects = count == 1 ? tr("1 project") : tr("%1 projects").arg(grouped(count));
+    m_count->setText(missing == 0
+                         ? projects
+                         : tr("%1, %Ln not there", "projects, of which", missing).arg(projects));
     const auto& open = m_appState.currentProject();
     m_back->setVisible(open.has_value());
     if (open)
@@ -276,7 +284,8 @@ void ProjectsBrowserView::showCounts()
 
 void ProjectsBrowserView::showSelection()
 {
-    const QModelIndex index = m_model->indexOf(m_appState.selectedProjectID().value_or(QUuid()));
+    const QModelIndex index =
+        m_model->indexOf(m_appState.selectedProjectFolder().value_or(QString()));
     const QSignalBlocker quiet(m_tiles->selectionModel());
     if (index.isValid()) {
         m_tiles->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
@@ -291,30 +300,37 @@ void ProjectsBrowserView::activate(const QModelIndex& index)
 {
     if (!index.isValid())
         return;
-    const QUuid id = m_model->projectAt(index);
-    if (id.isNull())
+    const QString folder = m_model->folderAt(index);
+    if (folder.isEmpty())
         m_actions.showNewProjectSheet();
+    else if (m_model->isMissing(index))
+        m_actions.explainMissing(folder);
     else
-        m_actions.openFromTile(id);
+        m_actions.openFromTile(folder);
 }
 
 void ProjectsBrowserView::showContextMenu(const QPoint& position)
 {
     const QModelIndex index = m_tiles->indexAt(position);
-    const QUuid id = m_model->projectAt(index);
+    const QString folder = m_model->folderAt(index);
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    if (id.isNull()) {
+    if (m_model->isMissing(index)) {
+        menu->addAction(look().icon(Symbol::Project), tr("Open"), this,
+                        [this, folder] { m_actions.explainMissing(folder); });
+        menu->addAction(look().icon(Symbol::Trash), tr("Take Off the List"), this,
+                        [this, folder] { m_appState.forgetProject(folder); });
+    } else if (folder.isEmpty()) {
         menu->addAction(look().icon(Symbol::Plus), tr("New Project…"), &m_actions,
                         &ProjectActions::showNewProjectSheet);
     } else {
         menu->addAction(look().icon(Symbol::Project), tr("Open"), this,
-                        [this, id] { m_actions.openFromTile(id); });
+                        [this, folder] { m_actions.openFromTile(folder); });
         menu->addAction(look().icon(Symbol::Rename), tr("Rename…"), this,
-                        [this, id] { m_actions.showRenameSheet(id); });
+                        [this, folder] { m_actions.showRenameSheet(folder); });
         menu->addSeparator();
         menu->addAction(look().icon(Symbol::Trash), tr("Move to Trash"), this,
-                        [this, id] { m_actions.moveToTrash(id); });
+                        [this, folder] { m_actions.moveToTrash(folder); });
     }
     menu->popup(m_tiles->viewport()->mapToGlobal(position));
 }
@@ -353,7 +369,7 @@ bool ProjectsBrowserView::eventFilter(QObject* watched, QEvent* event)
             m_filter->clear();
             return true;
         }
-        if (key->key() == Qt::Key_Down || (isReturn && m_model->projectCount() > 0)) {
+        if (key->key() == Qt::Key_Down || (isReturn && m_model->tileCount() > 0)) {
             if (!m_tiles->currentIndex().isValid())
                 m_tiles->setCurrentIndex(m_model->index(0));
             focusTiles();

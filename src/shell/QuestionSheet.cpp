@@ -3,6 +3,7 @@
 
 #include "appearance/OrvaneStyle.h"
 #include "shell/MessageText.h"
+#include "shell/TypingAside.h"
 
 #include <QAccessible>
 #include <QCheckBox>
@@ -366,9 +367,12 @@ Answer SheetQuestions::ask(const Question& question)
         return {cancelAnswer(question), false, 0};
     auto* sheet = new QuestionSheet(question, *m_look);
     Answer answer{cancelAnswer(question), false, 0};
+    const auto* aside = question.keepsTyping ? new TypingAside(*sheet) : nullptr;
     QEventLoop loop;
     QObject::connect(sheet, &Sheet::finished, &loop, [&] {
         answer = sheet->answer();
+        if (aside)
+            answer.typed = aside->text();
         loop.quit();
     });
     // The window may go while the question is open.

@@ -55,6 +55,7 @@ public:
     /// Takes over the sheet and shows it on top.
     void present(Sheet* sheet);
     [[nodiscard]] Sheet* topSheet() const;
+    [[nodiscard]] Look& look() const { return m_look; }
     /// Places everything in the middle again.
     void layOut();
 

@@ -545,8 +545,7 @@ void Tour::protectedProject()
         expect(store.open(QIODevice::WriteOnly) && store.write("not a store at all") > 0,
                u"the store can be damaged for the picture"_s);
     }
-    const QUuid id = m_app->appState().projects().constLast().id;
-    answering([&] { m_app->appState().openProject(id, true); }, u"OK"_s,
+    answering([&] { m_app->appState().openProjectAt(root, true); }, u"OK"_s,
               u"project-data-protected"_s);
     expect(TourHand::waitFor(
                [this] { return !m_app->appState().projectLoadProtectionAlert().has_value(); }),

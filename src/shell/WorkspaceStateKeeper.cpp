@@ -41,12 +41,13 @@ void WorkspaceStateKeeper::projectOpened()
     const auto& project = m_appState.currentProject();
     if (!project || m_appState.folders().isEmpty())
         return;
-    m_projectRootPath = project->rootPath;
+    m_projectRootPath = m_appState.projectAccessPath();
+    m_projectID = project->id;
     const auto& stored = m_appState.openedWorkspaceState();
     const QColor ground = m_look.ground(Surface::Window);
     m_state = stored ? *stored
                      : QuickSettingsDefaults::defaultWorkspaceState(RgbaColor::fromQColor(ground));
-    QuickSettingsController::applyPanes(m_state, m_locks.value(m_projectRootPath),
+    QuickSettingsController::applyPanes(m_state, m_locks.value(m_projectID),
                                         m_appState.services().defaults, m_layout);
 }
 
@@ -73,7 +74,7 @@ void WorkspaceStateKeeper::finish()
 {
     save();
     if (!m_projectRootPath.isEmpty())
-        m_locks.insert(m_projectRootPath, m_layout.locks());
+        m_locks.insert(m_projectID, m_layout.locks());
     m_projectRootPath.clear();
 }
 

@@ -29,11 +29,12 @@ private:
     AppState& m_appState;
     SplitPaneLayoutModel& m_layout;
     const Look& m_look;
-    /// Empty while no project is followed.
+    /// Where the project is reached; empty while none is followed.
     QString m_projectRootPath;
+    QUuid m_projectID;
     ProjectWorkspaceState m_state;
     /// By project, of this run of the program: locks do not outlive it.
-    QHash<QString, PaneLocks> m_locks;
+    QHash<QUuid, PaneLocks> m_locks;
     std::unique_ptr<Clock::Delay> m_pending;
 };
 

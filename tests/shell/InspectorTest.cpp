@@ -7,6 +7,7 @@
 #include "shell/inspector/TagField.h"
 #include "shell/inspector/VersionListView.h"
 
+#include <QDir>
 #include <QLabel>
 #include <QListWidget>
 #include <QMenu>
@@ -228,8 +229,132 @@ TEST_F(InspectorTest, AVersionIsReadRestoredAndDeleted)
     EXPECT_EQ(list->model()->rowCount(), rows);
     EXPECT_TRUE(answering([&] { press(u"Delete"_s); }, [&] { press(u"Delete"_s); }));
     EXPECT_EQ(list->model()->rowCount(), rows - 1);
-    EXPECT_EQ(NoteVersionHistoryStore::snapshots(state().currentProject()->rootPath, m_note).size(),
+    EXPECT_EQ(NoteVersionHistoryStore::snapshots(state().currentProject()->rootPath, m_note)
+                  .value()
+                  .size(),
               rows - 2);
+}
+
+TEST_F(InspectorTest, SaysWhenVersionsCantBeReadAndRestoresNothingThen)
+{
+    const QString path =
+        NoteVersionHistoryStore::filePath(state().currentProject()->rootPath, m_note);
+    ASSERT_TRUE(state().appendVersionSnapshot(m_note, u"Manual Save"_s));
+    NoteContent content = NoteContent::of(*state().note(m_note));
+    content.body = u"other words"_s;
+    state().updateNote(m_note, content);
+    TourHand::settle();
+    find<VersionListView>()->setFocus(Qt::TabFocusReason);
+    // What a failing disk is to a file, a folder in its place is for good.
+    ASSERT_TRUE(QFile::rename(path, path + u".whole"_s));
+    ASSERT_TRUE(QDir().mkdir(path));
+    QString told;
+    EXPECT_TRUE(answering([&] { press(u"Restore"_s); },
+                          [&] {
+                              told = sheetTitle();
+                              press(u"OK"_s);
+                          }));
+    EXPECT_EQ(told, u"The Version Was Not Restored"_s);
+    EXPECT_EQ(state().note(m_note)->body, u"other words"_s);
+    QTimer ok;
+    bool saidWhy = false;
+    QObject::connect(&ok, &QTimer::timeout, &ok, [&] {
+        if (sheetTitle() != u"The Snapshot Was Not Deleted"_s)
+            return;
+        saidWhy = true;
+        ok.stop();
+        press(u"OK"_s);
+    });
+    ok.start(5);
+    EXPECT_TRUE(answering([&] { press(u"Delete"_s); }, [&] { press(u"Delete"_s); }));
+    EXPECT_TRUE(saidWhy);
+
+    const auto reload = [&] {
+        state().selectNote(m_other);
+        TourHand::settle();
+        EXPECT_TRUE(says(u"No snapshots yet."_s));
+        state().selectNote(m_note);
+        TourHand::settle();
+        EXPECT_FALSE(says(u"No snapshots yet."_s));
+    };
+    reload();
+    EXPECT_TRUE(says(u"The snapshots of this note can't be read at the moment. Nothing is changed "
+                     "in their file."_s));
+    ASSERT_TRUE(QDir().rmdir(path));
+    ASSERT_TRUE(writeFileAtomically(path, "[{"));
+    reload();
+    EXPECT_TRUE(says(u"The snapshots of this note are damaged. Their file stays as it is and is "
+                     "set aside when the next snapshot is kept."_s));
+    ASSERT_TRUE(QFile::remove(path) && QFile::rename(path + u".whole"_s, path));
+    reload();
+    EXPECT_TRUE(says(u"Select a snapshot to preview or restore."_s));
+}
+
+TEST_F(InspectorTest, AHundredTagsAreShownAtATime)
+{
+    QStringList tags;
+    for (int i = 0; i < 230; ++i)
+        tags.append(u"tag %1"_s.arg(i, 3, 10, QLatin1Char('0')));
+    state().updateNoteTags(m_note, tags);
+    TourHand::settle();
+    EXPECT_EQ(chips(), tags.first(100));
+    button(u"130 more"_s)->setFocus(Qt::TabFocusReason); // which scrolls it into sight
+    TourHand::settle();
+    m_hand->press(Qt::Key_Space);
+    EXPECT_EQ(chips(), tags.first(200));
+    EXPECT_TRUE(find<TagChip>(u"Tag tag 100"_s)->hasFocus());
+    m_hand->press(Qt::Key_Delete);
+    EXPECT_EQ(state().tagsForNote(m_note).size(), 229);
+    EXPECT_EQ(chips().size(), 200);
+    button(u"29 more"_s)->setFocus(Qt::TabFocusReason);
+    TourHand::settle();
+    m_hand->press(Qt::Key_Space);
+    EXPECT_EQ(chips().size(), 229);
+    state().selectNote(m_other);
+    state().selectNote(m_note);
+    TourHand::settle();
+    EXPECT_EQ(chips().size(), 100);
+}
+
+TEST_F(InspectorTest, MoreTagsThanAMenuHoldsAreFoundInASheet)
+{
+    const auto openMenu = [&]() -> QMenu* {
+        press(u"Filter by Tag"_s);
+        return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    };
+    QStringList tags;
+    for (int i = 0; i < 60; ++i)
+        tags.append(u"tag %1"_s.arg(i, 2, 10, QLatin1Char('0')));
+    state().updateNoteTags(m_note, tags.first(40));
+    QMenu* menu = openMenu();
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(menu->actions().size(), 40);
+    EXPECT_EQ(menu->actions().first()->text(), u"tag 00  (1)"_s);
+    menu->close();
+    state().updateNoteTags(m_other, tags.sliced(40));
+    menu = openMenu();
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(menu->actions().last()->text(), u"Find a Tag…"_s);
+    menu->actions().last()->trigger();
+    menu->close();
+    EXPECT_EQ(sheetTitle(), u"Filter by Tag"_s);
+    auto* list = find<QListView>();
+    ASSERT_NE(list, nullptr);
+    EXPECT_EQ(list->model()->rowCount(), 60);
+    m_hand->type(u"g 5"_s);
+    EXPECT_EQ(list->model()->rowCount(), 10);
+    m_hand->press(Qt::Key_Down);
+    m_hand->press(Qt::Key_Return);
+    EXPECT_EQ(state().activeTagFilter(), QSet<QString>{u"tag 51"_s});
+    EXPECT_EQ(list->currentIndex().data(Qt::CheckStateRole), Qt::Checked);
+    EXPECT_EQ(state().displayedBinderRows().size(), 1);
+    press(u"Done"_s);
+    menu = openMenu();
+    ASSERT_NE(menu, nullptr);
+    ASSERT_EQ(menu->actions().size(), 3);
+    EXPECT_EQ(menu->actions().first()->text(), u"tag 51  (1)"_s);
+    EXPECT_TRUE(menu->actions().first()->isChecked());
+    menu->close();
 }
 
 TEST_F(InspectorTest, AFolderHasTagsAndTheTrashACount)

@@ -99,7 +99,7 @@ TEST_F(ShellTest, WhatCannotBeOpenedIsSaidInOneMessage)
     const QString nowhere = u"orvaneworkspace://note/"_s + uuidText(QUuid::createUuid());
     QFile text(m_home.filePath(u"a.txt"_s));
     ASSERT_TRUE(text.open(QFile::WriteOnly));
-    text.write("caf\xe9");
+    text.write(QByteArray("a\0b", 3));
     text.close();
     const QString closed =
         say(OpenRequest{{nowhere, u"orvaneworkspace://what/1"_s}, {text.fileName()}, {}});

@@ -4,6 +4,7 @@
 #include "editor/EditorPaneView.h"
 #include "editor/EditorView.h"
 #include "shell/LinkSheet.h"
+#include "shell/TypingAside.h"
 #include "text/TextStore.h"
 
 #include <QClipboard>
@@ -11,6 +12,8 @@
 #include <QContextMenuEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QTest>
+#include <QTimer>
 
 namespace orvane {
 namespace {
@@ -124,6 +127,43 @@ TEST_F(WritingTest, TheSelectionBecomesANote)
     EXPECT_EQ(made.body.text(), u"see here"_s);
     EXPECT_TRUE(session().gateway().store().characterStyle(1)->font->isBold());
     EXPECT_FALSE(session().gateway().store().characterStyle(5)->font->isBold());
+}
+
+TEST_F(WritingTest, WhatIsTypedWhileAQuestionComesAnswersNothingAndIsKept)
+{
+    session().gateway().performUndoableDocumentEdit(u"Bold"_s, [](DocumentEditor& editor) {
+        editor.modifyCharacterStyles({0, 3},
+                                     [](CharacterStyle& style) { style.font->weight = 700; });
+    });
+    session().setMode(EditorMode::plainText);
+    m_hand->press(Qt::Key_End, Qt::ControlModifier);
+    QTimer::singleShot(0, [&] {
+        QTest::qWait(TypingAside::pause + 100);
+        m_hand->press(Qt::Key_Return);
+    });
+    m_hand->type(u"q"_s);
+    TourHand::settle();
+    EXPECT_EQ(sheetTitle(), QString()) << "after a pause the keys answer";
+    EXPECT_EQ(session().gateway().store().text(), u"see here"_s);
+
+    QTimer::singleShot(0, [&] {
+        EXPECT_EQ(sheetTitle(), u"Edit Without Formatting?"_s);
+        m_hand->type(u"nd thre "_s);
+        m_hand->press(Qt::Key_Backspace);
+        m_hand->press(Qt::Key_Backspace);
+        m_hand->type(u"e."_s);
+        m_hand->press(Qt::Key_Return);
+        m_hand->press(Qt::Key_Tab);
+        m_hand->type(u"x"_s);
+        EXPECT_EQ(sheetTitle(), u"Edit Without Formatting?"_s);
+        QTest::qWait(TypingAside::pause + 100);
+        press(u"Edit"_s);
+    });
+    m_hand->type(u"a"_s);
+    TourHand::settle();
+    EXPECT_EQ(sheetTitle(), QString());
+    EXPECT_EQ(session().gateway().store().text(), u"see hereand thre.\nx"_s);
+    EXPECT_TRUE(window().editorPane().textView().hasFocus());
 }
 
 } // namespace

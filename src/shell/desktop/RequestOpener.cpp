@@ -4,19 +4,21 @@
 #include "core/InternalNoteLink.h"
 #include "core/NoteLocator.h"
 #include "shell/MainWindow.h"
+#include "shell/desktop/OpeningSheet.h"
 
-#include <QFile>
 #include <QFileInfo>
-#include <QStringDecoder>
 #include <QUrl>
 
 namespace orvane {
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
-constexpr qint64 longestText = 50'000'000;
+/// What is read at once stands in memory until all of it is there.
+constexpr qint64 mostText = 256 << 20;
+constexpr auto feltAfter = 200ms;
 
 void bringToFront(QWidget& window, const QString& activationToken)
 {
@@ -45,27 +47,29 @@ bool isTextFile(const QString& path)
     return suffix == "txt"_L1 || suffix == "md"_L1 || suffix == "markdown"_L1;
 }
 
-std::optional<QString> textOf(const QString& path)
-{
-    QFile file(path);
-    if (!file.open(QFile::ReadOnly) || file.size() > longestText)
-        return std::nullopt;
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    QString text = decoder(file.readAll());
-    if (decoder.hasError())
-        return std::nullopt;
-    return text.replace("\r\n"_L1, "\n"_L1);
-}
-
 } // namespace
 
-RequestOpener::RequestOpener(AppState& appState, MainWindow& window, QObject* parent)
+RequestOpener::RequestOpener(AppState& appState, MainWindow& window, TextFilesReader::Read read,
+                             QObject* parent)
     : QObject(parent)
     , m_appState(appState)
     , m_window(window)
+    , m_read(std::move(read))
 {
+    m_felt.setSingleShot(true);
+    m_felt.callOnTimeout(this, [this] {
+        m_sheet = new OpeningSheet(*m_reader, m_window.sheets().look());
+        connect(m_sheet, &OpeningSheet::cancelled, this, &RequestOpener::cancelReading);
+        m_window.sheets().present(m_sheet);
+    });
     connect(&window.sheets(), &SheetHost::visibleChanged, this, &RequestOpener::openPending,
             Qt::QueuedConnection);
+}
+
+RequestOpener::~RequestOpener()
+{
+    if (m_sheet)
+        m_sheet->leave();
 }
 
 void RequestOpener::open(const OpenRequest& request)
@@ -82,14 +86,21 @@ void RequestOpener::openPending()
     if (m_opening || m_window.sheets().topSheet())
         return;
     m_opening = true;
-    QStringList refusals;
     while (!m_pending.isEmpty()) {
         const OpenRequest request = m_pending.takeFirst();
         for (const QString& link : request.links)
-            refusals.append(openLink(link));
+            m_refusals.append(openLink(link));
         for (const QString& file : request.files)
-            refusals.append(openFile(file));
+            m_refusals.append(openFile(file));
     }
+    if (m_texts.isEmpty())
+        return tellAndGoOn();
+    readTexts();
+}
+
+void RequestOpener::tellAndGoOn()
+{
+    QStringList refusals = std::exchange(m_refusals, {});
     refusals.removeAll(QString());
     if (!refusals.isEmpty())
         m_appState.services().questions.ask({.title = tr("Not Everything Could Be Opened"),
@@ -113,7 +124,7 @@ QString RequestOpener::openLink(const QString& link)
         const auto project = projectHoldingNote(m_appState.projectsByRecentOpen(), *note);
         if (!project)
             return tr("The note of the link “%1” is in no project of the library.").arg(link);
-        m_appState.openProject(*project, false);
+        m_appState.openProjectAt(*project, false);
         if (!m_appState.note(*note))
             return {}; // what stands in the way is told by the one who opens
     }
@@ -133,31 +144,70 @@ QString RequestOpener::openFile(const QString& path)
     for (const OrvaneProjectRecord& project : m_appState.projects()) {
         if (QFileInfo(project.rootPath).canonicalFilePath() != folder)
             continue;
-        m_appState.openProject(project.id, true);
+        m_appState.openProjectAt(project.rootPath, true);
         return {};
     }
     if (info.isDir())
         return tr("“%1” is no project of the library.").arg(path);
-    return isTextFile(path) ? openText(path)
-                            : tr("“%1” is neither a project nor a text file.").arg(path);
+    if (!isTextFile(path))
+        return tr("“%1” is neither a project nor a text file.").arg(path);
+    if (!m_appState.currentProject())
+        return tr("“%1” becomes a note once a project is open. Open one, and try again.")
+            .arg(info.fileName());
+    qint64 together = info.size();
+    for (const QString& text : std::as_const(m_texts))
+        together += QFileInfo(text).size();
+    if (together > mostText && !m_texts.isEmpty())
+        return tr("“%1” is left out: together the files are larger than %n megabytes. Open it by "
+                  "itself.",
+                  nullptr, int(mostText >> 20))
+            .arg(info.fileName());
+    m_texts.append(path);
+    return {};
 }
 
-QString RequestOpener::openText(const QString& path)
+void RequestOpener::readTexts()
 {
-    const QString name = QFileInfo(path).fileName();
-    if (!m_appState.currentProject())
-        return tr("“%1” becomes a note once a project is open. Open one, and try again.").arg(name);
-    const auto text = textOf(path);
-    if (!text)
+    const QStringList paths = std::exchange(m_texts, {});
+    const auto& project = m_appState.currentProject();
+    m_project = project ? std::optional(project->id) : std::nullopt;
+    m_reader = std::make_unique<TextFilesReader>(paths, m_read);
+    connect(m_reader.get(), &TextFilesReader::finished, this, &RequestOpener::makeNotes);
+    m_felt.start(feltAfter);
+}
+
+void RequestOpener::cancelReading()
+{
+    m_reader.reset();
+    QMetaObject::invokeMethod(this, &RequestOpener::tellAndGoOn, Qt::QueuedConnection);
+}
+
+void RequestOpener::makeNotes()
+{
+    m_felt.stop();
+    if (m_sheet)
+        m_sheet->leave();
+    const std::unique_ptr<TextFilesReader> reader = std::move(m_reader);
+    for (const TextFile& file : reader->files())
+        m_refusals.append(makeNote(file));
+    tellAndGoOn();
+}
+
+QString RequestOpener::makeNote(const TextFile& file)
+{
+    const QString name = QFileInfo(file.path).fileName();
+    if (file.outcome == TextFile::Outcome::Unreadable)
+        return tr("“%1” can't be read. %2").arg(name, file.error.detail);
+    if (file.outcome == TextFile::Outcome::NotText)
         return tr("“%1” can't be read as text.").arg(name);
+    const auto& project = m_appState.currentProject();
+    if (!project || project->id != m_project)
+        return tr("“%1” became no note: its project was closed while it was read.").arg(name);
     m_appState.presentEditor();
-    const auto note = m_appState.createNote(*text, {});
-    if (!note)
-        return tr("No note can be made from “%1” now: the project can't be changed.").arg(name);
-    NoteContent content = NoteContent::of(*m_appState.note(*note));
-    content.title = QFileInfo(path).completeBaseName();
-    m_appState.updateNote(*note, content);
-    return {};
+    const auto note = m_appState.createNoteWithTitle(QFileInfo(file.path).completeBaseName(),
+                                                     NoteText(Blob(file.utf8)));
+    return note ? QString()
+                : tr("No note can be made from “%1” now: the project can't be changed.").arg(name);
 }
 
 } // namespace orvane

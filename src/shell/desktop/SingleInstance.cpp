@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/desktop/SingleInstance.h"
 
+#include "platform/AtomicFile.h"
+
 #include <QElapsedTimer>
 #include <QFile>
 #include <QSocketNotifier>
@@ -21,6 +23,7 @@ namespace {
 constexpr qsizetype lengthSize = 4;
 constexpr char taken = 1;
 constexpr auto retryAfter = 50ms;
+constexpr qint64 largestLock = 4096;
 
 QByteArray framed(const QByteArray& message)
 {
@@ -112,6 +115,11 @@ SingleInstance::~SingleInstance()
 SingleInstance::Role SingleInstance::claim(const OpenRequest& request,
                                            std::chrono::milliseconds patience)
 {
+    if (const auto obstacle = obstacleAt(m_lock.fileName(), largestLock)) {
+        // The lock would be opened, and a pipe waited for.
+        qWarning("Further starts can't be noticed: %ls", qUtf16Printable(obstacle->text()));
+        return Role::First;
+    }
     QElapsedTimer timer;
     timer.start();
     do {

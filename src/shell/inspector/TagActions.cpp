@@ -2,8 +2,8 @@
 #include "shell/inspector/TagActions.h"
 
 #include "core/TagColorPalette.h"
+#include "core/Wording.h"
 #include "shell/NameSheet.h"
-#include "shell/Wording.h"
 #include "shell/inspector/AliasesSheet.h"
 #include "shell/inspector/TagChip.h"
 

@@ -99,6 +99,11 @@ TagField::TagField(Look& look, QWidget* parent)
             return commit();
         updateGeometry();
     });
+    // Told before the completer looks for its matches. A choice that is only pointed at is no edit.
+    connect(this, &QLineEdit::textEdited, this, [this](const QString& text) {
+        m_choices->setStringList(m_choicesFor && !text.isEmpty() ? m_choicesFor(text)
+                                                                 : QStringList());
+    });
     connect(this, &QLineEdit::returnPressed, this, [this] {
         // With the list open the completer has its say first: it is in the middle of this key.
         if (completer()->popup()->isVisible())
@@ -133,12 +138,6 @@ void TagField::makeCompleter()
     // Queued: the field itself takes over the chosen text first.
     connect(completer, qOverload<const QString&>(&QCompleter::activated), this, &TagField::commit,
             Qt::QueuedConnection);
-}
-
-void TagField::setChoices(const QStringList& tags)
-{
-    if (m_choices->stringList() != tags)
-        m_choices->setStringList(tags);
 }
 
 QSize TagField::sizeHint() const

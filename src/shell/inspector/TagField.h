@@ -5,6 +5,7 @@
 
 #include <QLineEdit>
 
+#include <functional>
 #include <optional>
 
 class QStringListModel;
@@ -18,8 +19,9 @@ class TagField : public QLineEdit {
 public:
     explicit TagField(Look& look, QWidget* parent = nullptr);
 
-    /// The tags to complete from, without those that are there already.
-    void setChoices(const QStringList& tags);
+    /// What there is to complete from: asked for each time something is typed, with the text.
+    using Choices = std::function<QStringList(const QString& text)>;
+    void setChoices(Choices choices) { m_choicesFor = std::move(choices); }
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
@@ -37,6 +39,7 @@ private:
     void commit();
 
     Look& m_look;
+    Choices m_choicesFor;
     QStringListModel* m_choices;
     /// What the width of the words was measured for.
     mutable std::optional<QFont> m_hintFont;

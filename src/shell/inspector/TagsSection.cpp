@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/inspector/TagsSection.h"
 
+#include "appearance/OrvaneStyle.h"
 #include "core/TagColorPalette.h"
 #include "shell/inspector/FlowLayout.h"
 #include "shell/inspector/TagChip.h"
@@ -17,6 +18,10 @@ namespace {
 
 constexpr int padding = 16;
 constexpr int chipGap = 6;
+/// How many chips are made at once: more take longer than a frame.
+constexpr qsizetype chipsAtOnce = 100;
+/// More are found by typing on.
+constexpr qsizetype mostChoices = 200;
 
 } // namespace
 
@@ -25,6 +30,8 @@ TagsSection::TagsSection(AppState& appState, SheetHost& sheets, Look& look, QWid
     , m_appState(appState)
     , m_look(look)
     , m_actions(new TagActions(appState, sheets, look, this))
+    , m_mostChips(chipsAtOnce)
+    , m_more(new QToolButton(this))
     , m_field(new TagField(look, this))
     , m_plus(new QToolButton(this))
 {
@@ -48,8 +55,13 @@ TagsSection::TagsSection(AppState& appState, SheetHost& sheets, Look& look, QWid
     auto* chips = new QWidget(this);
     sides->addWidget(chips);
     m_flow = new FlowLayout(chips, chipGap);
-    m_flow->insertWidget(0, m_field);
+    m_flow->insertWidget(0, m_more);
+    m_flow->insertWidget(1, m_field);
+    m_more->setFocusPolicy(Qt::TabFocus);
+    setTextStyle(m_more, TextStyle::Body);
+    connect(m_more, &QToolButton::clicked, this, &TagsSection::showMore);
     layout->addLayout(sides);
+    m_field->setChoices([this](const QString& text) { return choicesFor(text); });
     connect(m_plus, &QToolButton::clicked, this,
             [this] { m_field->setFocus(Qt::OtherFocusReason); });
     connect(m_field, &TagField::tagEntered, this, &TagsSection::add);
@@ -60,8 +72,10 @@ TagsSection::TagsSection(AppState& appState, SheetHost& sheets, Look& look, QWid
 
 void TagsSection::setSubject(const BinderRowID& subject)
 {
-    if (m_subject != subject)
+    if (m_subject != subject) {
         m_field->clear();
+        m_mostChips = chipsAtOnce;
+    }
     m_subject = subject;
     refresh();
 }
@@ -89,19 +103,23 @@ void TagsSection::setSubjectTags(const QStringList& tags)
 void TagsSection::refresh()
 {
     const QStringList tags = subjectTags();
-    showChips(tags);
+    showChips(tags.first(qMin(tags.size(), m_mostChips)));
+    m_more->setText(tr("%n more", nullptr, int(tags.size() - m_chips.size())));
+    m_more->setVisible(tags.size() > m_chips.size());
     for (TagChip* chip : m_chips) {
         chip->setColor(tagColor(m_appState.tagSettings(), chip->tag()).toQColor());
         chip->setEnabled(!m_appState.isReadOnly());
     }
-    QStringList choices;
-    for (const TagRecord& record : m_appState.tagLibrary()) {
-        if (!containsTag(tags, record.name) && !containsTag(choices, record.name))
-            choices.append(record.name);
-    }
-    m_field->setChoices(choices);
     m_field->setVisible(!m_appState.isReadOnly());
     m_plus->setVisible(!m_appState.isReadOnly());
+}
+
+QStringList TagsSection::choicesFor(const QString& text) const
+{
+    const QStringList tags = subjectTags();
+    QStringList choices = tagsContaining(m_appState.tagLibrary(), text, mostChoices + tags.size());
+    choices.removeIf([&](const QString& tag) { return containsTag(tags, tag); });
+    return choices.first(qMin(choices.size(), mostChoices));
 }
 
 TagChip* TagsSection::makeChip(const QString& tag)
@@ -142,8 +160,17 @@ void TagsSection::showChips(const QStringList& tags)
         setTabOrder(before, chip);
         before = chip;
     }
-    setTabOrder(before, m_field);
+    setTabOrder(before, m_more);
+    setTabOrder(m_more, m_field);
     updateGeometry();
+}
+
+void TagsSection::showMore()
+{
+    const qsizetype before = m_chips.size();
+    m_mostChips += chipsAtOnce;
+    refresh();
+    focusChip(before);
 }
 
 void TagsSection::add(const QString& tag)

@@ -26,8 +26,11 @@ public:
 
 private:
     [[nodiscard]] QStringList subjectTags() const;
+    /// The tags to complete `text` from, without those that are there already.
+    [[nodiscard]] QStringList choicesFor(const QString& text) const;
     void setSubjectTags(const QStringList& tags);
     void showChips(const QStringList& tags);
+    void showMore();
     [[nodiscard]] TagChip* makeChip(const QString& tag);
     void add(const QString& tag);
     void remove(const QString& tag);
@@ -41,6 +44,9 @@ private:
     std::optional<BinderRowID> m_subject;
     FlowLayout* m_flow;
     QList<TagChip*> m_chips;
+    /// At most so many tags have a chip; the button shows more.
+    qsizetype m_mostChips;
+    QToolButton* m_more;
     TagField* m_field;
     QToolButton* m_plus;
 };

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/inspector/VersionHistorySection.h"
 
+#include "core/Wording.h"
 #include "editor/EditorPaneView.h"
-#include "shell/Wording.h"
 #include "shell/inspector/FlowLayout.h"
 #include "shell/inspector/VersionListView.h"
 #include "shell/inspector/VersionPreviewSheet.h"
@@ -21,6 +21,19 @@ constexpr int padding = 16;
 /// A file up to this size is read within a frame.
 constexpr qint64 readAtOnce = 1'000'000;
 constexpr int leastRowsShown = 3;
+
+/// What stands in the place of a list of versions.
+QString inWords(const std::optional<VersionHistoryError>& problem)
+{
+    using Section = VersionHistorySection;
+    if (!problem)
+        return Section::tr("No snapshots yet.");
+    if (problem->code == VersionHistoryError::Code::Damaged)
+        return Section::tr("The snapshots of this note are damaged. Their file stays as it is and "
+                           "is set aside when the next snapshot is kept.");
+    return Section::tr("The snapshots of this note can't be read at the moment. Nothing is "
+                       "changed in their file.");
+}
 
 } // namespace
 
@@ -98,7 +111,7 @@ void VersionHistorySection::setNote(const QUuid& noteID)
         return;
     m_noteID = noteID;
     m_list->selectVersion(-1);
-    show({});
+    show(Snapshots());
     load();
 }
 
@@ -113,13 +126,13 @@ void VersionHistorySection::load()
     const quint64 wish = ++m_load;
     const auto& project = m_appState.currentProject();
     if (!project)
-        return show({});
-    const QString root = project->rootPath;
+        return show(Snapshots());
+    const QString root = m_appState.projectAccessPath();
     const QUuid note = m_noteID;
     if (QFileInfo(NoteVersionHistoryStore::filePath(root, note)).size() <= readAtOnce)
         return show(NoteVersionHistoryStore::snapshots(root, note));
     QThreadPool::globalInstance()->start([self = QPointer(this), root, note, wish] {
-        const QList<NoteVersionSnapshot> snapshots = NoteVersionHistoryStore::snapshots(root, note);
+        const Snapshots snapshots = NoteVersionHistoryStore::snapshots(root, note);
         QMetaObject::invokeMethod(qApp, [self, snapshots, wish] {
             if (self && self->m_load == wish)
                 self->show(snapshots);
@@ -127,10 +140,12 @@ void VersionHistorySection::load()
     });
 }
 
-void VersionHistorySection::show(const QList<NoteVersionSnapshot>& oldestFirst)
+void VersionHistorySection::show(const Snapshots& oldestFirst)
 {
     const auto before = selected();
-    m_newestFirst = {oldestFirst.rbegin(), oldestFirst.rend()};
+    const QList<NoteVersionSnapshot> all = oldestFirst.value_or(QList<NoteVersionSnapshot>());
+    m_newestFirst = {all.rbegin(), all.rend()};
+    m_problem = oldestFirst ? std::nullopt : std::optional(oldestFirst.error());
     showRows();
     int again = -1;
     for (qsizetype i = 0; before && i < m_newestFirst.size(); ++i) {
@@ -146,6 +161,8 @@ void VersionHistorySection::showRows()
     const bool any = !m_newestFirst.isEmpty();
     m_count->setText(tr("%1 snapshots").arg(grouped(m_newestFirst.size())));
     m_count->setVisible(any);
+    m_nothing->setText(inWords(m_problem));
+    m_nothing->setToolTip(m_problem ? m_problem->detail : QString());
     m_nothing->setVisible(!any);
     m_list->setVisible(any);
     m_list->setRows(versionRows(m_newestFirst, m_wordsNow, m_appState.services().clock.now()));
@@ -192,9 +209,26 @@ void VersionHistorySection::preview()
 
 void VersionHistorySection::restore(const NoteVersionSnapshot& version)
 {
-    m_appState.restoreVersion(version);
+    if (const auto restored = m_appState.restoreVersion(version); !restored)
+        return tell(tr("The Version Was Not Restored"),
+                    tr("The note as it is now could not be kept as a version first, so it stays "
+                       "as it is.\n\n%1"),
+                    restored.error());
     m_list->selectVersion(-1);
     m_list->setFocus(Qt::OtherFocusReason);
+}
+
+void VersionHistorySection::tell(const QString& title, const QString& text,
+                                 const VersionHistoryError& error)
+{
+    if (error.code == VersionHistoryError::Code::NotAllowed)
+        return;
+    m_appState.services().questions.ask({.title = title,
+                                         .text = text.arg(error.detail),
+                                         .buttons = {tr("OK")},
+                                         .suppression = {},
+                                         .choices = {},
+                                         .tone = Question::Tone::Warning});
 }
 
 void VersionHistorySection::removeSelected()
@@ -215,7 +249,9 @@ void VersionHistorySection::removeSelected()
     if (!self || answer.button != 0)
         return;
     const int at = m_list->selectedVersion();
-    m_appState.deleteVersion(*version);
+    if (const auto deleted = m_appState.deleteVersion(*version); !deleted)
+        return tell(tr("The Snapshot Was Not Deleted"), tr("It is still there.\n\n%1"),
+                    deleted.error());
     m_list->selectVersion(at);
     m_list->setFocus(Qt::OtherFocusReason);
 }

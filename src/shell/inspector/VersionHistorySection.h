@@ -29,12 +29,16 @@ public:
 
 private:
     [[nodiscard]] QWidget* makeButtons();
+    using Snapshots = std::expected<QList<NoteVersionSnapshot>, VersionHistoryError>;
+
     void load();
-    void show(const QList<NoteVersionSnapshot>& oldestFirst);
+    void show(const Snapshots& oldestFirst);
+    void tell(const QString& title, const QString& text, const VersionHistoryError& error);
     void showRows();
     void showChoice();
     [[nodiscard]] std::optional<NoteVersionSnapshot> selected() const;
     void preview();
+    /// Whether the note is that version now; a person has been told when not.
     void restore(const NoteVersionSnapshot& version);
     void removeSelected();
 
@@ -43,6 +47,7 @@ private:
     Look& m_look;
     QUuid m_noteID;
     QList<NoteVersionSnapshot> m_newestFirst;
+    std::optional<VersionHistoryError> m_problem;
     int m_wordsNow = 0;
     /// Tells a list that was read for an earlier wish from the one that is wanted.
     quint64 m_load = 0;

@@ -22,14 +22,15 @@ void fill(QMenu& menu, AppState& appState, ProjectActions& actions, QAction& sho
                                                             Qt::ElideRight, longestTitle);
         QAction* item = menu.addAction(QString(title).replace(u'&', QStringLiteral("&&")));
         const bool isOpen =
-            appState.currentProject() && appState.currentProject()->id == project.id;
+            appState.currentProject() && appState.currentProject()->rootPath == project.rootPath;
         item->setCheckable(true);
         item->setChecked(isOpen);
         // After the menu has gone: a question may come first.
         if (!isOpen)
             QObject::connect(
                 item, &QAction::triggered, &menu,
-                [&actions, id = project.id] { actions.openFromTile(id); }, Qt::QueuedConnection);
+                [&actions, folder = project.rootPath] { actions.openFromTile(folder); },
+                Qt::QueuedConnection);
     }
     menu.addSeparator();
     QAction* create = menu.addAction(ProjectActions::tr("New Project…"));
