@@ -5,7 +5,7 @@ namespace orvane::bench {
 
 /// The rows "store/…".
 void addStoreRows();
-/// The rows "library/…", "notebook/…" and "history/…", and "store/create-note".
+/// The rows "library/…", "notebook/…", "tags/…" and "history/…", and "store/create-note".
 void addNotebookRows();
 
 } // namespace orvane::bench

@@ -219,6 +219,41 @@ Measurement tagLibrary()
         });
 }
 
+/// A library of a hundred thousand tags, a hundred to a note, each on one note only.
+Measurement largeTagLibrary()
+{
+    NotebookSnapshot snapshot = sampleNotebook(1'000, 20);
+    for (qsizetype at = 0; at < snapshot.notes.size(); ++at) {
+        snapshot.notes[at] = snapshot.notes.at(at).with([&](NoteRecord& note) {
+            for (int tag = 0; tag < 100; ++tag)
+                note.tags.append(u"Topic %1 of note %2"_s.arg(tag).arg(at));
+        });
+    }
+    OpenNotebook notebook(OpenNotebook::Where::InMemory, snapshot);
+    int round = 0;
+    return interleave(
+        20,
+        [&] {
+            const QUuid id = notebook.noteAt(++round * 37);
+            QStringList tags = notebook.app.note(id)->tags;
+            tags.removeFirst();
+            tags.append(u"New topic %1"_s.arg(round));
+            return milli * seconds([&] {
+                       notebook.app.updateNoteTags(id, tags);
+                       (void)notebook.app.tagLibrary().size();
+                       (void)notebook.app.tagCount(tags.last());
+                   });
+        },
+        [&] {
+            return milli * seconds([&] {
+                       TagIndex fresh;
+                       fresh.rebuild(notebook.app.folders(), notebook.app.notes());
+                       (void)fresh.library().size();
+                       (void)fresh.noteCount(u"New topic 1"_s);
+                   });
+        });
+}
+
 Measurement refreshLibrary()
 {
     const QTemporaryDir folder;
@@ -288,6 +323,7 @@ void addNotebookRows()
     add({"notebook/update-note-50k", "us", 1.3, updateNote});
     add({"notebook/move-note-50k", "us", 8, moveNote});
     add({"notebook/tag-library-50k", "us", 0.05, tagLibrary});
+    add({"tags/library-100k", "ms", 0.05, largeTagLibrary});
     add({"history/append", "ms", 2, appendVersion});
 }
 

@@ -4,7 +4,6 @@
 #include "appearance/themes/AppearanceFields.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
 #include <QJsonDocument>
 
 namespace orvane::ThemeFile {
@@ -90,9 +89,9 @@ std::expected<void, FileError> write(const AppearanceThemeBundle& bundle, const 
 
 std::expected<AppearanceThemeBundle, ThemeFileError> read(const QString& path)
 {
-    if (QFileInfo(path).size() > largest)
+    const auto data = readFile(path, FileLimit::theme);
+    if (!data && data.error().code == FileError::Code::TooBig)
         return std::unexpected(ThemeFileError{Code::TooLarge, {}});
-    const auto data = readFile(path);
     if (!data)
         return std::unexpected(ThemeFileError{Code::Unreadable, data.error().detail});
     return decode(*data);
