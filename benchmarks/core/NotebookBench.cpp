@@ -284,6 +284,7 @@ Measurement appendVersion()
     const QTemporaryDir folder;
     UserDefaults defaults;
     NotificationCenter notifications;
+    (void)makeFolder(ProjectLibraryController::projectDataDirectoryPath(folder.path()));
     NoteVersionHistoryStore store(defaults, notifications);
     NoteRecord note;
     note.id = QUuid::createUuid();
