@@ -198,7 +198,10 @@ Question storeReplaced(const ProjectTrouble& trouble, const std::optional<StoreS
                                   "writing it.");
         return question;
     }
-    question.text += u' ' + Words::tr("Both are whole.");
+    question.text = Words::tr("At %1 the file that holds your notes was exchanged for another "
+                              "one. Saving has stopped, so that neither is written over. Both are "
+                              "whole.")
+                        .arg(timeInWords(trouble.since));
     const auto [mine, theirs] = replacedLines(*sides, now);
     question.sides = {{QuestionIcon::Note, Words::tr("Mine, open here"), mine},
                       {QuestionIcon::Note, Words::tr("Theirs, on disk"), theirs}};

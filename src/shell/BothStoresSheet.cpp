@@ -17,6 +17,7 @@ namespace {
 
 constexpr int padding = 28;
 constexpr int listWidth = 260;
+constexpr int rowHeight = 48;
 constexpr int bodyPixels = 14;
 
 } // namespace
@@ -131,6 +132,8 @@ void BothStoresSheet::fillList()
         }
         auto* item = new QListWidgetItem(what, m_list);
         item->setToolTip(title);
+        item->setIcon(look().icon(Symbol::Note, Surface::Card));
+        item->setSizeHint({0, rowHeight});
     }
 }
 
