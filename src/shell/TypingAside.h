@@ -10,12 +10,13 @@ class QKeyEvent;
 namespace orvane {
 
 /// Collects what somebody goes on typing while a sheet has come up, so that no word is lost and
-/// none of its keys answers the sheet. After a pause of `pause` milliseconds, counted from when the
-/// sheet came up and from each key, Return and the space bar mean the buttons again.
+/// none of its keys answers the sheet. After a pause, counted from when the sheet came up and from
+/// each key, Return and the space bar mean the buttons again.
 class TypingAside : public QObject {
     Q_OBJECT
 public:
-    static constexpr int pause = 1'000;
+    /// In milliseconds, for all.
+    static inline int pause = 1'000;
 
     /// For all that is in `sheet` by now.
     explicit TypingAside(QWidget& sheet);

@@ -12,6 +12,7 @@
 #include <QContextMenuEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScopedValueRollback>
 #include <QTest>
 #include <QTimer>
 
@@ -137,8 +138,9 @@ TEST_F(WritingTest, WhatIsTypedWhileAQuestionComesAnswersNothingAndIsKept)
     });
     session().setMode(EditorMode::plainText);
     m_hand->press(Qt::Key_End, Qt::ControlModifier);
+    const QScopedValueRollback pause(TypingAside::pause, 200);
     QTimer::singleShot(0, [&] {
-        QTest::qWait(TypingAside::pause + 100);
+        QTest::qWait(1'500);
         m_hand->press(Qt::Key_Return);
     });
     m_hand->type(u"q"_s);
@@ -146,6 +148,7 @@ TEST_F(WritingTest, WhatIsTypedWhileAQuestionComesAnswersNothingAndIsKept)
     EXPECT_EQ(sheetTitle(), QString()) << "after a pause the keys answer";
     EXPECT_EQ(session().gateway().store().text(), u"see here"_s);
 
+    TypingAside::pause = 60'000;
     QTimer::singleShot(0, [&] {
         EXPECT_EQ(sheetTitle(), u"Edit Without Formatting?"_s);
         m_hand->type(u"nd thre "_s);
@@ -156,7 +159,6 @@ TEST_F(WritingTest, WhatIsTypedWhileAQuestionComesAnswersNothingAndIsKept)
         m_hand->press(Qt::Key_Tab);
         m_hand->type(u"x"_s);
         EXPECT_EQ(sheetTitle(), u"Edit Without Formatting?"_s);
-        QTest::qWait(TypingAside::pause + 100);
         press(u"Edit"_s);
     });
     m_hand->type(u"a"_s);
