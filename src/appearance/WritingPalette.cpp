@@ -9,10 +9,9 @@ namespace orvane {
 
 namespace {
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("WritingPalette", text);
-}
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(WritingPalette)
+};
 
 struct Hue {
     const char* name;
@@ -41,17 +40,19 @@ QList<WritingColor> textPalette()
     for (int column = 0; column < writingPaletteColumns; ++column) {
         const int percent = column * 100 / (writingPaletteColumns - 1);
         const int value = column * 255 / (writingPaletteColumns - 1);
-        const QString name = column == 0                           ? tr("Black")
-                             : column == writingPaletteColumns - 1 ? tr("White")
-                                                                   : tr("Grey, %1 %").arg(percent);
+        const QString name = column == 0 ? Words::tr("Black")
+                             : column == writingPaletteColumns - 1
+                                 ? Words::tr("White")
+                                 : Words::tr("Grey, %1 %").arg(percent);
         colors.append({name, QColor(value, value, value)});
     }
     for (const Hue& hue : hues)
-        colors.append({tr("Deep %1").arg(tr(hue.name).toLower()), QColor(hue.deep)});
+        colors.append({Words::tr("Deep %1").arg(Words::tr(hue.name).toLower()), QColor(hue.deep)});
     for (const Hue& hue : hues)
-        colors.append({tr(hue.name), QColor(hue.clear)});
+        colors.append({Words::tr(hue.name), QColor(hue.clear)});
     for (const Hue& hue : hues)
-        colors.append({tr("Light %1").arg(tr(hue.name).toLower()), QColor(hue.light)});
+        colors.append(
+            {Words::tr("Light %1").arg(Words::tr(hue.name).toLower()), QColor(hue.light)});
     return colors;
 }
 
@@ -59,7 +60,7 @@ QList<WritingColor> highlightPalette()
 {
     QList<WritingColor> colors;
     for (const Hue& hue : hues)
-        colors.append({tr(hue.name), QColor(hue.highlight)});
+        colors.append({Words::tr(hue.name), QColor(hue.highlight)});
     return colors;
 }
 

@@ -420,6 +420,11 @@ private:
     void scheduleRetry();
     void setTrouble(const std::optional<ProjectTrouble::Kind>& kind);
     void noteUnsaved();
+    /// Notes that the store doesn't have as they are, with what was refused to them.
+    [[nodiscard]] QList<Shared<NoteRecord>> unsavedNotes() const;
+    [[nodiscard]] bool hasUnsaved() const;
+    /// Stores what was refused, where it may be stored by now.
+    void storeRefused();
     [[nodiscard]] QList<Shared<NoteRecord>> notesToRescue();
     void rescueUnsaved();
     void finishRescue();

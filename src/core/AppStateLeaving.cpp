@@ -73,14 +73,51 @@ void AppState::projectMoved(const QString& to)
 
 // --- What isn't saved ----------------------------------------------------------------------------
 
+bool AppState::hasUnsaved() const
+{
+    return m_controller && (m_controller->hasUnsaved() || !m_refusedContents.isEmpty());
+}
+
+QList<Shared<NoteRecord>> AppState::unsavedNotes() const
+{
+    QList<Shared<NoteRecord>> notes = m_controller->unsavedNotes();
+    for (auto refused = m_refusedContents.cbegin(); refused != m_refusedContents.cend();
+         ++refused) {
+        const auto* note = m_notes.find(refused.key());
+        if (!note)
+            continue;
+        const auto kept = note->with([&](NoteRecord& record) { refused->applyTo(record); });
+        const auto same = std::ranges::find(
+            notes, refused.key(), [](const Shared<NoteRecord>& each) { return each->id; });
+        if (same != notes.end())
+            *same = kept;
+        else
+            notes.append(kept);
+    }
+    return notes;
+}
+
+void AppState::storeRefused()
+{
+    if (!canCreateOrEdit())
+        return;
+    const auto refused = m_refusedContents;
+    for (auto each = refused.cbegin(); each != refused.cend(); ++each) {
+        emit noteAboutToBeReplaced(each.key());
+        (void)updateNote(each.key(), *each);
+    }
+}
+
 UnsavedWork AppState::unsavedWork() const
 {
     UnsavedWork work;
-    if (!m_controller || !m_controller->hasUnsaved())
+    if (!hasUnsaved())
         return work;
-    work.error = {m_saveFailure ? m_saveFailure->code : StoreError::Code::Other,
-                  m_saveFailure ? m_saveFailure->error : QString()};
-    for (const Shared<NoteRecord>& note : m_controller->unsavedNotes()) {
+    if (m_saveFailure)
+        work.error = {m_saveFailure->code, m_saveFailure->error};
+    else if (!m_refusedContents.isEmpty())
+        work.error = {StoreError::Code::Refused, QString()};
+    for (const Shared<NoteRecord>& note : unsavedNotes()) {
         const UnsavedSince before =
             m_unsavedSince.value(note->id, UnsavedSince{m_services.clock.now(), 0});
         const int words = wordCount(note->body.text()) - before.storedWords;
@@ -94,7 +131,7 @@ void AppState::noteUnsaved()
 {
     const Timestamp now = m_services.clock.now();
     QHash<QUuid, UnsavedSince> since;
-    for (const Shared<NoteRecord>& note : m_controller->unsavedNotes()) {
+    for (const Shared<NoteRecord>& note : unsavedNotes()) {
         const auto known = m_unsavedSince.constFind(note->id);
         if (known != m_unsavedSince.cend()) {
             since.insert(note->id, *known);
@@ -200,7 +237,7 @@ QList<Shared<NoteRecord>> AppState::notesToRescue()
     using Kind = ProjectTrouble::Kind;
     if (!m_rescue && m_trouble && m_trouble->kind == Kind::FolderGone)
         return m_notes.records(); // its files may live on in this program alone
-    QList<Shared<NoteRecord>> notes = m_controller->unsavedNotes();
+    QList<Shared<NoteRecord>> notes = unsavedNotes();
     if (m_rescue || !m_trouble || m_trouble->kind != Kind::StoreReplaced)
         return notes;
     // What this run has saved went into the file that is not at its place any more.
@@ -253,8 +290,8 @@ void AppState::rescueUnsaved()
 
 void AppState::rescueNow()
 {
-    if (!m_controller || !m_controller->hasUnsaved() || m_leavesUnsaved ||
-        m_controller->saveAgain())
+    if (!hasUnsaved() || m_leavesUnsaved ||
+        (m_controller->saveAgain() && m_refusedContents.isEmpty()))
         return;
     noteUnsaved();
     rescueUnsaved();
@@ -379,13 +416,16 @@ bool AppState::mayLeaveProject()
     // What was saved to a file that has lost its place since would go with this controller.
     if (const auto kept = m_controller->saveAgain(); !kept || m_saveFailure)
         saved(kept, "OrvaneWorkspace persistence error:", CountsAsChange::No);
-    if (!m_saveFailure)
+    storeRefused();
+    if (!m_saveFailure && m_refusedContents.isEmpty())
         return true;
+    if (!m_saveFailure)
+        noteUnsaved();
     if (m_trouble && m_rescue)
         return m_leavesUnsaved = true; // kept already, and offered when the project is opened
     const QScopedValueRollback asks(m_isAskingToLeave, true);
     using namespace ProjectQuestions;
-    while (m_controller && m_saveFailure) {
+    while (m_controller && (m_saveFailure || !m_refusedContents.isEmpty())) {
         const UnsavedWork work = unsavedWork();
         const QString title = m_currentProject->titleForDisplay();
         switch (m_services.questions.ask(leave(work, title)).button) {
@@ -419,9 +459,9 @@ bool AppState::writeUnsavedToFile()
         const auto* note = m_controller->storedNote(id);
         return note ? std::optional((*note)->updatedAt) : std::nullopt;
     };
-    const auto kept = rescue ? (*rescue)->keep(m_controller->unsavedNotes(),
-                                               m_controller->unsavedFolders(), stored)
-                             : std::unexpected(rescue.error());
+    const auto kept = rescue
+                          ? (*rescue)->keep(unsavedNotes(), m_controller->unsavedFolders(), stored)
+                          : std::unexpected(rescue.error());
     if (kept) {
         SessionKeys::addRescueFolder(m_services.defaults, QFileInfo(path).absolutePath());
         return true;

@@ -153,14 +153,7 @@ std::expected<void, NoteUpdateError> AppState::updateNote(const QUuid& id,
     if (m_storedTitles.contains(id))
         previous = previous.with([&](NoteRecord& note) { note.title = m_storedTitles.take(id); });
     const Shared<NoteRecord> current = found->with([&](NoteRecord& note) {
-        if (note.title != content.title)
-            note.titleRTF.reset();
-        note.title = content.title;
-        note.body = content.body;
-        note.bodyRTF = content.bodyRTF;
-        note.richContentPayload = content.richContentPayload;
-        note.editorTypingAttributesPayload = content.editorTypingAttributesPayload;
-        note.shapesPayload = content.shapesPayload;
+        content.applyTo(note);
         note.updatedAt = m_services.clock.now();
     });
     replaceNote(current);

@@ -11,10 +11,9 @@ namespace orvane {
 
 namespace {
 
-QString words(const char* text)
-{
-    return QCoreApplication::translate("AppState", text);
-}
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(AppState)
+};
 
 // The note as a word processor reads it.
 QByteArray rtfForTrash(const NoteRecord& note)
@@ -39,7 +38,7 @@ QString fileNameForTrash(const NoteRecord& note)
     name.remove(QChar(u'\0'));
     name = name.left(80).trimmed(); // a file name has room for 255 bytes
     if (name.isEmpty() || name.startsWith(u'.'))
-        name = words("Untitled");
+        name = Words::tr("Untitled");
     return name + u'-' + uuidText(QUuid::createUuid()).left(8) + QLatin1String(".rtf");
 }
 
@@ -58,7 +57,8 @@ std::optional<QUuid> AppState::duplicateNote(const QUuid& id)
     copy.id = QUuid::createUuid();
     copy.createdAt = m_services.clock.now();
     copy.updatedAt = copy.createdAt;
-    copy.title = source.title.isEmpty() ? words("Untitled Copy") : source.title + words(" Copy");
+    copy.title = source.title.isEmpty() ? Words::tr("Untitled Copy")
+                                        : Words::tr("%1 Copy").arg(source.title);
     copy.titleRTF.reset(); // it says the old title
     if (copy.embeddedFileAssetID && m_currentProject && m_duplicateAsset) {
         const auto asset =
@@ -88,7 +88,7 @@ std::optional<QUuid> AppState::duplicateFolder(const QUuid& id)
         return std::nullopt;
     FolderRecord copy = *source;
     copy.id = QUuid::createUuid();
-    copy.name = words("Copy of ") + source->name;
+    copy.name = Words::tr("Copy of %1").arg(source->name);
     copy.titleRTF.reset();
     copy.createdAt = m_services.clock.now();
     QList<QUuid>& siblings =

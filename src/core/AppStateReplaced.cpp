@@ -140,7 +140,7 @@ std::expected<void, QString> AppState::keepMyStore()
     if (const auto aside = setTheirStoreAside(); !aside)
         return std::unexpected(aside.error().text());
 
-    QList<Shared<NoteRecord>> notes = m_controller->unsavedNotes();
+    QList<Shared<NoteRecord>> notes = unsavedNotes();
     notes.removeIf([](const Shared<NoteRecord>& note) { return !isReadable(*note); });
     const QList<Shared<FolderRecord>> folders = m_controller->unsavedFolders();
     const BinderOrder order = m_order;

@@ -25,6 +25,18 @@ struct NoteContent {
                 note.editorTypingAttributesPayload,
                 note.shapesPayload};
     }
+    /// A title that differs clears the rich title; the note's date stays.
+    void applyTo(NoteRecord& note) const
+    {
+        if (note.title != title)
+            note.titleRTF.reset();
+        note.title = title;
+        note.body = body;
+        note.bodyRTF = bodyRTF;
+        note.richContentPayload = richContentPayload;
+        note.editorTypingAttributesPayload = editorTypingAttributesPayload;
+        note.shapesPayload = shapesPayload;
+    }
 };
 
 } // namespace orvane

@@ -42,6 +42,8 @@ QString reason(const UnsavedWork& work, const QString& title)
         return Words::tr("Another program holds the file of “%1”.").arg(title);
     case StoreError::Code::TooBig:
         return Words::tr("A note of “%1” is larger than a project can hold.").arg(title);
+    case StoreError::Code::Refused:
+        return Words::tr("“%1” can't be changed now.").arg(title);
     default:
         return Words::tr("“%1” can't be saved now.").arg(title);
     }

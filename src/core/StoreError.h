@@ -18,6 +18,7 @@ struct StoreError {
         Replaced, ///< another file stands at the store's place; it is left alone
         Missing,  ///< the store's file, its folder or its disk is gone
         TooBig,   ///< one record is larger than a store can hold; everything else was saved
+        Refused,  ///< nothing was tried: the licence or the project doesn't allow changes
         Unread,   ///< rich bytes could not be read from where they are; everything else was saved
         Other,
     };

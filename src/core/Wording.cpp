@@ -10,10 +10,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString translated(const char* text)
-{
-    return QCoreApplication::translate("Wording", text);
-}
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(Wording)
+};
 
 const QLocale& words()
 {
@@ -28,9 +27,9 @@ QString momentInWords(Timestamp moment, Timestamp now)
     const QDateTime then = moment.toLocal();
     const QDate today = now.toLocal().date();
     if (then.date() == today)
-        return translated("today, %1").arg(then.toString(u"HH:mm"_s));
+        return Words::tr("today, %1").arg(then.toString(u"HH:mm"_s));
     if (then.date().daysTo(today) == 1)
-        return translated("yesterday");
+        return Words::tr("yesterday");
     if (then.date().year() == today.year())
         return words().toString(then.date(), u"d MMMM"_s);
     return dayInWords(moment);

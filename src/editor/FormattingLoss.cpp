@@ -13,10 +13,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString translated(const char* text)
-{
-    return QCoreApplication::translate("FormattingLoss", text);
-}
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(FormattingLoss)
+};
 
 bool hasShapes(const std::optional<Blob>& payload)
 {
@@ -31,7 +30,7 @@ QString enumerated(const QStringList& words)
 {
     if (words.size() < 2)
         return words.value(0);
-    return translated("%1 and %2")
+    return Words::tr("%1 and %2")
         .arg(words.sliced(0, words.size() - 1).join(u", "_s), words.last());
 }
 
@@ -53,21 +52,20 @@ Question formattingLossQuestion(const FormattingLoss& loss, EditorMode mode)
 {
     QStringList lost;
     if (loss.formatting)
-        lost.append(translated("formatting"));
+        lost.append(Words::tr("formatting"));
     if (loss.images)
-        lost.append(translated("images"));
+        lost.append(Words::tr("images"));
     if (loss.shapes)
-        lost.append(translated("shapes"));
+        lost.append(Words::tr("shapes"));
     Question question;
-    question.title = translated("Edit Without Formatting?");
-    question.text =
-        translated("An edit in %1 mode removes this note’s %2.\n\nA version of the note "
-                   "as it is now is kept first: the Version History in the Inspector "
-                   "brings it back.")
-            .arg(editorModeName(mode), enumerated(lost));
+    question.title = Words::tr("Edit Without Formatting?");
+    question.text = Words::tr("An edit in %1 mode removes this note’s %2.\n\nA version of the note "
+                              "as it is now is kept first: the Version History in the Inspector "
+                              "brings it back.")
+                        .arg(editorModeName(mode), enumerated(lost));
     if (loss.shapes)
-        question.text += u' ' + translated("Shapes are not part of a version.");
-    question.buttons = {translated("Edit"), translated("Cancel")};
+        question.text += u' ' + Words::tr("Shapes are not part of a version.");
+    question.buttons = {Words::tr("Edit"), Words::tr("Cancel")};
     question.defaultButton = 1;
     question.tone = Question::Tone::Warning;
     question.keepsTyping = true;
@@ -80,14 +78,11 @@ Question typedWordsQuestion(const QString& words)
     const QString shown =
         words.size() <= shownAtMost ? words : words.left(graphemeStart(words, shownAtMost)) + u'…';
     Question question;
-    question.title = QCoreApplication::translate("FormattingLoss", "Keep What You Typed?");
-    question.text = QCoreApplication::translate(
-                        "FormattingLoss", "These words were typed meanwhile and are not in the "
-                                          "note:\n\n%1")
+    question.title = Words::tr("Keep What You Typed?");
+    question.text = Words::tr("These words were typed meanwhile and are not in the "
+                              "note:\n\n%1")
                         .arg(shown);
-    question.buttons = {QCoreApplication::translate("FormattingLoss", "Write in Rich Text"),
-                        QCoreApplication::translate("FormattingLoss", "Copy"),
-                        QCoreApplication::translate("FormattingLoss", "Discard")};
+    question.buttons = {Words::tr("Write in Rich Text"), Words::tr("Copy"), Words::tr("Discard")};
     question.defaultButton = TypedWordsAnswer::copyWords;
     question.cancelButton = TypedWordsAnswer::copyWords;
     question.keepsTyping = true;
@@ -97,12 +92,12 @@ Question typedWordsQuestion(const QString& words)
 Question versionNotKeptMessage()
 {
     Question message;
-    message.title = translated("The Note Was Left as It Is");
+    message.title = Words::tr("The Note Was Left as It Is");
     message.text =
-        translated("No version of it could be kept, so nothing would bring its formatting "
-                   "back. Make room on the disk or allow writing in the project’s "
-                   "folder, then try again.");
-    message.buttons = {translated("OK")};
+        Words::tr("No version of it could be kept, so nothing would bring its formatting "
+                  "back. Make room on the disk or allow writing in the project’s "
+                  "folder, then try again.");
+    message.buttons = {Words::tr("OK")};
     message.tone = Question::Tone::Warning;
     return message;
 }

@@ -107,6 +107,55 @@ TEST_F(ProjectLeaving, SavingIsTriedAgainByItself)
     EXPECT_TRUE(test.questions.asked.isEmpty());
 }
 
+TEST_F(ProjectLeaving, WhatWasRefusedIsAskedAboutToo)
+{
+    blocker.reset();
+    test.clock.advance(std::chrono::seconds(AppState::retrySeconds));
+    ASSERT_FALSE(app->saveFailure());
+    test.licence.setPolicy([] { return false; });
+    write(note, u"Low water"_s, u"one two three four"_s);
+    ASSERT_EQ(app->refusedContents().size(), 1);
+
+    test.questions.answers = {{Stay}, {WriteToFile}};
+    test.questions.files = {test.folder.path() + u"/Kept"_s};
+    app->closeProject();
+    ASSERT_EQ(test.questions.asked.size(), 1);
+    const Question& question = test.questions.asked.first();
+    EXPECT_TRUE(question.text.startsWith(u"“Tidewater” can't be changed now."_s));
+    ASSERT_EQ(question.rows.size(), 1);
+    EXPECT_TRUE(question.rows.first().detail.startsWith(u"1 word since "_s));
+    EXPECT_EQ(app->refusedContents().size(), 1);
+    app->closeProject();
+    EXPECT_FALSE(app->currentProject());
+    EXPECT_EQ(*readFile(test.folder.path() + u"/Kept/Low water.txt"_s), "one two three four");
+}
+
+TEST_F(ProjectLeaving, WhatWasRefusedIsRescuedAtAnEndThatDoesntWait)
+{
+    blocker.reset();
+    test.clock.advance(std::chrono::seconds(AppState::retrySeconds));
+    test.licence.setPolicy([] { return false; });
+    write(note, u"Low water"_s, u"one two three four"_s);
+    restart();
+    ASSERT_EQ(app->rescues().size(), 1);
+    EXPECT_EQ(app->note(note)->body, u"one two three"_s);
+    test.licence.setPolicy({});
+    ASSERT_TRUE(app->putInPlace(app->rescues().first()));
+    EXPECT_EQ(app->note(note)->body, u"one two three four"_s);
+}
+
+TEST_F(ProjectLeaving, WhatWasRefusedIsStoredWhereItMayBeByNow)
+{
+    blocker.reset();
+    test.clock.advance(std::chrono::seconds(AppState::retrySeconds));
+    test.licence.setPolicy([] { return false; });
+    write(note, u"Low water"_s, u"one two three four"_s);
+    test.licence.setPolicy({});
+    app->closeProject();
+    EXPECT_TRUE(test.questions.asked.isEmpty());
+    EXPECT_EQ(storedBody(), u"one two three four"_s);
+}
+
 TEST_F(ProjectLeaving, WithoutThemLeavesThem)
 {
     test.questions.answers = {{LeaveWithout}};

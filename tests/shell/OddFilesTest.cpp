@@ -8,7 +8,6 @@
 #include "core/PersistentStoreRecovery.h"
 #include "core/ProjectLibraryController.h"
 #include "core/ProjectWorkspaceState.h"
-#include "shell/MessageText.h"
 #include "shell/desktop/OpenRequest.h"
 
 #include <QElapsedTimer>
@@ -41,31 +40,6 @@ protected:
         return ProjectLibraryController::projectDataDirectoryPath(m_root);
     }
     QString configuration() const { return UserFolders::below(m_home.path()).configuration; }
-    static QString wordsOf(const Sheet& sheet)
-    {
-        QString words = sheet.accessibleName();
-        for (const auto* text : sheet.findChildren<MessageText*>())
-            words += u' ' + text->toPlainText();
-        return words;
-    }
-    /// What the program says at its start, one sheet after the other, each closed again.
-    QString said()
-    {
-        QString words;
-        QElapsedTimer silence;
-        silence.start();
-        QTimer close;
-        close.callOnTimeout([&] {
-            if (Sheet* sheet = window().sheets().topSheet()) {
-                words += wordsOf(*sheet) + u'\n';
-                silence.restart();
-                sheet->dismiss();
-            }
-        });
-        close.start(10);
-        TourHand::waitFor([&] { return silence.elapsed() > 200; });
-        return words;
-    }
     static ino_t numberOf(const QString& path)
     {
         struct ::stat status {};

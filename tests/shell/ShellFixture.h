@@ -4,11 +4,13 @@
 #include "appearance/themes/AppearanceThemeLibrary.h"
 #include "core/SessionKeys.h"
 #include "shell/MainWindow.h"
+#include "shell/MessageText.h"
 #include "shell/OrvaneWorkspaceApp.h"
 #include "shell/TourHand.h"
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QStyleFactory>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -96,6 +98,32 @@ protected:
         poll.start(5);
         trigger();
         return TourHand::waitFor([&] { return !poll.isActive(); }, std::chrono::seconds(2));
+    }
+
+    static QString wordsOf(const Sheet& sheet)
+    {
+        QString words = sheet.accessibleName();
+        for (const auto* text : sheet.findChildren<MessageText*>())
+            words += u' ' + text->toPlainText();
+        return words;
+    }
+    /// What the program says now, one sheet after the other, each closed again.
+    QString said()
+    {
+        QString words;
+        QElapsedTimer silence;
+        silence.start();
+        QTimer close;
+        close.callOnTimeout([&] {
+            if (Sheet* sheet = window().sheets().topSheet()) {
+                words += wordsOf(*sheet) + u'\n';
+                silence.restart();
+                sheet->dismiss();
+            }
+        });
+        close.start(10);
+        TourHand::waitFor([&] { return silence.elapsed() > 200; });
+        return words;
     }
 
     /// Settings as after a first start whose welcome was dismissed.

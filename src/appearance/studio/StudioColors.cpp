@@ -9,10 +9,9 @@ namespace {
 
 using V = AppearanceValues;
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("StudioColors", text);
-}
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(StudioColors)
+};
 
 template <auto Member>
 AppearanceColor getColor(const V& values)
@@ -51,7 +50,7 @@ constexpr auto groundOf = &surfaceColor<On, &SurfaceTokens::ground>;
 StudioColor windowBackdrop()
 {
     StudioColor color;
-    color.name = tr("Window backdrop");
+    color.name = Words::tr("Window backdrop");
     color.get = [](const V& v) {
         return AppearanceColor{true, v.windowBackdropRed, v.windowBackdropGreen,
                                v.windowBackdropBlue, 1};
@@ -71,41 +70,42 @@ StudioColor windowBackdrop()
 const std::vector<StudioColor>& studioColors()
 {
     static const std::vector<StudioColor> colors{
-        row<&V::editorBackground>(tr("Editor background"), groundOf<Surface::Page>),
-        row<&V::editorText>(tr("Editor text"), &generalColor<&Tokens::pageText>),
-        row<&V::editorCursorColor>(tr("Cursor and accent"), &generalColor<&Tokens::accent>),
-        row<&V::pagePaperBackground>(tr("Page paper"), &generalColor<&Tokens::paper>,
+        row<&V::editorBackground>(Words::tr("Editor background"), groundOf<Surface::Page>),
+        row<&V::editorText>(Words::tr("Editor text"), &generalColor<&Tokens::pageText>),
+        row<&V::editorCursorColor>(Words::tr("Cursor and accent"), &generalColor<&Tokens::accent>),
+        row<&V::pagePaperBackground>(Words::tr("Page paper"), &generalColor<&Tokens::paper>,
                                      &V::pagePaperOrvane),
-        row<&V::pageBorderBackground>(tr("Page border"), &generalColor<&Tokens::paperEdge>,
+        row<&V::pageBorderBackground>(Words::tr("Page border"), &generalColor<&Tokens::paperEdge>,
                                       &V::pageBorderOrvane),
-        row<&V::fmtToolbarBackground>(tr("Formatting bar"), groundOf<Surface::FormattingBar>,
+        row<&V::fmtToolbarBackground>(Words::tr("Formatting bar"), groundOf<Surface::FormattingBar>,
                                       &V::fmtToolbarOrvane),
-        row<&V::statusBarBackground>(tr("Status strip"), groundOf<Surface::StatusStrip>,
+        row<&V::statusBarBackground>(Words::tr("Status strip"), groundOf<Surface::StatusStrip>,
                                      &V::statusBarOrvane),
         row<&V::editorChromeText>(
-            tr("Status strip text"),
+            Words::tr("Status strip text"),
             &surfaceColor<Surface::StatusStrip, &SurfaceTokens::textSecondary>),
-        row<&V::brainMapBackground>(tr("Brain Map background"), groundOf<Surface::BrainMap>,
+        row<&V::brainMapBackground>(Words::tr("Brain Map background"), groundOf<Surface::BrainMap>,
                                     &V::brainMapOrvane),
         windowBackdrop(),
-        row<&V::binderBackground>(tr("Binder background"), groundOf<Surface::Binder>),
-        row<&V::binderText>(tr("Binder text"),
+        row<&V::binderBackground>(Words::tr("Binder background"), groundOf<Surface::Binder>),
+        row<&V::binderText>(Words::tr("Binder text"),
                             &surfaceColor<Surface::Binder, &SurfaceTokens::textSecondary>),
-        row<&V::binderTopRailBackground>(tr("Binder top rail"), groundOf<Surface::BinderTopRail>,
-                                         &V::binderTopRailOrvane),
-        row<&V::binderRailBackground>(tr("Binder bottom rail"), groundOf<Surface::BinderRail>,
-                                      &V::binderRailOrvane),
-        row<&V::inspectorBackground>(tr("Inspector background"), groundOf<Surface::Inspector>),
-        row<&V::inspectorTopRailBackground>(tr("Inspector top rail"),
+        row<&V::binderTopRailBackground>(Words::tr("Binder top rail"),
+                                         groundOf<Surface::BinderTopRail>, &V::binderTopRailOrvane),
+        row<&V::binderRailBackground>(Words::tr("Binder bottom rail"),
+                                      groundOf<Surface::BinderRail>, &V::binderRailOrvane),
+        row<&V::inspectorBackground>(Words::tr("Inspector background"),
+                                     groundOf<Surface::Inspector>),
+        row<&V::inspectorTopRailBackground>(Words::tr("Inspector top rail"),
                                             groundOf<Surface::InspectorTopRail>,
                                             &V::inspectorTopRailOrvane),
-        row<&V::inspectorRailBackground>(tr("Inspector bottom rail"),
+        row<&V::inspectorRailBackground>(Words::tr("Inspector bottom rail"),
                                          groundOf<Surface::InspectorRail>, &V::inspectorRailOrvane),
-        row<&V::toolbarBackground>(tr("Toolbar background"), groundOf<Surface::Toolbar>,
+        row<&V::toolbarBackground>(Words::tr("Toolbar background"), groundOf<Surface::Toolbar>,
                                    &V::topToolbarBandOrvane),
-        row<&V::toolbarText>(tr("Toolbar text"),
+        row<&V::toolbarText>(Words::tr("Toolbar text"),
                              &surfaceColor<Surface::Toolbar, &SurfaceTokens::text>),
-        row<&V::chromeIconColor>(tr("Icons"),
+        row<&V::chromeIconColor>(Words::tr("Icons"),
                                  &surfaceColor<Surface::Toolbar, &SurfaceTokens::icon>),
     };
     return colors;

@@ -12,10 +12,9 @@ namespace orvane {
 
 namespace {
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("ThemePreview", text);
-}
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(ThemePreview)
+};
 
 void fill(QPainter& painter, const QRectF& rect, const QColor& color, double radius = 0)
 {
@@ -101,7 +100,8 @@ private:
         const QRectF band(window.left(), window.top(), window.width(), bandHeight);
         fillGround(p, band, window, s);
         dots({band.left() + 8, band.center().y()}, 2, s.icon);
-        text(band.adjusted(36, 0, -80, 0), tr("Tidewater, a novel"), s.text, 9, QFont::Medium);
+        text(band.adjusted(36, 0, -80, 0), Words::tr("Tidewater, a novel"), s.text, 9,
+             QFont::Medium);
         dots({band.right() - 40, band.center().y()}, 3, s.icon);
         p.fillRect(QRectF(band.left(), band.bottom() - 1, band.width(), 1), s.border);
     }
@@ -111,7 +111,8 @@ private:
         const SurfaceTokens& s = t.on(surface);
         fill(p, rect, s.ground, 4);
         text(rect.adjusted(6, 0, -30, 0),
-             surface == Surface::BinderTopRail ? tr("Filter") : QString(), s.textSecondary, 8);
+             surface == Surface::BinderTopRail ? Words::tr("Filter") : QString(), s.textSecondary,
+             8);
         dots({rect.right() - 24, rect.center().y()}, 2, s.icon);
     }
 
@@ -125,16 +126,17 @@ private:
                  QRectF(binder.left() + 5, binder.bottom() - 21, binder.width() - 11, 16));
         double y = binder.top() + 27;
         const QRectF folder(binder.left() + 10, y, binder.width() - 16, rowHeight);
-        text(folder, tr("Manuscript"), s.text, 9, QFont::Medium);
+        text(folder, Words::tr("Manuscript"), s.text, 9, QFont::Medium);
         text(folder, QStringLiteral("3"), s.textSecondary, 8, QFont::Normal, Qt::AlignRight);
         y += rowHeight;
         const QRectF selected(binder.left() + 5, y, binder.width() - 11, rowHeight + 5);
         fill(p, selected, s.selectedRow, 3);
         fill(p, QRectF(selected.left(), selected.top() + 4, 2, selected.height() - 8), s.accent);
-        text(selected.adjusted(10, 2, -4, -12), tr("Low water"), s.textOnSelectedRow, 9);
-        text(selected.adjusted(10, 12, -4, -2), tr("Mara counts"), s.textSecondaryOnSelectedRow, 8);
+        text(selected.adjusted(10, 2, -4, -12), Words::tr("Low water"), s.textOnSelectedRow, 9);
+        text(selected.adjusted(10, 12, -4, -2), Words::tr("Mara counts"),
+             s.textSecondaryOnSelectedRow, 8);
         y = selected.bottom();
-        for (const QString& name : {tr("The harbour"), tr("Salt")}) {
+        for (const QString& name : {Words::tr("The harbour"), Words::tr("Salt")}) {
             text(QRectF(binder.left() + 15, y, binder.width() - 20, rowHeight), name, s.text, 9);
             y += rowHeight;
         }
@@ -149,19 +151,20 @@ private:
         fillGround(p, page, window, s);
         const QRectF top(page.left(), page.top(), page.width(), barHeight);
         fill(p, top, bar.ground);
-        text(top.adjusted(8, 0, 0, 0), tr("Body"), bar.text, 8);
+        text(top.adjusted(8, 0, 0, 0), Words::tr("Body"), bar.text, 8);
         dots({top.left() + 40, top.center().y()}, 4, bar.icon);
         const QRectF bottom(page.left(), page.bottom() - 15, page.width(), 15);
         fill(p, bottom, strip.ground);
-        text(bottom.adjusted(8, 0, -8, 0), tr("2,011 words"), strip.textSecondary, 8);
-        text(bottom.adjusted(8, 0, -8, 0), tr("Saved"), strip.textSecondary, 8, QFont::Normal,
-             Qt::AlignRight);
+        text(bottom.adjusted(8, 0, -8, 0), Words::tr("2,011 words"), strip.textSecondary, 8);
+        text(bottom.adjusted(8, 0, -8, 0), Words::tr("Saved"), strip.textSecondary, 8,
+             QFont::Normal, Qt::AlignRight);
 
         const QRectF column = page.adjusted(18, barHeight + 12, -14, -20);
         const QRectF title(column.left(), column.top(), column.width(), 18);
-        text(title, tr("The harbour ledger"), t.pageText, 13, QFont::Bold);
-        const QStringList lines{tr("The ledger had been kept by four"),
-                                tr("hands in sixty years, and each had"), tr("pressed harder.")};
+        text(title, Words::tr("The harbour ledger"), t.pageText, 13, QFont::Bold);
+        const QStringList lines{Words::tr("The ledger had been kept by four"),
+                                Words::tr("hands in sixty years, and each had"),
+                                Words::tr("pressed harder.")};
         double y = title.bottom() + 6;
         for (const QString& line : lines) {
             text(QRectF(column.left(), y, column.width(), 14), line, t.pageText, 10);
@@ -186,7 +189,7 @@ private:
                                  {sheet.left() + 0.5, sheet.top() + 0.5},
                                  {sheet.right() - 0.5, sheet.top() + 0.5},
                                  {sheet.right() - 0.5, sheet.bottom()}});
-        text(sheet.adjusted(10, 4, -8, 4 + 14 - sheet.height()), tr("Page"), t.pageText, 9);
+        text(sheet.adjusted(10, 4, -8, 4 + 14 - sheet.height()), Words::tr("Page"), t.pageText, 9);
     }
 
     void drawInspector()
@@ -199,8 +202,9 @@ private:
         drawRail(Surface::InspectorRail,
                  QRectF(inspector.left() + 6, inspector.bottom() - 21, inspector.width() - 11, 16));
         double y = inspector.top() + 28;
-        const std::pair<QString, QString> rows[] = {{tr("Words"), QStringLiteral("2,011")},
-                                                    {tr("Changed"), QStringLiteral("14:32")}};
+        const std::pair<QString, QString> rows[] = {
+            {Words::tr("Words"), QStringLiteral("2,011")},
+            {Words::tr("Changed"), QStringLiteral("14:32")}};
         for (const auto& [name, value] : rows) {
             const QRectF line(inspector.left() + 10, y, inspector.width() - 18, 14);
             text(line, name, s.textSecondary, 8);
@@ -210,9 +214,9 @@ private:
         p.fillRect(QRectF(inspector.left() + 1, y + 5, inspector.width() - 1, 1), s.border);
         const QRectF button(inspector.left() + 10, y + 14, 46, 16);
         fill(p, button, t.accent, 3);
-        text(button, tr("Restore"), t.textOnAccent, 8, QFont::Medium, Qt::AlignHCenter);
-        text(QRectF(inspector.left() + 10, y + 36, inspector.width() - 18, 14), tr("Linked note"),
-             s.link, 8);
+        text(button, Words::tr("Restore"), t.textOnAccent, 8, QFont::Medium, Qt::AlignHCenter);
+        text(QRectF(inspector.left() + 10, y + 36, inspector.width() - 18, 14),
+             Words::tr("Linked note"), s.link, 8);
     }
 
     QPainter& p;

@@ -18,10 +18,9 @@ constexpr int version = 1;
 constexpr qint64 largest = 1024 * 1024;
 constexpr qsizetype longestName = 200;
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("ThemeFile", text);
-}
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(ThemeFile)
+};
 
 /// The name of the first field that lies outside of its range, else empty.
 QByteArray fieldOutOfRange(const AppearanceValues& values)
@@ -101,16 +100,18 @@ QString text(const ThemeFileError& error)
 {
     switch (error.code) {
     case Code::Unreadable:
-        return tr("The file can't be read: %1").arg(error.detail);
+        return Words::tr("The file can't be read: %1").arg(error.detail);
     case Code::TooLarge:
-        return tr("The file is far larger than a theme ever is.");
+        return Words::tr("The file is far larger than a theme ever is.");
     case Code::NotATheme:
-        return tr("The file is not a theme of OrvaneWorkspace, or a part of it is missing.");
+        return Words::tr("The file is not a theme of OrvaneWorkspace, or a part of it is missing.");
     case Code::NewerVersion:
-        return tr("The theme was made by a later release of OrvaneWorkspace. This one can't read "
-                  "it.");
+        return Words::tr(
+            "The theme was made by a later release of OrvaneWorkspace. This one can't read "
+            "it.");
     case Code::Damaged:
-        return tr("The theme is damaged: \"%1\" is missing or has a value that it can't have.")
+        return Words::tr(
+                   "The theme is damaged: \"%1\" is missing or has a value that it can't have.")
             .arg(error.detail);
     }
     return {};
@@ -125,7 +126,7 @@ QString fileName(const QString& themeName)
     }
     while (name.startsWith(u'.'))
         name.remove(0, 1);
-    return (name.isEmpty() ? tr("Theme") : name) + suffix();
+    return (name.isEmpty() ? Words::tr("Theme") : name) + suffix();
 }
 
 } // namespace orvane::ThemeFile

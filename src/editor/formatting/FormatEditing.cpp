@@ -20,10 +20,9 @@ namespace {
 constexpr double smallestFont = 1;
 constexpr double largestFont = 1000;
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("FormatEditing", text);
-}
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(FormatEditing)
+};
 
 /// Whether this machine has the family, or another one that stands in for it.
 bool hasFace(const QString& family)
@@ -143,23 +142,24 @@ void FormatEditing::toggleFontTrait(FontTrait trait)
         return isBold ? font.isBold() : font.italic;
     };
     const bool wanted = !allOf(has);
-    changeCharacters(isBold ? tr("Bold") : tr("Italic"), selected(), [&](CharacterStyle& style) {
-        if (has(style) == wanted)
-            return;
-        TextFont font = fontOf(style);
-        if (isBold)
-            font.weight = wanted ? QFont::Bold : QFont::Normal;
-        else
-            font.italic = wanted;
-        style.font = font;
-    });
+    changeCharacters(isBold ? Words::tr("Bold") : Words::tr("Italic"), selected(),
+                     [&](CharacterStyle& style) {
+                         if (has(style) == wanted)
+                             return;
+                         TextFont font = fontOf(style);
+                         if (isBold)
+                             font.weight = wanted ? QFont::Bold : QFont::Normal;
+                         else
+                             font.italic = wanted;
+                         style.font = font;
+                     });
 }
 
 void FormatEditing::toggleUnderline()
 {
     const bool wanted =
         !allOf([](const CharacterStyle& style) { return style.underline != TextLine::none; });
-    changeCharacters(tr("Underline"), selected(), [&](CharacterStyle& style) {
+    changeCharacters(Words::tr("Underline"), selected(), [&](CharacterStyle& style) {
         if ((style.underline != TextLine::none) != wanted)
             style.underline = wanted ? TextLine::single : TextLine::none;
     });
@@ -169,7 +169,7 @@ void FormatEditing::toggleStrikethrough()
 {
     const bool wanted =
         !allOf([](const CharacterStyle& style) { return style.strikethrough != TextLine::none; });
-    changeCharacters(tr("Strikethrough"), selected(), [&](CharacterStyle& style) {
+    changeCharacters(Words::tr("Strikethrough"), selected(), [&](CharacterStyle& style) {
         if ((style.strikethrough != TextLine::none) != wanted)
             style.strikethrough = wanted ? TextLine::single : TextLine::none;
     });
@@ -178,7 +178,7 @@ void FormatEditing::toggleStrikethrough()
 void FormatEditing::applyRequestedFont(const std::optional<QString>& family,
                                        const std::optional<double>& size)
 {
-    changeCharacters(tr("Font"), selected(), [&](CharacterStyle& style) {
+    changeCharacters(Words::tr("Font"), selected(), [&](CharacterStyle& style) {
         const TextFont before = fontOf(style);
         const TextFont after = convertedFont(before, family, size);
         if (after != before)
@@ -188,7 +188,7 @@ void FormatEditing::applyRequestedFont(const std::optional<QString>& family,
 
 void FormatEditing::applyForeground(const std::optional<RgbaColor>& color)
 {
-    changeCharacters(tr("Text Color"), selected(),
+    changeCharacters(Words::tr("Text Color"), selected(),
                      [&](CharacterStyle& style) { style.foreground = color; });
 }
 
@@ -199,7 +199,7 @@ void FormatEditing::applyHighlight(const std::optional<RgbaColor>& color)
         const QString strength = editorHighlightStrengthSetting.read(m_defaults);
         fit = normalizeHighlight(*fit, editorHighlightStrength(strength));
     }
-    changeCharacters(tr("Highlight"), selected(),
+    changeCharacters(Words::tr("Highlight"), selected(),
                      [&](CharacterStyle& style) { style.background = fit; });
 }
 
@@ -210,9 +210,9 @@ void FormatEditing::applyCase(LetterCase letterCase, const QLocale& language)
     if (range.isEmpty())
         range = wordAtCaret(store, range.location);
     TextEdits edits;
-    edits.name = letterCase == LetterCase::upper   ? tr("Make Uppercase")
-                 : letterCase == LetterCase::lower ? tr("Make Lowercase")
-                                                   : tr("Capitalize");
+    edits.name = letterCase == LetterCase::upper   ? Words::tr("Make Uppercase")
+                 : letterCase == LetterCase::lower ? Words::tr("Make Lowercase")
+                                                   : Words::tr("Capitalize");
     for (qsizetype from = range.location; from < range.end();) {
         const qsizetype to = std::min(store.paragraphRange(from).end(), range.end());
         const AttributedString text = store.attributedText(TextRange::between(from, to));
@@ -232,7 +232,8 @@ void FormatEditing::applyCase(LetterCase letterCase, const QLocale& language)
 
 void FormatEditing::setAlignment(TextAlignment alignment)
 {
-    changeParagraphs(tr("Alignment"), [&](ParagraphStyle& style) { style.alignment = alignment; });
+    changeParagraphs(Words::tr("Alignment"),
+                     [&](ParagraphStyle& style) { style.alignment = alignment; });
 }
 
 FormatEditing::CharacterChange FormatEditing::taking(EditorParagraphStyleRole role) const
@@ -250,7 +251,7 @@ FormatEditing::CharacterChange FormatEditing::taking(EditorParagraphStyleRole ro
 void FormatEditing::applyParagraphRole(EditorParagraphStyleRole role)
 {
     const TextRange paragraphs = m_view.store().paragraphsRange(selected());
-    changeCharacters(tr("Paragraph Style"), paragraphs, taking(role));
+    changeCharacters(Words::tr("Paragraph Style"), paragraphs, taking(role));
 }
 
 bool FormatEditing::isAtEndOfHeading() const
@@ -282,7 +283,7 @@ bool FormatEditing::beginBodyAfterHeading()
         toBody(typing);
         editor.setTypingStyle(SharedCharacterStyle(typing));
     };
-    gateway.performUndoableDocumentEdit(tr("Typing"), edit, EditEffect::changesText);
+    gateway.performUndoableDocumentEdit(Words::tr("Typing"), edit, EditEffect::changesText);
     m_view.ensureCaretVisible();
     return true;
 }
@@ -293,7 +294,7 @@ void FormatEditing::applyParagraphMetrics(const ParagraphMetrics& metrics)
         if (wanted)
             value = *wanted;
     };
-    changeParagraphs(tr("Paragraph Spacing"), [&](ParagraphStyle& style) {
+    changeParagraphs(Words::tr("Paragraph Spacing"), [&](ParagraphStyle& style) {
         set(style.lineSpacing, metrics.lineSpacing);
         set(style.spacingBefore, metrics.paragraphSpacingBefore);
         set(style.spacingAfter, metrics.paragraphSpacingAfter);
@@ -310,7 +311,7 @@ void FormatEditing::applyParagraphMetrics(const ParagraphMetrics& metrics)
 
 void FormatEditing::applyParagraphBackground(const std::optional<RgbaColor>& color)
 {
-    changeParagraphs(tr("Paragraph Background"),
+    changeParagraphs(Words::tr("Paragraph Background"),
                      [&](ParagraphStyle& style) { style.background = color; });
 }
 

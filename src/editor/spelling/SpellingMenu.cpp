@@ -12,16 +12,15 @@ namespace orvane {
 
 namespace {
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("SpellingMenu", text);
-}
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(SpellingMenu)
+};
 
 } // namespace
 
 void fillSpellingMenu(QMenu& menu, Spelling& spelling, const QUuid& note)
 {
-    QAction* enabled = menu.addAction(tr("Check Spelling"));
+    QAction* enabled = menu.addAction(Words::tr("Check Spelling"));
     enabled->setCheckable(true);
     enabled->setChecked(spelling.isEnabled());
     QObject::connect(enabled, &QAction::triggered, &spelling, &Spelling::setEnabled);
@@ -39,14 +38,14 @@ void fillSpellingMenu(QMenu& menu, Spelling& spelling, const QUuid& note)
     };
     for (const DictionaryFiles& files : spelling.dictionaries())
         add(Spelling::displayName(files.language), files.language);
-    add(tr("None"), {});
+    add(Words::tr("None"), {});
 }
 
 QString spellingSummary(const Spelling& spelling, const QUuid& note)
 {
     const QString language = spelling.languageOf(note);
     if (language.isEmpty() || !spelling.isEnabled())
-        return tr("No Spelling");
+        return Words::tr("No Spelling");
     const QLocale locale(language);
     return locale.language() == QLocale::C ? language
                                            : QLocale::languageToString(locale.language());

@@ -12,10 +12,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("LinkEditing", text);
-}
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(LinkEditing)
+};
 
 /// What a reader sees of an address that stands for itself.
 QString shownAddress(const QString& address)
@@ -96,7 +95,8 @@ bool setLink(EditGateway& gateway, const LinkPlace& place, const QString& text,
         return false;
     const TextSelection before = gateway.selection();
     return gateway.performUndoableDocumentEdit(
-        place.isLink() ? tr("Edit Link") : tr("Insert Link"), [&](DocumentEditor& editor) {
+        place.isLink() ? Words::tr("Edit Link") : Words::tr("Insert Link"),
+        [&](DocumentEditor& editor) {
             const SharedCharacterStyle typing = editor.typingStyle();
             if (!replaces) {
                 editor.modifyCharacterStyles(place.range,
@@ -121,10 +121,11 @@ bool removeLink(EditGateway& gateway, const LinkPlace& place)
 {
     if (!isStillThere(gateway, place) || !gateway.shouldChangeText(place.range, place.text))
         return false;
-    return gateway.performUndoableDocumentEdit(tr("Remove Link"), [&](DocumentEditor& editor) {
-        editor.modifyCharacterStyles(place.range,
-                                     [](CharacterStyle& style) { style.link.clear(); });
-    });
+    return gateway.performUndoableDocumentEdit(
+        Words::tr("Remove Link"), [&](DocumentEditor& editor) {
+            editor.modifyCharacterStyles(place.range,
+                                         [](CharacterStyle& style) { style.link.clear(); });
+        });
 }
 
 } // namespace orvane

@@ -12,10 +12,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString translated(const char* text)
-{
-    return QCoreApplication::translate("VersionRows", text);
-}
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(VersionRows)
+};
 
 } // namespace
 
@@ -24,16 +23,16 @@ QString versionDay(Timestamp moment, Timestamp now)
     const QDate day = moment.toLocal().date();
     const qint64 daysAgo = day.daysTo(now.toLocal().date());
     if (daysAgo == 0)
-        return translated("Today");
+        return Words::tr("Today");
     if (daysAgo == 1)
-        return translated("Yesterday");
+        return Words::tr("Yesterday");
     static const QLocale words(QLocale::English, QLocale::UnitedKingdom);
     return words.toString(day, u"MMM d"_s);
 }
 
 QString versionMoment(Timestamp moment, Timestamp now)
 {
-    return translated("%1, %2").arg(versionDay(moment, now), moment.toLocal().toString(u"HH:mm"_s));
+    return Words::tr("%1, %2").arg(versionDay(moment, now), moment.toLocal().toString(u"HH:mm"_s));
 }
 
 int wordsOf(const NoteVersionSnapshot& snapshot)
@@ -45,8 +44,8 @@ QString differenceInWords(int earlier, int later)
 {
     if (earlier == later)
         return {};
-    return earlier < later ? translated("%1 fewer").arg(grouped(later - earlier))
-                           : translated("%1 more").arg(grouped(earlier - later));
+    return earlier < later ? Words::tr("%1 fewer").arg(grouped(later - earlier))
+                           : Words::tr("%1 more").arg(grouped(earlier - later));
 }
 
 QList<VersionRow> versionRows(const QList<NoteVersionSnapshot>& newestFirst, int wordsNow,
@@ -54,14 +53,14 @@ QList<VersionRow> versionRows(const QList<NoteVersionSnapshot>& newestFirst, int
 {
     QList<VersionRow> rows;
     rows.reserve(newestFirst.size() + 1);
-    rows.append({translated("Now"), translated("%1 words").arg(grouped(wordsNow))});
+    rows.append({Words::tr("Now"), Words::tr("%1 words").arg(grouped(wordsNow))});
     int later = wordsNow;
     for (const NoteVersionSnapshot& snapshot : newestFirst) {
         const int words = wordsOf(snapshot);
         QStringList parts;
         if (snapshot.label && !snapshot.label->isEmpty())
             parts.append(*snapshot.label);
-        parts.append(translated("%1 words").arg(grouped(words)));
+        parts.append(Words::tr("%1 words").arg(grouped(words)));
         if (const QString difference = differenceInWords(words, later); !difference.isEmpty())
             parts.append(difference);
         rows.append({versionMoment(snapshot.capturedAt, now), parts.join(u", "_s)});

@@ -21,36 +21,36 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("SettingsPages", text);
-}
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(SettingsPages)
+};
 
 NumberForm points()
 {
     NumberForm form;
     form.lowest = 8;
     form.highest = 96;
-    form.unit = tr("pt");
+    form.unit = Words::tr("pt");
     return form;
 }
 
 void addTextRows(SettingsPage* page, Look& look)
 {
-    page->addHead(tr("Text"));
+    page->addHead(Words::tr("Text"));
     QList<Choice> modes;
     for (const auto mode : {EditorMode::richText, EditorMode::plainText, EditorMode::markdown})
         modes.append({editorModeName(mode), editorModeName(mode)});
     page->addChoice(
         editorModeSetting,
-        {tr("Written as"), tr("The note on the screen. A new note begins like the one before it.")},
+        {Words::tr("Written as"),
+         Words::tr("The note on the screen. A new note begins like the one before it.")},
         modes);
     SettingRow* font = page->addChoice(
         editorFontFamilySetting,
-        {tr("Font"), tr("Each note remembers how it is written, its font and size.")},
+        {Words::tr("Font"), Words::tr("Each note remembers how it is written, its font and size.")},
         fontFamilyChoices());
     setLongList(qobject_cast<QComboBox*>(font->control()));
-    page->addNumber(editorFontSizeSetting, {tr("Size"), {}}, points());
+    page->addNumber(editorFontSizeSetting, {Words::tr("Size"), {}}, points());
     page->addSpace(16);
     auto* sample = new EditorFontSample(look);
     page->addWidget(sample);
@@ -78,119 +78,129 @@ NumberForm margin()
 
 void addPaperRows(SettingsPage* page)
 {
-    page->addHead(tr("Page View"));
+    page->addHead(Words::tr("Page View"));
     page->addSwitch(pageViewEnabledSetting,
-                    {tr("Write on a sheet of paper"),
-                     tr("One sheet that grows with the text, instead of the open column.")});
+                    {Words::tr("Write on a sheet of paper"),
+                     Words::tr("One sheet that grows with the text, instead of the open column.")});
     QList<Choice> sizes;
     for (const PageSizePreset preset : pageSizePresets)
         sizes.append({rawValue(preset), label(preset)});
     page->addChoice(
         pageSizePresetSetting,
-        {tr("Paper"), tr("For printing and export. The sheet on the screen is as wide for all.")},
+        {Words::tr("Paper"),
+         Words::tr("For printing and export. The sheet on the screen is as wide for all.")},
         sizes);
-    page->addNumber(pageMarginTopSetting, {tr("Top margin"), {}}, margin());
-    page->addNumber(pageMarginBottomSetting, {tr("Bottom margin"), {}}, margin());
-    page->addNumber(pageMarginLeftSetting, {tr("Left margin"), {}}, margin());
-    page->addNumber(pageMarginRightSetting,
-                    {tr("Right margin"), tr("Where the sheet has no room, less of it is shown.")},
-                    margin());
+    page->addNumber(pageMarginTopSetting, {Words::tr("Top margin"), {}}, margin());
+    page->addNumber(pageMarginBottomSetting, {Words::tr("Bottom margin"), {}}, margin());
+    page->addNumber(pageMarginLeftSetting, {Words::tr("Left margin"), {}}, margin());
+    page->addNumber(
+        pageMarginRightSetting,
+        {Words::tr("Right margin"), Words::tr("Where the sheet has no room, less of it is shown.")},
+        margin());
 }
 
 void addHeadingRows(SettingsPage* page)
 {
-    page->addHead(tr("Formatting"));
+    page->addHead(Words::tr("Formatting"));
     page->addSwitch(showFormattingToolbarSetting,
-                    {tr("Formatting toolbar"), tr("Above the text of rich notes.")});
+                    {Words::tr("Formatting toolbar"), Words::tr("Above the text of rich notes.")});
     QList<Choice> strengths;
     using enum EditorHighlightStrength;
-    for (const auto& [strength, label] :
-         {std::pair(subtle, tr("Subtle")), {standard, tr("Standard")}, {strong, tr("Strong")}})
+    for (const auto& [strength, label] : {std::pair(subtle, Words::tr("Subtle")),
+                                          {standard, Words::tr("Standard")},
+                                          {strong, Words::tr("Strong")}})
         strengths.append({rawValue(strength), label});
-    page->addChoice(editorHighlightStrengthSetting,
-                    {tr("Highlights"), tr("How strongly new highlights cover the page.")},
-                    strengths);
-    page->addHead(tr("Headings"));
+    page->addChoice(
+        editorHighlightStrengthSetting,
+        {Words::tr("Highlights"), Words::tr("How strongly new highlights cover the page.")},
+        strengths);
+    page->addHead(Words::tr("Headings"));
     NumberForm form = points();
     form.above0 = true;
     for (const EditorParagraphStyleRole heading : headingCases) {
         const bool isFirst = heading == headingCases.front();
         const QString hint =
-            isFirst ? tr("Headings that are made from now on take these sizes.") : QString();
+            isFirst ? Words::tr("Headings that are made from now on take these sizes.") : QString();
         page->addNumber(sizeSetting(heading), {rawValue(heading), hint}, form);
     }
 }
 
 void addPageRows(SettingsPage* page)
 {
-    page->addHead(tr("Page"));
+    page->addHead(Words::tr("Page"));
     NumberForm percent;
     percent.lowest = 50;
     percent.highest = 300;
     percent.step = 5;
-    percent.unit = tr("%");
+    percent.unit = Words::tr("%");
     percent.scale = 100;
     page->addNumber(
         editorDisplayZoomSetting,
-        {tr("Zoom"), tr("How large the page is shown. Lines still break in the same places.")},
+        {Words::tr("Zoom"),
+         Words::tr("How large the page is shown. Lines still break in the same places.")},
         percent);
-    page->addSwitch(rulerVisibleSetting,
-                    {tr("Ruler over rich text"),
-                     tr("Shows and moves the indents and tab stops of the selected paragraphs.")});
+    page->addSwitch(
+        rulerVisibleSetting,
+        {Words::tr("Ruler over rich text"),
+         Words::tr("Shows and moves the indents and tab stops of the selected paragraphs.")});
     NumberForm room;
     room.lowest = 0;
     room.highest = 2000;
     room.step = 20;
-    room.unit = tr("px");
+    room.unit = Words::tr("px");
     page->addNumber(bottomDocumentPaddingSetting,
-                    {tr("Room below the text"),
-                     tr("So that the last line can be written in the middle of the page.")},
+                    {Words::tr("Room below the text"),
+                     Words::tr("So that the last line can be written in the middle of the page.")},
                     room);
 }
 
 void addWritingRows(SettingsPage* page)
 {
-    page->addHead(tr("Writing"));
+    page->addHead(Words::tr("Writing"));
     page->addSwitch(autoBracketingSetting,
-                    {tr("Close brackets and quotes"),
-                     tr("Typing the first of a pair writes both, or puts them round what is "
-                        "selected. Not in Markdown.")});
-    page->addSwitch(smartPasteSetting,
-                    {tr("Fit pasted text to the note"),
-                     tr("Text from elsewhere takes the font, size and colour of the place. Bold, "
-                        "italic and links stay.")});
-    page->addSwitch(typewriterModeSetting,
-                    {tr("Typewriter mode"),
-                     tr("The line that is written stays at one height, and the text moves.")});
+                    {Words::tr("Close brackets and quotes"),
+                     Words::tr("Typing the first of a pair writes both, or puts them round what is "
+                               "selected. Not in Markdown.")});
+    page->addSwitch(
+        smartPasteSetting,
+        {Words::tr("Fit pasted text to the note"),
+         Words::tr("Text from elsewhere takes the font, size and colour of the place. Bold, "
+                   "italic and links stay.")});
+    page->addSwitch(
+        typewriterModeSetting,
+        {Words::tr("Typewriter mode"),
+         Words::tr("The line that is written stays at one height, and the text moves.")});
 }
 
 void addFocusRows(SettingsPage* page)
 {
-    page->addHead(tr("Focus"));
-    page->addSwitch(focusModeSetting,
-                    {tr("Focus mode"), tr("Everything but what is being written is dimmed.")});
-    SettingRow* granularity =
-        page->addChoice(focusModeGranularitySetting, {tr("Kept in sight"), {}},
-                        {{focusGranularityName(FocusGranularity::paragraph), tr("The paragraph")},
-                         {focusGranularityName(FocusGranularity::sentence), tr("The sentence")}});
+    page->addHead(Words::tr("Focus"));
+    page->addSwitch(
+        focusModeSetting,
+        {Words::tr("Focus mode"), Words::tr("Everything but what is being written is dimmed.")});
+    SettingRow* granularity = page->addChoice(
+        focusModeGranularitySetting, {Words::tr("Kept in sight"), {}},
+        {{focusGranularityName(FocusGranularity::paragraph), Words::tr("The paragraph")},
+         {focusGranularityName(FocusGranularity::sentence), Words::tr("The sentence")}});
     NumberForm percent;
     percent.lowest = 5;
     percent.highest = 100;
     percent.step = 5;
-    percent.unit = tr("%");
+    percent.unit = Words::tr("%");
     percent.scale = 100;
-    SettingRow* ink = page->addNumber(
-        focusModeDimOpacitySetting,
-        {tr("Strength of the rest"), tr("How much of their colour dimmed words keep.")}, percent);
+    SettingRow* ink = page->addNumber(focusModeDimOpacitySetting,
+                                      {Words::tr("Strength of the rest"),
+                                       Words::tr("How much of their colour dimmed words keep.")},
+                                      percent);
     for (SettingRow* row : {granularity, ink})
         page->enableWith(row, focusModeSetting);
 }
 
 void addLanguageRows(SettingsPage* page)
 {
-    page->addHead(tr("Language"));
-    page->addSwitch(spellingEnabledSetting,
-                    {tr("Check spelling while writing"), tr("Words not found are underlined.")});
+    page->addHead(Words::tr("Language"));
+    page->addSwitch(spellingEnabledSetting, {Words::tr("Check spelling while writing"),
+                                             Words::tr("Words not found are underlined.")});
 }
 
 } // namespace

@@ -26,79 +26,82 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("SettingsPages", text);
-}
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(SettingsPages)
+};
 
 QWidget* makeGeneralPage(const SettingsServices& s)
 {
     auto* page =
         new SettingsPage({title(SettingsPageId::General), {}}, s.services.defaults, s.look);
-    page->addHead(tr("Start"));
+    page->addHead(Words::tr("Start"));
     QList<Choice> destinations;
     for (const auto destination :
          {OrvaneWorkspaceLaunchDestination::Projects, OrvaneWorkspaceLaunchDestination::LastProject,
           OrvaneWorkspaceLaunchDestination::LastNote})
         destinations.append({storedValue(destination), label(destination)});
-    page->addChoice(SessionKeys::launchDestination,
-                    {tr("When the program starts"), tr("What is on the screen first.")},
-                    destinations);
-    page->addHead(tr("Saving"));
-    page->addSwitch(autosaveEnabledSetting,
-                    {tr("Save while writing"),
-                     tr("When this is off, a note is saved with Save, when another one is selected "
-                        "and when the program ends.")});
+    page->addChoice(
+        SessionKeys::launchDestination,
+        {Words::tr("When the program starts"), Words::tr("What is on the screen first.")},
+        destinations);
+    page->addHead(Words::tr("Saving"));
+    page->addSwitch(
+        autosaveEnabledSetting,
+        {Words::tr("Save while writing"),
+         Words::tr("When this is off, a note is saved with Save, when another one is selected "
+                   "and when the program ends.")});
     NumberForm seconds;
     seconds.lowest = 0.3;
     seconds.highest = 60;
     seconds.step = 0.5;
     seconds.decimals = 1;
-    seconds.unit = tr("s");
-    SettingRow* row = page->addNumber(
-        autoSaveSecondsSetting,
-        {tr("Pause before saving"), tr("How long after the last key a note is written.")}, seconds);
+    seconds.unit = Words::tr("s");
+    SettingRow* row = page->addNumber(autoSaveSecondsSetting,
+                                      {Words::tr("Pause before saving"),
+                                       Words::tr("How long after the last key a note is written.")},
+                                      seconds);
     page->enableWith(row, autosaveEnabledSetting);
-    page->addHead(tr("Movement"));
-    page->addChoice(motionSetting,
-                    {tr("Panes that open and close"), tr("Whether they slide to their place.")},
-                    {{QString(), tr("As the desktop does")},
-                     {u"full"_s, tr("Slide")},
-                     {u"reduced"_s, tr("Jump")}});
+    page->addHead(Words::tr("Movement"));
+    page->addChoice(
+        motionSetting,
+        {Words::tr("Panes that open and close"), Words::tr("Whether they slide to their place.")},
+        {{QString(), Words::tr("As the desktop does")},
+         {u"full"_s, Words::tr("Slide")},
+         {u"reduced"_s, Words::tr("Jump")}});
     return page;
 }
 
 QWidget* makeVersionHistoryPage(const SettingsServices& s)
 {
-    auto* page = new SettingsPage(
-        {title(SettingsPageId::VersionHistory),
-         tr("Versions of a note are kept beside its project. Saving by hand and restoring an older "
-            "version always keep one.")},
-        s.services.defaults, s.look);
+    auto* page = new SettingsPage({title(SettingsPageId::VersionHistory),
+                                   Words::tr("Versions of a note are kept beside its project. "
+                                             "Saving by hand and restoring an older "
+                                             "version always keep one.")},
+                                  s.services.defaults, s.look);
     page->addSpace(12);
     page->addSwitch(autoSnapshotEnabledSetting,
-                    {tr("Keep versions while writing"),
-                     tr("A version of a note that has changed, at most once an interval.")});
+                    {Words::tr("Keep versions while writing"),
+                     Words::tr("A version of a note that has changed, at most once an interval.")});
     NumberForm minutes;
     minutes.lowest = 0.5;
     minutes.highest = 24 * 60;
     minutes.decimals = 1;
-    minutes.unit = tr("min");
+    minutes.unit = Words::tr("min");
     minutes.scale = 1.0 / 60;
     minutes.above0 = true;
-    SettingRow* row =
-        page->addNumber(autoSnapshotIntervalSetting,
-                        {tr("Interval"), tr("The shortest time between two of them.")}, minutes);
+    SettingRow* row = page->addNumber(
+        autoSnapshotIntervalSetting,
+        {Words::tr("Interval"), Words::tr("The shortest time between two of them.")}, minutes);
     page->enableWith(row, autoSnapshotEnabledSetting);
     NumberForm count;
     count.lowest = 1;
     count.highest = 10'000;
     count.step = 10;
     count.above0 = true;
-    page->addNumber(
-        maxSnapshotsSetting,
-        {tr("Versions of each note"), tr("The oldest make room when a further one is kept.")},
-        count);
+    page->addNumber(maxSnapshotsSetting,
+                    {Words::tr("Versions of each note"),
+                     Words::tr("The oldest make room when a further one is kept.")},
+                    count);
     return page;
 }
 
@@ -106,15 +109,15 @@ QWidget* makeProjectsPage(const SettingsServices& s)
 {
     auto* page =
         new SettingsPage({title(SettingsPageId::Projects), {}}, s.services.defaults, s.look);
-    page->addHead(tr("Opening"));
-    page->addSwitch(SessionKeys::confirmBeforeOpen,
-                    {tr("Ask before a project is opened"), tr("When its tile is pressed twice.")});
-    page->addHead(tr("Folder"));
+    page->addHead(Words::tr("Opening"));
+    page->addSwitch(SessionKeys::confirmBeforeOpen, {Words::tr("Ask before a project is opened"),
+                                                     Words::tr("When its tile is pressed twice.")});
+    page->addHead(Words::tr("Folder"));
     const QString folder = ProjectLibraryController(s.services.folders).projectsDirectoryPath();
-    auto* show = new QPushButton(tr("Show Folder"));
+    auto* show = new QPushButton(Words::tr("Show Folder"));
     SettingRow* row =
-        page->addRow({tr("Projects are kept in"), QDir::toNativeSeparators(folder)}, show);
-    show->setAccessibleName(tr("Show the folder of the projects"));
+        page->addRow({Words::tr("Projects are kept in"), QDir::toNativeSeparators(folder)}, show);
+    show->setAccessibleName(Words::tr("Show the folder of the projects"));
     QObject::connect(show, &QPushButton::clicked, row, [folder] {
         QDir().mkpath(folder);
         QDesktopServices::openUrl(QUrl::fromLocalFile(folder));
@@ -128,19 +131,19 @@ QString title(SettingsPageId id)
 {
     switch (id) {
     case SettingsPageId::General:
-        return tr("General");
+        return Words::tr("General");
     case SettingsPageId::Editor:
-        return tr("Editor");
+        return Words::tr("Editor");
     case SettingsPageId::Bullets:
-        return tr("Bullets");
+        return Words::tr("Bullets");
     case SettingsPageId::Appearance:
-        return tr("Appearance");
+        return Words::tr("Appearance");
     case SettingsPageId::VersionHistory:
-        return tr("Version History");
+        return Words::tr("Version History");
     case SettingsPageId::Shortcuts:
-        return tr("Shortcuts");
+        return Words::tr("Shortcuts");
     case SettingsPageId::Projects:
-        return tr("Projects");
+        return Words::tr("Projects");
     }
     return {};
 }
