@@ -82,14 +82,13 @@ protected:
             if (file.fileName().endsWith(u".lock") || file.fileName().endsWith(u"-shm"))
                 continue;
             all.insert(file.filePath(),
-                       file.isSymLink() ? file.readSymLink().toUtf8() : bytesOf(file.filePath()));
+                       file.isSymLink() ? file.symLinkTarget().toUtf8() : bytesOf(file.filePath()));
         }
         return all;
     }
     void run(QString* words)
     {
-        start();
-        *words = said();
+        *words = said([this] { start(); });
     }
     void expectWords(const QString& ofNote = u"Low water\nMara counts."_s)
     {

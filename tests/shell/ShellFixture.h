@@ -16,6 +16,8 @@
 #include <QTimer>
 #include <gtest/gtest.h>
 
+#include <functional>
+
 namespace orvane {
 
 /// The whole program over a temporary home, worked by real events.
@@ -104,24 +106,31 @@ protected:
     {
         QString words = sheet.accessibleName();
         for (const auto* text : sheet.findChildren<MessageText*>())
-            words += u' ' + text->toPlainText();
+            words += QLatin1Char(' ') + text->toPlainText();
         return words;
     }
-    /// What the program says now, one sheet after the other, each closed again.
-    QString said()
+    /// What the program says during `doing` and until it has been quiet for a while, one sheet
+    /// after the other, each closed again.
+    static QString said(const std::function<void()>& doing = [] {})
     {
         QString words;
         QElapsedTimer silence;
         silence.start();
         QTimer close;
         close.callOnTimeout([&] {
-            if (Sheet* sheet = window().sheets().topSheet()) {
-                words += wordsOf(*sheet) + u'\n';
+            for (QWidget* each : QApplication::topLevelWidgets()) {
+                auto* window = qobject_cast<MainWindow*>(each);
+                Sheet* sheet = window ? window->sheets().topSheet() : nullptr;
+                if (!sheet)
+                    continue;
+                words += wordsOf(*sheet) + QLatin1Char('\n');
                 silence.restart();
                 sheet->dismiss();
             }
         });
         close.start(10);
+        doing();
+        silence.restart();
         TourHand::waitFor([&] { return silence.elapsed() > 200; });
         return words;
     }
