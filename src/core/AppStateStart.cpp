@@ -117,15 +117,21 @@ AppState::OpenedProject AppState::readProject(const OrvaneProjectRecord& project
     auto held = FolderHandle::open(project.rootPath);
     if (!held)
         return {nullptr, std::unexpected(openError(held.error())), {}};
+    const auto failed = [&](const FileError& error) -> OpenedProject {
+        StoreOpenError told = openError(error);
+        told.path = (*held)->named(told.path);
+        told.detail = (*held)->named(told.detail);
+        return {*held, std::unexpected(std::move(told)), {}};
+    };
     const QString dataFolder = ProjectLibraryController::projectDataDirectoryPath((*held)->path());
     PersistenceController::Options options;
     if (ProjectLibraryController::hadStore(project, (*held)->path()))
         options.ifMissing = PersistenceController::IfMissing::Refuse;
     else if (const auto made = makeFolder(dataFolder); !made)
-        return {*held, std::unexpected(openError(made.error())), {}};
+        return failed(made.error());
     auto data = FolderHandle::open(dataFolder);
     if (!data)
-        return {*held, std::unexpected(openError(data.error())), {}};
+        return failed(data.error());
     options.folder = *std::move(data);
     OpenedProject opened{*held, PersistenceController::open(dataFolder, clock, options), {}};
     if (opened.store && !(*opened.store)->persistentStoreRecovery())

@@ -91,4 +91,12 @@ std::expected<QString, FileError> FolderHandle::place() const
     return opened ? failed(m_openedPath, ENOENT) : std::unexpected(opened.error());
 }
 
+QString FolderHandle::named(QString text) const
+{
+    const QString here = place().value_or(m_openedPath);
+    if (text == m_path)
+        return here;
+    return text.replace(m_path + u'/', here + u'/');
+}
+
 } // namespace orvane

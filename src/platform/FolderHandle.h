@@ -43,6 +43,9 @@ public:
     /// Where the folder is now: its path as the system tells it, or why it can't be reached
     /// (removed, its disk gone).
     [[nodiscard]] std::expected<QString, FileError> place() const;
+    /// A text for a person's eyes: in it `path()` is replaced by where the folder is, or was when
+    /// it was opened.
+    [[nodiscard]] QString named(QString text) const;
 
 private:
     FolderHandle() = default;

@@ -39,6 +39,12 @@ protected:
         m_hand = std::make_unique<TourHand>(window());
         window().activateWindow();
         TourHand::waitFor([this] { return window().isActiveWindow(); });
+        // A person answers what comes up, as about formatting that a mode would lose.
+        m_answers.callOnTimeout([this] {
+            if (window().sheets().topSheet())
+                m_hand->press(Qt::Key_Return);
+        });
+        m_answers.start(50);
         if (!state().currentProject()) {
             ASSERT_TRUE(state().createProject(u"Tidewater"_s, {}));
         }
@@ -50,13 +56,20 @@ protected:
         std::printf("%s %s %s\n", what, qUtf8Printable(uuidText(note)), qUtf8Printable(word));
         std::fflush(stdout);
     }
+    QTimer m_answers;
+
     void focusText() { window().editorPane().textView().setFocus(); }
     void save() { m_hand->press(Qt::Key_S, Qt::ControlModifier); }
 
     void newNote()
     {
+        const auto before = state().notes().size();
+        if (auto* tree = find<BinderTreeView>())
+            tree->setFocus();
         m_hand->press(Qt::Key_N, Qt::ControlModifier);
         TourHand::settle();
+        ASSERT_EQ(state().notes().size(), before + 1);
+        focusText();
         m_hand->type(u"Title\n"_s);
     }
     void write(const QString& word)
