@@ -89,7 +89,8 @@ protected:
             return;
         field->setFocus();
         m_hand->type(word + u'\n');
-        say("tag", *state().selectedNoteID(), word);
+        if (state().note(*state().selectedNoteID())->tags.contains(word))
+            say("tag", *state().selectedNoteID(), word);
     }
     void throwAway()
     {
