@@ -63,12 +63,14 @@ protected:
 
     void newNote()
     {
+        TourHand::waitFor([this] { return !window().sheets().topSheet(); });
         const auto before = state().notes().size();
         if (auto* tree = find<BinderTreeView>())
             tree->setFocus();
         m_hand->press(Qt::Key_N, Qt::ControlModifier);
         TourHand::settle();
-        ASSERT_EQ(state().notes().size(), before + 1);
+        if (state().notes().size() == before || !state().selectedNoteID())
+            return; // a question came up first
         focusText();
         m_hand->type(u"Title\n"_s);
     }
@@ -79,7 +81,8 @@ protected:
         m_hand->type(word + u' ');
         save();
         // A key may have gone elsewhere, as into a question that came up.
-        if (state().note(*state().selectedNoteID())->body.text().contains(word))
+        if (state().selectedNoteID() &&
+            state().note(*state().selectedNoteID())->body.text().contains(word))
             say("word", *state().selectedNoteID(), word);
     }
     void tag(const QString& word)
@@ -89,7 +92,8 @@ protected:
             return;
         field->setFocus();
         m_hand->type(word + u'\n');
-        if (state().note(*state().selectedNoteID())->tags.contains(word))
+        if (state().selectedNoteID() &&
+            state().note(*state().selectedNoteID())->tags.contains(word))
             say("tag", *state().selectedNoteID(), word);
     }
     void throwAway()
@@ -107,6 +111,8 @@ protected:
     void restore(const QString& word)
     {
         newNote();
+        if (!state().selectedNoteID())
+            return;
         const QUuid note = *state().selectedNoteID();
         write(word + u"first"_s);
         write(word + u"second"_s);
@@ -135,8 +141,10 @@ TEST_F(KeyWriter, Writes)
     std::fflush(stdout);
     for (int step = 0;; ++step) {
         const QString word = u"w%1x%2"_s.arg(seed).arg(step);
-        if (!state().selectedNoteID())
-            newNote(); // the program was killed while it showed the last one
+        if (!state().selectedNoteID()) { // the program was killed while it showed the last one
+            newNote();
+            continue;
+        }
         switch (random.bounded(10)) {
         case 0:
             newNote();
