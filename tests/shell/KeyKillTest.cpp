@@ -14,6 +14,7 @@
 #include <QProcess>
 #include <QRandomGenerator>
 
+#include <csignal>
 #include <cstdio>
 
 namespace orvane {
@@ -212,15 +213,20 @@ TEST(KeyKill, WhatWasCalledSavedIsThereForAnyReader)
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QLatin1StringView(homeVariable), home.path());
         environment.insert(QLatin1StringView(seedVariable), QString::number(run));
+        environment.insert(u"ASAN_OPTIONS"_s,
+                           environment.value(u"ASAN_OPTIONS"_s) + u":handle_abort=1"_s);
         writer.setProcessEnvironment(environment);
         writer.start(QCoreApplication::applicationFilePath(),
                      {u"--gtest_filter=KeyWriter.Writes"_s});
         const bool whileStarting = run % 8 == 7;
         QByteArray output;
-        while (!whileStarting && !output.contains("\nready ") && writer.waitForReadyRead(20'000))
+        while (!whileStarting && !output.contains("\nready ") && writer.waitForReadyRead(120'000))
             output += writer.readAllStandardOutput();
-        ASSERT_TRUE(whileStarting || output.contains("\nready "))
-            << writer.readAllStandardError().right(3000).constData();
+        if (!whileStarting && !output.contains("\nready ")) {
+            ::kill(pid_t(writer.processId()), SIGABRT); // the sanitizer shows where it stands
+            writer.waitForFinished();
+            FAIL() << output.constData() << writer.readAllStandardError().right(6000).constData();
+        }
         ASSERT_FALSE(writer.waitForFinished(int(random.bounded(whileStarting ? 400 : 700))))
             << output.constData() << writer.readAll().constData()
             << writer.readAllStandardError().right(5000).constData();
