@@ -4,6 +4,7 @@
 #include "appearance/OrvaneStyle.h"
 #include "core/NoteVersionHistoryStore.h"
 #include "core/Wording.h"
+#include "shell/TwoLineDelegate.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -17,7 +18,6 @@ namespace {
 
 constexpr int padding = 28;
 constexpr int listWidth = 260;
-constexpr int rowHeight = 48;
 constexpr int bodyPixels = 14;
 
 } // namespace
@@ -47,6 +47,8 @@ BothStoresSheet::BothStoresSheet(const StoreSides& sides, const QString& project
     columns->setSpacing(16);
     m_list->setFixedWidth(listWidth);
     m_list->setFrameShape(QFrame::NoFrame);
+    m_list->setItemDelegate(new TwoLineDelegate(Symbol::Note, look, m_list));
+    m_list->viewport()->setAutoFillBackground(false);
     m_list->setAccessibleName(tr("Notes that differ"));
     columns->addWidget(m_list);
     columns->addWidget(makeColumn(tr("Mine, open here"), m_mineFacts, m_mine), 1);
@@ -118,22 +120,23 @@ void BothStoresSheet::fillList()
         QString what;
         switch (each.kind) {
         case Kind::OnlyMine:
-            what = tr("%1\nonly here", "a note's title").arg(title);
+            what = tr("only here");
             break;
         case Kind::OnlyTheirs:
-            what = tr("%1\nonly there", "a note's title").arg(title);
+            what = tr("only there");
             break;
         case Kind::MineIsNewer:
-            what = tr("%1\nnewer here", "a note's title").arg(title);
+            what = tr("newer here");
             break;
         case Kind::TheirsIsNewer:
-            what = tr("%1\nnewer there", "a note's title").arg(title);
+            what = tr("newer there");
             break;
         }
-        auto* item = new QListWidgetItem(what, m_list);
+        auto* item = new QListWidgetItem(title, m_list);
+        item->setData(TwoLineDelegate::LineRole, what);
+        item->setData(Qt::AccessibleTextRole,
+                      tr("%1, %2", "a note's title, how its sides differ").arg(title, what));
         item->setToolTip(title);
-        item->setIcon(look().icon(Symbol::Note, Surface::Card));
-        item->setSizeHint({0, rowHeight});
     }
 }
 

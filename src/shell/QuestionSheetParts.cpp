@@ -243,7 +243,7 @@ QuestionSideCard::QuestionSideCard(Look& look, QWidget* parent)
     , m_look(look)
 {
     makePartsAccessible();
-    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Minimum); // both are as high as the higher
     connect(&look, &Look::changed, this, qOverload<>(&QWidget::update));
 }
 
