@@ -151,7 +151,7 @@ Measurement createNote()
     return interleave(
         60,
         [&] {
-            notebook.app.selectFolder(notebook.app.folders().records().at(17)->id);
+            notebook.app.selection().selectFolder(notebook.app.folders().records().at(17)->id);
             return micro * seconds([&] { notebook.app.createNote(); });
         },
         [&] { return micro * seconds([&] { plain.insertAndCommit(); }); });

@@ -11,6 +11,7 @@ int main(int argc, char** argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     orvane::bench::addBinderRows();
+    orvane::bench::addEditRows();
     orvane::bench::addKeysRows();
     orvane::bench::addLayoutRows();
     orvane::bench::addStartRows();

@@ -4,6 +4,7 @@
 namespace orvane::bench {
 
 void addBinderRows();
+void addEditRows();
 void addKeysRows();
 void addLayoutRows();
 void addStartRows();

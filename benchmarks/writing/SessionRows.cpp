@@ -79,7 +79,7 @@ Measurement key(Page page)
     Pane ours;
     pageViewEnabledSetting.write(ours.test.defaults, page == Page::paperWithRuler);
     rulerVisibleSetting.write(ours.test.defaults, page == Page::paperWithRuler);
-    ours.app.selectNote(ours.addNote(text));
+    ours.app.selection().selectNote(ours.addNote(text));
     EditorView& view = ours.pane.textView();
 
     TextStore store;
@@ -163,7 +163,7 @@ Measurement flush(bool afterPause)
 {
     Pane ours;
     const QUuid note = ours.addNote(sampleText(100'000));
-    ours.app.selectNote(note);
+    ours.app.selection().selectNote(note);
     ours.focusMiddle();
     PlainRow plain;
     int typed = 0;
@@ -197,10 +197,10 @@ Measurement switchNotes(int count)
     QList<QUuid> notes;
     for (int i = 0; i < count; ++i)
         notes.append(ours.addNote(text));
-    ours.app.selectNote(notes.first());
+    ours.app.selection().selectNote(notes.first());
     ours.focusMiddle();
     for (const QUuid& note : std::as_const(notes)) {
-        ours.app.selectNote(note);
+        ours.app.selection().selectNote(note);
         settle();
     }
     const QString html = stockDocument(text)->toHtml();
@@ -212,7 +212,7 @@ Measurement switchNotes(int count)
         20,
         [&] {
             const QUuid next = notes.at(++turn % count);
-            return ours.frames.until([&] { ours.app.selectNote(next); });
+            return ours.frames.until([&] { ours.app.selection().selectNote(next); });
         },
         [&] { return frames.until([&] { stock.setHtml(html); }); });
 }

@@ -18,14 +18,15 @@ constexpr auto checkPause = 3s;
 AppState::AppState(const Services& services, QObject* parent)
     : QObject(parent)
     , m_services(services)
+    , m_selection(m_notebook, services.defaults)
     , m_library(services.folders)
     , m_versionHistory(services.defaults, services.notifications)
     , m_selectionToSave(services.notifications.observe(
           AppCommandEvents::saveSelectionToNewNote,
           [this](const SelectionForNewNote& selection) {
-              createNote(selection.text, selection.rtf.isEmpty()
-                                             ? std::nullopt
-                                             : std::optional(Blob(selection.rtf)));
+              (void)createNote(selection.text, selection.rtf.isEmpty()
+                                                   ? std::nullopt
+                                                   : std::optional(Blob(selection.rtf)));
           }))
     , m_known(KnownProjects::load(services.defaults))
     , m_tagSettings(TagSettings::load(services.defaults))
@@ -135,9 +136,10 @@ void AppState::becomeOpen(const OrvaneProjectRecord& project,
     m_controller = std::move(controller);
     m_folder = std::move(folder);
     m_currentProject = project;
+    m_selection.setProject(project.id, project.rootPath);
     m_known.open(project, m_services.clock.now());
     m_known.save(m_services.defaults);
-    setSelectedProject(project.rootPath);
+    m_selection.selectProjectFolder(project.rootPath);
     m_services.defaults.set(SessionKeys::lastOpenedProjectID, uuidText(project.id));
     markProjectAsOpened(project.id);
     refreshProjects(); // an id or a place may be new
@@ -156,7 +158,7 @@ void AppState::becomeOpen(const OrvaneProjectRecord& project,
 
 void AppState::refuseToOpen(const OrvaneProjectRecord& project, const ProjectOpenProblem& problem)
 {
-    setSelectedProject(project.rootPath);
+    m_selection.selectProjectFolder(project.rootPath);
     if (!m_currentProject)
         setMode(RootPresentationMode::Projects);
     m_openProblem = problem;
@@ -186,7 +188,7 @@ void AppState::blockProjectOpenAfterRecovery(const OrvaneProjectRecord& project,
         "blocked project open after store recovery projectID=%ls projectName=%ls backupPath=%ls",
         qUtf16Printable(uuidText(project.id)), qUtf16Printable(project.name),
         qUtf16Printable(m_protectionAlert->backupPath));
-    setSelectedProject(project.rootPath);
+    m_selection.selectProjectFolder(project.rootPath);
     emit projectLoadProtectionAlertChanged();
 }
 
@@ -200,6 +202,7 @@ void AppState::closeDamagedProject(const QString& errorDescription)
     auto controller = std::move(m_controller);
     dropController();
     m_currentProject.reset();
+    m_selection.setProject(std::nullopt, {});
     clearNotebookState();
     emit currentProjectChanged();
     const auto recovery = PersistenceController::protectAfterDamage(
@@ -229,6 +232,7 @@ void AppState::closeOpenProject()
     clearNotebookState();
     dropController();
     m_currentProject.reset();
+    m_selection.setProject(std::nullopt, {});
     m_workspaceState.reset();
     if (m_saveFailure) {
         m_saveFailure.reset();
@@ -301,10 +305,10 @@ void AppState::presentProjectsBrowser()
 {
     refreshProjects();
     if (m_currentProject)
-        setSelectedProject(m_currentProject->rootPath);
+        m_selection.selectProjectFolder(m_currentProject->rootPath);
     else
-        setSelectedProject(m_projects.isEmpty() ? std::nullopt
-                                                : std::optional(m_projects.first().rootPath));
+        m_selection.selectProjectFolder(
+            m_projects.isEmpty() ? std::nullopt : std::optional(m_projects.first().rootPath));
     setMode(RootPresentationMode::Projects);
 }
 
@@ -312,7 +316,7 @@ void AppState::presentEditor()
 {
     if (!m_currentProject)
         return;
-    setSelectedProject(m_currentProject->rootPath);
+    m_selection.selectProjectFolder(m_currentProject->rootPath);
     setMode(RootPresentationMode::Editor);
 }
 
@@ -336,14 +340,6 @@ void AppState::setMode(RootPresentationMode mode)
     emit rootPresentationModeChanged(mode);
 }
 
-void AppState::setSelectedProject(const std::optional<QString>& folder)
-{
-    if (m_selectedProjectFolder == folder)
-        return;
-    m_selectedProjectFolder = folder;
-    emit selectedProjectChanged();
-}
-
 // --- The notebook of the open project ------------------------------------------------------------
 
 void AppState::loadNotebookSnapshot(const NotebookSnapshot& snapshot, bool restoreLastNote,
@@ -357,41 +353,33 @@ void AppState::loadNotebookSnapshot(const NotebookSnapshot& snapshot, bool resto
 void AppState::showNotebook(Notebook notebook, bool restoreLastNote,
                             const std::optional<ProjectWorkspaceState>& workspaceState)
 {
-    m_history.clear();
+    m_selection.forget();
     m_storedTitles.clear();
     m_refusedContents.clear();
     m_lastSnapshotTimes.clear();
-    m_selectedFolderID.reset();
-    m_selectedNoteID.reset();
-    m_folders = std::move(notebook.folders);
-    m_notes = std::move(notebook.notes);
-    m_tags = std::move(notebook.tags);
-    m_order = std::move(notebook.order);
+
+    m_undo.clear();
+    m_hasWordsSinceStep = false;
+    m_notebook = std::move(notebook);
     m_activeTagFilter.clear();
-    setNoteHeldBack(std::nullopt);
     emit notebookReset();
-    emit historyFlagsChanged();
+    emit m_selection.historyFlagsChanged();
     if (workspaceState)
         restoreWorkspaceSelectionIfNeeded(*workspaceState, restoreLastNote);
     else if (restoreLastNote)
         restoreLastOpenedNoteIfNeeded();
 }
 
-void AppState::ensureTrashFolderExists()
-{
-    ensureTrashFolder(m_folders, m_services.clock.now());
-}
-
 void AppState::restoreWorkspaceSelectionIfNeeded(const ProjectWorkspaceState& state,
                                                  bool restoreLastNote)
 {
-    if (state.selectedNoteID && m_notes.contains(*state.selectedNoteID) &&
+    if (state.selectedNoteID && m_notebook.notes.contains(*state.selectedNoteID) &&
         !holdsBack(*state.selectedNoteID))
         openNote(*state.selectedNoteID);
-    else if (state.selectedFolderID && m_folders.contains(*state.selectedFolderID))
-        selectFolder(*state.selectedFolderID);
+    else if (state.selectedFolderID && m_notebook.folders.contains(*state.selectedFolderID))
+        m_selection.selectFolder(*state.selectedFolderID);
     else if (state.selectedProjectRoot)
-        selectProjectRoot();
+        m_selection.selectProjectRoot();
     else if (restoreLastNote)
         restoreLastOpenedNoteIfNeeded();
 }
@@ -412,29 +400,26 @@ bool AppState::holdsBack(const QUuid& noteID)
 {
     const bool isSlow =
         SessionKeys::readUuids(m_services.defaults, SessionKeys::slowNoteIDs).contains(noteID);
-    if (isSlow && m_notes.contains(noteID))
-        setNoteHeldBack(noteID);
+    if (isSlow && m_notebook.notes.contains(noteID))
+        m_selection.holdBack(noteID);
     return isSlow;
 }
 
 void AppState::clearNotebookState()
 {
-    m_history.clear();
-    m_folders.clear();
-    m_notes.clear();
-    m_order = {};
-    m_tags = {};
+    m_selection.forget();
+    m_undo.clear();
+    m_hasWordsSinceStep = false;
+    m_notebook = {};
     m_activeTagFilter.clear();
     m_storedTitles.clear();
     m_refusedContents.clear();
     m_lastSnapshotTimes.clear();
     m_erasedNotes.clear();
-    m_selectedFolderID.reset();
-    m_selectedNoteID.reset();
-    setNoteHeldBack(std::nullopt);
+
     emit notebookReset();
-    emit selectionChanged();
-    emit historyFlagsChanged();
+    emit m_selection.selectionChanged();
+    emit m_selection.historyFlagsChanged();
 }
 
 } // namespace orvane

@@ -5,20 +5,22 @@
 #include "core/BinderActions.h"
 #include "core/BinderOrder.h"
 #include "core/BootstrapDecision.h"
-#include "core/EditorHistory.h"
 #include "core/FolderRecord.h"
 #include "core/KnownProjects.h"
 #include "core/NoteContent.h"
 #include "core/NoteRecord.h"
 #include "core/NoteVersionHistoryStore.h"
-#include "core/Notebook.h"
+#include "core/NotebookEdit.h"
+#include "core/NotebookUndo.h"
 #include "core/PersistenceController.h"
 #include "core/ProjectLibraryController.h"
 #include "core/ProjectOpenProblem.h"
 #include "core/ProjectRecord.h"
 #include "core/ProjectWorkspaceState.h"
 #include "core/RecordTable.h"
+#include "core/Refusal.h"
 #include "core/RescueFile.h"
+#include "core/Selection.h"
 #include "core/TagSettings.h"
 #include "core/Tags.h"
 #include "core/UnsavedWork.h"
@@ -48,18 +50,19 @@ struct SaveFailure {
     bool operator==(const SaveFailure&) const = default;
 };
 
-/// Why the content of a note that was to be stored is not in the store.
-enum class NoteUpdateError {
-    Refused,   ///< nothing was changed: the licence says no, or the project can only be read
-    Missing,   ///< nothing was changed: there is no such note
-    NotStored, ///< the note has the content in memory, and saving fails: see `saveFailure`
+/// Why the Trash was not emptied, or not whole.
+struct EmptyTrashError {
+    Refusal refusal = Refusal::NotAllowed;
+    /// What stands in the way of handing a note over, where that failed.
+    std::optional<FileError> file;
 };
 
 /// The one owner of the open notebook, the selection and the list of projects; lives as long as
-/// the program and is shared with every window. Every change happens in memory first, is told by
-/// a signal, and is saved in the same call; a save that fails leaves memory as it is. What changes
-/// content first asks the licence question, and on a no posts `showLicenseUnlock`, beeps and stops.
-/// Operations on an id that doesn't exist do nothing. Main thread.
+/// the program and is shared with every window. Every change of the notebook goes through `apply`:
+/// it happens in memory first, is told by one signal, and is saved in one transaction in the same
+/// call; a save that fails leaves memory as it is. What changes content first asks the licence
+/// question, and on a no posts `showLicenseUnlock`, beeps and says `Refusal::NotAllowed`. Main
+/// thread.
 class AppState : public QObject {
     Q_OBJECT
 public:
@@ -102,7 +105,6 @@ public:
     /// Back to the editor of the project that is open behind the browser.
     void presentEditor();
     void selectProjectTile(const std::optional<QString>& folder);
-    void selectProjectRoot();
     void updateProjectMetadata(const QString& folder, const QString& plainName,
                                const std::optional<QByteArray>& titleRTF,
                                const std::optional<QString>& iconName);
@@ -180,10 +182,6 @@ public:
     /// the program reads and writes in it. Empty without an open project.
     [[nodiscard]] QString projectAccessPath() const;
     [[nodiscard]] std::optional<QUuid> selectedProjectID() const;
-    [[nodiscard]] const std::optional<QString>& selectedProjectFolder() const
-    {
-        return m_selectedProjectFolder;
-    }
     [[nodiscard]] RootPresentationMode rootPresentationMode() const { return m_mode; }
     [[nodiscard]] const std::optional<ProjectLoadProtectionAlert>&
     projectLoadProtectionAlert() const
@@ -212,23 +210,36 @@ public:
 
     // --- The notebook -----------------------------------------------------------------------
 
-    [[nodiscard]] const RecordTable<FolderRecord>& folders() const { return m_folders; }
-    [[nodiscard]] const RecordTable<NoteRecord>& notes() const { return m_notes; }
+    [[nodiscard]] const Notebook& notebook() const { return m_notebook; }
+    [[nodiscard]] const RecordTable<FolderRecord>& folders() const { return m_notebook.folders; }
+    [[nodiscard]] const RecordTable<NoteRecord>& notes() const { return m_notebook.notes; }
     [[nodiscard]] const NoteRecord* note(const QUuid& id) const;
     [[nodiscard]] const FolderRecord* folder(const QUuid& id) const;
-    [[nodiscard]] const BinderOrder& order() const { return m_order; }
+    [[nodiscard]] const BinderOrder& order() const { return m_notebook.order; }
     [[nodiscard]] std::optional<QUuid> projectRootContainerID() const;
-    [[nodiscard]] QList<BinderDisplayRow> visibleBinderRows() const;
     [[nodiscard]] QList<Shared<NoteRecord>> orderedNotes(const QUuid& container) const;
 
-    /// The new note's id, or nothing when there is no place for it or the licence says no.
-    std::optional<QUuid> createNote();
-    std::optional<QUuid> createNote(const QString& body, const std::optional<Blob>& bodyRTF);
-    std::optional<QUuid> createNoteWithTitle(const QString& title, NoteText body);
-    std::optional<QUuid> createFolder(const QString& name);
+    /// The one door for changes, made by the functions of `NotebookEdits` from the notebook as it
+    /// is: one signal, one save, one step to take back.
+    Accepted apply(const NotebookEdit& edit);
+    /// Takes back the last of up to 100 steps of this project (places, titles, icons, tags, order;
+    /// not what is written in a note), or does it again.
+    Accepted undoNotebookStep();
+    Accepted redoNotebookStep();
+    [[nodiscard]] bool canUndoNotebookStep() const { return m_undo.canUndo(); }
+    /// Whether words were stored after the last step was made, taken back or done again.
+    [[nodiscard]] bool hasWordsSinceNotebookStep() const { return m_hasWordsSinceStep; }
+    [[nodiscard]] bool canRedoNotebookStep() const { return m_undo.canRedo(); }
+
+    /// The new note's id; `NotThere` when there is no place for it.
+    std::expected<QUuid, Refusal> createNote();
+    std::expected<QUuid, Refusal> createNote(const QString& body,
+                                             const std::optional<Blob>& bodyRTF);
+    std::expected<QUuid, Refusal> createNoteWithTitle(const QString& title, NoteText body);
+    std::expected<QUuid, Refusal> createFolder(const QString& name);
     /// The path by which the editor commits; says whether the content is on the disk. A title that
     /// differs from the stored one clears the rich title.
-    std::expected<void, NoteUpdateError> updateNote(const QUuid& id, const NoteContent& content);
+    Accepted updateNote(const QUuid& id, const NoteContent& content);
     /// What was refused to existing notes of the open project and is stored nowhere: the latest
     /// content of each.
     [[nodiscard]] const QHash<QUuid, NoteContent>& refusedContents() const
@@ -239,58 +250,58 @@ public:
     void applyLiveTitle(const QUuid& id, const QString& title);
     void toggleExpanded(const QUuid& folderID);
 
-    void updateNoteBinderTitle(const QUuid& id, const QString& plainTitle,
-                               const std::optional<Blob>& titleRTF);
-    void updateFolderBinderTitle(const QUuid& id, const QString& plainName,
-                                 const std::optional<Blob>& titleRTF);
-    void updateNoteIcon(const QUuid& id, const std::optional<QString>& iconName);
-    void updateFolderIcon(const QUuid& id, const std::optional<QString>& iconName);
+    Accepted updateNoteBinderTitle(const QUuid& id, const QString& plainTitle,
+                                   const std::optional<Blob>& titleRTF);
+    Accepted updateFolderBinderTitle(const QUuid& id, const QString& plainName,
+                                     const std::optional<Blob>& titleRTF);
+    Accepted updateNoteIcon(const QUuid& id, const std::optional<QString>& iconName);
+    Accepted updateFolderIcon(const QUuid& id, const std::optional<QString>& iconName);
     /// Pinning is no change of content: the note keeps its date.
-    void togglePinNote(const QUuid& id);
-    void togglePinFolder(const QUuid& id);
-    void updatePDFAttachment(const QUuid& id, const std::optional<QString>& assetID,
-                             const std::optional<Blob>& payload);
-    void saveShapesPayload(const std::optional<Blob>& payload, const QUuid& noteID);
+    Accepted togglePinNote(const QUuid& id);
+    Accepted togglePinFolder(const QUuid& id);
+    Accepted updatePDFAttachment(const QUuid& id, const std::optional<QString>& assetID,
+                                 const std::optional<Blob>& payload);
+    Accepted saveShapesPayload(const std::optional<Blob>& payload, const QUuid& noteID);
 
     // --- Order ------------------------------------------------------------------------------
 
     [[nodiscard]] BinderSortOrder binderSortOrder() const;
     void setBinderSortOrder(BinderSortOrder order);
-    /// The Binder's rows as they are filtered and sorted now.
-    [[nodiscard]] QList<BinderDisplayRow> displayedBinderRows() const;
-    /// Notes with any tag of the filter, newest first, without the Trash's.
-    [[nodiscard]] QList<BinderDisplayRow> tagFilteredBinderRows() const;
+    /// Whether the filter of tags shows a note: it has one of them and isn't in the Trash.
+    [[nodiscard]] bool passesTagFilter(const NoteRecord& note) const;
+    /// Notes that pass the filter of tags, newest first.
+    [[nodiscard]] QList<Shared<NoteRecord>> tagFilteredNotes() const;
     /// The notes among which a neighbour is selected: those of the selected folder, else of the
     /// project root.
     [[nodiscard]] QList<Shared<NoteRecord>> filteredNotes() const;
     [[nodiscard]] std::optional<QUuid> nextNoteID(const QUuid& after) const;
     [[nodiscard]] std::optional<QUuid> nextSiblingFolderID(const QUuid& after) const;
     /// Without `before` to the end. Refused for a folder into itself or below itself.
-    void moveFolder(const QUuid& id, const std::optional<QUuid>& parent,
-                    const std::optional<QUuid>& before);
-    void moveNote(const QUuid& id, const QUuid& container, const std::optional<QUuid>& before);
+    Accepted moveFolder(const QUuid& id, const std::optional<QUuid>& parent,
+                        const std::optional<QUuid>& before);
+    Accepted moveNote(const QUuid& id, const QUuid& container, const std::optional<QUuid>& before);
     /// Carries out a drop as `resolveDrop` understood it.
-    void apply(const BinderMove& move);
+    Accepted apply(const BinderMove& move);
     /// Moves the notes at `fromOffsets` of a container's list to where `toOffset` stands now.
-    void reorderNotes(const QUuid& container, QList<qsizetype> fromOffsets, qsizetype toOffset);
+    Accepted reorderNotes(const QUuid& container, QList<qsizetype> fromOffsets, qsizetype toOffset);
 
     // --- Duplicating and removing -----------------------------------------------------------
 
-    std::optional<QUuid> duplicateNote(const QUuid& id);
+    std::expected<QUuid, Refusal> duplicateNote(const QUuid& id);
     /// The folder alone, without what is in it.
-    std::optional<QUuid> duplicateFolder(const QUuid& id);
-    void moveNoteToTrash(const QUuid& id);
+    std::expected<QUuid, Refusal> duplicateFolder(const QUuid& id);
+    Accepted moveNoteToTrash(const QUuid& id);
     /// Always to the top level: the old folder isn't remembered.
-    void restoreNoteFromTrash(const QUuid& id);
+    Accepted restoreNoteFromTrash(const QUuid& id);
     /// The note and, once its removal is stored, its versions.
-    void eraseNotePermanently(const QUuid& id);
+    Accepted eraseNotePermanently(const QUuid& id);
     /// The folders vanish; every note below goes to the Trash.
-    void deleteFolder(const QUuid& id);
+    Accepted deleteFolder(const QUuid& id);
     /// Newest change first.
     [[nodiscard]] QList<Shared<NoteRecord>> notesInTrash() const;
     /// Writes each note in the Trash as an RTF file, gives that to the desktop's trash, and erases
     /// the note. Stops at the first file that fails; what was handled before stays erased.
-    std::expected<void, FileError> emptyTrashToMacOSUserTrash();
+    std::expected<void, EmptyTrashError> emptyTrashToMacOSUserTrash();
     /// Makes a file's own copy for a duplicated note: asset key, project folder and new note in,
     /// new asset key out. Without one a duplicate shares the asset.
     using AssetDuplicator = std::function<std::expected<QString, QString>(
@@ -303,15 +314,15 @@ public:
     // --- Tags -------------------------------------------------------------------------------
 
     [[nodiscard]] QStringList tagsForNote(const QUuid& id) const;
-    void updateNoteTags(const QUuid& id, const QStringList& tags);
-    void updateFolderTags(const QUuid& id, const QStringList& tags);
-    void addTagToNote(const QUuid& noteID, const QString& tag);
+    Accepted updateNoteTags(const QUuid& id, const QStringList& tags);
+    Accepted updateFolderTags(const QUuid& id, const QStringList& tags);
+    Accepted addTagToNote(const QUuid& noteID, const QString& tag);
     /// In every note and folder; onto an existing name it merges. A change of case alone is none.
-    void renameTag(const QString& oldName, const QString& newName);
-    void removeTagFromLibrary(const QString& name);
-    [[nodiscard]] const QList<TagRecord>& tagLibrary() const { return m_tags.library(); }
+    Accepted renameTag(const QString& oldName, const QString& newName);
+    Accepted removeTagFromLibrary(const QString& name);
+    [[nodiscard]] const QList<TagRecord>& tagLibrary() const { return m_notebook.tags.library(); }
     /// Notes outside the Trash.
-    [[nodiscard]] int tagCount(const QString& tag) const { return m_tags.noteCount(tag); }
+    [[nodiscard]] int tagCount(const QString& tag) const { return m_notebook.tags.noteCount(tag); }
     [[nodiscard]] const QSet<QString>& activeTagFilter() const { return m_activeTagFilter; }
     void toggleTagFilter(const QString& tag);
     [[nodiscard]] const TagSettings& tagSettings() const { return m_tagSettings; }
@@ -334,20 +345,11 @@ public:
 
     // --- Selection --------------------------------------------------------------------------
 
-    [[nodiscard]] std::optional<QUuid> selectedNoteID() const { return m_selectedNoteID; }
-    [[nodiscard]] std::optional<QUuid> selectedFolderID() const { return m_selectedFolderID; }
-    [[nodiscard]] std::optional<BinderRowID> selectedBinderRowID() const;
-    /// The note that was left unselected when the project opened, because showing it took too long
-    /// the last time or never ended; until a note is selected.
-    [[nodiscard]] std::optional<QUuid> noteHeldBack() const { return m_noteHeldBack; }
-    void selectNote(const std::optional<QUuid>& id);
-    void selectFolder(const QUuid& id);
-    void selectBinderRow(const std::optional<BinderRowID>& row);
+    [[nodiscard]] Selection& selection() { return m_selection; }
+    [[nodiscard]] const Selection& selection() const { return m_selection; }
     /// Selects a note and shows its folder expanded.
     void openNote(const QUuid& id);
     void navigateMainEditorHistory(int delta);
-    [[nodiscard]] bool canNavigateMainEditorBack() const { return m_history.canGoBack(); }
-    [[nodiscard]] bool canNavigateMainEditorForward() const { return m_history.canGoForward(); }
 
     // --- Saving -----------------------------------------------------------------------------
 
@@ -359,33 +361,22 @@ public:
     void persistLayout();
 
 signals:
+    /// The list of projects, or what one of them says of itself, as when it was last changed.
     void projectsChanged();
+    /// Another project is open, or none, or the open one has another title, icon or place.
     void currentProjectChanged();
-    void selectedProjectChanged();
     void rootPresentationModeChanged(orvane::RootPresentationMode mode);
     void projectLoadProtectionAlertChanged();
     void projectOpenProblemChanged();
     /// Another notebook, or none: everything below is new.
     void notebookReset();
-    /// A record's fields changed in place.
-    void noteChanged(const QUuid& id);
-    void folderChanged(const QUuid& id);
-    /// Records were added, removed or moved, or the order changed.
-    void binderStructureChanged();
-    void folderExpansionChanged(const QUuid& id, bool expanded);
-    /// Sent before anything else learns of the new selection, so that a draft is written first.
-    void selectedNoteAboutToChange(const std::optional<QUuid>& from,
-                                   const std::optional<QUuid>& to);
-    void selectionChanged();
-    void noteHeldBackChanged();
+    /// Which records changed, and in what, after each edit.
+    void notebookChanged(const orvane::NotebookChange& change);
     /// Sent before something other than the editor replaces a note's content: a draft of it is
     /// written now.
     void noteAboutToBeReplaced(const QUuid& id);
-    void historyFlagsChanged();
     void binderSortOrderChanged();
     void activeTagFilterChanged();
-    /// The library or the counts changed.
-    void tagsChanged();
     /// Colours, aliases or exceptions changed.
     void tagSettingsChanged();
     void saveFailureChanged();
@@ -403,8 +394,7 @@ private:
     bool passesLicence();
     void captureVersionSnapshotIfNeeded(const NoteRecord& previous, const NoteRecord& current);
     void setMode(RootPresentationMode mode);
-    void setSelectedProject(const std::optional<QString>& folder);
-    void setSelection(const std::optional<QUuid>& folder, const std::optional<QUuid>& note);
+    void showWayTo(const QUuid& noteID);
     void clearNotebookState();
     void dropController();
     void refuseToOpen(const OrvaneProjectRecord& project, const ProjectOpenProblem& problem);
@@ -429,7 +419,8 @@ private:
     void rescueUnsaved();
     void finishRescue();
     [[nodiscard]] QStringList rescueFolders() const;
-    void placeRescued(const Shared<NoteRecord>& note, const FoundRescue& rescue);
+    void placeRescued(NotebookEditor& editor, const Shared<NoteRecord>& note,
+                      const FoundRescue& rescue);
     bool writeUnsavedToFile();
     [[nodiscard]] QString openStorePath() const;
     [[nodiscard]] std::expected<QString, FileError> setTheirStoreAside();
@@ -445,9 +436,6 @@ private:
                                            bool restoreLastNote);
     void restoreLastOpenedNoteIfNeeded();
     bool holdsBack(const QUuid& noteID);
-    void setNoteHeldBack(const std::optional<QUuid>& id);
-    void ensureTrashFolderExists();
-    void recordHistory(const QUuid& noteID);
     void markProjectAsOpened(const QUuid& id);
     void migrateLegacyNotebookIfNeeded();
     void touchCurrentProjectUpdatedAt();
@@ -456,29 +444,38 @@ private:
     void saved(const std::expected<void, StoreError>& result, const char* failureLine,
                CountsAsChange counts);
     void closeOpenProject();
-    void replaceNote(const Shared<NoteRecord>& note);
-    void replaceFolder(const Shared<FolderRecord>& folder);
-    /// Changes one note or folder by `edit` behind the guard, and saves that record.
-    template <typename Edit>
-    void editNote(const QUuid& id, Edit&& edit);
-    template <typename Edit>
-    void editFolder(const QUuid& id, Edit&& edit);
-    /// Rewrites the tags of every record by `edit`, which gives nothing where nothing changes.
-    void
-    editTagsEverywhere(const std::function<std::optional<QStringList>(const QStringList&)>& edit);
+    [[nodiscard]] Accepted mayEdit();
+    /// What an edit is besides being applied.
+    enum class Step {
+        Kept, ///< it can be taken back
+        Passing,
+    };
+    enum class Saving { Now, Later };
+    Accepted carryOut(const NotebookEdit& edit, Step step, Saving saving = Saving::Now);
+    Accepted carryOut(NotebookStep step);
+    /// Memory and the signal; the selection follows what goes.
+    void show(const NotebookEdit& edit, Saving saving);
+    Accepted store(const NotebookEdit& edit);
+    void remember(NotebookStep step);
+    [[nodiscard]] std::expected<NotebookStep, Refusal> takeBack(const NotebookStep& step);
+    [[nodiscard]] QUuid root() const;
+    /// Changes fields of one record behind the guard.
+    Accepted editNote(const QUuid& id, const std::function<void(NoteRecord&)>& edit);
+    Accepted editFolder(const QUuid& id, const std::function<void(FolderRecord&)>& edit);
+    Accepted
+    changeTagsEverywhere(const std::function<std::optional<QStringList>(const QStringList&)>& edit,
+                         const std::function<void(TagSettings&)>& settings);
+    void replaceInTagFilter(const QString& tag, const std::optional<QString>& by);
     void changeTagSettings(const std::function<void(TagSettings&)>& edit);
-    void eraseNotes(const QSet<QUuid>& ids);
+    Accepted eraseNotes(const QSet<QUuid>& ids);
     /// Takes up what an earlier run could not finish.
     void resumeErasingVersions();
     /// Removes the versions of erased notes; what can't be removed now is tried again later.
     void eraseVersionsOfErasedNotes();
     [[nodiscard]] QUuid shownContainer(const NoteRecord& note) const;
-    void placeInTrash(const QUuid& id, Timestamp now);
     [[nodiscard]] QList<QUuid> filteredNoteIDs() const;
     [[nodiscard]] std::optional<QUuid> containerForNewNote() const;
-    std::optional<QUuid> insertNewNote(NoteRecord note);
-    void logSelection(const char* reason) const;
-    [[nodiscard]] QString lastNoteKey() const;
+    std::expected<QUuid, Refusal> insertNewNote(NoteRecord note);
     [[nodiscard]] NotebookSnapshot currentSnapshot() const;
 
     /// A project's store, or why there is none, and what it holds unless it was just recovered.
@@ -500,12 +497,13 @@ private:
                       const std::optional<ProjectWorkspaceState>& workspaceState);
 
     Services m_services;
+    Notebook m_notebook;
+    Selection m_selection;
     ProjectLibraryController m_library;
     NoteVersionHistoryStore m_versionHistory;
     NotificationCenter::Observation m_selectionToSave;
     QList<OrvaneProjectRecord> m_projects;
     std::optional<OrvaneProjectRecord> m_currentProject;
-    std::optional<QString> m_selectedProjectFolder;
     KnownProjects m_known;
     QList<KnownProject> m_missingProjects;
     /// The open project's folder.
@@ -528,17 +526,11 @@ private:
     std::optional<BootstrapDecision> m_bootstrapDecision;
     std::optional<OpeningProject> m_openingProject;
     std::unique_ptr<Clock::Delay> m_pendingTouch;
-    RecordTable<FolderRecord> m_folders;
-    RecordTable<NoteRecord> m_notes;
-    BinderOrder m_order;
-    std::optional<QUuid> m_selectedFolderID;
-    std::optional<QUuid> m_selectedNoteID;
-    std::optional<QUuid> m_noteHeldBack;
-    TagIndex m_tags;
+    NotebookUndo m_undo;
+    bool m_hasWordsSinceStep = false;
     TagSettings m_tagSettings;
     QSet<QString> m_activeTagFilter;
     AssetDuplicator m_duplicateAsset;
-    EditorHistory m_history;
     /// Titles as they stand in the store, of notes whose title is being typed.
     QHash<QUuid, QString> m_storedTitles;
     QHash<QUuid, NoteContent> m_refusedContents;
@@ -546,7 +538,8 @@ private:
     QHash<QUuid, Timestamp> m_lastSnapshotTimes;
     /// Notes that a person has erased and whose versions are still there.
     QSet<QUuid> m_erasedNotes;
-    bool m_suppressHistory = false;
+    /// Those that the edit at hand erases.
+    QSet<QUuid> m_erasing;
     bool m_terminating = false;
 };
 

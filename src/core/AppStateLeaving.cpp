@@ -2,6 +2,7 @@
 // The part of AppState that looks after what can't be saved: tries again, keeps it elsewhere, and
 // is the one door for leaving.
 #include "core/AppState.h"
+#include "core/NotebookEdit.h"
 #include "core/ProjectQuestions.h"
 #include "core/SessionKeys.h"
 #include "platform/Log.h"
@@ -20,6 +21,11 @@ namespace {
 struct Words {
     Q_DECLARE_TR_FUNCTIONS(AppStateLeaving)
 };
+
+bool isAmong(const QList<Shared<FolderRecord>>& folders, const QUuid& id)
+{
+    return std::ranges::any_of(folders, [&](const auto& folder) { return folder->id == id; });
+}
 
 // A disk that went takes the folder above with it, or shows another one in its place.
 bool isDiskGone(const QString& rootPath, const FileIdentity& folder)
@@ -65,8 +71,7 @@ void AppState::projectMoved(const QString& to)
     const QString from = std::exchange(m_currentProject->rootPath, to);
     m_known.move(from, to);
     m_known.save(m_services.defaults);
-    if (m_selectedProjectFolder == from)
-        m_selectedProjectFolder = to;
+    m_selection.projectMoved(from, to);
     refreshProjects();
     emit currentProjectChanged();
 }
@@ -83,7 +88,7 @@ QList<Shared<NoteRecord>> AppState::unsavedNotes() const
     QList<Shared<NoteRecord>> notes = m_controller->unsavedNotes();
     for (auto refused = m_refusedContents.cbegin(); refused != m_refusedContents.cend();
          ++refused) {
-        const auto* note = m_notes.find(refused.key());
+        const auto* note = m_notebook.notes.find(refused.key());
         if (!note)
             continue;
         const auto kept = note->with([&](NoteRecord& record) { refused->applyTo(record); });
@@ -236,14 +241,14 @@ QList<Shared<NoteRecord>> AppState::notesToRescue()
 {
     using Kind = ProjectTrouble::Kind;
     if (!m_rescue && m_trouble && m_trouble->kind == Kind::FolderGone)
-        return m_notes.records(); // its files may live on in this program alone
+        return m_notebook.notes.records(); // its files may live on in this program alone
     QList<Shared<NoteRecord>> notes = unsavedNotes();
     if (m_rescue || !m_trouble || m_trouble->kind != Kind::StoreReplaced)
         return notes;
     // What this run has saved went into the file that is not at its place any more.
     const auto sides = storeSides();
     if (!sides)
-        return m_notes.records();
+        return m_notebook.notes.records();
     notes.clear();
     for (const StoreSides::Difference& each : sides->differences()) {
         if (each.mine)
@@ -258,7 +263,7 @@ void AppState::rescueUnsaved()
         return;
     const QList<Shared<NoteRecord>> notes = notesToRescue();
     const QList<Shared<FolderRecord>> folders =
-        m_rescue || !m_trouble ? m_controller->unsavedFolders() : m_folders.records();
+        m_rescue || !m_trouble ? m_controller->unsavedFolders() : m_notebook.folders.records();
     if (notes.isEmpty() && m_controller->unsavedFolders().isEmpty())
         return;
     const auto stored = [this](const QUuid& id) -> std::optional<Timestamp> {
@@ -326,17 +331,25 @@ std::expected<void, QString> AppState::putInPlace(const FoundRescue& rescue)
     const auto content = RescueFile::read(rescue.folder, m_services.clock);
     if (!content)
         return std::unexpected(content.error().text());
+    if (m_selection.selectedNoteID())
+        emit noteAboutToBeReplaced(*m_selection.selectedNoteID());
+    NotebookEditor editor(m_notebook, root());
     for (const Shared<FolderRecord>& folder : content->folders) {
-        if (!m_folders.contains(folder->id))
-            m_folders.append(folder);
+        if (editor.folder(folder->id))
+            continue;
+        editor.put(folder);
+        const auto& parent = folder->parentFolderID;
+        if (!folder->isTrash())
+            editor
+                .changeList(OrderListID::foldersOf(
+                    parent && (editor.folder(*parent) || isAmong(content->folders, *parent))
+                        ? parent
+                        : std::nullopt))
+                .append(folder->id);
     }
     for (const Shared<NoteRecord>& note : content->notes)
-        placeRescued(note, rescue);
-    m_order = BinderDisplayOrdering::reconciled(m_order, m_folders, m_notes, m_currentProject->id);
-    m_tags.rebuild(m_folders, m_notes);
-    emit binderStructureChanged();
-    emit tagsChanged();
-    persist();
+        placeRescued(editor, note, rescue);
+    (void)carryOut(editor.edit(), Step::Kept);
     if (m_saveFailure)
         return std::unexpected(Words::tr("The words can't be saved now. They are kept where they "
                                          "are."));
@@ -378,30 +391,31 @@ std::expected<void, QString> AppState::makeProjectOf(const FoundRescue& rescue)
     return {};
 }
 
-void AppState::placeRescued(const Shared<NoteRecord>& note, const FoundRescue& rescue)
+void AppState::placeRescued(NotebookEditor& editor, const Shared<NoteRecord>& note,
+                            const FoundRescue& rescue)
 {
-    const auto* found = m_notes.find(note->id);
-    if (!found) {
-        m_notes.append(note);
-        return;
-    }
+    const auto list = [&](const Shared<NoteRecord>& each) {
+        editor.put(each);
+        editor.changeList(OrderListID::notesOf(editor.containerOf(*each))).append(each->id);
+    };
+    const auto* found = editor.note(note->id);
+    if (!found)
+        return list(note);
     if (**found == *note)
         return;
-    emit noteAboutToBeReplaced(note->id);
-    found = m_notes.find(note->id);
     const auto known = std::ranges::find(rescue.notes, note->id, &RescuedNote::id);
     const bool isUnchanged =
         known != rescue.notes.end() && known->storedUpdatedAt == (*found)->updatedAt;
     if (isUnchanged && appendVersionSnapshot(note->id, u"Before Rescue"_s)) {
-        m_storedTitles.remove(note->id);
-        replaceNote(note);
+        const QUuid place = (*found)->folderID; // it may have been moved since
+        editor.put(note.with([&](NoteRecord& each) { each.folderID = place; }));
         return;
     }
     NoteRecord beside = *note;
     beside.id = QUuid::createUuid();
     beside.title = Words::tr("%1 (rescued)", "title of a note").arg(note->titleForList());
     beside.titleRTF.reset();
-    m_notes.append(beside);
+    list(beside);
 }
 
 // --- Leaving -------------------------------------------------------------------------------------

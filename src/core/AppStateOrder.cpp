@@ -1,65 +1,60 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 // The part of AppState that orders, filters and moves the Binder's rows.
 #include "core/AppState.h"
+#include "core/NotebookEdits.h"
 
 namespace orvane {
 
-namespace {
-
-const QString sortOrderKey = QStringLiteral("settings.binder.sortOrder");
-
-} // namespace
-
 BinderSortOrder AppState::binderSortOrder() const
 {
-    return orvane::binderSortOrder(m_services.defaults.get<QString>(sortOrderKey, {}));
+    return orvane::binderSortOrder(m_services.defaults.get<QString>(binderSortOrderKey, {}));
 }
 
 void AppState::setBinderSortOrder(BinderSortOrder order)
 {
-    if (order == binderSortOrder())
+    const BinderSortOrder before = binderSortOrder();
+    if (order == before)
         return;
-    m_services.defaults.set(sortOrderKey, storedValue(order));
+    m_services.defaults.set(binderSortOrderKey, storedValue(order));
+    remember({{}, std::pair(before, order), {}});
     emit binderSortOrderChanged();
 }
 
-QList<BinderDisplayRow> AppState::displayedBinderRows() const
+bool AppState::passesTagFilter(const NoteRecord& note) const
 {
-    return m_activeTagFilter.isEmpty() ? sortedBinderRows(visibleBinderRows(), binderSortOrder())
-                                       : tagFilteredBinderRows();
+    return note.folderID != FolderRecord::trashFolderID &&
+           std::ranges::any_of(m_activeTagFilter,
+                               [&](const QString& tag) { return containsTag(note.tags, tag); });
 }
 
-QList<BinderDisplayRow> AppState::tagFilteredBinderRows() const
+QList<Shared<NoteRecord>> AppState::tagFilteredNotes() const
 {
     QList<Shared<NoteRecord>> matches;
-    for (const Shared<NoteRecord>& each : m_notes) {
-        const bool matchesFilter =
-            std::any_of(m_activeTagFilter.begin(), m_activeTagFilter.end(),
-                        [&](const QString& tag) { return containsTag(each->tags, tag); });
-        if (matchesFilter && each->folderID != FolderRecord::trashFolderID)
+    for (const Shared<NoteRecord>& each : m_notebook.notes) {
+        if (passesTagFilter(*each))
             matches.append(each);
     }
-    QList<BinderDisplayRow> rows;
-    for (const auto& each : sortedNotes(std::move(matches), BinderSortOrder::RecentModified))
-        rows.append({each, 0});
-    return rows;
+    return sortedNotes(std::move(matches), BinderSortOrder::RecentModified);
 }
 
 QUuid AppState::shownContainer(const NoteRecord& note) const
 {
-    return m_folders.contains(note.folderID) ? note.folderID
-                                             : projectRootContainerID().value_or(note.folderID);
+    return m_notebook.folders.contains(note.folderID)
+               ? note.folderID
+               : projectRootContainerID().value_or(note.folderID);
 }
 
 QList<QUuid> AppState::filteredNoteIDs() const
 {
-    const auto container = m_selectedFolderID ? m_selectedFolderID : projectRootContainerID();
-    return container ? m_order.noteOrderByFolder.value(*container) : QList<QUuid>();
+    const auto container =
+        m_selection.selectedFolderID() ? m_selection.selectedFolderID() : projectRootContainerID();
+    return container ? m_notebook.order.noteOrderByFolder.value(*container) : QList<QUuid>();
 }
 
 QList<Shared<NoteRecord>> AppState::filteredNotes() const
 {
-    const auto container = m_selectedFolderID ? m_selectedFolderID : projectRootContainerID();
+    const auto container =
+        m_selection.selectedFolderID() ? m_selection.selectedFolderID() : projectRootContainerID();
     return container ? orderedNotes(*container) : QList<Shared<NoteRecord>>();
 }
 
@@ -68,7 +63,7 @@ std::optional<QUuid> AppState::nextNoteID(const QUuid& after) const
     const NoteRecord* found = note(after);
     if (!found)
         return std::nullopt;
-    const QList<QUuid> list = m_order.noteOrderByFolder.value(shownContainer(*found));
+    const QList<QUuid> list = m_notebook.order.noteOrderByFolder.value(shownContainer(*found));
     const qsizetype place = list.indexOf(after);
     return place >= 0 && place + 1 < list.size() ? std::optional(list.at(place + 1)) : std::nullopt;
 }
@@ -79,85 +74,50 @@ std::optional<QUuid> AppState::nextSiblingFolderID(const QUuid& after) const
     if (!found)
         return std::nullopt;
     const QList<QUuid> list = found->parentFolderID
-                                  ? m_order.childFolderOrder.value(*found->parentFolderID)
-                                  : m_order.rootFolderOrder;
+                                  ? m_notebook.order.childFolderOrder.value(*found->parentFolderID)
+                                  : m_notebook.order.rootFolderOrder;
     const qsizetype place = list.indexOf(after);
     return place >= 0 && place + 1 < list.size() ? std::optional(list.at(place + 1)) : std::nullopt;
 }
 
-void AppState::moveFolder(const QUuid& id, const std::optional<QUuid>& parent,
-                          const std::optional<QUuid>& before)
+Accepted AppState::moveFolder(const QUuid& id, const std::optional<QUuid>& parent,
+                              const std::optional<QUuid>& before)
 {
-    if (!passesEditGuard() || !m_currentProject || !canReparentFolder(id, parent, m_folders))
-        return;
-    const Shared<FolderRecord> moved =
-        m_folders.find(id)->with([&](FolderRecord& each) { each.parentFolderID = parent; });
-    m_folders.replace(moved);
-    BinderActions::moveFolder(m_order, id, parent, before);
-    m_order = BinderDisplayOrdering::reconciled(std::move(m_order), m_folders, m_notes,
-                                                m_currentProject->id);
-    const bool expands = parent && !m_order.expandedFolderIDs.contains(*parent);
-    if (expands)
-        m_order.expandedFolderIDs.insert(*parent);
-    emit binderStructureChanged();
-    if (expands)
-        emit folderExpansionChanged(*parent, true);
-    persist();
+    if (!m_currentProject || !canReparentFolder(id, parent, m_notebook.folders))
+        return std::unexpected(Refusal::NotPossible);
+    return apply(NotebookEdits::moveFolder(m_notebook, root(), id, parent, before));
 }
 
-void AppState::moveNote(const QUuid& id, const QUuid& container, const std::optional<QUuid>& before)
+Accepted AppState::moveNote(const QUuid& id, const QUuid& container,
+                            const std::optional<QUuid>& before)
 {
-    if (!passesEditGuard())
-        return;
-    const auto* found = m_notes.find(id);
-    if (!found || (!m_folders.contains(container) && container != projectRootContainerID()))
-        return;
-    const QUuid from = shownContainer(**found);
-    BinderActions::moveNote(m_order, id, from, container, before);
-    replaceNote(found->with([&](NoteRecord& each) { each.folderID = container; }));
+    if (!note(id) || (!folder(container) && container != projectRootContainerID()))
+        return std::unexpected(Refusal::NotThere);
+    if (auto may = mayEdit(); !may)
+        return may;
     // The selected note takes the selected folder along.
-    if (m_selectedNoteID == id && m_folders.contains(container))
-        m_selectedFolderID = container;
-    emit binderStructureChanged();
-    persist();
+    if (m_selection.selectedNoteID() == id && m_notebook.folders.contains(container))
+        m_selection.followNote(container);
+    return carryOut(NotebookEdits::moveNote(m_notebook, root(), id, container, before), Step::Kept);
 }
 
-void AppState::apply(const BinderMove& move)
+Accepted AppState::apply(const BinderMove& move)
 {
     if (move.row.kind == BinderRowID::Kind::Folder)
-        moveFolder(move.row.id, move.container, move.before);
-    else if (move.container == FolderRecord::trashFolderID)
-        moveNoteToTrash(move.row.id);
-    else if (move.container)
-        moveNote(move.row.id, *move.container, move.before);
+        return moveFolder(move.row.id, move.container, move.before);
+    if (move.container == FolderRecord::trashFolderID)
+        return moveNoteToTrash(move.row.id);
+    if (!move.container)
+        return std::unexpected(Refusal::NotThere);
+    return moveNote(move.row.id, *move.container, move.before);
 }
 
-void AppState::reorderNotes(const QUuid& container, QList<qsizetype> fromOffsets,
-                            qsizetype toOffset)
+Accepted AppState::reorderNotes(const QUuid& container, QList<qsizetype> fromOffsets,
+                                qsizetype toOffset)
 {
-    const QList<QUuid> list = m_order.noteOrderByFolder.value(container);
-    QSet<qsizetype> moving;
-    QList<QUuid> moved;
-    std::sort(fromOffsets.begin(), fromOffsets.end());
-    for (const qsizetype offset : std::as_const(fromOffsets)) {
-        if (offset >= 0 && offset < list.size() && !moving.contains(offset)) {
-            moving.insert(offset);
-            moved.append(list.at(offset));
-        }
-    }
-    QList<QUuid> result;
-    result.reserve(list.size());
-    for (qsizetype i = 0; i <= list.size(); ++i) {
-        if (i == std::clamp<qsizetype>(toOffset, 0, list.size()))
-            result += moved;
-        if (i < list.size() && !moving.contains(i))
-            result.append(list.at(i));
-    }
-    if (result == list || !passesEditGuard())
-        return;
-    m_order.noteOrderByFolder.insert(container, result);
-    emit binderStructureChanged();
-    persistLayout();
+    const auto edit = NotebookEdits::reorderNotes(m_notebook, root(), container,
+                                                  std::move(fromOffsets), toOffset);
+    return edit.isEmpty() ? Accepted() : apply(edit);
 }
 
 } // namespace orvane

@@ -46,7 +46,9 @@ const OrvaneProjectRecord* AppState::project(const QUuid& id) const
 
 std::optional<QUuid> AppState::selectedProjectID() const
 {
-    const auto* selected = m_selectedProjectFolder ? projectAt(*m_selectedProjectFolder) : nullptr;
+    const auto* selected = m_selection.selectedProjectFolder()
+                               ? projectAt(*m_selection.selectedProjectFolder())
+                               : nullptr;
     return selected ? std::optional(selected->id) : std::nullopt;
 }
 
@@ -68,8 +70,8 @@ void AppState::refreshProjects()
         if (listDiffers || missingDiffer)
             emit projectsChanged();
     }
-    if (m_selectedProjectFolder && !projectAt(*m_selectedProjectFolder))
-        setSelectedProject(std::nullopt);
+    if (m_selection.selectedProjectFolder() && !projectAt(*m_selection.selectedProjectFolder()))
+        m_selection.selectProjectFolder(std::nullopt);
 }
 
 void AppState::forgetProject(const QString& folder)
@@ -204,7 +206,6 @@ void AppState::writePendingTouch()
             ProjectLibraryController::writeManifest(*m_currentProject, projectAccessPath());
         !written)
         qWarning().noquote() << "OrvaneWorkspace project touch error:" << written.error().text();
-    emit currentProjectChanged();
     emit projectsChanged();
 }
 

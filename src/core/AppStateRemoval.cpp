@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 // The part of AppState that duplicates, throws away, restores and erases.
 #include "core/AppState.h"
+#include "core/NotebookEdits.h"
 #include "core/VersionErasure.h"
 #include "text/OrvaneWorkspaceRTF.h"
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
 
 namespace orvane {
 
@@ -44,21 +46,20 @@ QString fileNameForTrash(const NoteRecord& note)
 
 } // namespace
 
-std::optional<QUuid> AppState::duplicateNote(const QUuid& id)
+std::expected<QUuid, Refusal> AppState::duplicateNote(const QUuid& id)
 {
-    if (!passesEditGuard())
-        return std::nullopt;
+    if (auto may = mayEdit(); !may)
+        return std::unexpected(may.error());
     emit noteAboutToBeReplaced(id); // the copy has what is being typed
-    const auto* found = m_notes.find(id);
-    if (!found)
-        return std::nullopt;
-    const NoteRecord& source = **found;
-    NoteRecord copy = source;
+    const NoteRecord* source = note(id);
+    if (!source)
+        return std::unexpected(Refusal::NotThere);
+    NoteRecord copy = *source;
     copy.id = QUuid::createUuid();
     copy.createdAt = m_services.clock.now();
     copy.updatedAt = copy.createdAt;
-    copy.title = source.title.isEmpty() ? Words::tr("Untitled Copy")
-                                        : Words::tr("%1 Copy").arg(source.title);
+    copy.title = source->title.isEmpty() ? Words::tr("Untitled Copy")
+                                         : Words::tr("%1 Copy").arg(source->title);
     copy.titleRTF.reset(); // it says the old title
     if (copy.embeddedFileAssetID && m_currentProject && m_duplicateAsset) {
         const auto asset =
@@ -70,70 +71,45 @@ std::optional<QUuid> AppState::duplicateNote(const QUuid& id)
                                     "reference original asset:"
                                  << asset.error();
     }
-    const QUuid copyID = copy.id;
-    BinderActions::insertAfter(m_order.noteOrderByFolder[shownContainer(source)], copyID, id);
-    m_tags.add(copy);
-    m_notes.append(std::move(copy));
-    emit binderStructureChanged();
-    emit tagsChanged();
-    selectNote(copyID);
-    persist();
-    return copyID;
+    (void)carryOut(NotebookEdits::addNote(m_notebook, root(), copy, id), Step::Kept);
+    m_selection.selectNote(copy.id);
+    return copy.id;
 }
 
-std::optional<QUuid> AppState::duplicateFolder(const QUuid& id)
+std::expected<QUuid, Refusal> AppState::duplicateFolder(const QUuid& id)
 {
     const FolderRecord* source = folder(id);
-    if (!source || source->isTrash() || !passesEditGuard())
-        return std::nullopt;
+    if (!source || source->isTrash())
+        return std::unexpected(Refusal::NotThere);
+    if (auto may = mayEdit(); !may)
+        return std::unexpected(may.error());
     FolderRecord copy = *source;
     copy.id = QUuid::createUuid();
     copy.name = Words::tr("Copy of %1").arg(source->name);
     copy.titleRTF.reset();
     copy.createdAt = m_services.clock.now();
-    QList<QUuid>& siblings =
-        copy.parentFolderID && m_order.childFolderOrder.contains(*copy.parentFolderID)
-            ? m_order.childFolderOrder[*copy.parentFolderID]
-            : m_order.rootFolderOrder;
-    const QUuid copyID = copy.id;
-    BinderActions::insertAfter(siblings, copyID, id);
-    m_tags.add(copy);
-    m_folders.append(std::move(copy));
-    emit binderStructureChanged();
-    setSelection(copyID, std::nullopt);
-    persist();
-    return copyID;
+    (void)carryOut(NotebookEdits::addFolder(m_notebook, root(), copy, id), Step::Kept);
+    m_selection.select(copy.id, std::nullopt);
+    return copy.id;
 }
 
-void AppState::placeInTrash(const QUuid& id, Timestamp now)
+Accepted AppState::moveNoteToTrash(const QUuid& id)
 {
-    const auto* found = m_notes.find(id);
-    const Shared<NoteRecord> trashed = found->with([&](NoteRecord& each) {
-        each.folderID = FolderRecord::trashFolderID;
-        each.updatedAt = now;
-    });
-    BinderActions::moveNote(m_order, id, shownContainer(**found), FolderRecord::trashFolderID,
-                            std::nullopt);
-    replaceNote(trashed);
-}
-
-void AppState::moveNoteToTrash(const QUuid& id)
-{
-    if (!passesEditGuard())
-        return;
+    if (auto may = mayEdit(); !may)
+        return may;
     emit noteAboutToBeReplaced(id);
     const NoteRecord* found = note(id);
-    if (!found || found->folderID == FolderRecord::trashFolderID)
-        return;
-    const bool wasSelected = m_selectedNoteID == id;
+    if (!found)
+        return std::unexpected(Refusal::NotThere);
+    if (found->folderID == FolderRecord::trashFolderID)
+        return {};
+    const bool wasSelected = m_selection.selectedNoteID() == id;
     const auto next = wasSelected ? neighbourAfterRemoval(filteredNoteIDs(), {id}) : std::nullopt;
-    ensureTrashFolderExists();
-    placeInTrash(id, m_services.clock.now());
-    emit binderStructureChanged();
-    emit tagsChanged();
+    const Accepted done = carryOut(
+        NotebookEdits::trashNotes(m_notebook, root(), {id}, m_services.clock.now()), Step::Kept);
     if (wasSelected)
-        selectNote(next);
-    persist();
+        m_selection.selectNote(next);
+    return done;
 }
 
 QList<Shared<NoteRecord>> AppState::notesInTrash() const
@@ -141,132 +117,117 @@ QList<Shared<NoteRecord>> AppState::notesInTrash() const
     return sortedNotes(orderedNotes(FolderRecord::trashFolderID), BinderSortOrder::RecentModified);
 }
 
-void AppState::restoreNoteFromTrash(const QUuid& id)
+Accepted AppState::restoreNoteFromTrash(const QUuid& id)
 {
-    const auto* found = m_notes.find(id);
-    if (!found || (*found)->folderID != FolderRecord::trashFolderID || isReadOnly())
-        return;
+    const NoteRecord* found = note(id);
+    if (!found || found->folderID != FolderRecord::trashFolderID)
+        return std::unexpected(Refusal::NotThere);
+    if (isReadOnly())
+        return std::unexpected(Refusal::NotAllowed);
     std::optional<QUuid> target = projectRootContainerID();
-    for (const Shared<FolderRecord>& each : m_folders) {
+    for (const Shared<FolderRecord>& each : m_notebook.folders) {
         if (!target && !each->isTrash())
             target = each->id;
     }
     if (!target)
-        return;
-    const auto first = m_order.noteOrderByFolder.value(*target);
-    BinderActions::moveNote(m_order, id, FolderRecord::trashFolderID, *target,
-                            first.isEmpty() ? std::nullopt : std::optional(first.first()));
-    replaceNote(found->with([&](NoteRecord& each) {
-        each.folderID = *target;
-        each.updatedAt = m_services.clock.now();
-    }));
-    if (m_selectedNoteID == id && m_selectedFolderID == FolderRecord::trashFolderID)
-        setSelection(std::nullopt, id);
-    emit binderStructureChanged();
-    emit tagsChanged();
-    persist();
+        return std::unexpected(Refusal::NotThere);
+    const Accepted done = carryOut(
+        NotebookEdits::restoreNote(m_notebook, root(), id, *target, m_services.clock.now()),
+        Step::Kept);
+    if (m_selection.selectedNoteID() == id &&
+        m_selection.selectedFolderID() == FolderRecord::trashFolderID)
+        m_selection.select(std::nullopt, id);
+    return done;
 }
 
-void AppState::eraseNotePermanently(const QUuid& id)
+Accepted AppState::eraseNotePermanently(const QUuid& id)
 {
-    if (!passesEditGuard())
-        return;
-    if (m_notes.contains(id))
-        eraseNotes({id});
+    if (auto may = mayEdit(); !may)
+        return may;
+    if (!note(id))
+        return std::unexpected(Refusal::NotThere);
+    return eraseNotes({id});
 }
 
-void AppState::eraseNotes(const QSet<QUuid>& ids)
+Accepted AppState::eraseNotes(const QSet<QUuid>& ids)
 {
     const QSet<QUuid> withVersions =
         m_currentProject ? VersionErasure::note(projectAccessPath(), ids) : QSet<QUuid>();
-    const bool wasSelected = m_selectedNoteID && ids.contains(*m_selectedNoteID);
-    const auto next = wasSelected ? neighbourAfterRemoval(filteredNoteIDs(), ids) : std::nullopt;
-    for (const QUuid& id : ids) {
-        const NoteRecord* found = note(id);
-        BinderActions::removeNote(m_order, id, shownContainer(*found));
-        m_tags.remove(*found);
-        m_storedTitles.remove(id);
-        m_refusedContents.remove(id);
-    }
-    m_notes.removeAll(ids);
-    emit binderStructureChanged();
-    emit tagsChanged();
-    if (wasSelected)
-        selectNote(next);
-    m_erasedNotes += withVersions; // not before: what was saved until here has the notes still
-    persist();
+    const auto edit = NotebookEdits::eraseNotes(m_notebook, root(), ids);
+    m_undo.clear(); // what is gone for good doesn't come back
+    m_erasing = withVersions;
+    return carryOut(edit, Step::Passing);
 }
 
-std::expected<void, FileError> AppState::emptyTrashToMacOSUserTrash()
+std::expected<void, EmptyTrashError> AppState::emptyTrashToMacOSUserTrash()
 {
-    if (!passesEditGuard())
-        return {};
+    if (auto may = mayEdit(); !may)
+        return std::unexpected(EmptyTrashError{may.error(), {}});
+    const auto failed = [](const FileError& error) {
+        return std::unexpected(EmptyTrashError{Refusal::NotPossible, error});
+    };
     const QString folder = m_services.folders.temporary;
     if (auto made = makeFolder(folder); !made)
-        return made;
-    const auto handOver = [&](const NoteRecord& note) -> std::expected<void, FileError> {
+        return failed(made.error());
+    const auto handOver = [&](const NoteRecord& note) -> std::expected<QString, FileError> {
         const QString path = folder + u'/' + fileNameForTrash(note);
         if (const auto body = note.body.utf8().tryBytes(); !body)
             return std::unexpected(FileError{FileError::Code::Other, path, body.error()});
-        if (auto written = writeFileAtomically(path, rtfForTrash(note)); !written)
-            return written;
-        if (auto moved = m_services.trash.moveToTrash(path); !moved) {
+        if (auto written = writeUnsyncedFile(path, rtfForTrash(note)); !written)
+            return std::unexpected(written.error());
+        auto moved = m_services.trash.moveToTrash(path);
+        if (!moved) {
             QFile::remove(path);
             return std::unexpected(moved.error());
         }
-        return {};
+        return moved->value_or(path);
     };
     QSet<QUuid> handedOver;
-    std::expected<void, FileError> result;
+    QString place = folder;
+    std::expected<void, EmptyTrashError> result;
     for (const Shared<NoteRecord>& each : notesInTrash()) {
-        if (result = handOver(*each); !result)
+        const auto done = handOver(*each);
+        if (!done) {
+            result = failed(done.error());
             break;
+        }
         handedOver.insert(each->id);
+        place = QFileInfo(*done).absolutePath();
     }
-    if (!handedOver.isEmpty())
-        eraseNotes(handedOver);
+    if (handedOver.isEmpty())
+        return result;
+    // The copies reach the disk before the notes leave it.
+    if (auto synced = syncFileSystem(QFileInfo(place).isDir() ? place : folder); !synced)
+        return failed(synced.error());
+    if (const Accepted erased = eraseNotes(handedOver); !erased && result)
+        return std::unexpected(EmptyTrashError{erased.error(), {}});
     return result;
 }
 
-void AppState::deleteFolder(const QUuid& id)
+Accepted AppState::deleteFolder(const QUuid& id)
 {
-    if (!passesEditGuard() || id == FolderRecord::trashFolderID || !m_folders.contains(id))
-        return;
-    const QList<QUuid> subtree = folderSubtreeIDs(id, m_order);
-    ensureTrashFolderExists();
-    const Timestamp now = m_services.clock.now();
-    bool selectedNoteMoved = false;
-    for (const QUuid& each : subtree) {
-        for (const QUuid& noteID : m_order.noteOrderByFolder.value(each)) {
-            if (m_selectedNoteID == noteID) {
-                selectedNoteMoved = true;
-                emit noteAboutToBeReplaced(noteID);
-            }
-            placeInTrash(noteID, now);
-        }
-    }
-    for (const QUuid& each : subtree) {
-        m_tags.remove(**m_folders.find(each));
-        m_order.childFolderOrder.remove(each);
-        m_order.noteOrderByFolder.remove(each);
-        m_order.expandedFolderIDs.remove(each);
-    }
-    m_order.rootFolderOrder.removeAll(id);
-    for (auto it = m_order.childFolderOrder.begin(); it != m_order.childFolderOrder.end(); ++it) {
-        if (std::as_const(*it).contains(id))
-            it->removeAll(id);
-    }
-    const QSet<QUuid> gone(subtree.begin(), subtree.end());
-    m_folders.removeAll(gone);
-    emit binderStructureChanged();
-    emit tagsChanged();
-    if (m_selectedFolderID && gone.contains(*m_selectedFolderID))
-        setSelection(std::nullopt, m_selectedNoteID);
-    if (selectedNoteMoved) {
+    if (auto may = mayEdit(); !may)
+        return may;
+    if (id == FolderRecord::trashFolderID || !folder(id))
+        return std::unexpected(Refusal::NotThere);
+    const auto isMoved = [this](const NotebookEdit& edit) {
+        return m_selection.selectedNoteID() &&
+               std::ranges::any_of(edit.notes, [this](const auto& change) {
+                   return change.id() == *m_selection.selectedNoteID();
+               });
+    };
+    const auto edit = [&] {
+        return NotebookEdits::deleteFolder(m_notebook, root(), id, m_services.clock.now());
+    };
+    const bool selectedNoteMoves = isMoved(edit());
+    if (selectedNoteMoves)
+        emit noteAboutToBeReplaced(*m_selection.selectedNoteID());
+    const Accepted done = carryOut(edit(), Step::Kept);
+    if (selectedNoteMoves) {
         const QList<QUuid> rest = filteredNoteIDs();
-        selectNote(rest.isEmpty() ? std::nullopt : std::optional(rest.first()));
+        m_selection.selectNote(rest.isEmpty() ? std::nullopt : std::optional(rest.first()));
     }
-    persist();
+    return done;
 }
 
 } // namespace orvane

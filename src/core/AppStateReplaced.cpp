@@ -143,8 +143,8 @@ std::expected<void, QString> AppState::keepMyStore()
     QList<Shared<NoteRecord>> notes = unsavedNotes();
     notes.removeIf([](const Shared<NoteRecord>& note) { return !isReadable(*note); });
     const QList<Shared<FolderRecord>> folders = m_controller->unsavedFolders();
-    const BinderOrder order = m_order;
-    const auto selected = m_selectedNoteID;
+    const BinderOrder order = m_notebook.order;
+    const auto selected = m_selection.selectedNoteID();
     m_controller->discardUnsaved();
     m_controller.reset();
     for (const QString& file : persistentStoreFiles(place))
@@ -182,7 +182,7 @@ std::expected<void, QString> AppState::reopenWith(const QList<Shared<FolderRecor
                                                        m_currentProject->id);
     notebook.tags.rebuild(notebook.folders, notebook.notes);
     showNotebook(std::move(notebook), false, std::nullopt);
-    if (selected && m_notes.contains(*selected))
+    if (selected && m_notebook.notes.contains(*selected))
         openNote(*selected);
     persist();
     refreshProjects();
@@ -209,12 +209,12 @@ std::expected<void, QString> AppState::takeTheirStore()
         (void)appendVersionSnapshot(note->id, u"Before Taking Theirs"_s);
     m_controller->discardUnsaved();
     const QString folder = m_currentProject->rootPath;
-    const auto selected = m_selectedNoteID;
+    const auto selected = m_selection.selectedNoteID();
     finishRescue(); // the words are in the file that was just written
     closeOpenProject();
     refreshProjects();
     openProjectAt(folder, false);
-    if (selected && m_notes.contains(*selected))
+    if (selected && m_notebook.notes.contains(*selected))
         openNote(*selected);
     return {};
 }
@@ -229,7 +229,7 @@ std::expected<void, FileError> AppState::keepBeside(const QList<Shared<NoteRecor
     std::expected<void, FileError> kept;
     for (const QString& parent : rescueFolders()) {
         auto rescue = RescueFile::createIn(parent, origin, m_services.clock);
-        kept = rescue ? (*rescue)->keep(notes, m_folders.records(),
+        kept = rescue ? (*rescue)->keep(notes, m_notebook.folders.records(),
                                         [](const QUuid&) { return std::nullopt; })
                       : std::unexpected(rescue.error());
         if (kept)

@@ -80,7 +80,7 @@ void AppState::bootstrapProjects()
     }
     const auto* selected =
         browser.selectedProjectID ? project(*browser.selectedProjectID) : nullptr;
-    setSelectedProject(selected ? std::optional(selected->rootPath) : std::nullopt);
+    m_selection.selectProjectFolder(selected ? std::optional(selected->rootPath) : std::nullopt);
     setMode(RootPresentationMode::Projects);
 }
 

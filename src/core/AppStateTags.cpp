@@ -2,129 +2,97 @@
 // The part of AppState that changes single fields of records, and tags everywhere.
 #include "core/AppState.h"
 #include "core/JsonObjectReader.h"
+#include "core/NotebookEdits.h"
 
 namespace orvane {
 
-void AppState::replaceNote(const Shared<NoteRecord>& note)
+Accepted AppState::editNote(const QUuid& id, const std::function<void(NoteRecord&)>& edit)
 {
-    const auto* found = m_notes.find(note->id);
-    if (!found)
-        return;
-    const bool countsDiffer = (*found)->tags != note->tags || (*found)->folderID != note->folderID;
-    if (countsDiffer) {
-        m_tags.remove(**found);
-        m_tags.add(*note);
-    }
-    m_notes.replace(found, note);
-    emit noteChanged(note->id);
+    if (auto may = mayEdit(); !may)
+        return may;
+    if (!note(id))
+        return std::unexpected(Refusal::NotThere);
+    return carryOut(NotebookEdits::changeNotes(m_notebook, root(), {id}, edit), Step::Kept);
 }
 
-void AppState::replaceFolder(const Shared<FolderRecord>& folder)
+Accepted AppState::editFolder(const QUuid& id, const std::function<void(FolderRecord&)>& edit)
 {
-    const auto* found = m_folders.find(folder->id);
-    if (!found)
-        return;
-    if ((*found)->tags != folder->tags) {
-        m_tags.remove(**found);
-        m_tags.add(*folder);
-    }
-    m_folders.replace(folder);
-    emit folderChanged(folder->id);
+    if (auto may = mayEdit(); !may)
+        return may;
+    if (!folder(id))
+        return std::unexpected(Refusal::NotThere);
+    return carryOut(NotebookEdits::changeFolder(m_notebook, root(), id, edit), Step::Kept);
 }
 
-template <typename Edit>
-void AppState::editNote(const QUuid& id, Edit&& edit)
+Accepted AppState::updateNoteBinderTitle(const QUuid& id, const QString& plainTitle,
+                                         const std::optional<Blob>& titleRTF)
 {
-    if (!passesEditGuard())
-        return;
-    if (const auto* found = m_notes.find(id)) {
-        replaceNote(found->with(std::forward<Edit>(edit)));
-        persistNote(id);
-    }
-}
-
-template <typename Edit>
-void AppState::editFolder(const QUuid& id, Edit&& edit)
-{
-    if (!passesEditGuard())
-        return;
-    if (const auto* found = m_folders.find(id)) {
-        replaceFolder(found->with(std::forward<Edit>(edit)));
-        persistFolder(id);
-    }
-}
-
-void AppState::updateNoteBinderTitle(const QUuid& id, const QString& plainTitle,
-                                     const std::optional<Blob>& titleRTF)
-{
-    if (!passesEditGuard())
-        return;
+    if (auto may = mayEdit(); !may)
+        return may;
     emit noteAboutToBeReplaced(id);
-    const auto* found = m_notes.find(id);
+    const auto* found = m_notebook.notes.find(id);
     if (!found)
-        return;
+        return std::unexpected(Refusal::NotThere);
     const Shared<NoteRecord> previous = *found;
-    const Shared<NoteRecord> current = previous.with([&](NoteRecord& note) {
+    const Accepted done = editNote(id, [&](NoteRecord& note) {
         note.title = plainTitle;
         note.titleRTF = titleRTF;
         note.updatedAt = m_services.clock.now();
     });
-    m_storedTitles.remove(id);
-    replaceNote(current);
-    captureVersionSnapshotIfNeeded(*previous, *current);
-    persistNote(id);
+    captureVersionSnapshotIfNeeded(*previous, *note(id));
+    return done;
 }
 
-void AppState::updateFolderBinderTitle(const QUuid& id, const QString& plainName,
-                                       const std::optional<Blob>& titleRTF)
+Accepted AppState::updateFolderBinderTitle(const QUuid& id, const QString& plainName,
+                                           const std::optional<Blob>& titleRTF)
 {
-    editFolder(id, [&](FolderRecord& folder) {
+    return editFolder(id, [&](FolderRecord& folder) {
         folder.name = plainName;
         folder.titleRTF = titleRTF;
     });
 }
 
-void AppState::updateNoteIcon(const QUuid& id, const std::optional<QString>& iconName)
+Accepted AppState::updateNoteIcon(const QUuid& id, const std::optional<QString>& iconName)
 {
-    editNote(id, [&](NoteRecord& note) {
+    return editNote(id, [&](NoteRecord& note) {
         note.iconName = iconName;
         note.updatedAt = m_services.clock.now();
     });
 }
 
-void AppState::updateFolderIcon(const QUuid& id, const std::optional<QString>& iconName)
+Accepted AppState::updateFolderIcon(const QUuid& id, const std::optional<QString>& iconName)
 {
-    editFolder(id, [&](FolderRecord& folder) { folder.iconName = iconName; });
+    return editFolder(id, [&](FolderRecord& folder) { folder.iconName = iconName; });
 }
 
-void AppState::togglePinNote(const QUuid& id)
+Accepted AppState::togglePinNote(const QUuid& id)
 {
-    editNote(id, [](NoteRecord& note) { note.isPinned = !note.isPinned; });
+    return editNote(id, [](NoteRecord& note) { note.isPinned = !note.isPinned; });
 }
 
-void AppState::togglePinFolder(const QUuid& id)
+Accepted AppState::togglePinFolder(const QUuid& id)
 {
-    editFolder(id, [](FolderRecord& folder) { folder.isPinned = !folder.isPinned; });
+    return editFolder(id, [](FolderRecord& folder) { folder.isPinned = !folder.isPinned; });
 }
 
-void AppState::updatePDFAttachment(const QUuid& id, const std::optional<QString>& assetID,
-                                   const std::optional<Blob>& payload)
+Accepted AppState::updatePDFAttachment(const QUuid& id, const std::optional<QString>& assetID,
+                                       const std::optional<Blob>& payload)
 {
-    editNote(id, [&](NoteRecord& note) {
+    return editNote(id, [&](NoteRecord& note) {
         note.embeddedFileAssetID = assetID;
         note.embeddedFilePayload = payload;
         note.updatedAt = m_services.clock.now();
     });
 }
 
-void AppState::saveShapesPayload(const std::optional<Blob>& payload, const QUuid& noteID)
+Accepted AppState::saveShapesPayload(const std::optional<Blob>& payload, const QUuid& noteID)
 {
-    if (!m_notes.contains(noteID)) {
+    if (!m_notebook.notes.contains(noteID)) {
         qWarning().noquote().nospace()
             << "OrvaneWorkspace shapes save error: no note found for id=" << uuidText(noteID);
-        return;
+        return std::unexpected(Refusal::NotThere);
     }
-    editNote(noteID, [&](NoteRecord& note) {
+    return editNote(noteID, [&](NoteRecord& note) {
         note.shapesPayload = payload;
         note.updatedAt = m_services.clock.now();
     });
@@ -138,78 +106,83 @@ QStringList AppState::tagsForNote(const QUuid& id) const
     return found ? found->tags : QStringList();
 }
 
-void AppState::updateNoteTags(const QUuid& id, const QStringList& tags)
+Accepted AppState::updateNoteTags(const QUuid& id, const QStringList& tags)
 {
-    editNote(id, [&](NoteRecord& note) {
+    return editNote(id, [&](NoteRecord& note) {
         note.tags = normalizeTags(tags);
         note.updatedAt = m_services.clock.now();
     });
-    emit tagsChanged();
 }
 
-void AppState::updateFolderTags(const QUuid& id, const QStringList& tags)
+Accepted AppState::updateFolderTags(const QUuid& id, const QStringList& tags)
 {
-    editFolder(id, [&](FolderRecord& folder) { folder.tags = normalizeTags(tags); });
-    emit tagsChanged();
+    return editFolder(id, [&](FolderRecord& folder) { folder.tags = normalizeTags(tags); });
 }
 
-void AppState::addTagToNote(const QUuid& noteID, const QString& tag)
+Accepted AppState::addTagToNote(const QUuid& noteID, const QString& tag)
 {
     const NoteRecord* found = note(noteID);
-    if (found && !containsTag(found->tags, tag.trimmed()))
-        updateNoteTags(noteID, found->tags + QStringList{tag});
+    if (!found)
+        return std::unexpected(Refusal::NotThere);
+    if (containsTag(found->tags, tag.trimmed()))
+        return {};
+    return updateNoteTags(noteID, found->tags + QStringList{tag});
 }
 
-void AppState::editTagsEverywhere(
-    const std::function<std::optional<QStringList>(const QStringList&)>& edit)
+Accepted AppState::changeTagsEverywhere(
+    const std::function<std::optional<QStringList>(const QStringList&)>& edit,
+    const std::function<void(TagSettings&)>& settings)
 {
-    const Timestamp now = m_services.clock.now();
-    const QList<Shared<NoteRecord>> notes = m_notes.records();
-    for (const Shared<NoteRecord>& each : notes) {
-        if (const auto tags = edit(each->tags)) {
-            replaceNote(each.with([&](NoteRecord& note) {
-                note.tags = *tags;
-                note.updatedAt = now;
-            }));
-        }
-    }
-    const QList<Shared<FolderRecord>> folders = m_folders.records();
-    for (const Shared<FolderRecord>& each : folders) {
-        if (const auto tags = edit(each->tags))
-            replaceFolder(each.with([&](FolderRecord& folder) { folder.tags = *tags; }));
-    }
+    NotebookStep step;
+    step.edit = NotebookEdits::changeTags(m_notebook, root(), edit, m_services.clock.now());
+    const TagSettings before = m_tagSettings;
+    changeTagSettings(settings);
+    if (m_tagSettings != before)
+        step.tagSettings = {before, m_tagSettings};
+    const Accepted done = carryOut(step.edit, Step::Passing);
+    if (!step.isEmpty())
+        remember(step);
+    return done;
 }
 
-void AppState::renameTag(const QString& oldName, const QString& newName)
+void AppState::replaceInTagFilter(const QString& tag, const std::optional<QString>& by)
+{
+    if (!m_activeTagFilter.removeIf(
+            [&](const QString& each) { return each.compare(tag, Qt::CaseInsensitive) == 0; }))
+        return;
+    if (by)
+        m_activeTagFilter.insert(*by);
+    emit activeTagFilterChanged();
+}
+
+Accepted AppState::renameTag(const QString& oldName, const QString& newName)
 {
     const QString from = oldName.trimmed();
     const QString to = newName.trimmed();
     if (from.isEmpty() || to.isEmpty() || to.size() > longestTag ||
-        from.compare(to, Qt::CaseInsensitive) == 0 || !passesEditGuard())
-        return;
-    editTagsEverywhere([&](const QStringList& tags) { return replacingTag(tags, from, to); });
-    if (m_activeTagFilter.removeIf(
-            [&](const QString& tag) { return tag.compare(from, Qt::CaseInsensitive) == 0; })) {
-        m_activeTagFilter.insert(to);
-        emit activeTagFilterChanged();
-    }
-    changeTagSettings([&](TagSettings& settings) { settings.rename(from, to); });
-    emit tagsChanged();
-    persist();
+        from.compare(to, Qt::CaseInsensitive) == 0)
+        return std::unexpected(Refusal::NotPossible);
+    if (auto may = mayEdit(); !may)
+        return may;
+    const Accepted done =
+        changeTagsEverywhere([&](const QStringList& tags) { return replacingTag(tags, from, to); },
+                             [&](TagSettings& settings) { settings.rename(from, to); });
+    replaceInTagFilter(from, to);
+    return done;
 }
 
-void AppState::removeTagFromLibrary(const QString& name)
+Accepted AppState::removeTagFromLibrary(const QString& name)
 {
     const QString tag = name.trimmed();
-    if (tag.isEmpty() || !passesEditGuard())
-        return;
-    editTagsEverywhere([&](const QStringList& tags) { return removingTag(tags, tag); });
-    if (m_activeTagFilter.removeIf(
-            [&](const QString& each) { return each.compare(tag, Qt::CaseInsensitive) == 0; }))
-        emit activeTagFilterChanged();
-    changeTagSettings([&](TagSettings& settings) { settings.remove(tag); });
-    emit tagsChanged();
-    persist();
+    if (tag.isEmpty())
+        return std::unexpected(Refusal::NotPossible);
+    if (auto may = mayEdit(); !may)
+        return may;
+    const Accepted done =
+        changeTagsEverywhere([&](const QStringList& tags) { return removingTag(tags, tag); },
+                             [&](TagSettings& settings) { settings.remove(tag); });
+    replaceInTagFilter(tag, std::nullopt);
+    return done;
 }
 
 void AppState::toggleTagFilter(const QString& tag)

@@ -70,7 +70,7 @@ void AppState::resumeErasingVersions()
     const QString project = projectAccessPath();
     QSet<QUuid> back;
     for (const QUuid& id : VersionErasure::noted(project))
-        (m_notes.contains(id) ? back : m_erasedNotes).insert(id);
+        (m_notebook.notes.contains(id) ? back : m_erasedNotes).insert(id);
     // A note that is there was not erased after all, or an older store was put in place.
     if (!back.isEmpty())
         VersionErasure::forget(project, back);

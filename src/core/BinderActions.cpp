@@ -23,10 +23,22 @@ constexpr std::array<const char16_t*, binderSortOrderCount> sortOrderNames{
     u"Custom",     u"Recent",           u"Oldest",          u"A \u2192 Z",
     u"Z \u2192 A", u"Created (Newest)", u"Created (Oldest)"};
 
-void insertBefore(QList<QUuid>& list, const QUuid& id, const std::optional<QUuid>& before)
+/// Each thread has its own: a collator may not be used by two.
+const QCollator& titleCollator()
 {
-    const qsizetype place = before ? list.indexOf(*before) : -1;
-    list.insert(place < 0 ? list.size() : place, id);
+    static thread_local const QCollator collator = [] {
+        QCollator made;
+        made.setCaseSensitivity(Qt::CaseInsensitive);
+        made.setNumericMode(true);
+        return made;
+    }();
+    return collator;
+}
+
+// By keys alone: some locales compare texts otherwise than their keys.
+QCollatorSortKey titleKey(const NoteRecord& note)
+{
+    return titleCollator().sortKey(note.titleForList());
 }
 
 std::optional<QUuid> nextIn(const QList<QUuid>& list, const QUuid& id)
@@ -89,74 +101,53 @@ BinderSortOrder binderSortOrder(const QString& stored)
     return BinderSortOrder::Custom;
 }
 
-QList<Shared<NoteRecord>> sortedNotes(QList<Shared<NoteRecord>> notes, BinderSortOrder order)
+int NoteOrder::compare(const NoteRecord& a, const NoteRecord& b) const
 {
-    const auto sortBy = [&](auto&& isBefore) {
-        std::stable_sort(notes.begin(), notes.end(),
-                         [&](const auto& a, const auto& b) { return isBefore(*a, *b); });
+    const auto byTime = [](Timestamp one, Timestamp other) {
+        return one < other ? -1 : int(other < one);
     };
-    const auto sortByTitle = [&](int sign) {
-        QCollator collator;
-        collator.setCaseSensitivity(Qt::CaseInsensitive);
-        collator.setNumericMode(true);
-        QList<std::pair<QCollatorSortKey, Shared<NoteRecord>>> keyed;
-        keyed.reserve(notes.size());
-        for (const auto& note : std::as_const(notes))
-            keyed.append({collator.sortKey(note->titleForList()), note});
-        std::stable_sort(keyed.begin(), keyed.end(), [&](const auto& a, const auto& b) {
-            return sign * a.first.compare(b.first) < 0;
-        });
-        for (qsizetype i = 0; i < keyed.size(); ++i)
-            notes[i] = keyed.at(i).second;
-    };
-    using Note = NoteRecord;
-    switch (order) {
+    switch (m_order) {
     case BinderSortOrder::Custom:
-        break;
+        return 0;
     case BinderSortOrder::RecentModified:
-        sortBy([](const Note& a, const Note& b) { return a.updatedAt > b.updatedAt; });
-        break;
+        return byTime(b.updatedAt, a.updatedAt);
     case BinderSortOrder::OldestModified:
-        sortBy([](const Note& a, const Note& b) { return a.updatedAt < b.updatedAt; });
-        break;
+        return byTime(a.updatedAt, b.updatedAt);
     case BinderSortOrder::AlphabeticalAZ:
-        sortByTitle(1);
-        break;
+        return titleKey(a).compare(titleKey(b));
     case BinderSortOrder::AlphabeticalZA:
-        sortByTitle(-1);
-        break;
+        return titleKey(b).compare(titleKey(a));
     case BinderSortOrder::CreatedNewest:
-        sortBy([](const Note& a, const Note& b) { return a.createdAt > b.createdAt; });
-        break;
+        return byTime(b.createdAt, a.createdAt);
     case BinderSortOrder::CreatedOldest:
-        sortBy([](const Note& a, const Note& b) { return a.createdAt < b.createdAt; });
-        break;
+        return byTime(a.createdAt, b.createdAt);
     }
-    return notes;
+    return 0;
 }
 
-QList<BinderDisplayRow> sortedBinderRows(QList<BinderDisplayRow> rows, BinderSortOrder order)
+QList<Shared<NoteRecord>> sortedNotes(QList<Shared<NoteRecord>> notes, BinderSortOrder order)
 {
     if (order == BinderSortOrder::Custom)
-        return rows;
-    for (qsizetype first = 0; first < rows.size();) {
-        qsizetype last = first;
-        while (last < rows.size() && !rows.at(last).isFolder() &&
-               rows.at(last).depth == rows.at(first).depth)
-            ++last;
-        if (last == first) {
-            ++first;
-            continue;
-        }
-        QList<Shared<NoteRecord>> run;
-        for (qsizetype i = first; i < last; ++i)
-            run.append(std::get<1>(rows.at(i).record));
-        run = sortedNotes(std::move(run), order);
-        for (qsizetype i = first; i < last; ++i)
-            rows[i].record = run.at(i - first);
-        first = last;
+        return notes;
+    if (order != BinderSortOrder::AlphabeticalAZ && order != BinderSortOrder::AlphabeticalZA) {
+        const NoteOrder noteOrder(order);
+        std::stable_sort(notes.begin(), notes.end(), [&](const auto& a, const auto& b) {
+            return noteOrder.compare(*a, *b) < 0;
+        });
+        return notes;
     }
-    return rows;
+    // Each title's key is made once.
+    const int sign = order == BinderSortOrder::AlphabeticalAZ ? 1 : -1;
+    QList<std::pair<QCollatorSortKey, Shared<NoteRecord>>> keyed;
+    keyed.reserve(notes.size());
+    for (const auto& note : std::as_const(notes))
+        keyed.append({titleKey(*note), note});
+    std::stable_sort(keyed.begin(), keyed.end(), [&](const auto& a, const auto& b) {
+        return sign * a.first.compare(b.first) < 0;
+    });
+    for (qsizetype i = 0; i < keyed.size(); ++i)
+        notes[i] = keyed.at(i).second;
+    return notes;
 }
 
 QString BinderDragPayload::text(const BinderRowID& row)
@@ -174,44 +165,6 @@ std::optional<BinderRowID> BinderDragPayload::parse(const QString& text)
             return BinderRowID{kind, *id};
     }
     return std::nullopt;
-}
-
-void BinderActions::moveFolder(BinderOrder& order, const QUuid& folder,
-                               const std::optional<QUuid>& parent,
-                               const std::optional<QUuid>& before)
-{
-    order.rootFolderOrder.removeAll(folder);
-    for (auto it = order.childFolderOrder.begin(); it != order.childFolderOrder.end(); ++it) {
-        if (std::as_const(*it).contains(folder))
-            it->removeAll(folder);
-    }
-    insertBefore(parent ? order.childFolderOrder[*parent] : order.rootFolderOrder, folder, before);
-}
-
-void BinderActions::moveNote(BinderOrder& order, const QUuid& note, const QUuid& from,
-                             const QUuid& container, const std::optional<QUuid>& before)
-{
-    removeNote(order, note, from);
-    insertBefore(order.noteOrderByFolder[container], note, before);
-}
-
-void BinderActions::removeNote(BinderOrder& order, const QUuid& note, const QUuid& from)
-{
-    const auto expected = order.noteOrderByFolder.constFind(from);
-    if (expected != order.noteOrderByFolder.cend() && expected->contains(note)) {
-        order.noteOrderByFolder[from].removeAll(note);
-        return;
-    }
-    for (auto it = order.noteOrderByFolder.begin(); it != order.noteOrderByFolder.end(); ++it) {
-        if (std::as_const(*it).contains(note))
-            it->removeAll(note);
-    }
-}
-
-void BinderActions::insertAfter(QList<QUuid>& list, const QUuid& id, const QUuid& sibling)
-{
-    const qsizetype place = list.indexOf(sibling);
-    list.insert(place < 0 ? list.size() : place + 1, id);
 }
 
 bool isDescendant(const QUuid& folder, const QUuid& ancestor,

@@ -21,16 +21,28 @@ enum class BinderSortOrder {
 };
 inline constexpr int binderSortOrderCount = 7;
 
-/// As stored under `settings.binder.sortOrder`, and as shown in the menu.
+inline constexpr QLatin1StringView binderSortOrderKey("settings.binder.sortOrder");
+/// As stored under `binderSortOrderKey`, and as shown in the menu.
 [[nodiscard]] QString storedValue(BinderSortOrder order);
 /// `Custom` for a text that names none.
 [[nodiscard]] BinderSortOrder binderSortOrder(const QString& stored);
 
-/// The rows on screen: each run of notes at one depth sorted by the mode; folders stay where they
-/// are.
-[[nodiscard]] QList<BinderDisplayRow> sortedBinderRows(QList<BinderDisplayRow> rows,
-                                                       BinderSortOrder order);
-/// The same for the notes of one container.
+/// How two notes stand to each other in a sort order.
+class NoteOrder {
+public:
+    explicit NoteOrder(BinderSortOrder order)
+        : m_order(order)
+    {}
+    /// Less than 0 where `a` comes first; 0 where the order by hand decides, and always in
+    /// `Custom`.
+    [[nodiscard]] int compare(const NoteRecord& a, const NoteRecord& b) const;
+
+private:
+    BinderSortOrder m_order;
+};
+
+/// The notes of one container as they are shown; those that the sort order doesn't tell apart keep
+/// their order.
 [[nodiscard]] QList<Shared<NoteRecord>> sortedNotes(QList<Shared<NoteRecord>> notes,
                                                     BinderSortOrder order);
 
@@ -39,22 +51,6 @@ namespace BinderDragPayload {
 [[nodiscard]] QString text(const BinderRowID& row);
 [[nodiscard]] std::optional<BinderRowID> parse(const QString& text);
 } // namespace BinderDragPayload
-
-/// Edits of the order's lists, without a look at the records.
-namespace BinderActions {
-
-/// Puts a folder into the list of `parent` (absent for the top level) before `before`, or at its
-/// end, and takes it out of every other list.
-void moveFolder(BinderOrder& order, const QUuid& folder, const std::optional<QUuid>& parent,
-                const std::optional<QUuid>& before);
-/// The same for a note. `from` is the container whose list has it.
-void moveNote(BinderOrder& order, const QUuid& note, const QUuid& from, const QUuid& container,
-              const std::optional<QUuid>& before);
-void removeNote(BinderOrder& order, const QUuid& note, const QUuid& from);
-/// Inserts directly after `sibling`, or at the end.
-void insertAfter(QList<QUuid>& list, const QUuid& id, const QUuid& sibling);
-
-} // namespace BinderActions
 
 /// Whether `folder` lies somewhere below `ancestor`.
 [[nodiscard]] bool isDescendant(const QUuid& folder, const QUuid& ancestor,

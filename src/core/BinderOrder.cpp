@@ -100,28 +100,6 @@ Group<Record> lookUp(const QList<QUuid>& ids, const RecordTable<Record>& records
     return found;
 }
 
-struct RowWalk {
-    const BinderOrder& order;
-    const RecordTable<FolderRecord>& folders;
-    const RecordTable<NoteRecord>& notes;
-    QList<BinderDisplayRow> rows;
-
-    void addNotes(const QUuid& container, int depth)
-    {
-        for (const auto& note : orderedNotes(order, notes, container))
-            rows.append({note, depth});
-    }
-    void addFolder(const Shared<FolderRecord>& folder, int depth)
-    {
-        rows.append({folder, depth});
-        if (!order.expandedFolderIDs.contains(folder->id))
-            return;
-        for (const auto& child : orderedChildFolders(order, folders, folder->id))
-            addFolder(child, depth + 1);
-        addNotes(folder->id, depth + 1);
-    }
-};
-
 } // namespace
 
 BinderLayoutSnapshot defaultLayout(const RecordTable<FolderRecord>& folders,
@@ -192,36 +170,10 @@ BinderOrder reconciled(BinderOrder order, const RecordTable<FolderRecord>& folde
     return order;
 }
 
-QList<Shared<FolderRecord>> orderedRootFolders(const BinderOrder& order,
-                                               const RecordTable<FolderRecord>& folders)
-{
-    return lookUp(order.rootFolderOrder, folders);
-}
-
-QList<Shared<FolderRecord>> orderedChildFolders(const BinderOrder& order,
-                                                const RecordTable<FolderRecord>& folders,
-                                                const QUuid& parent)
-{
-    return lookUp(order.childFolderOrder.value(parent), folders);
-}
-
 QList<Shared<NoteRecord>> orderedNotes(const BinderOrder& order,
                                        const RecordTable<NoteRecord>& notes, const QUuid& container)
 {
     return lookUp(order.noteOrderByFolder.value(container), notes);
-}
-
-QList<BinderDisplayRow> visibleRows(const BinderOrder& order,
-                                    const RecordTable<FolderRecord>& folders,
-                                    const RecordTable<NoteRecord>& notes, const QUuid& projectID)
-{
-    RowWalk walk{order, folders, notes, {}};
-    for (const auto& folder : orderedRootFolders(order, folders))
-        walk.addFolder(folder, 0);
-    walk.addNotes(projectID, 0);
-    if (const auto* trash = folders.find(FolderRecord::trashFolderID))
-        walk.addFolder(*trash, 0);
-    return walk.rows;
 }
 
 } // namespace orvane::BinderDisplayOrdering

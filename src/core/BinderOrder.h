@@ -12,7 +12,6 @@
 #include <QUuid>
 
 #include <optional>
-#include <variant>
 
 namespace orvane {
 
@@ -41,21 +40,6 @@ inline size_t qHash(const BinderRowID& row, size_t seed = 0)
     return qHashMulti(seed, int(row.kind), row.id);
 }
 
-/// One row as displayed: a folder or a note, and how deep it is nested (0 at the top).
-struct BinderDisplayRow {
-    std::variant<Shared<FolderRecord>, Shared<NoteRecord>> record;
-    int depth = 0;
-
-    [[nodiscard]] bool isFolder() const { return record.index() == 0; }
-    [[nodiscard]] const FolderRecord& folder() const { return *std::get<0>(record); }
-    [[nodiscard]] const NoteRecord& note() const { return *std::get<1>(record); }
-    [[nodiscard]] BinderRowID id() const
-    {
-        return isFolder() ? BinderRowID{BinderRowID::Kind::Folder, folder().id}
-                          : BinderRowID{BinderRowID::Kind::Note, note().id};
-    }
-};
-
 namespace BinderDisplayOrdering {
 
 /// A first order: folders oldest first, notes newest first, nothing expanded. `projectID` is the
@@ -75,23 +59,10 @@ namespace BinderDisplayOrdering {
 [[nodiscard]] BinderOrder reconciled(BinderOrder order, const RecordTable<FolderRecord>& folders,
                                      const RecordTable<NoteRecord>& notes, const QUuid& projectID);
 
-/// Folders at the top level in their order, without the Trash.
-[[nodiscard]] QList<Shared<FolderRecord>>
-orderedRootFolders(const BinderOrder& order, const RecordTable<FolderRecord>& folders);
-[[nodiscard]] QList<Shared<FolderRecord>>
-orderedChildFolders(const BinderOrder& order, const RecordTable<FolderRecord>& folders,
-                    const QUuid& parent);
 /// The notes of a container in their order.
 [[nodiscard]] QList<Shared<NoteRecord>> orderedNotes(const BinderOrder& order,
                                                      const RecordTable<NoteRecord>& notes,
                                                      const QUuid& container);
-
-/// Rows as displayed: each root folder, when expanded followed by its subfolders and then its
-/// notes one level deeper; then the notes at the project root; the Trash last.
-[[nodiscard]] QList<BinderDisplayRow> visibleRows(const BinderOrder& order,
-                                                  const RecordTable<FolderRecord>& folders,
-                                                  const RecordTable<NoteRecord>& notes,
-                                                  const QUuid& projectID);
 
 } // namespace BinderDisplayOrdering
 

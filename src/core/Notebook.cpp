@@ -3,15 +3,19 @@
 
 namespace orvane {
 
-void ensureTrashFolder(RecordTable<FolderRecord>& folders, Timestamp now)
+FolderRecord trashFolder(Timestamp now)
 {
-    if (folders.contains(FolderRecord::trashFolderID))
-        return;
     FolderRecord trash;
     trash.id = FolderRecord::trashFolderID;
     trash.name = QStringLiteral("Trash");
     trash.createdAt = now;
-    folders.append(trash);
+    return trash;
+}
+
+void ensureTrashFolder(RecordTable<FolderRecord>& folders, Timestamp now)
+{
+    if (!folders.contains(FolderRecord::trashFolderID))
+        folders.append(trashFolder(now));
 }
 
 void giveOwnRoot(Notebook& notebook, const QUuid& former, const QUuid& own)

@@ -16,6 +16,8 @@ struct Notebook {
     BinderOrder order;
 };
 
+/// The Trash of a project, made now.
+[[nodiscard]] FolderRecord trashFolder(Timestamp now);
 /// Adds a Trash to `folders` where there is none.
 void ensureTrashFolder(RecordTable<FolderRecord>& folders, Timestamp now);
 

@@ -165,7 +165,7 @@ QWidget* EditorPaneView::makeEmptyState()
     connect(action, &QPushButton::clicked, this, &EditorPaneView::newNoteRequested);
     auto* open = new QPushButton(tr("Open It Anyway"), empty);
     connect(open, &QPushButton::clicked, this, [this] {
-        if (const auto note = m_appState.noteHeldBack())
+        if (const auto note = m_appState.selection().noteHeldBack())
             m_appState.openNote(*note);
     });
     m_emptyAction = action;
@@ -188,7 +188,7 @@ void EditorPaneView::updateEmptyState()
     if (!m_emptyAction)
         return;
     constexpr qsizetype longestTitle = 60;
-    const auto held = m_appState.noteHeldBack();
+    const auto held = m_appState.selection().noteHeldBack();
     const NoteRecord* note = held ? m_appState.note(*held) : nullptr;
     const QString title = note ? editableTitle(*note).simplified() : QString();
     const QString shown = title.size() <= longestTitle
@@ -220,7 +220,8 @@ void EditorPaneView::connectSession()
     });
     connect(&m_session, &EditorSession::longTextWritten, this,
             [this] { m_slowNotes->begin(m_session.noteID(), m_session.gateway().store()); });
-    connect(&m_appState, &AppState::noteHeldBackChanged, this, &EditorPaneView::updateEmptyState);
+    connect(&m_appState.selection(), &Selection::noteHeldBackChanged, this,
+            &EditorPaneView::updateEmptyState);
     connect(&m_session, &EditorSession::baseFontChanged, this, &EditorPaneView::applyHostLook);
     connect(&m_session, &EditorSession::bodyEdited, m_countTimer, qOverload<>(&QTimer::start));
     connect(m_status, &StatusStrip::modeChosen, &m_session, &EditorSession::setMode);
@@ -428,7 +429,7 @@ void EditorPaneView::updateSavingState()
                           "stored is left as it is; select the note again to try once more.");
     } else if (const auto refusal = m_session.refusal()) {
         state.kind = SavingState::Kind::Refused;
-        state.detail = *refusal == NoteUpdateError::Missing
+        state.detail = *refusal == Refusal::NotThere
                            ? tr("This note is no longer in the project. What was typed last is "
                                 "only in this window; copy it to another note to keep it.")
                            : tr("Notes can’t be changed now. What was typed last is kept while the "

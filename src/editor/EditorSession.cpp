@@ -26,11 +26,17 @@ EditorSession::EditorSession(AppState& appState, QObject* parent)
     , m_appState(appState)
     , m_profiles(appState.services().defaults)
 {
-    connect(&appState, &AppState::selectedNoteAboutToChange, this,
+    connect(&appState.selection(), &Selection::selectedNoteAboutToChange, this,
             &EditorSession::selectionAboutToChange);
-    connect(&appState, &AppState::selectionChanged, this, &EditorSession::selectionChanged);
+    connect(&appState.selection(), &Selection::selectionChanged, this,
+            &EditorSession::selectionChanged);
     connect(&appState, &AppState::notebookReset, this, [this] { syncDraftsFromSelection(true); });
-    connect(&appState, &AppState::noteChanged, this, &EditorSession::recordChanged);
+    connect(&appState, &AppState::notebookChanged, this, [this](const NotebookChange& change) {
+        constexpr RecordAspects drafted =
+            RecordAspect::Title | RecordAspect::Text | RecordAspect::Shapes;
+        if (m_draft.noteID && change.ofNote(*m_draft.noteID) & drafted)
+            recordChanged(*m_draft.noteID);
+    });
     connect(&appState, &AppState::projectMayBeLeft, this, &EditorSession::flushBeforeClosing);
     connect(&appState, &AppState::projectAboutToClose, this, &EditorSession::flushBeforeClosing);
     connect(&appState, &AppState::willTerminate, this, &EditorSession::flushBeforeClosing);
@@ -54,13 +60,13 @@ const EditorDraft& EditorSession::draft()
 
 const NoteRecord* EditorSession::activeNote() const
 {
-    const auto selected = m_appState.selectedNoteID();
+    const auto selected = m_appState.selection().selectedNoteID();
     return selected ? m_appState.note(*selected) : nullptr;
 }
 
 bool EditorSession::currentDraftMatchesSelection() const
 {
-    return m_draft.noteID == m_appState.selectedNoteID();
+    return m_draft.noteID == m_appState.selection().selectedNoteID();
 }
 
 QString EditorSession::currentTitle() const
@@ -88,7 +94,7 @@ bool EditorSession::isEditable() const
 
 bool EditorSession::beginEdit(bool resetFindUI)
 {
-    const auto selected = m_appState.selectedNoteID();
+    const auto selected = m_appState.selection().selectedNoteID();
     if (!selected)
         return false;
     if (!currentDraftMatchesSelection())
@@ -139,7 +145,7 @@ void EditorSession::setDirty(bool dirty)
     emit dirtyChanged(dirty);
 }
 
-void EditorSession::setRefusal(std::optional<NoteUpdateError> refusal)
+void EditorSession::setRefusal(std::optional<Refusal> refusal)
 {
     if (m_refusal == refusal)
         return;
@@ -198,7 +204,7 @@ void EditorSession::boundUnsaved()
 
 void EditorSession::runAutosaveToDisk()
 {
-    const auto selected = m_appState.selectedNoteID();
+    const auto selected = m_appState.selection().selectedNoteID();
     if (!m_draft.isDirty || !selected || m_draft.noteID != selected)
         return;
     prepareForms();
@@ -209,7 +215,7 @@ void EditorSession::runAutosaveToDisk()
     log("autosave");
 }
 
-std::expected<void, NoteUpdateError> EditorSession::writeDraft(const QUuid& noteID)
+Accepted EditorSession::writeDraft(const QUuid& noteID)
 {
     pullText();
     m_writesWhenMade = false;
@@ -221,14 +227,13 @@ std::expected<void, NoteUpdateError> EditorSession::writeDraft(const QUuid& note
     return written;
 }
 
-std::expected<void, NoteUpdateError> EditorSession::write(const QUuid& noteID,
-                                                          const NoteContent& content)
+Accepted EditorSession::write(const QUuid& noteID, const NoteContent& content)
 {
     // What is written is what stands here already.
     const QScopedValueRollback writes(m_isWriting, true);
     const auto written = m_appState.updateNote(noteID, content);
     // What only the disk didn't take is in the record, which is written again when saving works.
-    const bool isTaken = written || written.error() == NoteUpdateError::NotStored;
+    const bool isTaken = written || written.error() == Refusal::NotStored;
     setRefusal(isTaken ? std::nullopt : std::optional(written.error()));
     if (isTaken)
         m_recordShapes = content.shapesPayload;
@@ -278,7 +283,7 @@ void EditorSession::selectionChanged()
 
 void EditorSession::flushBeforeClosing()
 {
-    const auto target = m_draft.noteID ? m_draft.noteID : m_appState.selectedNoteID();
+    const auto target = m_draft.noteID ? m_draft.noteID : m_appState.selection().selectedNoteID();
     if (target)
         flushDraftToDisk(*target);
 }
@@ -318,7 +323,7 @@ void EditorSession::syncDraftsFromSelection(bool resetFindUI)
     showText();
     if (wasDirty != m_draft.isDirty)
         emit dirtyChanged(m_draft.isDirty);
-    setRefusal(m_draft.isDirty ? std::optional(NoteUpdateError::Refused) : std::nullopt);
+    setRefusal(m_draft.isDirty ? std::optional(Refusal::NotAllowed) : std::nullopt);
     if (m_draft.isDirty && m_appState.canCreateOrEdit())
         scheduleAutosave();
     emit draftLoaded(resetFindUI);
@@ -363,7 +368,7 @@ void EditorSession::applyEditorProfile(const QUuid& noteID)
 
 void EditorSession::persistEditorProfileForActiveNote()
 {
-    if (const auto selected = m_appState.selectedNoteID())
+    if (const auto selected = m_appState.selection().selectedNoteID())
         m_profiles.setProfile(*selected,
                               PerNoteEditorProfile::current(m_appState.services().defaults));
 }
@@ -397,7 +402,7 @@ void EditorSession::log(const char* reason) const
     qCDebug(selectionSyncLog,
             "editorSelection reason=%s selectedDocumentID=%ls selectedDocumentTitle=%ls "
             "editorLoadedDocumentID=%ls bodyChars=%lld",
-            reason, qUtf16Printable(idText(m_appState.selectedNoteID())),
+            reason, qUtf16Printable(idText(m_appState.selection().selectedNoteID())),
             qUtf16Printable(currentTitle()), qUtf16Printable(idText(m_draft.noteID)),
             qlonglong(m_draft.bodyPlain.size()));
 }

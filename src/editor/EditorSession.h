@@ -36,7 +36,7 @@ public:
     [[nodiscard]] std::optional<QUuid> noteID() const { return m_draft.noteID; }
     [[nodiscard]] bool isDirty() const { return m_draft.isDirty; }
     /// Why the dirty draft was not taken when it was last to be written.
-    [[nodiscard]] std::optional<NoteUpdateError> refusal() const { return m_refusal; }
+    [[nodiscard]] std::optional<Refusal> refusal() const { return m_refusal; }
     [[nodiscard]] QString currentTitle() const;
     QString currentBodyPlain();
     /// Whether anything may be edited now.
@@ -98,10 +98,10 @@ private:
     void cancelAutosave();
     void runAutosaveToDisk();
     void boundUnsaved();
-    std::expected<void, NoteUpdateError> writeDraft(const QUuid& noteID);
-    std::expected<void, NoteUpdateError> write(const QUuid& noteID, const NoteContent& content);
+    Accepted writeDraft(const QUuid& noteID);
+    Accepted write(const QUuid& noteID, const NoteContent& content);
     void setDirty(bool dirty);
-    void setRefusal(std::optional<NoteUpdateError> refusal);
+    void setRefusal(std::optional<Refusal> refusal);
     [[nodiscard]] EditorDraft selectedDraft() const;
 
     void readWorkingValues();
@@ -149,7 +149,7 @@ private:
     std::unique_ptr<Clock::Delay> m_autosaveTask;
     /// Runs from the first edit that is not on the disk, however many follow.
     std::unique_ptr<Clock::Delay> m_boundTask;
-    std::optional<NoteUpdateError> m_refusal;
+    std::optional<Refusal> m_refusal;
     /// As the record had them when it was last looked at.
     std::optional<Blob> m_recordShapes;
     NotificationCenter::Observation m_saveCommand;

@@ -250,27 +250,63 @@ std::expected<void, FileError> writeFileAtomically(const QString& path, const QB
     return {};
 }
 
-std::expected<void, FileError> syncFolder([[maybe_unused]] const QString& path)
-{
+namespace {
+
 #ifdef Q_OS_UNIX
-    const int descriptor =
-        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+// Opens a folder for `sync`, which gives 0 when all is on the disk.
+std::expected<void, FileError> syncBelow(const QString& path, int (*sync)(int))
+{
     const auto failed = [&] {
         const std::error_code error(errno, std::generic_category());
         return std::unexpected(
             FileError{codeOf(error), path, QString::fromStdString(error.message())});
     };
+    const int descriptor =
+        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (descriptor < 0)
         return failed();
-    const bool synced = ::fsync(descriptor) == 0;
-    if (!synced) {
-        auto error = failed();
-        ::close(descriptor);
-        return error;
-    }
+    std::expected<void, FileError> result;
+    if (sync(descriptor) != 0)
+        result = failed();
     ::close(descriptor);
+    return result;
+}
 #endif
+
+} // namespace
+
+std::expected<void, FileError> syncFolder([[maybe_unused]] const QString& path)
+{
+#ifdef Q_OS_UNIX
+    return syncBelow(path, ::fsync);
+#else
     return {};
+#endif
+}
+
+std::expected<void, FileError> syncFileSystem([[maybe_unused]] const QString& path)
+{
+#ifdef Q_OS_LINUX
+    return syncBelow(path, ::syncfs);
+#elif defined(Q_OS_UNIX)
+    ::sync();
+    return {};
+#else
+    return {};
+#endif
+}
+
+std::expected<void, FileError> writeUnsyncedFile(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    errno = 0;
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly))
+        return std::unexpected(failure(file, path));
+    if (file.write(bytes) == bytes.size() && file.flush())
+        return {};
+    const FileError error = failure(file, path);
+    file.remove();
+    return std::unexpected(error);
 }
 
 std::expected<void, FileError> makeFolder(const QString& path)

@@ -76,6 +76,15 @@ readFile(const QString& path, qint64 limit,
 /// Brings the names in a folder to the disk: what was made, renamed or removed in it.
 std::expected<void, FileError> syncFolder(const QString& path);
 
+/// Brings everything that was written to the file system of this folder to the disk: for many
+/// files at once.
+std::expected<void, FileError> syncFileSystem(const QString& path);
+
+/// Writes a file where none is yet, which is not sure to be on the disk before a sync of its file
+/// system; one of many. A failure leaves none.
+[[nodiscard]] std::expected<void, FileError> writeUnsyncedFile(const QString& path,
+                                                               const QByteArray& bytes);
+
 /// Creates the folder with those above it; an existing folder is success.
 [[nodiscard]] std::expected<void, FileError> makeFolder(const QString& path);
 

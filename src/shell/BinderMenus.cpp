@@ -233,12 +233,13 @@ void BinderMenus::emptyTrash()
                       .arg(grouped(count)),
                   tr("Empty Trash")))
         return;
-    if (const auto emptied = m_appState.emptyTrashToMacOSUserTrash(); !emptied)
+    if (const auto emptied = m_appState.emptyTrashToMacOSUserTrash();
+        !emptied && emptied.error().file)
         m_appState.services().questions.ask(
             {.title = tr("The Trash Was Not Emptied"),
              .text = tr("A note could not be handed to the desktop's trash. It is still in the "
                         "project's Trash, with those after it.\n\n%1")
-                         .arg(emptied.error().text()),
+                         .arg(emptied.error().file->text()),
              .buttons = {tr("OK")},
              .suppression = {},
              .choices = {},

@@ -11,6 +11,8 @@ namespace {
 
 /// Folders nested deeper than this are damage, and the walk down stops.
 constexpr int deepest = 200;
+/// So many notes find their new places one by one; more are put in order all at once.
+constexpr qsizetype fewMoves = 16;
 constexpr qsizetype longestSecondLine = 120;
 constexpr qsizetype searchedForSecondLine = 2'000;
 
@@ -64,11 +66,7 @@ BinderModel::BinderModel(AppState& appState, QObject* parent)
     , m_root(std::make_unique<Node>())
 {
     connect(&appState, &AppState::notebookReset, this, &BinderModel::reset);
-    connect(&appState, &AppState::binderStructureChanged, this, &BinderModel::syncStructure);
-    connect(&appState, &AppState::noteChanged, this,
-            [this](const QUuid& id) { recordChanged(noteRow(id)); });
-    connect(&appState, &AppState::folderChanged, this,
-            [this](const QUuid& id) { recordChanged(folderRow(id)); });
+    connect(&appState, &AppState::notebookChanged, this, &BinderModel::follow);
     connect(&appState, &AppState::binderSortOrderChanged, this, &BinderModel::syncStructure);
     connect(&appState, &AppState::activeTagFilterChanged, this, &BinderModel::syncStructure);
     connect(&appState, &AppState::tagSettingsChanged, this, [this] {
@@ -212,24 +210,182 @@ void BinderModel::reorder(Node& node, const QList<BinderRowID>& wanted)
     emit layoutChanged({QPersistentModelIndex(indexOfNode(node))});
 }
 
-void BinderModel::recordChanged(const BinderRowID& row)
+void BinderModel::follow(const NotebookChange& change)
 {
-    if (const Node* node = m_nodes.value(row)) {
-        const QModelIndex index = indexOfNode(*node);
-        emit dataChanged(index, index);
+    QHash<const Node*, std::pair<int, int>> rows; // by parent: the first and the last that changed
+    const auto note = [&](const BinderRowID& row) {
+        const Node* node = m_nodes.value(row);
+        if (!node)
+            return;
+        const auto range = rows.find(node->parent);
+        if (range == rows.end())
+            rows.insert(node->parent, {node->place, node->place});
+        else
+            *range = {std::min(range->first, node->place), std::max(range->second, node->place)};
+    };
+    for (auto each = change.folders.cbegin(); each != change.folders.cend(); ++each)
+        note(folderRow(each.key()));
+    for (auto each = change.notes.cbegin(); each != change.notes.cend(); ++each)
+        note(noteRow(each.key()));
+    for (auto range = rows.cbegin(); range != rows.cend(); ++range) {
+        const auto& children = range.key()->children;
+        emit dataChanged(indexOfNode(*children[size_t(range->first)]),
+                         indexOfNode(*children[size_t(range->second)]));
     }
-    if (row.kind == BinderRowID::Kind::Note)
+    if (change.isStructural)
+        return syncStructure();
+    if (!m_filter.isEmpty() && concernsTitles(change)) {
+        refilter();
+        return syncChildren(*m_root);
+    }
+    QList<BinderRowID> moving;
+    for (auto each = change.notes.cbegin(); each != change.notes.cend(); ++each) {
+        if (*each & placingAspects())
+            moving.append(noteRow(each.key()));
+    }
+    if (moving.size() > fewMoves)
+        return syncChildren(*m_root);
+    for (const BinderRowID& row : std::as_const(moving))
         placeAgain(row);
+}
+
+bool BinderModel::concernsTitles(const NotebookChange& change)
+{
+    // The title of an untitled note is its first line.
+    constexpr RecordAspects titles = RecordAspect::Title | RecordAspect::Text;
+    const auto isOfTitles = [](RecordAspects aspects) {
+        return bool(aspects & titles);
+    };
+    return std::ranges::any_of(change.notes, isOfTitles) ||
+           std::ranges::any_of(change.folders, isOfTitles);
+}
+
+RecordAspects BinderModel::placingAspects() const
+{
+    if (isTagFiltered())
+        return RecordAspect::Tags | RecordAspect::Dates;
+    switch (m_appState.binderSortOrder()) {
+    case BinderSortOrder::Custom:
+        return {};
+    case BinderSortOrder::AlphabeticalAZ:
+    case BinderSortOrder::AlphabeticalZA:
+        return RecordAspect::Title | RecordAspect::Text;
+    default:
+        return RecordAspect::Dates;
+    }
 }
 
 void BinderModel::placeAgain(const BinderRowID& row)
 {
-    if (isTagFiltered())
-        return syncChildren(*m_root);
-    if (m_appState.binderSortOrder() == BinderSortOrder::Custom)
+    const NoteRecord* note = m_appState.note(row.id);
+    Node* node = m_nodes.value(row);
+    if (isTagFiltered()) {
+        const bool isWanted = note && m_appState.passesTagFilter(*note) &&
+                              (m_filter.isEmpty() || m_kept.contains(row));
+        if (isWanted != (node != nullptr))
+            return syncChildren(*m_root);
+    }
+    if (!node || !note)
         return;
-    if (const Node* node = m_nodes.value(row))
-        reorder(*node->parent, wantedChildren(*node->parent));
+    const size_t place = placeOf(*note, *node);
+    if (place == size_t(node->place))
+        return;
+    move(*node->parent, size_t(node->place), place);
+}
+
+// Among the notes beside it, which are in order but for this one.
+size_t BinderModel::placeOf(const NoteRecord& note, const Node& node) const
+{
+    const auto& siblings = node.parent->children;
+    const auto isNote = [&](size_t i) {
+        return siblings[i]->row.kind == BinderRowID::Kind::Note;
+    };
+    const auto own = size_t(node.place);
+    size_t first = own;
+    size_t last = own + 1;
+    // Folders stand before the notes and the Trash behind them.
+    first = size_t(std::partition_point(siblings.begin(), siblings.begin() + node.place,
+                                        [](const auto& each) {
+                                            return each->row.kind == BinderRowID::Kind::Folder;
+                                        }) -
+                   siblings.begin());
+    last = siblings.size();
+    while (last > own + 1 && !isNote(last - 1))
+        --last;
+    const auto order =
+        isTagFiltered() ? BinderSortOrder::RecentModified : m_appState.binderSortOrder();
+    const NoteOrder noteOrder(order);
+    const auto standsBefore = [&](size_t i) {
+        const NoteRecord* other = m_appState.note(siblings[i]->row.id);
+        const int difference = other ? noteOrder.compare(*other, note) : -1;
+        return difference < 0 || (difference == 0 && standsBeforeByHand(*other, note));
+    };
+    const auto search = [&](size_t from, size_t to) {
+        while (from < to) {
+            const size_t middle = from + (to - from) / 2;
+            if (standsBefore(middle))
+                from = middle + 1;
+            else
+                to = middle;
+        }
+        return from;
+    };
+    const size_t before = search(first, own);
+    return before < own ? before : search(own + 1, last) - 1;
+}
+
+bool BinderModel::standsBeforeByHand(const NoteRecord& one, const NoteRecord& other) const
+{
+    if (isTagFiltered()) {
+        const auto& notes = m_appState.notes();
+        return notes.find(one.id) < notes.find(other.id);
+    }
+    const auto container = m_appState.folder(other.folderID) ? std::optional(other.folderID)
+                                                             : m_appState.projectRootContainerID();
+    const auto list = container ? m_appState.order().noteOrderByFolder.constFind(*container)
+                                : m_appState.order().noteOrderByFolder.cend();
+    if (list == m_appState.order().noteOrderByFolder.cend())
+        return false;
+    for (const QUuid& id : *list) {
+        if (id == one.id || id == other.id)
+            return id == one.id;
+    }
+    return false;
+}
+
+// The rows stay and what they show moves along them: a note has nothing below it, so no view has to
+// lay out tens of thousands of rows because one of them changed its place.
+void BinderModel::move(Node& parent, size_t from, size_t to)
+{
+    const size_t first = std::min(from, to);
+    const size_t last = std::max(from, to);
+    const auto newPlace = [&](size_t place) {
+        if (place == from)
+            return to;
+        return to > from ? place - 1 : place + 1;
+    };
+    QModelIndexList before;
+    QModelIndexList after;
+    for (const QModelIndex& index : persistentIndexList()) {
+        const Node* node = nodeOf(index);
+        const auto place = size_t(node->place);
+        if (node->parent != &parent || place < first || place > last)
+            continue;
+        before.append(index);
+        after.append(indexOfNode(*parent.children[newPlace(place)]));
+    }
+    const BinderRowID moved = parent.children[from]->row;
+    for (size_t place = from; place != to; to > from ? ++place : --place) {
+        Node& node = *parent.children[place];
+        node.row = parent.children[to > from ? place + 1 : place - 1]->row;
+        m_nodes.insert(node.row, &node);
+    }
+    parent.children[to]->row = moved;
+    m_nodes.insert(moved, parent.children[to].get());
+    changePersistentIndexList(before, after);
+    emit dataChanged(indexOfNode(*parent.children[first]), indexOfNode(*parent.children[last]));
+    if (!before.isEmpty())
+        emit rowsReplaced();
 }
 
 void BinderModel::recount()
@@ -332,8 +488,8 @@ QList<BinderRowID> BinderModel::topLevel() const
 {
     QList<BinderRowID> rows;
     if (isTagFiltered()) {
-        for (const BinderDisplayRow& row : m_appState.tagFilteredBinderRows())
-            rows.append(row.id());
+        for (const Shared<NoteRecord>& note : m_appState.tagFilteredNotes())
+            rows.append(noteRow(note->id));
         return rows;
     }
     for (const QUuid& id : m_appState.order().rootFolderOrder)
@@ -492,10 +648,8 @@ bool BinderModel::setData(const QModelIndex& index, const QVariant& value, int r
     if (title.isEmpty() || title == index.data(Qt::EditRole).toString())
         return false;
     if (row.kind == BinderRowID::Kind::Folder)
-        m_appState.updateFolderBinderTitle(row.id, title, std::nullopt);
-    else
-        m_appState.updateNoteBinderTitle(row.id, title, std::nullopt);
-    return true;
+        return isTaken(m_appState.updateFolderBinderTitle(row.id, title, std::nullopt));
+    return isTaken(m_appState.updateNoteBinderTitle(row.id, title, std::nullopt));
 }
 
 Qt::ItemFlags BinderModel::flags(const QModelIndex& index) const

@@ -59,6 +59,10 @@ public:
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
 
+signals:
+    /// Rows that are selected, current or otherwise remembered show something else now.
+    void rowsReplaced();
+
 private:
     struct Node;
 
@@ -68,9 +72,16 @@ private:
     void removeMissing(Node& node, const QSet<BinderRowID>& wanted);
     void insertNew(Node& node, const QList<BinderRowID>& wanted);
     void reorder(Node& node, const QList<BinderRowID>& wanted);
-    void recordChanged(const BinderRowID& row);
-    /// The note's place may hang on what changed of it.
+    void follow(const NotebookChange& change);
+    [[nodiscard]] static bool concernsTitles(const NotebookChange& change);
+    /// What of a note decides where it stands, in the order and by the filter that are set.
+    [[nodiscard]] RecordAspects placingAspects() const;
+    /// Moves a note whose place hangs on what changed of it, found by halving.
     void placeAgain(const BinderRowID& row);
+    [[nodiscard]] size_t placeOf(const NoteRecord& note, const Node& node) const;
+    /// The order of two that the sort order doesn't tell apart.
+    [[nodiscard]] bool standsBeforeByHand(const NoteRecord& one, const NoteRecord& other) const;
+    void move(Node& parent, size_t from, size_t to);
     [[nodiscard]] bool isTagFiltered() const { return !m_appState.activeTagFilter().isEmpty(); }
     void recount();
     void refilter();

@@ -135,10 +135,11 @@ void BinderView::connectMenus(QAction& newNote, QAction& newFolder)
     connect(m_menus, &BinderMenus::iconsAndTitlesRequested, this, &BinderView::showIconsAndTitles);
     connect(m_tree, &BinderTreeView::menuRequested, this, &BinderView::showMenu);
     connect(m_tree, &BinderTreeView::removalRequested, this, [this] {
-        if (const auto row = m_appState.selectedBinderRowID())
+        if (const auto row = m_appState.selection().selectedBinderRowID())
             m_menus->remove(*row);
     });
-    connect(m_tree, &BinderTreeView::dropped, &m_appState, &AppState::apply);
+    connect(m_tree, &BinderTreeView::dropped, this,
+            [this](const BinderMove& move) { (void)m_appState.apply(move); });
     m_tree->setDropResolver([this](const BinderRowID& dragged,
                                    const std::optional<BinderRowID>& target,
                                    double y) { return resolve(dragged, target, y); });
@@ -149,7 +150,7 @@ void BinderView::connectMenus(QAction& newNote, QAction& newFolder)
 void BinderView::showIconsAndTitles()
 {
     TitledItem item;
-    const auto row = m_appState.selectedBinderRowID();
+    const auto row = m_appState.selection().selectedBinderRowID();
     if (row && row->id != FolderRecord::trashFolderID) {
         const bool isNote = row->kind == BinderRowID::Kind::Note;
         item = {isNote ? TitledItem::Kind::Note : TitledItem::Kind::Folder, row->id};
@@ -218,20 +219,15 @@ void BinderView::connectTree()
         --m_removing;
         showEmptyState();
     });
-    connect(&m_appState, &AppState::binderStructureChanged, this, &BinderView::showSelection);
-    connect(&m_appState, &AppState::selectionChanged, this, &BinderView::showSelection);
+    connect(&m_appState.selection(), &Selection::selectionChanged, this,
+            &BinderView::showSelection);
     connect(&m_appState, &AppState::activeTagFilterChanged, this, [this] {
         showExpansion();
         showSelection();
         showEmptyState();
     });
-    connect(&m_appState, &AppState::folderExpansionChanged, this,
-            [this](const QUuid& id, bool expanded) {
-                const QModelIndex index = m_model->indexOf({BinderRowID::Kind::Folder, id});
-                const QScopedValueRollback following(m_following, true);
-                if (index.isValid())
-                    m_tree->setExpanded(index, expanded);
-            });
+    connect(&m_appState, &AppState::notebookChanged, this, &BinderView::follow);
+    connect(m_model, &BinderModel::rowsReplaced, this, &BinderView::showSelection);
     connect(m_tree, &QTreeView::expanded, this,
             [this](const QModelIndex& index) { userExpanded(index, true); });
     connect(m_tree, &QTreeView::collapsed, this,
@@ -240,8 +236,24 @@ void BinderView::connectTree()
     connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& current) {
                 if (!m_following && m_removing == 0 && current.isValid())
-                    m_appState.selectBinderRow(m_model->rowIdOf(current));
+                    m_appState.selection().selectBinderRow(m_model->rowIdOf(current));
             });
+}
+
+void BinderView::follow(const NotebookChange& change)
+{
+    const auto show = [this](const QList<QUuid>& folders, bool expanded) {
+        const QScopedValueRollback following(m_following, true);
+        for (const QUuid& id : folders) {
+            const QModelIndex index = m_model->indexOf({BinderRowID::Kind::Folder, id});
+            if (index.isValid())
+                m_tree->setExpanded(index, expanded);
+        }
+    };
+    show(change.expanded, true);
+    show(change.collapsed, false);
+    if (change.isStructural)
+        showSelection();
 }
 
 void BinderView::userExpanded(const QModelIndex& index, bool expanded)
@@ -280,7 +292,7 @@ void BinderView::expandBelow(const QModelIndex& parent)
 void BinderView::showSelection()
 {
     const QScopedValueRollback following(m_following, true);
-    const auto row = m_appState.selectedBinderRowID();
+    const auto row = m_appState.selection().selectedBinderRowID();
     const QModelIndex index = row ? m_model->indexOf(*row) : QModelIndex();
     if (!index.isValid()) {
         m_tree->selectionModel()->clear();

@@ -55,6 +55,7 @@ private:
     void showSelection();
     void showEmptyState();
     void setFilter(const QString& text);
+    void follow(const NotebookChange& change);
     void userExpanded(const QModelIndex& index, bool expanded);
 
     AppState& m_appState;

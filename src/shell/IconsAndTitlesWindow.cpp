@@ -257,10 +257,8 @@ IconsAndTitlesWindow::IconsAndTitlesWindow(AppState& appState, Look& look, QWidg
     const auto followItem = [this] {
         follow();
     };
-    connect(&appState, &AppState::noteChanged, this, followItem);
-    connect(&appState, &AppState::folderChanged, this, followItem);
+    connect(&appState, &AppState::notebookChanged, this, followItem);
     connect(&appState, &AppState::projectsChanged, this, followItem);
-    connect(&appState, &AppState::binderStructureChanged, this, followItem);
     connect(&appState, &AppState::notebookReset, this, followItem);
     showIcons();
 }
@@ -384,9 +382,11 @@ void IconsAndTitlesWindow::applyTitle()
         return;
     switch (m_item.kind) {
     case TitledItem::Kind::Note:
-        return m_appState.updateNoteBinderTitle(m_item.id, title, std::nullopt);
+        (void)m_appState.updateNoteBinderTitle(m_item.id, title, std::nullopt);
+        break;
     case TitledItem::Kind::Folder:
-        return m_appState.updateFolderBinderTitle(m_item.id, title, std::nullopt);
+        (void)m_appState.updateFolderBinderTitle(m_item.id, title, std::nullopt);
+        break;
     case TitledItem::Kind::Project:
         return m_appState.updateProjectMetadata(projectFolder(), title, std::nullopt, now->icon);
     }
@@ -401,9 +401,11 @@ void IconsAndTitlesWindow::applyIcon(const std::optional<QString>& icon)
         return;
     switch (m_item.kind) {
     case TitledItem::Kind::Note:
-        return m_appState.updateNoteIcon(m_item.id, icon);
+        (void)m_appState.updateNoteIcon(m_item.id, icon);
+        break;
     case TitledItem::Kind::Folder:
-        return m_appState.updateFolderIcon(m_item.id, icon);
+        (void)m_appState.updateFolderIcon(m_item.id, icon);
+        break;
     case TitledItem::Kind::Project:
         return m_appState.updateProjectIcon(projectFolder(), icon);
     }

@@ -143,14 +143,12 @@ QWidget* InspectorView::makeDivider(QWidget* parent)
 
 void InspectorView::connectAppState()
 {
-    connect(&m_appState, &AppState::selectionChanged, this, &InspectorView::refresh);
+    connect(&m_appState.selection(), &Selection::selectionChanged, this, &InspectorView::refresh);
     connect(&m_appState, &AppState::notebookReset, this, &InspectorView::refresh);
     const auto later = [this] {
         m_refreshTimer->start();
     };
-    connect(&m_appState, &AppState::noteChanged, this, later);
-    connect(&m_appState, &AppState::folderChanged, this, later);
-    connect(&m_appState, &AppState::binderStructureChanged, this, later);
+    connect(&m_appState, &AppState::notebookChanged, this, later);
 }
 
 QLabel* InspectorView::addRow(const QString& label)
@@ -184,7 +182,7 @@ void InspectorView::show(const QString& heading, const QList<std::pair<QLabel*, 
 void InspectorView::refresh()
 {
     m_refreshTimer->stop();
-    const auto row = m_appState.selectedBinderRowID();
+    const auto row = m_appState.selection().selectedBinderRowID();
     if (row && row->kind == BinderRowID::Kind::Note) {
         if (const NoteRecord* note = m_appState.note(row->id))
             return showNote(*note);

@@ -253,9 +253,9 @@ CommandContext MainWindow::commandContext() const
     return {.showsProject = m_appState.rootPresentationMode() == RootPresentationMode::Editor &&
                             !m_sheets->topSheet(),
             .mayWrite = m_appState.canCreateOrEdit(),
-            .hasNote = m_appState.selectedNoteID().has_value(),
-            .canGoBack = m_appState.canNavigateMainEditorBack(),
-            .canGoForward = m_appState.canNavigateMainEditorForward(),
+            .hasNote = m_appState.selection().selectedNoteID().has_value(),
+            .canGoBack = m_appState.selection().canNavigateMainEditorBack(),
+            .canGoForward = m_appState.selection().canNavigateMainEditorForward(),
             .writesRichText = m_editor && m_editor->session().mode() == EditorMode::richText};
 }
 
@@ -343,7 +343,8 @@ void MainWindow::connectAppState()
     connect(&m_appState, &AppState::rootPresentationModeChanged, this, &MainWindow::updateActions);
     connect(&m_appState, &AppState::currentProjectChanged, this, &MainWindow::showTitle);
     connect(&m_appState, &AppState::currentProjectChanged, this, &MainWindow::updateActions);
-    connect(&m_appState, &AppState::historyFlagsChanged, this, &MainWindow::updateActions);
+    connect(&m_appState.selection(), &Selection::historyFlagsChanged, this,
+            &MainWindow::updateActions);
     connect(m_sheets, &SheetHost::visibleChanged, this, &MainWindow::updateActions);
 }
 
@@ -367,7 +368,7 @@ void MainWindow::showMode()
         return;
     if (browsing)
         browser().appear();
-    else if (m_appState.selectedNoteID())
+    else if (m_appState.selection().selectedNoteID())
         m_editor->focusText();
     else if (m_binder->tree()->model()->rowCount() <= 1) // nothing but the Trash
         focusPane({{m_editor}}, 1);
@@ -388,8 +389,8 @@ void MainWindow::updateActions()
     const bool editing = m_appState.rootPresentationMode() == RootPresentationMode::Editor && free;
     m_actions.showProjects->setEnabled(free &&
                                        (editing || m_appState.currentProject().has_value()));
-    m_actions.back->setEnabled(editing && m_appState.canNavigateMainEditorBack());
-    m_actions.forward->setEnabled(editing && m_appState.canNavigateMainEditorForward());
+    m_actions.back->setEnabled(editing && m_appState.selection().canNavigateMainEditorBack());
+    m_actions.forward->setEnabled(editing && m_appState.selection().canNavigateMainEditorForward());
     m_actions.newNote->setEnabled(editing && !m_appState.isReadOnly());
     m_actions.newFolder->setEnabled(editing && !m_appState.isReadOnly());
     m_actions.toggleBinder->setEnabled(editing);
@@ -417,7 +418,7 @@ void MainWindow::newFolder()
         m_appState.createFolder(name);
         return std::nullopt;
     };
-    const auto selected = m_appState.selectedFolderID();
+    const auto selected = m_appState.selection().selectedFolderID();
     const FolderRecord* parent = selected ? m_appState.folder(*selected) : nullptr;
     const QString hint = parent && !parent->isTrash()
                              ? tr("It goes into “%1”.").arg(parent->titleForList())

@@ -8,7 +8,9 @@
 #include "appearance/themes/DesktopThemeFollower.h"
 #include "core/AppCommandEvents.h"
 #include "editor/EditorPaneView.h"
+#include "editor/EditorSession.h"
 #include "editor/EditorView.h"
+#include "shell/BinderTreeView.h"
 #include "shell/MainWindow.h"
 #include "shell/SessionEnd.h"
 #include "shell/desktop/RequestOpener.h"
@@ -106,14 +108,33 @@ OrvaneWorkspaceApp::~OrvaneWorkspaceApp()
 AppUndoRedoRouter OrvaneWorkspaceApp::undoRouter()
 {
     // Where the keyboard is, else the text of the open note, so that the last words can be taken
-    // back from the Binder as well; never that of a window behind.
+    // back from the Binder as well; never that of a window behind. In the Binder what was done last
+    // goes first, be it there or in the text.
+    const auto binder = [this]() -> std::optional<UndoTarget> {
+        if (!qobject_cast<BinderTreeView*>(QApplication::focusWidget()))
+            return std::nullopt;
+        AppState& state = *m_appState;
+        return UndoTarget{
+            [&state] { return state.canCreateOrEdit() && state.canUndoNotebookStep(); },
+            [&state] { return state.canCreateOrEdit() && state.canRedoNotebookStep(); },
+            [&state] { (void)state.undoNotebookStep(); },
+            [&state] {
+                (void)state.redoNotebookStep();
+            }};
+    };
+    const auto text = [this]() -> std::optional<UndoTarget> {
+        if (!m_window || !m_window->isActiveWindow())
+            return std::nullopt;
+        EditorView& view = m_window->editorPane().textView();
+        return view.isVisible() ? undoTargetOf(&view) : std::nullopt;
+    };
+    const auto isBinderNewest = [this] {
+        return m_window && !m_appState->hasWordsSinceNotebookStep() &&
+               !m_window->editorPane().session().isDirty();
+    };
     return AppUndoRedoRouter({[] { return undoTargetOf(QApplication::focusWidget()); },
-                              [this]() -> std::optional<UndoTarget> {
-                                  if (!m_window || !m_window->isActiveWindow())
-                                      return std::nullopt;
-                                  EditorView& text = m_window->editorPane().textView();
-                                  return text.isVisible() ? undoTargetOf(&text) : std::nullopt;
-                              }});
+                              [=] { return isBinderNewest() ? binder() : std::nullopt; }, text,
+                              binder});
 }
 
 void OrvaneWorkspaceApp::start()

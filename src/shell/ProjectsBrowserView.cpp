@@ -59,7 +59,7 @@ ProjectsBrowserView::ProjectsBrowserView(AppState& appState, ProjectActions& act
     layout->addWidget(makeFooter());
     connect(&appState, &AppState::projectsChanged, this, &ProjectsBrowserView::showProjects);
     connect(&appState, &AppState::currentProjectChanged, this, &ProjectsBrowserView::showCounts);
-    connect(&appState, &AppState::selectedProjectChanged, this,
+    connect(&appState.selection(), &Selection::selectedProjectChanged, this,
             &ProjectsBrowserView::showSelection);
     showProjects();
 }
@@ -168,7 +168,7 @@ void ProjectsBrowserView::makeTiles()
             [this](const QModelIndex& current) {
                 const QString folder = m_model->folderAt(current);
                 if (!folder.isEmpty() && !m_model->isMissing(current) &&
-                    m_appState.selectedProjectFolder() != folder)
+                    m_appState.selection().selectedProjectFolder() != folder)
                     m_appState.selectProjectTile(folder);
             });
 }
@@ -211,7 +211,7 @@ QWidget* ProjectsBrowserView::makeFooter()
 void ProjectsBrowserView::appear()
 {
     m_appState.refreshProjects();
-    if (!m_appState.selectedProjectFolder() && !m_appState.projects().isEmpty())
+    if (!m_appState.selection().selectedProjectFolder() && !m_appState.projects().isEmpty())
         m_appState.selectProjectTile(m_appState.projects().first().rootPath);
     showProjects();
     focusTiles();
@@ -285,7 +285,7 @@ void ProjectsBrowserView::showCounts()
 void ProjectsBrowserView::showSelection()
 {
     const QModelIndex index =
-        m_model->indexOf(m_appState.selectedProjectFolder().value_or(QString()));
+        m_model->indexOf(m_appState.selection().selectedProjectFolder().value_or(QString()));
     const QSignalBlocker quiet(m_tiles->selectionModel());
     if (index.isValid()) {
         m_tiles->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);

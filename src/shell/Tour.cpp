@@ -281,9 +281,9 @@ void Tour::selectRow(const QString& title)
 
 void Tour::buildNovel()
 {
-    m_app->appState().selectProjectRoot();
+    m_app->appState().selection().selectProjectRoot();
     for (const auto& name : {u"Manuscript"_s, u"Research"_s, u"Characters"_s}) {
-        m_app->appState().selectProjectRoot();
+        m_app->appState().selection().selectProjectRoot();
         newFolder(name);
     }
     picture(u"folders"_s);
@@ -365,7 +365,7 @@ void Tour::richText()
 void Tour::tagsAndVersions()
 {
     AppState& state = m_app->appState();
-    const QUuid note = *state.selectedNoteID();
+    const QUuid note = *state.selection().selectedNoteID();
     const NoteContent now = NoteContent::of(*state.note(note));
     NoteContent earlier = now;
     earlier.body.replace(u"sixty years"_s, u"forty years"_s);
@@ -520,7 +520,7 @@ void Tour::commandPalette()
     m_hand->press(Qt::Key_A, Qt::ControlModifier);
     m_hand->type(u"harb"_s);
     m_hand->press(Qt::Key_Return);
-    const auto selected = m_app->appState().selectedNoteID();
+    const auto selected = m_app->appState().selection().selectedNoteID();
     const NoteRecord* note = selected ? m_app->appState().note(*selected) : nullptr;
     expect(note && note->title.contains(u"harbour"_s), u"the palette opens a note"_s);
 }

@@ -20,7 +20,8 @@ WorkspaceStateKeeper::WorkspaceStateKeeper(AppState& appState, SplitPaneLayoutMo
     , m_look(look)
 {
     connect(&appState, &AppState::notebookReset, this, &WorkspaceStateKeeper::projectOpened);
-    connect(&appState, &AppState::selectionChanged, this, &WorkspaceStateKeeper::schedule);
+    connect(&appState.selection(), &Selection::selectionChanged, this,
+            &WorkspaceStateKeeper::schedule);
     connect(&layout, &SplitPaneLayoutModel::changed, this, &WorkspaceStateKeeper::schedule);
     connect(&appState.services().defaults, &UserDefaults::changed, this,
             [this](const QString& key) {

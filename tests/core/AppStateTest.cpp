@@ -56,7 +56,7 @@ TEST_F(AppStateTest, WhatWasWrittenIsThereAfterTheNextStart)
     const QUuid project = newProject();
     const QUuid manuscript = app->createFolder(u" Manuscript "_s).value();
     const QUuid chapter = newNote(u"Low water"_s, u"Mara counts the posts again."_s);
-    app->selectProjectRoot();
+    app->selection().selectProjectRoot();
     const QUuid start = newNote(u"Start Here"_s, u"x"_s);
     EXPECT_EQ(app->note(start)->folderID, project);
     EXPECT_EQ(app->note(chapter)->folderID, manuscript);
@@ -67,7 +67,7 @@ TEST_F(AppStateTest, WhatWasWrittenIsThereAfterTheNextStart)
     ASSERT_TRUE(app->note(chapter));
     EXPECT_EQ(app->note(chapter)->body, u"Mara counts the posts again."_s);
     EXPECT_EQ(app->folder(manuscript)->name, u"Manuscript"_s);
-    EXPECT_EQ(app->selectedNoteID(), start);
+    EXPECT_EQ(app->selection().selectedNoteID(), start);
     EXPECT_EQ(app->projects().first().updatedAt, app->currentProject()->updatedAt);
     EXPECT_FALSE(QFile::exists(dataFolder() + u"/OrvaneWorkspace.store-journal"_s));
 }
@@ -353,25 +353,25 @@ TEST_F(AppStateTest, SelectionAndHistory)
     for (const char16_t* title : {u"a", u"b", u"c"})
         ids.append(newNote(QString::fromUtf16(title)));
     app->navigateMainEditorHistory(-1);
-    EXPECT_EQ(app->selectedNoteID(), ids[1]);
+    EXPECT_EQ(app->selection().selectedNoteID(), ids[1]);
     app->eraseNotePermanently(ids[0]);
     app->navigateMainEditorHistory(-1);
-    EXPECT_EQ(app->selectedNoteID(), ids[1]);
-    EXPECT_FALSE(app->canNavigateMainEditorBack());
+    EXPECT_EQ(app->selection().selectedNoteID(), ids[1]);
+    EXPECT_FALSE(app->selection().canNavigateMainEditorBack());
     app->navigateMainEditorHistory(1);
-    EXPECT_EQ(app->selectedNoteID(), ids[2]);
+    EXPECT_EQ(app->selection().selectedNoteID(), ids[2]);
 
     QList<std::pair<std::optional<QUuid>, std::optional<QUuid>>> announced;
-    QObject::connect(app.get(), &AppState::selectedNoteAboutToChange,
+    QObject::connect(&app->selection(), &Selection::selectedNoteAboutToChange,
                      [&](const auto& from, const auto& to) {
-                         EXPECT_EQ(app->selectedNoteID(), from);
+                         EXPECT_EQ(app->selection().selectedNoteID(), from);
                          announced.append({from, to});
                      });
-    app->selectFolder(folder);
-    app->selectBinderRow(BinderRowID{BinderRowID::Kind::Note, ids[1]});
-    app->selectBinderRow(std::nullopt);
+    app->selection().selectFolder(folder);
+    app->selection().selectBinderRow(BinderRowID{BinderRowID::Kind::Note, ids[1]});
+    app->selection().selectBinderRow(std::nullopt);
     EXPECT_EQ(announced.size(), 3);
-    EXPECT_FALSE(app->selectedBinderRowID());
+    EXPECT_FALSE(app->selection().selectedBinderRowID());
 }
 
 TEST_F(AppStateTest, ALiveTitleIsStoredOnlyWithTheNote)

@@ -105,41 +105,45 @@ TEST_F(BinderActionsTest, DragTextIsParsedStrictly)
         EXPECT_FALSE(BinderDragPayload::parse(text)) << text.toStdString();
 }
 
-TEST_F(BinderActionsTest, SortingMovesNotesAndNeverFolders)
+TEST_F(BinderActionsTest, NotesAreSortedInAPersonsOrder)
 {
-    QList<BinderDisplayRow> rows;
-    const auto add = [&](QList<int> numbers, QList<QString> titles, int depth) {
-        for (qsizetype i = 0; i < numbers.size(); ++i) {
-            NoteRecord note = makeNote(numbers[i], project, 5000 - numbers[i]);
-            note.title = titles[i];
-            rows.append({Shared<NoteRecord>(note), depth});
-        }
+    QList<Shared<NoteRecord>> notes;
+    const auto add = [&](int number, const QString& title) {
+        NoteRecord note = makeNote(number, project, 5000 - number);
+        note.title = title;
+        notes.append(note);
     };
-    rows.append({Shared<FolderRecord>(makeFolder(2)), 0});
-    add({31, 32, 33}, {u"note 10"_s, u"Note 9"_s, u"Åb"_s}, 1);
-    rows.append({Shared<FolderRecord>(makeFolder(1)), 0});
-    add({35, 34}, {u"b"_s, u"A"_s}, 0);
+    add(31, u"note 10"_s);
+    add(32, u"Note 9"_s);
+    add(35, u"b"_s);
+    add(34, u"A"_s);
+    add(36, u"a"_s);
     struct Row {
         BinderSortOrder order;
         const char* shown;
     };
     const Row table[] = {
-        {BinderSortOrder::Custom, "F 31 32 33 F 35 34 "},
-        {BinderSortOrder::RecentModified, "F 31 32 33 F 34 35 "},
-        {BinderSortOrder::OldestModified, "F 33 32 31 F 35 34 "},
-        {BinderSortOrder::AlphabeticalZA, "F 31 32 33 F 35 34 "},
-        {BinderSortOrder::CreatedNewest, "F 33 32 31 F 35 34 "},
-        {BinderSortOrder::CreatedOldest, "F 31 32 33 F 34 35 "},
+        {BinderSortOrder::Custom, "31 32 35 34 36 "},
+        {BinderSortOrder::RecentModified, "31 32 34 35 36 "},
+        {BinderSortOrder::OldestModified, "36 35 34 32 31 "},
+        {BinderSortOrder::AlphabeticalAZ, nullptr}, // as the language of the desktop sorts
+        {BinderSortOrder::AlphabeticalZA, nullptr},
+        {BinderSortOrder::CreatedNewest, "36 35 34 32 31 "},
+        {BinderSortOrder::CreatedOldest, "31 32 34 35 36 "},
     };
     for (const Row& row : table) {
+        SCOPED_TRACE(storedValue(row.order).toStdString());
         std::string shown;
-        for (const auto& each : sortedBinderRows(rows, row.order))
-            shown +=
-                each.isFolder() ? "F " : std::to_string(each.note().createdAt.msecs - 1000) + ' ';
-        if (row.order != BinderSortOrder::AlphabeticalZA) {
-            EXPECT_EQ(shown, row.shown) << storedValue(row.order).toStdString();
-        } else {
-            EXPECT_EQ(shown.find("35 34 "), shown.size() - 6); // b before A
+        const auto sorted = sortedNotes(notes, row.order);
+        const NoteOrder order(row.order);
+        for (qsizetype i = 0; i < sorted.size(); ++i) {
+            shown += std::to_string(sorted.at(i)->createdAt.msecs - 1000) + ' ';
+            if (i > 0) {
+                EXPECT_LE(order.compare(*sorted.at(i - 1), *sorted.at(i)), 0);
+            }
+        }
+        if (row.shown) {
+            EXPECT_EQ(shown, row.shown);
         }
         EXPECT_EQ(orvane::binderSortOrder(storedValue(row.order)), row.order);
     }

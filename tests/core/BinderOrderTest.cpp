@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "core/BinderOrder.h"
 
+#include "core/NaiveRows.h"
 #include "core/Records.h"
 
 #include <gtest/gtest.h>
@@ -22,7 +23,7 @@ struct BinderOrderTest : ::testing::Test {
     std::string shown(const BinderOrder& order)
     {
         std::string text;
-        for (const auto& row : visibleRows(order, folders, notes, project)) {
+        for (const auto& row : naiveRows(order, folders, notes, project)) {
             text += std::string(size_t(row.depth), '.');
             text += row.isFolder() && row.folder().isTrash() ? "T"
                     : row.isFolder() ? row.folder().name.mid(7).toStdString()

@@ -228,14 +228,14 @@ private:
 
     void createNote()
     {
-        const auto selected = m_app->selectedFolderID();
+        const auto selected = m_app->selection().selectedFolderID();
         const bool inFolder = selected && *selected != FolderRecord::trashFolderID;
         const QUuid id = *m_app->createNote();
         m_model.notes.push_back({id, inFolder ? *selected : m_project, {}, {}, {}, false});
     }
     void createFolder()
     {
-        auto parent = m_app->selectedFolderID();
+        auto parent = m_app->selection().selectedFolderID();
         if (parent == FolderRecord::trashFolderID)
             parent.reset();
         const QString name = u"Folder %1"_s.arg(m_random() % 1000);
@@ -355,9 +355,9 @@ private:
     void select()
     {
         if (m_random() % 3 == 0)
-            m_app->selectBinderRow(std::nullopt);
+            m_app->selection().selectBinderRow(std::nullopt);
         else if (m_random() % 2 && hasFolders())
-            m_app->selectFolder(anyFolder());
+            m_app->selection().selectFolder(anyFolder());
         else if (hasNotes())
             m_app->openNote(anyNote());
     }

@@ -29,7 +29,7 @@ TEST_F(ProjectPlace, AFolderRenamedWhileItIsOpenIsFollowed)
     test.clock.advance(10s);
     EXPECT_FALSE(app->saveFailure());
     EXPECT_EQ(app->currentProject()->rootPath, after);
-    EXPECT_EQ(app->selectedProjectFolder(), after);
+    EXPECT_EQ(app->selection().selectedProjectFolder(), after);
     ASSERT_TRUE(app->projectAt(after));
     EXPECT_TRUE(ProjectWorkspaceStateStore::save({}, app->projectAccessPath()));
     EXPECT_FALSE(QFileInfo::exists(before));

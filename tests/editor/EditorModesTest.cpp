@@ -220,7 +220,7 @@ TEST_F(EditorModesTest, ALongNoteIsPreparedElsewhereAndNeverLosesALetter)
         if (typesAfter)
             type(u"5"_s);
         const QString text = shown();
-        app->selectNote(b);
+        app->selection().selectNote(b);
         EXPECT_EQ(content(a).body, text);
         const auto archived =
             AttachmentManager::decodePayload(content(a).richContentPayload->bytes());
@@ -230,7 +230,7 @@ TEST_F(EditorModesTest, ALongNoteIsPreparedElsewhereAndNeverLosesALetter)
         test.clock.advance(5s);
         QTest::qWait(20);
         EXPECT_EQ(app->note(a)->updatedAt, written) << "written once";
-        app->selectNote(a);
+        app->selection().selectNote(a);
     }
 }
 
@@ -265,7 +265,7 @@ TEST_F(EditorModesTest, ANoteThatCantBeReadIsLeftAsItIs)
     EXPECT_FALSE(session->isDirty());
     session->saveFromExplicitCommand();
     EXPECT_TRUE(content(a).richContentPayload->isSameCell(*unread.richContentPayload));
-    app->selectNote(b);
+    app->selection().selectNote(b);
     EXPECT_TRUE(session->isEditable());
 }
 
@@ -303,10 +303,10 @@ TEST_F(EditorModesTest, EachNoteRemembersItsModeAndFont)
     EXPECT_EQ(session->mode(), EditorMode::richText);
     session->setMode(EditorMode::markdown);
     editorFontSizeSetting.write(test.defaults, 12);
-    app->selectNote(a);
+    app->selection().selectNote(a);
     EXPECT_EQ(session->mode(), EditorMode::richText);
     EXPECT_EQ(session->baseFont(), (TextFont{u"Inter"_s, 20}));
-    app->selectNote(c);
+    app->selection().selectNote(c);
     EXPECT_EQ(session->mode(), EditorMode::markdown);
     EXPECT_EQ(session->baseFont(), (TextFont{u"Inter"_s, 12}));
 
@@ -318,7 +318,7 @@ TEST_F(EditorModesTest, EachNoteRemembersItsModeAndFont)
     EXPECT_EQ(read.profile(b)->mode, u"Plain Text"_s);
     EXPECT_EQ(read.profile(c)->mode, u"Markdown"_s);
     test.defaults.set(key, DefaultsValue(QByteArray("no JSON")));
-    app->selectNote(a);
+    app->selection().selectNote(a);
     EXPECT_EQ(session->mode(), EditorMode::markdown) << "without a profile it takes what it finds";
 }
 
@@ -337,16 +337,16 @@ TEST_F(EditorModesTest, UndoIsThereWhenAPersonComesBack)
 {
     type(u" one"_s);
     makeBold({0, 1});
-    app->selectNote(b);
+    app->selection().selectNote(b);
     type(u" two"_s);
-    app->selectNote(a);
+    app->selection().selectNote(a);
     EXPECT_EQ(session->gateway().undoName(), u"Bold"_s);
     EXPECT_EQ(session->gateway().selection(), TextSelection::caret(11));
     session->gateway().undo();
     session->gateway().undo();
     EXPECT_EQ(shown(), u"A\nfirst"_s);
-    app->selectNote(b);
-    app->selectNote(a);
+    app->selection().selectNote(b);
+    app->selection().selectNote(a);
     session->gateway().redo();
     EXPECT_EQ(shown(), u"A\nfirst one"_s);
     test.clock.advance(1500ms);
@@ -357,11 +357,11 @@ TEST_F(EditorModesTest, UndoIsThereWhenAPersonComesBack)
     type(u"+"_s);
     session->setMode(EditorMode::markdown);
     EXPECT_TRUE(session->gateway().canUndo());
-    app->selectNote(b);
+    app->selection().selectNote(b);
     NoteContent other = content(a);
     other.body += u" from elsewhere"_s;
     app->updateNote(a, other);
-    app->selectNote(a);
+    app->selection().selectNote(a);
     EXPECT_FALSE(session->gateway().canUndo());
     EXPECT_EQ(shown(), other.body);
 }

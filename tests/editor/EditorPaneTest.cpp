@@ -115,20 +115,20 @@ TEST_F(EditorPaneTest, TheViewFollowsNotesModesAndTheirAbsence)
         ++after;
         EXPECT_EQ(&view().gateway(), &pane->session().gateway());
     });
-    app.selectNote(other);
+    app.selection().selectNote(other);
     EXPECT_EQ(view().plainText(), u"Other note\nsecond"_s);
     choose(EditorMode::markdown);
     EXPECT_EQ(after, 2);
     EXPECT_EQ(before, 2);
 
-    app.selectProjectRoot();
+    app.selection().selectProjectRoot();
     settle();
     EXPECT_TRUE(shows(u"No Note Selected"_s));
     EXPECT_TRUE(shows(u"Create a note or select one from the list."_s));
     EXPECT_FALSE(button(u"Mode of the note"_s).isVisible());
     EXPECT_TRUE(view().store().isEmpty());
 
-    app.selectNote(note);
+    app.selection().selectNote(note);
     type(u"x"_s);
     pane->focusText();
     EXPECT_EQ(view().plainText(), u"xfirst line"_s);
@@ -140,8 +140,8 @@ TEST_F(EditorPaneTest, APersonComesBackToTheirPlace)
 {
     // A text that is seen as a whole stays at its top.
     view().setSelection(TextSelection::caret(10));
-    app.selectNote(other);
-    app.selectNote(note);
+    app.selection().selectNote(other);
+    app.selection().selectNote(note);
     EXPECT_EQ(view().verticalScrollBar()->value(), 0);
 
     QTest::keyClick(&view(), Qt::Key_End, Qt::ControlModifier);
@@ -156,8 +156,8 @@ TEST_F(EditorPaneTest, APersonComesBackToTheirPlace)
     ASSERT_GT(view().verticalScrollBar()->value(), 0);
     choose(EditorMode::richText);
     EXPECT_NEAR(caretTop(), before, 2);
-    app.selectNote(other);
-    app.selectNote(note);
+    app.selection().selectNote(other);
+    app.selection().selectNote(note);
     EXPECT_GT(caretTop(), 0);
     EXPECT_LT(caretTop(), view().viewport()->height() / 2);
 }
@@ -171,8 +171,8 @@ TEST_F(EditorPaneTest, ATextComesBackWithItsCaretInSightAndFromItsTopWhereItFits
         view().gateway().type(u"# a line\n"_s.repeated(lines));
         for (const auto& comeBack :
              {std::function<void()>([&] {
-                  app.selectNote(other);
-                  app.selectNote(note);
+                  app.selection().selectNote(other);
+                  app.selection().selectNote(note);
               }),
               std::function<void()>([&] { choose(EditorMode::richText); }),
               std::function<void()>([&] { choose(EditorMode::markdown); })}) {
@@ -219,15 +219,15 @@ TEST_F(EditorPaneTest, TheSelectionBecomesALinkThatOpensItsNote)
     view().setSelection(TextSelection::caret(7));
     settle();
     click(2);
-    EXPECT_EQ(app.selectedNoteID(), other);
-    app.selectNote(note);
+    EXPECT_EQ(app.selection().selectedNoteID(), other);
+    app.selection().selectNote(note);
     EXPECT_EQ(pane->session().gateway().undoName(), u"Link Selection to Note"_s);
 
     app.eraseNotePermanently(other);
     settle();
     const int beeps = test.beeper.count;
     click(2);
-    EXPECT_EQ(app.selectedNoteID(), note);
+    EXPECT_EQ(app.selection().selectedNoteID(), note);
     EXPECT_EQ(test.beeper.count, beeps + 1);
     view().setSelection({0, 5});
     link();
@@ -238,12 +238,13 @@ TEST_F(EditorPaneTest, ALongTextIsStoredBeforeItIsLaidOut)
 {
     const QString pasted = u"x\n"_s + QString(120'000, u'y') + u"\nz"_s;
     bool wasStored = false;
-    const auto stored = QObject::connect(&app, &AppState::noteChanged, [&](const QUuid& id) {
-        wasStored = id == note && body().contains(pasted);
-        const QTextBlock block = view().store().blockAt(view().store().length() / 2);
-        EXPECT_GT(block.length(), 120'000);
-        EXPECT_FALSE(view().layout().isLaidOut(block));
-    });
+    const auto stored =
+        QObject::connect(&app, &AppState::notebookChanged, [&](const NotebookChange& change) {
+            wasStored = change.notes.contains(note) && body().contains(pasted);
+            const QTextBlock block = view().store().blockAt(view().store().length() / 2);
+            EXPECT_GT(block.length(), 120'000);
+            EXPECT_FALSE(view().layout().isLaidOut(block));
+        });
     for (const bool selects : {false, true}) {
         wasStored = false;
         view().setSelection({0, selects ? view().store().length() : 0});
@@ -268,8 +269,8 @@ TEST_F(EditorPaneTest, ANoteThatEndedTheProgramIsOpenedByAPersonAlone)
     pane.reset();
     app.closeProject();
     app.openProject(project, true);
-    EXPECT_EQ(app.selectedNoteID(), std::nullopt);
-    EXPECT_EQ(app.noteHeldBack(), note);
+    EXPECT_EQ(app.selection().selectedNoteID(), std::nullopt);
+    EXPECT_EQ(app.selection().noteHeldBack(), note);
     pane = std::make_unique<EditorPaneView>(app, look);
     pane->resize(900, 600);
     pane->show();
@@ -287,18 +288,18 @@ TEST_F(EditorPaneTest, ANoteThatEndedTheProgramIsOpenedByAPersonAlone)
     EXPECT_TRUE(open->focusPolicy() & Qt::TabFocus);
     open->setFocus();
     QTest::keyClick(open, Qt::Key_Space);
-    EXPECT_EQ(app.selectedNoteID(), note);
-    EXPECT_EQ(app.noteHeldBack(), std::nullopt);
-    app.selectNote(other);
-    app.selectProjectRoot();
+    EXPECT_EQ(app.selection().selectedNoteID(), note);
+    EXPECT_EQ(app.selection().noteHeldBack(), std::nullopt);
+    app.selection().selectNote(other);
+    app.selection().selectProjectRoot();
     settle();
     EXPECT_TRUE(action(u"New Note"_s));
 
     SessionKeys::writeUuids(test.defaults, SessionKeys::slowNoteIDs, {note});
-    app.selectNote(other);
+    app.selection().selectNote(other);
     app.closeProject();
     app.openProject(project, true);
-    EXPECT_EQ(app.selectedNoteID(), other) << "another note is opened as ever";
+    EXPECT_EQ(app.selection().selectedNoteID(), other) << "another note is opened as ever";
 }
 
 TEST_F(EditorPaneTest, TheStripSaysWhatWasNotTaken)

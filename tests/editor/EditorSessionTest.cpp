@@ -123,23 +123,23 @@ TEST_F(EditorSessionTest, ARefusedDraftStaysWithItsNoteUntilItIsTaken)
     test.licence.setPolicy([] { return false; });
     test.clock.advance(20s);
     EXPECT_TRUE(session->isDirty());
-    EXPECT_EQ(session->refusal(), NoteUpdateError::Refused);
+    EXPECT_EQ(session->refusal(), Refusal::NotAllowed);
     session->saveFromExplicitCommand();
     EXPECT_TRUE(session->isDirty());
     EXPECT_EQ(completed, 0);
     EXPECT_EQ(versions(), 0);
     EXPECT_EQ(stored(a), u"A|A\nfirst"_s);
 
-    app->selectNote(b);
+    app->selection().selectNote(b);
     EXPECT_FALSE(session->isDirty());
     EXPECT_EQ(session->refusal(), std::nullopt);
     EXPECT_EQ(app->refusedContents().keys(), QList<QUuid>{a});
-    app->selectNote(a);
+    app->selection().selectNote(a);
     EXPECT_EQ(shown(), u"A\nfirst more"_s);
     EXPECT_TRUE(session->isDirty());
     test.licence.setPolicy({});
-    app->selectNote(b);
-    app->selectNote(a);
+    app->selection().selectNote(b);
+    app->selection().selectNote(a);
     test.clock.advance(2s);
     EXPECT_EQ(stored(a), u"A|A\nfirst more"_s);
     EXPECT_FALSE(session->isDirty());
@@ -159,7 +159,7 @@ TEST_F(EditorSessionTest, WhatTheDiskDoesNotTakeIsNoManualSave)
         const FullDisk full;
         session->saveFromExplicitCommand();
         EXPECT_EQ(app->updateNote(a, session->draft().content()),
-                  std::unexpected(NoteUpdateError::NotStored));
+                  std::unexpected(Refusal::NotStored));
     }
     EXPECT_TRUE(app->saveFailure());
     EXPECT_EQ(completed, 0);
@@ -167,7 +167,7 @@ TEST_F(EditorSessionTest, WhatTheDiskDoesNotTakeIsNoManualSave)
     session->saveFromExplicitCommand();
     EXPECT_EQ(completed, 1);
     EXPECT_EQ(stored(a), u"A|A\nfirst more"_s);
-    EXPECT_EQ(app->updateNote(QUuid::createUuid(), {}), std::unexpected(NoteUpdateError::Missing));
+    EXPECT_EQ(app->updateNote(QUuid::createUuid(), {}), std::unexpected(Refusal::NotThere));
 }
 
 TEST_F(EditorSessionTest, ShapesOfTheRecordAndOfTheDraftAreTheSame)
@@ -209,7 +209,7 @@ TEST_F(EditorSessionTest, EveryFlushPointWritesWhatWasTyped)
     const Row rows[] = {
         {"another note",
          [&] {
-             app->selectNote(b);
+             app->selection().selectNote(b);
          }},
         {"a folder",
          [&] {
@@ -217,7 +217,7 @@ TEST_F(EditorSessionTest, EveryFlushPointWritesWhatWasTyped)
          }},
         {"nothing",
          [&] {
-             app->selectProjectRoot();
+             app->selection().selectProjectRoot();
          }},
         {"a new note",
          [&] {
@@ -247,7 +247,7 @@ TEST_F(EditorSessionTest, EveryFlushPointWritesWhatWasTyped)
     QString expected = u"A\nfirst"_s;
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        app->selectNote(a);
+        app->selection().selectNote(a);
         type(u" +"_s);
         expected += u" +"_s;
         ASSERT_TRUE(session->isDirty());
@@ -257,7 +257,7 @@ TEST_F(EditorSessionTest, EveryFlushPointWritesWhatWasTyped)
             app->openProject(project, false);
         EXPECT_EQ(stored(a), u"A|"_s + expected);
     }
-    app->selectNote(a);
+    app->selection().selectNote(a);
     type(u" end"_s);
     app->terminate();
     app->refreshProjects();
@@ -270,7 +270,8 @@ TEST_F(EditorSessionTest, EveryFlushPointWritesWhatWasTyped)
 TEST_F(EditorSessionTest, NothingIsLoadedOnceTheProgramIsEnding)
 {
     type(u" last"_s);
-    QObject::connect(app.get(), &AppState::willTerminate, [this] { app->selectNote(b); });
+    QObject::connect(app.get(), &AppState::willTerminate,
+                     [this] { app->selection().selectNote(b); });
     app->terminate();
     EXPECT_EQ(session->noteID(), a);
     session.reset();
@@ -283,7 +284,7 @@ TEST_F(EditorSessionTest, NothingIsLoadedOnceTheProgramIsEnding)
 TEST_F(EditorSessionTest, ACancelledDelayWritesNothingTwice)
 {
     type(u"!"_s);
-    app->selectNote(b);
+    app->selection().selectNote(b);
     const Timestamp written = app->note(a)->updatedAt;
     EXPECT_EQ(test.clock.pendingCount(), 2); // the project's date and the watch over its folder
     test.clock.advance(10s);
@@ -355,7 +356,7 @@ TEST_F(EditorSessionTest, AManualSaveKeepsAVersionEvenOfAnUnchangedNote)
     ASSERT_EQ(versions.size(), 1);
     EXPECT_EQ(versions.first().label, u"Manual Save"_s);
     EXPECT_EQ(completed, 1);
-    app->selectProjectRoot();
+    app->selection().selectProjectRoot();
     session->saveFromExplicitCommand();
     EXPECT_EQ(completed, 1);
 }
@@ -366,7 +367,7 @@ TEST_F(EditorSessionTest, NothingCanBeTypedWithoutANoteOrALicence)
     test.licence.setPolicy([] { return false; });
     EXPECT_FALSE(session->isEditable());
     test.licence.setPolicy({});
-    app->selectProjectRoot();
+    app->selection().selectProjectRoot();
     EXPECT_FALSE(session->isEditable());
     session->setTitle(u"nobody's"_s);
     session->gateway().type(u"nobody's"_s);

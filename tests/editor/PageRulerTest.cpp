@@ -181,7 +181,7 @@ TEST_F(PageRulerTest, IsThereForRichNotesAndTurnedOverATextOnly)
     toggle();
     EXPECT_FALSE(ruler().isVisible());
     EXPECT_FALSE(rulerVisibleSetting.read(test.defaults));
-    app.selectNote(empty);
+    app.selection().selectNote(empty);
     pane->session().setMode(EditorMode::richText);
     ASSERT_TRUE(view().store().isEmpty());
     toggle();

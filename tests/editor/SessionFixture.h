@@ -17,7 +17,7 @@ struct SessionFixture : ::testing::Test {
     QUuid b = *app->createNote(QStringLiteral("B\nsecond"), {});
     std::unique_ptr<EditorSession> session = std::make_unique<EditorSession>(*app);
 
-    SessionFixture() { app->selectNote(a); }
+    SessionFixture() { app->selection().selectNote(a); }
 
     [[nodiscard]] QString shown() const { return session->gateway().store().text(); }
     /// Types at the end of the text.
@@ -33,7 +33,7 @@ struct SessionFixture : ::testing::Test {
         app->closeProject();
         session = std::make_unique<EditorSession>(*app);
         app->openProject(project, false);
-        app->selectNote(a);
+        app->selection().selectNote(a);
     }
     QString stored(const QUuid& id)
     {

@@ -201,16 +201,16 @@ TEST_F(TextInputTest, ComposedTextGoesWithTheTextThatItStandsIn)
 {
     for (const EditorMode mode : allModes) {
         SCOPED_TRACE(qPrintable(editorModeName(mode)));
-        app.selectNote(note);
+        app.selection().selectNote(note);
         pane->session().setMode(mode);
         set(u"ab|"_s);
         act(compose(u"に"_s));
         EXPECT_TRUE(view().layout().hasPreedit());
-        app.selectNote(other);
+        app.selection().selectNote(other);
         QApplication::processEvents();
         EXPECT_FALSE(view().layout().hasPreedit());
         EXPECT_EQ(app.note(note)->body.text(), u"ab"_s);
-        app.selectNote(note);
+        app.selection().selectNote(note);
         pane->session().setMode(mode == EditorMode::plainText ? EditorMode::markdown : mode);
         EXPECT_FALSE(view().layout().hasPreedit());
         act(commit(u"c"_s));

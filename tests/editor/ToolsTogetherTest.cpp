@@ -142,9 +142,9 @@ protected:
     }
     void goElsewhere()
     {
-        const std::optional<QUuid> left = app.selectedNoteID();
+        const std::optional<QUuid> left = app.selection().selectedNoteID();
         const QString seen = plainForm(view().plainText());
-        app.selectNote(left == a ? b : a);
+        app.selection().selectNote(left == a ? b : a);
         ASSERT_EQ(app.note(*left)->body.text(), seen);
     }
     void changeMode()

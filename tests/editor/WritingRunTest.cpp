@@ -62,7 +62,7 @@ struct WritingRunTest : ::testing::Test {
     [[nodiscard]] QUuid anyNote() { return notes.at(below(int(notes.size()))); }
     [[nodiscard]] ModelNote* selected()
     {
-        const auto id = app->selectedNoteID();
+        const auto id = app->selection().selectedNoteID();
         return id ? &model[*id] : nullptr;
     }
     void addNote(const QString& body)
@@ -160,9 +160,9 @@ struct WritingRunTest : ::testing::Test {
     }
     void changeElsewhere(const QUuid& id)
     {
-        const bool draftWins = id == app->selectedNoteID() && session->isDirty();
+        const bool draftWins = id == app->selection().selectedNoteID() && session->isDirty();
         test.clock.advance(1ms);
-        const bool isStillDirty = id == app->selectedNoteID() && session->isDirty();
+        const bool isStillDirty = id == app->selection().selectedNoteID() && session->isDirty();
         NoteContent content = NoteContent::of(*app->note(id));
         content.body += u" changed elsewhere"_s;
         if (below(2) == 0) {
@@ -220,10 +220,10 @@ void WritingRunTest::step()
     switch (below(20)) {
     case 0:
     case 1:
-        before = app->selectedNoteID();
-        app->selectNote(anyNote());
+        before = app->selection().selectedNoteID();
+        app->selection().selectNote(anyNote());
         hasReturned = true;
-        if (before && before != app->selectedNoteID()) {
+        if (before && before != app->selection().selectedNoteID()) {
             ASSERT_NO_FATAL_FAILURE(checkRecord(*app->note(*before)));
         }
         if (note = selected(); note && session->mode() != note->mode)
@@ -243,7 +243,7 @@ void WritingRunTest::step()
         break;
     case 5:
         if (below(20) == 0)
-            app->selectProjectRoot();
+            app->selection().selectProjectRoot();
         else if (below(20) == 0 && notes.size() < 12)
             addNote(u"Another\nnote"_s);
         break;
@@ -299,7 +299,7 @@ TEST_F(WritingRunTest, NothingTypedIsEverLost)
             checkStored();
         }
     }
-    app->selectProjectRoot();
+    app->selection().selectProjectRoot();
     checkStored();
     EXPECT_GT(undone, steps / 100);
     EXPECT_GT(undoneAfterReturn, 0);

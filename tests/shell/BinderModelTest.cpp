@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/BinderModel.h"
 
+#include "core/NaiveRows.h"
 #include "core/Wording.h"
 #include "support/TestServices.h"
 
@@ -51,8 +52,8 @@ protected:
         for (const auto& folder : m_state.folders())
             order.expandedFolderIDs.insert(folder->id);
         QStringList lines;
-        for (const BinderDisplayRow& row : BinderDisplayOrdering::visibleRows(
-                 order, m_state.folders(), m_state.notes(), *m_state.projectRootContainerID()))
+        for (const NaiveRow& row : naiveRows(order, m_state.folders(), m_state.notes(),
+                                             *m_state.projectRootContainerID()))
             lines.append(QString(row.depth, u' ') + (row.isFolder() ? row.folder().titleForList()
                                                                     : row.note().titleForList()));
         return lines;
@@ -61,17 +62,17 @@ protected:
     QUuid folder(const QString& name, const std::optional<QUuid>& parent = {})
     {
         if (parent)
-            m_state.selectFolder(*parent);
+            m_state.selection().selectFolder(*parent);
         else
-            m_state.selectProjectRoot();
+            m_state.selection().selectProjectRoot();
         return m_state.createFolder(name).value_or(QUuid());
     }
     QUuid note(const QString& text, const std::optional<QUuid>& container = {})
     {
         if (container)
-            m_state.selectFolder(*container);
+            m_state.selection().selectFolder(*container);
         else
-            m_state.selectProjectRoot();
+            m_state.selection().selectProjectRoot();
         return m_state.createNote(text, {}).value_or(QUuid());
     }
 
@@ -162,6 +163,78 @@ TEST_F(BinderModelTest, FilterKeepsMatchesAndTheFoldersAboveThem)
     EXPECT_EQ(listing().last(), u"Harbour lights"_s) << "new notes are filtered as well";
     m_model.setTitleFilter({});
     EXPECT_EQ(listing(), expected());
+    EXPECT_EQ(m_resets.count(), 0);
+}
+
+// Whatever changes of a note, it stands where a sort of all of them puts it, and what is remembered
+// of rows goes along.
+TEST_F(BinderModelTest, AChangedNoteFindsItsPlaceInEachOrder)
+{
+    const QUuid manuscript = folder(u"Manuscript"_s);
+    folder(u"Inner"_s, manuscript);
+    QList<QUuid> ids;
+    for (int i = 0; i < 25; ++i) {
+        m_test.clock.advance(std::chrono::seconds(1));
+        ids.append(
+            note(u"n%1"_s.arg(i * 7 % 25), i % 2 ? std::optional(manuscript) : std::nullopt));
+        (void)m_state.updateNoteTags(ids.last(), {u"sea"_s});
+    }
+    const auto notesShown = [&](const QModelIndex& parent) {
+        QList<QUuid> shown;
+        for (int row = 0; row < m_model.rowCount(parent); ++row) {
+            const BinderRowID id = m_model.rowIdOf(m_model.index(row, 0, parent));
+            if (id.kind == BinderRowID::Kind::Note)
+                shown.append(id.id);
+        }
+        return shown;
+    };
+    const auto wanted = [&](const QUuid& container) {
+        QList<QUuid> ids;
+        const bool filters = !m_state.activeTagFilter().isEmpty();
+        for (const auto& each :
+             filters ? m_state.tagFilteredNotes()
+                     : sortedNotes(m_state.orderedNotes(container), m_state.binderSortOrder()))
+            ids.append(each->id);
+        return ids;
+    };
+    QRandomGenerator random(20'261'122);
+    for (int turn = 0; turn <= binderSortOrderCount; ++turn) {
+        const bool filters = turn == binderSortOrderCount;
+        if (filters)
+            m_state.toggleTagFilter(u"sea"_s);
+        else
+            m_state.setBinderSortOrder(BinderSortOrder(turn));
+        SCOPED_TRACE(filters ? "filtered" : storedValue(BinderSortOrder(turn)).toStdString());
+        listing();
+        const QUuid followed = ids.at(3);
+        const QPersistentModelIndex kept = m_model.indexOf({BinderRowID::Kind::Note, followed});
+        for (int step = 0; step < 60; ++step) {
+            const QUuid id = random.bounded(4) ? ids.at(random.bounded(int(ids.size()))) : followed;
+            m_test.clock.advance(std::chrono::milliseconds(random.bounded(2) * 10));
+            switch (random.bounded(4)) {
+            case 0:
+                m_state.applyLiveTitle(id, u"n%1"_s.arg(random.bounded(12)));
+                break;
+            case 1:
+                (void)m_state.updateNoteBinderTitle(id, u"n%1"_s.arg(random.bounded(12)), {});
+                break;
+            case 2:
+                (void)m_state.updateNoteTags(id, filters && random.bounded(3) == 0
+                                                     ? QStringList()
+                                                     : QStringList{u"sea"_s, u"ebb"_s});
+                break;
+            default:
+                (void)m_state.togglePinNote(id);
+            }
+            const QModelIndex inside =
+                filters ? QModelIndex() : m_model.indexOf({BinderRowID::Kind::Folder, manuscript});
+            ASSERT_EQ(notesShown(inside), wanted(manuscript)) << step;
+            ASSERT_EQ(notesShown({}), wanted(*m_state.projectRootContainerID())) << step;
+            if (!filters) {
+                ASSERT_EQ(m_model.rowIdOf(kept).id, followed) << step;
+            }
+        }
+    }
     EXPECT_EQ(m_resets.count(), 0);
 }
 

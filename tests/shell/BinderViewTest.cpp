@@ -27,9 +27,9 @@ protected:
         full = *state().createFolder(u"Full"_s);
         for (const QString& title : {u"Alpha"_s, u"Beta"_s, u"Gamma"_s})
             notes.append(*state().createNote(title, {}));
-        state().selectProjectRoot();
+        state().selection().selectProjectRoot();
         empty = *state().createFolder(u"Empty"_s);
-        state().selectProjectRoot();
+        state().selection().selectProjectRoot();
         loose = *state().createNote(u"Loose"_s, {});
         state().openNote(notes.first());
         tree = find<BinderTreeView>();
@@ -153,13 +153,13 @@ TEST_F(BinderViewTest, TheTrashStandsAtTheFootWhileThereIsRoom)
     EXPECT_EQ(trash().bottom(), foot - 40) << "what is in it stands below it";
     state().toggleExpanded(FolderRecord::trashFolderID);
     EXPECT_EQ(trash().bottom(), foot);
-    const auto selected = state().selectedBinderRowID();
+    const auto selected = state().selection().selectedBinderRowID();
     m_hand->click(*tree->viewport(), {50, trash().top() - 30});
-    EXPECT_EQ(state().selectedBinderRowID(), selected) << "the room above it is no row";
+    EXPECT_EQ(state().selection().selectedBinderRowID(), selected) << "the room above it is no row";
     m_hand->click(*tree->viewport(), trash().center());
-    EXPECT_EQ(state().selectedFolderID(), FolderRecord::trashFolderID);
+    EXPECT_EQ(state().selection().selectedFolderID(), FolderRecord::trashFolderID);
 
-    state().selectFolder(full);
+    state().selection().selectFolder(full);
     for (int i = 0; i < 40; ++i)
         state().createNote(u"Note %1"_s.arg(i), {});
     TourHand::settle();
@@ -193,7 +193,7 @@ TEST_F(BinderViewTest, RenamesInPlace)
     m_hand->press(Qt::Key_Escape);
     EXPECT_EQ(state().note(notes[0])->title, u"Omega"_s);
     state().updateNoteBinderTitle(notes[1], u"Beta"_s, Blob("{\\rtf1 \\b Beta}"));
-    state().selectNote(notes[1]);
+    state().selection().selectNote(notes[1]);
     m_hand->press(Qt::Key_F2);
     m_hand->press(Qt::Key_Return); // the same title leaves the rich one
     EXPECT_TRUE(state().note(notes[1])->titleRTF);
@@ -226,13 +226,13 @@ TEST_F(BinderViewTest, MenusOfferWhatTheRowCanDo)
 
 TEST_F(BinderViewTest, DeleteGoesToTheTrashAndAsksOnlyForGood)
 {
-    state().selectNote(notes[1]);
+    state().selection().selectNote(notes[1]);
     tree->setFocus();
     m_hand->press(Qt::Key_Delete);
     EXPECT_EQ(state().notesInTrash().size(), 1);
-    EXPECT_EQ(state().selectedNoteID(), notes[2]);
+    EXPECT_EQ(state().selection().selectedNoteID(), notes[2]);
 
-    state().selectNote(notes[1]);
+    state().selection().selectNote(notes[1]);
     tree->setFocus();
     EXPECT_TRUE(answering([&] { m_hand->press(Qt::Key_Delete); }, [] {}));
     EXPECT_TRUE(state().note(notes[1]));
@@ -240,11 +240,11 @@ TEST_F(BinderViewTest, DeleteGoesToTheTrashAndAsksOnlyForGood)
         answering([&] { m_hand->press(Qt::Key_Delete); }, [&] { press(u"Delete Permanently"_s); }));
     EXPECT_FALSE(state().note(notes[1]));
 
-    state().selectFolder(empty); // nothing in it, nothing to ask
+    state().selection().selectFolder(empty); // nothing in it, nothing to ask
     tree->setFocus();
     m_hand->press(Qt::Key_Delete);
     EXPECT_FALSE(state().folder(empty));
-    state().selectFolder(full);
+    state().selection().selectFolder(full);
     tree->setFocus();
     EXPECT_TRUE(
         answering([&] { m_hand->press(Qt::Key_Delete); }, [&] { press(u"Delete Folder"_s); }));

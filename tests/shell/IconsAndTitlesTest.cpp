@@ -20,9 +20,9 @@ protected:
         dismissWelcome();
         start();
         m_project = state().createProject(u"Tidewater"_s, u"sf:archivebox.fill"_s).value();
-        state().selectProjectRoot();
+        state().selection().selectProjectRoot();
         m_note = state().createNote(u"Low water\nMara counts."_s, {}).value();
-        state().selectProjectRoot();
+        state().selection().selectProjectRoot();
         m_folder = state().createFolder(u"Manuscript"_s).value();
     }
     void open(Kind kind, const QUuid& id)

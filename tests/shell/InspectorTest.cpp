@@ -26,7 +26,7 @@ protected:
         dismissWelcome();
         start();
         ASSERT_TRUE(state().createProject(u"Tidewater"_s, {}).has_value());
-        state().selectProjectRoot();
+        state().selection().selectProjectRoot();
         m_other = state().createNote(u"Low water\nMara counts the posts."_s, {}).value();
         m_note = state().createNote(u"Ledger\nThe ledger was kept by four hands."_s, {}).value();
         TourHand::settle();
@@ -102,7 +102,7 @@ TEST_F(InspectorTest, TagsComeAndGoByTheKeyboard)
     m_hand->press(Qt::Key_Delete);
     EXPECT_EQ(state().tagsForNote(m_note), QStringList{u"Tide"_s});
 
-    state().selectNote(m_other);
+    state().selection().selectNote(m_other);
     m_hand->type({});
     EXPECT_EQ(chips(), QStringList{u"Tide"_s});
     choose(u"Tide"_s, u"Remove from This Note"_s);
@@ -125,7 +125,7 @@ TEST_F(InspectorTest, ATagIsChangedEverywhereAfterItsReachIsTold)
     state().updateNoteTags(m_other, {u"tide"_s});
     const QUuid folder = state().createFolder(u"Manuscript"_s).value();
     state().updateFolderTags(folder, {u"tide"_s});
-    state().selectNote(m_note);
+    state().selection().selectNote(m_note);
     EXPECT_EQ(inWords(tagReach(state(), u"TIDE"_s)), u"2 notes and 1 folder"_s);
 
     choose(u"tide"_s, u"Rename Everywhere"_s);
@@ -270,10 +270,10 @@ TEST_F(InspectorTest, SaysWhenVersionsCantBeReadAndRestoresNothingThen)
     EXPECT_TRUE(saidWhy);
 
     const auto reload = [&] {
-        state().selectNote(m_other);
+        state().selection().selectNote(m_other);
         TourHand::settle();
         EXPECT_TRUE(says(u"No snapshots yet."_s));
-        state().selectNote(m_note);
+        state().selection().selectNote(m_note);
         TourHand::settle();
         EXPECT_FALSE(says(u"No snapshots yet."_s));
     };
@@ -310,8 +310,8 @@ TEST_F(InspectorTest, AHundredTagsAreShownAtATime)
     TourHand::settle();
     m_hand->press(Qt::Key_Space);
     EXPECT_EQ(chips().size(), 229);
-    state().selectNote(m_other);
-    state().selectNote(m_note);
+    state().selection().selectNote(m_other);
+    state().selection().selectNote(m_note);
     TourHand::settle();
     EXPECT_EQ(chips().size(), 100);
 }
@@ -347,7 +347,7 @@ TEST_F(InspectorTest, MoreTagsThanAMenuHoldsAreFoundInASheet)
     m_hand->press(Qt::Key_Return);
     EXPECT_EQ(state().activeTagFilter(), QSet<QString>{u"tag 51"_s});
     EXPECT_EQ(list->currentIndex().data(Qt::CheckStateRole), Qt::Checked);
-    EXPECT_EQ(state().displayedBinderRows().size(), 1);
+    EXPECT_EQ(state().tagFilteredNotes().size(), 1);
     press(u"Done"_s);
     menu = openMenu();
     ASSERT_NE(menu, nullptr);
@@ -360,13 +360,13 @@ TEST_F(InspectorTest, MoreTagsThanAMenuHoldsAreFoundInASheet)
 TEST_F(InspectorTest, AFolderHasTagsAndTheTrashACount)
 {
     const QUuid folder = state().createFolder(u"Manuscript"_s).value();
-    state().selectFolder(folder);
+    state().selection().selectFolder(folder);
     m_hand->click(*find<TagField>());
     m_hand->type(u"part one\n"_s);
     EXPECT_EQ(state().folder(folder)->tags, QStringList{u"part one"_s});
     EXPECT_EQ(find<VersionListView>(), nullptr);
     state().moveNoteToTrash(m_other);
-    state().selectFolder(FolderRecord::trashFolderID);
+    state().selection().selectFolder(FolderRecord::trashFolderID);
     TourHand::settle();
     EXPECT_EQ(find<TagField>(), nullptr);
     auto* count = find<QLabel>(u"Notes"_s);

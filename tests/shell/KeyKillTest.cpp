@@ -70,7 +70,7 @@ protected:
             tree->setFocus();
         m_hand->press(Qt::Key_N, Qt::ControlModifier);
         TourHand::settle();
-        if (state().notes().size() == before || !state().selectedNoteID())
+        if (state().notes().size() == before || !state().selection().selectedNoteID())
             return; // a question came up first
         focusText();
         m_hand->type(u"Title\n"_s);
@@ -82,9 +82,9 @@ protected:
         m_hand->type(word + u' ');
         save();
         // A key may have gone elsewhere, as into a question that came up.
-        if (state().selectedNoteID() &&
-            state().note(*state().selectedNoteID())->body.text().contains(word))
-            say("word", *state().selectedNoteID(), word);
+        if (state().selection().selectedNoteID() &&
+            state().note(*state().selection().selectedNoteID())->body.text().contains(word))
+            say("word", *state().selection().selectedNoteID(), word);
     }
     void tag(const QString& word)
     {
@@ -93,13 +93,13 @@ protected:
             return;
         field->setFocus();
         m_hand->type(word + u'\n');
-        if (state().selectedNoteID() &&
-            state().note(*state().selectedNoteID())->tags.contains(word))
-            say("tag", *state().selectedNoteID(), word);
+        if (state().selection().selectedNoteID() &&
+            state().note(*state().selection().selectedNoteID())->tags.contains(word))
+            say("tag", *state().selection().selectedNoteID(), word);
     }
     void throwAway()
     {
-        const QUuid note = *state().selectedNoteID();
+        const QUuid note = *state().selection().selectedNoteID();
         auto* tree = find<BinderTreeView>();
         if (!tree)
             return;
@@ -112,9 +112,9 @@ protected:
     void restore(const QString& word)
     {
         newNote();
-        if (!state().selectedNoteID())
+        if (!state().selection().selectedNoteID())
             return;
-        const QUuid note = *state().selectedNoteID();
+        const QUuid note = *state().selection().selectedNoteID();
         write(word + u"first"_s);
         write(word + u"second"_s);
         const auto versions = NoteVersionHistoryStore::snapshots(state().projectAccessPath(), note);
@@ -142,7 +142,9 @@ TEST_F(KeyWriter, Writes)
     std::fflush(stdout);
     for (int step = 0;; ++step) {
         const QString word = u"w%1x%2"_s.arg(seed).arg(step);
-        if (!state().selectedNoteID()) { // the program was killed while it showed the last one
+        if (!state()
+                 .selection()
+                 .selectedNoteID()) { // the program was killed while it showed the last one
             newNote();
             continue;
         }

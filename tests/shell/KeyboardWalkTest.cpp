@@ -163,7 +163,7 @@ TEST_F(KeyboardWalkTest, EveryControlIsReachedAndSaysWhatItIs)
     EXPECT_TRUE(window().sheets().topSheet());
     walk("version");
     m_hand->press(Qt::Key_Escape);
-    state().selectFolder(folder);
+    state().selection().selectFolder(folder);
     walk("folder");
     m_hand->press(Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
     walk("command palette");

@@ -48,7 +48,8 @@ TEST_F(MainJobTest, WriteQuitComeBack)
     start();
     makeProject(u"Tidewater"_s);
     ASSERT_EQ(state().rootPresentationMode(), RootPresentationMode::Editor);
-    EXPECT_FALSE(state().selectedBinderRowID()) << "an empty project does not begin in the Trash";
+    EXPECT_FALSE(state().selection().selectedBinderRowID())
+        << "an empty project does not begin in the Trash";
     EXPECT_EQ(QApplication::focusWidget()->property("text"), u"New Note"_s);
     press(u"New Folder"_s);
     m_hand->type(u"Manuscript"_s);
@@ -263,6 +264,21 @@ TEST_F(MainJobTest, UndoActsWhereTheKeyboardIsAndElseInTheText)
     EXPECT_EQ(text->plainText(), QString());
     m_hand->press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(text->plainText(), u"Mara"_s);
+
+    // What was done in the Binder after the words goes first, and then the words again.
+    const QUuid note = *state().selection().selectedNoteID();
+    m_hand->press(Qt::Key_S, Qt::ControlModifier);
+    find<BinderTreeView>()->setFocus();
+    m_hand->press(Qt::Key_Delete);
+    EXPECT_EQ(state().note(note)->folderID, FolderRecord::trashFolderID);
+    find<BinderTreeView>()->setFocus();
+    m_hand->press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_NE(state().note(note)->folderID, FolderRecord::trashFolderID);
+    EXPECT_EQ(state().selection().selectedNoteID(), note);
+    m_hand->press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(state().note(note)->folderID, FolderRecord::trashFolderID);
+    m_hand->press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(text->plainText(), u"Mara"_s);
     m_app->showSettings();
     EXPECT_TRUE(TourHand::waitFor([this] { return !window().isActiveWindow(); }));
     TourHand(*QApplication::activeWindow()).press(Qt::Key_Z, Qt::ControlModifier);
@@ -280,16 +296,18 @@ TEST_F(MainJobTest, TheBinderByKeyboardAndFilter)
     press(u"New Note"_s);
     m_hand->type(u"Harbour\n"_s);
     auto* tree = find<BinderTreeView>();
-    const auto selected = state().selectedNoteID();
+    const auto selected = state().selection().selectedNoteID();
 
     auto* filter = find<QLineEdit>(u"Filter titles"_s);
     m_hand->click(*filter);
     m_hand->type(u"manu"_s);
     EXPECT_EQ(tree->model()->rowCount(), 1);
-    EXPECT_EQ(state().selectedNoteID(), selected) << "a row in the place of a hidden one";
+    EXPECT_EQ(state().selection().selectedNoteID(), selected)
+        << "a row in the place of a hidden one";
     m_hand->type(u"zebra"_s);
     EXPECT_EQ(tree->model()->rowCount(), 0);
-    EXPECT_EQ(state().selectedNoteID(), selected) << "what the filter hides stays selected";
+    EXPECT_EQ(state().selection().selectedNoteID(), selected)
+        << "what the filter hides stays selected";
     m_hand->press(Qt::Key_Escape);
     EXPECT_EQ(tree->model()->rowCount(), 2);
     EXPECT_EQ(tree->currentIndex().data().toString(), u"Harbour"_s);
@@ -297,12 +315,12 @@ TEST_F(MainJobTest, TheBinderByKeyboardAndFilter)
     m_hand->press(Qt::Key_Down);
     ASSERT_TRUE(tree->hasFocus());
     m_hand->press(Qt::Key_Left);
-    EXPECT_FALSE(state().selectedNoteID().has_value()) << "to the folder above";
+    EXPECT_FALSE(state().selection().selectedNoteID().has_value()) << "to the folder above";
     m_hand->press(Qt::Key_Left);
     EXPECT_TRUE(state().order().expandedFolderIDs.isEmpty());
     m_hand->press(Qt::Key_Right);
     m_hand->press(Qt::Key_Right);
-    EXPECT_EQ(state().selectedNoteID(), selected);
+    EXPECT_EQ(state().selection().selectedNoteID(), selected);
     m_hand->press(Qt::Key_Return);
     EXPECT_TRUE(find<EditorView>()->hasFocus());
 }
@@ -315,14 +333,14 @@ TEST_F(MainJobTest, EachProjectKeepsItsSelectionAndItsPanes)
     const QUuid folder = *state().createFolder(u"Folder"_s);
     const QUuid note = *state().createNote(u"Note"_s, {});
     state().createNote(u"Other"_s, {});
-    state().selectNote(note);
+    state().selection().selectNote(note);
     const QUuid one = state().currentProject()->id;
     const QUuid two = *state().createProject(u"Two"_s, {});
-    EXPECT_FALSE(state().selectedNoteID());
+    EXPECT_FALSE(state().selection().selectedNoteID());
     state().openProject(one, true);
-    EXPECT_EQ(state().selectedNoteID(), note);
+    EXPECT_EQ(state().selection().selectedNoteID(), note);
     EXPECT_TRUE(state().order().expandedFolderIDs.contains(folder));
-    state().selectFolder(folder);
+    state().selection().selectFolder(folder);
     m_hand->press(Qt::Key_Left, Qt::AltModifier | Qt::ShiftModifier);
     EXPECT_TRUE(TourHand::waitFor([&] { return !find<BinderTreeView>(); }));
     defaults().set(u"settings.layout.lock.inspector"_s, true);
@@ -338,10 +356,10 @@ TEST_F(MainJobTest, EachProjectKeepsItsSelectionAndItsPanes)
     EXPECT_FALSE(find<BinderTreeView>());
     EXPECT_EQ(defaults().get<bool>(u"settings.layout.lock.inspector"_s), false)
         << "locks do not outlive the program";
-    EXPECT_FALSE(state().selectedNoteID());
-    EXPECT_EQ(state().selectedFolderID(), folder);
+    EXPECT_FALSE(state().selection().selectedNoteID());
+    EXPECT_EQ(state().selection().selectedFolderID(), folder);
     state().openProject(two, true);
-    EXPECT_FALSE(state().selectedBinderRowID());
+    EXPECT_FALSE(state().selection().selectedBinderRowID());
 }
 
 } // namespace

@@ -79,11 +79,11 @@ TEST_F(PageCommandsTest, APageBreakSurvivesTheRestart)
         const QString text = pane().textView().plainText();
         ASSERT_TRUE(text.endsWith(u"Seven\n\f\nposts")) << text.toStdString();
         const QUuid project = state().currentProject()->id;
-        const QUuid note = *state().selectedNoteID();
+        const QUuid note = *state().selection().selectedNoteID();
         quit();
         start();
         state().openProject(project, false);
-        state().selectNote(note);
+        state().selection().selectNote(note);
         TourHand::settle();
         EXPECT_EQ(pane().session().mode(), mode);
         EXPECT_EQ(pane().textView().plainText(), text);

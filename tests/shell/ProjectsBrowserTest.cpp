@@ -175,7 +175,7 @@ TEST_F(ProjectsBrowserTest, FilterOrderAndTheWayBack)
     EXPECT_FALSE(isOpen());
     m_hand->press(Qt::Key_Escape);
     EXPECT_TRUE(isOpen());
-    EXPECT_EQ(state().selectedNoteID(), note);
+    EXPECT_EQ(state().selection().selectedNoteID(), note);
 }
 
 TEST_F(ProjectsBrowserTest, TheProgramsMenuIsHereToo)

@@ -76,7 +76,7 @@ TEST_F(RealMouseTest, ARowIsDraggedIntoAFolder)
     window().setGeometry(0, 0, 1200, 800);
     const QUuid project = *state().createProject(u"Tidewater"_s, {});
     const QUuid folder = *state().createFolder(u"Manuscript"_s);
-    state().selectProjectRoot();
+    state().selection().selectProjectRoot();
     const QUuid loose = *state().createNote(u"Low water"_s, {});
     ASSERT_NE(state().note(loose)->folderID, folder);
     TourHand::settle();

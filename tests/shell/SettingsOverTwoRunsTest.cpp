@@ -98,7 +98,7 @@ void SettingsOverTwoRuns::addStart()
         [this] { return state().currentProject() && state().currentProject()->id == m_project; });
     add(
         SessionKeys::lastOpenedNoteID(m_project), [] {},
-        [this] { return state().selectedNoteID() == m_note; });
+        [this] { return state().selection().selectedNoteID() == m_note; });
     add(
         SessionKeys::openProjectHistoryIDs, [] {},
         [this] { return state().projectsByRecentOpen().first().id == m_project; });
@@ -364,7 +364,7 @@ TEST_F(SettingsOverTwoRuns, EveryKeyIsReadAgainWithItsEffect)
                               u"/workspace-state.json"_s));
 
     start();
-    ASSERT_EQ(state().selectedNoteID(), m_note);
+    ASSERT_EQ(state().selection().selectedNoteID(), m_note);
     QSet<QString> known(otherKeys.keyBegin(), otherKeys.keyEnd());
     for (const Row& row : std::as_const(m_rows)) {
         EXPECT_TRUE(defaults().contains(row.key)) << qUtf8Printable(row.key);

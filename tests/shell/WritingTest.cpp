@@ -122,7 +122,7 @@ TEST_F(WritingTest, TheSelectionBecomesANote)
     QContextMenuEvent byKey(QContextMenuEvent::Keyboard, {}, view.mapToGlobal(QPoint(9, 9)));
     QApplication::sendEvent(&view, &byKey);
     ASSERT_EQ(state().notes().size(), before + 1);
-    const NoteRecord& made = *state().note(*state().selectedNoteID());
+    const NoteRecord& made = *state().note(*state().selection().selectedNoteID());
     EXPECT_NE(made.id, note);
     EXPECT_EQ(made.title, u"see here"_s);
     EXPECT_EQ(made.body.text(), u"see here"_s);

@@ -66,7 +66,10 @@ TagsSection::TagsSection(AppState& appState, SheetHost& sheets, Look& look, QWid
             [this] { m_field->setFocus(Qt::OtherFocusReason); });
     connect(m_field, &TagField::tagEntered, this, &TagsSection::add);
     connect(m_field, &TagField::leftAtFront, this, [this] { focusChip(m_chips.size() - 1); });
-    connect(&appState, &AppState::tagsChanged, this, &TagsSection::refresh);
+    connect(&appState, &AppState::notebookChanged, this, [this](const NotebookChange& change) {
+        if (change.concernsTags)
+            refresh();
+    });
     connect(&appState, &AppState::tagSettingsChanged, this, &TagsSection::refresh);
 }
 

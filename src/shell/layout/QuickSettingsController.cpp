@@ -38,8 +38,8 @@ ProjectWorkspaceState captureCurrentState(const ProjectWorkspaceState& base,
 {
     const UserDefaults& defaults = appState.services().defaults;
     ProjectWorkspaceState state = base;
-    state.selectedNoteID = appState.selectedNoteID();
-    state.selectedFolderID = appState.selectedFolderID();
+    state.selectedNoteID = appState.selection().selectedNoteID();
+    state.selectedFolderID = appState.selection().selectedFolderID();
     state.selectedProjectRoot = !state.selectedNoteID && !state.selectedFolderID;
     const SideVisibility visible = PaneLayoutSettings::readVisibility(defaults);
     state.binderVisible = visible.binder;
