@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "platform/Clock.h"
 
+#include <QTest>
 #include <gtest/gtest.h>
 
 namespace orvane {
@@ -27,6 +28,26 @@ TEST(ManualClock, RunsDelayedCallsInOrderAtTheirOwnMoments)
     clock.advance(1ms);
     EXPECT_EQ(ran.back(), std::pair('c', qint64(300)));
     EXPECT_EQ(clock.pendingCount(), 0);
+}
+
+TEST(SystemClock, ADelayRunsOnceAndOneThatIsGoneNever)
+{
+    SystemClock clock;
+    int ran = 0;
+    int cancelled = 0;
+    const Timestamp before = clock.now();
+    auto gone = clock.after(1ms, [&] { ++cancelled; });
+    gone.reset();
+    std::unique_ptr<Clock::Delay> delay;
+    delay = clock.after(20ms, [&] {
+        ++ran;
+        delay.reset(); // which destroys what is running
+    });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return ran > 0; }, 20'000));
+    EXPECT_GE(clock.now().msecs - before.msecs, 19);
+    QTest::qWait(30);
+    EXPECT_EQ(ran, 1);
+    EXPECT_EQ(cancelled, 0);
 }
 
 struct IsoRow {

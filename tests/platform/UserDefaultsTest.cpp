@@ -3,7 +3,10 @@
 
 #include "support/NoDescriptors.h"
 
+#include <QCoreApplication>
+#include <QFile>
 #include <QTemporaryDir>
+#include <QTest>
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -44,6 +47,29 @@ TEST_F(UserDefaultsTest, EveryTypeSurvivesAndNoOtherIsTaken)
     EXPECT_EQ(read.get<bool>(u"zero"_s), std::nullopt);
     EXPECT_EQ(read.get<qint64>(u"whole double"_s), std::nullopt);
     EXPECT_EQ(read.get<QString>(u"missing"_s, u"otherwise"_s), u"otherwise"_s);
+}
+
+TEST_F(UserDefaultsTest, AreWrittenByThemselvesAfterAWhile)
+{
+    UserDefaults defaults(path);
+    defaults.set(u"a"_s, true);
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(QFile::exists(path)) << "several changes make one writing";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return QFile::exists(path); }, 20'000));
+    EXPECT_EQ(UserDefaults(path).get<bool>(u"a"_s), true);
+}
+
+TEST_F(UserDefaultsTest, WhatIsWrittenOnceIsNotWrittenOverALaterChangeOfAnother)
+{
+    UserDefaults one(path);
+    one.set(u"a"_s, u"first"_s);
+    ASSERT_TRUE(one.flush());
+    UserDefaults two(path);
+    two.set(u"a"_s, u"second"_s);
+    ASSERT_TRUE(two.flush());
+    one.set(u"b"_s, true);
+    ASSERT_TRUE(one.flush());
+    EXPECT_EQ(UserDefaults(path).get<QString>(u"a"_s), u"second"_s);
 }
 
 TEST_F(UserDefaultsTest, TwoProcessesKeepEachOthersKeys)
