@@ -118,6 +118,8 @@ protected:
     QUuid note;
     QUuid other;
     QString root;
+    /// Another program that holds the store's lock until the program has ended.
+    mutable std::unique_ptr<SQLite::Database> holder;
 };
 
 enum class Ends {
@@ -360,6 +362,12 @@ const std::vector<Change>& ChangeMatrix::rows()
              ASSERT_TRUE(QFile::rename(h.store() + u".away"_s, h.store()));
          }),
          Kept::InPlace},
+        {"StoreLockedByAnotherProgram", with([](Home h) {
+             h.holder = std::make_unique<SQLite::Database>(h.store().toStdString(),
+                                                           SQLite::OPEN_READWRITE);
+             h.holder->exec("BEGIN IMMEDIATE");
+         }),
+         Kept::Rescued},
         {"JournalRemoved", with([](Home h) { ASSERT_TRUE(QFile::remove(h.journal())); }),
          Kept::InPlace},
         {"JournalEmptied", with([](Home h) {
@@ -391,7 +399,11 @@ TEST_P(ChangeMatrix, KeepsEveryWord)
     EXPECT_EQ(state().saveFailure().has_value(), row.words == Change::Words::Rescued);
     (void)said(); // what comes up about it is only looked at
     // As a session that ends: nothing is asked.
+    QElapsedTimer ending;
+    ending.start();
     quit();
+    RecordProperty("ended after (ms)", int(ending.elapsed()));
+    holder.reset();
     if (!row.place) {
         EXPECT_FALSE(QFileInfo::exists(root)) << "nothing is made in its place";
     }
