@@ -144,6 +144,20 @@ Measurement keyFlat()
         150, [&] { return typeNext(large, inLarge); }, [&] { return typeNext(small, inSmall); });
 }
 
+/// A key in the middle of one paragraph of `text`, against one in many words in paragraphs.
+Measurement keyLong(const AttributedString& text)
+{
+    LargeNotes& notes = LargeNotes::shared();
+    notes.ours.goToMiddle();
+    Ours longOne(text);
+    longOne.goTo(text.length() / 2);
+    int inLong = 0;
+    int inMany = 0;
+    return interleave(
+        60, [&] { return typeNext(longOne, inLong); },
+        [&] { return typeNext(notes.ours, inMany); });
+}
+
 Measurement returnKey()
 {
     LargeNotes& notes = LargeNotes::shared();
@@ -308,6 +322,12 @@ void addEditorRows()
              return keyMillion(0.99, 300);
          }});
     add({"editor/key-flat", "ms", 1.3, keyFlat});
+    add({"editor/key-long-word", "ms", 3, [] {
+             return keyLong(AttributedString(sampleWord(million)));
+         }});
+    add({"editor/key-long-paragraph", "ms", 3, [] {
+             return keyLong(sampleParagraph(200'000));
+         }});
     add({"editor/return-1m", "ms", 0.2, returnKey});
     add({"editor/key-table", "ms", 0.1, keyTable});
     add({"editor/open-1m", "ms", 1.5, open});

@@ -108,6 +108,29 @@ AttributedString sampleText(int words)
     return text;
 }
 
+AttributedString sampleParagraph(int words)
+{
+    Writer writer;
+    const auto styles = bodyStyles();
+    AttributedString text;
+    for (int left = words; left > 0;) {
+        const int count = std::min(left, 6 + writer.below(12));
+        const auto& style = writer.below(2) ? styles[0] : styles[std::size_t(writer.below(6))];
+        text.append(writer.words(count), style, {});
+        left -= count;
+    }
+    return text;
+}
+
+QString sampleWord(int letters)
+{
+    Writer writer;
+    QString word;
+    while (word.size() < letters)
+        word += writer.words(100).remove(u' ');
+    return word.first(letters);
+}
+
 AttributedString sampleTable(int rows, int columns)
 {
     Writer writer;

@@ -16,6 +16,11 @@ inline constexpr double usualZoom = 1.25;
 /// change of the attributes about every twelve words. Always the same.
 [[nodiscard]] AttributedString sampleText(int words);
 
+/// The same words and attributes as one paragraph.
+[[nodiscard]] AttributedString sampleParagraph(int words);
+/// Letters without a blank.
+[[nodiscard]] QString sampleWord(int letters);
+
 /// A table with a few words in each cell, with a paragraph before and after it.
 [[nodiscard]] AttributedString sampleTable(int rows, int columns);
 

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/CaretNavigator.h"
 
+#include "text/Graphemes.h"
 #include "text/LineBreaker.h"
 #include "text/TextStore.h"
-
-#include <QTextBoundaryFinder>
-#include <QTextLayout>
+#include "text/TextUnits.h"
 
 namespace orvane {
 
@@ -13,16 +12,8 @@ namespace {
 
 bool isRightToLeft(const TextStore& store, qsizetype position)
 {
-    const QTextBlock block = store.blockAt(position);
-    switch (store.paragraphStyle(position)->direction) {
-    case WritingDirection::leftToRight:
-        return false;
-    case WritingDirection::rightToLeft:
-        return true;
-    case WritingDirection::natural:
-        break;
-    }
-    return block.text().isRightToLeft();
+    const WritingDirection direction = store.paragraphStyle(position)->direction;
+    return baseDirection(store, store.blockAt(position), direction).rightToLeft;
 }
 
 CaretMove forDirection(const TextStore& store, qsizetype position, CaretMove move)
@@ -66,25 +57,26 @@ qsizetype pastPageBreaks(const TextStore& store, qsizetype position, bool forwar
     return next.position() + (forward ? 0 : next.length() - 1);
 }
 
-qsizetype plainStep(const TextStore& store, qsizetype position, bool forward,
-                    QTextLayout::CursorMode mode)
+enum class StepUnit { character, word };
+
+qsizetype plainStep(const TextStore& store, qsizetype position, bool forward, StepUnit unit)
 {
-    const QTextBlock block = store.blockAt(position);
-    const auto inBlock = int(position - block.position());
+    const TextRange paragraph = paragraphTextAt(store, position);
     if (forward) {
-        if (inBlock >= block.length() - 1)
+        if (position >= paragraph.end())
             return std::min(position + 1, store.length());
-        return block.position() + block.layout()->nextCursorPosition(inBlock, mode);
+        return unit == StepUnit::word ? nextWordStart(store, position)
+                                      : nextGrapheme(store, position);
     }
-    if (inBlock == 0)
+    if (position == paragraph.location)
         return std::max<qsizetype>(position - 1, 0);
-    return block.position() + block.layout()->previousCursorPosition(inBlock, mode);
+    return unit == StepUnit::word ? previousWordStart(store, position)
+                                  : previousGrapheme(store, position);
 }
 
-qsizetype step(const TextStore& store, qsizetype position, bool forward,
-               QTextLayout::CursorMode mode)
+qsizetype step(const TextStore& store, qsizetype position, bool forward, StepUnit unit)
 {
-    return pastPageBreaks(store, plainStep(store, position, forward, mode), forward);
+    return pastPageBreaks(store, plainStep(store, position, forward, unit), forward);
 }
 
 qsizetype paragraphUp(const TextStore& store, qsizetype position)
@@ -102,22 +94,22 @@ qsizetype paragraphDown(const TextStore& store, qsizetype position)
 
 qsizetype nextCharacter(const TextStore& store, qsizetype position)
 {
-    return step(store, position, true, QTextLayout::SkipCharacters);
+    return step(store, position, true, StepUnit::character);
 }
 
 qsizetype previousCharacter(const TextStore& store, qsizetype position)
 {
-    return step(store, position, false, QTextLayout::SkipCharacters);
+    return step(store, position, false, StepUnit::character);
 }
 
 qsizetype nextWord(const TextStore& store, qsizetype position)
 {
-    return step(store, position, true, QTextLayout::SkipWords);
+    return step(store, position, true, StepUnit::word);
 }
 
 qsizetype previousWord(const TextStore& store, qsizetype position)
 {
-    return step(store, position, false, QTextLayout::SkipWords);
+    return step(store, position, false, StepUnit::word);
 }
 
 TextRange paragraphTextAt(const TextStore& store, qsizetype position)
@@ -129,16 +121,9 @@ TextRange paragraphTextAt(const TextStore& store, qsizetype position)
 TextRange wordAt(const TextStore& store, qsizetype position)
 {
     const TextRange paragraph = paragraphTextAt(store, position);
-    const QString text = store.text(paragraph);
-    if (text.isEmpty())
+    if (paragraph.isEmpty())
         return {position, 0};
-    QTextBoundaryFinder finder(QTextBoundaryFinder::Word, text);
-    const auto at = std::min(position - paragraph.location, text.size() - 1);
-    finder.setPosition(at + 1);
-    const qsizetype from = finder.toPreviousBoundary();
-    const qsizetype to = finder.toNextBoundary();
-    return TextRange::between(paragraph.location + std::max<qsizetype>(from, 0),
-                              paragraph.location + (to < 0 ? text.size() : to));
+    return unitAround(store, std::min(position, paragraph.end() - 1), QTextBoundaryFinder::Word);
 }
 
 CaretPlace CaretNavigator::vertical(ParagraphLayout& layout, const TextStore& store,

@@ -3,6 +3,7 @@
 
 #include "editor/EditorView.h"
 #include "text/TextStore.h"
+#include "text/TextUnits.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
@@ -209,14 +210,15 @@ private:
     }
     [[nodiscard]] TextRange sentenceAt(qsizetype position) const
     {
-        const TextRange paragraph = store().paragraphRange(position);
-        const QString text = store().text(paragraph);
-        QTextBoundaryFinder finder(QTextBoundaryFinder::Sentence, text);
-        finder.setPosition(std::min(position - paragraph.location + 1, text.size()));
-        const qsizetype from = std::max<qsizetype>(0, finder.toPreviousBoundary());
-        const qsizetype to = finder.toNextBoundary();
-        return TextRange::between(paragraph.location + from,
-                                  paragraph.location + (to < 0 ? text.size() : to));
+        const TextRange paragraph = paragraphTextAt(store(), position);
+        if (paragraph.isEmpty())
+            return store().paragraphRange(position);
+        TextRange sentence = unitAround(store(), std::min(position, paragraph.end() - 1),
+                                        QTextBoundaryFinder::Sentence);
+        // The last one has the paragraph's end with it.
+        if (sentence.end() == paragraph.end())
+            sentence.length = store().paragraphRange(position).end() - sentence.location;
+        return sentence;
     }
 
     [[nodiscard]] QString described(const CharacterStyle& style,

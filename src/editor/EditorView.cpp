@@ -6,7 +6,6 @@
 #include "editor/InputMethodBridge.h"
 #include "editor/MouseSelection.h"
 #include "editor/PageScroller.h"
-#include "editor/SlowNotes.h"
 #include "text/TextStore.h"
 
 #include <QGuiApplication>
@@ -382,10 +381,9 @@ void EditorView::updateSelectionBetween(TextRange before, TextRange after)
     const auto updateLines = [this](qsizetype from, qsizetype to) {
         if (from == to)
             return;
-        const QTextBlock first = store().blockAt(std::min(from, to));
-        const QTextBlock last = store().blockAt(std::max(from, to));
-        const QRectF area = toViewport(QRectF(QPointF(0, layout().topOf(first)),
-                                              QPointF(layout().width(), layout().bottomOf(last))));
+        const qreal first = layout().placeAt(std::min(from, to)).top;
+        const qreal last = layout().bottomAt(std::max(from, to));
+        const QRectF area = toViewport(QRectF(QPointF(0, first), QPointF(layout().width(), last)));
         viewport()->update(QRect(0, int(std::floor(std::max(area.top(), -1e6))),
                                  viewport()->width(),
                                  int(std::ceil(std::min(area.height(), 4e6))) + 1));
@@ -485,18 +483,9 @@ void EditorView::onParagraphsChanged(const QTextBlock& first, const QTextBlock& 
     };
     QTextBlock block = layout().rowStart(first);
     const int lastNumber = last.blockNumber();
-    // What takes long to lay out is laid out once everybody has heard of the change.
-    if (first.length() > ordinaryParagraph || last.length() > ordinaryParagraph) {
-        viewport()->update();
-        return;
-    }
     while (block.isValid() && block.blockNumber() <= lastNumber &&
            onView(layout().topOf(block)) < height) {
-        if (block.length() > ordinaryParagraph) {
-            viewport()->update();
-            return;
-        }
-        layout().ensureLaidOut(block);
+        layout().ensureLaidOut(block, toPage({0, 0}).y(), toPage({0, height}).y());
         block = layout().below(block);
     }
     const bool isKnown = !block.isValid() || block.blockNumber() > lastNumber;

@@ -14,10 +14,7 @@ TextRange visibleText(const EditorView& view, const EditorPaint& paint)
     const auto pageY = [&](qreal y) {
         return (y - paint.origin.y()) / paint.scale;
     };
-    const QTextBlock first = layout.blockAtY(pageY(paint.clip.top()));
-    const QTextBlock last = layout.below(layout.blockAtY(pageY(paint.clip.bottom())));
-    const qsizetype end = last.isValid() ? last.position() : view.store().length();
-    return TextRange::between(first.position(), end);
+    return layout.textBetween(pageY(paint.clip.top()), pageY(paint.clip.bottom()));
 }
 
 QList<QRectF> markRects(const EditorView& view, const EditorPaint& paint, TextRange range)

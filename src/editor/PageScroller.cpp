@@ -58,46 +58,47 @@ PageScroller::Hold PageScroller::chooseHold() const
 void PageScroller::placeAnchor(Hold hold)
 {
     ParagraphLayout& layout = m_view.layout();
-    const QTextDocument& document = m_view.store().document();
     const int value = m_view.verticalScrollBar()->value();
     if (hold == Hold::anchor) {
         m_anchor.top -= value - m_settledValue;
         return;
     }
     if (hold == Hold::end) {
-        const QTextBlock last = layout.rowStart(document.lastBlock());
-        layout.ensureLaidOut(last);
-        const qreal below = m_view.roomBelow();
-        m_anchor.position = last.position();
-        m_anchor.top = m_view.viewport()->height() -
-                       (layout.bottomOf(last) - layout.topOf(last) + below) * m_view.zoom();
+        const PagePart last = layout.layOutPartAt(m_view.store().length());
+        const PagePlace place = layout.placeAt(m_view.store().length());
+        const qreal below = last.bottom - place.top + m_view.roomBelow();
+        m_anchor.position = place.position;
+        m_anchor.top = m_view.viewport()->height() - below * m_view.zoom();
         return;
     }
     const qreal top = value / m_view.zoom() - m_view.textGeometry().verticalMargin;
-    const QTextBlock block = layout.blockAtY(std::max(0.0, top));
-    m_anchor.position = block.position();
-    m_anchor.top = (layout.topOf(block) - top) * m_view.zoom();
+    const PagePlace place = layout.placeAtY(std::max(0.0, top));
+    m_anchor.position = place.position;
+    m_anchor.top = (place.top - top) * m_view.zoom();
 }
 
 void PageScroller::layOutAround()
 {
     ParagraphLayout& layout = m_view.layout();
-    const QTextBlock found = m_view.store().blockAt(m_anchor.position);
-    const QTextBlock anchor =
-        layout.rowStart(found.isValid() ? found : m_view.store().document().lastBlock());
-    m_anchor.position = anchor.position();
-    const auto heightOf = [&](const QTextBlock& block) {
-        layout.ensureLaidOut(block);
-        return (layout.bottomOf(block) - layout.topOf(block)) * m_view.zoom();
-    };
     const qreal bottom = m_view.viewport()->height();
-    qreal y = m_anchor.top;
-    for (QTextBlock block = anchor; block.isValid() && y < bottom; block = layout.below(block))
-        y += heightOf(block);
-    y = m_anchor.top;
-    for (QTextBlock block = layout.above(anchor); block.isValid() && y > 0;
-         block = layout.above(block))
-        y -= heightOf(block);
+    m_anchor.position = std::min(m_anchor.position, m_view.store().length());
+    const auto layOut = [&](bool goesUp) {
+        std::optional<PagePart> part = layout.layOutPartAt(m_anchor.position);
+        const PagePlace place = layout.placeAt(m_anchor.position);
+        m_anchor.position = place.position;
+        const qreal start = m_anchor.top + (part->top - place.top) * m_view.zoom();
+        qreal y = goesUp ? start : start + (part->bottom - part->top) * m_view.zoom();
+        while (goesUp ? y > 0 : y < bottom) {
+            part = goesUp ? layout.layOutPartAbove(*part) : layout.layOutPartBelow(*part);
+            if (!part)
+                return;
+            y += (goesUp ? part->top - part->bottom : part->bottom - part->top) * m_view.zoom();
+        }
+    };
+    layOut(false);
+    layOut(true);
+    // What was laid out above a long paragraph's part may have moved its lines.
+    layOut(false);
 }
 
 void PageScroller::adjustBar()
@@ -110,8 +111,8 @@ void PageScroller::adjustBar()
     const qreal page = (geometry.verticalMargin + layout.height() + m_view.roomBelow()) * zoom;
     const int maximum = std::max(0, int(std::ceil(page)) - height);
 
-    const QTextBlock anchor = m_view.store().blockAt(m_anchor.position);
-    const qreal wanted = (geometry.verticalMargin + layout.topOf(anchor)) * zoom - m_anchor.top;
+    const qreal anchor = layout.placeAt(m_anchor.position).top;
+    const qreal wanted = (geometry.verticalMargin + anchor) * zoom - m_anchor.top;
     m_offset = std::clamp(wanted, 0.0, qreal(maximum));
     bar.setRange(0, maximum);
     bar.setPageStep(height);
@@ -119,11 +120,11 @@ void PageScroller::adjustBar()
     m_settledValue = int(std::lround(m_offset));
     bar.setValue(m_settledValue);
 
-    // The topmost paragraph in sight holds the page the next time.
+    // The topmost in sight holds the page the next time.
     const qreal top = m_offset / zoom - geometry.verticalMargin;
-    const QTextBlock first = layout.blockAtY(std::max(0.0, top));
-    m_anchor.position = first.position();
-    m_anchor.top = (layout.topOf(first) - top) * zoom;
+    const PagePlace first = layout.placeAtY(std::max(0.0, top));
+    m_anchor.position = first.position;
+    m_anchor.top = (first.top - top) * zoom;
     layout.evictFarFrom(top, top + height / zoom);
 }
 
@@ -150,9 +151,9 @@ void PageScroller::jumpTo(qreal top)
 {
     {
         const QScopedValueRollback settling(m_isSettling, true);
-        const QTextBlock block = m_view.layout().blockAtY(top);
-        m_anchor.position = block.position();
-        m_anchor.top = std::round((m_view.layout().topOf(block) - top) * m_view.zoom());
+        const PagePlace place = m_view.layout().placeAtY(top);
+        m_anchor.position = place.position;
+        m_anchor.top = std::round((place.top - top) * m_view.zoom());
         layOutAround();
         adjustBar();
         layOutAround();
@@ -165,8 +166,8 @@ void PageScroller::jumpTo(qreal top)
 void PageScroller::moveShown()
 {
     QWidget& viewport = *m_view.viewport();
-    const QTextBlock shown = m_view.store().blockAt(m_shown.position);
-    const qreal now = m_view.toViewport(QPointF(0, m_view.layout().topOf(shown))).y();
+    const qsizetype shown = std::min(m_shown.position, m_view.store().length());
+    const qreal now = m_view.toViewport(QPointF(0, m_view.layout().placeAt(shown).top)).y();
     const qreal distance = now - m_shown.top;
     m_shown = m_anchor;
     if (std::abs(distance) < 0.01)

@@ -38,7 +38,7 @@ public:
 
 private:
     struct Anchor {
-        qsizetype position = 0; ///< of the first character of the paragraph or row
+        qsizetype position = 0; ///< where a paragraph or row begins, or a line of a long paragraph
         qreal top = 0;          ///< its distance from the top of the viewport, in pixels
 
         void follow(const TextChange& change);

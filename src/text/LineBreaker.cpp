@@ -2,13 +2,13 @@
 #include "text/LineBreaker.h"
 
 #include "text/LayoutUnits.h"
+#include "text/TextStore.h"
 
 #include <QFontMetricsF>
+#include <QTextBoundaryFinder>
 #include <QTextDocument>
 
 #include <algorithm>
-#include <optional>
-#include <private/qtextengine_p.h>
 
 namespace orvane {
 
@@ -17,8 +17,6 @@ namespace {
 constexpr qreal u = layoutUnitsPerPoint;
 constexpr qreal pageBreakHeight = 28 * u;
 constexpr qreal narrowestLine = 8 * u;
-/// In UTF-16 units; more than any line holds.
-constexpr qsizetype longWord = 4'000;
 /// Lines are as high as a whole number of pixels at the usual zoom of 1.25: so they stand at equal
 /// distances, and what is below a new line moves by whole pixels.
 constexpr qreal lineGrid = 0.8 * u;
@@ -47,17 +45,12 @@ Qt::Alignment alignmentOf(TextAlignment alignment, bool rightToLeft)
     return rightToLeft ? Qt::AlignRight : Qt::AlignLeft;
 }
 
-Qt::LayoutDirection directionOf(WritingDirection direction)
+/// What a paragraph without text leaves open, the keyboard decides.
+Qt::LayoutDirection directionOf(const ParagraphSource& source)
 {
-    switch (direction) {
-    case WritingDirection::leftToRight:
-        return Qt::LeftToRight;
-    case WritingDirection::rightToLeft:
-        return Qt::RightToLeft;
-    case WritingDirection::natural:
-        break;
-    }
-    return Qt::LayoutDirectionAuto;
+    if (source.style.direction == WritingDirection::natural && source.textLength() == 0)
+        return Qt::LayoutDirectionAuto;
+    return source.rightToLeft ? Qt::RightToLeft : Qt::LeftToRight;
 }
 
 QTextOption::TabType tabTypeOf(TabAlignment alignment)
@@ -97,14 +90,15 @@ QList<QTextOption::Tab> tabsFrom(const ParagraphStyle& style, qreal lineStart)
     return tabs;
 }
 
-QTextOption optionFor(const ParagraphStyle& style, const LineSettings& settings, bool rightToLeft)
+QTextOption optionFor(const ParagraphSource& source)
 {
+    const ParagraphStyle& style = source.style;
     QTextOption option;
     option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    option.setAlignment(alignmentOf(style.alignment, rightToLeft));
-    option.setTextDirection(directionOf(style.direction));
+    option.setAlignment(alignmentOf(style.alignment, source.rightToLeft));
+    option.setTextDirection(directionOf(source));
     const double interval =
-        style.defaultTabInterval > 0 ? style.defaultTabInterval : settings.tabInterval;
+        style.defaultTabInterval > 0 ? style.defaultTabInterval : source.settings.tabInterval;
     option.setTabStopDistance(std::max(u, units(interval)));
     return option;
 }
@@ -127,12 +121,15 @@ constexpr qreal widestOverhang = 16 * u; // every column has a wider margin
 
 /// How many characters of a list's item stand before its text: tabs, the marker, a space. 0 where
 /// there is no marker.
-int markerLength(const QTextBlock& block, const ParagraphStyle& style)
+int markerLength(const ParagraphSource& source)
 {
+    const ParagraphStyle& style = source.style;
     if (style.textLists.isEmpty() || style.headIndent <= 0 ||
         style.alignment == TextAlignment::center || style.alignment == TextAlignment::right)
         return 0;
-    const QString text = block.text();
+    constexpr int mostTabs = 100;
+    const auto length = std::min<qsizetype>(source.textLength(), mostTabs + longestMarker + 1);
+    const QString text = source.store.text({source.block.position(), length});
     qsizetype tabs = 0;
     while (tabs < text.size() && text.at(tabs) == u'\t')
         ++tabs;
@@ -145,60 +142,71 @@ int markerLength(const QTextBlock& block, const ParagraphStyle& style)
 /// anywhere after all; so it is told at once.
 class LongWords {
 public:
-    explicit LongWords(const QTextLayout& layout)
-        : m_attributes(layout.engine()->attributes())
-        , m_length(layout.engine()->layoutData->string.size())
+    /// `longer` is more than any line holds.
+    LongWords(QStringView text, qsizetype longer)
+        : m_text(text)
+        , m_longer(longer)
     {}
 
     [[nodiscard]] bool hasLineIn(qsizetype lineStart)
     {
-        if (lineStart >= m_nextBreak) {
-            m_nextBreak = lineStart + 1;
-            while (m_nextBreak < m_length && !isBreak(m_nextBreak))
-                ++m_nextBreak;
-        }
-        return m_nextBreak - lineStart > longerThanLines;
+        if (lineStart >= m_nextBreak)
+            m_nextBreak = breakBehind(lineStart);
+        return m_nextBreak - lineStart > m_longer;
     }
 
 private:
-    static constexpr qsizetype longerThanLines = longWord;
-
-    [[nodiscard]] bool isBreak(qsizetype position) const
+    [[nodiscard]] qsizetype breakBehind(qsizetype position)
     {
-        return m_attributes[position].lineBreak || m_attributes[position].whiteSpace;
+        // Mostly there is a blank nearby, which is found at once.
+        const QStringView near =
+            m_text.sliced(position).first(std::min(m_longer, m_text.size() - position));
+        const auto blank = std::find_if(near.begin(), near.end(), [](QChar c) {
+            return c.isSpace() || c == QChar(QChar::ObjectReplacementCharacter);
+        });
+        if (blank != near.end())
+            return position + (blank - near.begin()) + 1;
+        if (!m_boundaries.isValid()) {
+            m_boundaries =
+                QTextBoundaryFinder(QTextBoundaryFinder::Line, m_text.data(), m_text.size());
+        }
+        m_boundaries.setPosition(position);
+        const qsizetype next = m_boundaries.toNextBoundary();
+        return next < 0 ? m_text.size() : next;
     }
 
-    const QCharAttributes* m_attributes;
-    qsizetype m_length;
+    QStringView m_text;
+    qsizetype m_longer;
     qsizetype m_nextBreak = 0;
+    QTextBoundaryFinder m_boundaries;
 };
 
-/// The layout of one paragraph, line by line.
+/// The lines of one paragraph, one by one.
 struct LineMaker {
-    const QTextBlock& block;
-    const ParagraphStyle& style;
-    qreal column;
-    bool rightToLeft;
-    qreal hanging = 0; ///< where lines after the first begin, from the leading margin
+    const ParagraphSource& source;
+    QTextLayout& layout;
+    qreal hanging; ///< where lines after the first begin, from the leading margin
 
-    /// Gives `line` its width and returns where it begins, from the leading margin.
-    qreal place(QTextLine& line, bool isFirst, QTextOption& option)
+    [[nodiscard]] qreal startFor(qreal indent) const
     {
-        const qreal indent = isFirst ? units(style.firstLineHeadIndent) : hanging;
-        const qreal start = std::clamp(indent, 0.0, std::max(0.0, column - narrowestLine));
-        // Once: the layout looks its tabs up again whenever it is asked for a place.
-        if (isFirst) {
-            option.setTabs(tabsFrom(style, start));
-            block.layout()->setTextOption(option);
-        }
+        return std::clamp(indent, 0.0, std::max(0.0, source.column - narrowestLine));
+    }
+    [[nodiscard]] qreal firstStart() const
+    {
+        return startFor(units(source.style.firstLineHeadIndent));
+    }
+    /// Gives `line` its width and returns where it begins, from the leading margin.
+    qreal place(QTextLine& line, bool isFirst)
+    {
+        const qreal start = isFirst ? firstStart() : startFor(hanging);
         setWidth(line, start);
-        const int marker = isFirst ? markerLength(block, style) : 0;
+        const int marker = isFirst ? markerLength(source) : 0;
         return marker > 0 && marker < line.textLength() ? hangMarker(line, start, marker) : start;
     }
     [[nodiscard]] qreal widthFrom(qreal start) const
     {
-        const qreal tail = units(style.tailIndent);
-        const qreal end = tail > 0 ? std::min(tail, column) : column + tail;
+        const qreal tail = units(source.style.tailIndent);
+        const qreal end = tail > 0 ? std::min(tail, source.column) : source.column + tail;
         return std::max(narrowestLine, end - start);
     }
     void setWidth(QTextLine& line, qreal start) const { line.setLineWidth(widthFrom(start)); }
@@ -209,8 +217,8 @@ struct LineMaker {
     qreal hangMarker(QTextLine& line, qreal start, int marker)
     {
         const qreal x = line.cursorToX(marker);
-        const qreal width = rightToLeft ? line.width() - x : x;
-        const qreal moved = std::max(style.cell ? 0.0 : -widestOverhang, hanging - width);
+        const qreal width = source.rightToLeft ? line.width() - x : x;
+        const qreal moved = std::max(source.style.cell ? 0.0 : -widestOverhang, hanging - width);
         hanging = moved + width;
         if (moved != start)
             setWidth(line, moved);
@@ -218,18 +226,152 @@ struct LineMaker {
     }
 };
 
+/// Breaks the text from `start` up to `end` until `wanted` characters are in lines.
+BrokenPiece breakUpTo(const ParagraphSource& source, int start, int wanted, int end,
+                      std::optional<qreal>& hanging)
+{
+    BrokenPiece piece;
+    piece.layout = std::make_unique<PieceLayout>(source, start, end);
+    QTextLayout& layout = piece.layout->text();
+    const ParagraphStyle& style = source.style;
+    const qreal stretch = lineStretch(source.font, source.settings.lineHeight);
+    const bool reachesEnd = end == source.textLength();
+    const bool isEmpty = reachesEnd && end == 0 && piece.layout->characters().isEmpty();
+    LineMaker maker{source, layout, hanging.value_or(units(style.headIndent))};
+    LongWords longWords(piece.layout->characters(),
+                        lineReach(source.column, source.characterWidth));
+
+    QTextOption option = optionFor(source);
+    option.setTabs(tabsFrom(style, maker.firstStart()));
+    layout.setTextOption(option);
+    layout.setCacheEnabled(true); // else every drawing shapes the text again
+    layout.beginLayout();
+    bool isWithinPreedit = false;
+    while (piece.length < wanted || reachesEnd || isWithinPreedit) {
+        QTextLine line = layout.createLine();
+        if (!line.isValid())
+            break;
+        const auto wrap = longWords.hasLineIn(line.textStart())
+                              ? QTextOption::WrapAnywhere
+                              : QTextOption::WrapAtWordBoundaryOrAnywhere;
+        if (option.wrapMode() != wrap) {
+            option.setWrapMode(wrap);
+            layout.setTextOption(option);
+        }
+        const bool isFirst = start == 0 && piece.lines.empty();
+        const qreal lineStart = maker.place(line, isFirst);
+        if (isFirst)
+            hanging = maker.hanging;
+        qreal natural = line.ascent() + line.descent();
+        if (isEmpty) {
+            const QFontMetricsF metrics(closingFont(source.block, source.font));
+            natural = metrics.ascent() + metrics.descent();
+        }
+        qreal height = lineHeightFor(natural, style, stretch);
+        if (isPageBreak(source.block))
+            height = std::max(height, pageBreakHeight);
+        const qreal x = source.rightToLeft ? source.column - lineStart - line.width() : lineStart;
+        line.setPosition({x, piece.height + (height - natural) / 2});
+        height += std::max(0.0, units(style.lineSpacing));
+        const int lineEnd = line.textStart() + line.textLength();
+        const int first = piece.layout->toParagraph(line.textStart());
+        const int past = piece.layout->toParagraph(lineEnd);
+        isWithinPreedit = piece.layout->partsPreedit(lineEnd);
+        piece.lines.push_back({piece.height, height, first, past - first});
+        piece.height += height;
+        piece.length = past - start;
+    }
+    // The end of a layout's last line is that of a paragraph to the toolkit, and a caret there
+    // stands elsewhere. So another line follows, out of every clip.
+    constexpr qreal outOfSight = 1e6;
+    if (QTextLine after = reachesEnd ? QTextLine() : layout.createLine(); after.isValid()) {
+        maker.place(after, false);
+        after.setPosition({0, outOfSight});
+    }
+    layout.endLayout();
+    return piece;
+}
+
 } // namespace
+
+int lineReach(qreal column, qreal characterWidth)
+{
+    constexpr qreal least = 120;
+    constexpr qreal most = 4'000;
+    return int(std::clamp(4 * column / characterWidth, least, most));
+}
+
+BaseDirection baseDirection(const TextStore& store, const QTextBlock& block,
+                            WritingDirection direction)
+{
+    if (direction != WritingDirection::natural)
+        return {direction == WritingDirection::rightToLeft, 0};
+    // The first strong character outside of isolates (UAX #9, P2), read bit by bit: mostly it is
+    // the very first.
+    constexpr int window = 64;
+    const int length = block.length() - 1;
+    int isolates = 0;
+    for (int from = 0; from < length; from += window) {
+        const QString text =
+            store.text(TextRange{block.position() + from, std::min(window + 1, length - from)});
+        for (int i = 0; i < std::min<int>(window, int(text.size())); ++i) {
+            const QChar c = text[i];
+            if (c.isLowSurrogate())
+                continue;
+            const bool isPair = c.isHighSurrogate() && i + 1 < text.size();
+            switch (isPair ? QChar::direction(QChar::surrogateToUcs4(c, text[i + 1]))
+                           : c.direction()) {
+            case QChar::DirL:
+                if (isolates == 0)
+                    return {false, from + i};
+                break;
+            case QChar::DirR:
+            case QChar::DirAL:
+                if (isolates == 0)
+                    return {true, from + i};
+                break;
+            case QChar::DirLRI:
+            case QChar::DirRLI:
+            case QChar::DirFSI:
+                ++isolates;
+                break;
+            case QChar::DirPDI:
+                isolates = std::max(0, isolates - 1);
+                break;
+            default:
+                break;
+            }
+        }
+    }
+    return {false, length};
+}
+
+BrokenPiece breakPiece(const ParagraphSource& source, int start, int wanted,
+                       std::optional<qreal>& hanging)
+{
+    // So near to the end of what it knows, a line may have been broken for want of more.
+    constexpr int nearness = 16;
+    // Only signs without any width fill a line with more.
+    constexpr int mostReach = 100'000;
+    for (int reach = lineReach(source.column, source.characterWidth);; reach *= 4) {
+        const int end = int(std::min<qint64>(source.textLength(), qint64(start) + wanted + reach));
+        BrokenPiece piece = breakUpTo(source, start, wanted, end, hanging);
+        if (end == source.textLength() || start + piece.length + nearness <= end ||
+            reach > mostReach)
+            return piece;
+    }
+}
 
 bool isPageBreak(const QTextBlock& block)
 {
     return block.length() == 2 && block.text().at(0) == QChar(pageBreakCharacter);
 }
 
-QFont closingFont(const QTextBlock& block)
+QFont closingFont(const QTextBlock& block, const QFont& font)
 {
     const QTextBlock next = block.next();
     const QTextCharFormat format = next.isValid() ? next.charFormat() : block.charFormat();
-    return format.font().resolve(block.document()->defaultFont());
+    return format.font().resolve(font);
 }
 
 qreal lineStretch(const QFont& font, qreal lineHeight)
@@ -237,53 +379,6 @@ qreal lineStretch(const QFont& font, qreal lineHeight)
     const QFontMetricsF metrics(font);
     const qreal natural = metrics.ascent() + metrics.descent();
     return natural > 0 ? std::max(1.0, lineHeight * font.pixelSize() / natural) : 1.0;
-}
-
-void breakLines(const QTextBlock& block, const ParagraphStyle& style, const LineSettings& settings,
-                ParagraphBox& box)
-{
-    QTextLayout& layout = *block.layout();
-    const qreal stretch = lineStretch(block.document()->defaultFont(), settings.lineHeight);
-    const bool isEmpty = block.length() == 1 && layout.preeditAreaText().isEmpty();
-    const bool rightToLeft =
-        style.direction == WritingDirection::rightToLeft ||
-        (style.direction == WritingDirection::natural && !isEmpty && block.text().isRightToLeft());
-    QTextOption option = optionFor(style, settings, rightToLeft);
-    LineMaker maker{block, style, box.column, rightToLeft, units(style.headIndent)};
-
-    box.lines.clear();
-    qreal y = 0;
-    layout.setTextOption(option);
-    layout.setCacheEnabled(true); // else every drawing shapes the text again
-    layout.beginLayout();
-    std::optional<LongWords> longWords;
-    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
-        if (!longWords && block.length() > longWord)
-            longWords.emplace(layout);
-        const bool isWithinWord = longWords && longWords->hasLineIn(line.textStart());
-        const auto wrap =
-            isWithinWord ? QTextOption::WrapAnywhere : QTextOption::WrapAtWordBoundaryOrAnywhere;
-        if (option.wrapMode() != wrap) {
-            option.setWrapMode(wrap);
-            layout.setTextOption(option);
-        }
-        const qreal start = maker.place(line, box.lines.empty(), option);
-        qreal natural = line.ascent() + line.descent();
-        if (isEmpty) {
-            const QFontMetricsF metrics(closingFont(block));
-            natural = metrics.ascent() + metrics.descent();
-        }
-        qreal height = lineHeightFor(natural, style, stretch);
-        if (isPageBreak(block))
-            height = std::max(height, pageBreakHeight);
-        const qreal x = rightToLeft ? box.column - start - line.width() : start;
-        line.setPosition({x, y + (height - natural) / 2});
-        height += std::max(0.0, units(style.lineSpacing));
-        box.lines.push_back({y, height, line.textStart(), line.textLength()});
-        y += height;
-    }
-    layout.endLayout();
-    box.content.setHeight(y);
 }
 
 } // namespace orvane

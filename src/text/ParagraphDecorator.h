@@ -14,11 +14,11 @@ class ParagraphDecorator {
 public:
     virtual ~ParagraphDecorator() = default;
 
-    /// The formats of `block`, counted from its start and within it, by rising start; of their
-    /// fonts only what differs from the text's own, in sizes set by `setFont`. Asked each time the
-    /// paragraph is laid out.
-    [[nodiscard]] virtual QList<QTextLayout::FormatRange>
-    decorationOf(const QTextBlock& block) const = 0;
+    /// The formats of the characters [from, to) of `block`, counted from its start and within them,
+    /// by rising start; of their fonts only what differs from the text's own, in sizes set by
+    /// `setFont`. Asked each time these characters are laid out.
+    [[nodiscard]] virtual QList<QTextLayout::FormatRange> decorationOf(const QTextBlock& block,
+                                                                       int from, int to) const = 0;
 };
 
 } // namespace orvane

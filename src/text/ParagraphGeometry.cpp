@@ -65,78 +65,71 @@ QList<Stretch> stretchesOf(const QTextLine& line, QStringView lineText, int from
 
 } // namespace
 
-int ParagraphLayout::toLayoutPosition(const QTextBlock& block, int position) const
+qreal ParagraphLayout::pieceTop(const QTextBlock& block, const ParagraphBox& box, int piece) const
 {
-    const int inBlock = position - block.position();
-    if (!hasPreedit() || !block.contains(m_preedit.position))
-        return inBlock;
-    const int at = m_preedit.position - block.position();
-    if (inBlock < at)
-        return inBlock;
-    return inBlock == at ? at + m_preedit.caret : inBlock + int(m_preedit.text.size());
+    return topOf(block) + (box.content.top() + box.topOf(piece)) / u;
 }
 
-int ParagraphLayout::toDocumentPosition(const QTextBlock& block, int layoutPosition) const
+/// The line that holds a position of the paragraph, laid out.
+ParagraphLayout::LineIndex ParagraphLayout::lineIndexAt(const QTextBlock& block, int position,
+                                                        CaretSide side)
 {
-    if (!hasPreedit() || !block.contains(m_preedit.position))
-        return block.position() + layoutPosition;
-    const int at = m_preedit.position - block.position();
-    if (layoutPosition <= at)
-        return block.position() + layoutPosition;
-    return block.position() + std::max(at, layoutPosition - int(m_preedit.text.size()));
+    ParagraphBox& about = arrange(block);
+    LineIndex index{layOutPiece(block, about, position), 0};
+    const ParagraphPiece& piece = about.pieces[std::size_t(index.piece)];
+    const int place = piece.layout->toLayout(position);
+    const QTextLine line = piece.layout->text().lineForTextPosition(place);
+    const int last = int(piece.lines.size()) - 1;
+    index.line = line.isValid() ? std::min(line.lineNumber(), last) : last;
+    const int lineStart = piece.layout->text().lineAt(index.line).textStart();
+    if (side == CaretSide::lowerLine || std::max(lineStart, piece.layout->lead()) != place)
+        return index;
+    if (index.line > 0)
+        return {index.piece, index.line - 1};
+    if (index.piece == 0)
+        return index;
+    index.piece = layOutPiece(block, about, piece.start - 1);
+    index.line = int(about.pieces[std::size_t(index.piece)].lines.size()) - 1;
+    return index;
 }
 
-int ParagraphLayout::lineNumberAt(const QTextBlock& block, int layoutPosition, CaretSide side) const
-{
-    const QTextLayout& layout = *block.layout();
-    const QTextLine line = layout.lineForTextPosition(layoutPosition);
-    const int number = line.isValid() ? line.lineNumber() : layout.lineCount() - 1;
-    if (side == CaretSide::upperLine && number > 0 &&
-        layout.lineAt(number).textStart() == layoutPosition)
-        return number - 1;
-    return number;
-}
-
-LaidOutLine ParagraphLayout::lineOf(const QTextBlock& block, int lineNumber)
+LaidOutLine ParagraphLayout::lineOf(const QTextBlock& block, LineIndex index)
 {
     const ParagraphBox& about = box(block);
-    const QTextLayout& layout = *block.layout();
-    const QTextLine line = layout.lineAt(lineNumber);
+    const ParagraphPiece& piece = about.pieces[std::size_t(index.piece)];
+    const BrokenLine& line = piece.lines[std::size_t(index.line)];
     LaidOutLine result;
-    result.endsParagraph = lineNumber == layout.lineCount() - 1;
-    const int from = toDocumentPosition(block, line.textStart());
-    const int to = result.endsParagraph
-                       ? block.position() + block.length() - 1
-                       : toDocumentPosition(block, line.textStart() + line.textLength());
-    result.range = TextRange::between(from, to);
-    const auto& place = about.lines[std::size_t(lineNumber)];
+    result.endsParagraph =
+        index.piece + 1 == int(about.pieces.size()) && index.line + 1 == int(piece.lines.size());
+    const int end = result.endsParagraph ? block.length() - 1 : line.start + line.length;
+    result.range = TextRange::between(block.position() + line.start, block.position() + end);
     result.rect =
-        QRectF(about.content.left() / u, topOf(block) + (about.content.top() + place.top) / u,
-               about.content.width() / u, place.height / u);
+        QRectF(about.content.left() / u, pieceTop(block, about, index.piece) + line.top / u,
+               about.content.width() / u, line.height / u);
     return result;
 }
 
 LaidOutLine ParagraphLayout::lineAt(int position, CaretSide side)
 {
     const QTextBlock block = document()->findBlock(position);
-    ensureLaidOut(block);
-    return lineOf(block, lineNumberAt(block, toLayoutPosition(block, position), side));
+    return lineOf(block, lineIndexAt(block, position - block.position(), side));
 }
 
 QRectF ParagraphLayout::caretRect(int position, CaretSide side)
 {
     const QTextBlock block = document()->findBlock(position);
-    ensureLaidOut(block);
-    const int inLayout = toLayoutPosition(block, position);
-    const QTextLine line = block.layout()->lineAt(lineNumberAt(block, inLayout, side));
+    const int inBlock = position - block.position();
+    const LineIndex index = lineIndexAt(block, inBlock, side);
     const ParagraphBox& about = box(block);
-    const qreal x = about.content.left() + line.cursorToX(inLayout);
+    const PieceLayout& piece = *about.pieces[std::size_t(index.piece)].layout;
+    const QTextLine line = piece.text().lineAt(index.line);
+    const qreal x = about.content.left() + line.cursorToX(piece.toLayout(inBlock));
     qreal height = line.ascent() + line.descent();
     if (block.length() == 1 && !hasPreedit()) {
-        const QFontMetricsF metrics(closingFont(block));
+        const QFontMetricsF metrics(closingFont(block, m_font));
         height = metrics.ascent() + metrics.descent();
     }
-    return {x / u, topOf(block) + (about.content.top() + line.y()) / u, 0, height / u};
+    return {x / u, pieceTop(block, about, index.piece) + line.y() / u, 0, height / u};
 }
 
 int ParagraphLayout::positionInLine(const LaidOutLine& line, qreal x, CaretSide* side)
@@ -144,35 +137,45 @@ int ParagraphLayout::positionInLine(const LaidOutLine& line, qreal x, CaretSide*
     if (side)
         *side = CaretSide::lowerLine;
     const QTextBlock block = document()->findBlock(int(line.range.location));
-    ensureLaidOut(block);
-    const int start = toLayoutPosition(block, int(line.range.location));
-    const int number = lineNumberAt(block, start, CaretSide::lowerLine);
-    const QTextLine laidOut = block.layout()->lineAt(number);
-    const int hit = laidOut.xToCursor(x * u - box(block).content.left());
+    const LineIndex index =
+        lineIndexAt(block, int(line.range.location) - block.position(), CaretSide::lowerLine);
+    const ParagraphBox& about = box(block);
+    const PieceLayout& piece = *about.pieces[std::size_t(index.piece)].layout;
+    const QTextLine laidOut = piece.text().lineAt(index.line);
+    const auto toDocument = [&](int inLayout) {
+        return block.position() + piece.toParagraph(inLayout);
+    };
+    const int hit = laidOut.xToCursor(x * u - about.content.left());
     const int lineEnd = laidOut.textStart() + laidOut.textLength();
     if (hit < lineEnd || line.endsParagraph || laidOut.textLength() == 0)
-        return toDocumentPosition(block, std::min(hit, lineEnd));
+        return toDocument(std::min(hit, lineEnd));
     // Beyond the end of a wrapped line: before its last blank or its line break, or, where a word
     // was cut, at the cut itself.
-    const QChar last = block.layout()->preeditAreaText().isEmpty()
-                           ? document()->characterAt(block.position() + lineEnd - 1)
-                           : QChar();
+    const QChar last = hasPreedit() && block.contains(m_preedit.position)
+                           ? QChar()
+                           : document()->characterAt(toDocument(lineEnd) - 1);
     if (last.isSpace())
-        return toDocumentPosition(block, lineEnd - 1);
+        return toDocument(lineEnd - 1);
     if (side)
         *side = CaretSide::upperLine;
-    return toDocumentPosition(block, lineEnd);
+    return toDocument(lineEnd);
 }
 
 LaidOutLine ParagraphLayout::lineAtY(const QTextBlock& block, qreal y)
 {
-    const ParagraphBox& about = box(block);
+    ParagraphBox& about = arrange(block);
+    ensureLaidOut(block, y, y);
     const qreal inContent = (y - topOf(block)) * u - about.content.top();
-    std::size_t number = 0;
-    while (number + 1 < about.lines.size() &&
-           inContent >= about.lines[number].top + about.lines[number].height)
-        ++number;
-    return lineOf(block, int(number));
+    const int start = about.pieces[std::size_t(about.pieceAtHeight(inContent))].start;
+    LineIndex index{layOutPiece(block, about, start), 0};
+    const auto& lines = about.pieces[std::size_t(index.piece)].lines;
+    const qreal inPiece = inContent - about.topOf(index.piece);
+    const auto isAbove = [&](const BrokenLine& line) {
+        return inPiece >= line.top + line.height;
+    };
+    while (index.line + 1 < int(lines.size()) && isAbove(lines[std::size_t(index.line)]))
+        ++index.line;
+    return lineOf(block, index);
 }
 
 QTextBlock ParagraphLayout::cellAt(const QTextBlock& rowStart, QPointF point)
@@ -201,12 +204,15 @@ QTextBlock ParagraphLayout::cellAt(const QTextBlock& rowStart, QPointF point)
 int ParagraphLayout::positionAt(QPointF point, CaretSide* side)
 {
     QTextBlock block = blockAtY(point.y());
-    // An estimate may have led to the wrong paragraph; what is laid out stays.
-    for (int tries = 0; tries < 8 && !isLaidOut(block); ++tries) {
-        ensureLaidOut(block);
-        block = blockAtY(point.y());
+    // An estimate may have led to the wrong place; what is laid out stays.
+    for (int tries = 0; tries < 8; ++tries) {
+        ensureLaidOut(block, point.y(), point.y());
+        const QTextBlock found = blockAtY(point.y());
+        if (found == block)
+            break;
+        block = found;
     }
-    ensureLaidOut(block);
+    ensureLaidOut(block, point.y(), point.y());
     block = cellAt(block, point);
     if (isPageBreak(block)) {
         // Nobody writes within one: its upper half leads above it and its lower half below.
@@ -224,14 +230,21 @@ int ParagraphLayout::positionAt(QPointF point, CaretSide* side)
 std::optional<LaidOutLine> ParagraphLayout::lineAbove(const LaidOutLine& line, qreal x)
 {
     QTextBlock block = document()->findBlock(int(line.range.location));
-    ensureLaidOut(block);
-    const int number = lineNumberAt(block, toLayoutPosition(block, int(line.range.location)), {});
-    if (number > 0)
-        return lineOf(block, number - 1);
+    const int inBlock = int(line.range.location) - block.position();
+    const LineIndex index = lineIndexAt(block, inBlock, CaretSide::lowerLine);
+    if (index.line > 0)
+        return lineOf(block, {index.piece, index.line - 1});
+    if (index.piece > 0) {
+        ParagraphBox& about = arrange(block);
+        const int piece = layOutPiece(block, about, inBlock - 1);
+        const int last = int(about.pieces[std::size_t(piece)].lines.size()) - 1;
+        return lineOf(block, {piece, last});
+    }
     block = above(block);
     if (!block.isValid())
         return std::nullopt;
-    ensureLaidOut(block);
+    // Lines at the end of a long paragraph; its height is another once they are known.
+    (void)layOutPartAt(block.position() + block.length() - 1);
     const qreal bottom = bottomOf(block);
     block = cellAt(block, {x, bottom});
     return lineAtY(block, bottom);
@@ -240,36 +253,46 @@ std::optional<LaidOutLine> ParagraphLayout::lineAbove(const LaidOutLine& line, q
 std::optional<LaidOutLine> ParagraphLayout::lineBelow(const LaidOutLine& line, qreal x)
 {
     QTextBlock block = document()->findBlock(int(line.range.location));
-    ensureLaidOut(block);
-    const int number = lineNumberAt(block, toLayoutPosition(block, int(line.range.location)), {});
-    if (number + 1 < block.layout()->lineCount())
-        return lineOf(block, number + 1);
+    const int inBlock = int(line.range.location) - block.position();
+    const LineIndex index = lineIndexAt(block, inBlock, CaretSide::lowerLine);
+    ParagraphBox& about = arrange(block);
+    const ParagraphPiece& piece = about.pieces[std::size_t(index.piece)];
+    if (index.line + 1 < int(piece.lines.size()))
+        return lineOf(block, {index.piece, index.line + 1});
+    if (index.piece + 1 < int(about.pieces.size()))
+        return lineOf(block, {layOutPiece(block, about, piece.end()), 0});
     block = below(rowStart(block));
     if (!block.isValid())
         return std::nullopt;
-    ensureLaidOut(block);
+    (void)layOutPartAt(block.position());
     block = cellAt(block, {x, topOf(block)});
     return lineAtY(block, topOf(block));
 }
 
-QList<QRectF> ParagraphLayout::rectsInBlock(const QTextBlock& block, int from, int to,
-                                            bool fillsLines)
+QList<QRectF> ParagraphLayout::rectsInPiece(const QTextBlock& block, int index, int from, int to,
+                                            bool fillsLines) const
 {
     QList<QRectF> rects;
     const ParagraphBox& about = box(block);
-    const QTextLayout& layout = *block.layout();
-    const QString text = block.text();
-    const qreal top = topOf(block);
-    const int first = toLayoutPosition(block, std::max(from, block.position()));
-    const int past = toLayoutPosition(block, std::min(to, block.position() + block.length() - 1));
-    const bool goesOn = to >= block.position() + block.length();
-    for (int i = 0; i < layout.lineCount(); ++i) {
-        const QTextLine line = layout.lineAt(i);
+    const ParagraphPiece& piece = about.pieces[std::size_t(index)];
+    const PieceLayout& laidOut = *piece.layout;
+    const QString& text = laidOut.characters();
+    const qreal top = pieceTop(block, about, index);
+    const bool endsText = index + 1 == int(about.pieces.size());
+    const int textEnd = block.length() - 1;
+    const int first = laidOut.toLayout(std::max(from, piece.start));
+    // Up to the end of the piece; what is behind it counts where lines are filled.
+    const int past = to > piece.end() && !endsText ? std::numeric_limits<int>::max()
+                                                   : laidOut.toLayout(std::min(to, textEnd));
+    const bool goesOn = to > textEnd;
+    const int count = int(piece.lines.size());
+    for (int i = 0; i < count; ++i) {
+        const QTextLine line = laidOut.text().lineAt(i);
         const int lineStart = line.textStart();
         const int lineEnd = lineStart + line.textLength();
-        const bool isLast = i == layout.lineCount() - 1;
-        const auto& place = about.lines[std::size_t(i)];
-        const qreal y = top + (about.content.top() + place.top) / u;
+        const bool isLast = endsText && i == count - 1;
+        const BrokenLine& place = piece.lines[std::size_t(i)];
+        const qreal y = top + place.top / u;
         const auto add = [&](qreal left, qreal right) {
             if (left < right) {
                 rects.append(QRectF((about.content.left() + left) / u, y, (right - left) / u,
@@ -295,13 +318,38 @@ QList<QRectF> ParagraphLayout::rectsInBlock(const QTextBlock& block, int from, i
     return rects;
 }
 
+QList<QRectF> ParagraphLayout::rectsInBlock(const QTextBlock& block, qsizetype from, qsizetype to,
+                                            bool fillsLines) const
+{
+    QList<QRectF> rects;
+    const ParagraphBox& about = box(block);
+    const auto inBlock = [&](qsizetype position) {
+        return int(std::clamp<qsizetype>(position - block.position(), 0, block.length()));
+    };
+    const int first = about.pieceAt(inBlock(from));
+    const int last = about.pieceAt(inBlock(to));
+    for (int i = first; i <= last; ++i) {
+        if (about.pieces[std::size_t(i)].hasLines())
+            rects += rectsInPiece(block, i, inBlock(from), inBlock(to), fillsLines);
+    }
+    return rects;
+}
+
 QList<QRectF> ParagraphLayout::rectsOf(TextRange range)
 {
     QList<QRectF> rects;
     for (QTextBlock block = document()->findBlock(int(range.location));
          block.isValid() && block.position() < range.end(); block = block.next()) {
-        ensureLaidOut(block);
-        rects += rectsInBlock(block, int(range.location), int(range.end()), false);
+        ParagraphBox& about = arrange(block);
+        const int to = int(std::min<qsizetype>(range.end() - block.position(), block.length() - 1));
+        int position = int(std::max<qsizetype>(range.location - block.position(), 0));
+        for (;;) {
+            const int piece = layOutPiece(block, about, position);
+            position = about.pieces[std::size_t(piece)].end();
+            if (position >= to)
+                break;
+        }
+        rects += rectsInBlock(block, range.location, range.end(), false);
     }
     return rects;
 }

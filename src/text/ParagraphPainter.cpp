@@ -2,6 +2,7 @@
 #include "text/ParagraphPainter.h"
 
 #include "text/LayoutUnits.h"
+#include "text/TextStore.h"
 
 #include <QPainter>
 #include <QTextDocument>
@@ -60,7 +61,18 @@ void ParagraphPainter::paint(const QTextBlock& block)
     if (isPageBreak(block))
         paintPageBreak(block, box);
     else
-        paintLines(block, box);
+        for (auto [piece, past] = seenPieces(box); piece < past; ++piece)
+            paintLines(block, box, piece);
+}
+
+std::pair<int, int> ParagraphPainter::seenPieces(const ParagraphBox& box) const
+{
+    const auto inContent = [&](qreal y) {
+        return ((y - m_paint.origin.y()) / m_paint.scale - m_top) * u - box.content.top();
+    };
+    const int first = box.pieceAtHeight(inContent(m_paint.clip.top()) - overhang * u);
+    const int last = box.pieceAtHeight(inContent(m_paint.clip.bottom()) + overhang * u);
+    return {first, last + 1};
 }
 
 void ParagraphPainter::paintBorders(const QTextBlock& block, const ParagraphBox& box)
@@ -106,15 +118,9 @@ void ParagraphPainter::paintBehind(const QTextBlock& block)
     if (style.background) {
         fill(areaOf(box.content), style.background->toQColor());
     }
-    for (auto it = block.begin(); !it.atEnd(); ++it) {
-        const QTextFragment fragment = it.fragment();
-        const auto& highlight = m_layout.m_styles.styleOf(fragment.charFormat())->background;
-        if (!highlight)
-            continue;
-        for (const QRectF& rect : m_layout.rectsInBlock(
-                 block, fragment.position(), fragment.position() + fragment.length(), false))
-            fill(rect, highlight->toQColor());
-    }
+    const auto [first, past] = seenPieces(box);
+    for (int piece = first; piece < past; ++piece)
+        paintHighlights(block, box.pieces[std::size_t(piece)]);
     const TextRange& selection = m_paint.selection;
     const int end = block.position() + block.length();
     if (selection.isEmpty() || selection.location >= end || selection.end() <= block.position())
@@ -123,9 +129,31 @@ void ParagraphPainter::paintBehind(const QTextBlock& block)
         fill(areaOf(box.cell), m_paint.colors.selection);
         return;
     }
-    for (const QRectF& rect :
-         m_layout.rectsInBlock(block, int(selection.location), int(selection.end()), true))
-        fill(rect, m_paint.colors.selection);
+    const auto inBlock = [&](qsizetype position) {
+        return int(std::clamp<qsizetype>(position - block.position(), 0, block.length()));
+    };
+    const int from = inBlock(selection.location);
+    const int to = inBlock(selection.end());
+    for (int piece = first; piece < past; ++piece) {
+        const ParagraphPiece& about = box.pieces[std::size_t(piece)];
+        const bool isTouched = from <= about.end() && to >= about.start;
+        if (!isTouched || !about.hasLines())
+            continue;
+        for (const QRectF& rect : m_layout.rectsInPiece(block, piece, from, to, true))
+            fill(rect, m_paint.colors.selection);
+    }
+}
+
+void ParagraphPainter::paintHighlights(const QTextBlock& block, const ParagraphPiece& piece)
+{
+    const TextRange range{block.position() + piece.start, piece.length};
+    m_layout.m_store.forEachCharacterRun(
+        range, [&](TextRange run, const SharedCharacterStyle& style) {
+            if (!style->background)
+                return;
+            for (const QRectF& rect : m_layout.rectsInBlock(block, run.location, run.end(), false))
+                fill(rect, style->background->toQColor());
+        });
 }
 
 void ParagraphPainter::paintPageBreak(const QTextBlock& block, const ParagraphBox& box)
@@ -156,61 +184,65 @@ void ParagraphPainter::paintPageBreak(const QTextBlock& block, const ParagraphBo
     m_painter.restore();
 }
 
-QList<QTextLayout::FormatRange> ParagraphPainter::drawnFormats(const QTextBlock& block) const
+QList<QTextLayout::FormatRange> ParagraphPainter::drawnFormats(const QTextBlock& block,
+                                                               const ParagraphPiece& piece) const
 {
     QList<QTextLayout::FormatRange> formats;
     const auto place = [&](qsizetype from, qsizetype to, const QTextCharFormat& format) {
         if (from >= to || format.isEmpty())
             return;
-        const int first = m_layout.toLayoutPosition(block, int(from));
-        formats.append({first, m_layout.toLayoutPosition(block, int(to)) - first, format});
+        const int first = piece.layout->toLayout(int(from - block.position()));
+        const int past = piece.layout->toLayout(int(to - block.position()));
+        formats.append({first, past - first, format});
     };
     // Ranges must not overlap: of two the layout draws the first only.
     const TextRange everything{0, std::numeric_limits<int>::max()};
     const TextRange focus = m_paint.focus.value_or(everything);
-    for (auto it = block.begin(); !it.atEnd(); ++it) {
-        const QTextFragment fragment = it.fragment();
-        const CharacterStyle& style = *m_layout.m_styles.styleOf(fragment.charFormat());
-        QTextCharFormat shown;
-        QTextCharFormat dimmed;
-        dimmed.setForeground(m_paint.colors.dimmed);
-        if (!style.link.isEmpty()) {
-            if (!style.foreground)
-                shown.setForeground(m_paint.colors.link);
-            shown.setFontUnderline(true);
-            dimmed.setFontUnderline(true);
-        }
-        const qsizetype from = fragment.position();
-        const qsizetype to = from + fragment.length();
-        const qsizetype focusFrom = std::clamp(focus.location, from, to);
-        const qsizetype focusTo = std::clamp(focus.end(), focusFrom, to);
-        place(from, focusFrom, dimmed);
-        place(focusFrom, focusTo, shown);
-        place(focusTo, to, dimmed);
-    }
-    const auto& preedit = m_layout.m_preedit;
-    if (m_layout.hasPreedit() && block.contains(preedit.position)) {
-        const int at = preedit.position - block.position();
-        for (QTextLayout::FormatRange range : preedit.formats) {
-            range.start += at;
-            formats.append(range);
+    const TextRange range{block.position() + piece.start, piece.length};
+    m_layout.m_store.forEachCharacterRun(
+        range, [&](TextRange run, const SharedCharacterStyle& style) {
+            QTextCharFormat shown;
+            QTextCharFormat dimmed;
+            dimmed.setForeground(m_paint.colors.dimmed);
+            if (!style->link.isEmpty()) {
+                if (!style->foreground)
+                    shown.setForeground(m_paint.colors.link);
+                shown.setFontUnderline(true);
+                dimmed.setFontUnderline(true);
+            }
+            const qsizetype from = run.location;
+            const qsizetype to = run.end();
+            const qsizetype focusFrom = std::clamp(focus.location, from, to);
+            const qsizetype focusTo = std::clamp(focus.end(), focusFrom, to);
+            place(from, focusFrom, dimmed);
+            place(focusFrom, focusTo, shown);
+            place(focusTo, to, dimmed);
+        });
+    if (const int preedit = piece.layout->preeditStart(); preedit >= 0) {
+        for (QTextLayout::FormatRange format : m_layout.m_preedit.formats) {
+            format.start += preedit;
+            formats.append(format);
         }
     }
     return formats;
 }
 
-void ParagraphPainter::paintLines(const QTextBlock& block, const ParagraphBox& box)
+void ParagraphPainter::paintLines(const QTextBlock& block, const ParagraphBox& box, int index)
 {
+    const ParagraphPiece& piece = box.pieces[std::size_t(index)];
+    if (!piece.hasLines())
+        return;
     const qreal scale = m_paint.scale / u;
+    const qreal top = box.content.top() + box.topOf(index);
     const QPointF corner(m_paint.origin.x() + box.content.left() * scale,
-                         m_paint.origin.y() + m_top * m_paint.scale + box.content.top() * scale);
+                         m_paint.origin.y() + m_top * m_paint.scale + top * scale);
     m_painter.save();
     m_painter.translate(corner);
     m_painter.scale(scale, scale);
     m_painter.setPen(m_paint.colors.text);
     const QRectF seen((m_paint.clip.topLeft() - corner) / scale, m_paint.clip.size() / scale);
     const QRectF clip = seen.adjusted(0, -overhang * u, 0, overhang * u);
-    block.layout()->draw(&m_painter, {}, drawnFormats(block), clip);
+    piece.layout->text().draw(&m_painter, {}, drawnFormats(block, piece), clip);
     m_painter.restore();
 }
 
@@ -222,7 +254,7 @@ void ParagraphLayout::paint(QPainter& painter, const TextPaint& paint)
     for (QTextBlock block = blockAtY(top); block.isValid(); block = block.next()) {
         if (topOf(block) >= bottom)
             return;
-        ensureLaidOut(block);
+        ensureLaidOut(block, top, bottom);
         paragraphs.paint(block);
     }
 }
@@ -250,28 +282,6 @@ QSizeF attachmentSize(const CharacterStyle& style)
     else if (const auto* chart = style.chartAttachment())
         size = QSizeF(chart->chartBlock.width, chart->chartBlock.height);
     return size.expandedTo(least).boundedTo(most);
-}
-
-void ParagraphLayout::resizeInlineObject(QTextInlineObject item, int /*position*/,
-                                         const QTextFormat& format)
-{
-    const CharacterStyle& style = *m_styles.styleOf(format.toCharFormat());
-    const QSizeF size = m_objects ? m_objects->sizeOf(style) : attachmentSize(style);
-    item.setWidth(size.width() * u);
-    item.setAscent(size.height() * u);
-    item.setDescent(0);
-}
-
-void ParagraphLayout::positionInlineObject(QTextInlineObject /*item*/, int /*position*/,
-                                           const QTextFormat& /*format*/)
-{}
-
-void ParagraphLayout::drawInlineObject(QPainter* painter, const QRectF& rect,
-                                       QTextInlineObject /*object*/, int /*position*/,
-                                       const QTextFormat& format)
-{
-    if (m_objects)
-        m_objects->paintObject(*painter, rect, *m_styles.styleOf(format.toCharFormat()));
 }
 
 } // namespace orvane

@@ -17,9 +17,13 @@ public:
 private:
     void paintBorders(const QTextBlock& block, const ParagraphBox& box);
     void paintBehind(const QTextBlock& block);
+    void paintHighlights(const QTextBlock& block, const ParagraphPiece& piece);
     void paintPageBreak(const QTextBlock& block, const ParagraphBox& box);
-    void paintLines(const QTextBlock& block, const ParagraphBox& box);
-    [[nodiscard]] QList<QTextLayout::FormatRange> drawnFormats(const QTextBlock& block) const;
+    void paintLines(const QTextBlock& block, const ParagraphBox& box, int piece);
+    [[nodiscard]] QList<QTextLayout::FormatRange> drawnFormats(const QTextBlock& block,
+                                                               const ParagraphPiece& piece) const;
+    /// The pieces that lie within the clip and have lines, from the first up to the end.
+    [[nodiscard]] std::pair<int, int> seenPieces(const ParagraphBox& box) const;
     void fill(const QRectF& points, const QColor& color);
     /// A rectangle of a box, in points on the page.
     [[nodiscard]] QRectF areaOf(const QRectF& inBox) const;

@@ -43,7 +43,7 @@ QString storable(QString text)
 } // namespace
 
 TextStore::TextStore()
-    : m_layout(new ParagraphLayout(m_document, m_styles))
+    : m_layout(new ParagraphLayout(*this))
 {
     m_document.setDocumentLayout(m_layout);
     m_document.setDocumentMargin(0);
@@ -182,10 +182,17 @@ QTextBlock TextStore::blockAt(qsizetype position) const
     return m_document.findBlock(int(position));
 }
 
-void TextStore::dropLayout(const QTextBlock& block)
+void TextStore::forEachFormat(
+    TextRange range, const std::function<void(TextRange, const QTextCharFormat&)>& visit) const
 {
-    const QTextBlockData& data = *QTextDocumentPrivate::block(block);
-    delete std::exchange(data.layout, nullptr);
+    const auto& pieces = piecesOf(m_document);
+    qsizetype position = range.location;
+    for (auto piece = pieces.find(int(position)); position < range.end(); ++piece) {
+        const auto end = std::min<qsizetype>(piece.position() + int(piece.size()), range.end());
+        visit(TextRange::between(position, end),
+              pieces.formatCollection()->charFormat(piece->format));
+        position = end;
+    }
 }
 
 void TextStore::setContent(const AttributedString& content)

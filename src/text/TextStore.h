@@ -8,6 +8,8 @@
 #include <QTextBlock>
 #include <QTextDocument>
 
+#include <functional>
+
 namespace orvane {
 
 class ParagraphLayout;
@@ -56,13 +58,16 @@ public:
     template <typename Visit>
     void forEachCharacterRun(TextRange range, Visit&& visit) const;
 
+    /// The same with the formats that stand for the styles. Costs the same in a paragraph of any
+    /// length.
+    void forEachFormat(TextRange range,
+                       const std::function<void(TextRange, const QTextCharFormat&)>& visit) const;
+
     /// The document and its layout, for whoever shows the text. Never change the document itself.
     [[nodiscard]] QTextDocument& document() const { return m_document; }
     [[nodiscard]] ParagraphLayout& layout() const { return *m_layout; }
     [[nodiscard]] const StyleTable& styles() const { return m_styles; }
     [[nodiscard]] QTextBlock blockAt(qsizetype position) const;
-    /// Frees the lines and glyphs of one paragraph; the document itself only forgets the lines.
-    static void dropLayout(const QTextBlock& block);
 
 private:
     friend class EditGateway;
@@ -89,23 +94,9 @@ private:
 template <typename Visit>
 void TextStore::forEachCharacterRun(TextRange range, Visit&& visit) const
 {
-    for (QTextBlock block = blockAt(range.location);
-         block.isValid() && block.position() < range.end(); block = block.next()) {
-        const auto visitPart = [&](qsizetype from, qsizetype length,
-                                   const QTextCharFormat& format) {
-            const qsizetype first = std::max(from, range.location);
-            const qsizetype last = std::min(from + length, range.end());
-            if (first < last)
-                visit(TextRange::between(first, last), m_styles.styleOf(format));
-        };
-        for (auto it = block.begin(); !it.atEnd(); ++it) {
-            const QTextFragment fragment = it.fragment();
-            visitPart(fragment.position(), fragment.length(), fragment.charFormat());
-        }
-        const QTextBlock next = block.next();
-        if (next.isValid())
-            visitPart(next.position() - 1, 1, next.charFormat());
-    }
+    forEachFormat(range, [&](TextRange run, const QTextCharFormat& format) {
+        visit(run, m_styles.styleOf(format));
+    });
 }
 
 } // namespace orvane

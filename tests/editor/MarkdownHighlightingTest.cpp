@@ -24,8 +24,7 @@ protected:
     QTextCharFormat formatAt(int position)
     {
         const QTextBlock block = view.store().blockAt(position);
-        view.layout().ensureLaidOut(block);
-        for (const QTextLayout::FormatRange& range : block.layout()->formats()) {
+        for (const QTextLayout::FormatRange& range : view.layout().decorationsOf(block)) {
             const int within = position - block.position();
             if (within >= range.start && within < range.start + range.length)
                 return range.format;
@@ -73,13 +72,11 @@ TEST_F(MarkdownHighlightingTest, AnInputMethodsTextMovesTheFormats)
     QInputMethodEvent event(u"xyz"_s, {});
     QApplication::sendEvent(&view, &event);
     const QTextBlock block = view.store().blockAt(0);
-    view.layout().ensureLaidOut(block);
-    EXPECT_EQ(block.layout()->formats().first().start, 5);
+    EXPECT_EQ(view.layout().decorationsOf(block).first().start, 5);
     QInputMethodEvent commit;
     commit.setCommitString(u"q"_s);
     QApplication::sendEvent(&view, &commit);
-    view.layout().ensureLaidOut(block);
-    EXPECT_EQ(block.layout()->formats().first().start, 3);
+    EXPECT_EQ(view.layout().decorationsOf(block).first().start, 3);
 }
 
 /// After any edits the paragraphs show what the patterns say of a text loaded anew, where no font
@@ -106,8 +103,7 @@ TEST_F(MarkdownHighlightingTest, RandomEditsStayInStepWithTheParagraphs)
          block = block.next()) {
         QList<QPair<int, int>> shown;
         QList<QPair<int, int>> expected;
-        view.layout().ensureLaidOut(block);
-        for (const auto& range : block.layout()->formats())
+        for (const auto& range : view.layout().decorationsOf(block))
             shown.append({range.start, range.length});
         for (const MarkdownSpan& span : fresh.spans(block.blockNumber()))
             expected.append({span.start, span.length});

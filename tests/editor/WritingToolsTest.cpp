@@ -216,8 +216,7 @@ TEST_F(WritingToolsTest, OnlyMarkdownIsColoured)
 {
     const auto colorAt = [&](int position) {
         const QTextBlock block = view->store().blockAt(position);
-        view->layout().ensureLaidOut(block);
-        for (const QTextLayout::FormatRange& range : block.layout()->formats()) {
+        for (const QTextLayout::FormatRange& range : view->layout().decorationsOf(block)) {
             const int within = position - block.position();
             if (within >= range.start && within < range.start + range.length)
                 return range.format.foreground().color();

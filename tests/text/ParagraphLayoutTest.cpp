@@ -6,6 +6,8 @@
 #include "text/Graphemes.h"
 #include "text/TextStore.h"
 
+#include <QImage>
+#include <QPainter>
 #include <gtest/gtest.h>
 
 #include <ctime>
@@ -31,8 +33,8 @@ struct Laid {
             layout.ensureLaidOut(block);
         for (block = store.document().begin(); block.isValid(); block = block.next()) {
             paragraphs.append(layout.blockBoundingRect(block));
-            for (int i = 0; i < block.layout()->lineCount(); ++i)
-                lines.append(block.position() + block.layout()->lineAt(i).textStart());
+            for (const TextRange line : layout.linesOf(block))
+                lines.append(line.location);
         }
     }
 };
@@ -56,6 +58,7 @@ TEST(ParagraphLayout, AfterRandomEditsItIsAsIfLaidOutAnew)
         TextStore store;
         EditGateway gateway(store);
         gateway.load(random.document(), {});
+        store.layout().setPieceLength(seed == 1 ? 1'500 : 20);
         const Laid start(store);
         for (int step = 0; step < 60; ++step) {
             const auto length = int(store.length());
@@ -76,6 +79,7 @@ TEST(ParagraphLayout, AfterRandomEditsItIsAsIfLaidOutAnew)
             TextStore fresh;
             EditGateway loader(fresh);
             loader.load(store.attributedText(), {});
+            // What was laid out anew is in one piece, the other is not.
             expectSame(Laid(store), Laid(fresh),
                        "seed " + std::to_string(seed) + " step " + std::to_string(step));
             if (::testing::Test::HasFatalFailure())
@@ -107,6 +111,203 @@ TEST(ParagraphLayout, EveryPositionHasAPlaceThatLeadsBackToIt)
             EXPECT_NEAR(back.x(), caret.x(), 0.6) << position;
         }
     }
+}
+
+/// A paragraph in which lines are found to end in each of the ways there are.
+enum class Looks { various, same };
+
+AttributedString longParagraph(unsigned seed, int length, Looks looks = Looks::various)
+{
+    RandomText random(seed);
+    AttributedString text;
+    const QString words[] = {
+        u"tide "_s,        u"harbour "_s,        u"\u05e9\u05dc\u05d5\u05dd "_s,
+        u"42. "_s,         u"a\tb "_s,           u"so\u2028it "_s,
+        u"\u6f6e\u6c34"_s, u"e\u0301e\u0301 "_s, u"\U0001f469\u200d\U0001f467 "_s,
+        u"(x) "_s,         u"underneathitall"_s};
+    while (text.length() < length)
+        text.append(words[random.upTo(10)], looks == Looks::various && random.oneIn(4)
+                                                ? random.characterStyle()
+                                                : SharedCharacterStyle());
+    return text;
+}
+
+struct LongParagraph {
+    TextStore store;
+    EditGateway gateway{store};
+
+    explicit LongParagraph(int pieceLength, const AttributedString& text,
+                           const ParagraphStyle& style = {})
+    {
+        AttributedString content(u"above\n"_s);
+        content.append(text);
+        content.append(AttributedString(u"\nbelow"_s));
+        content.setParagraphStyle({10, 0}, SharedParagraphStyle(style));
+        gateway.load(content, {});
+        store.layout().setWidth(width);
+        store.layout().setPieceLength(pieceLength);
+    }
+    ParagraphLayout& layout() { return store.layout(); }
+};
+
+/// The share of pixels that are another even one row further up or down, to which a baseline may
+/// be rounded.
+double differing(const QImage& left, const QImage& right)
+{
+    qsizetype count = 0;
+    for (int y = 1; y + 1 < left.height(); ++y) {
+        for (int x = 0; x < left.width(); ++x) {
+            const int gray = qGray(left.pixel(x, y));
+            const auto isNear = [&](int row) {
+                return std::abs(gray - qGray(right.pixel(x, row))) < 64;
+            };
+            count += !isNear(y - 1) && !isNear(y) && !isNear(y + 1);
+        }
+    }
+    return double(count) / double(left.width() * left.height());
+}
+
+TEST(ParagraphLayout, NobodySeesThatALongParagraphIsInPieces)
+{
+    struct Row {
+        const char* name;
+        ParagraphStyle style;
+    };
+    std::vector<Row> rows{{"plain", {}}, {"justified", {}},     {"hanging", {}},
+                          {"list", {}},  {"right to left", {}}, {"centred", {}}};
+    rows[1].style.alignment = TextAlignment::justified;
+    rows[2].style.headIndent = 30;
+    rows[2].style.firstLineHeadIndent = 60;
+    rows[3].style.headIndent = 18;
+    rows[3].style.textLists = {TextList{}};
+    rows[4].style.direction = WritingDirection::rightToLeft;
+    rows[5].style.alignment = TextAlignment::center;
+    for (const Row& row : rows) {
+        // In a whole paragraph a tab is moved by the blanks of the justified line before it.
+        const bool isJustified = row.style.alignment == TextAlignment::justified;
+        const double nearness = isJustified ? 6 : 0.6;
+        const AttributedString text = longParagraph(7, 1'500);
+        LongParagraph whole(100'000, text, row.style);
+        LongParagraph pieces(30, text, row.style);
+        ASSERT_EQ(Laid(whole.store).lines, Laid(pieces.store).lines) << row.name;
+        // Where a line begins with signs that don't run with the paragraph, the toolkit places the
+        // caret of a whole paragraph at another run's end.
+        const bool rightToLeft = row.style.direction == WritingDirection::rightToLeft;
+        const auto isOddStart = [&](qsizetype p) {
+            const bool runsAgainst =
+                (whole.store.characterAt(p).direction() == QChar::DirR) != rightToLeft;
+            return runsAgainst && whole.layout().lineAt(int(p)).range.location == p;
+        };
+        for (qsizetype p = 0; p <= whole.store.length(); ++p) {
+            for (const CaretSide side : {CaretSide::lowerLine, CaretSide::upperLine}) {
+                const QRectF place = whole.layout().caretRect(int(p), side);
+                const QRectF same = pieces.layout().caretRect(int(p), side);
+                const bool isOdd = side == CaretSide::lowerLine && isOddStart(p);
+                EXPECT_TRUE(isOdd || std::abs(place.x() - same.x()) < nearness)
+                    << row.name << " at " << p;
+                EXPECT_NEAR(place.y(), same.y(), 0.03) << row.name << " at " << p;
+                ASSERT_EQ(whole.layout().lineAt(int(p), side).range,
+                          pieces.layout().lineAt(int(p), side).range)
+                    << row.name << " at " << p;
+            }
+            if (!isGraphemeBoundary(whole.store, p))
+                continue;
+            const TextRange range{p, std::min<qsizetype>(70, whole.store.length() - p)};
+            bool hasOddStart = false;
+            for (qsizetype q = p; q < range.end(); ++q)
+                hasOddStart = hasOddStart || isOddStart(q);
+            if (hasOddStart)
+                continue;
+            const QList<QRectF> rects = whole.layout().rectsOf(range);
+            const QList<QRectF> others = pieces.layout().rectsOf(range);
+            ASSERT_EQ(rects.size(), others.size()) << row.name << " at " << p;
+            for (qsizetype i = 0; i < rects.size(); ++i) {
+                EXPECT_NEAR(rects[i].left(), others[i].left(), nearness) << row.name << " at " << p;
+                // A blank at a line's end counts or doesn't where directions are mixed.
+                EXPECT_NEAR(rects[i].right(), others[i].right(), 6) << row.name << " at " << p;
+            }
+        }
+        const QSizeF size(width, whole.layout().height());
+        const auto painted = [&](ParagraphLayout& layout) {
+            QImage image(size.toSize() * 2, QImage::Format_RGB32);
+            image.fill(Qt::white);
+            QPainter painter(&image);
+            TextPaint paint;
+            paint.scale = 2;
+            paint.clip = image.rect();
+            paint.colors.text = Qt::black;
+            paint.colors.selection = Qt::yellow;
+            paint.selection = {200, 700};
+            layout.paint(painter, paint);
+            return image;
+        };
+        EXPECT_LT(differing(painted(whole.layout()), painted(pieces.layout())),
+                  isJustified ? 0.01 : 0.002)
+            << row.name;
+        // Line by line, up and down.
+        for (const bool down : {true, false}) {
+            std::optional<LaidOutLine> line = whole.layout().lineAt(down ? 0 : int(text.length()));
+            std::optional<LaidOutLine> same = pieces.layout().lineAt(down ? 0 : int(text.length()));
+            while (line && same) {
+                ASSERT_EQ(line->range, same->range) << row.name;
+                line = down ? whole.layout().lineBelow(*line, 50)
+                            : whole.layout().lineAbove(*line, 50);
+                same = down ? pieces.layout().lineBelow(*same, 50)
+                            : pieces.layout().lineAbove(*same, 50);
+            }
+            EXPECT_EQ(line.has_value(), same.has_value()) << row.name;
+        }
+    }
+}
+
+TEST(ParagraphLayout, AChangeInALongParagraphLeavesTheLinesThatItDoesNotTouch)
+{
+    LongParagraph note(40, longParagraph(3, 4'000));
+    ParagraphLayout& layout = note.layout();
+    const QTextBlock block = note.store.blockAt(10);
+    layout.ensureLaidOut(block);
+    const auto known = layout.linesOf(block).size();
+    note.gateway.setSelection(TextSelection::caret(2'001));
+    note.gateway.type(u"x"_s);
+    EXPECT_GT(layout.linesOf(block).size(), known - 12);
+    EXPECT_FALSE(layout.isLaidOut(block));
+    const auto [top, bottom] = layout.changedPart(block);
+    EXPECT_GT(bottom - top, 0);
+
+    layout.ensureLaidOut(block);
+    EXPECT_NEAR(layout.linesOf(block).size(), known, 1);
+}
+
+TEST(ParagraphLayout, OfALongParagraphOnlyWhatIsAskedForIsLaidOutWhereverThatIs)
+{
+    const AttributedString text = longParagraph(3, 60'000, Looks::same);
+    LongParagraph all(1'500, text);
+    all.layout().ensureLaidOut(all.store.blockAt(10));
+    for (const int position : {40'000, 20'000, 59'990, 0}) {
+        LongParagraph note(1'500, text);
+        const QTextBlock block = note.store.blockAt(10);
+        const QRectF caret = note.layout().caretRect(position);
+        EXPECT_LT(note.layout().linesOf(block).size(), 3 * 1'500 / 20) << position;
+        EXPECT_NEAR(caret.y() / note.layout().height(), position / 60'000.0, 0.1) << position;
+        EXPECT_EQ(note.layout().lineAt(position).range, all.layout().lineAt(position).range)
+            << "where lines end doesn't depend on where laying out began, " << position;
+    }
+}
+
+TEST(ParagraphLayout, LinesOfALongParagraphAreLetGoPieceByPiece)
+{
+    LongParagraph note(1'500, longParagraph(5, 100'000));
+    ParagraphLayout& layout = note.layout();
+    const QTextBlock block = note.store.blockAt(10);
+    layout.ensureLaidOut(block);
+    const qreal height = layout.height();
+    const auto lines = layout.linesOf(block);
+    layout.evictFarFrom(height / 2, height / 2 + 400);
+    EXPECT_LT(layout.linesOf(block).size(), lines.size() / 4);
+    EXPECT_EQ(layout.height(), height);
+    EXPECT_FALSE(layout.linesOf(block).isEmpty());
+    layout.ensureLaidOut(block);
+    EXPECT_EQ(layout.linesOf(block), lines);
 }
 
 TEST(ParagraphLayout, FarParagraphsAreLetGoAndKeepTheirPlace)

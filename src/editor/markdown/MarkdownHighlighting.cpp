@@ -36,13 +36,13 @@ void MarkdownHighlighting::setTheme(const MarkdownSyntaxHighlighter::Theme& them
     m_theme = theme;
     m_codeFamily = codeFontFamily(theme.codeFontName);
     m_formats.clear();
-    m_gateway.store().layout().decorationChanged(0, m_gateway.store().paragraphCount());
+    m_gateway.store().layout().decorationChanged(m_gateway.store().fullRange());
 }
 
 void MarkdownHighlighting::load()
 {
     m_decoration.load(m_gateway.store().text());
-    m_gateway.store().layout().decorationChanged(0, m_gateway.store().paragraphCount());
+    m_gateway.store().layout().decorationChanged(m_gateway.store().fullRange());
 }
 
 void MarkdownHighlighting::onTextChanged(const TextChange& change)
@@ -71,7 +71,9 @@ void MarkdownHighlighting::onTextChanged(const TextChange& change)
         TextRange::between(blockAt(near.first).position(),
                            std::min<qsizetype>(end.position() + end.length(), store.length()));
     const LineSpan changed = m_decoration.update(lines, store.text(range));
-    store.layout().decorationChanged(int(changed.first), int(changed.count));
+    const QTextBlock lastChanged = blockAt(changed.first + changed.count - 1);
+    store.layout().decorationChanged(TextRange::between(
+        blockAt(changed.first).position(), lastChanged.position() + lastChanged.length() - 1));
 }
 
 const MarkdownSpans& MarkdownHighlighting::spansOf(const QTextBlock& block) const
@@ -95,7 +97,8 @@ QList<TextRange> MarkdownHighlighting::codeIn(const QTextBlock& block) const
     return code;
 }
 
-QList<QTextLayout::FormatRange> MarkdownHighlighting::decorationOf(const QTextBlock& block) const
+QList<QTextLayout::FormatRange> MarkdownHighlighting::decorationOf(const QTextBlock& block,
+                                                                   int from, int to) const
 {
     const double size = m_gateway.store().layout().baseFont().size;
     if (size != m_formatsSize) {
@@ -103,16 +106,18 @@ QList<QTextLayout::FormatRange> MarkdownHighlighting::decorationOf(const QTextBl
         m_formatsSize = size;
     }
     QList<QTextLayout::FormatRange> formats;
-    const int length = block.length() - 1;
-    for (const MarkdownSpan& span : spansOf(block)) {
-        const int end = std::min(span.start + span.length, length);
-        if (span.start >= end)
-            break;
-        const auto key = std::bit_cast<quint16>(span.style);
+    const MarkdownSpans& spans = spansOf(block);
+    auto span = std::lower_bound(spans.begin(), spans.end(), from, [](const auto& one, int at) {
+        return one.start + one.length <= at;
+    });
+    for (; span != spans.end() && span->start < to; ++span) {
+        const int start = std::max(span->start, from);
+        const int end = std::min(span->start + span->length, to);
+        const auto key = std::bit_cast<quint16>(span->style);
         auto known = m_formats.constFind(key);
         if (known == m_formats.constEnd())
-            known = m_formats.insert(key, formatFor(span.style));
-        formats.append({span.start, end - span.start, *known});
+            known = m_formats.insert(key, formatFor(span->style));
+        formats.append({start, end - start, *known});
     }
     return formats;
 }

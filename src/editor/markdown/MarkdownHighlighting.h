@@ -30,8 +30,8 @@ public:
     /// The code in a paragraph, in positions of the text.
     [[nodiscard]] QList<TextRange> codeIn(const QTextBlock& block) const;
 
-    [[nodiscard]] QList<QTextLayout::FormatRange>
-    decorationOf(const QTextBlock& block) const override;
+    [[nodiscard]] QList<QTextLayout::FormatRange> decorationOf(const QTextBlock& block, int from,
+                                                               int to) const override;
 
 private:
     void load();
