@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <cstring>
 #include <fcntl.h>
 #include <sqlite3.h>
 #include <unistd.h>
@@ -294,14 +295,14 @@ Measurement appendVersion()
     note.body = words;
     qint64 now = 0;
     for (int i = 0; i < 120; ++i)
-        store.appendSnapshot(note, folder.path(), std::nullopt, {++now});
-    const QByteArray bytes = *readFile(NoteVersionHistoryStore::filePath(folder.path(), note.id));
+        store.appendSnapshot(note, {folder.path()}, std::nullopt, {++now});
+    const QByteArray bytes = *readFile(VersionFiles::filePath(folder.path(), note.id));
     const QByteArray plainPath = QFile::encodeName(folder.path() + u"/plain"_s);
     return interleave(
         40,
         [&] {
             return milli * seconds([&] {
-                       store.appendSnapshot(note, folder.path(), std::nullopt, {++now});
+                       store.appendSnapshot(note, {folder.path()}, std::nullopt, {++now});
                    });
         },
         [&] {
@@ -315,6 +316,42 @@ Measurement appendVersion()
         });
 }
 
+// What a key may have to wait for when a version is kept: the file is made beside it.
+Measurement appendRichVersion()
+{
+    const QTemporaryDir folder;
+    UserDefaults defaults;
+    NotificationCenter notifications;
+    (void)makeFolder(ProjectLibraryController::projectDataDirectoryPath(folder.path()));
+    NoteVersionHistoryStore store(defaults, notifications);
+    NoteRecord note;
+    note.id = QUuid::createUuid();
+    note.body = QString(u"Words of a long note. "_s).repeated(2'500);
+    note.bodyRTF = Blob(QByteArray("{\\b Words} of a long note. ").repeated(5'600));
+    qint64 now = 0;
+    const auto append = [&] {
+        store.appendSnapshotLater(note, {folder.path()}, std::nullopt, {++now}, [](const auto&) {});
+    };
+    for (int i = 0; i < 120; ++i)
+        append();
+    store.waitForAll();
+    const QByteArray bytes = note.body.utf8().bytes() + note.bodyRTF->bytes();
+    QByteArray copy(bytes.size(), Qt::Uninitialized);
+    return interleave(
+        20,
+        [&] {
+            const double figure = milli * seconds(append);
+            store.waitForAll();
+            return figure;
+        },
+        [&] {
+            return milli * seconds([&] {
+                       std::memcpy(copy.data(), bytes.constData(), size_t(bytes.size()));
+                   });
+        },
+        1.0);
+}
+
 } // namespace
 
 void addNotebookRows()
@@ -326,6 +363,7 @@ void addNotebookRows()
     add({"notebook/tag-library-50k", "us", 0.05, tagLibrary});
     add({"tags/library-100k", "ms", 0.05, largeTagLibrary});
     add({"history/append", "ms", 2, appendVersion});
+    add({"history/append-rich", "ms", 2, appendRichVersion, TargetOf::Figure});
 }
 
 } // namespace orvane::bench

@@ -248,6 +248,7 @@ void AppState::dropController()
     m_nextCheck.reset();
     m_nextTry.reset();
     writePendingTouch();
+    m_versionHistory.waitForAll();
     m_controller.reset();
     m_folder.reset();
     m_rescue.reset(); // stays on the disk

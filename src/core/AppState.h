@@ -334,14 +334,22 @@ public:
 
     // --- Versions ---------------------------------------------------------------------------
 
-    /// Keeps a version of the note as it is, with a label such as "Manual Save".
+    /// Keeps a version of the note as it is, with a label such as "Manual Save", and waits until
+    /// it is on the disk.
     std::expected<void, VersionHistoryError>
     appendVersionSnapshot(const QUuid& noteID, const std::optional<QString>& label);
+    /// The same beside the caller; `done` is told what came of it, at the latest when the project
+    /// closes.
+    void appendVersionSnapshotLater(
+        const QUuid& noteID, const std::optional<QString>& label,
+        std::function<void(const std::expected<void, VersionHistoryError>&)> done);
     /// Makes the note what it was, after keeping it as it is under "Before Restore". Where that
     /// can't be kept the note stays as it is.
     std::expected<void, VersionHistoryError> restoreVersion(const NoteVersionSnapshot& snapshot);
-    std::expected<void, VersionHistoryError> deleteVersion(const NoteVersionSnapshot& snapshot);
+    std::expected<void, VersionHistoryError> deleteVersion(const QUuid& noteID, const QUuid& id);
     [[nodiscard]] NoteVersionHistoryStore& versionHistory() { return m_versionHistory; }
+    /// Where the versions of the open project are.
+    [[nodiscard]] HistoryPlace historyPlace() const { return {projectAccessPath(), m_folder}; }
 
     // --- Selection --------------------------------------------------------------------------
 

@@ -151,6 +151,7 @@ Accepted AppState::eraseNotePermanently(const QUuid& id)
 
 Accepted AppState::eraseNotes(const QSet<QUuid>& ids)
 {
+    m_versionHistory.waitFor(ids); // what is written later would outlive its note
     const QSet<QUuid> withVersions =
         m_currentProject ? VersionErasure::note(projectAccessPath(), ids) : QSet<QUuid>();
     const auto edit = NotebookEdits::eraseNotes(m_notebook, root(), ids);

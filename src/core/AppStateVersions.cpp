@@ -17,22 +17,39 @@ void AppState::captureVersionSnapshotIfNeeded(const NoteRecord& previous, const 
     if (last != m_lastSnapshotTimes.cend() &&
         now.secondsSince(*last) < m_versionHistory.autoSnapshotInterval())
         return;
-    (void)appendVersionSnapshot(current.id, std::nullopt); // the next change tries again
+    appendVersionSnapshotLater(current.id, std::nullopt, [](const auto&) {});
+}
+
+void AppState::appendVersionSnapshotLater(
+    const QUuid& noteID, const std::optional<QString>& label,
+    std::function<void(const std::expected<void, VersionHistoryError>&)> done)
+{
+    const NoteRecord* found = note(noteID);
+    if (!found || !m_currentProject)
+        return done(std::unexpected(VersionHistoryError{}));
+    const Timestamp now = m_services.clock.now();
+    // Counted from here on, so that no change before it is written keeps another one.
+    m_lastSnapshotTimes.insert(noteID, now);
+    m_versionHistory.appendSnapshotLater(
+        *found, historyPlace(), label, now,
+        [this, noteID, now, done = std::move(done)](const auto& kept) {
+            if (!kept) {
+                qWarning("A version could not be kept: %ls", qUtf16Printable(kept.error().detail));
+                if (m_lastSnapshotTimes.value(noteID) == now)
+                    m_lastSnapshotTimes.remove(noteID); // the next change tries again
+            }
+            done(kept);
+        });
 }
 
 std::expected<void, VersionHistoryError>
 AppState::appendVersionSnapshot(const QUuid& noteID, const std::optional<QString>& label)
 {
-    const NoteRecord* found = note(noteID);
-    if (!found || !m_currentProject)
-        return std::unexpected(VersionHistoryError{});
-    const Timestamp now = m_services.clock.now();
-    auto kept = m_versionHistory.appendSnapshot(*found, projectAccessPath(), label, now);
-    if (kept)
-        m_lastSnapshotTimes.insert(noteID, now);
-    else
-        qWarning("A version could not be kept: %ls", qUtf16Printable(kept.error().detail));
-    return kept;
+    std::optional<std::expected<void, VersionHistoryError>> outcome;
+    appendVersionSnapshotLater(noteID, label, [&](const auto& kept) { outcome = kept; });
+    if (!outcome)
+        m_versionHistory.waitFor({noteID});
+    return *outcome;
 }
 
 std::expected<void, VersionHistoryError>
@@ -55,12 +72,12 @@ AppState::restoreVersion(const NoteVersionSnapshot& snapshot)
     return {};
 }
 
-std::expected<void, VersionHistoryError>
-AppState::deleteVersion(const NoteVersionSnapshot& snapshot)
+std::expected<void, VersionHistoryError> AppState::deleteVersion(const QUuid& noteID,
+                                                                 const QUuid& id)
 {
     if (!m_currentProject)
         return std::unexpected(VersionHistoryError{});
-    return m_versionHistory.deleteSnapshot(snapshot.id, snapshot.noteID, projectAccessPath());
+    return m_versionHistory.deleteSnapshot(id, noteID, historyPlace());
 }
 
 void AppState::resumeErasingVersions()

@@ -1,144 +1,11 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "core/NoteVersionHistoryStore.h"
 
-#include "core/ProjectLibraryController.h"
-#include "platform/SetAside.h"
-
-#include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
-
-#include <filesystem>
-#include <system_error>
-
 namespace orvane {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QJsonObject toJson(const NoteVersionSnapshot& snapshot)
-{
-    QJsonObject object{
-        {"id"_L1, uuidText(snapshot.id)},
-        {"noteID"_L1, uuidText(snapshot.noteID)},
-        {"capturedAt"_L1, toIso8601(snapshot.capturedAt)},
-        {"title"_L1, snapshot.title},
-        {"bodyPlain"_L1, snapshot.bodyPlain},
-    };
-    if (snapshot.bodyRTFBase64)
-        object.insert("bodyRTFBase64"_L1, *snapshot.bodyRTFBase64);
-    if (snapshot.label)
-        object.insert("label"_L1, *snapshot.label);
-    if (snapshot.wordCount)
-        object.insert("wordCount"_L1, *snapshot.wordCount);
-    if (snapshot.richContentPayloadBase64)
-        object.insert("richContentPayloadBase64"_L1, *snapshot.richContentPayloadBase64);
-    return object;
-}
-
-std::expected<NoteVersionSnapshot, JsonError> fromJson(const QJsonValue& value)
-{
-    JsonObjectReader reader(value);
-    NoteVersionSnapshot snapshot;
-    snapshot.id = reader.uuid("id"_L1);
-    snapshot.noteID = reader.uuid("noteID"_L1);
-    snapshot.capturedAt = reader.date("capturedAt"_L1);
-    snapshot.title = reader.string("title"_L1);
-    snapshot.bodyPlain = reader.string("bodyPlain"_L1);
-    snapshot.bodyRTFBase64 = reader.optionalString("bodyRTFBase64"_L1);
-    snapshot.label = reader.optionalString("label"_L1);
-    if (const auto words = reader.optionalNumber("wordCount"_L1))
-        snapshot.wordCount = int(*words);
-    snapshot.richContentPayloadBase64 = reader.optionalString("richContentPayloadBase64"_L1);
-    return reader.finish(std::move(snapshot));
-}
-
-using Timeline = QList<NoteVersionSnapshot>;
-using Code = VersionHistoryError::Code;
-
-std::unexpected<VersionHistoryError> failed(Code code, const QString& detail)
-{
-    return std::unexpected(VersionHistoryError{code, detail});
-}
-
-// A folder that can't be searched hides a file without being a reason to write a new one.
-bool isAbsent(const QString& path)
-{
-    std::error_code error;
-    const auto status = std::filesystem::symlink_status(path.toStdU16String(), error);
-    return status.type() == std::filesystem::file_type::not_found;
-}
-
-std::expected<Timeline, VersionHistoryError> readTimeline(const QString& path)
-{
-    const auto bytes = readFile(path, FileLimit::versionHistory);
-    if (!bytes && bytes.error().code == FileError::Code::NotFound && isAbsent(path))
-        return Timeline();
-    if (!bytes)
-        return failed(Code::Unreadable, bytes.error().text());
-    const QJsonDocument document = QJsonDocument::fromJson(*bytes);
-    if (!document.isArray())
-        return failed(Code::Damaged, path);
-    Timeline timeline;
-    const QJsonArray array = document.array();
-    timeline.reserve(array.size());
-    for (const QJsonValue value : array) {
-        auto snapshot = fromJson(value);
-        if (!snapshot)
-            return failed(Code::Damaged, snapshot.error().text());
-        timeline.append(*std::move(snapshot));
-    }
-    return timeline;
-}
-
-// The text of a timeline is edited as text, so that adding a version does not build a hundred
-// others anew. It relies on how the encoder lays an array out: entries four blanks deep, each on
-// lines of its own, and no line break inside a value.
-constexpr QByteArrayView arrayStart("[\n");
-constexpr QByteArrayView arrayEnd("\n]\n");
-constexpr QByteArrayView entryEnd("\n    }");
-constexpr QByteArrayView separator(",\n");
-
-QByteArray entriesText(const Timeline& timeline)
-{
-    if (timeline.isEmpty())
-        return {};
-    QJsonArray array;
-    for (const NoteVersionSnapshot& snapshot : timeline)
-        array.append(toJson(snapshot));
-    const QByteArray text = QJsonDocument(array).toJson(QJsonDocument::Indented);
-    return text.sliced(arrayStart.size(), text.size() - arrayStart.size() - arrayEnd.size());
-}
-
-QByteArrayView withoutFirst(QByteArrayView entries, qsizetype count)
-{
-    for (; count > 0 && !entries.isEmpty(); --count) {
-        const qsizetype end = entries.indexOf(entryEnd);
-        const qsizetype next = end + entryEnd.size() + separator.size();
-        entries = end < 0 || next > entries.size() ? QByteArrayView() : entries.sliced(next);
-    }
-    return entries;
-}
-
-QByteArray timelineText(QByteArrayView entries, QByteArrayView added)
-{
-    QByteArray text;
-    text.reserve(entries.size() + added.size() + 16);
-    text.append(arrayStart).append(entries);
-    if (!entries.isEmpty() && !added.isEmpty())
-        text.append(separator);
-    return text.append(added).append(arrayEnd);
-}
-
-std::optional<Blob> decoded(const std::optional<QString>& base64)
-{
-    if (!base64)
-        return std::nullopt;
-    auto bytes =
-        QByteArray::fromBase64Encoding(base64->toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
-    return bytes ? std::optional<Blob>(std::in_place, std::move(bytes.decoded)) : std::nullopt;
-}
 
 std::expected<QByteArray, VersionHistoryError> bytesOf(const std::optional<Blob>& blob)
 {
@@ -146,169 +13,159 @@ std::expected<QByteArray, VersionHistoryError> bytesOf(const std::optional<Blob>
         return QByteArray();
     auto bytes = blob->tryBytes();
     if (!bytes)
-        return failed(Code::Unreadable, bytes.error());
+        return std::unexpected(
+            VersionHistoryError{VersionHistoryError::Code::Unreadable, bytes.error()});
     return *std::move(bytes);
 }
 
-/// The note as a version of it. A version of words that can't be read would be one of no words.
-std::expected<NoteVersionSnapshot, VersionHistoryError>
-snapshotOf(const NoteRecord& note, const std::optional<QString>& label, Timestamp now)
+/// A version of words that can't be read would be one of no words.
+std::expected<VersionSource, VersionHistoryError>
+sourceOf(const NoteRecord& note, const std::optional<QString>& label, Timestamp now)
 {
-    NoteVersionSnapshot snapshot;
-    snapshot.id = QUuid::createUuid();
-    snapshot.noteID = note.id;
-    snapshot.capturedAt = now;
-    snapshot.title = note.title;
-    if (const auto body = bytesOf(note.body.utf8()); !body)
+    auto body = bytesOf(note.body.utf8());
+    if (!body)
         return std::unexpected(body.error());
-    snapshot.bodyPlain = note.body;
-    const auto rtf = bytesOf(note.bodyRTF);
+    auto rtf = bytesOf(note.bodyRTF);
     if (!rtf)
         return std::unexpected(rtf.error());
-    if (!rtf->isEmpty())
-        snapshot.bodyRTFBase64 = QString::fromLatin1(rtf->toBase64());
+    VersionSource source{QUuid::createUuid(), note.id,         now,          note.title,
+                         *std::move(body),    *std::move(rtf), std::nullopt, label};
     const bool payloadIsAboutToGo = label && label->startsWith("Before "_L1);
     if (payloadIsAboutToGo && note.richContentPayload) {
-        const auto payload = bytesOf(note.richContentPayload);
+        auto payload = bytesOf(note.richContentPayload);
         if (!payload)
             return std::unexpected(payload.error());
-        snapshot.richContentPayloadBase64 = QString::fromLatin1(payload->toBase64());
+        source.richContentPayload = *std::move(payload);
     }
-    snapshot.label = label;
-    snapshot.wordCount = wordCount(snapshot.bodyPlain);
-    return snapshot;
+    return source;
 }
 
-/// The project's data folder is never made here: one that is gone has moved or is unmounted.
-std::expected<void, VersionHistoryError> makeHistoryFolder(const QString& path)
+NoteVersionHistoryStore::Outcome outcomeOf(const NoteVersionHistoryStore::Versions& result)
 {
-    std::error_code error;
-    std::filesystem::create_directory(path.toStdU16String(), error);
-    if (error)
-        return failed(Code::NotWritten, path + ": "_L1 + QString::fromStdString(error.message()));
-    return {};
+    return result ? NoteVersionHistoryStore::Outcome() : std::unexpected(result.error());
 }
 
 } // namespace
 
-int wordCount(QStringView text)
-{
-    int words = 0;
-    bool inWord = false;
-    for (const QChar c : text) {
-        const bool isSpace = c.isSpace();
-        words += !isSpace && !inWord;
-        inWord = !isSpace;
-    }
-    return words;
-}
-
-std::optional<Blob> NoteVersionSnapshot::bodyRTF() const
-{
-    return decoded(bodyRTFBase64);
-}
-
-std::optional<Blob> NoteVersionSnapshot::richContentPayload() const
-{
-    return decoded(richContentPayloadBase64);
-}
-
 NoteVersionHistoryStore::NoteVersionHistoryStore(UserDefaults& defaults,
-                                                 NotificationCenter& notifications)
+                                                 NotificationCenter& notifications,
+                                                 VersionFiles::Write write)
     : m_defaults(defaults)
     , m_notifications(notifications)
+    , m_write(std::move(write))
 {}
 
-QString NoteVersionHistoryStore::historyDirectoryPath(const QString& projectRootPath)
+NoteVersionHistoryStore::~NoteVersionHistoryStore() = default;
+
+void NoteVersionHistoryStore::appendSnapshotLater(const NoteRecord& note, const HistoryPlace& place,
+                                                  const std::optional<QString>& label,
+                                                  Timestamp now,
+                                                  std::function<void(const Outcome&)> done)
 {
-    return ProjectLibraryController::projectDataDirectoryPath(projectRootPath) + "/history"_L1;
+    auto source = sourceOf(note, label, now);
+    if (!source)
+        return done(std::unexpected(source.error()));
+    start(note.id, place, KeepVersion{*std::move(source), maxSnapshots()},
+          [done = std::move(done)](const Versions& result) { done(outcomeOf(result)); });
 }
 
-QString NoteVersionHistoryStore::filePath(const QString& projectRootPath, const QUuid& noteID)
-{
-    return historyDirectoryPath(projectRootPath) + u'/' + uuidText(noteID) + ".json"_L1;
-}
-
-std::expected<QList<NoteVersionSnapshot>, VersionHistoryError>
-NoteVersionHistoryStore::snapshots(const QString& projectRootPath, const QUuid& noteID)
-{
-    return readTimeline(filePath(projectRootPath, noteID));
-}
-
-std::expected<void, VersionHistoryError>
-NoteVersionHistoryStore::appendSnapshot(const NoteRecord& note, const QString& projectRootPath,
+NoteVersionHistoryStore::Outcome
+NoteVersionHistoryStore::appendSnapshot(const NoteRecord& note, const HistoryPlace& place,
                                         const std::optional<QString>& label, Timestamp now)
 {
-    const auto snapshot = snapshotOf(note, label, now);
-    if (!snapshot)
-        return std::unexpected(snapshot.error());
-    if (auto folder = makeHistoryFolder(historyDirectoryPath(projectRootPath)); !folder)
-        return folder;
-    const QString path = filePath(projectRootPath, note.id);
-    const auto entries = entriesToAppendTo(path);
-    if (!entries)
-        return std::unexpected(entries.error());
-    const qsizetype surplus = std::max<qsizetype>(0, entries->count + 1 - maxSnapshots());
-    const QByteArray text =
-        timelineText(withoutFirst(entries->text, surplus), entriesText({*snapshot}));
-    if (const auto written = writeFileAtomically(path, text); !written)
-        return failed(Code::NotWritten, written.error().text());
-    m_known.insert(path, {FileStamp::of(path), entries->count + 1 - surplus});
-    m_notifications.post(snapshotsDidChange, note.id);
-    return {};
+    std::optional<Outcome> outcome;
+    appendSnapshotLater(note, place, label, now, [&](const Outcome& told) { outcome = told; });
+    return finish(m_lastTicket, outcome);
 }
 
-std::expected<NoteVersionHistoryStore::Entries, VersionHistoryError>
-NoteVersionHistoryStore::entriesToAppendTo(const QString& path) const
+NoteVersionHistoryStore::Outcome NoteVersionHistoryStore::deleteSnapshot(const QUuid& id,
+                                                                         const QUuid& noteID,
+                                                                         const HistoryPlace& place)
 {
-    if (const auto known = knownTimeline(path)) {
-        auto file = readFile(path, FileLimit::versionHistory);
-        if (!file)
-            return failed(Code::Unreadable, file.error().text());
-        if (file->size() >= arrayStart.size() + arrayEnd.size()) {
-            file->chop(arrayEnd.size());
-            file->remove(0, arrayStart.size());
-            return Entries{*std::move(file), known->count};
-        }
+    std::optional<Outcome> outcome;
+    const quint64 ticket = start(noteID, place, RemoveVersion{id},
+                                 [&](const Versions& result) { outcome = outcomeOf(result); });
+    return finish(ticket, outcome);
+}
+
+NoteVersionHistoryStore::Outcome
+NoteVersionHistoryStore::finish(quint64 ticket, const std::optional<Outcome>& outcome)
+{
+    if (!outcome)
+        waitFor(ticket);
+    return *outcome;
+}
+
+void NoteVersionHistoryStore::listLater(const QUuid& noteID, const HistoryPlace& place,
+                                        std::function<void(const Versions&)> done)
+{
+    start(noteID, place, ListVersions{}, std::move(done));
+}
+
+NoteVersionHistoryStore::Versions NoteVersionHistoryStore::list(const QUuid& noteID,
+                                                                const HistoryPlace& place)
+{
+    waitFor({noteID});
+    return VersionFiles::list(place.projectRootPath, noteID);
+}
+
+bool NoteVersionHistoryStore::isPending(const QUuid& noteID) const
+{
+    return std::ranges::any_of(m_pending,
+                               [&](const Pending& each) { return each.noteID == noteID; });
+}
+
+quint64 NoteVersionHistoryStore::start(const QUuid& noteID, const HistoryPlace& place,
+                                       decltype(VersionJob::work) work, Done done)
+{
+    if (!m_worker) {
+        m_worker = std::make_unique<VersionWorker>(VersionFiles(m_write), [this] {
+            QMetaObject::invokeMethod(
+                &m_mainThread, [this] { tellResults(); }, Qt::QueuedConnection);
+        });
     }
-    auto timeline = readTimeline(path);
-    if (!timeline && timeline.error().code == Code::Damaged) {
-        qWarning("A version history is damaged and is set aside: %ls",
-                 qUtf16Printable(timeline.error().detail));
-        QFile file(path);
-        if (!file.rename(setAsidePath(path)))
-            return failed(Code::NotWritten, path + ": "_L1 + file.errorString());
-        timeline = Timeline();
+    const quint64 ticket = ++m_lastTicket;
+    m_pending.insert(ticket, {noteID, std::move(done)});
+    m_worker->add({ticket, place, noteID, std::move(work)});
+    return ticket;
+}
+
+void NoteVersionHistoryStore::waitFor(const QSet<QUuid>& noteIDs)
+{
+    quint64 last = 0;
+    for (auto each = m_pending.cbegin(); each != m_pending.cend(); ++each) {
+        if (noteIDs.contains(each->noteID))
+            last = std::max(last, each.key());
     }
-    if (!timeline)
-        return std::unexpected(timeline.error());
-    return Entries{entriesText(*timeline), timeline->size()};
+    waitFor(last);
 }
 
-std::optional<NoteVersionHistoryStore::KnownTimeline>
-NoteVersionHistoryStore::knownTimeline(const QString& path) const
+void NoteVersionHistoryStore::waitForAll()
 {
-    const auto known = m_known.constFind(path);
-    if (known == m_known.cend() || known->file != FileStamp::of(path))
-        return std::nullopt;
-    return *known;
+    if (!m_pending.isEmpty())
+        waitFor(m_lastTicket);
 }
 
-std::expected<void, VersionHistoryError>
-NoteVersionHistoryStore::deleteSnapshot(const QUuid& id, const QUuid& noteID,
-                                        const QString& projectRootPath)
+void NoteVersionHistoryStore::waitFor(quint64 ticket)
 {
-    const QString path = filePath(projectRootPath, noteID);
-    auto timeline = readTimeline(path);
-    if (!timeline)
-        return std::unexpected(timeline.error());
-    timeline->removeIf([&](const NoteVersionSnapshot& snapshot) { return snapshot.id == id; });
-    m_known.remove(path);
-    if (const auto written = writeFileAtomically(path, timelineText(entriesText(*timeline), {}));
-        !written)
-        return failed(Code::NotWritten, written.error().text());
-    m_notifications.post(snapshotsDidChange, noteID);
-    return {};
+    if (ticket == 0)
+        return;
+    m_worker->waitFor(ticket);
+    tellResults();
+}
+
+void NoteVersionHistoryStore::tellResults()
+{
+    std::ranges::move(m_worker->takeResults(), std::back_inserter(m_untold));
+    // Who is told may ask for more and wait for it, which tells the rest.
+    while (!m_untold.empty()) {
+        const VersionJobResult result = std::move(m_untold.front());
+        m_untold.pop_front();
+        const Pending pending = m_pending.take(result.ticket);
+        pending.done(result.outcome);
+        if (result.changedTimeline)
+            m_notifications.post(snapshotsDidChange, result.noteID);
+    }
 }
 
 bool NoteVersionHistoryStore::isAutoSnapshotEnabled() const

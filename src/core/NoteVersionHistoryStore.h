@@ -1,90 +1,60 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "core/JsonObjectReader.h"
 #include "core/NoteRecord.h"
-#include "platform/AtomicFile.h"
-#include "platform/FileStamp.h"
-#include "platform/NotificationCenter.h"
+#include "core/NoteVersion.h"
+#include "core/VersionFiles.h"
+#include "core/VersionWorker.h"
 #include "platform/UserDefaults.h"
 
 #include <QHash>
 #include <QList>
-#include <QString>
-#include <QUuid>
+#include <QObject>
+#include <QSet>
 
 #include <expected>
+#include <functional>
+#include <memory>
 #include <optional>
 
 namespace orvane {
 
-/// A note as it once was: title and text only.
-struct NoteVersionSnapshot {
-    QUuid id;
-    QUuid noteID;
-    Timestamp capturedAt;
-    QString title;
-    QString bodyPlain;
-    /// The note's RTF, when it had one.
-    std::optional<QString> bodyRTFBase64;
-    /// "Manual Save", "Before Restore", "Before Losing Formatting", or absent for an automatic one.
-    std::optional<QString> label;
-    std::optional<int> wordCount;
-    /// The rich payload, only where it is about to be dropped.
-    std::optional<QString> richContentPayloadBase64;
-
-    /// Nothing when absent or not Base64.
-    [[nodiscard]] std::optional<Blob> bodyRTF() const;
-    [[nodiscard]] std::optional<Blob> richContentPayload() const;
-
-    bool operator==(const NoteVersionSnapshot&) const = default;
-};
-
-/// Why a note's versions can't be shown or changed. What it is about is left as it was.
-struct VersionHistoryError {
-    enum class Code {
-        NotAllowed, ///< no such note, or it can't be changed; who may not has been told already
-        Unreadable, ///< the disk doesn't give the timeline, or the note's own words, at the moment
-        Damaged,    ///< the timeline was read whole and is none
-        NotWritten, ///< the timeline can't be written
-    };
-    Code code = Code::NotAllowed;
-    /// What stands in the way, in the system's words.
-    QString detail;
-};
-
-/// The label of the version that is kept before another takes the note's place.
-inline constexpr QLatin1StringView beforeRestoreLabel("Before Restore");
-/// The label of the version that is kept before an edit in a mode without attributes.
-inline constexpr QLatin1StringView beforeFormattingLossLabel("Before Losing Formatting");
-
-/// Posted with the note's id after its timeline changed.
-inline constexpr Notification<QUuid> snapshotsDidChange{
-    "OrvaneWorkspace.NoteVersionHistory.SnapshotsDidChange"};
-
-/// Each note's timeline of saved versions: one JSON file a note under "history" in the project's
-/// data folder, oldest first. A failure here never stops a save: the version isn't kept, and the
-/// next change tries again. A file that was read whole and can't be decoded is set aside
-/// (`setAsidePath`) and a new timeline begins; one that can't be read at the moment is left alone.
-/// Main thread.
+/// Each note's timeline of saved versions. Files are read and written by a thread of its own, in
+/// the order of the calls here, so that keeping a version costs the caller no more than sharing the
+/// note's bytes. What comes of it is told on the main thread: by the event loop, or earlier where
+/// somebody waits. A failure never stops a save: the version isn't kept, and the next change tries
+/// again. Destroying the store waits for what is under way and tells nobody. Main thread.
 class NoteVersionHistoryStore {
 public:
-    NoteVersionHistoryStore(UserDefaults& defaults, NotificationCenter& notifications);
+    using Outcome = std::expected<void, VersionHistoryError>;
+    using Versions = std::expected<QList<NoteVersionSummary>, VersionHistoryError>;
 
-    [[nodiscard]] static QString historyDirectoryPath(const QString& projectRootPath);
-    [[nodiscard]] static QString filePath(const QString& projectRootPath, const QUuid& noteID);
-    /// The timeline; empty when there is none. Any thread.
-    [[nodiscard]] static std::expected<QList<NoteVersionSnapshot>, VersionHistoryError>
-    snapshots(const QString& projectRootPath, const QUuid& noteID);
+    NoteVersionHistoryStore(UserDefaults& defaults, NotificationCenter& notifications,
+                            VersionFiles::Write write = writeFileAtomically);
+    ~NoteVersionHistoryStore();
 
-    /// Adds the note as it is and drops the oldest beyond the maximum. The rich payload goes in
-    /// only under the labels that begin with "Before".
-    std::expected<void, VersionHistoryError> appendSnapshot(const NoteRecord& note,
-                                                            const QString& projectRootPath,
-                                                            const std::optional<QString>& label,
-                                                            Timestamp now);
-    std::expected<void, VersionHistoryError> deleteSnapshot(const QUuid& id, const QUuid& noteID,
-                                                            const QString& projectRootPath);
+    /// Adds the note as it is now, beside the caller; `done` is told what came of it. The rich
+    /// payload goes in only under the labels that begin with "Before".
+    void appendSnapshotLater(const NoteRecord& note, const HistoryPlace& place,
+                             const std::optional<QString>& label, Timestamp now,
+                             std::function<void(const Outcome&)> done);
+    /// The same, and waits until it is on the disk.
+    Outcome appendSnapshot(const NoteRecord& note, const HistoryPlace& place,
+                           const std::optional<QString>& label, Timestamp now);
+    /// Waits as well.
+    Outcome deleteSnapshot(const QUuid& id, const QUuid& noteID, const HistoryPlace& place);
+
+    /// The timeline with all that was added until now, oldest first; empty when there is none.
+    void listLater(const QUuid& noteID, const HistoryPlace& place,
+                   std::function<void(const Versions&)> done);
+    /// The same, and waits.
+    [[nodiscard]] Versions list(const QUuid& noteID, const HistoryPlace& place);
+    /// Whether a file is still to be written for this note.
+    [[nodiscard]] bool isPending(const QUuid& noteID) const;
+
+    /// Waits until what was asked for these notes is done, and tells what came of it.
+    void waitFor(const QSet<QUuid>& noteIDs);
+    void waitForAll();
 
     [[nodiscard]] bool isAutoSnapshotEnabled() const;
     /// Seconds between automatic snapshots of one note; a stored value of 0 or less counts as 300.
@@ -93,25 +63,29 @@ public:
     [[nodiscard]] qsizetype maxSnapshots() const;
 
 private:
-    /// A file that this store has written or checked whole, and that nobody changed since.
-    struct KnownTimeline {
-        FileStamp file;
-        qsizetype count = 0;
+    using Done = std::function<void(const Versions&)>;
+
+    quint64 start(const QUuid& noteID, const HistoryPlace& place, decltype(VersionJob::work) work,
+                  Done done);
+    Outcome finish(quint64 ticket, const std::optional<Outcome>& outcome);
+    void waitFor(quint64 ticket);
+    void tellResults();
+
+    struct Pending {
+        QUuid noteID;
+        Done done;
     };
 
-    /// A timeline's entries as text, and how many they are.
-    struct Entries {
-        QByteArray text;
-        qsizetype count = 0;
-    };
-
-    [[nodiscard]] std::optional<KnownTimeline> knownTimeline(const QString& path) const;
-    [[nodiscard]] std::expected<Entries, VersionHistoryError>
-    entriesToAppendTo(const QString& path) const;
-
-    QHash<QString, KnownTimeline> m_known;
     UserDefaults& m_defaults;
     NotificationCenter& m_notifications;
+    VersionFiles::Write m_write;
+    QHash<quint64, Pending> m_pending;
+    std::deque<VersionJobResult> m_untold;
+    quint64 m_lastTicket = 0;
+    /// Takes the worker's calls to the main thread; goes after the worker.
+    QObject m_mainThread;
+    /// Made when there is something to do.
+    std::unique_ptr<VersionWorker> m_worker;
 };
 
 inline constexpr Setting<bool> autoSnapshotEnabledSetting{
@@ -119,8 +93,5 @@ inline constexpr Setting<bool> autoSnapshotEnabledSetting{
 inline constexpr Setting<double> autoSnapshotIntervalSetting{
     u"settings.versionHistory.autoSnapshotInterval", 300};
 inline constexpr Setting<qint64> maxSnapshotsSetting{u"settings.versionHistory.maxSnapshots", 120};
-
-/// How many runs of characters between white space there are.
-[[nodiscard]] int wordCount(QStringView text);
 
 } // namespace orvane

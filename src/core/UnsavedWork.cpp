@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "core/UnsavedWork.h"
 
-#include "core/NoteVersionHistoryStore.h"
+#include "core/NoteVersion.h"
 
 #include <QHash>
 

@@ -2,7 +2,7 @@
 #include "core/VersionErasure.h"
 
 #include "core/JsonObjectReader.h"
-#include "core/NoteVersionHistoryStore.h"
+#include "core/VersionFiles.h"
 
 #include <QDirIterator>
 #include <QFile>
@@ -21,7 +21,7 @@ constexpr qsizetype idLength = 36;
 template <typename Visit>
 void visitFiles(const QString& projectRootPath, const QSet<QUuid>& ids, Visit&& visit)
 {
-    QDirIterator files(NoteVersionHistoryStore::historyDirectoryPath(projectRootPath),
+    QDirIterator files(VersionFiles::folderPath(projectRootPath),
                        QDir::Files | QDir::Hidden | QDir::System);
     while (files.hasNext()) {
         const QString path = files.next();
@@ -73,7 +73,7 @@ void warn(const FileError& error)
 
 QString listPath(const QString& projectRootPath)
 {
-    return NoteVersionHistoryStore::historyDirectoryPath(projectRootPath) + "/erased.json"_L1;
+    return VersionFiles::folderPath(projectRootPath) + "/erased.json"_L1;
 }
 
 QSet<QUuid> noted(const QString& projectRootPath)

@@ -2,7 +2,7 @@
 #include "editor/EditorPaneView.h"
 
 #include "appearance/Contrast.h"
-#include "core/NoteVersionHistoryStore.h"
+#include "core/NoteVersion.h"
 #include "editor/EditorTextHost.h"
 #include "editor/EditorView.h"
 #include "editor/NoteLinks.h"

@@ -3,6 +3,7 @@
 
 #include "platform/Log.h"
 
+#include <QPointer>
 #include <QScopedValueRollback>
 
 #include <cmath>
@@ -255,11 +256,15 @@ void EditorSession::saveFromExplicitCommand()
         return;
     const QUuid noteID = note->id;
     cancelAutosave();
-    if (!writeDraft(noteID) ||
-        !m_appState.appendVersionSnapshot(noteID, QStringLiteral("Manual Save")))
+    if (!writeDraft(noteID))
         return;
-    log("manualSave");
-    m_appState.services().notifications.post(AppCommandEvents::manualSaveCompleted);
+    m_appState.appendVersionSnapshotLater(
+        noteID, QStringLiteral("Manual Save"), [self = QPointer(this)](const auto& kept) {
+            if (!kept || !self)
+                return;
+            self->log("manualSave");
+            self->m_appState.services().notifications.post(AppCommandEvents::manualSaveCompleted);
+        });
 }
 
 void EditorSession::selectionAboutToChange(const std::optional<QUuid>& from,

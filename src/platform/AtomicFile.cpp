@@ -100,6 +100,28 @@ std::optional<FileError> obstacle(const struct ::stat& status, const QString& pa
     return status.st_size > limit ? std::optional(tooBig(path, limit)) : std::nullopt;
 }
 
+/// A descriptor to read from, which is the caller's to close, and the file's state.
+std::expected<int, FileError> openRegularFile(const QString& path, qint64 limit,
+                                              struct ::stat& status)
+{
+    const QByteArray name = QFile::encodeName(path);
+    // First without opening: to open a device can set it going.
+    if (::stat(name.constData(), &status) != 0)
+        return std::unexpected(systemFailure(path));
+    if (auto error = obstacle(status, path, limit))
+        return std::unexpected(*std::move(error));
+    const int file = ::open(name.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (file < 0)
+        return std::unexpected(systemFailure(path));
+    // Another one may stand there by now.
+    auto error = ::fstat(file, &status) != 0 ? std::optional(systemFailure(path))
+                                             : obstacle(status, path, limit);
+    if (!error)
+        return file;
+    ::close(file);
+    return std::unexpected(*std::move(error));
+}
+
 #endif
 
 /// Where a file is written so that links to it stay, also one that leads to nothing yet.
@@ -164,19 +186,11 @@ std::expected<QByteArray, FileError>
 readFile(const QString& path, qint64 limit,
          const std::function<bool(qint64 read, qint64 whole)>& piece)
 {
-    const QByteArray name = QFile::encodeName(path);
     struct ::stat status {};
-    // First without opening: to open a device can set it going.
-    if (::stat(name.constData(), &status) != 0)
-        return std::unexpected(systemFailure(path));
-    if (auto error = obstacle(status, path, limit))
-        return std::unexpected(*std::move(error));
-    const Descriptor file(::open(name.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-    if (file.number < 0 || ::fstat(file.number, &status) != 0)
-        return std::unexpected(systemFailure(path));
-    // Another one may stand there by now.
-    if (auto error = obstacle(status, path, limit))
-        return std::unexpected(*std::move(error));
+    const auto opened = openRegularFile(path, limit, status);
+    if (!opened)
+        return std::unexpected(opened.error());
+    const Descriptor file(*opened);
     QByteArray bytes;
     bytes.reserve(qsizetype(status.st_size));
     qint64 room = pieceSize;
@@ -194,6 +208,28 @@ readFile(const QString& path, qint64 limit,
         if (count == 0)
             break;
     } while (piece(bytes.size(), std::max<qint64>(status.st_size, bytes.size())));
+    return bytes;
+}
+
+std::expected<QByteArray, FileError> readFilePart(const QString& path, qint64 at, qint64 size)
+{
+    struct ::stat status {};
+    const auto opened = openRegularFile(path, std::numeric_limits<qint64>::max(), status);
+    if (!opened)
+        return std::unexpected(opened.error());
+    const Descriptor file(*opened);
+    QByteArray bytes(std::clamp<qint64>(status.st_size - at, 0, size), Qt::Uninitialized);
+    qsizetype read = 0;
+    while (read < bytes.size()) {
+        const ssize_t count =
+            ::pread(file.number, bytes.data() + read, size_t(bytes.size() - read), at + read);
+        if (count < 0 && errno != EINTR)
+            return std::unexpected(systemFailure(path));
+        if (count == 0)
+            break;
+        read += std::max<ssize_t>(0, count);
+    }
+    bytes.truncate(read);
     return bytes;
 }
 
@@ -224,6 +260,17 @@ readFile(const QString& path, qint64 limit,
     if (file.error() != QFileDevice::NoError)
         return std::unexpected(failure(file, path));
     return bytes;
+}
+
+std::expected<QByteArray, FileError> readFilePart(const QString& path, qint64 at, qint64 size)
+{
+    QFile file(path);
+    errno = 0;
+    if (auto error = obstacleAt(path))
+        return std::unexpected(*std::move(error));
+    if (!file.open(QIODevice::ReadOnly) || !file.seek(at))
+        return std::unexpected(failure(file, path));
+    return file.read(std::max<qint64>(0, size));
 }
 
 #endif

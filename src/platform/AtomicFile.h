@@ -66,6 +66,11 @@ inline constexpr qint64 ofNoKind = qint64(2) << 30;
 readFile(const QString& path, qint64 limit,
          const std::function<bool(qint64 read, qint64 whole)>& piece);
 
+/// Reads `size` bytes of a regular file from byte `at` on, and no more than there are. As careful
+/// as reading it whole. Any thread.
+[[nodiscard]] std::expected<QByteArray, FileError> readFilePart(const QString& path, qint64 at,
+                                                                qint64 size);
+
 /// Replaces the file at `path` by `bytes`, or leaves it as it was: the bytes go to a temporary
 /// file beside it, reach the disk, and take the name in one step. The folder must exist. A file
 /// that is a symbolic link is replaced at its target. What is no regular file is never replaced.

@@ -2,7 +2,7 @@
 #include "shell/BothStoresSheet.h"
 
 #include "appearance/OrvaneStyle.h"
-#include "core/NoteVersionHistoryStore.h"
+#include "core/NoteVersion.h"
 #include "core/Wording.h"
 #include "shell/TwoLineDelegate.h"
 

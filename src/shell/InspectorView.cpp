@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/InspectorView.h"
 
-#include "core/NoteVersionHistoryStore.h"
+#include "core/NoteVersion.h"
 #include "core/Wording.h"
 #include "shell/ElidedLabel.h"
 #include "shell/inspector/TagsSection.h"

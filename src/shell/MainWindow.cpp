@@ -157,8 +157,8 @@ void MainWindow::observeCommands()
     observe(AppCommandEvents::openNotesLibrary,
             [this] { m_projectActions->showFolder(m_appState.library().projectsDirectoryPath()); });
     observe(AppCommandEvents::openVersionHistoryFolder, inEditor([this] {
-                m_projectActions->showFolder(NoteVersionHistoryStore::historyDirectoryPath(
-                    m_appState.currentProject()->rootPath));
+                m_projectActions->showFolder(
+                    VersionFiles::folderPath(m_appState.currentProject()->rootPath));
             }));
     observe(AppCommandEvents::openIconsAndTitles,
             inEditor([this] { m_binder->showIconsAndTitles(); }));

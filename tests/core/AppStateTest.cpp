@@ -6,6 +6,7 @@
 #include "core/SessionKeys.h"
 #include "support/NoDescriptors.h"
 #include "support/TestServices.h"
+#include "support/Versions.h"
 #include "text/BinderRTF.h"
 
 #include <QCoreApplication>
@@ -395,7 +396,7 @@ TEST_F(AppStateTest, VersionsAreKeptAtMostOncePerIntervalAndBeforeARestore)
     newProject();
     const QUuid id = app->createNote().value();
     const auto versions = [&] {
-        return NoteVersionHistoryStore::snapshots(app->currentProject()->rootPath, id).value();
+        return versionsOf(*app, id);
     };
     const auto write = [&](const QString& body) {
         app->updateNote(id, {u"T"_s, body, {}, Blob("payload of " + body.toUtf8()), {}, {}});
@@ -424,7 +425,7 @@ TEST_F(AppStateTest, VersionsAreKeptAtMostOncePerIntervalAndBeforeARestore)
     app->restoreVersion(versions().last());
     EXPECT_EQ(app->note(id)->body, u"four"_s);
     EXPECT_EQ(app->note(id)->richContentPayload, Blob("payload of four"));
-    app->deleteVersion(first);
+    app->deleteVersion(id, first.id);
     EXPECT_EQ(versions().size(), 3);
 }
 
@@ -433,7 +434,7 @@ TEST_F(AppStateTest, AVersionIsOnlyRestoredWhenWhatIsThereCouldBeKept)
     newProject();
     const QUuid id = newNote(u"T"_s, u"one"_s);
     const auto versions = [&] {
-        return NoteVersionHistoryStore::snapshots(app->currentProject()->rootPath, id).value();
+        return versionsOf(*app, id);
     };
     const NoteVersionSnapshot first = versions().first();
     app->updateNote(id, {u"T"_s, u"two"_s, {}, {}, {}, {}});
@@ -443,7 +444,7 @@ TEST_F(AppStateTest, AVersionIsOnlyRestoredWhenWhatIsThereCouldBeKept)
         ASSERT_FALSE(restored);
         EXPECT_EQ(restored.error().code, VersionHistoryError::Code::Unreadable);
         EXPECT_EQ(app->note(id)->body, u"two"_s);
-        EXPECT_FALSE(app->deleteVersion(first));
+        EXPECT_FALSE(app->deleteVersion(id, first.id));
     }
     EXPECT_EQ(versions().size(), 1);
     ASSERT_TRUE(app->restoreVersion(first));
@@ -455,6 +456,41 @@ TEST_F(AppStateTest, AVersionIsOnlyRestoredWhenWhatIsThereCouldBeKept)
     QObject::connect(app.get(), &AppState::noteAboutToBeReplaced,
                      [&](const QUuid& note) { app->eraseNotePermanently(note); });
     EXPECT_FALSE(app->restoreVersion(first));
+}
+
+TEST_F(AppStateTest, AVersionThatCouldNotBeKeptIsTriedAgainWithTheNextChange)
+{
+    newProject();
+    const QUuid id = app->createNote().value();
+    const auto write = [&](const QString& body) {
+        app->updateNote(id, {u"T"_s, body, {}, {}, {}, {}});
+        app->versionHistory().waitForAll();
+    };
+    const QString folder = VersionFiles::folderPath(app->currentProject()->rootPath);
+    ASSERT_TRUE(writeFileAtomically(folder, "in the way"));
+    write(u"one"_s);
+    ASSERT_TRUE(QFile::remove(folder));
+    write(u"two"_s);
+    write(u"three"_s);
+    const auto versions = versionsOf(*app, id);
+    ASSERT_EQ(versions.size(), 1);
+    EXPECT_EQ(versions.first().bodyPlain, u"two"_s);
+}
+
+TEST_F(AppStateTest, AProjectThatClosesHasItsVersionsOnTheDisk)
+{
+    newProject();
+    const QUuid id = app->createNote().value();
+    const QString file = VersionFiles::filePath(app->currentProject()->rootPath, id);
+    app->updateNote(id, {u"T"_s, QString(100'000, u'x'), {}, {}, {}, {}});
+    bool told = false;
+    app->appendVersionSnapshotLater(id, u"Manual Save"_s, [&](const auto& kept) {
+        told = kept.has_value();
+        EXPECT_TRUE(app->currentProject());
+    });
+    app->closeProject();
+    EXPECT_TRUE(told);
+    EXPECT_GT(QFileInfo(file).size(), 200'000);
 }
 
 TEST_F(AppStateTest, TagSettingsComeBackAndTheNextChangeKeepsThem)

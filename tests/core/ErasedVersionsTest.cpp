@@ -35,14 +35,14 @@ struct ErasedVersions : ::testing::Test {
         const QUuid id = app->createNote().value();
         app->updateNote(id, {u"T"_s, u"secret words"_s, {}, {}, {}, {}});
         EXPECT_TRUE(app->appendVersionSnapshot(id, u"Manual Save"_s));
-        const QString path = NoteVersionHistoryStore::filePath(root, id);
+        const QString path = VersionFiles::filePath(root, id);
         for (const auto& suffix : {u".damaged"_s, u".damaged-2"_s, u".aBcDeF"_s})
             EXPECT_TRUE(writeFileAtomically(path + suffix, "[secret words"));
         return id;
     }
     QStringList filesOf(const QUuid& id)
     {
-        return QDir(NoteVersionHistoryStore::historyDirectoryPath(root))
+        return QDir(VersionFiles::folderPath(root))
             .entryList({uuidText(id) + u'*'}, QDir::Files | QDir::Hidden);
     }
     bool isListed() { return QFile::exists(VersionErasure::listPath(root)); }
@@ -95,11 +95,26 @@ TEST_F(ErasedVersions, OfARunThatWasKilledGoWhenTheProjectOpens)
     const QUuid id = noteWithVersions();
     app->eraseNotePermanently(id);
     // As if the program had been killed between the store and the files.
-    ASSERT_TRUE(writeFileAtomically(NoteVersionHistoryStore::filePath(root, id), "[]"));
+    ASSERT_TRUE(writeFileAtomically(VersionFiles::filePath(root, id), "[]"));
     ASSERT_TRUE(
         writeFileAtomically(VersionErasure::listPath(root), "[\"" + uuidText(id).toUtf8() + "\"]"));
     reopen();
     EXPECT_EQ(filesOf(id), QStringList());
+    EXPECT_FALSE(isListed());
+}
+
+TEST_F(ErasedVersions, OfAVersionThatIsStillBeingWrittenNothingStays)
+{
+    const QUuid id = noteWithVersions();
+    const QUuid fresh = app->createNote().value();
+    for (const QUuid& each : {id, fresh}) {
+        for (int i = 0; i < 20; ++i)
+            app->appendVersionSnapshotLater(each, std::nullopt, [](const auto&) {});
+        app->eraseNotePermanently(each);
+    }
+    app->versionHistory().waitForAll();
+    EXPECT_EQ(filesOf(id), QStringList());
+    EXPECT_EQ(filesOf(fresh), QStringList());
     EXPECT_FALSE(isListed());
 }
 
@@ -118,7 +133,7 @@ TEST_P(VersionsThatStay, WhenTheProjectOpens)
     const QUuid id = noteWithVersions();
     if (!row.isInNotebook) {
         // A store that lost the note, or was made before it.
-        const QString files = NoteVersionHistoryStore::historyDirectoryPath(root);
+        const QString files = VersionFiles::folderPath(root);
         const QString copy = test.folder.path() + u"/copy"_s;
         std::filesystem::copy(files.toStdU16String(), copy.toStdU16String());
         app->eraseNotePermanently(id);

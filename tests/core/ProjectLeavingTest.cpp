@@ -98,6 +98,20 @@ TEST_F(ProjectLeaving, EachWayOutAsks)
     EXPECT_EQ(app->rootPresentationMode(), RootPresentationMode::Editor);
 }
 
+TEST_F(ProjectLeaving, WhatIsBeingTypedIsWrittenBeforeItIsAsked)
+{
+    const QString place = test.folder.path() + u"/elsewhere"_s;
+    ASSERT_TRUE(QDir().mkpath(place));
+    QObject::connect(app.get(), &AppState::projectMayBeLeft,
+                     [this] { write(note, u"Low water"_s, u"one two three four"_s); });
+    test.questions.answers = {{WriteToFile}};
+    test.questions.files = {place + u"/Kept"_s};
+    EXPECT_TRUE(app->mayLeaveProject());
+    ASSERT_EQ(test.questions.asked.size(), 1);
+    EXPECT_TRUE(test.questions.asked.first().rows.first().detail.startsWith(u"3 words since "_s));
+    EXPECT_EQ(*readFile(place + u"/Kept/Low water.txt"_s), "one two three four");
+}
+
 TEST_F(ProjectLeaving, SavingIsTriedAgainByItself)
 {
     blocker.reset();

@@ -2,6 +2,7 @@
 // Other programs rename, move, copy, replace and remove what a project lies in.
 #include "core/ProjectFixture.h"
 #include "core/ProjectQuestions.h"
+#include "support/Versions.h"
 
 #include <sys/mount.h>
 
@@ -69,6 +70,7 @@ TEST_F(ProjectPlace, WhatLosesItsFolderIsKeptAndNothingIsMadeInItsPlace)
     const QString folder = newProject(u"Tidewater"_s);
     const QUuid stored = newNote(u"Low water"_s, u"stored before"_s);
     const QUuid edited = newNote(u"The harbour"_s, u"first"_s);
+    app->versionHistory().waitForAll();
     ASSERT_TRUE(QDir(folder).removeRecursively());
     write(edited, u"The harbour"_s, u"written after"_s);
     ASSERT_TRUE(app->saveFailure());
@@ -189,7 +191,7 @@ TEST_F(ProjectPlace, RescuedWordsFindBackToTheirProject)
     EXPECT_EQ(app->note(changed)->body, u"written since"_s);
     EXPECT_EQ(titles(), (QStringList{u"Changed"_s, u"Changed (rescued)"_s, u"Same"_s}));
     EXPECT_TRUE(app->rescues().isEmpty());
-    EXPECT_FALSE(NoteVersionHistoryStore::snapshots(app->projectAccessPath(), same)->isEmpty());
+    EXPECT_FALSE(versionsOf(*app, same).isEmpty());
 }
 
 TEST_F(ProjectPlace, AMissingStoreIsALossAndNoLinkIsReplaced)
@@ -355,6 +357,12 @@ struct ReplacedStore : ProjectPlace {
         EXPECT_EQ(app->projectTrouble()->kind, ProjectTrouble::Kind::StoreReplaced);
         EXPECT_TRUE(app->saveFailure());
     }
+    /// As an editor does that has a draft: at the last moment.
+    void writeWhenAsked()
+    {
+        QObject::connect(app.get(), &AppState::projectMayBeLeft,
+                         [this] { write(mine, u"Mine"_s, u"after the exchange"_s); });
+    }
 };
 
 TEST_F(ReplacedStore, BothSidesAreTold)
@@ -374,7 +382,7 @@ TEST_F(ReplacedStore, BothSidesAreTold)
 
 TEST_F(ReplacedStore, KeepMineSetsTheirsAsideAsAProjectOfItsOwn)
 {
-    write(mine, u"Mine"_s, u"after the exchange"_s);
+    writeWhenAsked();
     EXPECT_TRUE(app->saveFailure());
     const auto kept = app->keepMyStore();
     ASSERT_TRUE(kept) << qPrintable(kept.error());
@@ -397,15 +405,15 @@ TEST_F(ReplacedStore, KeepMineSetsTheirsAsideAsAProjectOfItsOwn)
 
 TEST_F(ReplacedStore, TakeTheirsKeepsMineInVersionsAndARescueFile)
 {
-    write(mine, u"Mine"_s, u"after the exchange"_s);
+    writeWhenAsked();
     const auto taken = app->takeTheirStore();
     ASSERT_TRUE(taken) << qPrintable(taken.error());
     EXPECT_FALSE(app->projectTrouble());
     EXPECT_EQ(titles(), QStringList{u"Shared"_s});
     EXPECT_EQ(app->note(shared)->body, u"one"_s);
-    const auto versions = NoteVersionHistoryStore::snapshots(app->projectAccessPath(), shared);
-    ASSERT_TRUE(versions && !versions->isEmpty());
-    EXPECT_EQ(versions->last().bodyPlain, u"changed here"_s);
+    const auto versions = versionsOf(*app, shared);
+    ASSERT_FALSE(versions.isEmpty());
+    EXPECT_EQ(versions.last().bodyPlain, u"changed here"_s);
     const QDir rescued(library() + u"/Rescued"_s);
     const QStringList files = rescued.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
     ASSERT_EQ(files.size(), 1);

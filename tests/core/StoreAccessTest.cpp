@@ -6,7 +6,10 @@
 #include <QElapsedTimer>
 
 #include <SQLiteCpp/Database.h>
+#include <atomic>
+#include <thread>
 #include <unistd.h>
+#include <vector>
 
 namespace orvane {
 
@@ -134,6 +137,32 @@ TEST_F(StoreAccess, WhatStandsInTheWayIsNoDamage)
     EXPECT_EQ(refused(), StoreOpenError::Code::LockedByOther) << "open on another machine";
     writeBytes(ProjectLock::pathIn(folder), "what no lock holds");
     EXPECT_TRUE(open()->load() == saved);
+}
+
+// Who opens the lock file just before its holder removes it locks a file that nobody finds.
+TEST_F(StoreAccess, OfManyThatTakeTheLockAtOnceOneHasIt)
+{
+    std::atomic<int> holders = 0;
+    std::atomic<int> taken = 0;
+    std::atomic<bool> wasShared = false;
+    const auto take = [&] {
+        for (int i = 0; i < 20'000 && taken < 4'000 && !wasShared; ++i) {
+            const auto lock = ProjectLock::take(folder, {});
+            if (!lock)
+                continue;
+            ++taken;
+            wasShared = wasShared || holders.fetch_add(1) != 0;
+            std::this_thread::yield();
+            --holders;
+        }
+    };
+    {
+        std::vector<std::jthread> threads;
+        for (int i = 0; i < 4; ++i)
+            threads.emplace_back(take);
+    }
+    EXPECT_GT(taken, 0);
+    EXPECT_FALSE(wasShared);
 }
 
 TEST_F(StoreAccess, AFullDiskLeavesADamagedStoreWhereItIs)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "SessionFixture.h"
 #include "editor/FormattingLoss.h"
+#include "support/Versions.h"
 #include "text/AttachmentManager.h"
 #include "text/OrvaneWorkspaceRTF.h"
 
@@ -153,8 +154,7 @@ TEST_F(EditorModesTest, AnEditThatWouldEraseFormattingIsAskedAboutOnce)
     EXPECT_EQ(shown(), rich.body);
 
     // The version that was kept brings everything back.
-    const auto versions =
-        NoteVersionHistoryStore::snapshots(app->currentProject()->rootPath, a).value();
+    const auto versions = versionsOf(*app, a);
     ASSERT_FALSE(versions.isEmpty());
     EXPECT_EQ(versions.last().label, u"Before Losing Formatting"_s);
     app->restoreVersion(versions.last());
@@ -176,6 +176,7 @@ TEST_F(EditorModesTest, NothingIsAskedWhereNothingIsLost)
     session->setMode(EditorMode::richText);
     makeBold({0, 1});
     session->setMode(EditorMode::markdown);
+    app->versionHistory().waitForAll();
     QDir(app->currentProject()->rootPath + u"/.orvaneworkspace/history"_s).removeRecursively();
     QFile blocked(app->currentProject()->rootPath + u"/.orvaneworkspace/history"_s);
     ASSERT_TRUE(blocked.open(QIODevice::WriteOnly));
@@ -402,8 +403,7 @@ TEST_F(EditorModesTest, ARestoredVersionShowsAtOnce)
     test.clock.advance(1min);
     session->gateway().setSelection({0, 12});
     session->gateway().type(u"all gone"_s);
-    const auto versions =
-        NoteVersionHistoryStore::snapshots(app->currentProject()->rootPath, a).value();
+    const auto versions = versionsOf(*app, a);
     app->restoreVersion(versions.last());
     EXPECT_EQ(shown(), u"A\nfirst bold"_s);
     EXPECT_TRUE(isBold(3));

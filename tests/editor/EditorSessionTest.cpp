@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "SessionFixture.h"
+#include "support/Versions.h"
 
 #include <QTest>
 
@@ -114,7 +115,7 @@ TEST_F(EditorSessionTest, ARefusedDraftStaysWithItsNoteUntilItIsTaken)
     const auto observing = test.notifications.observe(AppCommandEvents::manualSaveCompleted,
                                                       [&](const NoPayload&) { ++completed; });
     const auto versions = [&] {
-        const auto kept = NoteVersionHistoryStore::snapshots(app->projectAccessPath(), a).value();
+        const auto kept = versionsOf(*app, a);
         return std::count_if(kept.begin(), kept.end(), [](const NoteVersionSnapshot& version) {
             return version.label == u"Manual Save"_s;
         });
@@ -145,6 +146,7 @@ TEST_F(EditorSessionTest, ARefusedDraftStaysWithItsNoteUntilItIsTaken)
     EXPECT_FALSE(session->isDirty());
     EXPECT_TRUE(app->refusedContents().isEmpty());
     session->saveFromExplicitCommand();
+    app->versionHistory().waitForAll();
     EXPECT_EQ(completed, 1);
     EXPECT_EQ(versions(), 1);
 }
@@ -160,11 +162,13 @@ TEST_F(EditorSessionTest, WhatTheDiskDoesNotTakeIsNoManualSave)
         session->saveFromExplicitCommand();
         EXPECT_EQ(app->updateNote(a, session->draft().content()),
                   std::unexpected(Refusal::NotStored));
+        app->versionHistory().waitForAll();
     }
     EXPECT_TRUE(app->saveFailure());
     EXPECT_EQ(completed, 0);
-    EXPECT_TRUE(NoteVersionHistoryStore::snapshots(app->projectAccessPath(), a)->isEmpty());
+    EXPECT_TRUE(versionsOf(*app, a).isEmpty());
     session->saveFromExplicitCommand();
+    app->versionHistory().waitForAll();
     EXPECT_EQ(completed, 1);
     EXPECT_EQ(stored(a), u"A|A\nfirst more"_s);
     EXPECT_EQ(app->updateNote(QUuid::createUuid(), {}), std::unexpected(Refusal::NotThere));
@@ -351,8 +355,7 @@ TEST_F(EditorSessionTest, AManualSaveKeepsAVersionEvenOfAnUnchangedNote)
     test.clock.advance(1s);
     session->saveFromExplicitCommand();
     EXPECT_GT(app->note(a)->updatedAt, before);
-    const auto versions =
-        NoteVersionHistoryStore::snapshots(app->currentProject()->rootPath, a).value();
+    const auto versions = versionsOf(*app, a);
     ASSERT_EQ(versions.size(), 1);
     EXPECT_EQ(versions.first().label, u"Manual Save"_s);
     EXPECT_EQ(completed, 1);

@@ -20,6 +20,27 @@ struct Files : ::testing::Test {
     QString path = folder.path() + u"/file"_s;
 };
 
+TEST_F(Files, APartIsReadWithinWhatThereIs)
+{
+    ASSERT_TRUE(writeFileAtomically(path, "0123456789"));
+    struct Row {
+        const char* name;
+        qint64 at;
+        qint64 size;
+        const char* expected;
+    };
+    const Row rows[] = {
+        {"all", 0, 10, "0123456789"},  {"from the middle", 3, 4, "3456"},
+        {"the last byte", 9, 1, "9"},  {"beyond the end", 8, 5, "89"},
+        {"behind the end", 12, 3, ""}, {"at the end", 10, 1, ""},
+        {"nothing", 4, 0, ""},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(readFilePart(path, row.at, row.size), QByteArray(row.expected)) << row.name;
+    EXPECT_EQ(readFilePart(folder.path(), 0, 1).error().code, FileError::Code::NotAFile);
+    EXPECT_EQ(readFilePart(path + u"?"_s, 0, 1).error().code, FileError::Code::NotFound);
+}
+
 TEST_F(Files, AreReadWholeUpToTheirLimit)
 {
     ASSERT_TRUE(writeFileAtomically(path, "0123456789"));

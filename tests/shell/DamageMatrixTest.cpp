@@ -227,9 +227,8 @@ const std::vector<Damage>& DamageMatrix::rows()
          Ends::Opens},
         {"TheWindowsStateIsNoJson", false,
          with([](Home h) { writeBytes(h.data() + u"/workspace-state.json"_s, "{"); }), Ends::Opens},
-        {"AVersionHistoryIsNoJson", false, with([](Home h) {
-             writeBytes(NoteVersionHistoryStore::filePath(h.root, h.note), "no versions");
-         }),
+        {"AVersionHistoryIsNoJson", false,
+         with([](Home h) { writeBytes(VersionFiles::filePath(h.root, h.note), "no versions"); }),
          Ends::Opens},
         {"AnEmptyMarker", false,
          with([](Home h) { writeBytes(PersistentStoreRecovery::markerPath(h.data()), {}); }),
@@ -380,8 +379,7 @@ const std::vector<Change>& ChangeMatrix::rows()
          }),
          Kept::InPlace},
         {"HistoryRemoved", with([](Home h) {
-             ASSERT_TRUE(
-                 QDir(NoteVersionHistoryStore::historyDirectoryPath(h.root)).removeRecursively());
+             ASSERT_TRUE(QDir(VersionFiles::folderPath(h.root)).removeRecursively());
          }),
          Kept::InPlace},
     };

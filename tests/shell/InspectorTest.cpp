@@ -6,6 +6,7 @@
 #include "shell/inspector/TagChip.h"
 #include "shell/inspector/TagField.h"
 #include "shell/inspector/VersionListView.h"
+#include "support/Versions.h"
 
 #include <QDir>
 #include <QLabel>
@@ -229,16 +230,12 @@ TEST_F(InspectorTest, AVersionIsReadRestoredAndDeleted)
     EXPECT_EQ(list->model()->rowCount(), rows);
     EXPECT_TRUE(answering([&] { press(u"Delete"_s); }, [&] { press(u"Delete"_s); }));
     EXPECT_EQ(list->model()->rowCount(), rows - 1);
-    EXPECT_EQ(NoteVersionHistoryStore::snapshots(state().currentProject()->rootPath, m_note)
-                  .value()
-                  .size(),
-              rows - 2);
+    EXPECT_EQ(versionsOf(state(), m_note).size(), rows - 2);
 }
 
 TEST_F(InspectorTest, SaysWhenVersionsCantBeReadAndRestoresNothingThen)
 {
-    const QString path =
-        NoteVersionHistoryStore::filePath(state().currentProject()->rootPath, m_note);
+    const QString path = VersionFiles::filePath(state().currentProject()->rootPath, m_note);
     ASSERT_TRUE(state().appendVersionSnapshot(m_note, u"Manual Save"_s));
     NoteContent content = NoteContent::of(*state().note(m_note));
     content.body = u"other words"_s;
@@ -254,7 +251,7 @@ TEST_F(InspectorTest, SaysWhenVersionsCantBeReadAndRestoresNothingThen)
                               told = sheetTitle();
                               press(u"OK"_s);
                           }));
-    EXPECT_EQ(told, u"The Version Was Not Restored"_s);
+    EXPECT_EQ(told, u"The Version Can't Be Read"_s);
     EXPECT_EQ(state().note(m_note)->body, u"other words"_s);
     QTimer ok;
     bool saidWhy = false;
@@ -381,15 +378,12 @@ TEST(VersionRowsTest, SayWhenAndHowMuch)
                              .toMSecsSinceEpoch()};
     };
     const auto version = [&](Timestamp when, int words, const std::optional<QString>& label) {
-        NoteVersionSnapshot snapshot;
-        snapshot.capturedAt = when;
-        snapshot.wordCount = words;
-        snapshot.label = label;
-        return snapshot;
+        NoteVersionSummary version;
+        version.capturedAt = when;
+        version.wordCount = words;
+        version.label = label;
+        return version;
     };
-    NoteVersionSnapshot uncounted = version(at(2, 22, 15), 0, std::nullopt);
-    uncounted.wordCount.reset();
-    uncounted.bodyPlain = u"one two three"_s;
     const QList<VersionRow> expected{{u"Now"_s, u"2,011 words"_s},
                                      {u"Today, 14:02"_s, u"1,964 words, 47 fewer"_s},
                                      {u"Today, 00:00"_s, u"Manual Save, 1,964 words"_s},
@@ -397,7 +391,8 @@ TEST(VersionRowsTest, SayWhenAndHowMuch)
                                      {u"Nov 2, 22:15"_s, u"3 words, 1,997 fewer"_s}};
     EXPECT_EQ(versionRows({version(at(21, 14, 2), 1964, std::nullopt),
                            version(at(21, 0, 0), 1964, u"Manual Save"_s),
-                           version(at(20, 23, 59), 2000, std::nullopt), uncounted},
+                           version(at(20, 23, 59), 2000, std::nullopt),
+                           version(at(2, 22, 15), 3, std::nullopt)},
                           2011, at(21, 23, 0)),
               expected);
 }

@@ -6,6 +6,7 @@
 #include "editor/EditorSession.h"
 #include "editor/EditorView.h"
 #include "shell/BinderTreeView.h"
+#include "support/Versions.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>
@@ -117,8 +118,7 @@ protected:
         const QUuid note = *state().selection().selectedNoteID();
         write(word + u"first"_s);
         write(word + u"second"_s);
-        const auto versions = NoteVersionHistoryStore::snapshots(state().projectAccessPath(), note);
-        for (const NoteVersionSnapshot& version : versions.value_or(QList<NoteVersionSnapshot>())) {
+        for (const NoteVersionSnapshot& version : versionsOf(state(), note)) {
             if (!version.bodyPlain.contains(word + u"second"_s) &&
                 version.bodyPlain.contains(word + u"first"_s)) {
                 if (state().restoreVersion(version))

@@ -168,9 +168,8 @@ TEST_F(MainJobTest, FoldersAreShownAndItemsNamedByTheirKeys)
     m_hand->press(Qt::Key_O, Qt::ControlModifier | Qt::AltModifier);
     m_hand->press(Qt::Key_I, Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier);
     const QString root = state().currentProject()->rootPath;
-    EXPECT_EQ(fileManager.shown,
-              (QStringList{state().library().projectsDirectoryPath(),
-                           NoteVersionHistoryStore::historyDirectoryPath(root)}));
+    EXPECT_EQ(fileManager.shown, (QStringList{state().library().projectsDirectoryPath(),
+                                              VersionFiles::folderPath(root)}));
     state().services().notifications.post(AppCommandEvents::openIconsAndTitles);
     auto* names = window().findChild<IconsAndTitlesWindow*>();
     ASSERT_NE(names, nullptr);

@@ -65,8 +65,8 @@ TEST_F(OddFilesTest, NoPlaceHangsIsReplacedOrKeepsTheProgramFromStarting)
         {"learned words", configuration() + u"/words.txt"_s, true, ""},
         {"workspace", dataFolder() + u"/workspace-state.json"_s, true, ""},
         {"version history",
-         NoteVersionHistoryStore::historyDirectoryPath(m_root) + u'/' +
-             m_note.toString(QUuid::WithoutBraces).toUpper() + u".json"_s,
+         VersionFiles::folderPath(m_root) + u'/' + m_note.toString(QUuid::WithoutBraces).toUpper() +
+             u".json"_s,
          true, ""},
         {"marker of a recovery", PersistentStoreRecovery::markerPath(dataFolder()), false,
          "Project Data Protected"},

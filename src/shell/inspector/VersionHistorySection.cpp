@@ -10,8 +10,8 @@
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
-#include <QThreadPool>
 
 namespace orvane {
 
@@ -98,7 +98,7 @@ QWidget* VersionHistorySection::makeButtons()
         flow->insertWidget(at++, button);
     connect(preview, &QPushButton::clicked, this, &VersionHistorySection::preview);
     connect(m_restore, &QPushButton::clicked, this, [this] {
-        if (const auto version = selected())
+        if (const auto version = readSelected())
             restore(*version);
     });
     connect(m_delete, &QPushButton::clicked, this, &VersionHistorySection::removeSelected);
@@ -111,7 +111,7 @@ void VersionHistorySection::setNote(const QUuid& noteID)
         return;
     m_noteID = noteID;
     m_list->selectVersion(-1);
-    show(Snapshots());
+    show(Versions());
     load();
 }
 
@@ -126,24 +126,22 @@ void VersionHistorySection::load()
     const quint64 wish = ++m_load;
     const auto& project = m_appState.currentProject();
     if (!project)
-        return show(Snapshots());
-    const QString root = m_appState.projectAccessPath();
-    const QUuid note = m_noteID;
-    if (QFileInfo(NoteVersionHistoryStore::filePath(root, note)).size() <= readAtOnce)
-        return show(NoteVersionHistoryStore::snapshots(root, note));
-    QThreadPool::globalInstance()->start([self = QPointer(this), root, note, wish] {
-        const Snapshots snapshots = NoteVersionHistoryStore::snapshots(root, note);
-        QMetaObject::invokeMethod(qApp, [self, snapshots, wish] {
-            if (self && self->m_load == wish)
-                self->show(snapshots);
-        });
+        return show(Versions());
+    NoteVersionHistoryStore& history = m_appState.versionHistory();
+    const HistoryPlace place = m_appState.historyPlace();
+    const QFileInfo file(VersionFiles::filePath(place.projectRootPath, m_noteID));
+    if (file.size() <= readAtOnce && !history.isPending(m_noteID))
+        return show(history.list(m_noteID, place));
+    history.listLater(m_noteID, place, [self = QPointer(this), wish](const Versions& versions) {
+        if (self && self->m_load == wish)
+            self->show(versions);
     });
 }
 
-void VersionHistorySection::show(const Snapshots& oldestFirst)
+void VersionHistorySection::show(const Versions& oldestFirst)
 {
     const auto before = selected();
-    const QList<NoteVersionSnapshot> all = oldestFirst.value_or(QList<NoteVersionSnapshot>());
+    const QList<NoteVersionSummary> all = oldestFirst.value_or(QList<NoteVersionSummary>());
     m_newestFirst = {all.rbegin(), all.rend()};
     m_problem = oldestFirst ? std::nullopt : std::optional(oldestFirst.error());
     showRows();
@@ -182,7 +180,7 @@ void VersionHistorySection::showChoice()
     m_delete->setEnabled(!m_appState.isReadOnly());
 }
 
-std::optional<NoteVersionSnapshot> VersionHistorySection::selected() const
+std::optional<NoteVersionSummary> VersionHistorySection::selected() const
 {
     const int at = m_list->selectedVersion();
     if (at < 0 || at >= m_newestFirst.size())
@@ -190,9 +188,22 @@ std::optional<NoteVersionSnapshot> VersionHistorySection::selected() const
     return m_newestFirst.at(at);
 }
 
-void VersionHistorySection::preview()
+std::optional<NoteVersionSnapshot> VersionHistorySection::readSelected()
 {
     const auto version = selected();
+    if (!version)
+        return std::nullopt;
+    auto whole = VersionFiles::read(m_appState.historyPlace().projectRootPath, *version);
+    if (whole)
+        return *std::move(whole);
+    tell(tr("The Version Can't Be Read"), tr("Nothing is changed in its file.\n\n%1"),
+         whole.error());
+    return std::nullopt;
+}
+
+void VersionHistorySection::preview()
+{
+    const auto version = readSelected();
     const NoteRecord* note = m_appState.note(m_noteID);
     if (!version || !note)
         return;
@@ -249,7 +260,7 @@ void VersionHistorySection::removeSelected()
     if (!self || answer.button != 0)
         return;
     const int at = m_list->selectedVersion();
-    if (const auto deleted = m_appState.deleteVersion(*version); !deleted)
+    if (const auto deleted = m_appState.deleteVersion(version->noteID, version->id); !deleted)
         return tell(tr("The Snapshot Was Not Deleted"), tr("It is still there.\n\n%1"),
                     deleted.error());
     m_list->selectVersion(at);

@@ -29,14 +29,16 @@ public:
 
 private:
     [[nodiscard]] QWidget* makeButtons();
-    using Snapshots = std::expected<QList<NoteVersionSnapshot>, VersionHistoryError>;
+    using Versions = NoteVersionHistoryStore::Versions;
 
     void load();
-    void show(const Snapshots& oldestFirst);
+    void show(const Versions& oldestFirst);
     void tell(const QString& title, const QString& text, const VersionHistoryError& error);
     void showRows();
     void showChoice();
-    [[nodiscard]] std::optional<NoteVersionSnapshot> selected() const;
+    [[nodiscard]] std::optional<NoteVersionSummary> selected() const;
+    /// With its texts; a person is told when they can't be read.
+    [[nodiscard]] std::optional<NoteVersionSnapshot> readSelected();
     void preview();
     /// Whether the note is that version now; a person has been told when not.
     void restore(const NoteVersionSnapshot& version);
@@ -46,7 +48,7 @@ private:
     SheetHost& m_sheets;
     Look& m_look;
     QUuid m_noteID;
-    QList<NoteVersionSnapshot> m_newestFirst;
+    QList<NoteVersionSummary> m_newestFirst;
     std::optional<VersionHistoryError> m_problem;
     int m_wordsNow = 0;
     /// Tells a list that was read for an earlier wish from the one that is wanted.

@@ -107,8 +107,9 @@ QLayout* VersionPreviewSheet::makeHead(Timestamp now, const NoteRecord& note)
     QStringList facts;
     if (m_version.label)
         facts.append(*m_version.label);
-    facts.append(tr("%1 words").arg(grouped(wordsOf(m_version))));
-    const QString difference = differenceInWords(wordsOf(m_version), wordCount(note.body.text()));
+    const int words = wordCount(m_version.bodyPlain);
+    facts.append(tr("%1 words").arg(grouped(words)));
+    const QString difference = differenceInWords(words, wordCount(note.body.text()));
     if (!difference.isEmpty())
         facts.append(tr("%1 than now").arg(difference));
     head->addWidget(makeLabel(facts.join(u", "_s), TextStyle::Body, LabelInk::Secondary));

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "core/NoteRecord.h"
-#include "core/NoteVersionHistoryStore.h"
+#include "core/NoteVersion.h"
 #include "core/TextDifference.h"
 #include "shell/SheetHost.h"
 

@@ -35,11 +35,6 @@ QString versionMoment(Timestamp moment, Timestamp now)
     return Words::tr("%1, %2").arg(versionDay(moment, now), moment.toLocal().toString(u"HH:mm"_s));
 }
 
-int wordsOf(const NoteVersionSnapshot& snapshot)
-{
-    return snapshot.wordCount ? *snapshot.wordCount : wordCount(snapshot.bodyPlain);
-}
-
 QString differenceInWords(int earlier, int later)
 {
     if (earlier == later)
@@ -48,22 +43,22 @@ QString differenceInWords(int earlier, int later)
                            : Words::tr("%1 more").arg(grouped(earlier - later));
 }
 
-QList<VersionRow> versionRows(const QList<NoteVersionSnapshot>& newestFirst, int wordsNow,
+QList<VersionRow> versionRows(const QList<NoteVersionSummary>& newestFirst, int wordsNow,
                               Timestamp now)
 {
     QList<VersionRow> rows;
     rows.reserve(newestFirst.size() + 1);
     rows.append({Words::tr("Now"), Words::tr("%1 words").arg(grouped(wordsNow))});
     int later = wordsNow;
-    for (const NoteVersionSnapshot& snapshot : newestFirst) {
-        const int words = wordsOf(snapshot);
+    for (const NoteVersionSummary& version : newestFirst) {
+        const int words = version.wordCount;
         QStringList parts;
-        if (snapshot.label && !snapshot.label->isEmpty())
-            parts.append(*snapshot.label);
+        if (version.label && !version.label->isEmpty())
+            parts.append(*version.label);
         parts.append(Words::tr("%1 words").arg(grouped(words)));
         if (const QString difference = differenceInWords(words, later); !difference.isEmpty())
             parts.append(difference);
-        rows.append({versionMoment(snapshot.capturedAt, now), parts.join(u", "_s)});
+        rows.append({versionMoment(version.capturedAt, now), parts.join(u", "_s)});
         later = words;
     }
     return rows;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "core/NoteVersionHistoryStore.h"
+#include "core/NoteVersion.h"
 
 namespace orvane {
 
@@ -17,14 +17,12 @@ struct VersionRow {
 [[nodiscard]] QString versionDay(Timestamp moment, Timestamp now);
 /// The day and the time of day.
 [[nodiscard]] QString versionMoment(Timestamp moment, Timestamp now);
-/// The words of a version; counted where an old entry doesn't say.
-[[nodiscard]] int wordsOf(const NoteVersionSnapshot& snapshot);
 /// "47 fewer", "3 more", or nothing, from `later` words to `earlier` ones.
 [[nodiscard]] QString differenceInWords(int earlier, int later);
 
 /// The timeline of a note that has `wordsNow` now: the note itself first, then `newestFirst`, each
 /// compared with the one that came after it.
-[[nodiscard]] QList<VersionRow> versionRows(const QList<NoteVersionSnapshot>& newestFirst,
+[[nodiscard]] QList<VersionRow> versionRows(const QList<NoteVersionSummary>& newestFirst,
                                             int wordsNow, Timestamp now);
 
 } // namespace orvane
