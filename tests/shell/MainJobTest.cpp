@@ -238,6 +238,60 @@ TEST_F(MainJobTest, BackAndForwardGoThroughTheNotes)
     EXPECT_EQ(find<QLineEdit>(u"Title of the note"_s)->text(), u"Two"_s);
 }
 
+TEST_F(MainJobTest, NoCommandActsBehindASheet)
+{
+    dismissWelcome();
+    start();
+    makeProject(u"Tidewater"_s);
+    for (const auto& title : {u"One"_s, u"Two"_s}) {
+        press(u"New Note"_s);
+        m_hand->type(title);
+    }
+    press(u"New Folder"_s);
+    const Sheet* sheet = window().sheets().topSheet();
+    ASSERT_NE(sheet, nullptr);
+    const auto selected = state().selection().selectedNoteID();
+    const QWidget* focus = QApplication::focusWidget();
+    using namespace AppCommandEvents;
+    const auto& commands = {showProjects,
+                            newNote,
+                            newFolder,
+                            mainEditorBack,
+                            projectSearch,
+                            focusBinder,
+                            openIconsAndTitles,
+                            binderNextItem,
+                            mainEditorForward,
+                            binderPreviousItem,
+                            binderActivateSelection};
+    for (const auto& command : commands) {
+        SCOPED_TRACE(command.name);
+        state().services().notifications.post(command);
+        TourHand::settle();
+        EXPECT_EQ(window().sheets().topSheet(), sheet);
+        EXPECT_EQ(state().notes().size(), 2);
+        EXPECT_EQ(state().selection().selectedNoteID(), selected);
+        EXPECT_EQ(state().rootPresentationMode(), RootPresentationMode::Editor);
+        EXPECT_EQ(QApplication::focusWidget(), focus);
+    }
+    const std::pair<int, Qt::KeyboardModifiers> keys[] = {{Qt::Key_F6, Qt::NoModifier},
+                                                          {Qt::Key_F10, Qt::NoModifier},
+                                                          {Qt::Key_F11, Qt::NoModifier},
+                                                          {Qt::Key_Q, Qt::ControlModifier}};
+    for (const auto& [key, modifiers] : keys) {
+        SCOPED_TRACE(key);
+        m_hand->press(Qt::Key(key), modifiers);
+        EXPECT_EQ(window().sheets().topSheet(), sheet);
+        EXPECT_EQ(QApplication::focusWidget(), focus);
+        EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+        EXPECT_FALSE(window().isFullScreen());
+        EXPECT_TRUE(window().isVisible());
+    }
+    m_hand->press(Qt::Key_Escape);
+    state().services().notifications.post(newNote);
+    EXPECT_EQ(state().notes().size(), 3);
+}
+
 TEST_F(MainJobTest, UndoActsWhereTheKeyboardIsAndElseInTheText)
 {
     dismissWelcome();

@@ -360,5 +360,51 @@ TEST(EditGateway, KeepsEveryCharacterThatItIsGiven)
     EXPECT_EQ(note.text().first(2), u"\u2028\ufffd"_s);
 }
 
+TEST(EditGatewayTest, WhatTheGuardRefusesIsNotDone)
+{
+    Note note;
+    note.type(u"one two"_s);
+    note.gateway.undo();
+    const QString before = note.text();
+    ASSERT_TRUE(note.gateway.canUndo() && note.gateway.canRedo());
+    int asked = 0;
+    note.gateway.setEditGuard([&] {
+        ++asked;
+        return false;
+    });
+    struct Row {
+        const char* name;
+        std::function<bool()> edit;
+    };
+    EditGateway& gateway = note.gateway;
+    const Row rows[] = {
+        {"undo",
+         [&] {
+             return gateway.undo();
+         }},
+        {"redo",
+         [&] {
+             return gateway.redo();
+         }},
+        {"an edit",
+         [&] {
+             return gateway.performUndoableDocumentEdit(u"Cut"_s, [](DocumentEditor& editor) {
+                 editor.remove({0, 1});
+             });
+         }},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        asked = 0;
+        EXPECT_FALSE(row.edit());
+        EXPECT_EQ(asked, 1);
+        EXPECT_EQ(note.text(), before);
+        EXPECT_TRUE(gateway.canUndo() && gateway.canRedo());
+    }
+    gateway.setEditGuard({});
+    EXPECT_TRUE(gateway.redo());
+    EXPECT_EQ(note.text(), u"one two"_s);
+}
+
 } // namespace
 } // namespace orvane
