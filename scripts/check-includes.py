@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
-"""Holds the includes of src/ against the table of modules, and rejects cycles between files.
+"""Holds the includes of src/ against the tables of modules and their floors, and rejects cycles
+between files.
 
-The table is docs/architecture.md's, written once more as data. There are no exceptions.
+The tables are docs/architecture.md's, written once more as data. There are no exceptions.
 """
 import pathlib
 import re
@@ -11,20 +12,39 @@ MAY_USE = {
     "platform": set(),
     "text": {"platform"},
     "core": {"platform", "text"},
+    "commands": {"platform", "text", "core"},
     "charts": {"text", "platform"},
     "appearance": {"platform", "core", "text"},
-    "editor": {"platform", "core", "text", "charts", "appearance"},
+    "editor": {"platform", "core", "commands", "text", "charts", "appearance"},
     "pdf": {"platform", "core", "text", "appearance"},
     "transfer": {"platform", "core", "text", "charts", "pdf"},
     "drive": {"platform", "core", "transfer"},
     "brainmap": {"platform", "core", "appearance"},
     "teleprompter": {"platform", "core", "text", "appearance"},
-    "shell": {"platform", "core", "text", "charts", "appearance", "editor", "pdf", "transfer", "drive",
-              "brainmap", "teleprompter"},
+    "shell": {"platform", "core", "commands", "text", "charts", "appearance", "editor", "pdf", "transfer",
+              "drive", "brainmap", "teleprompter"},
+    "tour": {"platform", "core", "commands", "text", "appearance", "editor", "shell"},
+}
+# From the ground up: a floor uses itself and those before it; those in one row use each other.
+FLOORS = {
+    "core": [["records"], ["binder"], ["tags"], ["notebook"], ["store"], ["library"], ["versions"],
+             ["state"]],
+    "text": [["value"], ["archive"], ["store", "layout"], ["attachments"], ["rtf"], ["html"]],
 }
 NO_WIDGETS = {"text", "core", "charts"}
 WIDGET_HEADERS = re.compile(r"<(QtWidgets/|QWidget|QApplication|QMessageBox|QDialog|QLabel|QPushButton|QTextEdit|"
                             r"QPlainTextEdit|QAbstractScrollArea|QStyle|QMenu|QAction)")
+
+
+def floor_problem(name, target):
+    floors = FLOORS.get(name.split("/")[0])
+    if not floors or target.split("/")[0] != name.split("/")[0]:
+        return None
+    heights = {floor: height for height, row in enumerate(floors) for floor in row}
+    own, other = name.split("/")[1], target.split("/")[1]
+    if own not in heights or other not in heights:
+        return f"{own} or {other} is no floor"
+    return f"{own} lies below {other}" if heights[other] > heights[own] else None
 
 
 def main():
@@ -51,6 +71,9 @@ def main():
             other = target.split("/")[0]
             if other != module and other not in MAY_USE[module]:
                 problems.append(f"{name}:{number}: {module} may not use {other}")
+            problem = floor_problem(name, target)
+            if problem:
+                problems.append(f"{name}:{number}: {problem}")
             if not (root / target).exists():
                 problems.append(f"{name}:{number}: include {target} by its path under src/")
     state = {}

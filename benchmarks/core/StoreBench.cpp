@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "core/AppState.h"
 #include "core/CoreBench.h"
 #include "core/StoreSamples.h"
+#include "core/state/AppState.h"
 #include "support/Bench.h"
 #include "support/TestServices.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "core/PersistenceController.h"
+#include "core/store/PersistenceController.h"
 
 #include <QString>
 

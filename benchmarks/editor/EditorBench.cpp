@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/EditorSamples.h"
-#include "editor/EditorView.h"
+#include "editor/view/EditorView.h"
 #include "support/Bench.h"
 #include "support/PaintedFrames.h"
-#include "text/TextStore.h"
+#include "text/store/TextStore.h"
 
 #include <QApplication>
 #include <QKeyEvent>

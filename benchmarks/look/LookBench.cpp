@@ -3,10 +3,10 @@
 #include "appearance/AppearanceTokens.h"
 #include "appearance/themes/AppearanceThemeLibrary.h"
 #include "appearance/themes/BundledThemes.h"
-#include "core/SessionKeys.h"
-#include "shell/MainWindow.h"
-#include "shell/OrvaneWorkspaceApp.h"
+#include "core/state/SessionKeys.h"
+#include "shell/app/OrvaneWorkspaceApp.h"
 #include "shell/settings/SettingsWindow.h"
+#include "shell/window/MainWindow.h"
 #include "support/Bench.h"
 
 #include <QApplication>

@@ -2,8 +2,8 @@
 #include "ShellBench.h"
 #include "appearance/AppearanceTokens.h"
 #include "appearance/Look.h"
-#include "shell/BinderModel.h"
-#include "shell/BinderTreeView.h"
+#include "shell/binder/BinderModel.h"
+#include "shell/binder/BinderTreeView.h"
 #include "support/Bench.h"
 #include "support/TestServices.h"
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "ShellBench.h"
-#include "core/SessionKeys.h"
-#include "editor/EditorPaneView.h"
-#include "editor/EditorView.h"
-#include "shell/MainWindow.h"
-#include "shell/OrvaneWorkspaceApp.h"
+#include "core/state/SessionKeys.h"
+#include "editor/pane/EditorPaneView.h"
+#include "editor/view/EditorView.h"
+#include "shell/app/OrvaneWorkspaceApp.h"
 #include "shell/layout/SplitDivider.h"
 #include "shell/layout/ThreePaneSplitView.h"
+#include "shell/window/MainWindow.h"
 #include "support/Bench.h"
 
 #include <QApplication>

@@ -2,9 +2,9 @@
 #include "ShellBench.h"
 #include "appearance/AppearanceTokens.h"
 #include "appearance/Look.h"
-#include "core/NotebookEdits.h"
-#include "shell/BinderModel.h"
-#include "shell/BinderTreeView.h"
+#include "core/notebook/NotebookEdits.h"
+#include "shell/binder/BinderModel.h"
+#include "shell/binder/BinderTreeView.h"
 #include "support/Bench.h"
 #include "support/TestServices.h"
 

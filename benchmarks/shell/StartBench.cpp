@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "ShellBench.h"
-#include "core/AppState.h"
-#include "core/SessionKeys.h"
+#include "core/state/AppState.h"
+#include "core/state/SessionKeys.h"
 #include "support/Bench.h"
 #include "support/TestServices.h"
 

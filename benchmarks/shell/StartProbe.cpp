@@ -2,10 +2,10 @@
 // The program as a person starts it, over the home folder that is its argument.
 #include "FirstFrame.h"
 #include "appearance/FontsAhead.h"
-#include "core/SessionKeys.h"
-#include "shell/MainWindow.h"
-#include "shell/OrvaneWorkspaceApp.h"
+#include "core/state/SessionKeys.h"
+#include "shell/app/OrvaneWorkspaceApp.h"
 #include "shell/desktop/SingleInstance.h"
+#include "shell/window/MainWindow.h"
 
 using namespace orvane;
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/EditorSamples.h"
 #include "support/Bench.h"
-#include "text/AttachmentManager.h"
-#include "text/OrvaneWorkspaceRTF.h"
 #include "text/archive/TextArchive.h"
+#include "text/attachments/AttachmentManager.h"
+#include "text/rtf/OrvaneWorkspaceRTF.h"
 
 #include <QGuiApplication>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/EditorSamples.h"
-#include "editor/EditorView.h"
+#include "editor/view/EditorView.h"
 #include "editor/writing/WritingBehaviours.h"
 #include "support/TestServices.h"
-#include "text/TextStore.h"
+#include "text/store/TextStore.h"
 #include "writing/WritingBench.h"
 
 namespace orvane::bench {

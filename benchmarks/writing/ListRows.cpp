@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "editor/EditorView.h"
 #include "editor/lists/CustomBulletLibrary.h"
 #include "editor/lists/ListEditing.h"
-#include "text/TextStore.h"
+#include "editor/view/EditorView.h"
+#include "text/store/TextStore.h"
 #include "writing/WritingBench.h"
 
 namespace orvane::bench {

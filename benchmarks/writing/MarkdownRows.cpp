@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "appearance/AppearanceTokens.h"
-#include "editor/EditorView.h"
 #include "editor/markdown/MarkdownHighlighting.h"
-#include "text/TextStore.h"
+#include "editor/view/EditorView.h"
+#include "text/store/TextStore.h"
 #include "writing/StockMarkdown.h"
 #include "writing/WritingBench.h"
 

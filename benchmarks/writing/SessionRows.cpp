@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "appearance/AppearanceTokens.h"
-#include "editor/EditorPaneView.h"
 #include "editor/EditorSamples.h"
-#include "editor/EditorView.h"
-#include "editor/StoredText.h"
+#include "editor/pane/EditorPaneView.h"
+#include "editor/session/StoredText.h"
+#include "editor/view/EditorView.h"
 #include "support/TestServices.h"
-#include "text/TextStore.h"
+#include "text/store/TextStore.h"
 #include "writing/WritingBench.h"
 
 #include <QTextEdit>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "editor/EditorView.h"
 #include "editor/find/FindSession.h"
 #include "editor/spelling/SpellingMarks.h"
-#include "text/TextStore.h"
+#include "editor/view/EditorView.h"
+#include "text/store/TextStore.h"
 #include "writing/WritingBench.h"
 
 #include <QTemporaryDir>

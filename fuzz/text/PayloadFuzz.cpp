@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "support/MemoryLimit.h"
-#include "text/AttachmentManager.h"
+#include "text/attachments/AttachmentManager.h"
 
 using namespace orvane;
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "support/Input.h"
 #include "support/MemoryLimit.h"
-#include "text/OrvaneWorkspaceRTF.h"
+#include "text/rtf/OrvaneWorkspaceRTF.h"
 #include "text/rtf/RtfReader.h"
 
 #include <cstdlib>

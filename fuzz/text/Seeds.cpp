@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "appearance/themes/BundledThemes.h"
 #include "appearance/themes/ThemeFile.h"
-#include "text/AttachmentManager.h"
-#include "text/NoteEditorTypingAttributesCodec.h"
-#include "text/OrvaneWorkspaceRTF.h"
 #include "text/RandomText.h"
+#include "text/archive/NoteEditorTypingAttributesCodec.h"
 #include "text/archive/TextArchive.h"
+#include "text/attachments/AttachmentManager.h"
+#include "text/rtf/OrvaneWorkspaceRTF.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "support/MemoryLimit.h"
-#include "text/NoteEditorTypingAttributesCodec.h"
+#include "text/archive/NoteEditorTypingAttributesCodec.h"
 
 #include <cstdlib>
 

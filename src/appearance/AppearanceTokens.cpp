@@ -2,7 +2,7 @@
 #include "appearance/AppearanceTokens.h"
 
 #include "appearance/Contrast.h"
-#include "appearance/SurfaceTokens.h"
+#include "appearance/SurfaceChoice.h"
 #include "appearance/SystemColors.h"
 #include "appearance/themes/AppearanceFields.h"
 #include "appearance/themes/BundledThemes.h"

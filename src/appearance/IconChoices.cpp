@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "appearance/IconChoices.h"
 
+#include "appearance/Drawing.h"
 #include "appearance/Icons.h"
-#include "appearance/ThemeDrawing.h"
 
 #include <QCoreApplication>
 #include <QHash>

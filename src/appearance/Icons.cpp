@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "appearance/Icons.h"
 
-#include "appearance/ThemeDrawing.h"
+#include "appearance/Drawing.h"
 
 #include <QDir>
 #include <QFile>

@@ -2,8 +2,8 @@
 #include "appearance/Look.h"
 
 #include "appearance/Contrast.h"
+#include "appearance/Drawing.h"
 #include "appearance/OrvaneStyle.h"
-#include "appearance/ThemeDrawing.h"
 
 #include <QApplication>
 #include <QIconEngine>

@@ -2,7 +2,7 @@
 #include "appearance/OrvaneStyle.h"
 
 #include "appearance/Contrast.h"
-#include "appearance/ThemeDrawing.h"
+#include "appearance/Drawing.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>

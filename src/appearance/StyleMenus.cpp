@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 // How the style draws menus.
+#include "appearance/Drawing.h"
 #include "appearance/OrvaneStyle.h"
-#include "appearance/ThemeDrawing.h"
 
 #include <QPainter>
 #include <QStyleOption>

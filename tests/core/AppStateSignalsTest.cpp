@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "core/AppState.h"
-#include "core/SessionKeys.h"
+#include "core/state/AppState.h"
+#include "core/state/SessionKeys.h"
 #include "support/TestServices.h"
 
 #include <gtest/gtest.h>

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "core/AppState.h"
+#include "core/state/AppState.h"
 
-#include "core/RecordJson.h"
 #include "core/Records.h"
-#include "core/SessionKeys.h"
+#include "core/records/RecordJson.h"
+#include "core/state/SessionKeys.h"
 #include "support/NoDescriptors.h"
 #include "support/TestServices.h"
 #include "support/Versions.h"
-#include "text/BinderRTF.h"
+#include "text/rtf/BinderRTF.h"
 
 #include <QCoreApplication>
 #include <QThread>
@@ -244,8 +244,7 @@ TEST_F(AppStateTest, TheLicenceStandsBeforeEveryChange)
     const BinderOrder order = app->order();
     test.licence.setPolicy([] { return false; });
     int unlocks = 0;
-    const auto observing = test.notifications.observe(AppCommandEvents::showLicenseUnlock,
-                                                      [&](const NoPayload&) { ++unlocks; });
+    QObject::connect(app.get(), &AppState::licenceUnlockAsked, app.get(), [&] { ++unlocks; });
 
     struct Row {
         const char* name;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "core/BinderActions.h"
+#include "core/binder/BinderActions.h"
 
 #include "core/Records.h"
-#include "core/TagSettings.h"
+#include "core/tags/TagSettings.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "core/BinderOrder.h"
+#include "core/binder/BinderOrder.h"
 
 #include "core/NaiveRows.h"
 #include "core/Records.h"

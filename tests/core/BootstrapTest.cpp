@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "core/BootstrapDecision.h"
-#include "core/EditorHistory.h"
 #include "core/Records.h"
+#include "core/library/BootstrapDecision.h"
+#include "core/state/NavigationHistory.h"
 
 #include <gtest/gtest.h>
 
@@ -53,9 +53,9 @@ const auto everything = [](const QUuid&) {
     return true;
 };
 
-TEST(EditorHistory, GoesBackAndForwardAndCutsWhatLayAhead)
+TEST(NavigationHistory, GoesBackAndForwardAndCutsWhatLayAhead)
 {
-    EditorHistory history;
+    NavigationHistory history;
     EXPECT_EQ(history.navigate(-1, everything), std::nullopt);
     for (int i = 1; i <= 4; ++i)
         history.record(idOf(i));
@@ -70,9 +70,9 @@ TEST(EditorHistory, GoesBackAndForwardAndCutsWhatLayAhead)
     EXPECT_EQ(history.navigate(1, everything), std::nullopt);
 }
 
-TEST(EditorHistory, BackIntoADeletedNoteRemovesTheEntryAndStays)
+TEST(NavigationHistory, BackIntoADeletedNoteRemovesTheEntryAndStays)
 {
-    EditorHistory history;
+    NavigationHistory history;
     for (int i = 1; i <= 3; ++i)
         history.record(idOf(i));
     const auto notTwo = [](const QUuid& id) {
@@ -84,9 +84,9 @@ TEST(EditorHistory, BackIntoADeletedNoteRemovesTheEntryAndStays)
     EXPECT_EQ(history.navigate(-1, notTwo), idOf(1));
 }
 
-TEST(EditorHistory, HoldsEighty)
+TEST(NavigationHistory, HoldsEighty)
 {
-    EditorHistory history;
+    NavigationHistory history;
     for (int i = 0; i < 81; ++i)
         history.record(idOf(i));
     EXPECT_EQ(history.entries().size(), 80);

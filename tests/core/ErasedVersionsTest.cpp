@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "core/AppState.h"
 #include "core/Records.h"
-#include "core/SessionKeys.h"
-#include "core/VersionErasure.h"
+#include "core/state/AppState.h"
+#include "core/state/SessionKeys.h"
+#include "core/versions/VersionErasure.h"
 #include "support/TestServices.h"
 
 #include <QDir>

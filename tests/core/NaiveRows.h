@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "core/BinderOrder.h"
+#include "core/binder/BinderOrder.h"
 
 #include <variant>
 

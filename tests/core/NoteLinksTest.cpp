@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "core/AppState.h"
-#include "core/InternalNoteLink.h"
-#include "core/NoteLocator.h"
-#include "core/PersistentStoreRecovery.h"
+#include "core/library/NoteLocator.h"
+#include "core/records/InternalNoteLink.h"
+#include "core/state/AppState.h"
+#include "core/store/PersistentStoreRecovery.h"
 #include "support/TestServices.h"
 
 #include <QDir>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "core/NoteVersionHistoryStore.h"
-#include "core/ProjectLibraryController.h"
 #include "core/Records.h"
+#include "core/library/ProjectLibraryController.h"
+#include "core/versions/NoteVersionHistoryStore.h"
 #include "support/NoDescriptors.h"
 #include "support/TestServices.h"
 #include "support/Versions.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 // Edits of the notebook as values: what is told of them, what is saved, and taking them back.
-#include "core/NotebookEdits.h"
 #include "core/ProjectFixture.h"
+#include "core/notebook/NotebookEdits.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 // A random walk over the notebook's operations against a naive model: vectors in their order and
 // nothing clever. After each step the notebook, its order and a fresh load from the store agree.
-#include "core/AppState.h"
-#include "core/RecordJson.h"
 #include "core/Records.h"
+#include "core/records/RecordJson.h"
+#include "core/state/AppState.h"
 #include "support/TestServices.h"
 
 #include <QJsonDocument>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "core/PersistenceController.h"
+#include "core/store/PersistenceController.h"
 
 #include "core/StoreFixture.h"
-#include "core/StoreSchema.h"
+#include "core/store/StoreSchema.h"
 
 #include <SQLiteCpp/Database.h>
 

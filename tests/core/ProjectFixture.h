@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "core/AppState.h"
-#include "core/SessionKeys.h"
+#include "core/state/AppState.h"
+#include "core/state/SessionKeys.h"
 #include "support/TestServices.h"
 
 #include <QDir>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 // A project whose words can't be saved is left by one door.
 #include "core/ProjectFixture.h"
-#include "core/ProjectQuestions.h"
+#include "core/state/ProjectQuestions.h"
 
 #include <SQLiteCpp/Database.h>
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "core/ProjectLibraryController.h"
 #include "core/Records.h"
+#include "core/library/ProjectLibraryController.h"
 #include "support/TestServices.h"
 
 #include <QThread>

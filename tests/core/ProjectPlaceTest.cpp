@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 // Other programs rename, move, copy, replace and remove what a project lies in.
 #include "core/ProjectFixture.h"
-#include "core/ProjectQuestions.h"
+#include "core/state/ProjectQuestions.h"
 #include "support/Versions.h"
 
 #include <sys/mount.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "core/RecordJson.h"
+#include "core/records/RecordJson.h"
 
 #include "core/Records.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "core/FolderRecord.h"
-#include "core/NoteRecord.h"
+#include "core/records/FolderRecord.h"
+#include "core/records/NoteRecord.h"
 
 namespace orvane {
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "core/ProjectLock.h"
 #include "core/StoreFixture.h"
+#include "core/store/ProjectLock.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

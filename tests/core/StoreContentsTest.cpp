@@ -4,7 +4,7 @@
 // schema, and what is mended by hand as the documents say.
 
 #include "core/StoreFixture.h"
-#include "core/StoreReader.h"
+#include "core/store/StoreReader.h"
 
 #include <QProcess>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "core/ProjectLock.h"
 #include "core/StoreFixture.h"
-#include "core/StoreReader.h"
+#include "core/store/ProjectLock.h"
+#include "core/store/StoreReader.h"
 
 #include <QCoreApplication>
 #include <QRandomGenerator>

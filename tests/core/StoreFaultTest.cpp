@@ -2,9 +2,9 @@
 
 // A day of writing in which one system call fails, each call in its turn.
 
-#include "core/AppState.h"
-#include "core/NoteContent.h"
 #include "core/StoreFixture.h"
+#include "core/records/NoteContent.h"
+#include "core/state/AppState.h"
 #include "support/FaultyFiles.h"
 
 #include <QElapsedTimer>

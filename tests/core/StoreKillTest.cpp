@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "core/ProjectLibraryController.h"
-#include "core/ProjectLock.h"
 #include "core/StoreFixture.h"
 #include "core/WritingScript.h"
+#include "core/library/ProjectLibraryController.h"
+#include "core/store/ProjectLock.h"
 
 #include <QElapsedTimer>
 #include <QProcess>

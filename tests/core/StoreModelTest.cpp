@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "core/StoreFixture.h"
-#include "core/StoreReader.h"
+#include "core/store/StoreReader.h"
 
 #include <QRandomGenerator>
 

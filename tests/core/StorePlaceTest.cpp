@@ -2,9 +2,9 @@
 
 // What happens to an open store when other programs rename, replace and remove files under it.
 
-#include "core/ProjectLock.h"
 #include "core/StoreFixture.h"
-#include "core/StoreReader.h"
+#include "core/store/ProjectLock.h"
+#include "core/store/StoreReader.h"
 
 #include <SQLiteCpp/Database.h>
 #include <functional>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "core/TagColorPalette.h"
+#include "core/tags/TagColorPalette.h"
 
 #include <QSet>
 #include <gtest/gtest.h>

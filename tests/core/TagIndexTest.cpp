@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "core/Records.h"
-#include "core/TagSettings.h"
-#include "core/Tags.h"
+#include "core/tags/TagSettings.h"
+#include "core/tags/Tags.h"
 
 #include <QCollator>
 #include <QTemporaryDir>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "core/TextDifference.h"
+#include "core/records/TextDifference.h"
 
-#include "core/SequenceDifference.h"
+#include "core/records/SequenceDifference.h"
 
 #include <QElapsedTimer>
 #include <QRandomGenerator>

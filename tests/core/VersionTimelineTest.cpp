@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "core/VersionTimeline.h"
+#include "core/versions/VersionTimeline.h"
 
 #include "core/Records.h"
 

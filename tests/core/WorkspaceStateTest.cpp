@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "core/ProjectWorkspaceState.h"
 #include "core/Records.h"
+#include "core/library/ProjectWorkspaceState.h"
 
 #include <QJsonDocument>
 #include <QTemporaryDir>

@@ -6,9 +6,9 @@
 //        writer_process program ROOT SEED         by the program's state over folders below ROOT
 //        writer_process print ROOT                the notebook of the project below ROOT as JSON
 
-#include "core/AppState.h"
-#include "core/RecordJson.h"
 #include "core/WritingScript.h"
+#include "core/records/RecordJson.h"
+#include "core/state/AppState.h"
 
 #include <QCoreApplication>
 #include <QJsonDocument>

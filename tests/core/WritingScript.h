@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "core/PersistenceController.h"
 #include "core/Records.h"
+#include "core/store/PersistenceController.h"
 
 #include <QRandomGenerator>
 

@@ -2,14 +2,14 @@
 // All that a person can do to a text, in any order: every step is taken back and made again, and
 // what is stored is what is seen.
 #include "appearance/AppearanceTokens.h"
-#include "core/EditorFormatNotifications.h"
-#include "editor/EditorPaneView.h"
-#include "editor/EditorView.h"
-#include "editor/StoredText.h"
+#include "commands/EditorFormatNotifications.h"
+#include "editor/pane/EditorPaneView.h"
+#include "editor/session/StoredText.h"
+#include "editor/view/EditorView.h"
 #include "support/TestServices.h"
-#include "text/AttachmentManager.h"
-#include "text/Graphemes.h"
-#include "text/TextStore.h"
+#include "text/attachments/AttachmentManager.h"
+#include "text/store/Graphemes.h"
+#include "text/store/TextStore.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "SessionFixture.h"
-#include "editor/FormattingLoss.h"
+#include "editor/session/FormattingLoss.h"
 #include "support/Versions.h"
-#include "text/AttachmentManager.h"
-#include "text/OrvaneWorkspaceRTF.h"
+#include "text/attachments/AttachmentManager.h"
+#include "text/rtf/OrvaneWorkspaceRTF.h"
 
 #include <QClipboard>
 #include <QDir>
@@ -369,11 +369,11 @@ TEST_F(EditorModesTest, UndoIsThereWhenAPersonComesBack)
 
 TEST(EditedTextsTest, TheLatestTextsAreKeptWithinLimits)
 {
-    EditedTexts texts;
+    OpenTexts texts;
     QList<QUuid> notes;
     const auto keep = [&](const QString& content) {
         notes.append(QUuid::createUuid());
-        auto text = std::make_unique<EditedText>(notes.last(), TextForm::plain);
+        auto text = std::make_unique<OpenText>(notes.last(), TextForm::plain);
         text->gateway.loadPlainText(content);
         text->stored.plain = content;
         texts.keep(std::move(text));
@@ -381,14 +381,14 @@ TEST(EditedTextsTest, TheLatestTextsAreKeptWithinLimits)
     const auto isKept = [&](const QUuid& note, const QString& content) {
         return texts.take(note, TextForm::plain, {content, {}, {}}) != nullptr;
     };
-    for (std::size_t i = 0; i <= EditedTexts::mostTexts; ++i)
+    for (std::size_t i = 0; i <= OpenTexts::mostTexts; ++i)
         keep(u"text"_s);
     EXPECT_FALSE(isKept(notes.at(0), u"text"_s));
     EXPECT_TRUE(isKept(notes.at(1), u"text"_s));
     EXPECT_FALSE(isKept(notes.at(2), u"another text"_s));
     EXPECT_FALSE(isKept(notes.at(2), u"text"_s)) << "what is no longer stored is gone for good";
 
-    const QString large(EditedTexts::mostCharacters - 10, u'x');
+    const QString large(OpenTexts::mostCharacters - 10, u'x');
     keep(large);
     EXPECT_FALSE(isKept(notes.at(3), u"text"_s));
     EXPECT_TRUE(isKept(notes.at(notes.size() - 2), u"text"_s));

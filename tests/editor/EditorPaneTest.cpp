@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "appearance/AppearanceTokens.h"
-#include "core/InternalNoteLink.h"
-#include "core/SessionKeys.h"
-#include "editor/EditorPaneView.h"
-#include "editor/EditorView.h"
-#include "editor/StatusStrip.h"
+#include "core/records/InternalNoteLink.h"
+#include "core/state/SessionKeys.h"
+#include "editor/pane/EditorPaneView.h"
+#include "editor/pane/StatusStrip.h"
+#include "editor/view/EditorView.h"
 #include "support/TestServices.h"
-#include "text/ParagraphLayout.h"
-#include "text/TextStore.h"
+#include "text/layout/ParagraphLayout.h"
+#include "text/store/TextStore.h"
 
 #include <QApplication>
 #include <QClipboard>

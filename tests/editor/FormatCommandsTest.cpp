@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 // Formatting as menus and toolbars ask for it: by commands to the view that is meant.
 #include "appearance/AppearanceTokens.h"
-#include "core/EditorFormatNotifications.h"
-#include "editor/EditorView.h"
-#include "editor/WritingTools.h"
+#include "commands/EditorFormatNotifications.h"
 #include "editor/formatting/EditorHighlightStrength.h"
+#include "editor/pane/WritingTools.h"
+#include "editor/view/EditorView.h"
 #include "support/TestServices.h"
-#include "text/TextStore.h"
+#include "text/store/TextStore.h"
 
 #include <QApplication>
 #include <QTest>

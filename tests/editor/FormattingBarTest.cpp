@@ -4,10 +4,10 @@
 
 #include "appearance/AppearanceTokens.h"
 #include "appearance/themes/BundledThemes.h"
-#include "editor/EditorView.h"
-#include "editor/WritingTools.h"
+#include "editor/pane/WritingTools.h"
+#include "editor/view/EditorView.h"
 #include "support/TestServices.h"
-#include "text/TextStore.h"
+#include "text/store/TextStore.h"
 
 #include <QApplication>
 #include <QDoubleSpinBox>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "editor/EditorSettings.h"
 #include "editor/formatting/EditorHighlightStrength.h"
 #include "editor/formatting/EditorParagraphStyleRole.h"
 #include "editor/formatting/LetterCase.h"
+#include "editor/view/EditorSettings.h"
 
 #include <QColor>
 #include <gtest/gtest.h>

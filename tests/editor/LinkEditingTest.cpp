@@ -2,8 +2,8 @@
 #include "editor/writing/LinkEditing.h"
 
 #include "editor/writing/LinkAddress.h"
-#include "text/EditGateway.h"
-#include "text/TextStore.h"
+#include "text/store/EditGateway.h"
+#include "text/store/TextStore.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/markdown/MarkdownDecoration.h"
 #include "editor/markdown/MarkdownSyntaxHighlighter.h"
-#include "text/TextRange.h"
+#include "text/value/TextRange.h"
 
 #include <QRegularExpression>
 #include <gtest/gtest.h>
@@ -219,12 +219,12 @@ TEST(Markdown, LineByLineIsTheSameAsTheWholeTextAtOnce)
 
 /// A text under edit with its decoration, and the plainest way to the same: a style for each
 /// character, and the patterns over the neighbouring lines.
-struct EditedText {
+struct OpenText {
     QString text;
     MarkdownDecoration decoration;
     QList<MarkdownStyle> naive;
 
-    explicit EditedText(const QString& content)
+    explicit OpenText(const QString& content)
         : text(content)
         , naive(decorated(content))
     {
@@ -281,7 +281,7 @@ TEST(Markdown, EditsDecorateTheNeighbourhood)
     for (unsigned seed = 1; seed <= 60; ++seed) {
         SCOPED_TRACE(seed);
         std::mt19937 random(seed);
-        EditedText edited(randomText(random, 40));
+        OpenText edited(randomText(random, 40));
         for (int step = 0; step < 60; ++step) {
             const auto at = qsizetype(random() % unsigned(edited.text.size() + 1));
             const auto length =
@@ -325,7 +325,7 @@ TEST(Markdown, WhatStaysUntilTheTextIsLoadedAnew)
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        EditedText edited(row.before);
+        OpenText edited(row.before);
         const LineSpan changed = edited.replace(row.at, row.length, row.insertion);
         EXPECT_EQ(changed, row.changed);
         EXPECT_EQ(withoutLineBreakStyles(edited.text, edited.shown()).toStdString(),

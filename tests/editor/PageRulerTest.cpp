@@ -2,12 +2,12 @@
 #include "editor/page/PageRuler.h"
 
 #include "appearance/AppearanceTokens.h"
-#include "core/AppCommandEvents.h"
-#include "editor/EditorPaneView.h"
-#include "editor/EditorView.h"
+#include "commands/AppCommandEvents.h"
 #include "editor/page/RulerMarker.h"
+#include "editor/pane/EditorPaneView.h"
+#include "editor/view/EditorView.h"
 #include "support/TestServices.h"
-#include "text/TextStore.h"
+#include "text/store/TextStore.h"
 
 #include <QAccessible>
 #include <QApplication>

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "appearance/AppearanceTokens.h"
-#include "core/AppCommandEvents.h"
-#include "core/PageSizePreset.h"
-#include "editor/EditorPaneView.h"
-#include "editor/EditorView.h"
+#include "commands/AppCommandEvents.h"
+#include "core/records/PageSizePreset.h"
 #include "editor/page/PageFit.h"
+#include "editor/pane/EditorPaneView.h"
+#include "editor/view/EditorView.h"
 #include "support/TestServices.h"
-#include "text/TextStore.h"
+#include "text/store/TextStore.h"
 
 #include <QApplication>
 #include <QLineEdit>

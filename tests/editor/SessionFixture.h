@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "editor/EditorSession.h"
+#include "editor/session/EditorSession.h"
 #include "support/TestServices.h"
 
 #include <gtest/gtest.h>

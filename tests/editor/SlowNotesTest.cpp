@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "editor/SlowNotes.h"
+#include "editor/session/SlowNotes.h"
 
 #include "ViewFixture.h"
-#include "core/SessionKeys.h"
+#include "core/state/SessionKeys.h"
 
 #include <QTemporaryDir>
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "ViewFixture.h"
-#include "text/TableRow.h"
+#include "text/store/TableRow.h"
 
 #include <QClipboard>
 #include <QDropEvent>

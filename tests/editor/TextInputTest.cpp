@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "appearance/AppearanceTokens.h"
-#include "editor/EditorPaneView.h"
-#include "editor/EditorView.h"
+#include "editor/pane/EditorPaneView.h"
+#include "editor/view/EditorView.h"
 #include "support/TestServices.h"
-#include "text/ParagraphLayout.h"
-#include "text/TextStore.h"
+#include "text/layout/ParagraphLayout.h"
+#include "text/store/TextStore.h"
 
 #include <QApplication>
 #include <QInputMethodEvent>

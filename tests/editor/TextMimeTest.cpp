@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "editor/TextMime.h"
+#include "editor/view/TextMime.h"
 
 #include <gtest/gtest.h>
 

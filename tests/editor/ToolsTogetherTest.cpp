@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "appearance/AppearanceTokens.h"
-#include "core/EditorFormatNotifications.h"
-#include "editor/EditorPaneView.h"
-#include "editor/EditorView.h"
-#include "editor/StoredText.h"
+#include "commands/EditorFormatNotifications.h"
 #include "editor/find/FindStrip.h"
 #include "editor/lists/EditorListStyle.h"
+#include "editor/pane/EditorPaneView.h"
+#include "editor/session/StoredText.h"
+#include "editor/view/EditorView.h"
 #include "editor/writing/WritingBehaviours.h"
 #include "support/TestServices.h"
-#include "text/Graphemes.h"
-#include "text/TextStore.h"
+#include "text/store/Graphemes.h"
+#include "text/store/TextStore.h"
 
 #include <QApplication>
 #include <QClipboard>

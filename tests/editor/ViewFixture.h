@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "editor/EditorView.h"
-#include "text/TextStore.h"
+#include "editor/view/EditorView.h"
+#include "text/store/TextStore.h"
 
 #include <QApplication>
 #include <QKeySequence>

@@ -2,9 +2,9 @@
 #include "editor/writing/WritingBehaviours.h"
 
 #include "ViewFixture.h"
-#include "core/AppCommandEvents.h"
+#include "commands/AppCommandEvents.h"
 #include "support/TestServices.h"
-#include "text/OrvaneWorkspaceRTF.h"
+#include "text/rtf/OrvaneWorkspaceRTF.h"
 
 #include <QBuffer>
 #include <QClipboard>

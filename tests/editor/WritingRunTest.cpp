@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "SessionFixture.h"
-#include "text/AttachmentManager.h"
-#include "text/Graphemes.h"
-#include "text/OrvaneWorkspaceRTF.h"
-#include "text/TextStore.h"
+#include "text/attachments/AttachmentManager.h"
+#include "text/rtf/OrvaneWorkspaceRTF.h"
+#include "text/store/Graphemes.h"
+#include "text/store/TextStore.h"
 
 #include <QCoreApplication>
 #include <QTest>

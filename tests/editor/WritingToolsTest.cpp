@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "editor/WritingTools.h"
+#include "editor/pane/WritingTools.h"
 
 #include "appearance/AppearanceTokens.h"
 #include "appearance/themes/BundledThemes.h"
-#include "core/EditorFormatNotifications.h"
-#include "editor/EditorView.h"
-#include "editor/StripMenuButton.h"
+#include "commands/EditorFormatNotifications.h"
+#include "editor/pane/StripMenuButton.h"
+#include "editor/view/EditorView.h"
 #include "support/TestServices.h"
-#include "text/ParagraphLayout.h"
-#include "text/TextStore.h"
+#include "text/layout/ParagraphLayout.h"
+#include "text/store/TextStore.h"
 
 #include <QApplication>
 #include <QLabel>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "shell/BinderModel.h"
+#include "shell/binder/BinderModel.h"
 
 #include "core/NaiveRows.h"
-#include "core/Wording.h"
+#include "core/records/Wording.h"
 #include "support/TestServices.h"
 
 #include <QAbstractItemModelTester>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "ShellFixture.h"
-#include "core/InternalNoteLink.h"
-#include "shell/BinderModel.h"
-#include "shell/BinderTreeView.h"
+#include "core/records/InternalNoteLink.h"
+#include "shell/binder/BinderModel.h"
+#include "shell/binder/BinderTreeView.h"
 
 #include <QClipboard>
 #include <QDropEvent>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "appearance/ThemeDrawing.h"
-#include "core/EditorFormatNotifications.h"
+#include "appearance/Drawing.h"
+#include "commands/EditorFormatNotifications.h"
 #include "editor/writing/FocusMode.h"
 #include "shell/commands/AppMenus.h"
 #include "shell/commands/CommandIcons.h"

@@ -2,12 +2,12 @@
 // Each kind of damage and of change from outside against the whole program, started twice over one
 // home: what it ends in, what is said, and that every word that was saved is there or kept.
 #include "ShellFixture.h"
-#include "core/NoteVersionHistoryStore.h"
-#include "core/PersistentStoreRecovery.h"
-#include "core/ProjectLibraryController.h"
-#include "editor/EditorPaneView.h"
-#include "editor/EditorSession.h"
-#include "editor/EditorView.h"
+#include "core/library/ProjectLibraryController.h"
+#include "core/store/PersistentStoreRecovery.h"
+#include "core/versions/NoteVersionHistoryStore.h"
+#include "editor/pane/EditorPaneView.h"
+#include "editor/session/EditorSession.h"
+#include "editor/view/EditorView.h"
 
 #include <QDirIterator>
 #include <QProcess>

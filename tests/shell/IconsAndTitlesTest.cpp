@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "ShellFixture.h"
 #include "appearance/IconChoices.h"
-#include "shell/IconsAndTitlesWindow.h"
+#include "shell/binder/IconsAndTitlesWindow.h"
 
 #include <QLineEdit>
 #include <QListView>

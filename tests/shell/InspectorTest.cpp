@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "ShellFixture.h"
-#include "core/TagColorPalette.h"
-#include "shell/InspectorView.h"
+#include "core/tags/TagColorPalette.h"
+#include "shell/inspector/InspectorView.h"
 #include "shell/inspector/TagActions.h"
 #include "shell/inspector/TagChip.h"
 #include "shell/inspector/TagField.h"

@@ -2,10 +2,10 @@
 // The program is killed while a person writes by keys; what it had called saved is looked for with
 // SQLite's own shell, by the documented form of a store.
 #include "ShellFixture.h"
-#include "editor/EditorPaneView.h"
-#include "editor/EditorSession.h"
-#include "editor/EditorView.h"
-#include "shell/BinderTreeView.h"
+#include "editor/pane/EditorPaneView.h"
+#include "editor/session/EditorSession.h"
+#include "editor/view/EditorView.h"
+#include "shell/binder/BinderTreeView.h"
 #include "support/Versions.h"
 
 #include <QCoreApplication>

@@ -2,10 +2,10 @@
 // Goes through each window by the keyboard alone, as a person without a mouse would: is every
 // control reached, does it show that it has the keyboard, and does it say what it is.
 #include "ShellFixture.h"
-#include "editor/EditorPaneView.h"
-#include "editor/EditorView.h"
-#include "shell/BinderTreeView.h"
-#include "shell/IconsAndTitlesWindow.h"
+#include "editor/pane/EditorPaneView.h"
+#include "editor/view/EditorView.h"
+#include "shell/binder/BinderTreeView.h"
+#include "shell/binder/IconsAndTitlesWindow.h"
 #include "shell/inspector/AliasesSheet.h"
 #include "shell/inspector/VersionListView.h"
 

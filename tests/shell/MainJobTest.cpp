@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "ShellFixture.h"
-#include "editor/EditorPaneView.h"
-#include "editor/EditorView.h"
-#include "shell/BinderTreeView.h"
-#include "shell/IconsAndTitlesWindow.h"
+#include "editor/pane/EditorPaneView.h"
+#include "editor/view/EditorView.h"
+#include "shell/binder/BinderTreeView.h"
+#include "shell/binder/IconsAndTitlesWindow.h"
 
 #include <QClipboard>
 #include <QDesktopServices>

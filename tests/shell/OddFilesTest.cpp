@@ -4,10 +4,10 @@
 #include "support/OddFiles.h"
 
 #include "ShellFixture.h"
-#include "core/NoteVersionHistoryStore.h"
-#include "core/PersistentStoreRecovery.h"
-#include "core/ProjectLibraryController.h"
-#include "core/ProjectWorkspaceState.h"
+#include "core/library/ProjectLibraryController.h"
+#include "core/library/ProjectWorkspaceState.h"
+#include "core/store/PersistentStoreRecovery.h"
+#include "core/versions/NoteVersionHistoryStore.h"
 #include "shell/desktop/OpenRequest.h"
 
 #include <QElapsedTimer>

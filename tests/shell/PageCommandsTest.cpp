@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "ShellFixture.h"
-#include "editor/EditorPaneView.h"
-#include "editor/EditorView.h"
 #include "editor/page/PageRuler.h"
+#include "editor/pane/EditorPaneView.h"
+#include "editor/view/EditorView.h"
 #include "shell/commands/AppMenus.h"
 
 #include <QMenu>

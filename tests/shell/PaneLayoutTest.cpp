@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "core/AppCommandEvents.h"
+#include "commands/AppCommandEvents.h"
 #include "shell/layout/OrvaneWorkspaceSplitViewController.h"
 #include "shell/layout/PaneLayoutSettings.h"
 #include "shell/layout/SplitDivider.h"

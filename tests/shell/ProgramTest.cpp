@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "ProgramFixture.h"
-#include "core/InternalNoteLink.h"
+#include "core/records/InternalNoteLink.h"
 #include "shell/desktop/OpenRequest.h"
 
 #include <QFile>
@@ -23,7 +23,6 @@ TEST_F(ProgramTest, SaysWhatItIsWithoutADisplay)
         {"help", {u"--help"_s}, 0, "usage: orvaneworkspace"},
         {"version", {u"--version"_s}, 0, "OrvaneWorkspace " ORVANE_VERSION},
         {"an unknown option", {u"--colour"_s}, 2, "“--colour” is not an option"},
-        {"a tour without its folder", {u"--tour"_s}, 2, "--tour needs a folder"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "ShellFixture.h"
 #include "appearance/AppearanceTokens.h"
-#include "core/ProjectLock.h"
-#include "shell/MessageText.h"
-#include "shell/ProjectTilesModel.h"
+#include "core/store/ProjectLock.h"
+#include "shell/projects/ProjectTilesModel.h"
+#include "shell/sheets/MessageText.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -92,7 +92,7 @@ TEST_F(ProjectsBrowserTest, WelcomeStaysWhereTheLicenceSaysNo)
     state().services().licence.setPolicy([] { return false; });
     bool asked = false;
     const auto watching = state().services().notifications.observe(
-        showLicenseUnlock, [&](const NoPayload&) { asked = true; });
+        AppCommandEvents::showLicenseUnlock, [&](const NoPayload&) { asked = true; });
     press(u"Start with Starter Project"_s);
     EXPECT_TRUE(asked);
     EXPECT_EQ(sheetTitle(), u"Welcome to OrvaneWorkspace"_s);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "ShellFixture.h"
-#include "shell/MessageText.h"
-#include "shell/QuestionSheetParts.h"
-#include "shell/TourSafety.h"
+#include "shell/sheets/MessageText.h"
+#include "shell/sheets/QuestionSheetParts.h"
+#include "tour/TourSafety.h"
 
 #include <QAccessible>
 #include <QDesktopServices>

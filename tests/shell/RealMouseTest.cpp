@@ -2,8 +2,8 @@
 // The program under a window system of its own, worked by its pointer: what a drag is there, no
 // event that a test sends can show.
 #include "ProgramFixture.h"
-#include "shell/BinderModel.h"
-#include "shell/BinderTreeView.h"
+#include "shell/binder/BinderModel.h"
+#include "shell/binder/BinderTreeView.h"
 #include "shell/layout/WindowPlacement.h"
 
 #include <QStandardPaths>

@@ -4,12 +4,12 @@
 #include "ShellFixture.h"
 #include "appearance/AppearanceTokens.h"
 #include "appearance/themes/BundledThemes.h"
-#include "core/ProjectLock.h"
-#include "editor/EditorPaneView.h"
-#include "shell/ElidedLabel.h"
-#include "shell/ProjectsBrowserView.h"
-#include "shell/TourSafety.h"
+#include "core/store/ProjectLock.h"
+#include "editor/pane/EditorPaneView.h"
+#include "shell/projects/ProjectsBrowserView.h"
 #include "shell/settings/SettingsWindow.h"
+#include "shell/window/ElidedLabel.h"
+#include "tour/TourSafety.h"
 
 #include <QAbstractSpinBox>
 #include <QComboBox>

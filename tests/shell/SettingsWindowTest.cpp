@@ -4,12 +4,12 @@
 #include "ShellFixture.h"
 #include "appearance/studio/ThemeStudioView.h"
 #include "appearance/themes/BundledThemes.h"
-#include "core/AppCommandEvents.h"
-#include "editor/EditorView.h"
+#include "commands/AppCommandEvents.h"
+#include "commands/ShortcutStorage.h"
 #include "editor/lists/CustomBullet.h"
+#include "editor/view/EditorView.h"
 #include "shell/settings/ShortcutRow.h"
 #include "shell/settings/ShortcutsPage.h"
-#include "shell/shortcuts/ShortcutStorage.h"
 
 #include <QAccessible>
 #include <QCheckBox>

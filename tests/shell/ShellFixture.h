@@ -2,11 +2,11 @@
 #pragma once
 
 #include "appearance/themes/AppearanceThemeLibrary.h"
-#include "core/SessionKeys.h"
-#include "shell/MainWindow.h"
-#include "shell/MessageText.h"
-#include "shell/OrvaneWorkspaceApp.h"
-#include "shell/TourHand.h"
+#include "core/state/SessionKeys.h"
+#include "shell/app/OrvaneWorkspaceApp.h"
+#include "shell/sheets/MessageText.h"
+#include "shell/window/MainWindow.h"
+#include "tour/TourHand.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/shortcuts/ShortcutCenter.h"
 
-#include "core/AppCommandEvents.h"
-#include "core/EditorFormatNotifications.h"
+#include "commands/AppCommandEvents.h"
+#include "commands/EditorFormatNotifications.h"
 #include "support/TestServices.h"
 
 #include <QMenu>

@@ -2,9 +2,9 @@
 #include "shell/desktop/TextFiles.h"
 
 #include "ShellFixture.h"
-#include "shell/MessageText.h"
 #include "shell/desktop/OpeningSheet.h"
 #include "shell/desktop/RequestOpener.h"
+#include "shell/sheets/MessageText.h"
 
 #include <QStringEncoder>
 #include <QTest>

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "ShellFixture.h"
-#include "core/InternalNoteLink.h"
-#include "editor/EditorPaneView.h"
-#include "editor/EditorView.h"
-#include "shell/LinkSheet.h"
-#include "shell/TypingAside.h"
-#include "text/TextStore.h"
+#include "core/records/InternalNoteLink.h"
+#include "editor/pane/EditorPaneView.h"
+#include "editor/view/EditorView.h"
+#include "shell/sheets/LinkSheet.h"
+#include "shell/window/TypingAside.h"
+#include "text/store/TextStore.h"
 
 #include <QClipboard>
 #include <QComboBox>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "text/AttributedString.h"
+#include "text/value/AttributedString.h"
 
 #include <gtest/gtest.h>
 

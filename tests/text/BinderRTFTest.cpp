@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "text/BinderRTF.h"
+#include "text/rtf/BinderRTF.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "text/EditGateway.h"
+#include "text/store/EditGateway.h"
 
-#include "text/TextStore.h"
+#include "text/store/TextStore.h"
 
 #include <QSignalSpy>
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "text/Graphemes.h"
+#include "text/store/Graphemes.h"
 
-#include "text/EditGateway.h"
-#include "text/TextStore.h"
+#include "text/store/EditGateway.h"
+#include "text/store/TextStore.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "text/HeightIndex.h"
+#include "text/layout/HeightIndex.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "text/AttachmentManager.h"
 #include "text/RandomText.h"
 #include "text/TextCompare.h"
+#include "text/attachments/AttachmentManager.h"
 #include "text/html/HtmlReader.h"
 #include "text/html/HtmlWriter.h"
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "text/ParagraphLayout.h"
+#include "text/layout/ParagraphLayout.h"
 
 #include "RandomText.h"
-#include "text/EditGateway.h"
-#include "text/Graphemes.h"
-#include "text/TextStore.h"
+#include "text/store/EditGateway.h"
+#include "text/store/Graphemes.h"
+#include "text/store/TextStore.h"
 
 #include <QImage>
 #include <QPainter>

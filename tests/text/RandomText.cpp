@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "text/RandomText.h"
 
-#include "text/AttachmentManager.h"
+#include "text/attachments/AttachmentManager.h"
 
 namespace orvane {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "text/RgbaColor.h"
+#include "text/value/RgbaColor.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "text/AttachmentManager.h"
-#include "text/OrvaneWorkspaceRTF.h"
+#include "text/attachments/AttachmentManager.h"
+#include "text/rtf/OrvaneWorkspaceRTF.h"
 #include "text/rtf/RtfReader.h"
 
 #include <QFile>

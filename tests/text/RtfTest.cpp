@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "text/OrvaneWorkspaceRTF.h"
 #include "text/RandomText.h"
 #include "text/TextCompare.h"
+#include "text/rtf/OrvaneWorkspaceRTF.h"
 #include "text/rtf/RtfReader.h"
 
 #include <gtest/gtest.h>

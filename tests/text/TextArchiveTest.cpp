@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "text/archive/TextArchive.h"
 
-#include "text/AttachmentManager.h"
-#include "text/NoteEditorTypingAttributesCodec.h"
 #include "text/RandomText.h"
-#include "text/RichNoteContentPayload.h"
+#include "text/archive/NoteEditorTypingAttributesCodec.h"
+#include "text/attachments/AttachmentManager.h"
+#include "text/attachments/RichNoteContentPayload.h"
 
 #include <QCborArray>
 #include <QCborMap>

@@ -5,7 +5,7 @@
 #include "appearance/OrvaneStyle.h"
 #include "appearance/studio/ColorSliders.h"
 #include "appearance/studio/ContrastChip.h"
-#include "text/RgbaColor.h"
+#include "text/value/RgbaColor.h"
 
 #include <QCheckBox>
 #include <QGridLayout>

@@ -7,7 +7,7 @@
 #include "appearance/studio/ColorSliders.h"
 #include "appearance/studio/ContrastChip.h"
 #include "appearance/studio/KeyboardFocus.h"
-#include "text/RgbaColor.h"
+#include "text/value/RgbaColor.h"
 
 #include <QPainter>
 #include <QPainterPath>

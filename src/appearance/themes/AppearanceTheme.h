@@ -2,7 +2,7 @@
 #pragma once
 
 #include "appearance/themes/AppearanceValues.h"
-#include "core/JsonObjectReader.h"
+#include "core/records/JsonObjectReader.h"
 #include "platform/Timestamp.h"
 
 #include <QJsonObject>

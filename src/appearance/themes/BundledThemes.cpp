@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "appearance/themes/BundledThemes.h"
 
-#include "text/RgbaColor.h"
+#include "text/value/RgbaColor.h"
 
 namespace orvane {
 

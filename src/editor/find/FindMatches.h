@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "editor/TextEdits.h"
 #include "editor/find/TextSearch.h"
-#include "text/TextSelection.h"
+#include "editor/view/TextEdits.h"
+#include "text/value/TextSelection.h"
 
 #include <functional>
 

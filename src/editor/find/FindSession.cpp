@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/find/FindSession.h"
 
-#include "editor/EditorView.h"
-#include "editor/MarkGeometry.h"
-#include "text/ParagraphLayout.h"
-#include "text/TextStore.h"
+#include "editor/view/EditorView.h"
+#include "editor/view/MarkGeometry.h"
+#include "text/layout/ParagraphLayout.h"
+#include "text/store/TextStore.h"
 
 #include <QPainter>
 

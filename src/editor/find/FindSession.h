@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "editor/EditorExtension.h"
 #include "editor/find/FindMatches.h"
+#include "editor/view/EditorExtension.h"
 #include "platform/Machine.h"
 
 #include <QColor>

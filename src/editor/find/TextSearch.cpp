@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/find/TextSearch.h"
 
-#include "text/Graphemes.h"
+#include "text/store/Graphemes.h"
 
 namespace orvane {
 

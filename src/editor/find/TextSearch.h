@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "text/TextRange.h"
+#include "text/value/TextRange.h"
 
 #include <QList>
 #include <QString>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/UserDefaults.h"
-#include "text/RgbaColor.h"
+#include "text/value/RgbaColor.h"
 
 namespace orvane {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/formatting/EditorParagraphStyleRole.h"
 
-#include "editor/EditorSettings.h"
+#include "editor/view/EditorSettings.h"
 
 #include <cmath>
 

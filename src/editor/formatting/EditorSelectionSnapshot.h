@@ -4,8 +4,8 @@
 #include "editor/formatting/EditorParagraphStyleRole.h"
 #include "editor/lists/EditorListStyle.h"
 #include "platform/NotificationCenter.h"
-#include "text/ParagraphStyle.h"
-#include "text/RgbaColor.h"
+#include "text/value/ParagraphStyle.h"
+#include "text/value/RgbaColor.h"
 
 #include <QUuid>
 

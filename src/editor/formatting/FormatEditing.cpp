@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/formatting/FormatEditing.h"
 
-#include "editor/CaretNavigator.h"
-#include "editor/EditorView.h"
-#include "editor/TextEdits.h"
 #include "editor/formatting/EditorHighlightStrength.h"
-#include "text/CellRules.h"
-#include "text/ParagraphLayout.h"
-#include "text/TextStore.h"
+#include "editor/view/CaretNavigator.h"
+#include "editor/view/EditorView.h"
+#include "editor/view/TextEdits.h"
+#include "text/layout/ParagraphLayout.h"
+#include "text/store/CellRules.h"
+#include "text/store/TextStore.h"
 
 #include <QCoreApplication>
 #include <QFontDatabase>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "core/EditorFormatNotifications.h"
+#include "commands/EditorFormatNotifications.h"
 #include "editor/formatting/EditorParagraphStyleRole.h"
 #include "editor/formatting/LetterCase.h"
-#include "text/AttributedString.h"
+#include "text/value/AttributedString.h"
 
 namespace orvane {
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "appearance/SurfacePanel.h"
-#include "core/EditorFormatNotifications.h"
+#include "commands/EditorFormatNotifications.h"
 #include "editor/formatting/BarControls.h"
 #include "editor/formatting/ColorPopup.h"
 #include "editor/formatting/EditorSelectionSnapshot.h"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "core/AppCommandEvents.h"
-#include "editor/EditorSettings.h"
+#include "commands/AppCommandEvents.h"
 #include "editor/formatting/FormattingBar.h"
+#include "editor/view/EditorSettings.h"
 #include "platform/Services.h"
 
 namespace orvane {

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/formatting/FormattingTools.h"
 
-#include "editor/EditorCommands.h"
-#include "editor/EditorView.h"
+#include "editor/pane/CommandReceiver.h"
 #include "editor/spelling/Spelling.h"
+#include "editor/view/EditorView.h"
 
 namespace orvane {
 
 namespace Format = EditorFormatNotifications;
 
-FormattingTools::FormattingTools(EditorView& view, EditorCommands& commands,
+FormattingTools::FormattingTools(EditorView& view, CommandReceiver& commands,
                                  const ListEditing& lists, const Spelling& languages,
                                  const Services& services)
     : m_view(view)
@@ -29,9 +29,9 @@ FormattingTools::~FormattingTools()
     m_view.removeExtension(this);
 }
 
-bool FormattingTools::command(EditorCommand command)
+bool FormattingTools::command(EditAction command)
 {
-    return command == EditorCommand::insertNewline && m_view.isEditable() &&
+    return command == EditAction::insertNewline && m_view.isEditable() &&
            m_commands.mode() == EditorMode::richText && m_editing.beginBodyAfterHeading();
 }
 

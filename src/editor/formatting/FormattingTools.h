@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "editor/EditorExtension.h"
 #include "editor/formatting/FormatEditing.h"
 #include "editor/formatting/SelectionSnapshots.h"
+#include "editor/view/EditorExtension.h"
 #include "platform/Services.h"
 
 namespace orvane {
 
-class EditorCommands;
+class CommandReceiver;
 class Spelling;
 
 /// Formatting in one text view: carries out the commands that are meant for it, ends a heading with
@@ -16,7 +16,7 @@ class Spelling;
 class FormattingTools : public EditorExtension {
 public:
     /// All outlive it.
-    FormattingTools(EditorView& view, EditorCommands& commands, const ListEditing& lists,
+    FormattingTools(EditorView& view, CommandReceiver& commands, const ListEditing& lists,
                     const Spelling& languages, const Services& services);
     ~FormattingTools() override;
     Q_DISABLE_COPY_MOVE(FormattingTools)
@@ -26,7 +26,7 @@ public:
     /// After the view got other colours.
     void lookChanged() { m_snapshots.schedule(); }
 
-    bool command(EditorCommand command) override;
+    bool command(EditAction command) override;
 
 private:
     void observeCharacterCommands();
@@ -34,7 +34,7 @@ private:
     void observeCaseCommands();
 
     EditorView& m_view;
-    EditorCommands& m_commands;
+    CommandReceiver& m_commands;
     const Spelling& m_languages;
     FormatEditing m_editing;
     SelectionSnapshots m_snapshots;

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/formatting/SelectionSnapshots.h"
 
-#include "editor/EditorView.h"
 #include "editor/lists/ListEditing.h"
-#include "text/ParagraphLayout.h"
-#include "text/TextStore.h"
+#include "editor/view/EditorView.h"
+#include "text/layout/ParagraphLayout.h"
+#include "text/store/TextStore.h"
 
 namespace orvane {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "core/EditorFormatNotifications.h"
+#include "commands/EditorFormatNotifications.h"
 #include "editor/formatting/BarPopup.h"
 #include "editor/formatting/EditorSelectionSnapshot.h"
 

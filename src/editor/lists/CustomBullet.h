@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "text/RgbaColor.h"
+#include "text/value/RgbaColor.h"
 
 #include <QByteArray>
 #include <QList>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "editor/TextEdits.h"
 #include "editor/lists/ListText.h"
+#include "editor/view/TextEdits.h"
 
 /// Lists are literal text: a list item is a line that begins with tabs and a marker, and its
 /// paragraph style indents it. There is no list object.

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/lists/ListEditing.h"
 
-#include "editor/EditorView.h"
 #include "editor/lists/CustomBulletLibrary.h"
-#include "text/ParagraphLayout.h"
-#include "text/TextStore.h"
+#include "editor/view/EditorView.h"
+#include "text/layout/ParagraphLayout.h"
+#include "text/store/TextStore.h"
 
 namespace orvane {
 
@@ -61,17 +61,17 @@ bool ListEditing::apply(const std::optional<TextEdits>& edits)
     return true;
 }
 
-bool ListEditing::command(EditorCommand command)
+bool ListEditing::command(EditAction command)
 {
     const TextRange selection = m_view.selection().range();
     if (!selection.isEmpty() || !m_view.isEditable() || !listContext(selection.location))
         return false;
     switch (command) {
-    case EditorCommand::insertNewline:
+    case EditAction::insertNewline:
         return apply(lists::handleReturn(wholeText(), selection));
-    case EditorCommand::insertTab:
+    case EditAction::insertTab:
         return apply(lists::updateListIndent(wholeText(), selection, 1));
-    case EditorCommand::insertBacktab:
+    case EditAction::insertBacktab:
         return apply(lists::updateListIndent(wholeText(), selection, -1));
     default:
         return false;

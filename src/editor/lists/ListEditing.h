@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "editor/EditorExtension.h"
 #include "editor/lists/ListContinuationHelper.h"
+#include "editor/view/EditorExtension.h"
 
 namespace orvane {
 
@@ -30,7 +30,7 @@ public:
     [[nodiscard]] std::optional<ListContinuationHelper::Context>
     listContext(qsizetype position) const;
 
-    bool command(EditorCommand command) override;
+    bool command(EditAction command) override;
     bool mousePressed(const EditorMouse& mouse) override;
     std::optional<Qt::CursorShape> cursorAt(QPointF page) override;
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "editor/TextEdits.h"
 #include "editor/lists/ListText.h"
+#include "editor/view/TextEdits.h"
 
 #include <vector>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "editor/lists/ListMarker.h"
-#include "text/AttributedString.h"
+#include "text/value/AttributedString.h"
 
 #include <functional>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/markdown/MarkdownHighlighting.h"
 
-#include "text/EditGateway.h"
-#include "text/ParagraphLayout.h"
-#include "text/TextStore.h"
+#include "text/layout/ParagraphLayout.h"
+#include "text/store/EditGateway.h"
+#include "text/store/TextStore.h"
 
 #include <QFontDatabase>
 

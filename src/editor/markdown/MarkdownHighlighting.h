@@ -3,10 +3,10 @@
 
 #include "editor/markdown/MarkdownDecoration.h"
 #include "editor/markdown/MarkdownSyntaxHighlighter.h"
-#include "text/ParagraphDecorator.h"
-#include "text/TextFont.h"
-#include "text/TextRange.h"
-#include "text/TextSelection.h"
+#include "text/layout/ParagraphDecorator.h"
+#include "text/value/TextFont.h"
+#include "text/value/TextRange.h"
+#include "text/value/TextSelection.h"
 
 #include <QHash>
 #include <QObject>

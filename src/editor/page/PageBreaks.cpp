@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/page/PageBreaks.h"
 
-#include "text/CellRules.h"
-#include "text/LineBreaker.h"
-#include "text/TextStore.h"
+#include "text/layout/LineBreaker.h"
+#include "text/store/CellRules.h"
+#include "text/store/TextStore.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>

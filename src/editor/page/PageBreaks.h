@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "editor/TextMime.h"
-#include "text/EditGateway.h"
+#include "editor/view/TextMime.h"
+#include "text/store/EditGateway.h"
 
 #include <QColor>
 

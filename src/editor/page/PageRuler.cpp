@@ -2,10 +2,10 @@
 #include "editor/page/PageRuler.h"
 
 #include "appearance/Contrast.h"
-#include "editor/EditorTextHost.h"
-#include "editor/EditorView.h"
 #include "editor/page/RulerMarker.h"
-#include "text/TextStore.h"
+#include "editor/pane/EditorTextHost.h"
+#include "editor/view/EditorView.h"
+#include "text/store/TextStore.h"
 
 #include <QKeyEvent>
 #include <QMenu>

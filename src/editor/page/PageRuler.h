@@ -2,8 +2,8 @@
 #pragma once
 
 #include "appearance/Look.h"
-#include "editor/EditorExtension.h"
 #include "editor/page/RulerMarks.h"
+#include "editor/view/EditorExtension.h"
 #include "platform/UserDefaults.h"
 
 #include <QWidget>

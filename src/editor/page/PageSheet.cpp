@@ -3,7 +3,7 @@
 
 #include "appearance/AppearanceTokens.h"
 #include "appearance/Look.h"
-#include "editor/EditorSettings.h"
+#include "editor/view/EditorSettings.h"
 
 #include <QHash>
 #include <QPainter>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/page/PageSurface.h"
 
-#include "editor/EditorView.h"
+#include "editor/view/EditorView.h"
 
 #include <cmath>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "editor/EditorExtension.h"
 #include "editor/page/PageFit.h"
 #include "editor/page/PageSheet.h"
+#include "editor/view/EditorExtension.h"
 
 #include <QObject>
 

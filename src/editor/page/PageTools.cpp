@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/page/PageTools.h"
 
-#include "editor/EditorTextHost.h"
-#include "editor/EditorView.h"
 #include "editor/page/PageBreaks.h"
 #include "editor/page/PageFit.h"
 #include "editor/page/PageRuler.h"
-#include "text/TextStore.h"
+#include "editor/pane/EditorTextHost.h"
+#include "editor/view/EditorView.h"
+#include "text/store/TextStore.h"
 
 #include <QBoxLayout>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "appearance/Look.h"
-#include "core/AppCommandEvents.h"
+#include "commands/AppCommandEvents.h"
 #include "platform/Services.h"
 
 #include <QObject>

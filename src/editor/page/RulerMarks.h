@@ -2,7 +2,7 @@
 #pragma once
 
 #include "editor/page/LengthUnit.h"
-#include "text/ParagraphStyle.h"
+#include "text/value/ParagraphStyle.h"
 
 namespace orvane {
 

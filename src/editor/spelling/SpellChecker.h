@@ -3,7 +3,7 @@
 
 #include "editor/spelling/PersonalWordList.h"
 #include "editor/spelling/SpellDictionary.h"
-#include "text/TextRange.h"
+#include "text/value/TextRange.h"
 
 #include <QHash>
 #include <QObject>

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/spelling/SpellingMarks.h"
 
-#include "editor/EditorView.h"
-#include "editor/MarkGeometry.h"
-#include "editor/TextEdits.h"
 #include "editor/spelling/SpellingMenu.h"
-#include "text/ParagraphLayout.h"
-#include "text/TextStore.h"
+#include "editor/view/EditorView.h"
+#include "editor/view/MarkGeometry.h"
+#include "editor/view/TextEdits.h"
+#include "text/layout/ParagraphLayout.h"
+#include "text/store/TextStore.h"
 
 #include <QMenu>
 #include <QPainter>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "editor/EditorExtension.h"
 #include "editor/spelling/Spelling.h"
 #include "editor/spelling/SpellingResults.h"
-#include "text/TextSelection.h"
+#include "editor/view/EditorExtension.h"
+#include "text/value/TextSelection.h"
 
 #include <QColor>
 #include <QObject>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/spelling/SpellingResults.h"
 
-#include "text/TextStore.h"
+#include "text/store/TextStore.h"
 
 #include <QElapsedTimer>
 #include <QTimerEvent>

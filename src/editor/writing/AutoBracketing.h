@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "editor/EditorExtension.h"
-#include "text/TextSelection.h"
+#include "editor/view/EditorExtension.h"
+#include "text/value/TextSelection.h"
 
 #include <QChar>
 #include <QObject>

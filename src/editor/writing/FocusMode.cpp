@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/writing/FocusMode.h"
 
-#include "core/AppCommandEvents.h"
-#include "editor/EditorSettings.h"
-#include "editor/EditorView.h"
+#include "commands/AppCommandEvents.h"
+#include "editor/view/EditorSettings.h"
+#include "editor/view/EditorView.h"
 
 namespace orvane {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/writing/FocusedText.h"
 
-#include "text/TextStore.h"
+#include "text/store/TextStore.h"
 
 #include <QTextBoundaryFinder>
 

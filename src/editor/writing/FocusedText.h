@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "text/TextSelection.h"
+#include "text/value/TextSelection.h"
 
 #include <QString>
 

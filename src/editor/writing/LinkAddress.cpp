@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/writing/LinkAddress.h"
 
-#include "core/InternalNoteLink.h"
+#include "core/records/InternalNoteLink.h"
 
 #include <QRegularExpression>
 #include <QUrl>

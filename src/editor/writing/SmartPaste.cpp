@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/writing/SmartPaste.h"
 
-#include "editor/EditorView.h"
-#include "text/TextStore.h"
+#include "editor/view/EditorView.h"
+#include "text/store/TextStore.h"
 
 #include <QCoreApplication>
 #include <QMimeData>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "editor/EditorExtension.h"
-#include "text/AttributedString.h"
+#include "editor/view/EditorExtension.h"
+#include "text/value/AttributedString.h"
 
 namespace orvane {
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/writing/TypewriterScroll.h"
 
-#include "editor/EditorSettings.h"
-#include "editor/EditorView.h"
+#include "editor/view/EditorSettings.h"
+#include "editor/view/EditorView.h"
 
 #include <QMouseEvent>
 

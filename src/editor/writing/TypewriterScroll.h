@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "editor/EditorExtension.h"
+#include "editor/view/EditorExtension.h"
 #include "platform/Services.h"
 
 #include <QObject>

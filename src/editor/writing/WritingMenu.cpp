@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/writing/WritingMenu.h"
 
-#include "core/AppCommandEvents.h"
-#include "editor/EditorView.h"
-#include "editor/StoredText.h"
+#include "commands/AppCommandEvents.h"
+#include "editor/session/StoredText.h"
+#include "editor/view/EditorView.h"
 #include "editor/writing/FocusMode.h"
-#include "text/OrvaneWorkspaceRTF.h"
-#include "text/TextStore.h"
+#include "text/rtf/OrvaneWorkspaceRTF.h"
+#include "text/store/TextStore.h"
 
 #include <QActionGroup>
 #include <QMenu>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "editor/EditorExtension.h"
-#include "editor/EditorSettings.h"
+#include "editor/view/EditorExtension.h"
+#include "editor/view/EditorSettings.h"
 #include "platform/Services.h"
 
 #include <QObject>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "commands/PostableCommand.h"
+#include "commands/ShortcutAction.h"
 #include "platform/UserDefaults.h"
-#include "shell/commands/PostableCommand.h"
-#include "shell/shortcuts/ShortcutAction.h"
 
 #include <QString>
 

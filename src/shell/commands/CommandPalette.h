@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "core/AppState.h"
-#include "shell/SheetHost.h"
+#include "core/state/AppState.h"
 #include "shell/commands/CommandCenter.h"
 #include "shell/commands/PaletteSearch.h"
+#include "shell/sheets/SheetHost.h"
 
 class QLineEdit;
 class QListView;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/commands/CommandPaletteDelegate.h"
 
+#include "appearance/Drawing.h"
 #include "appearance/OrvaneStyle.h"
-#include "appearance/ThemeDrawing.h"
 
 #include <QPainter>
 #include <QTextLayout>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "core/EditorFormatNotifications.h"
-#include "editor/EditorSettings.h"
+#include "commands/EditorFormatNotifications.h"
+#include "editor/view/EditorSettings.h"
 #include "editor/writing/FocusedText.h"
 #include "shell/commands/Command.h"
 

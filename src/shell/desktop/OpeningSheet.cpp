@@ -2,7 +2,7 @@
 #include "shell/desktop/OpeningSheet.h"
 
 #include "appearance/OrvaneStyle.h"
-#include "shell/ElidedLabel.h"
+#include "shell/window/ElidedLabel.h"
 
 #include <QHBoxLayout>
 #include <QLocale>

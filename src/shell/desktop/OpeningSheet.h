@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "shell/SheetHost.h"
 #include "shell/desktop/TextFiles.h"
+#include "shell/sheets/SheetHost.h"
 
 #include <QTimer>
 

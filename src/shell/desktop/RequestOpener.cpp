@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/desktop/RequestOpener.h"
 
-#include "core/InternalNoteLink.h"
-#include "core/NoteLocator.h"
-#include "shell/MainWindow.h"
+#include "core/library/NoteLocator.h"
+#include "core/records/InternalNoteLink.h"
 #include "shell/desktop/OpeningSheet.h"
+#include "shell/window/MainWindow.h"
 
 #include <QFileInfo>
 #include <QUrl>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "core/AppState.h"
-#include "shell/SheetHost.h"
+#include "core/state/AppState.h"
+#include "shell/sheets/SheetHost.h"
 
 class QLabel;
 class QLineEdit;

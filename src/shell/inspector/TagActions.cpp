@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/inspector/TagActions.h"
 
-#include "core/TagColorPalette.h"
-#include "core/Wording.h"
-#include "shell/NameSheet.h"
+#include "core/records/Wording.h"
+#include "core/tags/TagColorPalette.h"
 #include "shell/inspector/AliasesSheet.h"
 #include "shell/inspector/TagChip.h"
+#include "shell/sheets/NameSheet.h"
 
 #include <QMenu>
 #include <QPainter>

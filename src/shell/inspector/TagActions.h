@@ -2,8 +2,8 @@
 #pragma once
 
 #include "appearance/Look.h"
-#include "core/AppState.h"
-#include "shell/SheetHost.h"
+#include "core/state/AppState.h"
+#include "shell/sheets/SheetHost.h"
 
 #include <QObject>
 

@@ -3,7 +3,7 @@
 
 #include "appearance/Contrast.h"
 #include "appearance/OrvaneStyle.h"
-#include "core/Tags.h"
+#include "core/tags/Tags.h"
 #include "shell/inspector/TagChip.h"
 
 #include <QAbstractItemView>

@@ -2,7 +2,7 @@
 #include "shell/inspector/TagsSection.h"
 
 #include "appearance/OrvaneStyle.h"
-#include "core/TagColorPalette.h"
+#include "core/tags/TagColorPalette.h"
 #include "shell/inspector/FlowLayout.h"
 #include "shell/inspector/TagChip.h"
 #include "shell/inspector/TagField.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/inspector/VersionHistorySection.h"
 
-#include "core/Wording.h"
-#include "editor/EditorPaneView.h"
+#include "core/records/Wording.h"
+#include "editor/pane/EditorPaneView.h"
 #include "shell/inspector/FlowLayout.h"
 #include "shell/inspector/VersionListView.h"
 #include "shell/inspector/VersionPreviewSheet.h"

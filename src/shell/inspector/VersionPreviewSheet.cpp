@@ -3,7 +3,7 @@
 
 #include "appearance/Contrast.h"
 #include "appearance/OrvaneStyle.h"
-#include "core/Wording.h"
+#include "core/records/Wording.h"
 #include "shell/inspector/VersionRows.h"
 
 #include <QCheckBox>

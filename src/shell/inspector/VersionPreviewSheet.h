@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "core/NoteRecord.h"
-#include "core/NoteVersion.h"
-#include "core/TextDifference.h"
-#include "shell/SheetHost.h"
+#include "core/records/NoteRecord.h"
+#include "core/records/TextDifference.h"
+#include "core/versions/NoteVersion.h"
+#include "shell/sheets/SheetHost.h"
 
 class QCheckBox;
 class QLabel;

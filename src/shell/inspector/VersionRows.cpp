@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/inspector/VersionRows.h"
 
-#include "core/Wording.h"
+#include "core/records/Wording.h"
 
 #include <QCoreApplication>
 #include <QLocale>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "core/NoteVersion.h"
+#include "core/versions/NoteVersion.h"
 
 namespace orvane {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/layout/OrvaneWorkspaceSplitViewController.h"
 
-#include "core/AppCommandEvents.h"
+#include "commands/AppCommandEvents.h"
 #include "shell/layout/PaneLayoutSettings.h"
 
 #include <QScopedValueRollback>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "core/AppState.h"
-#include "core/ProjectWorkspaceState.h"
+#include "core/library/ProjectWorkspaceState.h"
+#include "core/state/AppState.h"
 #include "shell/layout/SplitPaneLayoutModel.h"
 
 /// What a project's window looks like, to and from the value that is kept with the project.

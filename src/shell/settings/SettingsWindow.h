@@ -2,8 +2,8 @@
 #pragma once
 
 #include "appearance/studio/ThemeFilePicker.h"
-#include "shell/QuestionSheet.h"
 #include "shell/settings/SettingsPages.h"
+#include "shell/sheets/QuestionSheet.h"
 
 #include <QWidget>
 

@@ -2,7 +2,7 @@
 #include "shell/settings/ShortcutRow.h"
 
 #include "appearance/Look.h"
-#include "shell/shortcuts/DesktopReservations.h"
+#include "commands/DesktopReservations.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

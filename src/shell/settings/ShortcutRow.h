@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "shell/shortcuts/ShortcutBindings.h"
+#include "commands/ShortcutBindings.h"
 
 #include <QWidget>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "commands/ShortcutRecordingState.h"
 #include "platform/Services.h"
 #include "shell/settings/SettingsPage.h"
-#include "shell/shortcuts/ShortcutRecordingState.h"
 
 class QLineEdit;
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "shell/shortcuts/KeyCodes.h"
-#include "shell/shortcuts/ShortcutBindings.h"
+#include "commands/KeyCodes.h"
+#include "commands/ShortcutBindings.h"
 
 class QWidget;
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/shortcuts/ShortcutCenter.h"
 
-#include "core/AppCommandEvents.h"
+#include "commands/AppCommandEvents.h"
 
 #include <QApplication>
 #include <QKeyEvent>

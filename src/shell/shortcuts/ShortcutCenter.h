@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "commands/ShortcutRecordingState.h"
 #include "platform/Services.h"
 #include "shell/shortcuts/AppUndoRedoRouter.h"
 #include "shell/shortcuts/KeyRouting.h"
-#include "shell/shortcuts/ShortcutRecordingState.h"
 
 #include <QObject>
 #include <QPointer>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "appearance/SurfacePanel.h"
-#include "core/AppState.h"
+#include "core/state/AppState.h"
 
 class QAction;
 class QHBoxLayout;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/toolbar/ProjectMenu.h"
 
-#include "shell/ProjectActions.h"
+#include "shell/projects/ProjectActions.h"
 
 #include <QMenu>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "core/AppState.h"
+#include "core/state/AppState.h"
 
 class QMenu;
 

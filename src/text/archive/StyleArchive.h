@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "text/CharacterStyle.h"
-#include "text/ParagraphStyle.h"
 #include "text/archive/CborCursor.h"
+#include "text/value/CharacterStyle.h"
+#include "text/value/ParagraphStyle.h"
 
 #include <QCborStreamWriter>
 #include <QHash>

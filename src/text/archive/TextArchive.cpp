@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "text/archive/TextArchive.h"
 
-#include "text/StyleInterner.h"
 #include "text/archive/StyleArchive.h"
+#include "text/value/StyleInterner.h"
 
 namespace orvane::TextArchive {
 namespace {

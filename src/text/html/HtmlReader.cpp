@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "text/html/HtmlReader.h"
 
-#include "text/ImportedList.h"
 #include "text/html/CssDeclarations.h"
 #include "text/html/HtmlElements.h"
 #include "text/html/HtmlEntities.h"
 #include "text/html/HtmlParagraphs.h"
+#include "text/rtf/ImportedList.h"
 
 #include <QStringDecoder>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "text/AttributedString.h"
-#include "text/StyleInterner.h"
 #include "text/html/HtmlTokenizer.h"
+#include "text/value/StyleInterner.h"
+#include "text/value/AttributedString.h"
 
 #include <memory>
 

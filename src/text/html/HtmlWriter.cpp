@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "text/html/HtmlWriter.h"
 
-#include "text/AttachmentManager.h"
-#include "text/LineBreaker.h"
+#include "text/attachments/AttachmentManager.h"
+#include "text/layout/LineBreaker.h"
 
 #include <QHash>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "text/AttributedString.h"
+#include "text/value/AttributedString.h"
 
 #include <QByteArray>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "text/rtf/RtfInterpreter.h"
 
-#include "text/ImportedList.h"
-#include "text/LineBreaker.h"
+#include "text/layout/LineBreaker.h"
+#include "text/rtf/ImportedList.h"
 #include "text/rtf/RtfFontName.h"
 #include "text/rtf/RtfWords.h"
 

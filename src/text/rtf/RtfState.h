@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "text/ParagraphStyle.h"
+#include "text/value/ParagraphStyle.h"
 
 #include <QList>
 #include <QRgb>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "text/rtf/RtfWriter.h"
 
-#include "text/AttachmentManager.h"
+#include "text/attachments/AttachmentManager.h"
 #include "text/rtf/RtfState.h"
 #include "text/rtf/RtfText.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "text/AttributedString.h"
 #include "text/rtf/RtfPalette.h"
+#include "text/value/AttributedString.h"
 
 #include <QByteArray>
 #include <QHash>

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "core/binder/BinderOrder.h"
+#include "core/records/NotebookSnapshot.h"
+#include "core/records/RecordTable.h"
+#include "core/tags/Tags.h"
+
+namespace orvane {
+
+/// A notebook as it is worked with: its records by id, and what follows from them.
+struct Notebook {
+    RecordTable<FolderRecord> folders;
+    RecordTable<NoteRecord> notes;
+    TagIndex tags;
+    BinderOrder order;
+};
+
+/// The Trash of a project, made now.
+[[nodiscard]] FolderRecord trashFolder(Timestamp now);
+/// Adds a Trash to `folders` where there is none.
+void ensureTrashFolder(RecordTable<FolderRecord>& folders, Timestamp now);
+
+/// A copy of a project gets an id of its own: what lies at the root of `former` lies at its root.
+void giveOwnRoot(Notebook& notebook, const QUuid& former, const QUuid& own);
+
+/// What is stored of a project, ready to be worked with, and with a Trash. On any thread.
+[[nodiscard]] Notebook notebookOf(const NotebookSnapshot& snapshot, const QUuid& projectID,
+                                  Timestamp now);
+
+} // namespace orvane

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "core/records/ProjectRecord.h"
+
+#include "core/records/RecordJson.h"
+#include "text/rtf/BinderRTF.h"
+
+#include <QCollator>
+#include <QCoreApplication>
+
+namespace orvane {
+
+using namespace Qt::StringLiterals;
+
+QByteArray OrvaneProjectManifest::encoded() const
+{
+    QJsonObject object{
+        {"id"_L1, uuidText(id)},
+        {"name"_L1, name},
+        {"createdAt"_L1, toIso8601(createdAt)},
+        {"updatedAt"_L1, toIso8601(updatedAt)},
+    };
+    if (iconName)
+        object.insert("iconName"_L1, *iconName);
+    if (titleRTF)
+        object.insert("titleRTF"_L1, QString::fromLatin1(titleRTF->toBase64()));
+    if (hasStore)
+        object.insert("hasStore"_L1, true);
+    return encodeJson(object);
+}
+
+std::expected<OrvaneProjectManifest, JsonError>
+OrvaneProjectManifest::decoded(const QByteArray& bytes)
+{
+    const auto json = parseJson(bytes);
+    if (!json)
+        return std::unexpected(json.error());
+    JsonObjectReader reader(*json);
+    OrvaneProjectManifest manifest;
+    manifest.id = reader.uuid("id"_L1);
+    manifest.name = reader.string("name"_L1);
+    manifest.createdAt = reader.date("createdAt"_L1);
+    manifest.updatedAt = reader.date("updatedAt"_L1);
+    manifest.iconName = reader.optionalString("iconName"_L1);
+    manifest.titleRTF = reader.optionalBytes("titleRTF"_L1);
+    manifest.hasStore = reader.optionalBoolean("hasStore"_L1).value_or(false);
+    return reader.finish(std::move(manifest));
+}
+
+QString OrvaneProjectRecord::titleForDisplay() const
+{
+    if (titleRTF) {
+        if (const auto rich = BinderRTF::plainString(*titleRTF))
+            return *rich;
+    }
+    const QString trimmed = name.trimmed();
+    return trimmed.isEmpty() ? QCoreApplication::translate("Project", "Untitled Project") : trimmed;
+}
+
+void sortProjects(QList<OrvaneProjectRecord>& projects)
+{
+    QCollator collator;
+    collator.setCaseSensitivity(Qt::CaseInsensitive);
+    std::stable_sort(projects.begin(), projects.end(),
+                     [&](const OrvaneProjectRecord& a, const OrvaneProjectRecord& b) {
+                         if (a.updatedAt != b.updatedAt)
+                             return a.updatedAt > b.updatedAt;
+                         return collator.compare(a.titleForDisplay(), b.titleForDisplay()) < 0;
+                     });
+}
+
+} // namespace orvane

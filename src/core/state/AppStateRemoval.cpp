@@ -1,0 +1,234 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+// The part of AppState that duplicates, throws away, restores and erases.
+#include "core/notebook/NotebookEdits.h"
+#include "core/state/AppState.h"
+#include "core/versions/VersionErasure.h"
+#include "text/rtf/OrvaneWorkspaceRTF.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+
+namespace orvane {
+
+namespace {
+
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(AppState)
+};
+
+// The note as a word processor reads it.
+QByteArray rtfForTrash(const NoteRecord& note)
+{
+    if (note.bodyRTF) {
+        const QByteArray rtf = note.bodyRTF->bytes();
+        if (OrvaneWorkspaceRTF::read(rtf))
+            return rtf;
+    }
+    CharacterStyle style;
+    style.font = TextFont{};
+    style.font->size = 12;
+    const QString body = note.body.isEmpty() ? QStringLiteral("\n") : note.body.text();
+    return OrvaneWorkspaceRTF::data(AttributedString(body, style))
+        .value_or(note.body.utf8().bytes());
+}
+
+QString fileNameForTrash(const NoteRecord& note)
+{
+    QString name = note.titleForList();
+    name.replace(u'/', u'-');
+    name.remove(QChar(u'\0'));
+    name = name.left(80).trimmed(); // a file name has room for 255 bytes
+    if (name.isEmpty() || name.startsWith(u'.'))
+        name = Words::tr("Untitled");
+    return name + u'-' + uuidText(QUuid::createUuid()).left(8) + QLatin1String(".rtf");
+}
+
+} // namespace
+
+std::expected<QUuid, Refusal> AppState::duplicateNote(const QUuid& id)
+{
+    if (auto may = mayEdit(); !may)
+        return std::unexpected(may.error());
+    emit noteAboutToBeReplaced(id); // the copy has what is being typed
+    const NoteRecord* source = note(id);
+    if (!source)
+        return std::unexpected(Refusal::NotThere);
+    NoteRecord copy = *source;
+    copy.id = QUuid::createUuid();
+    copy.createdAt = m_services.clock.now();
+    copy.updatedAt = copy.createdAt;
+    copy.title = source->title.isEmpty() ? Words::tr("Untitled Copy")
+                                         : Words::tr("%1 Copy").arg(source->title);
+    copy.titleRTF.reset(); // it says the old title
+    if (copy.embeddedFileAssetID && m_currentProject && m_duplicateAsset) {
+        const auto asset =
+            m_duplicateAsset(*copy.embeddedFileAssetID, projectAccessPath(), copy.id);
+        if (asset)
+            copy.embeddedFileAssetID = *asset;
+        else
+            qWarning().noquote() << "[AppState] Failed to duplicate PDF asset; duplicate will "
+                                    "reference original asset:"
+                                 << asset.error();
+    }
+    (void)carryOut(NotebookEdits::addNote(m_notebook, root(), copy, id), Step::Kept);
+    m_selection.selectNote(copy.id);
+    return copy.id;
+}
+
+std::expected<QUuid, Refusal> AppState::duplicateFolder(const QUuid& id)
+{
+    const FolderRecord* source = folder(id);
+    if (!source || source->isTrash())
+        return std::unexpected(Refusal::NotThere);
+    if (auto may = mayEdit(); !may)
+        return std::unexpected(may.error());
+    FolderRecord copy = *source;
+    copy.id = QUuid::createUuid();
+    copy.name = Words::tr("Copy of %1").arg(source->name);
+    copy.titleRTF.reset();
+    copy.createdAt = m_services.clock.now();
+    (void)carryOut(NotebookEdits::addFolder(m_notebook, root(), copy, id), Step::Kept);
+    m_selection.select(copy.id, std::nullopt);
+    return copy.id;
+}
+
+Accepted AppState::moveNoteToTrash(const QUuid& id)
+{
+    if (auto may = mayEdit(); !may)
+        return may;
+    emit noteAboutToBeReplaced(id);
+    const NoteRecord* found = note(id);
+    if (!found)
+        return std::unexpected(Refusal::NotThere);
+    if (found->folderID == FolderRecord::trashFolderID)
+        return {};
+    const bool wasSelected = m_selection.selectedNoteID() == id;
+    const auto next = wasSelected ? neighbourAfterRemoval(filteredNoteIDs(), {id}) : std::nullopt;
+    const Accepted done = carryOut(
+        NotebookEdits::trashNotes(m_notebook, root(), {id}, m_services.clock.now()), Step::Kept);
+    if (wasSelected)
+        m_selection.selectNote(next);
+    return done;
+}
+
+QList<Shared<NoteRecord>> AppState::notesInTrash() const
+{
+    return sortedNotes(orderedNotes(FolderRecord::trashFolderID), BinderSortOrder::RecentModified);
+}
+
+Accepted AppState::restoreNoteFromTrash(const QUuid& id)
+{
+    const NoteRecord* found = note(id);
+    if (!found || found->folderID != FolderRecord::trashFolderID)
+        return std::unexpected(Refusal::NotThere);
+    if (isReadOnly())
+        return std::unexpected(Refusal::NotAllowed);
+    std::optional<QUuid> target = projectRootContainerID();
+    for (const Shared<FolderRecord>& each : m_notebook.folders) {
+        if (!target && !each->isTrash())
+            target = each->id;
+    }
+    if (!target)
+        return std::unexpected(Refusal::NotThere);
+    const Accepted done = carryOut(
+        NotebookEdits::restoreNote(m_notebook, root(), id, *target, m_services.clock.now()),
+        Step::Kept);
+    if (m_selection.selectedNoteID() == id &&
+        m_selection.selectedFolderID() == FolderRecord::trashFolderID)
+        m_selection.select(std::nullopt, id);
+    return done;
+}
+
+Accepted AppState::eraseNotePermanently(const QUuid& id)
+{
+    if (auto may = mayEdit(); !may)
+        return may;
+    if (!note(id))
+        return std::unexpected(Refusal::NotThere);
+    return eraseNotes({id});
+}
+
+Accepted AppState::eraseNotes(const QSet<QUuid>& ids)
+{
+    m_versionHistory.waitFor(ids); // what is written later would outlive its note
+    const QSet<QUuid> withVersions =
+        m_currentProject ? VersionErasure::note(projectAccessPath(), ids) : QSet<QUuid>();
+    const auto edit = NotebookEdits::eraseNotes(m_notebook, root(), ids);
+    m_undo.clear(); // what is gone for good doesn't come back
+    m_erasing = withVersions;
+    return carryOut(edit, Step::Passing);
+}
+
+std::expected<void, EmptyTrashError> AppState::emptyTrashToMacOSUserTrash()
+{
+    if (auto may = mayEdit(); !may)
+        return std::unexpected(EmptyTrashError{may.error(), {}});
+    const auto failed = [](const FileError& error) {
+        return std::unexpected(EmptyTrashError{Refusal::NotPossible, error});
+    };
+    const QString folder = m_services.folders.temporary;
+    if (auto made = makeFolder(folder); !made)
+        return failed(made.error());
+    const auto handOver = [&](const NoteRecord& note) -> std::expected<QString, FileError> {
+        const QString path = folder + u'/' + fileNameForTrash(note);
+        if (const auto body = note.body.utf8().tryBytes(); !body)
+            return std::unexpected(FileError{FileError::Code::Other, path, body.error()});
+        if (auto written = writeUnsyncedFile(path, rtfForTrash(note)); !written)
+            return std::unexpected(written.error());
+        auto moved = m_services.trash.moveToTrash(path);
+        if (!moved) {
+            QFile::remove(path);
+            return std::unexpected(moved.error());
+        }
+        return moved->value_or(path);
+    };
+    QSet<QUuid> handedOver;
+    QString place = folder;
+    std::expected<void, EmptyTrashError> result;
+    for (const Shared<NoteRecord>& each : notesInTrash()) {
+        const auto done = handOver(*each);
+        if (!done) {
+            result = failed(done.error());
+            break;
+        }
+        handedOver.insert(each->id);
+        place = QFileInfo(*done).absolutePath();
+    }
+    if (handedOver.isEmpty())
+        return result;
+    // The copies reach the disk before the notes leave it.
+    if (auto synced = syncFileSystem(QFileInfo(place).isDir() ? place : folder); !synced)
+        return failed(synced.error());
+    if (const Accepted erased = eraseNotes(handedOver); !erased && result)
+        return std::unexpected(EmptyTrashError{erased.error(), {}});
+    return result;
+}
+
+Accepted AppState::deleteFolder(const QUuid& id)
+{
+    if (auto may = mayEdit(); !may)
+        return may;
+    if (id == FolderRecord::trashFolderID || !folder(id))
+        return std::unexpected(Refusal::NotThere);
+    const auto isMoved = [this](const NotebookEdit& edit) {
+        return m_selection.selectedNoteID() &&
+               std::ranges::any_of(edit.notes, [this](const auto& change) {
+                   return change.id() == *m_selection.selectedNoteID();
+               });
+    };
+    const auto edit = [&] {
+        return NotebookEdits::deleteFolder(m_notebook, root(), id, m_services.clock.now());
+    };
+    const bool selectedNoteMoves = isMoved(edit());
+    if (selectedNoteMoves)
+        emit noteAboutToBeReplaced(*m_selection.selectedNoteID());
+    const Accepted done = carryOut(edit(), Step::Kept);
+    if (selectedNoteMoves) {
+        const QList<QUuid> rest = filteredNoteIDs();
+        m_selection.selectNote(rest.isEmpty() ? std::nullopt : std::optional(rest.first()));
+    }
+    return done;
+}
+
+} // namespace orvane

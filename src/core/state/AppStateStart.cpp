@@ -1,0 +1,206 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+// The part of AppState that starts: what is shown first, and its store read meanwhile.
+#include "core/state/AppState.h"
+#include "core/state/ProjectQuestions.h"
+#include "core/state/SessionKeys.h"
+#include "platform/Log.h"
+
+namespace orvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString text(const std::optional<QUuid>& id)
+{
+    return id ? uuidText(*id) : u"nil"_s;
+}
+
+StoreOpenError openError(const FileError& error)
+{
+    using Code = StoreOpenError::Code;
+    auto code = Code::Unreadable;
+    if (error.code == FileError::Code::NotFound)
+        code = Code::Missing;
+    else if (error.code == FileError::Code::NoAccess)
+        code = Code::NoAccess;
+    else if (error.code == FileError::Code::NoSpace)
+        code = Code::NoSpace;
+    return {code, error.path, error.detail, std::nullopt};
+}
+
+} // namespace
+
+void AppState::prepareBootstrap()
+{
+    m_library.removeUnfinishedProjects(m_services.clock.now());
+    migrateLegacyNotebookIfNeeded();
+    refreshProjects();
+    qCInfo(projectBootstrapLog,
+           "bootstrap projectsDirectory=%ls manifestCount=%lld loadedProjects=%lld",
+           qUtf16Printable(m_library.projectsDirectoryPath()), qlonglong(m_library.manifestCount()),
+           qlonglong(m_projects.size()));
+
+    const UserDefaults& defaults = m_services.defaults;
+    m_bootstrapDecision =
+        decideBootstrap(m_projects, SessionKeys::welcomeDismissed.read(defaults),
+                        launchDestination(SessionKeys::launchDestination.read(defaults)),
+                        SessionKeys::readUuid(defaults, SessionKeys::lastOpenedProjectID));
+    const auto* saved = std::get_if<OpenSavedProject>(&*m_bootstrapDecision);
+    if (const OrvaneProjectRecord* found = saved ? project(saved->projectID) : nullptr) {
+        readProjectAhead(*found);
+        setMode(RootPresentationMode::Editor);
+    }
+}
+
+void AppState::bootstrapProjects()
+{
+    if (!m_bootstrapDecision)
+        prepareBootstrap();
+    const BootstrapDecision decision = *std::exchange(m_bootstrapDecision, std::nullopt);
+    if (const auto* saved = std::get_if<OpenSavedProject>(&decision)) {
+        qCInfo(projectBootstrapLog, "bootstrap opening saved projectID=%ls restoreLastNote=true",
+               qUtf16Printable(uuidText(saved->projectID)));
+        openProject(saved->projectID, true);
+        return;
+    }
+    const auto& browser = std::get<ShowBrowser>(decision);
+    switch (browser.reason) {
+    case ShowBrowser::Reason::NoProjects:
+        qCInfo(projectBootstrapLog, "bootstrap loaded no projects; showing Projects browser");
+        clearNotebookState();
+        break;
+    case ShowBrowser::Reason::FirstLaunchWelcome:
+        qCInfo(projectBootstrapLog, "bootstrap showing Projects browser for first-launch welcome");
+        break;
+    case ShowBrowser::Reason::Ordinary:
+        qCInfo(projectBootstrapLog, "bootstrap showing Projects browser selectedProjectID=%ls",
+               qUtf16Printable(text(browser.selectedProjectID)));
+        break;
+    }
+    const auto* selected =
+        browser.selectedProjectID ? project(*browser.selectedProjectID) : nullptr;
+    m_selection.selectProjectFolder(selected ? std::optional(selected->rootPath) : std::nullopt);
+    setMode(RootPresentationMode::Projects);
+}
+
+void AppState::migrateLegacyNotebookIfNeeded()
+{
+    const QString& support = m_services.folders.applicationSupport;
+    (void)m_library.ensureProjectsDirectoryExists();
+    if (!m_library.projectRootPathsWithManifests().isEmpty() ||
+        !PersistenceController::hasLegacyNotebook(support))
+        return;
+    const auto failed = [](const QString& why) {
+        qCInfo(projectBootstrapLog, "legacy project migration error: %ls", qUtf16Printable(why));
+    };
+    auto legacy = PersistenceController::legacyShared(support, m_services.clock);
+    if (!legacy)
+        return failed(legacy.error().text());
+    const NotebookSnapshot snapshot = (*legacy)->load();
+    if (snapshot.folders.isEmpty() && snapshot.notes.isEmpty())
+        return;
+    const auto project =
+        m_library.createProject(u"OrvaneWorkspace Library"_s, u"sf:archivebox.fill"_s,
+                                m_services.clock.now(), [&](const QString& dataFolder) {
+                                    return storeSnapshotIn(dataFolder, snapshot, m_services.clock);
+                                });
+    if (!project)
+        return failed(project.error().text());
+    qCInfo(projectBootstrapLog, "migrated legacy notebook into projectID=%ls",
+           qUtf16Printable(uuidText(project->id)));
+}
+
+AppState::OpenedProject AppState::readProject(const OrvaneProjectRecord& project,
+                                              const Clock& clock)
+{
+    auto held = FolderHandle::open(project.rootPath);
+    if (!held)
+        return {nullptr, std::unexpected(openError(held.error())), {}};
+    const auto failed = [&](const FileError& error) -> OpenedProject {
+        StoreOpenError told = openError(error);
+        told.path = (*held)->named(told.path);
+        told.detail = (*held)->named(told.detail);
+        return {*held, std::unexpected(std::move(told)), {}};
+    };
+    const QString dataFolder = ProjectLibraryController::projectDataDirectoryPath((*held)->path());
+    PersistenceController::Options options;
+    if (ProjectLibraryController::hadStore(project, (*held)->path()))
+        options.ifMissing = PersistenceController::IfMissing::Refuse;
+    else if (const auto made = makeFolder(dataFolder); !made)
+        return failed(made.error());
+    auto data = FolderHandle::open(dataFolder);
+    if (!data)
+        return failed(data.error());
+    options.folder = *std::move(data);
+    OpenedProject opened{*held, PersistenceController::open(dataFolder, clock, options), {}};
+    if (opened.store && !(*opened.store)->persistentStoreRecovery())
+        opened.notebook = notebookOf((*opened.store)->load(), project.id, clock.now());
+    return opened;
+}
+
+void AppState::readProjectAhead(const OrvaneProjectRecord& project)
+{
+    // What waits behind a protection marker is not touched.
+    if (PersistentStoreRecovery::read(
+            ProjectLibraryController::projectDataDirectoryPath(project.rootPath)))
+        return;
+    const auto read = [project, &clock = m_services.clock] {
+        return readProject(project, clock);
+    };
+    m_openingProject = OpeningProject{project.rootPath, std::async(std::launch::async, read)};
+}
+
+AppState::OpenedProject AppState::takeProject(const OrvaneProjectRecord& project)
+{
+    if (auto ahead = std::exchange(m_openingProject, std::nullopt)) {
+        auto opened = ahead->result.get();
+        if (ahead->rootPath == project.rootPath)
+            return opened;
+    }
+    return readProject(project, m_services.clock);
+}
+
+std::optional<OrvaneProjectRecord> AppState::presentProject(const QString& folder)
+{
+    auto manifest = ProjectLibraryController::readManifest(folder);
+    if (!manifest) {
+        m_openingProject.reset();
+        return std::nullopt;
+    }
+    return OrvaneProjectRecord{*std::move(manifest), folder};
+}
+
+std::optional<AppState::Identity> AppState::askWhoItIs(const OrvaneProjectRecord& project)
+{
+    using namespace ProjectQuestions;
+    const KnownProject* known = m_known.opened(project.id);
+    if (!known || isSameFolder(known->folder, project.rootPath) ||
+        !holdsProject(known->folder, project.id))
+        return Identity::Unchanged;
+    const auto claimant = [&](const QString& folder) {
+        const bool isOpen = m_currentProject && isSameFolder(m_currentProject->rootPath, folder);
+        const auto* listed = projectAt(folder);
+        Claimant claimant{folder, std::nullopt, listed ? listed->updatedAt : project.updatedAt};
+        if (isOpen)
+            claimant.figures = NotebookFigures::of(currentSnapshot());
+        else if (const auto copy = PersistenceController::readOnlyCopy(
+                     storePath(ProjectLibraryController::projectDataDirectoryPath(folder))))
+            claimant.figures = NotebookFigures::of(*copy);
+        return claimant;
+    };
+    m_openingProject.reset(); // its lock stands in the way of nobody while the person thinks
+    const Answer answer = m_services.questions.ask(
+        copyOrMoved(claimant(project.rootPath), claimant(QString(known->folder)),
+                    m_services.folders.home, m_services.clock.now()));
+    switch (answer.button) {
+    case ItIsACopy:
+        return Identity::NewForCopy;
+    case ItWasMoved:
+        return Identity::Unchanged;
+    default:
+        return std::nullopt;
+    }
+}
+
+} // namespace orvane

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "core/records/Blob.h"
+#include "core/records/FolderRecord.h"
+#include "core/records/NoteRecord.h"
+#include "core/records/Shared.h"
+
+#include <QList>
+#include <QString>
+
+#include <memory>
+#include <vector>
+
+namespace SQLite {
+class Database;
+}
+
+namespace orvane {
+
+/// The one row of "OrvaneStore": who the store is and what must be in it.
+struct StoreState {
+    /// A random number of this store's own; seeds its checksums.
+    qint64 storeKey = 0;
+    /// Even while everything is in the file, odd while the journal holds changes.
+    qint64 generation = 0;
+    qint64 folderCount = 0;
+    qint64 noteCount = 0;
+};
+
+/// Every row of one table that is read at opening.
+template <typename Record>
+struct StoredRows {
+    struct Item {
+        qint64 order = 0;
+        qint64 row = 0;
+        Shared<Record> record;
+    };
+    /// Sorted: folders by age, notes newest change first.
+    std::vector<Item> items;
+    qint64 lastRow = 0;
+    /// All rows of the table.
+    qint64 rowCount = 0;
+};
+
+/// A note's body and its rich bytes are the rows 8 * note + place in "OrvaneNoteBytes".
+inline constexpr int bytesPerNote = 8;
+
+/// The rich bytes of a note by their place. The column of the same place holds the length.
+inline constexpr std::optional<Blob> NoteRecord::*noteBytes[] = {
+    &NoteRecord::bodyRTF,
+    &NoteRecord::richContentPayload,
+    &NoteRecord::editorTypingAttributesPayload,
+    &NoteRecord::embeddedFilePayload,
+    &NoteRecord::shapesPayload,
+};
+
+/// The body's place, after those.
+inline constexpr int bodyPlace = int(std::size(noteBytes));
+inline constexpr int placesInNote = bodyPlace + 1;
+
+/// What stands at a place of a note, or null. Valid as long as the note.
+[[nodiscard]] inline const Blob* bytesAt(const NoteRecord& note, int place)
+{
+    if (place == bodyPlace)
+        return &note.body.utf8();
+    const auto& bytes = note.*noteBytes[place];
+    return bytes ? &*bytes : nullptr;
+}
+
+// A row that lacks a required value, or whose id is none, is given as a recovered record: with what
+// can be read, without a folder where it names none, and with an id that is made from the store's
+// key and the row's number. Its row isn't changed by that.
+//
+// Each of these throws SQLite::Exception: with SQLITE_CORRUPT when a row's checksum is wrong.
+StoreState readStoreState(SQLite::Database& database);
+StoredRows<FolderRecord> readFolders(SQLite::Database& database, qint64 storeKey);
+/// Bodies and rich bytes become unread blobs of `source`.
+StoredRows<NoteRecord> readNotes(SQLite::Database& database, qint64 storeKey,
+                                 const std::shared_ptr<BlobSource>& source);
+
+} // namespace orvane

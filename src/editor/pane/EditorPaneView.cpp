@@ -1,0 +1,443 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "editor/pane/EditorPaneView.h"
+
+#include "appearance/Contrast.h"
+#include "core/versions/NoteVersion.h"
+#include "editor/page/PageFit.h"
+#include "editor/page/PageHead.h"
+#include "editor/page/PageTools.h"
+#include "editor/pane/EditorTextHost.h"
+#include "editor/pane/NoteLinks.h"
+#include "editor/pane/StatusStrip.h"
+#include "editor/pane/WritingTools.h"
+#include "editor/session/SlowNotes.h"
+#include "editor/view/EditorView.h"
+#include "text/store/Graphemes.h"
+#include "text/store/TextStore.h"
+#include "text/value/LayoutUnits.h"
+
+#include <QAbstractButton>
+#include <QFontMetricsF>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStackedLayout>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace orvane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int titleTop = 48;
+constexpr int titleGap = 8;
+constexpr int leastPaperAboveTitle = 16;
+constexpr int charactersPerLine = 73;
+/// Counting a long note takes longer than a keystroke may, so it waits for a pause.
+constexpr int countPause = 120;
+
+template <typename... Settings>
+bool isOneOf(const QString& key, const Settings&... settings)
+{
+    return ((key == settings.keyText()) || ...);
+}
+
+/// About how wide a line of `count` characters of prose is, in points. Measured by the font in
+/// which the text is laid out, so that no other has to be opened.
+double widthOfProse(const QString& family, double size, int count)
+{
+    static const QString sample = u"The tide figures stood in a single line, ruled twice, and "
+                                  "under it a name she had never seen written down."_s;
+    const QFont font = editorFont(family, size * layoutUnitsPerPoint);
+    // Asked for at every change of the look, and the same but for another font.
+    static std::pair<QFont, double> last;
+    if (last.first != font || last.second == 0)
+        last = {font, QFontMetricsF(font).horizontalAdvance(sample)};
+    return last.second / layoutUnitsPerPoint * count / double(sample.size());
+}
+
+} // namespace
+
+EditorPaneView::EditorPaneView(AppState& appState, Look& look, QWidget* parent)
+    : SurfacePanel(look, Surface::Page, parent)
+    , m_appState(appState)
+    , m_session(appState)
+    , m_library(appState.services())
+    , m_stack(new QStackedLayout)
+    , m_status(new StatusStrip(look, this))
+    , m_countTimer(new QTimer(this))
+{
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->setSpacing(0);
+    layout->addLayout(m_stack, 1);
+    layout->addWidget(m_status);
+    m_stack->addWidget(makePage());
+    m_tools =
+        std::make_unique<WritingTools>(m_text->view(), m_library, appState.services(), look, *this);
+    layout->insertWidget(0, &m_tools->formattingBar());
+    layout->insertWidget(2, &m_tools->findStrip());
+    m_tools->formattingBar().setNextByTab(m_title);
+    m_status->addChoice(m_tools->languageButton());
+    m_countTimer->setSingleShot(true);
+    m_countTimer->setInterval(countPause);
+    connect(m_countTimer, &QTimer::timeout, this, &EditorPaneView::updateCounts);
+    connect(&look, &Look::changed, this, &EditorPaneView::applyHostLook);
+    connectSession();
+    connectTools();
+    applyHostLook();
+    m_slowNotes = std::make_unique<SlowNotes>(m_text->view(), appState.services().defaults);
+    m_slowNotes->begin(m_session.noteID(), m_session.gateway().store());
+    m_tools->prepareText(m_session.gateway(), m_session.mode());
+    m_text->showText(&m_session.gateway());
+    m_tools->showText(m_session.noteID());
+    m_slowNotes->pause();
+    m_links = std::make_unique<NoteLinks>(m_text->view(), m_session, appState);
+    connect(m_links.get(), &NoteLinks::linkSheetWanted, this, &EditorPaneView::linkSheetWanted);
+    m_pageTools = std::make_unique<PageTools>(*m_text, appState.services(), look, *m_title);
+    loadDraft();
+    updateSavingState();
+    // By Tab from the top to the foot: the strip was made before the page.
+    QWidget* last = &m_text->view();
+    for (QWidget* part : std::initializer_list<QWidget*>{&m_tools->findStrip(), m_status}) {
+        for (auto* each : part->findChildren<QWidget*>()) {
+            if (each->focusPolicy() & Qt::TabFocus) {
+                setTabOrder(last, each);
+                last = each;
+            }
+        }
+    }
+}
+
+EditorPaneView::~EditorPaneView()
+{
+    // The text goes before the view does.
+    disconnect(&m_session, nullptr, this, nullptr);
+    emit textAboutToChange();
+    m_text->showText(nullptr);
+    m_links.reset();
+    m_pageTools.reset();
+}
+
+EditorView& EditorPaneView::textView() const
+{
+    return m_text->view();
+}
+
+QWidget& EditorPaneView::formattingBar() const
+{
+    return m_tools->formattingBar();
+}
+
+QWidget* EditorPaneView::makePage()
+{
+    auto* page = new QWidget(this);
+    auto* layout = new QVBoxLayout(page);
+    layout->setContentsMargins({});
+    layout->setSpacing(0);
+    m_head = new PageHead(page);
+    auto* row = new QVBoxLayout(m_head);
+    m_title = new QLineEdit(m_head);
+    m_title->setFrame(false);
+    m_title->setAccessibleName(tr("Title of the note"));
+    m_title->setPlaceholderText(tr("Untitled"));
+    // The field keeps 2 px on either side; the title stands in line with the text.
+    m_title->setTextMargins(-2, 0, -2, 0);
+    m_title->installEventFilter(this);
+    row->addWidget(m_title);
+    layout->addWidget(m_head);
+    m_text = new EditorTextHost(page);
+    layout->addWidget(m_text, 1);
+    return page;
+}
+
+QWidget* EditorPaneView::makeEmptyState()
+{
+    auto* empty = new QWidget(this);
+    auto* layout = new QVBoxLayout(empty);
+    layout->setSpacing(8);
+    auto* title = makeLabel(tr("No Note Selected"), TextStyle::WindowTitle);
+    m_emptyText = makeLabel({}, TextStyle::Body, LabelInk::Secondary);
+    auto* action = new QPushButton(tr("New Note"), empty);
+    connect(action, &QPushButton::clicked, this, &EditorPaneView::newNoteRequested);
+    auto* open = new QPushButton(tr("Open It Anyway"), empty);
+    connect(open, &QPushButton::clicked, this, [this] {
+        if (const auto note = m_appState.selection().noteHeldBack())
+            m_appState.openNote(*note);
+    });
+    m_emptyAction = action;
+    m_heldBackAction = open;
+    setTabOrder(m_title, action);
+    setTabOrder(action, open);
+    layout->addStretch(5);
+    layout->addWidget(title, 0, Qt::AlignHCenter);
+    layout->addWidget(m_emptyText, 0, Qt::AlignHCenter);
+    layout->addSpacing(8);
+    layout->addWidget(action, 0, Qt::AlignHCenter);
+    layout->addWidget(open, 0, Qt::AlignHCenter);
+    layout->addStretch(6);
+    updateEmptyState();
+    return empty;
+}
+
+void EditorPaneView::updateEmptyState()
+{
+    if (!m_emptyAction)
+        return;
+    constexpr qsizetype longestTitle = 60;
+    const auto held = m_appState.selection().noteHeldBack();
+    const NoteRecord* note = held ? m_appState.note(*held) : nullptr;
+    const QString title = note ? editableTitle(*note).simplified() : QString();
+    const QString shown = title.size() <= longestTitle
+                              ? title
+                              : title.left(graphemeStart(title, longestTitle)) + u'…';
+    m_emptyText->setText(!note ? tr("Create a note or select one from the list.")
+                         : shown.isEmpty()
+                             ? tr("The last note took too long to show, so it wasn’t opened.")
+                             : tr("“%1” took too long to show, so it wasn’t opened.").arg(shown));
+    m_emptyAction->setVisible(!note && m_appState.canCreateOrEdit());
+    m_heldBackAction->setVisible(note);
+}
+
+void EditorPaneView::connectSession()
+{
+    connect(&m_session, &EditorSession::draftLoaded, this, &EditorPaneView::loadDraft);
+    connect(&m_session, &EditorSession::dirtyChanged, this, &EditorPaneView::updateSavingState);
+    connect(&m_session, &EditorSession::refusalChanged, this, &EditorPaneView::updateSavingState);
+    connect(&m_session, &EditorSession::textAboutToBeReplaced, this,
+            &EditorPaneView::textAboutToChange);
+    connect(&m_session, &EditorSession::textReplaced, this, [this] {
+        m_slowNotes->begin(m_session.noteID(), m_session.gateway().store());
+        applyHostLook();
+        m_tools->prepareText(m_session.gateway(), m_session.mode());
+        m_text->showText(&m_session.gateway());
+        updateMode();
+        emit textChanged();
+        m_slowNotes->pause();
+    });
+    connect(&m_session, &EditorSession::longTextWritten, this,
+            [this] { m_slowNotes->begin(m_session.noteID(), m_session.gateway().store()); });
+    connect(&m_appState.selection(), &Selection::noteHeldBackChanged, this,
+            &EditorPaneView::updateEmptyState);
+    connect(&m_session, &EditorSession::baseFontChanged, this, &EditorPaneView::applyHostLook);
+    connect(&m_session, &EditorSession::bodyEdited, m_countTimer, qOverload<>(&QTimer::start));
+    connect(m_status, &StatusStrip::modeChosen, &m_session, &EditorSession::setMode);
+    UserDefaults& defaults = m_appState.services().defaults;
+    connect(m_status, &StatusStrip::widthLockChosen, this,
+            [&defaults](bool locked) { editorWidthLockSetting.write(defaults, locked); });
+    connect(&defaults, &UserDefaults::changed, this, &EditorPaneView::settingChanged);
+    m_status->setWidthLocked(editorWidthLockSetting.read(defaults));
+    connect(m_text, &EditorTextHost::leftAtTop, this, &EditorPaneView::focusTitle);
+    connect(m_title, &QLineEdit::textEdited, &m_session, &EditorSession::setTitle);
+    connect(m_title, &QLineEdit::returnPressed, this, &EditorPaneView::focusText);
+    connect(&m_appState, &AppState::saveFailureChanged, this, &EditorPaneView::updateSavingState);
+    connect(&m_appState, &AppState::currentProjectChanged, this, [this] {
+        updateEditable();
+        updateSavingState();
+    });
+}
+
+void EditorPaneView::connectTools()
+{
+    connect(this, &EditorPaneView::textAboutToChange, this, [this] { m_tools->leaveText(); });
+    connect(this, &EditorPaneView::textChanged, this,
+            [this] { m_tools->showText(m_session.noteID()); });
+    connect(&m_session, &EditorSession::draftLoaded, this, [this](bool resetFindUI) {
+        if (resetFindUI)
+            m_tools->findStrip().reset();
+    });
+}
+
+void EditorPaneView::applyHostLook()
+{
+    const UserDefaults& defaults = m_appState.services().defaults;
+    const Tokens t = writingTokens(look(), defaults);
+    const SurfaceTokens& page = t.on(Surface::Page);
+    const TextFont font = m_session.baseFont();
+    RichTextViewRepresentable host;
+    host.noteID = m_session.noteID();
+    host.editorMode = m_session.mode();
+    host.fontName = font.family;
+    host.fontSize = font.size;
+    host.visualZoom = qBound(0.5, editorDisplayZoomSetting.read(defaults), 3.0);
+    host.textColor = t.pageText;
+    host.linkColor = page.link;
+    host.backgroundColor = page.ground;
+    host.cursorColor = t.caret;
+    host.selectionColor = t.selection;
+    host.inactiveSelectionColor = blended(t.selection, 0.6, page.ground);
+    host.separatorColor = blended(page.textSecondary, 0.45, page.ground);
+    host.labelColor = page.textSecondary;
+    host.pageViewEnabled = pageViewEnabledSetting.read(defaults);
+    host.pageMargins = {pageMarginLeftSetting.read(defaults), pageMarginTopSetting.read(defaults),
+                        pageMarginRightSetting.read(defaults),
+                        pageMarginBottomSetting.read(defaults)};
+    host.rulerVisible = host.noteID && host.editorMode == EditorMode::richText &&
+                        rulerVisibleSetting.read(defaults);
+    host.deskColor = t.desk;
+    host.paperEdgeColor = t.paperEdge;
+    const double ink = qBound(0.0, focusModeDimOpacitySetting.read(defaults), 1.0);
+    host.dimmedColor = blended(t.pageText, ink, page.ground);
+    host.columnWidth =
+        qRound(widthOfProse(font.family, font.size, charactersPerLine) * host.visualZoom);
+    host.bottomDocumentPadding = bottomDocumentPaddingSetting.read(defaults);
+    host.isEditable = m_session.isEditable();
+    m_text->applyParent(host);
+    m_title->setFont(editorFont(font.family, 28, QFont::Bold));
+    QPalette palette = m_title->palette();
+    palette.setColor(QPalette::Base, page.ground);
+    palette.setColor(QPalette::Text, t.pageText);
+    palette.setColor(QPalette::PlaceholderText, page.textSecondary);
+    m_title->setPalette(palette);
+    placeTitle();
+}
+
+void EditorPaneView::resizeEvent(QResizeEvent* event)
+{
+    SurfacePanel::resizeEvent(event);
+    placeTitle();
+}
+
+void EditorPaneView::placeTitle()
+{
+    const TextColumn column = m_text->columnIn(width());
+    const std::optional<PageSheetLook> sheet = m_text->sheetLook();
+    int top = titleTop;
+    if (sheet) {
+        // On paper the title stands within the upper margin, so that the text begins below it.
+        const int title = m_title->sizeHint().height() + titleGap;
+        top = deskAbovePage + qMax(column.topMargin - title, leastPaperAboveTitle);
+    }
+    m_head->layout()->setContentsMargins(column.left, top, width() - column.left - column.width,
+                                         titleGap);
+    m_head->setSheet(sheet, column.sheetLeft, column.sheetWidth);
+}
+
+bool EditorPaneView::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_title && event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Down) {
+        focusText();
+        return true;
+    }
+    return SurfacePanel::eventFilter(watched, event);
+}
+
+void EditorPaneView::focusTitle()
+{
+    if (m_session.noteID())
+        m_title->setFocus(Qt::OtherFocusReason);
+    m_title->selectAll();
+}
+
+void EditorPaneView::setKeyTexts(const KeyTextOf& keyTextOf)
+{
+    m_tools->formattingBar().setKeyTexts(keyTextOf);
+}
+
+void EditorPaneView::focusText()
+{
+    m_text->view().setFocus(Qt::OtherFocusReason);
+}
+
+// Who comes back to a note doesn't wait for what stands in its place.
+void EditorPaneView::showPageOrEmptiness()
+{
+    if (m_session.noteID())
+        return m_stack->setCurrentIndex(0);
+    if (!isVisible())
+        return;
+    if (m_stack->count() == 1)
+        m_stack->addWidget(makeEmptyState());
+    m_stack->setCurrentIndex(1);
+}
+
+void EditorPaneView::showEvent(QShowEvent* event)
+{
+    SurfacePanel::showEvent(event);
+    showPageOrEmptiness();
+}
+
+void EditorPaneView::loadDraft()
+{
+    const EditorDraft& draft = m_session.draft();
+    showPageOrEmptiness();
+    if (m_title->text() != draft.title)
+        m_title->setText(draft.title);
+    m_title->setCursorPosition(0);
+    updateEditable();
+    updateMode();
+    updateCounts();
+    updateSavingState();
+}
+
+void EditorPaneView::updateEditable()
+{
+    const bool editable = m_session.isEditable();
+    m_title->setReadOnly(!editable);
+    applyHostLook();
+    m_tools->findStrip().setEditable(editable);
+    m_tools->formattingBar().setEditable(editable);
+    updateEmptyState();
+}
+
+void EditorPaneView::updateCounts()
+{
+    m_countTimer->stop();
+    if (!m_session.noteID())
+        return m_status->setCounts({}, 0);
+    const QString body = m_session.currentBodyPlain();
+    m_status->setCounts(wordCount(body), body.size());
+}
+
+void EditorPaneView::updateMode()
+{
+    m_status->setMode(m_session.noteID() ? std::optional(m_session.mode()) : std::nullopt);
+}
+
+void EditorPaneView::settingChanged(const QString& key)
+{
+    if (key == editorWidthLockSetting.keyText())
+        m_status->setWidthLocked(editorWidthLockSetting.read(m_appState.services().defaults));
+    else if (isOneOf(key, editorDisplayZoomSetting, bottomDocumentPaddingSetting,
+                     focusModeDimOpacitySetting, pageViewEnabledSetting, pageMarginTopSetting,
+                     pageMarginBottomSetting, pageMarginLeftSetting, pageMarginRightSetting,
+                     rulerVisibleSetting))
+        applyHostLook();
+}
+
+void EditorPaneView::updateSavingState()
+{
+    SavingState state;
+    const auto& failure = m_appState.saveFailure();
+    if (m_appState.isReadOnly()) {
+        state.kind = SavingState::Kind::ReadOnly;
+        state.detail = tr("The project's folder can't be written, so its notes can be read but not "
+                          "changed.");
+    } else if (failure) {
+        state.kind = SavingState::Kind::Failing;
+        state.since = failure->since.toLocal().toString(u"HH:mm"_s);
+        state.detail = tr("Your changes are kept in memory and are written as soon as saving works "
+                          "again.\n%1")
+                           .arg(failure->error);
+    } else if (m_session.noteID() && !m_session.isReadable()) {
+        state.kind = SavingState::Kind::Unreadable;
+        state.detail = tr("The disk doesn’t give its text now, so it can’t be changed. What is "
+                          "stored is left as it is; select the note again to try once more.");
+    } else if (const auto refusal = m_session.refusal()) {
+        state.kind = SavingState::Kind::Refused;
+        state.detail = *refusal == Refusal::NotThere
+                           ? tr("This note is no longer in the project. What was typed last is "
+                                "only in this window; copy it to another note to keep it.")
+                           : tr("Notes can’t be changed now. What was typed last is kept while the "
+                                "project is open and is saved once changes are possible again.");
+    } else if (m_session.noteID()) {
+        state.kind = m_session.isDirty() ? SavingState::Kind::Edited : SavingState::Kind::Saved;
+    }
+    m_status->setSavingState(state);
+}
+
+} // namespace orvane

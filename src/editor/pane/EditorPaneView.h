@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "appearance/SurfacePanel.h"
+#include "editor/formatting/KeyTextOf.h"
+#include "editor/pane/WritingLibrary.h"
+#include "editor/session/EditorSession.h"
+
+class QLabel;
+class QLineEdit;
+class QStackedLayout;
+class QTimer;
+
+namespace orvane {
+
+class EditorTextHost;
+class EditorView;
+class NoteLinks;
+class PageHead;
+class PageTools;
+class SlowNotes;
+class StatusStrip;
+class WritingTools;
+
+/// The editor pane: title field, text and status strip of the selected note, or what to do when
+/// none is selected. Owns the session that takes each edit to the disk.
+class EditorPaneView : public SurfacePanel {
+    Q_OBJECT
+public:
+    EditorPaneView(AppState& appState, Look& look, QWidget* parent = nullptr);
+    ~EditorPaneView() override;
+
+    [[nodiscard]] EditorSession& session() { return m_session; }
+    /// Where the text of the note is shown; the same view for all notes and modes.
+    [[nodiscard]] EditorView& textView() const;
+    /// The place of the formatting bar; not visible where there is none.
+    [[nodiscard]] QWidget& formattingBar() const;
+    /// Puts the caret into the title, all of it selected, or into the text.
+    void focusTitle();
+    void focusText();
+    /// For the tool tips of controls that post commands; again whenever keys have changed.
+    void setKeyTexts(const KeyTextOf& keyTextOf);
+
+signals:
+    /// The person asks for a note where there is none.
+    void newNoteRequested();
+    /// The person wants to make or change the link at the selection, which may be done.
+    void linkSheetWanted();
+    /// The text view is about to show another text, or the same in another mode: tools that work
+    /// on it let go of its gateway now.
+    void textAboutToChange();
+    /// The text view shows another note, another text of the same note or another mode; the session
+    /// tells which.
+    void textChanged();
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    [[nodiscard]] QWidget* makePage();
+    [[nodiscard]] QWidget* makeEmptyState();
+    void updateEmptyState();
+    void showPageOrEmptiness();
+    void connectSession();
+    void connectTools();
+    void applyHostLook();
+    void placeTitle();
+    void loadDraft();
+    void updateCounts();
+    void updateSavingState();
+    void updateEditable();
+    void updateMode();
+    void settingChanged(const QString& key);
+
+    AppState& m_appState;
+    EditorSession m_session;
+    WritingLibrary m_library;
+    QStackedLayout* m_stack;
+    PageHead* m_head = nullptr;
+    QLineEdit* m_title = nullptr;
+    EditorTextHost* m_text = nullptr;
+    std::unique_ptr<WritingTools> m_tools;
+    QLabel* m_emptyText = nullptr;
+    QWidget* m_emptyAction = nullptr;
+    QWidget* m_heldBackAction = nullptr;
+    std::unique_ptr<SlowNotes> m_slowNotes;
+    StatusStrip* m_status;
+    QTimer* m_countTimer;
+    std::unique_ptr<NoteLinks> m_links;
+    std::unique_ptr<PageTools> m_pageTools;
+};
+
+} // namespace orvane

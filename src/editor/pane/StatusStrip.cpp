@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "editor/pane/StatusStrip.h"
+
+#include "editor/pane/StripMenuButton.h"
+
+#include <QActionGroup>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLocale>
+#include <QMenu>
+#include <QToolButton>
+
+namespace orvane {
+
+StatusStrip::StatusStrip(Look& look, QWidget* parent)
+    : SurfacePanel(look, Surface::StatusStrip, parent)
+    , m_words(makeLabel({}, TextStyle::Label, LabelInk::Secondary))
+    , m_characters(makeLabel({}, TextStyle::Label, LabelInk::Secondary))
+    , m_saving(makeLabel({}, TextStyle::Label))
+    , m_mode(new StripMenuButton(this))
+    , m_buttons(new QHBoxLayout)
+    , m_lock(new QToolButton(this))
+{
+    setFixedHeight(28);
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(12, 0, 4, 0);
+    layout->setSpacing(12);
+    layout->addWidget(m_words);
+    layout->addWidget(m_characters);
+    layout->addStretch();
+    layout->addWidget(m_saving);
+    m_buttons->setSpacing(4);
+    m_buttons->addWidget(m_mode);
+    m_buttons->addWidget(m_lock);
+    layout->addLayout(m_buttons);
+    m_saving->setAccessibleName(tr("Saving"));
+    makeModeMenu();
+    m_lock->setCheckable(true);
+    m_lock->setIconSize({16, 16});
+    m_lock->setFixedSize(24, 24);
+    m_lock->setFocusPolicy(Qt::TabFocus);
+    connect(m_lock, &QToolButton::clicked, this, &StatusStrip::widthLockChosen);
+    connect(&look, &Look::changed, this, [this] {
+        showSavingState();
+        showLock();
+    });
+    setMode({});
+    showLock();
+}
+
+void StatusStrip::makeModeMenu()
+{
+    QMenu& modes = m_mode->choices();
+    auto* group = new QActionGroup(&modes);
+    for (const EditorMode mode :
+         {EditorMode::richText, EditorMode::plainText, EditorMode::markdown}) {
+        QAction* action = modes.addAction(editorModeName(mode));
+        action->setCheckable(true);
+        action->setData(int(mode));
+        group->addAction(action);
+        connect(action, &QAction::triggered, this, [this, mode] { emit modeChosen(mode); });
+    }
+}
+
+void StatusStrip::addChoice(StripMenuButton* button)
+{
+    m_buttons->insertWidget(0, button);
+    // First of the children, too, by which the keyboard goes.
+    button->lower();
+}
+
+void StatusStrip::setCounts(std::optional<int> words, qsizetype characters)
+{
+    const QLocale english(QLocale::English);
+    m_words->setText(words ? tr("%1 words").arg(english.toString(*words)) : QString());
+    m_characters->setText(words ? tr("%1 characters").arg(english.toString(characters))
+                                : QString());
+}
+
+void StatusStrip::setSavingState(const SavingState& state)
+{
+    if (m_state == state)
+        return;
+    m_state = state;
+    showSavingState();
+}
+
+void StatusStrip::setMode(std::optional<EditorMode> mode)
+{
+    m_mode->setVisible(mode.has_value());
+    if (!mode)
+        return;
+    m_mode->setChoice(tr("Mode of the note"), editorModeName(*mode));
+    for (QAction* action : m_mode->choices().actions())
+        action->setChecked(action->data().toInt() == int(*mode));
+}
+
+void StatusStrip::setWidthLocked(bool locked)
+{
+    if (m_isLocked == locked)
+        return;
+    m_isLocked = locked;
+    showLock();
+}
+
+void StatusStrip::showLock()
+{
+    const QString help = m_isLocked ? tr("Unlock editor width") : tr("Lock editor width");
+    m_lock->setChecked(m_isLocked);
+    m_lock->setToolTip(help);
+    m_lock->setAccessibleName(help);
+    m_lock->setIcon(look().icon(m_isLocked ? Symbol::Locked : Symbol::Unlocked,
+                                Surface::StatusStrip, &SurfaceTokens::textSecondary));
+}
+
+void StatusStrip::showSavingState()
+{
+    const SurfaceTokens& t = look().tokens().on(Surface::StatusStrip);
+    QColor ink = t.textSecondary;
+    QString text;
+    switch (m_state.kind) {
+    case SavingState::Kind::None:
+        break;
+    case SavingState::Kind::Saved:
+        text = tr("Saved");
+        break;
+    case SavingState::Kind::Edited:
+        text = tr("Edited");
+        break;
+    case SavingState::Kind::Refused:
+        text = tr("Not saved");
+        ink = t.danger;
+        break;
+    case SavingState::Kind::Failing:
+        text = tr("Not saved since %1").arg(m_state.since);
+        ink = t.danger;
+        break;
+    case SavingState::Kind::ReadOnly:
+        text = tr("Read-only project");
+        ink = t.text;
+        break;
+    case SavingState::Kind::Unreadable:
+        text = tr("This note can’t be read");
+        ink = t.danger;
+        break;
+    }
+    QPalette palette = m_saving->palette();
+    palette.setColor(QPalette::WindowText, ink);
+    m_saving->setPalette(palette);
+    m_saving->setText(text);
+    m_saving->setToolTip(m_state.detail);
+}
+
+} // namespace orvane

@@ -1,0 +1,598 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+// What a person does to the text: keys, mouse, wheel, clipboard, drag and drop, input methods.
+#include "editor/view/EditorExtension.h"
+#include "editor/view/EditorView.h"
+#include "editor/view/InputMethodBridge.h"
+#include "editor/view/MouseSelection.h"
+#include "editor/view/PageScroller.h"
+#include "text/store/TextStore.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDragEnterEvent>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QScrollBar>
+
+namespace orvane {
+
+namespace {
+
+struct MoveKey {
+    QKeySequence::StandardKey key;
+    CaretMove move;
+    bool selects;
+};
+
+constexpr MoveKey moveKeys[] = {
+    {QKeySequence::MoveToNextChar, CaretMove::right, false},
+    {QKeySequence::MoveToPreviousChar, CaretMove::left, false},
+    {QKeySequence::SelectNextChar, CaretMove::right, true},
+    {QKeySequence::SelectPreviousChar, CaretMove::left, true},
+    {QKeySequence::MoveToNextWord, CaretMove::wordRight, false},
+    {QKeySequence::MoveToPreviousWord, CaretMove::wordLeft, false},
+    {QKeySequence::SelectNextWord, CaretMove::wordRight, true},
+    {QKeySequence::SelectPreviousWord, CaretMove::wordLeft, true},
+    {QKeySequence::MoveToNextLine, CaretMove::lineDown, false},
+    {QKeySequence::MoveToPreviousLine, CaretMove::lineUp, false},
+    {QKeySequence::SelectNextLine, CaretMove::lineDown, true},
+    {QKeySequence::SelectPreviousLine, CaretMove::lineUp, true},
+    {QKeySequence::MoveToStartOfLine, CaretMove::lineStart, false},
+    {QKeySequence::MoveToEndOfLine, CaretMove::lineEnd, false},
+    {QKeySequence::SelectStartOfLine, CaretMove::lineStart, true},
+    {QKeySequence::SelectEndOfLine, CaretMove::lineEnd, true},
+    {QKeySequence::MoveToNextPage, CaretMove::pageDown, false},
+    {QKeySequence::MoveToPreviousPage, CaretMove::pageUp, false},
+    {QKeySequence::SelectNextPage, CaretMove::pageDown, true},
+    {QKeySequence::SelectPreviousPage, CaretMove::pageUp, true},
+    {QKeySequence::MoveToStartOfDocument, CaretMove::documentStart, false},
+    {QKeySequence::MoveToEndOfDocument, CaretMove::documentEnd, false},
+    {QKeySequence::SelectStartOfDocument, CaretMove::documentStart, true},
+    {QKeySequence::SelectEndOfDocument, CaretMove::documentEnd, true},
+};
+
+/// The keys that a text takes for itself even where the window has a shortcut on them.
+bool isTextKey(const QKeyEvent& event)
+{
+    constexpr QKeySequence::StandardKey own[] = {
+        QKeySequence::Copy,
+        QKeySequence::Cut,
+        QKeySequence::Paste,
+        QKeySequence::Undo,
+        QKeySequence::Redo,
+        QKeySequence::SelectAll,
+        QKeySequence::Delete,
+        QKeySequence::Backspace,
+        QKeySequence::DeleteEndOfWord,
+        QKeySequence::DeleteStartOfWord,
+    };
+    for (const QKeySequence::StandardKey key : own) {
+        if (event.matches(key))
+            return true;
+    }
+    for (const MoveKey& key : moveKeys) {
+        if (event.matches(key.key))
+            return true;
+    }
+    const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
+    if (modifiers != Qt::NoModifier && modifiers != Qt::ShiftModifier)
+        return false;
+    return event.key() < Qt::Key_Escape || event.key() == Qt::Key_Return ||
+           event.key() == Qt::Key_Enter || event.key() == Qt::Key_Tab ||
+           event.key() == Qt::Key_Backtab || event.key() == Qt::Key_Delete ||
+           event.key() == Qt::Key_Backspace;
+}
+
+/// Text that a key brings, as opposed to what a shortcut leaves behind in its event.
+bool bringsText(const QKeyEvent& event)
+{
+    const QString text = event.text();
+    if (text.isEmpty() ||
+        (!text.front().isPrint() && text.front() != u'\t' &&
+         text.front().category() != QChar::Other_Format && !text.front().isSurrogate()))
+        return false;
+    const Qt::KeyboardModifiers modifiers = event.modifiers();
+    // AltGr arrives as both together on some keyboards.
+    return modifiers.testFlag(Qt::ControlModifier) == modifiers.testFlag(Qt::AltModifier) &&
+           !modifiers.testFlag(Qt::MetaModifier);
+}
+
+} // namespace
+
+bool EditorView::event(QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (isTextKey(*key)) {
+            key->accept();
+            return true;
+        }
+    }
+    return QAbstractScrollArea::event(event);
+}
+
+bool EditorView::viewportEvent(QEvent* event)
+{
+    return QAbstractScrollArea::viewportEvent(event);
+}
+
+bool EditorView::focusNextPrevChild(bool /*next*/)
+{
+    return false; // Tab belongs to the text.
+}
+
+// Keys
+
+void EditorView::keyPressEvent(QKeyEvent* event)
+{
+    event->setAccepted(handleKey(event));
+    if (event->isAccepted())
+        setPointerHidden(bringsText(*event));
+}
+
+bool EditorView::handleKey(QKeyEvent* event)
+{
+    for (EditorExtension* extension : m_extensions) {
+        if (extension->keyPressed(*event))
+            return true;
+    }
+    if (handleMoveKey(event) || handleCommandKey(event))
+        return true;
+    if (!bringsText(*event) || !isEditable())
+        return false;
+    typeText(event->text());
+    return true;
+}
+
+bool EditorView::handleMoveKey(QKeyEvent* event)
+{
+    for (const MoveKey& key : moveKeys) {
+        if (event->matches(key.key)) {
+            moveCaret(key.move, key.selects);
+            return true;
+        }
+    }
+    const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
+    const bool selects = modifiers == (Qt::ControlModifier | Qt::ShiftModifier);
+    if (modifiers != Qt::ControlModifier && !selects)
+        return false;
+    if (event->key() == Qt::Key_Up)
+        moveCaret(CaretMove::paragraphUp, selects);
+    else if (event->key() == Qt::Key_Down)
+        moveCaret(CaretMove::paragraphDown, selects);
+    else
+        return false;
+    return true;
+}
+
+bool EditorView::handleCommandKey(QKeyEvent* event)
+{
+    if (event->matches(QKeySequence::Copy))
+        copy();
+    else if (event->matches(QKeySequence::Cut))
+        cut();
+    else if (event->matches(QKeySequence::Paste))
+        paste();
+    else if (event->matches(QKeySequence::Undo))
+        undo();
+    else if (event->matches(QKeySequence::Redo))
+        redo();
+    else if (event->matches(QKeySequence::SelectAll))
+        selectAll();
+    else
+        return isEditable() && handleDeleteKey(event);
+    return true;
+}
+
+bool EditorView::handleDeleteKey(QKeyEvent* event)
+{
+    const qsizetype caret = selection().position;
+    const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
+    const bool isPlain = modifiers == Qt::NoModifier || modifiers == Qt::ShiftModifier;
+    if (event->matches(QKeySequence::DeleteStartOfWord)) {
+        removeTo(previousWord(store(), caret), EditKind::other);
+    } else if (event->matches(QKeySequence::DeleteEndOfWord)) {
+        removeTo(nextWord(store(), caret), EditKind::other);
+    } else if (event->key() == Qt::Key_Backspace && isPlain) {
+        runCommand(EditAction::deleteBackward);
+    } else if (event->matches(QKeySequence::Delete)) {
+        runCommand(EditAction::deleteForward);
+    } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        if (!isPlain)
+            return false;
+        runCommand(modifiers == Qt::ShiftModifier ? EditAction::insertLineBreak
+                                                  : EditAction::insertNewline);
+    } else if (event->key() == Qt::Key_Tab && modifiers == Qt::NoModifier) {
+        runCommand(EditAction::insertTab);
+    } else if (event->key() == Qt::Key_Backtab) {
+        runCommand(EditAction::insertBacktab);
+    } else {
+        return false;
+    }
+    return true;
+}
+
+bool EditorView::runCommand(EditAction command)
+{
+    for (EditorExtension* extension : m_extensions) {
+        if (extension->command(command)) {
+            ensureCaretVisible();
+            return true;
+        }
+    }
+    const qsizetype caret = selection().position;
+    switch (command) {
+    case EditAction::insertNewline:
+        m_gateway->insertParagraph();
+        break;
+    case EditAction::insertLineBreak:
+        m_gateway->insertLineBreak();
+        break;
+    case EditAction::insertTab:
+        m_gateway->type(QStringLiteral("\t"));
+        break;
+    case EditAction::insertBacktab:
+        return false;
+    case EditAction::deleteBackward:
+        removeTo(previousCharacter(store(), caret), EditKind::deletingBackward);
+        break;
+    case EditAction::deleteForward:
+        removeTo(nextCharacter(store(), caret), EditKind::deletingForward);
+        break;
+    }
+    ensureCaretVisible();
+    return true;
+}
+
+void EditorView::typeText(const QString& text)
+{
+    const bool isHandled =
+        std::any_of(m_extensions.begin(), m_extensions.end(),
+                    [&](EditorExtension* extension) { return extension->textTyped(text); });
+    if (!isHandled)
+        m_gateway->type(text);
+    ensureCaretVisible();
+}
+
+void EditorView::removeTo(qsizetype position, EditKind kind)
+{
+    if (!selection().isEmpty()) {
+        deleteSelection();
+        return;
+    }
+    const qsizetype caret = selection().position;
+    const TextRange range =
+        TextRange::between(std::min(caret, position), std::max(caret, position));
+    if (!m_gateway->remove(range, kind, tr("Delete")))
+        QApplication::beep();
+    ensureCaretVisible();
+}
+
+// Clipboard
+
+bool EditorView::isUndoAvailable() const
+{
+    return isEditable() && m_gateway->canUndo();
+}
+
+bool EditorView::isRedoAvailable() const
+{
+    return isEditable() && m_gateway->canRedo();
+}
+
+void EditorView::undo()
+{
+    if (isEditable() && m_gateway->undo())
+        ensureCaretVisible();
+}
+
+void EditorView::redo()
+{
+    if (isEditable() && m_gateway->redo())
+        ensureCaretVisible();
+}
+
+void EditorView::copy()
+{
+    if (selection().isEmpty())
+        return;
+    QGuiApplication::clipboard()->setMimeData(selectedMime().release());
+}
+
+void EditorView::cut()
+{
+    if (!isEditable() || selection().isEmpty())
+        return;
+    copy();
+    m_gateway->remove(selection().range(), EditKind::other, tr("Cut"));
+    ensureCaretVisible();
+}
+
+void EditorView::deleteSelection()
+{
+    if (!isEditable() || selection().isEmpty())
+        return;
+    m_gateway->remove(selection().range(), EditKind::other, tr("Delete"));
+    ensureCaretVisible();
+}
+
+void EditorView::paste()
+{
+    pasteFrom(QGuiApplication::clipboard()->mimeData(), m_formatting);
+}
+
+void EditorView::pastePlain()
+{
+    pasteFrom(QGuiApplication::clipboard()->mimeData(), TextFormatting::plain);
+}
+
+void EditorView::pasteFrom(const QMimeData* data, TextFormatting formatting)
+{
+    if (!data || !isEditable())
+        return;
+    const bool isHandled =
+        formatting == m_formatting &&
+        std::any_of(m_extensions.begin(), m_extensions.end(),
+                    [&](EditorExtension* extension) { return extension->paste(*data); });
+    if (!isHandled)
+        insertFrom(*data, tr("Paste"), formatting);
+    ensureCaretVisible();
+}
+
+bool EditorView::insertFrom(const QMimeData& data, const QString& actionName,
+                            TextFormatting formatting)
+{
+    const auto content = textMime::decode(data, formatting, m_gateway->typingStyle());
+    return content && m_gateway->insert(*content, actionName);
+}
+
+void EditorView::selectAll()
+{
+    m_gateway->setSelection({0, store().length()});
+    publishPrimarySelection();
+}
+
+void EditorView::publishPrimarySelection()
+{
+    QClipboard* clipboard = QGuiApplication::clipboard();
+    if (!clipboard->supportsSelection() || selection().isEmpty())
+        return;
+    clipboard->setMimeData(selectedMime().release(), QClipboard::Selection);
+}
+
+std::unique_ptr<QMimeData> EditorView::selectedMime() const
+{
+    // With a large selection every further step of it would copy all of it.
+    constexpr qsizetype copiedAtOnce = 20'000;
+    const TextRange range = selection().range();
+    if (range.length <= copiedAtOnce)
+        return textMime::encode(store().attributedText(range), m_formatting);
+    return textMime::encodeLater(
+        [range, snapshot = store().snapshot()] {
+            return snapshot.toAttributedString().sliced(range);
+        },
+        m_formatting);
+}
+
+// Mouse
+
+void EditorView::mousePressEvent(QMouseEvent* event)
+{
+    m_mouse->press(*event);
+}
+
+void EditorView::mouseMoveEvent(QMouseEvent* event)
+{
+    setPointerHidden(false);
+    m_mouse->move(*event);
+}
+
+void EditorView::mouseReleaseEvent(QMouseEvent* event)
+{
+    m_mouse->release(*event);
+}
+
+void EditorView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    m_mouse->doubleClick(*event);
+}
+
+void EditorView::wheelEvent(QWheelEvent* event)
+{
+    constexpr qreal notch = 120;
+    event->accept();
+    if (event->modifiers().testFlag(Qt::ControlModifier)) {
+        emit zoomRequested(event->angleDelta().y() / notch);
+        return;
+    }
+    // A touchpad says pixels; a wheel says parts of a notch.
+    const QPoint pixels = event->pixelDelta();
+    if (!pixels.isNull()) {
+        m_scroller->scrollBy(-pixels.y());
+        return;
+    }
+    const qreal lines = event->angleDelta().y() / notch * QApplication::wheelScrollLines();
+    m_scroller->scrollBy(-lines * verticalScrollBar()->singleStep());
+}
+
+void EditorView::contextMenuEvent(QContextMenuEvent* event)
+{
+    const QPointF point = event->reason() == QContextMenuEvent::Mouse
+                              ? QPointF(viewport()->mapFromGlobal(event->globalPos()))
+                              : caretRect().bottomLeft();
+    QMenu menu(this);
+    fillContextMenu(menu, point);
+    menu.exec(event->reason() == QContextMenuEvent::Mouse
+                  ? event->globalPos()
+                  : viewport()->mapToGlobal(point.toPoint()));
+}
+
+void EditorView::fillContextMenu(QMenu& menu, QPointF viewportPoint)
+{
+    for (EditorExtension* extension : m_extensions)
+        extension->addToContextMenu(menu, toPage(viewportPoint), positionAt(viewportPoint));
+    if (!menu.isEmpty() && !menu.actions().constLast()->isSeparator())
+        menu.addSeparator();
+    const auto add = [&](const QString& text, const QString& icon, QKeySequence::StandardKey key,
+                         bool enabled, void (EditorView::*run)()) {
+        QAction* action = menu.addAction(QIcon::fromTheme(icon), text, this, run);
+        action->setShortcut(key);
+        action->setEnabled(enabled);
+    };
+    const bool canEdit = isEditable();
+    const bool hasSelection = !selection().isEmpty();
+    add(tr("Undo"), QStringLiteral("edit-undo"), QKeySequence::Undo,
+        canEdit && m_gateway->canUndo(), &EditorView::undo);
+    add(tr("Redo"), QStringLiteral("edit-redo"), QKeySequence::Redo,
+        canEdit && m_gateway->canRedo(), &EditorView::redo);
+    menu.addSeparator();
+    const QMimeData* clipboard = QGuiApplication::clipboard()->mimeData();
+    add(tr("Cut"), QStringLiteral("edit-cut"), QKeySequence::Cut, canEdit && hasSelection,
+        &EditorView::cut);
+    add(tr("Copy"), QStringLiteral("edit-copy"), QKeySequence::Copy, hasSelection,
+        &EditorView::copy);
+    add(tr("Paste"), QStringLiteral("edit-paste"), QKeySequence::Paste,
+        canEdit && clipboard && textMime::canDecode(*clipboard, m_formatting), &EditorView::paste);
+    add(tr("Delete"), QStringLiteral("edit-delete"), QKeySequence::UnknownKey,
+        canEdit && hasSelection, &EditorView::deleteSelection);
+    menu.addSeparator();
+    add(tr("Select All"), QStringLiteral("edit-select-all"), QKeySequence::SelectAll,
+        !store().isEmpty(), &EditorView::selectAll);
+}
+
+void EditorView::setPointerHidden(bool hidden)
+{
+    if (hidden == (viewport()->cursor().shape() == Qt::BlankCursor))
+        return;
+    viewport()->setCursor(hidden ? Qt::BlankCursor : Qt::IBeamCursor);
+}
+
+// Drag and drop
+
+void EditorView::dragEnterEvent(QDragEnterEvent* event)
+{
+    dragMoveEvent(event);
+}
+
+void EditorView::dragMoveEvent(QDragMoveEvent* event)
+{
+    if (!isEditable() || !textMime::canDecode(*event->mimeData(), m_formatting)) {
+        setDropCaret(std::nullopt);
+        event->ignore();
+        return;
+    }
+    CaretPlace place;
+    place.position = positionAt(event->position(), &place.side);
+    setDropCaret(place);
+    const qreal edge = 24;
+    const qreal y = event->position().y();
+    if (y < edge)
+        m_scroller->scrollBy(y - edge);
+    else if (y > viewport()->height() - edge)
+        m_scroller->scrollBy(y - viewport()->height() + edge);
+    event->acceptProposedAction();
+}
+
+void EditorView::dragLeaveEvent(QDragLeaveEvent* /*event*/)
+{
+    setDropCaret(std::nullopt);
+}
+
+void EditorView::dropEvent(QDropEvent* event)
+{
+    setDropCaret(std::nullopt);
+    const Qt::DropAction done = isEditable() ? takeDrop(*event) : Qt::IgnoreAction;
+    event->setDropAction(done);
+    event->setAccepted(done != Qt::IgnoreAction);
+    if (done == Qt::IgnoreAction)
+        return;
+    setFocus(Qt::MouseFocusReason);
+    ensureCaretVisible();
+}
+
+/// What has been done. Who gave the text deletes it after a move, so that is said only where all of
+/// it has come in.
+Qt::DropAction EditorView::takeDrop(const QDropEvent& event)
+{
+    const QMimeData& data = *event.mimeData();
+    CaretSide side = CaretSide::lowerLine;
+    const qsizetype position = positionAt(event.position(), &side);
+    for (EditorExtension* extension : m_extensions) {
+        if (extension->drop(data, position))
+            return event.proposedAction();
+    }
+    const bool isFromHere = event.source() == viewport() || event.source() == this;
+    if (isFromHere && event.dropAction() == Qt::MoveAction)
+        return m_gateway->move(selection().range(), position, tr("Drag")) ? Qt::MoveAction
+                                                                          : Qt::IgnoreAction;
+    const auto style = m_gateway->typingStyleAt(position);
+    const auto content = textMime::decode(data, m_formatting, style);
+    if (!content)
+        return Qt::IgnoreAction;
+    const bool canCopy = event.possibleActions().testFlag(Qt::CopyAction);
+    const bool bringsAll = textMime::bringsAll(data, *content);
+    if (!bringsAll && !canCopy)
+        return Qt::IgnoreAction;
+    const TextSelection before = selection();
+    setSelection(TextSelection::caret(position), side);
+    if (!m_gateway->insert(*content, tr("Drag"))) {
+        setSelection(before);
+        return Qt::IgnoreAction;
+    }
+    m_gateway->setSelection({position, selection().position});
+    const bool isMove = event.proposedAction() == Qt::MoveAction;
+    return isMove && !bringsAll ? Qt::CopyAction : event.proposedAction();
+}
+
+// Input methods, focus, time
+
+void EditorView::inputMethodEvent(QInputMethodEvent* event)
+{
+    if (!isEditable()) {
+        event->ignore();
+        return;
+    }
+    m_inputMethod->handle(*event);
+    event->accept();
+}
+
+QVariant EditorView::inputMethodQuery(Qt::InputMethodQuery query) const
+{
+    return m_inputMethod->answer(query);
+}
+
+void EditorView::focusInEvent(QFocusEvent* event)
+{
+    QAbstractScrollArea::focusInEvent(event);
+    restartCaretBlink();
+    viewport()->update();
+}
+
+void EditorView::focusOutEvent(QFocusEvent* event)
+{
+    QAbstractScrollArea::focusOutEvent(event);
+    m_blinkTimer.stop();
+    m_gateway->breakUndoCoalescing();
+    viewport()->update();
+}
+
+void EditorView::changeEvent(QEvent* event)
+{
+    QAbstractScrollArea::changeEvent(event);
+    if (event->type() == QEvent::EnabledChange || event->type() == QEvent::ActivationChange)
+        viewport()->update();
+}
+
+void EditorView::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() == m_blinkTimer.timerId()) {
+        m_blinkShows = !m_blinkShows;
+        updateCaret();
+        return;
+    }
+    if (!m_mouse->timer(event->timerId()))
+        QAbstractScrollArea::timerEvent(event);
+}
+
+} // namespace orvane

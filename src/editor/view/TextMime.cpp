@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "editor/view/TextMime.h"
+
+#include "text/archive/TextArchive.h"
+#include "text/html/HtmlReader.h"
+#include "text/html/HtmlWriter.h"
+#include "text/rtf/OrvaneWorkspaceRTF.h"
+
+namespace orvane::textMime {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString& plainType()
+{
+    static const QString type = u"text/plain"_s;
+    return type;
+}
+
+const QString& htmlType()
+{
+    static const QString type = u"text/html"_s;
+    return type;
+}
+
+const QStringList& rtfTypes()
+{
+    static const QStringList types{u"text/rtf"_s, u"application/rtf"_s, u"text/richtext"_s};
+    return types;
+}
+
+QString asPlainText(const AttributedString& text)
+{
+    QString plain = text.text();
+    plain.replace(QChar(lineSeparator), u'\n');
+    plain.remove(QChar(objectCharacter));
+    return plain;
+}
+
+class TextMimeData : public QMimeData {
+public:
+    TextMimeData(std::function<AttributedString()> text, TextFormatting formatting)
+        : m_text(std::move(text))
+        , m_formatting(formatting)
+    {}
+
+    [[nodiscard]] QStringList formats() const override
+    {
+        if (m_formatting == TextFormatting::plain)
+            return {plainType()};
+        return QStringList{archiveType()} + rtfTypes().first(2) +
+               QStringList{htmlType(), plainType()};
+    }
+
+    [[nodiscard]] bool hasFormat(const QString& type) const override
+    {
+        return formats().contains(type);
+    }
+
+protected:
+    [[nodiscard]] QVariant retrieveData(const QString& type, QMetaType /*wanted*/) const override
+    {
+        if (!hasFormat(type))
+            return {};
+        const AttributedString text = m_text();
+        if (type == archiveType())
+            return TextArchive::encode(text);
+        if (rtfTypes().contains(type))
+            return OrvaneWorkspaceRTF::data(text).value_or(QByteArray());
+        if (type == htmlType())
+            return QString::fromUtf8(writeHtml(text));
+        return asPlainText(text);
+    }
+
+private:
+    std::function<AttributedString()> m_text;
+    TextFormatting m_formatting;
+};
+
+std::optional<AttributedString> decodeRich(const QMimeData& data, const SharedCharacterStyle& style)
+{
+    if (data.hasFormat(archiveType())) {
+        if (auto text = TextArchive::decode(data.data(archiveType())))
+            return *std::move(text);
+    }
+    for (const QString& type : rtfTypes()) {
+        if (!data.hasFormat(type))
+            continue;
+        if (auto text = OrvaneWorkspaceRTF::read(data.data(type)); text && !text->isEmpty())
+            return text;
+    }
+    if (data.hasHtml()) {
+        HtmlReadOptions options;
+        if (style->font)
+            options.baseFont = *style->font;
+        if (AttributedString text = readHtml(data.html(), options); !text.isEmpty())
+            return text;
+    }
+    return std::nullopt;
+}
+
+/// How many pictures and other objects the data has beside its text, at least.
+qsizetype objectsIn(const QMimeData& data)
+{
+    if (data.hasFormat(archiveType())) {
+        if (const auto text = TextArchive::decode(data.data(archiveType())))
+            return text->text().count(QChar(objectCharacter));
+    }
+    qsizetype objects = 0;
+    for (const QString& type : rtfTypes()) {
+        if (data.hasFormat(type))
+            objects = std::max(objects, data.data(type).count("\\pict"));
+    }
+    if (data.hasHtml()) {
+        const QString html = data.html();
+        qsizetype tags = 0;
+        for (const auto tag : {"<img"_L1, "<svg"_L1, "<object"_L1, "<video"_L1, "<canvas"_L1})
+            tags += html.count(tag, Qt::CaseInsensitive);
+        objects = std::max(objects, tags);
+    }
+    return objects;
+}
+
+} // namespace
+
+QString archiveType()
+{
+    return u"application/x-orvaneworkspace-text"_s;
+}
+
+std::unique_ptr<QMimeData> encode(const AttributedString& text, TextFormatting formatting)
+{
+    return encodeLater([text] { return text; }, formatting);
+}
+
+std::unique_ptr<QMimeData> encodeLater(std::function<AttributedString()> text,
+                                       TextFormatting formatting)
+{
+    return std::make_unique<TextMimeData>(std::move(text), formatting);
+}
+
+bool canDecode(const QMimeData& data, TextFormatting formatting)
+{
+    if (data.hasText())
+        return true;
+    if (formatting == TextFormatting::plain)
+        return false;
+    const QStringList formats = data.formats();
+    return data.hasHtml() || formats.contains(archiveType()) ||
+           std::any_of(rtfTypes().begin(), rtfTypes().end(),
+                       [&](const QString& type) { return formats.contains(type); });
+}
+
+std::optional<AttributedString> decode(const QMimeData& data, TextFormatting formatting,
+                                       const SharedCharacterStyle& style)
+{
+    if (formatting == TextFormatting::rich) {
+        if (auto text = decodeRich(data, style))
+            return text;
+    }
+    if (!data.hasText())
+        return std::nullopt;
+    QString text = data.text();
+    text.replace("\r\n"_L1, "\n"_L1);
+    text.replace(u'\r', u'\n');
+    return AttributedString(text, style);
+}
+
+bool bringsAll(const QMimeData& data, const AttributedString& decoded)
+{
+    return !data.hasUrls() && !data.hasImage() &&
+           objectsIn(data) <= decoded.text().count(QChar(objectCharacter));
+}
+
+} // namespace orvane::textMime

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "text/value/AttributedString.h"
+
+#include <QMimeData>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace orvane {
+
+/// Whether a text view takes and gives attributes, or characters only.
+enum class TextFormatting { plain, rich };
+
+/// Text on the clipboard and in a drag: rich text in our own form, which keeps everything, as RTF,
+/// as HTML, and always as plain text.
+namespace textMime {
+
+/// The type of our own form, the archive of a rich note.
+[[nodiscard]] QString archiveType();
+
+/// Each form is made when someone asks for it, so copying a long text costs little.
+[[nodiscard]] std::unique_ptr<QMimeData> encode(const AttributedString& text,
+                                                TextFormatting formatting);
+/// The same for the text that `text()` gives, which is called when a form is asked for.
+[[nodiscard]] std::unique_ptr<QMimeData> encodeLater(std::function<AttributedString()> text,
+                                                     TextFormatting formatting);
+
+[[nodiscard]] bool canDecode(const QMimeData& data, TextFormatting formatting);
+/// The text of the richest form that can be read; characters that bring no attributes of their own
+/// get `style`.
+[[nodiscard]] std::optional<AttributedString>
+decode(const QMimeData& data, TextFormatting formatting, const SharedCharacterStyle& style);
+/// Whether `decoded` has all the text and objects of the data it was decoded from: no file is only
+/// named, no picture left out.
+[[nodiscard]] bool bringsAll(const QMimeData& data, const AttributedString& decoded);
+
+} // namespace textMime
+} // namespace orvane

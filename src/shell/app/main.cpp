@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "appearance/FontsAhead.h"
+#include "shell/app/CommandLine.h"
+#include "shell/app/OrvaneWorkspaceApp.h"
+#include "shell/app/ProgramName.h"
+#include "shell/desktop/SingleInstance.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QStandardPaths>
+
+#include <cstdio>
+
+using namespace orvane;
+
+namespace {
+
+QStringList argumentsOf(int argc, char** argv)
+{
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    return arguments;
+}
+
+/// Read before the toolkit takes the token out of the environment.
+OpenRequest requestOf(const CommandLine& commandLine)
+{
+    const auto* run = std::get_if<RunProgram>(&commandLine);
+    OpenRequest request = openRequestFor(run ? run->toOpen : QStringList(), QDir::currentPath());
+    request.activationToken = qEnvironmentVariable("XDG_ACTIVATION_TOKEN");
+    return request;
+}
+
+/// Not every session has a runtime folder.
+QString runtimeFolder()
+{
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    if (!folder.isEmpty())
+        return folder;
+    const QString own = UserFolders::ofThisUser().configuration;
+    QDir().mkpath(own);
+    return own;
+}
+
+int runProgram(QApplication& application, const OpenRequest& request,
+               const std::future<void>& fonts)
+{
+    SingleInstance instance(runtimeFolder());
+    switch (instance.claim(request)) {
+    case SingleInstance::Role::First:
+        break;
+    case SingleInstance::Role::HandedOver:
+        return 0;
+    case SingleInstance::Role::NotAnswering:
+        std::fputs("OrvaneWorkspace is running but doesn't answer. End it and start it again.\n",
+                   stderr);
+        return 1;
+    }
+    OrvaneWorkspaceApp program(UserFolders::ofThisUser());
+    QObject::connect(&program, &OrvaneWorkspaceApp::quitRequested, &application,
+                     &QCoreApplication::quit, Qt::QueuedConnection);
+    QObject::connect(&application, &QCoreApplication::aboutToQuit, &program,
+                     &OrvaneWorkspaceApp::finish);
+    QObject::connect(&instance, &SingleInstance::requested, &program, &OrvaneWorkspaceApp::open);
+    fonts.wait(); // else the first text would look for them itself
+    program.start();
+    if (!request.isEmpty())
+        program.open(request);
+    return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const auto commandLine = readCommandLine(argumentsOf(argc, argv));
+    if (!commandLine) {
+        std::fprintf(stderr, "%s\n", qUtf8Printable(commandLine.error()));
+        return 2;
+    }
+    if (const auto* print = std::get_if<PrintText>(&*commandLine)) {
+        std::fputs(qUtf8Printable(print->text), stdout);
+        return 0;
+    }
+    auto fontSettings = readFontSettings();
+    const OpenRequest request = requestOf(*commandLine);
+    QApplication application(argc, argv);
+    const auto fonts = findFonts(std::move(fontSettings));
+    nameProgram(application);
+    return runProgram(application, request, fonts);
+}

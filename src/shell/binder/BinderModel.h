@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "core/state/AppState.h"
+
+#include <QAbstractItemModel>
+
+#include <memory>
+#include <vector>
+
+namespace orvane {
+
+/// The Binder as a tree over the open notebook: top-level folders, then the notes of the project,
+/// the Trash last; below a folder its subfolders, then its notes, in the order that is set. While
+/// tags are filtered for, it is a flat list of the notes that have one. Follows `AppState` by
+/// single changes: only another notebook resets it. What is below a folder is listed when the
+/// folder is first opened.
+class BinderModel : public QAbstractItemModel {
+    Q_OBJECT
+public:
+    enum Role {
+        IsFolderRole = Qt::UserRole + 1,
+        IdRole,
+        /// The second line of a note: its first words, or the day of its last change.
+        SecondLineRole,
+        /// Notes in a folder and everything below it.
+        CountRole,
+        DepthRole,
+        IsPdfRole,
+        IsTrashRole,
+        IsPinnedRole,
+        /// Tags in the note's order.
+        TagsRole,
+        /// The stored name of the picture that was chosen; empty for the usual one.
+        IconRole,
+    };
+
+    explicit BinderModel(AppState& appState, QObject* parent = nullptr);
+    ~BinderModel() override;
+
+    [[nodiscard]] BinderRowID rowIdOf(const QModelIndex& index) const;
+    /// The index of a folder or note, listing what lies on the way to it; invalid when there is
+    /// none or the filter hides it.
+    [[nodiscard]] QModelIndex indexOf(const BinderRowID& row);
+
+    /// Shows only what has the text in its title, whatever its case, and the folders above it.
+    void setTitleFilter(const QString& text);
+    [[nodiscard]] const QString& titleFilter() const { return m_filter; }
+
+    [[nodiscard]] QModelIndex index(int row, int column, const QModelIndex& parent) const override;
+    [[nodiscard]] QModelIndex parent(const QModelIndex& index) const override;
+    [[nodiscard]] int rowCount(const QModelIndex& parent) const override;
+    [[nodiscard]] int columnCount(const QModelIndex& parent) const override;
+    [[nodiscard]] bool hasChildren(const QModelIndex& parent) const override;
+    [[nodiscard]] bool canFetchMore(const QModelIndex& parent) const override;
+    void fetchMore(const QModelIndex& parent) override;
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    /// A new title ends a rich one; the same title leaves it.
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+    [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+signals:
+    /// Rows that are selected, current or otherwise remembered show something else now.
+    void rowsReplaced();
+
+private:
+    struct Node;
+
+    void reset();
+    void syncStructure();
+    void syncChildren(Node& node);
+    void removeMissing(Node& node, const QSet<BinderRowID>& wanted);
+    void insertNew(Node& node, const QList<BinderRowID>& wanted);
+    void reorder(Node& node, const QList<BinderRowID>& wanted);
+    void follow(const NotebookChange& change);
+    [[nodiscard]] static bool concernsTitles(const NotebookChange& change);
+    /// What of a note decides where it stands, in the order and by the filter that are set.
+    [[nodiscard]] RecordAspects placingAspects() const;
+    /// Moves a note whose place hangs on what changed of it, found by halving.
+    void placeAgain(const BinderRowID& row);
+    [[nodiscard]] size_t placeOf(const NoteRecord& note, const Node& node) const;
+    /// The order of two that the sort order doesn't tell apart.
+    [[nodiscard]] bool standsBeforeByHand(const NoteRecord& one, const NoteRecord& other) const;
+    void move(Node& parent, size_t from, size_t to);
+    [[nodiscard]] bool isTagFiltered() const { return !m_appState.activeTagFilter().isEmpty(); }
+    void recount();
+    void refilter();
+    int countBelow(const QUuid& folder, int depth);
+    bool keepByFilter(const QUuid& folder, int depth);
+    [[nodiscard]] QList<BinderRowID> childrenOf(const BinderRowID& row) const;
+    void appendNotes(QList<BinderRowID>& rows, const QUuid& container) const;
+    [[nodiscard]] QList<BinderRowID> topLevel() const;
+    [[nodiscard]] QList<BinderRowID> wantedChildren(const Node& node) const;
+    [[nodiscard]] bool passesFilter(const BinderRowID& row) const;
+    [[nodiscard]] Node* nodeOf(const QModelIndex& index) const;
+    [[nodiscard]] QModelIndex indexOfNode(const Node& node) const;
+    Node* findOrList(const BinderRowID& row);
+    [[nodiscard]] std::optional<BinderRowID> parentRow(const BinderRowID& row) const;
+    [[nodiscard]] QVariant folderData(const FolderRecord& folder, int role) const;
+    [[nodiscard]] QVariant noteData(const NoteRecord& note, int role) const;
+
+    AppState& m_appState;
+    std::unique_ptr<Node> m_root;
+    QHash<BinderRowID, Node*> m_nodes;
+    QHash<QUuid, int> m_counts;
+    QString m_filter;
+    /// What the filter keeps, while there is one.
+    QSet<BinderRowID> m_kept;
+};
+
+/// The line below a note's title in lists.
+[[nodiscard]] QString secondLineOf(const NoteRecord& note);
+
+} // namespace orvane

@@ -1,0 +1,359 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "shell/binder/BinderView.h"
+
+#include "core/tags/TagColorPalette.h"
+#include "shell/binder/BinderMenus.h"
+#include "shell/binder/BinderModel.h"
+#include "shell/binder/BinderTreeView.h"
+#include "shell/binder/IconsAndTitlesWindow.h"
+#include "shell/binder/TagFilterBar.h"
+
+#include <QAction>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QScopedValueRollback>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace orvane {
+
+BinderView::BinderView(AppState& appState, QAction& newNote, QAction& newFolder, Look& look,
+                       QWidget* parent)
+    : SurfacePanel(look, Surface::Binder, parent)
+    , m_appState(appState)
+    , m_model(new BinderModel(appState, this))
+    , m_tree(new BinderTreeView(look, this))
+    , m_menus(new BinderMenus(appState, look, this))
+{
+    setMinimumWidth(220);
+    setMaximumWidth(420);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 8, 0, 8);
+    layout->setSpacing(0);
+    layout->addWidget(makeTopRail());
+    layout->addWidget(new TagFilterBar(appState, look, this));
+    layout->addSpacing(8);
+    m_empty = makeLabel({}, TextStyle::Body, LabelInk::Secondary);
+    m_empty->setWordWrap(true);
+    m_empty->setAlignment(Qt::AlignCenter);
+    m_empty->setContentsMargins(24, 24, 24, 24);
+    layout->addWidget(m_empty);
+    layout->addWidget(m_tree, 1);
+    layout->addSpacing(8);
+    layout->addWidget(makeBottomRail(newNote, newFolder));
+    // A row that goes takes the tree's current row elsewhere; that is not the person's choice.
+    // Connected before the tree is, so as to be told first.
+    connect(m_model, &QAbstractItemModel::rowsAboutToBeRemoved, this, [this] { ++m_removing; });
+    m_tree->setModel(m_model);
+    connectTree();
+    connectMenus(newNote, newFolder);
+    showExpansion();
+    showSelection();
+    showEmptyState();
+}
+
+QWidget* BinderView::makeTopRail()
+{
+    auto* holder = new QWidget(this);
+    auto* outer = new QHBoxLayout(holder);
+    outer->setContentsMargins(8, 0, 8, 0);
+    auto* rail = new SurfacePanel(look(), Surface::BinderTopRail, holder);
+    rail->setFixedHeight(32);
+    outer->addWidget(rail);
+    auto* row = new QHBoxLayout(rail);
+    row->setContentsMargins(4, 0, 4, 0);
+    m_filter = new QLineEdit(rail);
+    m_filter->setFrame(false);
+    m_filter->setPlaceholderText(tr("Filter titles"));
+    m_filter->setAccessibleName(tr("Filter titles"));
+    m_filter->addAction(
+        look().icon(Symbol::Search, Surface::BinderTopRail, &SurfaceTokens::textSecondary),
+        QLineEdit::LeadingPosition);
+    m_filter->installEventFilter(this);
+    row->addWidget(m_filter);
+    row->addWidget(makeRailMenuButton(Symbol::Tag, tr("Filter by Tag"), &BinderMenus::fillTagMenu));
+    row->addWidget(makeRailMenuButton(Symbol::Sort, tr("Sort Notes"), &BinderMenus::fillSortMenu));
+    connect(m_filter, &QLineEdit::textChanged, this, &BinderView::setFilter);
+    const auto applyFont = [this] {
+        m_filter->setFont(interfaceFont(TextStyle::Body, look().polarity(Surface::BinderTopRail)));
+    };
+    connect(&look(), &Look::changed, this, applyFont);
+    applyFont();
+    return holder;
+}
+
+QToolButton* BinderView::makeRailButton(QAction& action, Symbol symbol)
+{
+    auto* button = new QToolButton(this);
+    button->setDefaultAction(&action);
+    // The action's own picture has the ink of a dark pane.
+    const auto showPicture = [this, button, symbol] {
+        button->setIcon(look().icon(symbol, Surface::BinderRail));
+    };
+    connect(&action, &QAction::changed, button, showPicture);
+    showPicture();
+    button->setIconSize({16, 16});
+    button->setFixedSize(28, 28);
+    button->setAccessibleName(action.text());
+    button->setFocusPolicy(Qt::TabFocus);
+    return button;
+}
+
+QToolButton* BinderView::makeRailMenuButton(Symbol symbol, const QString& name,
+                                            void (BinderMenus::*fill)(QMenu&))
+{
+    auto* button = new QToolButton(this);
+    const auto showPicture = [this, button, symbol] {
+        button->setIcon(look().icon(symbol, Surface::BinderRail, &SurfaceTokens::text));
+    };
+    connect(&look(), &Look::changed, button, showPicture);
+    showPicture();
+    button->setIconSize({16, 16});
+    button->setFixedSize(28, 28);
+    button->setToolTip(name);
+    button->setAccessibleName(name);
+    button->setFocusPolicy(Qt::TabFocus);
+    auto* menu = new QMenu(button);
+    connect(menu, &QMenu::aboutToShow, this, [this, menu, fill] {
+        menu->clear();
+        (m_menus->*fill)(*menu);
+    });
+    connect(button, &QToolButton::clicked, menu,
+            [button, menu] { menu->popup(button->mapToGlobal(button->rect().bottomLeft())); });
+    return button;
+}
+
+void BinderView::connectMenus(QAction& newNote, QAction& newFolder)
+{
+    connect(m_menus, &BinderMenus::tagSheetRequested, this, &BinderView::tagSheetRequested);
+    connect(m_menus, &BinderMenus::newNoteRequested, &newNote, &QAction::trigger);
+    connect(m_menus, &BinderMenus::newFolderRequested, &newFolder, &QAction::trigger);
+    connect(m_menus, &BinderMenus::renameRequested, m_tree, &BinderTreeView::renameCurrent);
+    connect(m_menus, &BinderMenus::iconsAndTitlesRequested, this, &BinderView::showIconsAndTitles);
+    connect(m_tree, &BinderTreeView::menuRequested, this, &BinderView::showMenu);
+    connect(m_tree, &BinderTreeView::removalRequested, this, [this] {
+        if (const auto row = m_appState.selection().selectedBinderRowID())
+            m_menus->remove(*row);
+    });
+    connect(m_tree, &BinderTreeView::dropped, this,
+            [this](const BinderMove& move) { (void)m_appState.apply(move); });
+    m_tree->setDropResolver([this](const BinderRowID& dragged,
+                                   const std::optional<BinderRowID>& target,
+                                   double y) { return resolve(dragged, target, y); });
+    m_tree->setTagColor(
+        [this](const QString& tag) { return tagColor(m_appState.tagSettings(), tag).toQColor(); });
+}
+
+void BinderView::showIconsAndTitles()
+{
+    TitledItem item;
+    const auto row = m_appState.selection().selectedBinderRowID();
+    if (row && row->id != FolderRecord::trashFolderID) {
+        const bool isNote = row->kind == BinderRowID::Kind::Note;
+        item = {isNote ? TitledItem::Kind::Note : TitledItem::Kind::Folder, row->id};
+    } else if (const auto& project = m_appState.currentProject()) {
+        item = {TitledItem::Kind::Project, project->id};
+    }
+    IconsAndTitlesWindow::open(item, m_appState, look(), window());
+}
+
+std::optional<BinderMove> BinderView::resolve(const BinderRowID& dragged,
+                                              const std::optional<BinderRowID>& target,
+                                              double y) const
+{
+    const auto project = m_appState.projectRootContainerID();
+    if (!project || !m_appState.canCreateOrEdit() || !m_appState.activeTagFilter().isEmpty())
+        return std::nullopt;
+    if (target)
+        return resolveDrop(dragged, *target, y, m_appState.order(), m_appState.folders(),
+                           m_appState.notes(), *project);
+    // Below all rows: to the end of the top level.
+    if (dragged.kind == BinderRowID::Kind::Note)
+        return BinderMove{dragged, project, std::nullopt};
+    return canReparentFolder(dragged.id, std::nullopt, m_appState.folders())
+               ? std::optional(BinderMove{dragged, std::nullopt, std::nullopt})
+               : std::nullopt;
+}
+
+void BinderView::showMenu(const std::optional<BinderRowID>& row, const QPoint& globalPosition)
+{
+    QMenu* menu = m_menus->menuFor(row).release();
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->popup(globalPosition);
+}
+
+QWidget* BinderView::makeBottomRail(QAction& newNote, QAction& newFolder)
+{
+    auto* holder = new QWidget(this);
+    auto* outer = new QHBoxLayout(holder);
+    outer->setContentsMargins(8, 0, 8, 0);
+    auto* rail = new SurfacePanel(look(), Surface::BinderRail, holder);
+    rail->setFixedHeight(32);
+    outer->addWidget(rail);
+    auto* row = new QHBoxLayout(rail);
+    row->setContentsMargins(4, 0, 4, 0);
+    row->setSpacing(0);
+    row->addWidget(makeRailButton(newNote, Symbol::NewNote));
+    row->addWidget(makeRailButton(newFolder, Symbol::NewFolder));
+    row->addStretch();
+    return holder;
+}
+
+void BinderView::connectTree()
+{
+    connect(m_model, &QAbstractItemModel::modelReset, this, [this] {
+        const QSignalBlocker quiet(m_filter);
+        m_filter->clear();
+        showExpansion();
+        showSelection();
+        showEmptyState();
+    });
+    connect(m_model, &QAbstractItemModel::rowsInserted, this, [this](const QModelIndex& parent) {
+        expandBelow(parent);
+        showEmptyState();
+    });
+    connect(m_model, &QAbstractItemModel::rowsRemoved, this, [this] {
+        --m_removing;
+        showEmptyState();
+    });
+    connect(&m_appState.selection(), &Selection::selectionChanged, this,
+            &BinderView::showSelection);
+    connect(&m_appState, &AppState::activeTagFilterChanged, this, [this] {
+        showExpansion();
+        showSelection();
+        showEmptyState();
+    });
+    connect(&m_appState, &AppState::notebookChanged, this, &BinderView::follow);
+    connect(m_model, &BinderModel::rowsReplaced, this, &BinderView::showSelection);
+    connect(m_tree, &QTreeView::expanded, this,
+            [this](const QModelIndex& index) { userExpanded(index, true); });
+    connect(m_tree, &QTreeView::collapsed, this,
+            [this](const QModelIndex& index) { userExpanded(index, false); });
+    connect(m_tree, &BinderTreeView::noteActivated, this, &BinderView::noteActivated);
+    connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this](const QModelIndex& current) {
+                if (!m_following && m_removing == 0 && current.isValid())
+                    m_appState.selection().selectBinderRow(m_model->rowIdOf(current));
+            });
+}
+
+void BinderView::follow(const NotebookChange& change)
+{
+    const auto show = [this](const QList<QUuid>& folders, bool expanded) {
+        const QScopedValueRollback following(m_following, true);
+        for (const QUuid& id : folders) {
+            const QModelIndex index = m_model->indexOf({BinderRowID::Kind::Folder, id});
+            if (index.isValid())
+                m_tree->setExpanded(index, expanded);
+        }
+    };
+    show(change.expanded, true);
+    show(change.collapsed, false);
+    if (change.isStructural)
+        showSelection();
+}
+
+void BinderView::userExpanded(const QModelIndex& index, bool expanded)
+{
+    // While the filter is on, folders open to show what was found; that is not kept.
+    if (m_following || !m_model->titleFilter().isEmpty())
+        return;
+    const QUuid id = m_model->rowIdOf(index).id;
+    if (m_appState.order().expandedFolderIDs.contains(id) != expanded)
+        m_appState.toggleExpanded(id);
+}
+
+void BinderView::showExpansion()
+{
+    expandBelow({});
+}
+
+void BinderView::expandBelow(const QModelIndex& parent)
+{
+    const QScopedValueRollback following(m_following, true);
+    const bool filtering = !m_model->titleFilter().isEmpty();
+    const QSet<QUuid>& expanded = m_appState.order().expandedFolderIDs;
+    for (int row = 0; row < m_model->rowCount(parent); ++row) {
+        const QModelIndex index = m_model->index(row, 0, parent);
+        const BinderRowID id = m_model->rowIdOf(index);
+        if (id.kind != BinderRowID::Kind::Folder)
+            continue;
+        const bool open = filtering || expanded.contains(id.id);
+        if (open != m_tree->isExpanded(index))
+            m_tree->setExpanded(index, open);
+        if (open)
+            expandBelow(index);
+    }
+}
+
+void BinderView::showSelection()
+{
+    const QScopedValueRollback following(m_following, true);
+    const auto row = m_appState.selection().selectedBinderRowID();
+    const QModelIndex index = row ? m_model->indexOf(*row) : QModelIndex();
+    if (!index.isValid()) {
+        m_tree->selectionModel()->clear();
+        return;
+    }
+    for (QModelIndex above = index.parent(); above.isValid(); above = above.parent()) {
+        if (m_tree->isExpanded(above))
+            continue;
+        m_tree->setExpanded(above, true);
+        const QUuid id = m_model->rowIdOf(above).id;
+        if (!m_appState.order().expandedFolderIDs.contains(id))
+            m_appState.toggleExpanded(id);
+    }
+    m_tree->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+    m_tree->scrollTo(index);
+}
+
+void BinderView::showEmptyState()
+{
+    const bool filtering =
+        !m_model->titleFilter().isEmpty() || !m_appState.activeTagFilter().isEmpty();
+    // A notebook with nothing in it still shows its Trash.
+    const bool nothing =
+        m_model->rowCount({}) <= (filtering ? 0 : 1) && m_appState.notes().isEmpty();
+    const bool noMatch = filtering && m_model->rowCount({}) == 0;
+    m_empty->setVisible(nothing || noMatch);
+    m_empty->setText(noMatch ? m_model->titleFilter().isEmpty()
+                                   ? tr("No note has these tags.")
+                                   : tr("No title contains “%1”.").arg(m_model->titleFilter())
+                             : tr("Notes and folders appear here. Make the first with the buttons "
+                                  "below."));
+}
+
+void BinderView::setFilter(const QString& text)
+{
+    m_model->setTitleFilter(text);
+    showExpansion();
+    showSelection();
+    showEmptyState();
+}
+
+void BinderView::focusFilter()
+{
+    m_filter->setFocus(Qt::ShortcutFocusReason);
+    m_filter->selectAll();
+}
+
+bool BinderView::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_filter && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Escape && !m_filter->text().isEmpty()) {
+            m_filter->clear();
+            return true;
+        }
+        if (key == Qt::Key_Down || key == Qt::Key_Return) {
+            m_tree->setFocus(Qt::OtherFocusReason);
+            return true;
+        }
+    }
+    return SurfacePanel::eventFilter(watched, event);
+}
+
+} // namespace orvane

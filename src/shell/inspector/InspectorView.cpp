@@ -1,0 +1,237 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "shell/inspector/InspectorView.h"
+
+#include "core/records/Wording.h"
+#include "core/versions/NoteVersion.h"
+#include "shell/inspector/TagsSection.h"
+#include "shell/inspector/VersionHistorySection.h"
+#include "shell/window/ElidedLabel.h"
+
+#include <QCoreApplication>
+#include <QGridLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QScrollArea>
+#include <QStackedLayout>
+#include <QTimer>
+
+namespace orvane {
+
+namespace {
+
+constexpr int padding = 16;
+/// A long note takes a while to count, so a burst of changes is shown once.
+constexpr int refreshPause = 150;
+
+/// A line in the border colour from one edge of the pane to the other.
+class Divider final : public QWidget {
+public:
+    Divider(const Look& look, QWidget* parent)
+        : QWidget(parent)
+        , m_look(look)
+    {
+        setFixedHeight(1);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter(this).fillRect(rect(), m_look.tokens().on(Surface::Inspector).border);
+    }
+
+private:
+    const Look& m_look;
+};
+
+} // namespace
+
+InspectorView::InspectorView(AppState& appState, SheetHost& sheets, Look& look, QWidget* parent)
+    : SurfacePanel(look, Surface::Inspector, parent)
+    , m_appState(appState)
+    , m_stack(new QStackedLayout(this))
+    , m_scroll(new QScrollArea(this))
+    , m_nothing(makeLabel(tr("Select a note to see its details."), TextStyle::Body,
+                          LabelInk::Secondary, this))
+    , m_heading(makeLabel({}, TextStyle::SectionHead, LabelInk::Secondary))
+    , m_grid(new QGridLayout)
+    , m_refreshTimer(new QTimer(this))
+{
+    setMinimumWidth(220);
+    setMaximumWidth(420);
+    m_nothing->setWordWrap(true);
+    m_nothing->setAlignment(Qt::AlignCenter);
+    m_nothing->setContentsMargins(padding, 0, padding, 0);
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scroll->setFocusPolicy(Qt::NoFocus);
+    m_scroll->viewport()->setAutoFillBackground(false);
+    // Set while it is empty, for it is measured then.
+    auto* column = new QWidget;
+    m_scroll->setWidget(column);
+    column->setAutoFillBackground(false);
+    fillColumn(column, sheets);
+    m_stack->setContentsMargins({});
+    m_stack->addWidget(m_scroll);
+    m_stack->addWidget(m_nothing);
+    m_refreshTimer->setSingleShot(true);
+    m_refreshTimer->setInterval(refreshPause);
+    connect(m_refreshTimer, &QTimer::timeout, this, &InspectorView::refresh);
+    connectAppState();
+    refresh();
+}
+
+void InspectorView::showEvent(QShowEvent* event)
+{
+    SurfacePanel::showEvent(event);
+    // What stands in a scroll area is laid out by posted events; the first frame has to be whole.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+}
+
+void InspectorView::fillColumn(QWidget* column, SheetHost& sheets)
+{
+    auto* layout = new QVBoxLayout(column);
+    layout->setContentsMargins(0, 16, 0, 16);
+    layout->setSpacing(0);
+    layout->addWidget(makeFacts(column));
+    const auto addPart = [&](QWidget* content, int stretch) {
+        auto* part = new QWidget(column);
+        auto* inside = new QVBoxLayout(part);
+        inside->setContentsMargins({});
+        inside->setSpacing(0);
+        inside->addSpacing(16);
+        inside->addWidget(makeDivider(part));
+        inside->addSpacing(12);
+        inside->addWidget(content, 1);
+        layout->addWidget(part, stretch);
+        return part;
+    };
+    m_tags = new TagsSection(m_appState, sheets, look(), column);
+    m_tagsPart = addPart(m_tags, 0);
+    m_versions = new VersionHistorySection(m_appState, sheets, look(), column);
+    m_versionsPart = addPart(m_versions, 1);
+    m_filler = new QWidget(column);
+    layout->addWidget(m_filler, 1);
+}
+
+QWidget* InspectorView::makeFacts(QWidget* parent)
+{
+    auto* facts = new QWidget(parent);
+    auto* layout = new QVBoxLayout(facts);
+    layout->setContentsMargins(padding, 0, padding, 0);
+    layout->setSpacing(10);
+    layout->addWidget(m_heading);
+    m_grid->setHorizontalSpacing(16);
+    m_grid->setVerticalSpacing(6);
+    m_grid->setColumnStretch(1, 1);
+    layout->addLayout(m_grid);
+    m_title = addRow(tr("Title"));
+    m_created = addRow(tr("Created"));
+    m_changed = addRow(tr("Changed"));
+    m_words = addRow(tr("Words"));
+    m_characters = addRow(tr("Characters"));
+    m_folder = addRow(tr("Folder"));
+    m_folders = addRow(tr("Folders"));
+    m_notes = addRow(tr("Notes"));
+    return facts;
+}
+
+QWidget* InspectorView::makeDivider(QWidget* parent)
+{
+    return new Divider(look(), parent);
+}
+
+void InspectorView::connectAppState()
+{
+    connect(&m_appState.selection(), &Selection::selectionChanged, this, &InspectorView::refresh);
+    connect(&m_appState, &AppState::notebookReset, this, &InspectorView::refresh);
+    const auto later = [this] {
+        m_refreshTimer->start();
+    };
+    connect(&m_appState, &AppState::notebookChanged, this, later);
+}
+
+QLabel* InspectorView::addRow(const QString& label)
+{
+    const int row = m_grid->rowCount();
+    auto* name = makeLabel(label, TextStyle::Body, LabelInk::Secondary);
+    auto* value = new ElidedLabel;
+    setTextStyle(value, TextStyle::Body);
+    value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    value->setAccessibleName(label);
+    name->setBuddy(value);
+    m_grid->addWidget(name, row, 0);
+    m_grid->addWidget(value, row, 1);
+    return value;
+}
+
+void InspectorView::show(const QString& heading, const QList<std::pair<QLabel*, QString>>& values)
+{
+    m_heading->setText(heading);
+    for (int i = 0; i < m_grid->count(); ++i)
+        m_grid->itemAt(i)->widget()->hide();
+    for (const auto& [label, text] : values) {
+        label->setText(text);
+        label->show();
+        const int at = m_grid->indexOf(label);
+        m_grid->itemAt(at - 1)->widget()->show();
+    }
+    m_stack->setCurrentWidget(values.isEmpty() ? static_cast<QWidget*>(m_nothing) : m_scroll);
+}
+
+void InspectorView::refresh()
+{
+    m_refreshTimer->stop();
+    const auto row = m_appState.selection().selectedBinderRowID();
+    if (row && row->kind == BinderRowID::Kind::Note) {
+        if (const NoteRecord* note = m_appState.note(row->id))
+            return showNote(*note);
+    } else if (row) {
+        if (const FolderRecord* folder = m_appState.folder(row->id))
+            return showFolder(*folder);
+    }
+    show({}, {});
+}
+
+void InspectorView::showNote(const NoteRecord& note)
+{
+    const Timestamp now = m_appState.services().clock.now();
+    const FolderRecord* folder = m_appState.folder(note.folderID);
+    const QString body = note.body.text();
+    const int words = wordCount(body);
+    m_tags->setSubject({BinderRowID::Kind::Note, note.id});
+    m_versions->setNote(note.id);
+    m_versions->refresh(words);
+    m_tagsPart->show();
+    m_versionsPart->show();
+    m_filler->hide();
+    show(tr("Note"), {{m_title, note.titleForList()},
+                      {m_created, dayInWords(note.createdAt)},
+                      {m_changed, momentInWords(note.updatedAt, now)},
+                      {m_words, grouped(words)},
+                      {m_characters, grouped(body.size())},
+                      {m_folder, folder ? folder->titleForList() : tr("None")}});
+}
+
+void InspectorView::showFolder(const FolderRecord& folder)
+{
+    const FolderRecord* parent =
+        folder.parentFolderID ? m_appState.folder(*folder.parentFolderID) : nullptr;
+    const qsizetype notes = m_appState.orderedNotes(folder.id).size();
+    const qsizetype folders =
+        std::count_if(m_appState.folders().begin(), m_appState.folders().end(),
+                      [&](const auto& each) { return each->parentFolderID == folder.id; });
+    m_versionsPart->hide();
+    m_filler->show();
+    m_tagsPart->setVisible(!folder.isTrash());
+    if (folder.isTrash())
+        return show(tr("Trash"), {{m_notes, grouped(notes)}});
+    m_tags->setSubject({BinderRowID::Kind::Folder, folder.id});
+    show(tr("Folder"), {{m_title, folder.titleForList()},
+                        {m_created, dayInWords(folder.createdAt)},
+                        {m_folder, parent ? parent->titleForList() : tr("None")},
+                        {m_folders, grouped(folders)},
+                        {m_notes, grouped(notes)}});
+}
+
+} // namespace orvane

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "appearance/SurfacePanel.h"
+#include "core/state/AppState.h"
+
+class QGridLayout;
+class QLabel;
+class QScrollArea;
+class QStackedLayout;
+class QTimer;
+
+namespace orvane {
+
+class SheetHost;
+class TagsSection;
+class VersionHistorySection;
+
+/// The Inspector pane: what there is to know about the selected note, or folder, its tags and its
+/// versions.
+class InspectorView : public SurfacePanel {
+    Q_OBJECT
+public:
+    InspectorView(AppState& appState, SheetHost& sheets, Look& look, QWidget* parent = nullptr);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void fillColumn(QWidget* column, SheetHost& sheets);
+    [[nodiscard]] QWidget* makeFacts(QWidget* parent);
+    [[nodiscard]] QWidget* makeDivider(QWidget* parent);
+    void connectAppState();
+    QLabel* addRow(const QString& label);
+    void show(const QString& heading, const QList<std::pair<QLabel*, QString>>& values);
+    void refresh();
+    void showNote(const NoteRecord& note);
+    void showFolder(const FolderRecord& folder);
+
+    AppState& m_appState;
+    QStackedLayout* m_stack;
+    QScrollArea* m_scroll;
+    QLabel* m_nothing;
+    QLabel* m_heading;
+    QGridLayout* m_grid;
+    QLabel* m_title = nullptr;
+    QLabel* m_created = nullptr;
+    QLabel* m_changed = nullptr;
+    QLabel* m_words = nullptr;
+    QLabel* m_characters = nullptr;
+    QLabel* m_folder = nullptr;
+    QLabel* m_folders = nullptr;
+    QLabel* m_notes = nullptr;
+    QWidget* m_tagsPart = nullptr;
+    TagsSection* m_tags = nullptr;
+    QWidget* m_versionsPart = nullptr;
+    VersionHistorySection* m_versions = nullptr;
+    QWidget* m_filler = nullptr;
+    QTimer* m_refreshTimer;
+};
+
+} // namespace orvane

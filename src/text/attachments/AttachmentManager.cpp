@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "text/attachments/AttachmentManager.h"
+
+#include "platform/AtomicFile.h"
+#include "text/archive/TextArchive.h"
+#include "text/attachments/RichNoteContentPayload.h"
+
+#include <QBuffer>
+#include <QImageReader>
+
+namespace orvane::AttachmentManager {
+namespace {
+
+void prepareForDisplay(OWChartAttachment& chart, const ChartPainter& painter)
+{
+    chart.chartBlock.normalizeForPersistence();
+    if (!painter)
+        return;
+    if (QByteArray picture = painter(chart.chartBlock); !picture.isEmpty())
+        chart.renderedImageData = std::move(picture);
+}
+
+std::optional<QByteArray> pngFrom(QIODevice& device)
+{
+    QImageReader reader(&device);
+    reader.setDecideFormatFromContent(true);
+    reader.setAutoTransform(true);
+    return pngData(reader.read());
+}
+
+} // namespace
+
+QByteArray archivePayload(const AttributedString& document, const ChartPainter& painter)
+{
+    AttributedString copy = document;
+    normalizeAttachments(copy, ChartSource::liveAttachment, painter);
+    return RichNoteContentPayload{RichNoteContentPayload::currentVersion, TextArchive::encode(copy)}
+        .toJson();
+}
+
+std::optional<AttributedString> decodeArchive(const QByteArray& archive)
+{
+    auto document = TextArchive::decode(archive);
+    if (!document)
+        return std::nullopt;
+    return std::move(*document);
+}
+
+std::optional<AttributedString> decodePayload(const QByteArray& payload,
+                                              const ChartPainter& painter)
+{
+    const auto wrapped = RichNoteContentPayload::fromJson(payload);
+    if (!wrapped || wrapped->version != RichNoteContentPayload::currentVersion)
+        return std::nullopt;
+    auto document = decodeArchive(wrapped->archiveData);
+    if (!document || document->isEmpty())
+        return std::nullopt;
+    normalizeAttachments(*document, ChartSource::storedJson, painter);
+    return document;
+}
+
+void normalizeAttachments(AttributedString& document, ChartSource source,
+                          const ChartPainter& painter)
+{
+    QList<TextRange> objects;
+    document.forEachCharacterRun(document.fullRange(),
+                                 [&](TextRange run, const SharedCharacterStyle& style) {
+                                     if (style->hasAttachment() || !style->chartBlockData.isEmpty())
+                                         objects.append(run);
+                                 });
+    for (const TextRange& range : objects) {
+        CharacterStyle style = *document.characterStyle(range.location);
+        if (const auto* image = style.imageAttachment()) {
+            OrvaneNoteImageAttachment prepared = *image;
+            prepared.prepareForDisplay();
+            if (prepared == *image)
+                continue;
+            style.attachment = TextAttachment(std::move(prepared));
+        } else {
+            auto chart =
+                normalizedChartAttachment(*style.attachment, document, range.location, source);
+            if (!chart)
+                continue;
+            prepareForDisplay(*chart, painter);
+            style.chartBlockData = chart->chartBlock.toJson();
+            style.attachment = TextAttachment(std::move(*chart));
+        }
+        document.setCharacterStyle(range, std::move(style));
+    }
+}
+
+std::optional<OWChartAttachment> normalizedChartAttachment(const TextAttachment& attachment,
+                                                           const AttributedString& document,
+                                                           qsizetype position, ChartSource source)
+{
+    const auto* live = std::get_if<OWChartAttachment>(&attachment);
+    if (live && source == ChartSource::liveAttachment)
+        return *live;
+    const auto block = OWChartBlock::fromJson(document.characterStyle(position)->chartBlockData);
+    if (!block)
+        return live ? std::optional(*live) : std::nullopt;
+    OWChartAttachment chart = live ? *live : OWChartAttachment{};
+    chart.chartBlock = *block;
+    return chart;
+}
+
+std::optional<QByteArray> imageData(const QString& filePath)
+{
+    const auto file = readFile(filePath, FileLimit::image);
+    return file ? imageDataFromBytes(*file) : std::nullopt;
+}
+
+std::optional<QByteArray> imageDataFromBytes(const QByteArray& imageFile)
+{
+    QBuffer buffer;
+    buffer.setData(imageFile);
+    if (!buffer.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    return pngFrom(buffer);
+}
+
+std::optional<QByteArray> pngData(const QImage& image)
+{
+    QByteArray png;
+    QBuffer buffer(&png);
+    if (image.isNull() || !buffer.open(QIODevice::WriteOnly) || !image.save(&buffer, "PNG"))
+        return std::nullopt;
+    return png;
+}
+
+} // namespace orvane::AttachmentManager

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "text/value/AttributedString.h"
+
+#include <QByteArray>
+#include <QImage>
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+/// The stored forms of a rich note's content, and the attachments in it. All functions may run on
+/// any thread.
+///
+/// A chart travels twice: as the attachment and as JSON on its character. While a note is edited
+/// the attachment is what counts, and saving renews the JSON; on loading the JSON counts, so that
+/// it also brings back a chart whose attachment was lost on the way.
+namespace orvane::AttachmentManager {
+
+/// Draws a chart as PNG. Without one, charts keep the picture that they have.
+using ChartPainter = std::function<QByteArray(const OWChartBlock&)>;
+
+enum class ChartSource { liveAttachment, storedJson };
+
+/// The rich content payload (JSON) of a document, its attachments normalised from what is live.
+[[nodiscard]] QByteArray archivePayload(const AttributedString& document,
+                                        const ChartPainter& painter = {});
+
+/// The document of an archive; nothing when it can't be read.
+[[nodiscard]] std::optional<AttributedString> decodeArchive(const QByteArray& archive);
+
+/// The document of a rich content payload, its attachments normalised from what is stored. Nothing
+/// for what can't be read, for another version, and for an empty document: the caller then takes
+/// the note's next stored form.
+[[nodiscard]] std::optional<AttributedString> decodePayload(const QByteArray& payload,
+                                                            const ChartPainter& painter = {});
+
+/// Prepares every attachment of the document for display and for storing.
+void normalizeAttachments(AttributedString& document, ChartSource source,
+                          const ChartPainter& painter = {});
+
+/// The chart that belongs on `position` of the document, whose attachment is `attachment`: from the
+/// one or the other as `source` says, and nothing where there is no chart.
+[[nodiscard]] std::optional<OWChartAttachment>
+normalizedChartAttachment(const TextAttachment& attachment, const AttributedString& document,
+                          qsizetype position, ChartSource source);
+
+/// An image as PNG, whatever kind of image file it was; nothing when it can't be read.
+[[nodiscard]] std::optional<QByteArray> imageData(const QString& filePath);
+[[nodiscard]] std::optional<QByteArray> imageDataFromBytes(const QByteArray& imageFile);
+[[nodiscard]] std::optional<QByteArray> pngData(const QImage& image);
+
+} // namespace orvane::AttachmentManager

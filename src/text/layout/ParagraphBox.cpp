@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "text/layout/ParagraphBox.h"
+
+#include <algorithm>
+
+namespace orvane {
+
+bool ParagraphBox::hasAllLines() const
+{
+    return !pieces.empty() && std::all_of(pieces.begin(), pieces.end(), [](const auto& piece) {
+        return piece.hasLines() && piece.isFirm;
+    });
+}
+
+int ParagraphBox::pieceAt(int position) const
+{
+    const auto after =
+        std::upper_bound(pieces.begin(), pieces.end(), position,
+                         [](int at, const ParagraphPiece& piece) { return at < piece.start; });
+    return std::max(0, int(after - pieces.begin()) - 1);
+}
+
+int ParagraphBox::pieceAtHeight(qreal y) const
+{
+    const int last = int(pieces.size()) - 1;
+    for (int i = 0; i < last; ++i) {
+        y -= pieces[std::size_t(i)].height;
+        if (y < 0)
+            return i;
+    }
+    return last;
+}
+
+qreal ParagraphBox::topOf(int piece) const
+{
+    qreal top = 0;
+    for (int i = 0; i < piece; ++i)
+        top += pieces[std::size_t(i)].height;
+    return top;
+}
+
+void ParagraphBox::cut(int length, const Cutting& cutting)
+{
+    pieces.clear();
+    hanging.reset();
+    ParagraphPiece& all = pieces.emplace_back();
+    all.length = length;
+    all.height = length * cutting.unitsPerCharacter;
+    all.isFirm = true;
+    splitLong(0, cutting);
+}
+
+void ParagraphBox::splitLong(int index, const Cutting& cutting)
+{
+    ParagraphPiece& piece = pieces[std::size_t(index)];
+    if (piece.hasLines() || piece.length <= 2 * cutting.length)
+        return;
+    const int end = piece.end();
+    const qreal each = piece.height / piece.length;
+    std::vector<ParagraphPiece> parts;
+    for (int start = piece.start + cutting.length; start < end;) {
+        ParagraphPiece& part = parts.emplace_back();
+        part.start = start;
+        part.length = end - start > 2 * cutting.length ? cutting.length : end - start;
+        part.height = part.length * each;
+        start = part.end();
+    }
+    piece.length = cutting.length;
+    piece.height = piece.length * each;
+    pieces.insert(pieces.begin() + index + 1, std::make_move_iterator(parts.begin()),
+                  std::make_move_iterator(parts.end()));
+    const auto behind = std::size_t(index) + parts.size() + 1;
+    if (behind < pieces.size())
+        pieces[behind].isFirm = false;
+}
+
+void ParagraphBox::replace(int from, int removed, int added, int lineLength, const Cutting& cutting)
+{
+    const int first = pieceAt(from);
+    const int last = std::max(first, pieceAt(from + std::max(0, removed - 1)));
+    const auto at = pieces.begin() + first;
+    ParagraphPiece& changed = *at;
+    // The line before may have room for a word that has become shorter.
+    const int firstLine = changed.hasLines() ? changed.lines.front().length : lineLength;
+    if (first > 0 && from <= changed.start + firstLine) {
+        (at - 1)->release();
+        changed.isFirm = false;
+    }
+    const int growth = added - removed;
+    for (auto piece = at + 1; piece != pieces.begin() + last + 1; ++piece) {
+        changed.length += piece->length;
+        changed.height += piece->height;
+    }
+    changed.length += growth;
+    changed.height = std::max(0.0, changed.height + growth * cutting.unitsPerCharacter);
+    changed.release();
+    pieces.erase(at + 1, pieces.begin() + last + 1);
+    for (auto piece = at + 1; piece != pieces.end(); ++piece)
+        piece->start += growth;
+    if (at + 1 != pieces.end())
+        (at + 1)->isFirm = false;
+    if (first == 0)
+        hanging.reset();
+    if (from <= directionAt)
+        directionAt = -1;
+    if (changed.length == 0 && pieces.size() > 1) {
+        pieces.erase(at);
+        pieces.front().isFirm = true;
+    } else {
+        splitLong(first, cutting);
+    }
+}
+
+void ParagraphBox::release(int from, int to)
+{
+    const int first = std::max(0, pieceAt(from) - 1);
+    const int last = pieceAt(std::max(from, to - 1));
+    for (int i = first; i <= last; ++i) {
+        pieces[std::size_t(i)].release();
+        pieces[std::size_t(i)].isFirm = i == 0 || (i == first && pieces[std::size_t(i)].isFirm);
+    }
+    if (last + 1 < int(pieces.size()))
+        pieces[std::size_t(last) + 1].isFirm = false;
+    if (first == 0)
+        hanging.reset();
+}
+
+void ParagraphBox::place(int index, BrokenPiece broken, const Cutting& cutting)
+{
+    const int textEnd = textLength();
+    ParagraphPiece& piece = pieces[std::size_t(index)];
+    piece.length = broken.length;
+    piece.height = broken.height;
+    piece.lines = std::move(broken.lines);
+    piece.layout = std::move(broken.layout);
+    const int end = piece.end();
+    auto next = pieces.begin() + index + 1;
+    const auto beyond =
+        std::find_if(next, pieces.end(), [end](const auto& other) { return other.end() > end; });
+    next = pieces.erase(next, beyond);
+    if (end >= textEnd)
+        return;
+    if (next == pieces.end()) {
+        next = pieces.emplace(next);
+        next->start = textEnd;
+    }
+    if (const int growth = next->start - end; growth != 0) {
+        next->start = end;
+        next->length += growth;
+        next->height = std::max(0.0, next->height + growth * cutting.unitsPerCharacter);
+        next->release();
+        if (next + 1 != pieces.end())
+            (next + 1)->isFirm = false;
+    }
+    next->isFirm = true;
+    splitLong(index + 1, cutting);
+}
+
+void ParagraphBox::moveStart(int index, int distance)
+{
+    ParagraphPiece& piece = pieces[std::size_t(index)];
+    piece.start += distance;
+    piece.length -= distance;
+    pieces[std::size_t(index) - 1].length += distance;
+}
+
+} // namespace orvane

@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "text/layout/TextPaint.h"
+#include "text/value/ParagraphStyle.h"
+
+#include <QFont>
+#include <QHash>
+#include <QTextBlock>
+#include <QTextLayout>
+
+#include <memory>
+
+class QTextDocument;
+
+namespace orvane {
+
+class ParagraphDecorator;
+class StyleTable;
+class TextStore;
+
+/// How lines are made in a whole text, beside what each paragraph says itself.
+struct LineSettings {
+    /// The least distance from line to line, as a multiple of the font size. Fonts whose own lines
+    /// are higher keep theirs.
+    qreal lineHeight = 1.0;
+    /// Where a paragraph names no tab interval, in points.
+    qreal tabInterval = 28;
+
+    bool operator==(const LineSettings&) const = default;
+};
+
+/// An input method's text, which is shown at a position of the text without being part of it.
+struct Preedit {
+    int position = 0;
+    QString text;
+    int caret = 0; ///< within `text`
+    QList<QTextLayout::FormatRange> formats;
+};
+
+/// What stands on object characters, for whoever lays them out.
+struct InlineObjects {
+    const StyleTable& styles;
+    ObjectPainter* painter = nullptr; ///< null: sizes as attachments say, nothing is drawn
+
+    [[nodiscard]] QSizeF sizeOf(const QTextFormat& format) const;
+    void paint(QPainter& painter, const QRectF& rect, const QTextFormat& format) const;
+};
+
+/// Holds the fonts that a text is laid out with. The toolkit lets go of a font that nobody holds,
+/// and reads its file again for the next line.
+class HeldFonts {
+public:
+    void hold(const TextFont& font, const QTextCharFormat& format, const QFont& base);
+    void clear() { m_fonts.clear(); }
+
+private:
+    QHash<TextFont, QFont> m_fonts;
+};
+
+/// All that the lines of one paragraph depend on.
+struct ParagraphSource {
+    const TextStore& store;
+    QTextBlock block;
+    const ParagraphStyle& style;
+    const LineSettings& settings;
+    QFont font; ///< of text that names none
+    const ParagraphDecorator* decorator = nullptr;
+    const InlineObjects& objects;
+    HeldFonts& fonts;
+    const Preedit* preedit = nullptr; ///< null where none stands in this paragraph
+    qreal column = 0;                 ///< in layout units
+    qreal characterWidth = 1;         ///< an average, in layout units
+    bool rightToLeft = false;
+
+    [[nodiscard]] int textLength() const { return block.length() - 1; }
+};
+
+/// The text of a stretch of a paragraph with its formats, to be broken into lines, and the way from
+/// its positions to those of the paragraph: an input method's text stands between them, and signs
+/// that carry on the direction of what stands before the stretch.
+class PieceLayout {
+public:
+    /// [start, end) of the paragraph; of the text from `end` on nothing is known to it.
+    PieceLayout(const ParagraphSource& source, int start, int end);
+    ~PieceLayout();
+    Q_DISABLE_COPY_MOVE(PieceLayout)
+
+    [[nodiscard]] QTextLayout& text() { return *m_layout; }
+    [[nodiscard]] const QTextLayout& text() const { return *m_layout; }
+    /// The characters that the lines are made of.
+    [[nodiscard]] const QString& characters() const { return m_characters; }
+    [[nodiscard]] int end() const { return m_end; }
+    /// How many signs stand before the first character.
+    [[nodiscard]] int lead() const { return m_lead; }
+    /// What a decorator gave it, from the start of the paragraph, with an input method's text among
+    /// the characters.
+    [[nodiscard]] const QList<QTextLayout::FormatRange>& decorations() const
+    {
+        return m_decorations;
+    }
+
+    /// The place of a position of the paragraph; where an input method's text stands, of its caret.
+    [[nodiscard]] int toLayout(int inParagraph) const;
+    [[nodiscard]] int toParagraph(int inLayout) const;
+    /// Where the input method's text begins; -1 where none stands.
+    [[nodiscard]] int preeditStart() const;
+    /// Whether some of the input method's text, but none of what follows it, stands before a place.
+    [[nodiscard]] bool partsPreedit(int inLayout) const;
+
+private:
+    void makeHosted(const ParagraphSource& source, const QString& text);
+
+    int m_start;
+    int m_end;
+    int m_lead = 0;
+    int m_preeditAt = -1; ///< in the paragraph
+    int m_preeditLength = 0;
+    int m_preeditCaret = 0;
+    QList<QTextLayout::FormatRange> m_decorations;
+    QString m_characters;
+    /// Objects are measured and drawn only for the text of a document.
+    std::unique_ptr<QTextDocument> m_host;
+    std::unique_ptr<QTextLayout> m_layout;
+};
+
+} // namespace orvane

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "text/store/StyleTable.h"
+#include "text/store/TextSnapshot.h"
+#include "text/value/AttributedString.h"
+
+#include <QTextBlock>
+#include <QTextDocument>
+
+#include <functional>
+
+namespace orvane {
+
+class ParagraphLayout;
+
+/// The text of one open note, stored so that an edit costs the same whatever the text's length.
+///
+/// This class is read only: all changes go through the one `EditGateway` that is made on it. It
+/// lives on the main thread. Positions and paragraphs are those of `AttributedString`; a range must
+/// lie within the text.
+class TextStore {
+public:
+    TextStore();
+    ~TextStore();
+    Q_DISABLE_COPY_MOVE(TextStore)
+
+    [[nodiscard]] qsizetype length() const;
+    [[nodiscard]] bool isEmpty() const { return length() == 0; }
+    [[nodiscard]] TextRange fullRange() const { return {0, length()}; }
+
+    /// Plain text with "\n" between paragraphs; every other character as it is.
+    [[nodiscard]] QString text() const;
+    [[nodiscard]] QString text(TextRange range) const;
+    /// How often `character`, which is not "\n", stands in `range`. Copies no text.
+    [[nodiscard]] qsizetype count(QChar character, TextRange range) const;
+    /// The character at `position`, or a null character at the end of the text.
+    [[nodiscard]] QChar characterAt(qsizetype position) const;
+
+    [[nodiscard]] AttributedString attributedText() const { return attributedText(fullRange()); }
+    [[nodiscard]] AttributedString attributedText(TextRange range) const;
+    /// The whole content as it stands, for another thread to work on. Costs some ten milliseconds
+    /// for a million words.
+    [[nodiscard]] TextSnapshot snapshot() const;
+
+    /// The style of the character at `position`, which must be below `length()`.
+    [[nodiscard]] const SharedCharacterStyle& characterStyle(qsizetype position) const;
+    /// The style of the paragraph that holds `position`, from 0 to `length()`.
+    [[nodiscard]] const SharedParagraphStyle& paragraphStyle(qsizetype position) const;
+    /// The paragraph that holds `position`, with its "\n".
+    [[nodiscard]] TextRange paragraphRange(qsizetype position) const;
+    /// All paragraphs that `range` touches, with their "\n"; an empty range touches one.
+    [[nodiscard]] TextRange paragraphsRange(TextRange range) const;
+    [[nodiscard]] int paragraphCount() const { return m_document.blockCount(); }
+
+    /// Calls `visit(TextRange, const SharedCharacterStyle&)` for the runs of `range` in turn.
+    /// Neighbouring runs may be equal.
+    template <typename Visit>
+    void forEachCharacterRun(TextRange range, Visit&& visit) const;
+
+    /// The same with the formats that stand for the styles. Costs the same in a paragraph of any
+    /// length.
+    void forEachFormat(TextRange range,
+                       const std::function<void(TextRange, const QTextCharFormat&)>& visit) const;
+
+    /// The document and its layout, for whoever shows the text. Never change the document itself.
+    [[nodiscard]] QTextDocument& document() const { return m_document; }
+    [[nodiscard]] ParagraphLayout& layout() const { return *m_layout; }
+    [[nodiscard]] const StyleTable& styles() const { return m_styles; }
+    [[nodiscard]] QTextBlock blockAt(qsizetype position) const;
+
+private:
+    friend class EditGateway;
+    friend class DocumentEditor;
+
+    void setContent(const AttributedString& content);
+    void beginEdit();
+    void endEdit();
+    void undoStep() { m_document.undo(); }
+    void redoStep() { m_document.redo(); }
+    void replace(TextRange range, const AttributedString& insertion);
+    void replace(TextRange range, const QString& text, const SharedCharacterStyle& style);
+    void setCharacterStyle(TextRange range, const SharedCharacterStyle& style);
+    void setParagraphStyle(TextRange range, const SharedParagraphStyle& style);
+
+    void insertPieces(qsizetype position, const AttributedString& insertion);
+    void setBlockStyle(const QTextBlock& block, const SharedParagraphStyle& style);
+
+    mutable QTextDocument m_document;
+    StyleTable m_styles;
+    ParagraphLayout* m_layout; // owned by the document
+};
+
+template <typename Visit>
+void TextStore::forEachCharacterRun(TextRange range, Visit&& visit) const
+{
+    forEachFormat(range, [&](TextRange run, const QTextCharFormat& format) {
+        visit(run, m_styles.styleOf(format));
+    });
+}
+
+} // namespace orvane

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "text/value/OrvaneNoteImageAttachment.h"
+
+#include <QBuffer>
+#include <QImageReader>
+
+#include <array>
+#include <cmath>
+
+namespace orvane {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+const std::array<QString, 4>& wrapModeWords()
+{
+    static const std::array<QString, 4> words{u"In Line with Text"_s, u"Top and Bottom"_s,
+                                              u"Behind Text"_s, u"In Front of Text"_s};
+    return words;
+}
+
+bool isUsable(QSizeF size)
+{
+    return std::isfinite(size.width()) && std::isfinite(size.height()) && size.width() > 0 &&
+           size.height() > 0;
+}
+
+} // namespace
+
+QString rawValue(OrvaneNoteImageWrapMode mode)
+{
+    return wrapModeWords()[std::size_t(mode)];
+}
+
+std::optional<OrvaneNoteImageWrapMode> imageWrapModeFromRawValue(QStringView text)
+{
+    for (std::size_t i = 0; i < wrapModeWords().size(); ++i) {
+        if (text == wrapModeWords()[i])
+            return OrvaneNoteImageWrapMode(i);
+    }
+    return std::nullopt;
+}
+
+QSizeF OrvaneNoteImageAttachment::bounds() const
+{
+    return wrapMode == OrvaneNoteImageWrapMode::inLine ? renderedSize : QSizeF(1, 1);
+}
+
+void OrvaneNoteImageAttachment::prepareForDisplay()
+{
+    if (!isUsable(originalSize))
+        originalSize = fallbackSize;
+    if (!isUsable(renderedSize))
+        renderedSize = originalSize;
+    if (!std::isfinite(floatingOffset.x()) || !std::isfinite(floatingOffset.y()))
+        floatingOffset = {};
+    if (attachmentID.isNull())
+        attachmentID = QUuid::createUuid();
+}
+
+OrvaneNoteImageAttachment
+OrvaneNoteImageAttachment::fromImageData(QByteArray imageData, std::optional<QSizeF> suggestedSize,
+                                         QUuid attachmentID)
+{
+    OrvaneNoteImageAttachment attachment;
+    attachment.attachmentID = attachmentID;
+    QBuffer buffer(&imageData);
+    const QByteArray format = imageData.startsWith("\x89PNG")        ? "png"
+                              : imageData.startsWith("\xff\xd8\xff") ? "jpeg"
+                                                                     : "";
+    const QSize pixels = QImageReader(&buffer, format).size();
+    if (!pixels.isEmpty())
+        attachment.originalSize = pixels;
+    attachment.renderedSize =
+        suggestedSize && isUsable(*suggestedSize) ? *suggestedSize : attachment.originalSize;
+    attachment.imageData = std::move(imageData);
+    return attachment;
+}
+
+} // namespace orvane
