@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/projects/ProjectActions.h"
 
+#include "commands/AppCommandEvents.h"
 #include "core/records/Wording.h"
 #include "core/state/SessionKeys.h"
 #include "shell/projects/WelcomeToOrvaneWorkspaceSheet.h"

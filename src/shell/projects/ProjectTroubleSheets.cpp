@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/projects/ProjectTroubleSheets.h"
 
+#include "commands/AppCommandEvents.h"
 #include "core/state/ProjectQuestions.h"
 #include "shell/projects/BothStoresSheet.h"
 
