@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "ShellFixture.h"
 #include "appearance/AppearanceTokens.h"
+#include "commands/AppCommandEvents.h"
 #include "core/store/ProjectLock.h"
 #include "shell/projects/ProjectTilesModel.h"
 #include "shell/sheets/MessageText.h"
