@@ -12,6 +12,7 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 option(ORVANE_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
 option(ORVANE_WERROR "Treat warnings as errors" OFF)
 option(ORVANE_BENCHMARKS "Build the benchmark programs" OFF)
+option(ORVANE_PRIVATE_QT "Use the private headers of Qt where that is faster" ON)
 option(ORVANE_FUZZ "Build the fuzzers (clang only)" OFF)
 set(ORVANE_OPTIMISE "" CACHE STRING "Optimisation flag added to debug builds")
 

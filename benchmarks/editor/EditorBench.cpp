@@ -158,6 +158,31 @@ Measurement keyLong(const AttributedString& text)
         [&] { return typeNext(notes.ours, inMany); });
 }
 
+/// A key with a second layout of the text at another width, which lays the paragraph out too,
+/// against a key without one.
+Measurement twoLayouts()
+{
+    const AttributedString text = sampleText(100'000);
+    Ours once(text);
+    Ours twice(text);
+    once.goToMiddle();
+    twice.goToMiddle();
+    ParagraphLayout second(twice.store, 300, {u"Inter"_s, 16}, {});
+    int inTwice = 0;
+    int inOnce = 0;
+    return interleave(
+        100,
+        [&] {
+            const bool isSpace = ++inTwice % 7 == 0;
+            return twice.frames.until([&] {
+                pressKey(twice.view, isSpace ? Qt::Key_Space : Qt::Key_X,
+                         isSpace ? u" "_s : u"x"_s);
+                second.ensureLaidOut(twice.store.blockAt(twice.view.selection().position));
+            });
+        },
+        [&] { return typeNext(once, inOnce); });
+}
+
 Measurement returnKey()
 {
     LargeNotes& notes = LargeNotes::shared();
@@ -328,6 +353,7 @@ void addEditorRows()
     add({"editor/key-long-paragraph", "ms", 3, [] {
              return keyLong(sampleParagraph(200'000));
          }});
+    add({"editor/two-layouts", "ms", 1.8, twoLayouts});
     add({"editor/return-1m", "ms", 0.2, returnKey});
     add({"editor/key-table", "ms", 0.1, keyTable});
     add({"editor/open-1m", "ms", 1.5, open});

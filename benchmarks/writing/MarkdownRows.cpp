@@ -58,8 +58,8 @@ MarkdownSyntaxHighlighter::Theme theme()
 struct Ours {
     TextStore store;
     EditGateway gateway{store};
-    std::unique_ptr<MarkdownHighlighting> highlighting;
     EditorView view;
+    std::unique_ptr<MarkdownHighlighting> highlighting;
     PaintedFrames frames{view.viewport()};
 
     Ours()
@@ -73,7 +73,7 @@ struct Ours {
     void load(const QString& note)
     {
         gateway.loadPlainText(note);
-        highlighting = std::make_unique<MarkdownHighlighting>(gateway, theme());
+        highlighting = std::make_unique<MarkdownHighlighting>(view, gateway, theme());
         view.setGateway(&gateway);
     }
     double keyAt(int line)

@@ -18,7 +18,7 @@ class MarkdownHighlightingTest : public ViewFixture {
 protected:
     MarkdownSyntaxHighlighter::Theme theme =
         MarkdownSyntaxHighlighter::Theme::of(signatureDarkTokens());
-    MarkdownHighlighting highlighting{view.gateway(), theme};
+    MarkdownHighlighting highlighting{view, view.gateway(), theme};
 
     /// How the character at `position` is shown.
     QTextCharFormat formatAt(int position)

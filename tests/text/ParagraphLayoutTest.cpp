@@ -24,15 +24,24 @@ struct Laid {
     QList<QRectF> paragraphs;
     QList<qsizetype> lines;
 
-    explicit Laid(const TextStore& store)
+    explicit Laid(const TextStore& store, int pieceLength = 0)
     {
-        ParagraphLayout& layout = store.layout();
+        ParagraphLayout layout(store);
         layout.setWidth(width);
+        if (pieceLength > 0)
+            layout.setPieceLength(pieceLength);
+        read(layout, store);
+    }
+    Laid(ParagraphLayout& layout, const TextStore& store) { read(layout, store); }
+
+    void read(ParagraphLayout& layout, const TextStore& store)
+    {
         QTextBlock block = store.document().begin();
         for (; block.isValid(); block = block.next())
             layout.ensureLaidOut(block);
         for (block = store.document().begin(); block.isValid(); block = block.next()) {
-            paragraphs.append(layout.blockBoundingRect(block));
+            paragraphs.append(QRectF(0, layout.topOf(block), layout.width(),
+                                     layout.bottomOf(block) - layout.topOf(block)));
             for (const TextRange line : layout.linesOf(block))
                 lines.append(line.location);
         }
@@ -58,8 +67,13 @@ TEST(ParagraphLayout, AfterRandomEditsItIsAsIfLaidOutAnew)
         TextStore store;
         EditGateway gateway(store);
         gateway.load(random.document(), {});
-        store.layout().setPieceLength(seed == 1 ? 1'500 : 20);
-        const Laid start(store);
+        ParagraphLayout layout(store);
+        ParagraphLayout narrow(store);
+        layout.setWidth(width);
+        narrow.setWidth(width / 2);
+        layout.setPieceLength(seed == 1 ? 1'500 : 20);
+        narrow.setPieceLength(60);
+        const Laid start(layout, store);
         for (int step = 0; step < 60; ++step) {
             const auto length = int(store.length());
             const QString text = store.text();
@@ -80,14 +94,17 @@ TEST(ParagraphLayout, AfterRandomEditsItIsAsIfLaidOutAnew)
             EditGateway loader(fresh);
             loader.load(store.attributedText(), {});
             // What was laid out anew is in one piece, the other is not.
-            expectSame(Laid(store), Laid(fresh),
+            expectSame(Laid(layout, store), Laid(fresh),
                        "seed " + std::to_string(seed) + " step " + std::to_string(step));
+            ParagraphLayout other(fresh);
+            other.setWidth(width / 2);
+            expectSame(Laid(narrow, store), Laid(other, fresh), "narrow");
             if (::testing::Test::HasFatalFailure())
                 return;
         }
         while (gateway.undo()) {
         }
-        expectSame(Laid(store), start, "undone, seed " + std::to_string(seed));
+        expectSame(Laid(layout, store), start, "undone, seed " + std::to_string(seed));
     }
 }
 
@@ -98,7 +115,7 @@ TEST(ParagraphLayout, EveryPositionHasAPlaceThatLeadsBackToIt)
     gateway.loadPlainText(
         u"Some words that go on until they have to be broken into three lines or so, as this does "
         "at this width.\n\nשלום עולם\nmixed שלום text\u2028and a line\ttabbed"_s);
-    ParagraphLayout& layout = store.layout();
+    ParagraphLayout layout(store);
     layout.setWidth(300);
     const qsizetype mixed = store.text().indexOf(u"mixed"_s);
     for (qsizetype position = 0; position <= store.length(); ++position) {
@@ -135,6 +152,7 @@ AttributedString longParagraph(unsigned seed, int length, Looks looks = Looks::v
 struct LongParagraph {
     TextStore store;
     EditGateway gateway{store};
+    ParagraphLayout laidOut{store};
 
     explicit LongParagraph(int pieceLength, const AttributedString& text,
                            const ParagraphStyle& style = {})
@@ -144,10 +162,10 @@ struct LongParagraph {
         content.append(AttributedString(u"\nbelow"_s));
         content.setParagraphStyle({10, 0}, SharedParagraphStyle(style));
         gateway.load(content, {});
-        store.layout().setWidth(width);
-        store.layout().setPieceLength(pieceLength);
+        layout().setWidth(width);
+        layout().setPieceLength(pieceLength);
     }
-    ParagraphLayout& layout() { return store.layout(); }
+    ParagraphLayout& layout() { return laidOut; }
 };
 
 /// The share of pixels that are another even one row further up or down, to which a baseline may
@@ -189,7 +207,9 @@ TEST(ParagraphLayout, NobodySeesThatALongParagraphIsInPieces)
         const AttributedString text = longParagraph(7, 1'500);
         LongParagraph whole(100'000, text, row.style);
         LongParagraph pieces(30, text, row.style);
-        ASSERT_EQ(Laid(whole.store).lines, Laid(pieces.store).lines) << row.name;
+        ASSERT_EQ(Laid(whole.layout(), whole.store).lines,
+                  Laid(pieces.layout(), pieces.store).lines)
+            << row.name;
         // Where a line begins with signs that don't run with the paragraph, the toolkit places the
         // caret of a whole paragraph at another run's end.
         const bool rightToLeft = row.style.direction == WritingDirection::rightToLeft;
@@ -310,6 +330,82 @@ TEST(ParagraphLayout, LinesOfALongParagraphAreLetGoPieceByPiece)
     EXPECT_EQ(layout.linesOf(block), lines);
 }
 
+/// Measures its objects differently from any other.
+struct WideObjects : ObjectPainter {
+    explicit WideObjects(double side)
+        : m_side(side)
+    {}
+    [[nodiscard]] QSizeF sizeOf(const CharacterStyle& /*style*/) const override
+    {
+        return {m_side, m_side};
+    }
+    void paintObject(QPainter& /*painter*/, const QRectF& /*rect*/,
+                     const CharacterStyle& /*style*/) override
+    {
+        ++painted;
+    }
+    int painted = 0;
+
+private:
+    double m_side;
+};
+
+TEST(ParagraphLayout, TwoOfOneTextHaveWidthsFontsAndObjectsOfTheirOwn)
+{
+    TextStore store;
+    EditGateway gateway(store);
+    gateway.loadPlainText(u"a\ufffcb "_s + u"words of text "_s.repeated(30) + u"\nlast"_s);
+    WideObjects small(10);
+    WideObjects large(100);
+    ParagraphLayout wide(store, 600, {u"Inter"_s, 12}, {});
+    auto narrow =
+        std::make_unique<ParagraphLayout>(store, 200, TextFont{u"Inter"_s, 24}, LineSettings());
+    wide.setObjectPainter(&small);
+    narrow->setObjectPainter(&large);
+    const auto objectWidth = [](ParagraphLayout& layout) {
+        return layout.caretRect(2).x() - layout.caretRect(1).x();
+    };
+    EXPECT_NEAR(objectWidth(wide), 10, 0.1);
+    EXPECT_NEAR(objectWidth(*narrow), 100, 0.1);
+    const auto lines = [&](ParagraphLayout& layout) {
+        layout.ensureLaidOut(store.blockAt(0));
+        return layout.linesOf(store.blockAt(0)).size();
+    };
+    EXPECT_GT(lines(*narrow), 3 * lines(wide));
+    gateway.setSelection(TextSelection::caret(0));
+    gateway.type(u"x"_s);
+    EXPECT_NEAR(wide.caretRect(3).x() - wide.caretRect(2).x(), 10, 0.1);
+    EXPECT_NEAR(narrow->caretRect(3).x() - narrow->caretRect(2).x(), 100, 0.1);
+    QImage image(100, 100, QImage::Format_RGB32);
+    QPainter painter(&image);
+    TextPaint paint;
+    paint.clip = image.rect();
+    wide.paint(painter, paint);
+    EXPECT_EQ(small.painted, 1);
+    EXPECT_EQ(large.painted, 0);
+    narrow.reset();
+    EXPECT_GT(lines(wide), 0) << "and goes on when the other has gone";
+    gateway.type(u"y"_s);
+    EXPECT_EQ(wide.lineAt(0).range.location, 0);
+}
+
+TEST(ParagraphLayout, AnInputMethodsTextStaysWhereItStoodWhoeverEdits)
+{
+    TextStore store;
+    EditGateway gateway(store);
+    gateway.loadPlainText(u"one two three"_s);
+    ParagraphLayout composing(store);
+    ParagraphLayout plain(store);
+    const double before = plain.caretRect(8).x();
+    composing.setPreedit(4, u"xyz"_s, 3, {});
+    EXPECT_GT(composing.caretRect(8).x(), before);
+    EXPECT_EQ(plain.caretRect(8).x(), before);
+    gateway.setSelection(TextSelection::caret(0));
+    gateway.type(u"0"_s);
+    EXPECT_EQ(composing.preeditPosition(), 5);
+    EXPECT_GT(composing.caretRect(9).x(), plain.caretRect(9).x());
+}
+
 TEST(ParagraphLayout, FarParagraphsAreLetGoAndKeepTheirPlace)
 {
     TextStore store;
@@ -319,14 +415,15 @@ TEST(ParagraphLayout, FarParagraphsAreLetGoAndKeepTheirPlace)
         text +=
             u"Paragraph %1 has enough words to be broken into two lines at this width.\n"_s.arg(i);
     gateway.loadPlainText(text);
-    const Laid all(store);
-    ParagraphLayout& layout = store.layout();
+    ParagraphLayout layout(store);
+    layout.setWidth(width);
+    const Laid all(layout, store);
     const qreal height = layout.height();
     layout.evictFarFrom(1000, 1800);
     EXPECT_TRUE(layout.isLaidOut(layout.blockAtY(1400)));
     EXPECT_FALSE(layout.isLaidOut(store.document().lastBlock()));
     EXPECT_EQ(layout.height(), height);
-    expectSame(Laid(store), all, "laid out again");
+    expectSame(Laid(layout, store), all, "laid out again");
 }
 
 TEST(ParagraphLayout, TheLinesOfAListItemBeginBelowEachOther)
@@ -363,7 +460,7 @@ TEST(ParagraphLayout, TheLinesOfAListItemBeginBelowEachOther)
         TextStore store;
         EditGateway gateway(store);
         gateway.load(text, {});
-        ParagraphLayout& layout = store.layout();
+        ParagraphLayout layout(store);
         layout.setWidth(width);
         const LaidOutLine second = layout.lineAt(int(text.length()) / 2);
         const double first = layout.caretRect(int(marker.size())).x();

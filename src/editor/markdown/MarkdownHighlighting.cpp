@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/markdown/MarkdownHighlighting.h"
 
+#include "editor/view/EditorView.h"
 #include "text/layout/ParagraphLayout.h"
 #include "text/store/EditGateway.h"
 #include "text/store/TextStore.h"
@@ -11,22 +12,23 @@
 
 namespace orvane {
 
-MarkdownHighlighting::MarkdownHighlighting(EditGateway& gateway,
+MarkdownHighlighting::MarkdownHighlighting(EditorView& view, EditGateway& gateway,
                                            const MarkdownSyntaxHighlighter::Theme& theme,
                                            QObject* parent)
     : QObject(parent)
+    , m_view(view)
     , m_gateway(gateway)
     , m_theme(theme)
     , m_codeFamily(codeFontFamily(theme.codeFontName))
 {
     m_decoration.load(m_gateway.store().text());
-    m_gateway.store().layout().setDecorator(this);
+    m_view.setDecorator(m_gateway, this);
     connect(&m_gateway, &EditGateway::textChanged, this, &MarkdownHighlighting::onTextChanged);
 }
 
 MarkdownHighlighting::~MarkdownHighlighting()
 {
-    m_gateway.store().layout().setDecorator(nullptr);
+    m_view.setDecorator(m_gateway, nullptr);
 }
 
 void MarkdownHighlighting::setTheme(const MarkdownSyntaxHighlighter::Theme& theme)
@@ -36,13 +38,19 @@ void MarkdownHighlighting::setTheme(const MarkdownSyntaxHighlighter::Theme& them
     m_theme = theme;
     m_codeFamily = codeFontFamily(theme.codeFontName);
     m_formats.clear();
-    m_gateway.store().layout().decorationChanged(m_gateway.store().fullRange());
+    tellLayout(m_gateway.store().fullRange());
 }
 
 void MarkdownHighlighting::load()
 {
     m_decoration.load(m_gateway.store().text());
-    m_gateway.store().layout().decorationChanged(m_gateway.store().fullRange());
+    tellLayout(m_gateway.store().fullRange());
+}
+
+void MarkdownHighlighting::tellLayout(TextRange changed)
+{
+    if (&m_view.gateway() == &m_gateway)
+        m_view.layout().decorationChanged(changed);
 }
 
 void MarkdownHighlighting::onTextChanged(const TextChange& change)
@@ -72,8 +80,8 @@ void MarkdownHighlighting::onTextChanged(const TextChange& change)
                            std::min<qsizetype>(end.position() + end.length(), store.length()));
     const LineSpan changed = m_decoration.update(lines, store.text(range));
     const QTextBlock lastChanged = blockAt(changed.first + changed.count - 1);
-    store.layout().decorationChanged(TextRange::between(
-        blockAt(changed.first).position(), lastChanged.position() + lastChanged.length() - 1));
+    tellLayout(TextRange::between(blockAt(changed.first).position(),
+                                  lastChanged.position() + lastChanged.length() - 1));
 }
 
 const MarkdownSpans& MarkdownHighlighting::spansOf(const QTextBlock& block) const
@@ -100,7 +108,7 @@ QList<TextRange> MarkdownHighlighting::codeIn(const QTextBlock& block) const
 QList<QTextLayout::FormatRange> MarkdownHighlighting::decorationOf(const QTextBlock& block,
                                                                    int from, int to) const
 {
-    const double size = m_gateway.store().layout().baseFont().size;
+    const double size = m_view.layout().baseFont().size;
     if (size != m_formatsSize) {
         m_formats.clear();
         m_formatsSize = size;

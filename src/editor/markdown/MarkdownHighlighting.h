@@ -14,15 +14,16 @@
 namespace orvane {
 
 class EditGateway;
+class EditorView;
 
-/// Shows the text of a gateway as Markdown while it lives. The text itself has no attributes of it.
-/// Main thread.
+/// Shows a text as Markdown in one view, whenever that shows it, while this lives. The text itself
+/// has no attributes of it. Main thread.
 class MarkdownHighlighting final : public QObject, public ParagraphDecorator {
     Q_OBJECT
 public:
-    /// Colours the whole text. `gateway` and its store outlive it.
-    MarkdownHighlighting(EditGateway& gateway, const MarkdownSyntaxHighlighter::Theme& theme,
-                         QObject* parent = nullptr);
+    /// Colours the whole text. View, gateway and store outlive it.
+    MarkdownHighlighting(EditorView& view, EditGateway& gateway,
+                         const MarkdownSyntaxHighlighter::Theme& theme, QObject* parent = nullptr);
     ~MarkdownHighlighting() override;
 
     void setTheme(const MarkdownSyntaxHighlighter::Theme& theme);
@@ -36,9 +37,11 @@ public:
 private:
     void load();
     void onTextChanged(const TextChange& change);
+    void tellLayout(TextRange changed);
     [[nodiscard]] const MarkdownSpans& spansOf(const QTextBlock& block) const;
     [[nodiscard]] QTextCharFormat formatFor(MarkdownStyle style) const;
 
+    EditorView& m_view;
     EditGateway& m_gateway;
     MarkdownSyntaxHighlighter::Theme m_theme;
     QString m_codeFamily;

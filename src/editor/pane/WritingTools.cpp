@@ -125,7 +125,7 @@ void WritingTools::prepareText(EditGateway& text, EditorMode mode)
     const bool isShown = &text == &m_view.gateway();
     const bool showsCaret = isShown && isCaretInSight();
     m_markdown = std::make_unique<MarkdownHighlighting>(
-        text, MarkdownSyntaxHighlighter::Theme::of(writingTokens(m_look, m_defaults)));
+        m_view, text, MarkdownSyntaxHighlighter::Theme::of(writingTokens(m_look, m_defaults)));
     m_spelling.setCodeSource([this](const QTextBlock& block) { return m_markdown->codeIn(block); });
     if (showsCaret && !isCaretInSight())
         m_view.ensureCaretVisible();

@@ -158,10 +158,9 @@ CaretPlace CaretNavigator::vertical(ParagraphLayout& layout, const TextStore& st
     return place;
 }
 
-CaretPlace CaretNavigator::moved(const TextStore& store, CaretPlace from, CaretMove move,
-                                 qreal pageHeight)
+CaretPlace CaretNavigator::moved(ParagraphLayout& layout, const TextStore& store, CaretPlace from,
+                                 CaretMove move, qreal pageHeight)
 {
-    ParagraphLayout& layout = store.layout();
     const bool keepsGoal = move == CaretMove::lineUp || move == CaretMove::lineDown ||
                            move == CaretMove::pageUp || move == CaretMove::pageDown;
     if (!keepsGoal)

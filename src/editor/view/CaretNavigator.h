@@ -44,8 +44,8 @@ class CaretNavigator {
 public:
     /// The place to which `move` leads from `from`. A page is `pageHeight` points. Where there is
     /// no way to go, up leads to the start of the text and down to its end.
-    [[nodiscard]] CaretPlace moved(const TextStore& store, CaretPlace from, CaretMove move,
-                                   qreal pageHeight);
+    [[nodiscard]] CaretPlace moved(ParagraphLayout& layout, const TextStore& store, CaretPlace from,
+                                   CaretMove move, qreal pageHeight);
     /// The next move up or down begins at the caret's own x again.
     void forgetGoal() { m_goalX.reset(); }
 

@@ -68,25 +68,25 @@ EditorView::~EditorView()
 {
     for (const QMetaObject::Connection& connection : m_connections)
         disconnect(connection);
-    layout().setObjectPainter(nullptr);
 }
 
 void EditorView::setGateway(EditGateway* gateway)
 {
-    if (m_gateway && m_gateway != gateway) {
+    if (m_layout)
         m_inputMethod->cancel();
-        layout().setObjectPainter(nullptr);
-        layout().releaseLines();
-    }
     for (const QMetaObject::Connection& connection : m_connections)
         disconnect(connection);
     m_connections.clear();
     m_gateway = gateway ? gateway : m_ownGateway.get();
+    m_layout =
+        std::make_unique<ParagraphLayout>(store(), columnWidth(), m_baseFont, m_lineSettings);
+    m_layout->setObjectPainter(m_objectPainter);
+    if (m_decorated == m_gateway)
+        m_layout->setDecorator(m_decorator);
     m_focusRange.reset();
     m_dropCaret.reset();
     m_caretSide = CaretSide::lowerLine;
     m_navigator.forgetGoal();
-    applyLayoutSettings();
     connectGateway();
     m_shownSelection = selection();
     m_scroller->reset();
@@ -127,11 +127,6 @@ const TextStore& EditorView::store() const
     return m_gateway->store();
 }
 
-ParagraphLayout& EditorView::layout() const
-{
-    return store().layout();
-}
-
 void EditorView::setPlainText(const QString& text)
 {
     m_gateway->loadPlainText(text);
@@ -145,14 +140,7 @@ QString EditorView::plainText() const
     return store().text();
 }
 
-void EditorView::applyLayoutSettings()
-{
-    layout().setObjectPainter(m_objectPainter);
-    layout().setSettings(m_baseFont, m_lineSettings);
-    updateColumn();
-}
-
-void EditorView::updateColumn()
+qreal EditorView::columnWidth() const
 {
     const qreal page =
         m_geometry.pageWidth > 0 ? m_geometry.pageWidth : viewport()->width() / m_zoom;
@@ -160,7 +148,12 @@ void EditorView::updateColumn()
     if (m_geometry.widestColumn > 0)
         column = std::min(column, m_geometry.widestColumn);
     // Half points only, so that a zoom that doesn't divide the width evenly changes no line.
-    layout().setWidth(std::floor(std::max(column, 40.0) * 2) / 2);
+    return std::floor(std::max(column, 40.0) * 2) / 2;
+}
+
+void EditorView::updateColumn()
+{
+    layout().setWidth(columnWidth());
 }
 
 void EditorView::setLook(const EditorLook& look)
@@ -174,13 +167,13 @@ void EditorView::setLook(const EditorLook& look)
 void EditorView::setBaseFont(const TextFont& font)
 {
     m_baseFont = font;
-    applyLayoutSettings();
+    layout().setSettings(m_baseFont, m_lineSettings);
 }
 
 void EditorView::setLineSettings(const LineSettings& settings)
 {
     m_lineSettings = settings;
-    applyLayoutSettings();
+    layout().setSettings(m_baseFont, m_lineSettings);
 }
 
 void EditorView::setGeometry(const EditorGeometry& geometry)
@@ -232,6 +225,14 @@ void EditorView::setObjectPainter(ObjectPainter* painter)
 {
     m_objectPainter = painter ? painter : &m_ownPainter;
     layout().setObjectPainter(m_objectPainter);
+}
+
+void EditorView::setDecorator(const EditGateway& text, const ParagraphDecorator* decorator)
+{
+    m_decorated = &text;
+    m_decorator = decorator;
+    if (m_decorated == m_gateway)
+        layout().setDecorator(decorator);
 }
 
 void EditorView::setEditable(bool editable)
@@ -353,7 +354,8 @@ void EditorView::moveCaret(CaretMove move, bool selects)
     else if (collapses && move == CaretMove::right)
         place = {before.range().end()};
     else
-        place = m_navigator.moved(store(), place, move, viewport()->height() * 0.9 / m_zoom);
+        place =
+            m_navigator.moved(layout(), store(), place, move, viewport()->height() * 0.9 / m_zoom);
     select({selects ? before.anchor : place.position, place.position}, place.side);
     ensureCaretVisible();
     if (selects)

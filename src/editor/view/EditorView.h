@@ -68,7 +68,8 @@ public:
     void setGateway(EditGateway* gateway);
     [[nodiscard]] EditGateway& gateway() const { return *m_gateway; }
     [[nodiscard]] const TextStore& store() const;
-    [[nodiscard]] ParagraphLayout& layout() const;
+    /// How this view lays the text out; another one for each text.
+    [[nodiscard]] ParagraphLayout& layout() const { return *m_layout; }
 
     /// Replaces the text without undo.
     void setPlainText(const QString& text);
@@ -100,6 +101,9 @@ public:
     /// Who draws attachments; must outlive the view. Null for the view's own, which draws what
     /// attachments carry.
     void setObjectPainter(ObjectPainter* painter);
+    /// Who decorates the paragraphs of `text` whenever this view shows it; must outlive the view or
+    /// be taken away with null. One text is decorated at a time.
+    void setDecorator(const EditGateway& text, const ParagraphDecorator* decorator);
 
     // What it does
 
@@ -196,7 +200,7 @@ private:
     friend class PageScroller;
 
     void connectGateway();
-    void applyLayoutSettings();
+    [[nodiscard]] qreal columnWidth() const;
     void updateColumn();
     [[nodiscard]] qreal columnLeft() const;
     void onParagraphsChanged(const QTextBlock& first, const QTextBlock& last, qreal top,
@@ -228,6 +232,7 @@ private:
     std::unique_ptr<TextStore> m_ownStore;
     std::unique_ptr<EditGateway> m_ownGateway;
     EditGateway* m_gateway = nullptr;
+    std::unique_ptr<ParagraphLayout> m_layout;
     QList<QMetaObject::Connection> m_connections;
 
     EditorLook m_look;
@@ -237,6 +242,8 @@ private:
     LineSettings m_lineSettings{1.6};
     AttachmentPainter m_ownPainter;
     ObjectPainter* m_objectPainter = &m_ownPainter;
+    const EditGateway* m_decorated = nullptr;
+    const ParagraphDecorator* m_decorator = nullptr;
     qreal m_zoom = 1;
     TextFormatting m_formatting = TextFormatting::rich;
     bool m_isEditable = true;

@@ -164,4 +164,35 @@ void ParagraphBox::moveStart(int index, int distance)
     pieces[std::size_t(index) - 1].length += distance;
 }
 
+ParagraphBox* ParagraphBoxes::find(const QTextBlock& block, const void* layout)
+{
+    const auto* boxes = static_cast<ParagraphBoxes*>(block.userData());
+    if (!boxes)
+        return nullptr;
+    const auto entry = std::find_if(boxes->m_entries.begin(), boxes->m_entries.end(),
+                                    [&](const Entry& one) { return one.layout == layout; });
+    return entry == boxes->m_entries.end() ? nullptr : entry->box.get();
+}
+
+ParagraphBox& ParagraphBoxes::make(const QTextBlock& block, const void* layout)
+{
+    auto* boxes = static_cast<ParagraphBoxes*>(block.userData());
+    if (!boxes) {
+        boxes = new ParagraphBoxes; // the document's
+        QTextBlock(block).setUserData(boxes);
+    }
+    boxes->m_entries.push_back({layout, std::make_unique<ParagraphBox>()});
+    return *boxes->m_entries.back().box;
+}
+
+void ParagraphBoxes::remove(const QTextBlock& block, const void* layout)
+{
+    auto* boxes = static_cast<ParagraphBoxes*>(block.userData());
+    if (!boxes)
+        return;
+    std::erase_if(boxes->m_entries, [&](const Entry& one) { return one.layout == layout; });
+    if (boxes->m_entries.empty())
+        QTextBlock(block).setUserData(nullptr);
+}
+
 } // namespace orvane

@@ -54,7 +54,7 @@ struct BrokenPiece {
 /// Pieces cover the paragraph's text without gaps. Where two neighbours have lines, the lower ones
 /// begin where the upper ones end: a place at which the paragraph would be wrapped anyway, so
 /// nobody sees where one piece ends.
-struct ParagraphBox : QTextBlockUserData {
+struct ParagraphBox {
     int generation = 0; ///< of the layout that it was arranged for
     qreal column = 0;   ///< width for the lines
     QRectF content;     ///< where the lines stand; pieces count from its top
@@ -98,6 +98,22 @@ struct ParagraphBox : QTextBlockUserData {
 
 private:
     void splitLong(int piece, const Cutting& cutting);
+};
+
+/// What layouts keep at a paragraph of the store: it goes with the paragraph.
+class ParagraphBoxes : public QTextBlockUserData {
+public:
+    /// What `layout` keeps at `block`, or null.
+    [[nodiscard]] static ParagraphBox* find(const QTextBlock& block, const void* layout);
+    [[nodiscard]] static ParagraphBox& make(const QTextBlock& block, const void* layout);
+    static void remove(const QTextBlock& block, const void* layout);
+
+private:
+    struct Entry {
+        const void* layout;
+        std::unique_ptr<ParagraphBox> box;
+    };
+    std::vector<Entry> m_entries;
 };
 
 } // namespace orvane

@@ -111,13 +111,13 @@ LaidOutLine ParagraphLayout::lineOf(const QTextBlock& block, LineIndex index)
 
 LaidOutLine ParagraphLayout::lineAt(int position, CaretSide side)
 {
-    const QTextBlock block = document()->findBlock(position);
+    const QTextBlock block = document().findBlock(position);
     return lineOf(block, lineIndexAt(block, position - block.position(), side));
 }
 
 QRectF ParagraphLayout::caretRect(int position, CaretSide side)
 {
-    const QTextBlock block = document()->findBlock(position);
+    const QTextBlock block = document().findBlock(position);
     const int inBlock = position - block.position();
     const LineIndex index = lineIndexAt(block, inBlock, side);
     const ParagraphBox& about = box(block);
@@ -136,7 +136,7 @@ int ParagraphLayout::positionInLine(const LaidOutLine& line, qreal x, CaretSide*
 {
     if (side)
         *side = CaretSide::lowerLine;
-    const QTextBlock block = document()->findBlock(int(line.range.location));
+    const QTextBlock block = document().findBlock(int(line.range.location));
     const LineIndex index =
         lineIndexAt(block, int(line.range.location) - block.position(), CaretSide::lowerLine);
     const ParagraphBox& about = box(block);
@@ -153,7 +153,7 @@ int ParagraphLayout::positionInLine(const LaidOutLine& line, qreal x, CaretSide*
     // was cut, at the cut itself.
     const QChar last = hasPreedit() && block.contains(m_preedit.position)
                            ? QChar()
-                           : document()->characterAt(toDocument(lineEnd) - 1);
+                           : document().characterAt(toDocument(lineEnd) - 1);
     if (last.isSpace())
         return toDocument(lineEnd - 1);
     if (side)
@@ -229,7 +229,7 @@ int ParagraphLayout::positionAt(QPointF point, CaretSide* side)
 
 std::optional<LaidOutLine> ParagraphLayout::lineAbove(const LaidOutLine& line, qreal x)
 {
-    QTextBlock block = document()->findBlock(int(line.range.location));
+    QTextBlock block = document().findBlock(int(line.range.location));
     const int inBlock = int(line.range.location) - block.position();
     const LineIndex index = lineIndexAt(block, inBlock, CaretSide::lowerLine);
     if (index.line > 0)
@@ -252,7 +252,7 @@ std::optional<LaidOutLine> ParagraphLayout::lineAbove(const LaidOutLine& line, q
 
 std::optional<LaidOutLine> ParagraphLayout::lineBelow(const LaidOutLine& line, qreal x)
 {
-    QTextBlock block = document()->findBlock(int(line.range.location));
+    QTextBlock block = document().findBlock(int(line.range.location));
     const int inBlock = int(line.range.location) - block.position();
     const LineIndex index = lineIndexAt(block, inBlock, CaretSide::lowerLine);
     ParagraphBox& about = arrange(block);
@@ -338,7 +338,7 @@ QList<QRectF> ParagraphLayout::rectsInBlock(const QTextBlock& block, qsizetype f
 QList<QRectF> ParagraphLayout::rectsOf(TextRange range)
 {
     QList<QRectF> rects;
-    for (QTextBlock block = document()->findBlock(int(range.location));
+    for (QTextBlock block = document().findBlock(int(range.location));
          block.isValid() && block.position() < range.end(); block = block.next()) {
         ParagraphBox& about = arrange(block);
         const int to = int(std::min<qsizetype>(range.end() - block.position(), block.length() - 1));

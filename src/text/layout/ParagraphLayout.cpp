@@ -30,15 +30,33 @@ QFont referenceFont(const TextFont& font)
 
 } // namespace
 
-ParagraphLayout::ParagraphLayout(TextStore& store)
-    : QAbstractTextDocumentLayout(&store.document())
-    , m_store(store)
+ParagraphLayout::ParagraphLayout(const TextStore& store)
+    : m_store(store)
     , m_styles(store.styles())
     , m_font(referenceFont(m_baseFont))
     , m_objects{m_styles}
-{}
+{
+    store.addObserver(*this);
+    estimateAll();
+}
 
-ParagraphLayout::~ParagraphLayout() = default;
+ParagraphLayout::ParagraphLayout(const TextStore& store, qreal width, const TextFont& font,
+                                 const LineSettings& settings)
+    : m_store(store)
+    , m_styles(store.styles())
+    , m_width(std::max(1.0, width))
+    , m_objects{m_styles}
+{
+    store.addObserver(*this);
+    measure(font, settings);
+    estimateAll();
+}
+
+ParagraphLayout::~ParagraphLayout()
+{
+    m_store.removeObserver(*this);
+    releaseLines();
+}
 
 void ParagraphLayout::setWidth(qreal points)
 {
@@ -53,6 +71,12 @@ void ParagraphLayout::setSettings(const TextFont& font, const LineSettings& sett
 {
     if (m_isMeasured && font == m_baseFont && settings == m_settings)
         return;
+    measure(font, settings);
+    invalidateAll();
+}
+
+void ParagraphLayout::measure(const TextFont& font, const LineSettings& settings)
+{
     m_isMeasured = true;
     m_baseFont = font;
     m_settings = settings;
@@ -63,7 +87,6 @@ void ParagraphLayout::setSettings(const TextFont& font, const LineSettings& sett
     m_characterWidth = metrics.horizontalAdvance(sample) / qreal(sample.size());
     m_plainLineHeight =
         (metrics.ascent() + metrics.descent()) * lineStretch(m_font, settings.lineHeight);
-    invalidateAll();
 }
 
 void ParagraphLayout::setObjectPainter(ObjectPainter* painter)
@@ -93,8 +116,15 @@ QList<QTextLayout::FormatRange> ParagraphLayout::decorationsOf(const QTextBlock&
 {
     ensureLaidOut(block);
     QList<QTextLayout::FormatRange> decorations;
-    for (const ParagraphPiece& piece : box(block).pieces)
-        decorations += piece.layout->decorations();
+    for (const ParagraphPiece& piece : box(block).pieces) {
+        // It knows some of what stands behind it.
+        const int end = piece.layout->toLayout(piece.end()) - piece.layout->lead() + piece.start;
+        for (QTextLayout::FormatRange range : piece.layout->decorations()) {
+            range.length = std::min(range.length, end - range.start);
+            if (range.length > 0)
+                decorations.append(range);
+        }
+    }
     return decorations;
 }
 
@@ -117,8 +147,8 @@ void ParagraphLayout::invalidateAll()
 void ParagraphLayout::estimateAll()
 {
     std::vector<double> heights;
-    heights.reserve(std::size_t(document()->blockCount()));
-    for (QTextBlock block = document()->firstBlock(); block.isValid(); block = block.next())
+    heights.reserve(std::size_t(document().blockCount()));
+    for (QTextBlock block = document().firstBlock(); block.isValid(); block = block.next())
         heights.push_back(estimate(block));
     m_heights.assign(heights);
 }
@@ -158,9 +188,9 @@ double ParagraphLayout::expected(const QTextBlock& block) const
            std::max(0.0, known->style->spacingAfter);
 }
 
-ParagraphBox* ParagraphLayout::existingBox(const QTextBlock& block)
+ParagraphBox* ParagraphLayout::existingBox(const QTextBlock& block) const
 {
-    return static_cast<ParagraphBox*>(block.userData());
+    return ParagraphBoxes::find(block, this);
 }
 
 bool ParagraphLayout::isLaidOut(const QTextBlock& block) const
@@ -171,13 +201,10 @@ bool ParagraphLayout::isLaidOut(const QTextBlock& block) const
 
 ParagraphBox& ParagraphLayout::boxFor(const QTextBlock& block)
 {
-    ParagraphBox* known = existingBox(block);
-    if (!known) {
-        known = new ParagraphBox;
-        QTextBlock(block).setUserData(known);
-        m_laidOut.push_back(block);
-    }
-    return *known;
+    if (ParagraphBox* known = existingBox(block))
+        return *known;
+    m_laidOut.push_back(block);
+    return ParagraphBoxes::make(block, this);
 }
 
 const ParagraphBox& ParagraphLayout::box(const QTextBlock& block) const
@@ -192,7 +219,9 @@ void ParagraphLayout::setDecorator(const ParagraphDecorator* decorator)
     if (decorator == m_decorator)
         return;
     m_decorator = decorator;
-    invalidateAll();
+    // A layout that nobody has looked at yet goes on with its estimates.
+    if (!m_laidOut.empty())
+        invalidateAll();
 }
 
 void ParagraphLayout::decorationChanged(TextRange range)
@@ -574,7 +603,7 @@ void ParagraphLayout::layOutRow(const QTextBlock& cell)
 void ParagraphLayout::forgetLines(const QTextBlock& block)
 {
     if (block.isValid())
-        QTextBlock(block).setUserData(nullptr);
+        ParagraphBoxes::remove(block, this);
 }
 
 void ParagraphLayout::evictFarFrom(qreal top, qreal bottom)
@@ -587,7 +616,7 @@ void ParagraphLayout::evictFarFrom(qreal top, qreal bottom)
     const int last = isCell(lastBlock, m_styles) ? rowOf(lastBlock, m_styles).last.blockNumber()
                                                  : lastBlock.blockNumber();
     const QTextBlock composing =
-        hasPreedit() ? document()->findBlock(m_preedit.position) : QTextBlock();
+        hasPreedit() ? document().findBlock(m_preedit.position) : QTextBlock();
     std::vector<QTextBlock> kept;
     m_laidOutCharacters = 0;
     for (const QTextBlock& block : m_laidOut) {
@@ -647,7 +676,7 @@ QTextBlock ParagraphLayout::rowStart(const QTextBlock& block) const
 
 QTextBlock ParagraphLayout::blockAtY(qreal y) const
 {
-    return rowStart(document()->findBlockByNumber(int(m_heights.indexAt(y))));
+    return rowStart(document().findBlockByNumber(int(m_heights.indexAt(y))));
 }
 
 QTextBlock ParagraphLayout::below(const QTextBlock& block) const
@@ -664,21 +693,19 @@ QTextBlock ParagraphLayout::above(const QTextBlock& block) const
     return previous.isValid() ? rowStart(previous) : previous;
 }
 
-void ParagraphLayout::documentChanged(int from, int charsRemoved, int charsAdded)
+void ParagraphLayout::textReplaced(int from, int removed, int added)
 {
-    textChanged(from, charsRemoved, charsAdded);
-}
-
-void ParagraphLayout::textChanged(int from, int removed, int added)
-{
-    const int count = document()->blockCount();
+    // The text that an input method shows goes on standing where it stood, whoever edits.
+    if (from < m_preedit.position)
+        m_preedit.position = std::max(from, m_preedit.position + added - removed);
+    const int count = document().blockCount();
     const auto known = int(m_heights.size());
-    QTextBlock first = document()->findBlock(from);
-    QTextBlock last = document()->findBlock(from + added);
+    QTextBlock first = document().findBlock(from);
+    QTextBlock last = document().findBlock(from + added);
     if (!first.isValid())
-        first = document()->lastBlock();
+        first = document().lastBlock();
     if (!last.isValid())
-        last = document()->lastBlock();
+        last = document().lastBlock();
     const QTextBlock changedFirst = first;
     const QTextBlock changedLast = last;
     // The cells beside a changed one change with it, and so do rows that lose or gain a cell.
@@ -812,32 +839,12 @@ void ParagraphLayout::setPreedit(int position, const QString& text, int caret,
                                  const QList<QTextLayout::FormatRange>& formats)
 {
     const Preedit before = std::exchange(m_preedit, {position, text, caret, formats});
-    const int end = document()->characterCount() - 1;
+    const int end = document().characterCount() - 1;
     const bool moves = before.position != position || text.isEmpty();
     if (!before.text.isEmpty() && moves && before.position <= end)
-        textChanged(before.position, 0, 0);
+        textReplaced(before.position, 0, 0);
     if (!text.isEmpty())
-        textChanged(position, 0, 0);
-}
-
-QSizeF ParagraphLayout::documentSize() const
-{
-    return {m_width, height()};
-}
-
-QRectF ParagraphLayout::frameBoundingRect(QTextFrame* /*frame*/) const
-{
-    return {QPointF(), documentSize()};
-}
-
-QRectF ParagraphLayout::blockBoundingRect(const QTextBlock& block) const
-{
-    return {0, topOf(block), m_width, bottomOf(block) - topOf(block)};
-}
-
-int ParagraphLayout::hitTest(const QPointF& point, Qt::HitTestAccuracy /*accuracy*/) const
-{
-    return const_cast<ParagraphLayout*>(this)->positionAt(point);
+        textReplaced(position, 0, 0);
 }
 
 } // namespace orvane

@@ -7,10 +7,11 @@
 #include "text/layout/ParagraphDecorator.h"
 #include "text/store/StyleTable.h"
 #include "text/store/TableRow.h"
+#include "text/store/TextStore.h"
 #include "text/value/TextRange.h"
 
-#include <QAbstractTextDocumentLayout>
 #include <QHash>
+#include <QObject>
 
 namespace orvane {
 
@@ -40,7 +41,11 @@ struct PagePlace {
     qreal top = 0;
 };
 
-/// Puts the paragraphs of a document on one endless page: lines, table rows, objects in the line.
+/// Puts the paragraphs of a text on one endless page: lines, table rows, objects in the line.
+///
+/// Whoever shows a text makes a layout of it, with a width, fonts and an object painter of its own.
+/// There may be several at once: all follow the text, and none knows of another. The text outlives
+/// them. Main thread.
 ///
 /// Only what someone asks for is laid out, paragraph by paragraph and in a long one piece by piece;
 /// the heights of everything else are estimates. So positions on the page are firm relative to what
@@ -49,10 +54,14 @@ struct PagePlace {
 /// paragraph is known once those before them are: until then it may be found to be elsewhere.
 ///
 /// All lengths and positions are in points from the top left of the text, whatever the zoom.
-class ParagraphLayout : public QAbstractTextDocumentLayout {
+class ParagraphLayout : public QObject, private TextObserver {
     Q_OBJECT
 public:
-    explicit ParagraphLayout(TextStore& store);
+    /// With guesses for a font until there are settings, so that a text that is never shown opens
+    /// none.
+    explicit ParagraphLayout(const TextStore& store);
+    ParagraphLayout(const TextStore& store, qreal width, const TextFont& font,
+                    const LineSettings& settings);
     ~ParagraphLayout() override;
 
     // What the layout depends on. Each change forgets all lines and estimates all heights anew.
@@ -120,8 +129,6 @@ public:
     /// Lets go of the lines that are far from the stretch `top` to `bottom`, when
     /// there are many. Their heights stay known.
     void evictFarFrom(qreal top, qreal bottom);
-    /// Lets go of all lines; for a text that is no longer shown.
-    void releaseLines();
 
     // Positions
 
@@ -153,15 +160,6 @@ public:
     /// Draws what lies within `paint.clip`, which must be laid out.
     void paint(QPainter& painter, const TextPaint& paint);
 
-    // QAbstractTextDocumentLayout
-
-    void draw(QPainter* painter, const PaintContext& context) override;
-    [[nodiscard]] int hitTest(const QPointF& point, Qt::HitTestAccuracy accuracy) const override;
-    [[nodiscard]] int pageCount() const override { return 1; }
-    [[nodiscard]] QSizeF documentSize() const override;
-    [[nodiscard]] QRectF frameBoundingRect(QTextFrame* frame) const override;
-    [[nodiscard]] QRectF blockBoundingRect(const QTextBlock& block) const override;
-
 signals:
     /// The paragraphs that stood from `top` to `oldBottom` have changed, and `first` is now the
     /// first of them; `last` is the last.
@@ -169,9 +167,6 @@ signals:
                            qreal oldBottom);
     /// Everything is to be laid out anew.
     void everythingChanged();
-
-protected:
-    void documentChanged(int from, int charsRemoved, int charsAdded) override;
 
 private:
     /// The paragraph that the last change was in, and its lines as they were before it.
@@ -189,14 +184,17 @@ private:
         int line = 0;
     };
 
+    void textReplaced(int from, int removed, int added) override;
+    [[nodiscard]] QTextDocument& document() const { return m_store.document(); }
+    void measure(const TextFont& font, const LineSettings& settings);
+    void releaseLines();
     void invalidateAll();
     void estimateAll();
     [[nodiscard]] double estimate(const QTextBlock& block) const;
     [[nodiscard]] double estimateText(const QTextBlock& block, qreal column) const;
     [[nodiscard]] double expected(const QTextBlock& block) const;
-    void textChanged(int from, int removed, int added);
 
-    [[nodiscard]] static ParagraphBox* existingBox(const QTextBlock& block);
+    [[nodiscard]] ParagraphBox* existingBox(const QTextBlock& block) const;
     ParagraphBox& boxFor(const QTextBlock& block);
     [[nodiscard]] const ParagraphBox& box(const QTextBlock& block) const;
     /// Sets where the lines of a paragraph stand and cuts it, where that isn't known.
@@ -218,7 +216,7 @@ private:
     void forgetLines(const QTextBlock& block);
     void evictPieces(const QTextBlock& block, ParagraphBox& box, qreal top, qreal bottom) const;
     void noteChangeIn(const QTextBlock& block, int from, int removed, int added);
-    static void forgetPieces(const QTextBlock& first, const QTextBlock& last);
+    void forgetPieces(const QTextBlock& first, const QTextBlock& last);
     [[nodiscard]] static bool isDecorated(const ParagraphBox& box);
     [[nodiscard]] static std::vector<BrokenLine> knownLines(const ParagraphBox& box);
 

@@ -259,19 +259,6 @@ void ParagraphLayout::paint(QPainter& painter, const TextPaint& paint)
     }
 }
 
-void ParagraphLayout::draw(QPainter* painter, const PaintContext& context)
-{
-    TextPaint paint;
-    paint.clip = context.clip.isValid() ? context.clip : QRectF(QPointF(), documentSize());
-    paint.colors.text = context.palette.color(QPalette::Text);
-    paint.colors.link = context.palette.color(QPalette::Link);
-    paint.colors.selection = context.palette.color(QPalette::Highlight);
-    paint.colors.separator = context.palette.color(QPalette::Mid);
-    paint.colors.label = context.palette.color(QPalette::PlaceholderText);
-    paint.colors.page = context.palette.color(QPalette::Base);
-    this->paint(*painter, paint);
-}
-
 QSizeF attachmentSize(const CharacterStyle& style)
 {
     constexpr QSizeF least(1, 1);

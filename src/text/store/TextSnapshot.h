@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "text/store/DocumentPieces.h"
 #include "text/value/AttributedString.h"
 
 #include <QString>
@@ -19,19 +20,9 @@ public:
 private:
     friend class TextStore;
 
-    struct Piece {
-        int bufferPosition;
-        int length;
-        int style; ///< index into m_characterStyles
-    };
-    struct Paragraph {
-        int length; ///< with its separator
-        int style;  ///< index into m_paragraphStyles
-    };
-
     QString m_buffer; ///< the store's text in the order of its insertion
-    std::vector<Piece> m_pieces;
-    std::vector<Paragraph> m_paragraphs;
+    std::vector<DocumentPieces::Contents::Piece> m_pieces;
+    std::vector<DocumentPieces::Contents::Paragraph> m_paragraphs;
     std::vector<SharedCharacterStyle> m_characterStyles;
     std::vector<SharedParagraphStyle> m_paragraphStyles;
 };

@@ -1,24 +1,11 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "text/store/TextStore.h"
 
-#include "text/layout/ParagraphLayout.h"
-
-#include <QTextCursor>
-
-// The document's own pieces: its public interface reads a position in several logarithmic steps and
-// inserts through a cursor, which costs a multiple on a long text.
-#include <algorithm>
-#include <private/qtextdocument_p.h>
-#include <private/qtextformat_p.h>
+#include <QAbstractTextDocumentLayout>
 
 namespace orvane {
 
 namespace {
-
-QTextDocumentPrivate& piecesOf(QTextDocument& document)
-{
-    return *QTextDocumentPrivate::get(&document);
-}
 
 /// What the document keeps for itself: its paragraph separator and its frame marks.
 bool isReserved(QChar character)
@@ -42,10 +29,42 @@ QString storable(QString text)
 
 } // namespace
 
+/// A document tells of its changes only what lays it out; this passes them on.
+class TextStore::Relay : public QAbstractTextDocumentLayout {
+public:
+    explicit Relay(TextStore& store)
+        : QAbstractTextDocumentLayout(&store.m_document)
+        , m_store(store)
+    {}
+
+    void draw(QPainter* /*painter*/, const PaintContext& /*context*/) override {}
+    [[nodiscard]] int hitTest(const QPointF& /*point*/,
+                              Qt::HitTestAccuracy /*accuracy*/) const override
+    {
+        return -1;
+    }
+    [[nodiscard]] int pageCount() const override { return 1; }
+    [[nodiscard]] QSizeF documentSize() const override { return {}; }
+    [[nodiscard]] QRectF frameBoundingRect(QTextFrame* /*frame*/) const override { return {}; }
+    [[nodiscard]] QRectF blockBoundingRect(const QTextBlock& /*block*/) const override
+    {
+        return {};
+    }
+
+protected:
+    void documentChanged(int from, int removed, int added) override
+    {
+        for (TextObserver* observer : m_store.m_observers)
+            observer->textReplaced(from, removed, added);
+    }
+
+private:
+    TextStore& m_store;
+};
+
 TextStore::TextStore()
-    : m_layout(new ParagraphLayout(*this))
 {
-    m_document.setDocumentLayout(m_layout);
+    m_document.setDocumentLayout(new Relay(*this));
     m_document.setDocumentMargin(0);
 }
 
@@ -65,36 +84,14 @@ QString TextStore::text() const
 
 QString TextStore::text(TextRange range) const
 {
-    QString result;
-    result.reserve(range.length);
-    const auto& pieces = piecesOf(m_document);
-    const QString buffer = pieces.buffer();
-    auto piece = pieces.find(int(range.location));
-    while (result.size() < range.length) {
-        const int from = int(range.location + result.size()) - piece.position();
-        const auto length =
-            std::min<qsizetype>(int(piece.size()) - from, range.length - result.size());
-        result.append(QStringView(buffer).mid(piece->stringPosition + from, length));
-        ++piece;
-    }
-    result.replace(QChar::ParagraphSeparator, u'\n');
-    return result;
+    QString text = m_pieces.text(range);
+    text.replace(QChar::ParagraphSeparator, u'\n');
+    return text;
 }
 
 qsizetype TextStore::count(QChar character, TextRange range) const
 {
-    const auto& pieces = piecesOf(m_document);
-    const QString buffer = pieces.buffer();
-    qsizetype count = 0;
-    qsizetype position = range.location;
-    for (auto piece = pieces.find(int(position)); position < range.end(); ++piece) {
-        const qsizetype from = position - piece.position();
-        const auto length = std::min<qsizetype>(int(piece.size()) - from, range.end() - position);
-        const QStringView part = QStringView(buffer).mid(piece->stringPosition + from, length);
-        count += std::count(part.utf16(), part.utf16() + part.size(), character.unicode());
-        position += length;
-    }
-    return count;
+    return m_pieces.count(character, range);
 }
 
 QChar TextStore::characterAt(qsizetype position) const
@@ -129,34 +126,26 @@ AttributedString TextStore::attributedText(TextRange range) const
 TextSnapshot TextStore::snapshot() const
 {
     TextSnapshot snapshot;
-    const auto& pieces = piecesOf(m_document);
-    const auto& formats = *pieces.formatCollection();
-    snapshot.m_buffer = pieces.buffer();
-    snapshot.m_characterStyles.resize(std::size_t(formats.numFormats()));
-    snapshot.m_paragraphStyles.resize(std::size_t(formats.numFormats()));
-    for (int i = 0; i < formats.numFormats(); ++i) {
-        const QTextFormat format = formats.format(i);
+    DocumentPieces::Contents contents = m_pieces.contents();
+    snapshot.m_characterStyles.resize(contents.formats.size());
+    snapshot.m_paragraphStyles.resize(contents.formats.size());
+    for (std::size_t i = 0; i < contents.formats.size(); ++i) {
+        const QTextFormat& format = contents.formats[i];
         if (format.isCharFormat())
-            snapshot.m_characterStyles[std::size_t(i)] = m_styles.styleOf(format.toCharFormat());
+            snapshot.m_characterStyles[i] = m_styles.styleOf(format.toCharFormat());
         else if (format.isBlockFormat())
-            snapshot.m_paragraphStyles[std::size_t(i)] = m_styles.styleOf(format.toBlockFormat());
+            snapshot.m_paragraphStyles[i] = m_styles.styleOf(format.toBlockFormat());
     }
-    snapshot.m_pieces.reserve(std::size_t(pieces.fragmentMap().numNodes()));
-    for (auto piece = pieces.begin(); piece != pieces.end(); ++piece)
-        snapshot.m_pieces.push_back({piece->stringPosition, int(piece.size()), piece->format});
-    const auto& blocks = pieces.blockMap();
-    snapshot.m_paragraphs.reserve(std::size_t(blocks.numNodes()));
-    for (auto block = blocks.begin(); block != blocks.end(); ++block)
-        snapshot.m_paragraphs.push_back({int(block.size()), block->format});
+    snapshot.m_buffer = std::move(contents.buffer);
+    snapshot.m_pieces = std::move(contents.pieces);
+    snapshot.m_paragraphs = std::move(contents.paragraphs);
     return snapshot;
 }
 
 const SharedCharacterStyle& TextStore::characterStyle(qsizetype position) const
 {
     Q_ASSERT(position >= 0 && position < length());
-    const auto& pieces = piecesOf(m_document);
-    const int format = pieces.find(int(position))->format;
-    return m_styles.styleOf(pieces.formatCollection()->charFormat(format));
+    return m_styles.styleOf(m_pieces.formatAt(int(position)));
 }
 
 const SharedParagraphStyle& TextStore::paragraphStyle(qsizetype position) const
@@ -185,14 +174,7 @@ QTextBlock TextStore::blockAt(qsizetype position) const
 void TextStore::forEachFormat(
     TextRange range, const std::function<void(TextRange, const QTextCharFormat&)>& visit) const
 {
-    const auto& pieces = piecesOf(m_document);
-    qsizetype position = range.location;
-    for (auto piece = pieces.find(int(position)); position < range.end(); ++piece) {
-        const auto end = std::min<qsizetype>(piece.position() + int(piece.size()), range.end());
-        visit(TextRange::between(position, end),
-              pieces.formatCollection()->charFormat(piece->format));
-        position = end;
-    }
+    m_pieces.forEachFormat(range, visit);
 }
 
 void TextStore::setContent(const AttributedString& content)
@@ -202,11 +184,10 @@ void TextStore::setContent(const AttributedString& content)
     m_document.setUndoRedoEnabled(false);
     {
         const QTextCursor whole(&m_document);
-        auto& pieces = piecesOf(m_document);
-        pieces.beginEditBlock();
+        m_pieces.beginEdit();
         insertPieces(0, content);
         setBlockStyle(m_document.firstBlock(), content.paragraphStyle(0));
-        pieces.endEditBlock();
+        m_pieces.endEdit();
     }
     m_document.setUndoRedoEnabled(true);
     m_document.setModified(false);
@@ -214,27 +195,26 @@ void TextStore::setContent(const AttributedString& content)
 
 void TextStore::beginEdit()
 {
-    piecesOf(m_document).beginEditBlock();
+    m_pieces.beginEdit();
 }
 
 void TextStore::endEdit()
 {
-    piecesOf(m_document).endEditBlock();
+    m_pieces.endEdit();
 }
 
 void TextStore::replace(TextRange range, const AttributedString& insertion)
 {
     if (range.isEmpty() && insertion.isEmpty())
         return;
-    auto& pieces = piecesOf(m_document);
     const bool beginsParagraph = blockAt(range.location).position() == range.location;
     const bool reachesEnd = range.end() == length();
     const SharedParagraphStyle joined = paragraphStyle(range.location);
     const SharedParagraphStyle own = paragraphStyle(range.end());
 
-    pieces.beginEditBlock();
+    m_pieces.beginEdit();
     if (!range.isEmpty())
-        pieces.remove(int(range.location), int(range.length));
+        m_pieces.remove(range);
     insertPieces(range.location, insertion);
 
     // Each paragraph takes the style of its first character. Those within the insertion have theirs
@@ -248,7 +228,7 @@ void TextStore::replace(TextRange range, const AttributedString& insertion)
         setBlockStyle(blockAt(range.location + insertion.length()),
                       tailLeads ? own : insertion.paragraphStyle(insertion.length()));
     }
-    pieces.endEditBlock();
+    m_pieces.endEdit();
 }
 
 void TextStore::replace(TextRange range, const QString& text, const SharedCharacterStyle& style)
@@ -262,20 +242,17 @@ void TextStore::replace(TextRange range, const QString& text, const SharedCharac
         return;
     }
     // Within one paragraph, whose style stays.
-    auto& pieces = piecesOf(m_document);
-    pieces.beginEditBlock();
+    m_pieces.beginEdit();
     if (!range.isEmpty())
-        pieces.remove(int(range.location), int(range.length));
+        m_pieces.remove(range);
     if (!text.isEmpty())
-        pieces.insert(int(range.location), storable(text),
-                      pieces.formatCollection()->indexForFormat(m_styles.formatFor(style)));
-    pieces.endEditBlock();
+        m_pieces.insert(int(range.location), storable(text),
+                        m_pieces.numberOf(m_styles.formatFor(style)));
+    m_pieces.endEdit();
 }
 
 void TextStore::insertPieces(qsizetype position, const AttributedString& insertion)
 {
-    auto& pieces = piecesOf(m_document);
-    auto& formats = *pieces.formatCollection();
     const QString text = storable(insertion.text());
     QHash<const void*, int> characterFormats;
     const auto formatOf = [&](const SharedCharacterStyle& style) {
@@ -283,7 +260,7 @@ void TextStore::insertPieces(qsizetype position, const AttributedString& inserti
         if (known != characterFormats.constEnd())
             return *known;
         return *characterFormats.insert(style.identity(),
-                                        formats.indexForFormat(m_styles.formatFor(style)));
+                                        m_pieces.numberOf(m_styles.formatFor(style)));
     };
     insertion.forEachCharacterRun(
         insertion.fullRange(), [&](TextRange run, const SharedCharacterStyle& style) {
@@ -294,13 +271,13 @@ void TextStore::insertPieces(qsizetype position, const AttributedString& inserti
                 const qsizetype newline = rest.indexOf(u'\n');
                 const qsizetype length = newline < 0 ? rest.size() : newline;
                 if (length > 0)
-                    pieces.insert(int(position + from), rest.first(length).toString(), format);
+                    m_pieces.insert(int(position + from), rest.first(length).toString(), format);
                 from += length;
                 if (newline < 0)
                     break;
                 const auto& next = insertion.paragraphStyle(from + 1);
-                pieces.insertBlock(int(position + from),
-                                   formats.indexForFormat(m_styles.formatFor(next)), format);
+                m_pieces.insertSeparator(int(position + from),
+                                         m_pieces.numberOf(m_styles.formatFor(next)), format);
                 ++from;
             }
         });
@@ -309,13 +286,12 @@ void TextStore::insertPieces(qsizetype position, const AttributedString& inserti
 void TextStore::setBlockStyle(const QTextBlock& block, const SharedParagraphStyle& style)
 {
     if (m_styles.styleOf(block.blockFormat()) != style)
-        piecesOf(m_document).setBlockFormat(block, block, m_styles.formatFor(style));
+        m_pieces.setBlockFormat(block, m_styles.formatFor(style));
 }
 
 void TextStore::setCharacterStyle(TextRange range, const SharedCharacterStyle& style)
 {
-    piecesOf(m_document)
-        .setCharFormat(int(range.location), int(range.length), m_styles.formatFor(style));
+    m_pieces.setCharFormat(range, m_styles.formatFor(style));
 }
 
 void TextStore::setParagraphStyle(TextRange range, const SharedParagraphStyle& style)

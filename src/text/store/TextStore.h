@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "text/store/DocumentPieces.h"
 #include "text/store/StyleTable.h"
 #include "text/store/TextSnapshot.h"
 #include "text/value/AttributedString.h"
@@ -9,10 +10,19 @@
 #include <QTextDocument>
 
 #include <functional>
+#include <vector>
 
 namespace orvane {
 
-class ParagraphLayout;
+/// Follows the changes of a text as they are made: for those who lay it out.
+class TextObserver {
+public:
+    virtual ~TextObserver() = default;
+
+    /// `removed` characters at `from` have given way to `added` others, or look different. The one
+    /// that closes the text is counted, too. Comes before the gateway tells of the change.
+    virtual void textReplaced(int from, int removed, int added) = 0;
+};
 
 /// The text of one open note, stored so that an edit costs the same whatever the text's length.
 ///
@@ -63,9 +73,12 @@ public:
     void forEachFormat(TextRange range,
                        const std::function<void(TextRange, const QTextCharFormat&)>& visit) const;
 
-    /// The document and its layout, for whoever shows the text. Never change the document itself.
+    /// The document, for whoever shows the text. Never change it, nor lay it out: that is done
+    /// beside it, by any number of `ParagraphLayout`s.
     [[nodiscard]] QTextDocument& document() const { return m_document; }
-    [[nodiscard]] ParagraphLayout& layout() const { return *m_layout; }
+    /// Observers belong to someone else, who removes them before they go.
+    void addObserver(TextObserver& observer) const { m_observers.push_back(&observer); }
+    void removeObserver(TextObserver& observer) const { std::erase(m_observers, &observer); }
     [[nodiscard]] const StyleTable& styles() const { return m_styles; }
     [[nodiscard]] QTextBlock blockAt(qsizetype position) const;
 
@@ -86,9 +99,12 @@ private:
     void insertPieces(qsizetype position, const AttributedString& insertion);
     void setBlockStyle(const QTextBlock& block, const SharedParagraphStyle& style);
 
+    class Relay;
+
     mutable QTextDocument m_document;
+    DocumentPieces m_pieces{m_document};
     StyleTable m_styles;
-    ParagraphLayout* m_layout; // owned by the document
+    mutable std::vector<TextObserver*> m_observers;
 };
 
 template <typename Visit>
