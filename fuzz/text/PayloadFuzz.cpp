@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "support/MemoryLimit.h"
 #include "text/attachments/AttachmentManager.h"
+#include "text/value/OWChartBlock.h"
 
 using namespace orvane;
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/NotificationCenter.h"
-#include "text/value/OWChartBlock.h"
+#include "text/value/OWChartKind.h"
 
 #include <QByteArray>
 #include <QString>

@@ -4,6 +4,7 @@
 #include "support/Versions.h"
 #include "text/attachments/AttachmentManager.h"
 #include "text/rtf/OrvaneWorkspaceRTF.h"
+#include "text/value/OrvaneNoteImageAttachment.h"
 
 #include <QClipboard>
 #include <QDir>

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "ViewFixture.h"
+#include "text/value/OrvaneNoteImageAttachment.h"
 
 #include <QBuffer>
 #include <QClipboard>

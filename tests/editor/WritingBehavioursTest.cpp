@@ -5,6 +5,7 @@
 #include "commands/AppCommandEvents.h"
 #include "support/TestServices.h"
 #include "text/rtf/OrvaneWorkspaceRTF.h"
+#include "text/value/OrvaneNoteImageAttachment.h"
 
 #include <QBuffer>
 #include <QClipboard>

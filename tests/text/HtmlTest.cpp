@@ -4,6 +4,7 @@
 #include "text/attachments/AttachmentManager.h"
 #include "text/html/HtmlReader.h"
 #include "text/html/HtmlWriter.h"
+#include "text/value/OrvaneNoteImageAttachment.h"
 
 #include <gtest/gtest.h>
 

@@ -2,6 +2,8 @@
 #include "text/RandomText.h"
 
 #include "text/attachments/AttachmentManager.h"
+#include "text/value/OWChartBlock.h"
+#include "text/value/OrvaneNoteImageAttachment.h"
 
 namespace orvane {
 

@@ -2,6 +2,7 @@
 #include "text/attachments/AttachmentManager.h"
 #include "text/rtf/OrvaneWorkspaceRTF.h"
 #include "text/rtf/RtfReader.h"
+#include "text/value/OrvaneNoteImageAttachment.h"
 
 #include <QFile>
 #include <QProcess>

@@ -5,6 +5,7 @@
 #include "text/archive/NoteEditorTypingAttributesCodec.h"
 #include "text/attachments/AttachmentManager.h"
 #include "text/attachments/RichNoteContentPayload.h"
+#include "text/value/OWChartBlock.h"
 
 #include <QCborArray>
 #include <QCborMap>

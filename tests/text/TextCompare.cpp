@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "text/TextCompare.h"
 
+#include "text/value/OrvaneNoteImageAttachment.h"
+
 #include <cmath>
 
 namespace orvane {

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "text/archive/StyleArchive.h"
+#include "text/value/OWChartBlock.h"
+#include "text/value/OrvaneNoteImageAttachment.h"
 
 #include <cmath>
 
@@ -109,7 +111,7 @@ OWChartAttachment readChart(CborCursor& cursor)
 void write(QCborStreamWriter& writer, const TextAttachment& attachment)
 {
     writer.startArray(2);
-    if (const auto* chart = std::get_if<OWChartAttachment>(&attachment)) {
+    if (const auto* chart = attachment.chart()) {
         writer.append(quint64(chartKind));
         writer.startMap(2);
         writer.append("chartBlockData"_L1);
@@ -117,7 +119,7 @@ void write(QCborStreamWriter& writer, const TextAttachment& attachment)
         writer.append("renderedImageData"_L1);
         writer.append(chart->renderedImageData);
         writer.endMap();
-    } else if (const auto* image = std::get_if<OrvaneNoteImageAttachment>(&attachment)) {
+    } else if (const auto* image = attachment.image()) {
         writer.append(quint64(imageKind));
         writeImage(writer, *image);
     }

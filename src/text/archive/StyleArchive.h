@@ -39,7 +39,7 @@ private:
 struct ArchiveTables {
     IndexTable<TextTable> tables;
     IndexTable<SharedValue<CellLook>> looks;
-    QList<SharedValue<TextAttachment>> attachments;
+    QList<TextAttachment> attachments;
     QHash<const void*, qsizetype> attachmentIndex;
 };
 

@@ -127,7 +127,7 @@ QByteArray encode(const AttributedString& text)
     writer.append(text.text());
     writer.startArray(quint64(tables.attachments.size()));
     for (const auto& attachment : tables.attachments)
-        write(writer, *attachment);
+        write(writer, attachment);
     writer.endArray();
     writeStyles(writer, characters, tables);
     writeRuns(writer, text.characterRuns(), characters);
@@ -155,8 +155,7 @@ std::expected<AttributedString, Error> decode(const QByteArray& archive)
 
     QString text = cursor.readText();
     ArchiveTables tables;
-    tables.attachments =
-        readAll<SharedValue<TextAttachment>>(cursor, [&] { return readAttachment(cursor); });
+    tables.attachments = readAll<TextAttachment>(cursor, [&] { return readAttachment(cursor); });
     const auto characterStyles = readStyles<CharacterStyle>(
         cursor, archive.size(), [&] { return readCharacterStyle(cursor, tables); });
     auto characters = readRuns(cursor, characterStyles, text.size());

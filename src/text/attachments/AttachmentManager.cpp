@@ -4,6 +4,8 @@
 #include "platform/AtomicFile.h"
 #include "text/archive/TextArchive.h"
 #include "text/attachments/RichNoteContentPayload.h"
+#include "text/value/OWChartBlock.h"
+#include "text/value/OrvaneNoteImageAttachment.h"
 
 #include <QBuffer>
 #include <QImageReader>
@@ -78,7 +80,7 @@ void normalizeAttachments(AttributedString& document, ChartSource source,
             style.attachment = TextAttachment(std::move(prepared));
         } else {
             auto chart =
-                normalizedChartAttachment(*style.attachment, document, range.location, source);
+                normalizedChartAttachment(style.attachment, document, range.location, source);
             if (!chart)
                 continue;
             prepareForDisplay(*chart, painter);
@@ -93,7 +95,7 @@ std::optional<OWChartAttachment> normalizedChartAttachment(const TextAttachment&
                                                            const AttributedString& document,
                                                            qsizetype position, ChartSource source)
 {
-    const auto* live = std::get_if<OWChartAttachment>(&attachment);
+    const auto* live = attachment.chart();
     if (live && source == ChartSource::liveAttachment)
         return *live;
     const auto block = OWChartBlock::fromJson(document.characterStyle(position)->chartBlockData);
@@ -102,6 +104,23 @@ std::optional<OWChartAttachment> normalizedChartAttachment(const TextAttachment&
     OWChartAttachment chart = live ? *live : OWChartAttachment{};
     chart.chartBlock = *block;
     return chart;
+}
+
+std::optional<ExchangedPicture> exchangedPicture(const TextAttachment& attachment)
+{
+    ExchangedPicture picture;
+    if (const auto* image = attachment.image()) {
+        picture.data = image->imageData;
+        picture.size = image->renderedSize;
+    } else if (const auto* chart = attachment.chart()) {
+        picture.data = chart->renderedImageData;
+        picture.size = {chart->chartBlock.width, chart->chartBlock.height};
+    }
+    if (picture.data.startsWith("\xff\xd8\xff"))
+        picture.format = PictureFormat::jpeg;
+    else if (!picture.data.startsWith("\x89PNG"))
+        picture.data = imageDataFromBytes(picture.data).value_or(QByteArray());
+    return picture.data.isEmpty() ? std::nullopt : std::optional(std::move(picture));
 }
 
 std::optional<QByteArray> imageData(const QString& filePath)

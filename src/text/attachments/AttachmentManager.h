@@ -2,9 +2,11 @@
 #pragma once
 
 #include "text/value/AttributedString.h"
+#include "text/value/OWChartBlock.h"
 
 #include <QByteArray>
 #include <QImage>
+#include <QSizeF>
 #include <QString>
 
 #include <functional>
@@ -45,6 +47,18 @@ void normalizeAttachments(AttributedString& document, ChartSource source,
 [[nodiscard]] std::optional<OWChartAttachment>
 normalizedChartAttachment(const TextAttachment& attachment, const AttributedString& document,
                           qsizetype position, ChartSource source);
+
+/// A picture as other programs take it.
+enum class PictureFormat { png, jpeg };
+struct ExchangedPicture {
+    QByteArray data;
+    PictureFormat format = PictureFormat::png;
+    QSizeF size; ///< on the page, in points
+};
+
+/// The image or the picture of the chart that an attachment is, made to PNG where it is neither PNG
+/// nor JPEG; nothing where there is none or it can't be read.
+[[nodiscard]] std::optional<ExchangedPicture> exchangedPicture(const TextAttachment& attachment);
 
 /// An image as PNG, whatever kind of image file it was; nothing when it can't be read.
 [[nodiscard]] std::optional<QByteArray> imageData(const QString& filePath);

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "text/attachments/AttachmentPainter.h"
 
+#include "text/value/OWChartBlock.h"
+#include "text/value/OrvaneNoteImageAttachment.h"
+
 #include <QBuffer>
 #include <QImageReader>
 #include <QPainter>

@@ -6,6 +6,7 @@
 #include "text/html/HtmlEntities.h"
 #include "text/html/HtmlParagraphs.h"
 #include "text/rtf/ImportedList.h"
+#include "text/value/OrvaneNoteImageAttachment.h"
 
 #include <QStringDecoder>
 

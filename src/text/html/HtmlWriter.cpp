@@ -3,6 +3,7 @@
 
 #include "text/attachments/AttachmentManager.h"
 #include "text/layout/LineBreaker.h"
+#include "text/value/TableWalk.h"
 
 #include <QHash>
 
@@ -136,8 +137,8 @@ public:
     QByteArray write();
 
 private:
-    void paragraph(TextRange range, const ParagraphStyle& style);
-    void cell(TextRange range, const ParagraphStyle& style);
+    void paragraph(const TextParagraph& paragraph);
+    void table(const TableRows& table);
     [[nodiscard]] bool isPageBreak(TextRange range) const
     {
         return range.length == 1 && m_text.text()[range.location] == QChar(pageBreakCharacter);
@@ -145,13 +146,10 @@ private:
     void runs(TextRange range);
     void run(QStringView text, const SharedCharacterStyle& style);
     void picture(const CharacterStyle& style);
-    void endTable();
-
     const AttributedString& m_text;
     QByteArray m_html;
     QHash<const void*, QByteArray> m_spans;
     bool m_isPageBreak = false; // what is being written is one
-    std::optional<TableCellBlock> m_previousCell;
 };
 
 QByteArray Writer::write()
@@ -163,24 +161,29 @@ QByteArray Writer::write()
         runs(m_text.fullRange());
         m_html.append("</span>");
     } else {
-        m_text.forEachParagraph([&](TextRange range, const SharedParagraphStyle& style) {
-            if (style->cell && range.end() < m_text.length())
-                return cell(range, *style);
-            // The empty paragraph that every text ends in behind a table is the reader's own.
-            const bool endsTable = m_previousCell.has_value();
-            endTable();
-            if (!endsTable || !range.isEmpty() || range.end() < m_text.length())
-                paragraph(range, *style);
-        });
+        bool followsTable = false;
+        walkParagraphsAndTables(
+            m_text,
+            [&](const TextParagraph& one) {
+                // The empty paragraph that every text ends in behind a table is the reader's own.
+                const bool isLast = one.range.end() == m_text.length();
+                if (!followsTable || !one.range.isEmpty() || !isLast)
+                    paragraph(one);
+                followsTable = false;
+            },
+            [&](const TableRows& rows) {
+                table(rows);
+                followsTable = true;
+            });
     }
-    endTable();
     m_html.append("\n</body></html>\n");
     return m_html;
 }
 
-void Writer::paragraph(TextRange range, const ParagraphStyle& style)
+void Writer::paragraph(const TextParagraph& paragraph)
 {
-    m_html.append("<p style=\"" + paragraphCss(style) + "\">");
+    const TextRange range = paragraph.range;
+    m_html.append("<p style=\"" + paragraphCss(*paragraph.style) + "\">");
     m_isPageBreak = isPageBreak(range);
     runs(range);
     m_isPageBreak = false;
@@ -190,26 +193,26 @@ void Writer::paragraph(TextRange range, const ParagraphStyle& style)
     m_html.append("</p>\n");
 }
 
-void Writer::cell(TextRange range, const ParagraphStyle& style)
+void Writer::table(const TableRows& table)
 {
-    const TableCellBlock& block = *style.cell;
-    if (m_previousCell && m_previousCell->table.id != block.table.id)
-        endTable();
-    if (!m_previousCell)
-        m_html.append("<table style=\"border-collapse:collapse;width:100%\">\n<tr>");
-    else if (m_previousCell->row != block.row)
-        m_html.append("</tr>\n<tr>");
-    m_previousCell = block;
-    m_html.append("<td" + cellAttributes(block) + '>');
-    paragraph(range, style);
-    m_html.append("</td>");
-}
-
-void Writer::endTable()
-{
-    if (m_previousCell)
-        m_html.append("</tr></table>\n");
-    m_previousCell.reset();
+    m_html.append("<table style=\"border-collapse:collapse;width:100%\">\n");
+    for (const QList<TablePlace>& row : table.rows) {
+        m_html.append("<tr>");
+        for (const TablePlace& place : row) {
+            if (place.kind == TablePlace::Kind::reachedFromAbove)
+                continue; // the cell above says so
+            if (place.kind == TablePlace::Kind::empty) {
+                m_html.append("<td></td>");
+                continue;
+            }
+            m_html.append("<td" + cellAttributes(place.cell()) + '>');
+            for (const TextParagraph& one : place.paragraphs)
+                paragraph(one);
+            m_html.append("</td>");
+        }
+        m_html.append("</tr>\n");
+    }
+    m_html.append("</table>\n");
 }
 
 void Writer::runs(TextRange range)
@@ -247,25 +250,15 @@ void Writer::run(QStringView text, const SharedCharacterStyle& style)
 
 void Writer::picture(const CharacterStyle& style)
 {
-    QByteArray data;
-    QSizeF size;
-    if (const auto* image = style.imageAttachment()) {
-        data = image->imageData;
-        size = image->renderedSize;
-    } else if (const auto* chart = style.chartAttachment()) {
-        data = chart->renderedImageData;
-        size = {chart->chartBlock.width, chart->chartBlock.height};
-    }
-    const bool isJpeg = data.startsWith("\xff\xd8\xff");
-    if (!isJpeg && !data.startsWith("\x89PNG"))
-        data = AttachmentManager::imageDataFromBytes(data).value_or(QByteArray());
-    if (data.isEmpty())
+    const auto picture = AttachmentManager::exchangedPicture(style.attachment);
+    if (!picture)
         return;
     constexpr double pixelsPerPoint = 96.0 / 72;
-    m_html.append("<img width=\"" + number(size.width() * pixelsPerPoint) + "\" height=\"" +
-                  number(size.height() * pixelsPerPoint) + "\" src=\"data:image/");
-    m_html.append(isJpeg ? "jpeg" : "png");
-    m_html.append(";base64," + data.toBase64() + "\">");
+    m_html.append("<img width=\"" + number(picture->size.width() * pixelsPerPoint) +
+                  "\" height=\"" + number(picture->size.height() * pixelsPerPoint) +
+                  "\" src=\"data:image/");
+    m_html.append(picture->format == AttachmentManager::PictureFormat::jpeg ? "jpeg" : "png");
+    m_html.append(";base64," + picture->data.toBase64() + "\">");
 }
 
 } // namespace

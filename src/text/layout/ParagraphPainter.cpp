@@ -3,6 +3,8 @@
 
 #include "text/store/TextStore.h"
 #include "text/value/LayoutUnits.h"
+#include "text/value/OWChartBlock.h"
+#include "text/value/OrvaneNoteImageAttachment.h"
 
 #include <QPainter>
 #include <QTextDocument>

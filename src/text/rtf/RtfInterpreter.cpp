@@ -5,6 +5,7 @@
 #include "text/rtf/ImportedList.h"
 #include "text/rtf/RtfFontName.h"
 #include "text/rtf/RtfWords.h"
+#include "text/value/OrvaneNoteImageAttachment.h"
 
 #include <QRegularExpression>
 

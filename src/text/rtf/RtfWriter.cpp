@@ -12,6 +12,7 @@ namespace orvane {
 namespace {
 
 using namespace Qt::StringLiterals;
+using AttachmentManager::PictureFormat;
 
 int twips(double points)
 {
@@ -25,35 +26,15 @@ QByteArrayView underlineWord(TextLine line)
     return words[std::size_t(line)];
 }
 
-bool isPng(const QByteArray& data)
-{
-    return data.startsWith("\x89PNG");
-}
-
-bool isJpeg(const QByteArray& data)
-{
-    return data.startsWith("\xff\xd8\xff");
-}
-
 } // namespace
 
 QByteArray RtfWriter::write(const std::optional<RgbaColor>& pageBackground)
 {
     m_body.reserve(m_document.length() + m_document.length() / 2);
     (void)m_palette.font(u"Serif"_s); // for text without a font
-    QList<Paragraph> cells;
-    m_document.forEachParagraph([&](TextRange range, const SharedParagraphStyle& style) {
-        const bool continues = !cells.isEmpty() && style->cell &&
-                               style->cell->table.id == cells.last().style->cell->table.id;
-        if (!cells.isEmpty() && !continues) {
-            writeTable(cells);
-            cells.clear();
-        }
-        if (style->cell && range.end() < m_document.length())
-            cells.append({range, style});
-        else
-            writeParagraph({range, style});
-    });
+    walkParagraphsAndTables(
+        m_document, [this](const TextParagraph& paragraph) { writeParagraph(paragraph); },
+        [this](const TableRows& table) { writeTable(table); });
 
     QByteArray rtf("{\\rtf1\\ansi\\ansicpg1252\\deff0\\uc1\n");
     m_palette.appendTables(rtf);
@@ -65,7 +46,7 @@ QByteArray RtfWriter::write(const std::optional<RgbaColor>& pageBackground)
     return rtf;
 }
 
-void RtfWriter::writeParagraph(const Paragraph& paragraph)
+void RtfWriter::writeParagraph(const TextParagraph& paragraph)
 {
     useParagraphStyle(paragraph.style);
     writeText(paragraph.range);
@@ -156,25 +137,15 @@ void RtfWriter::useLink(const QString& link)
 
 void RtfWriter::writePicture(const CharacterStyle& style)
 {
-    QByteArray data;
-    QSizeF size;
-    if (const auto* image = style.imageAttachment()) {
-        data = image->imageData;
-        size = image->renderedSize;
-    } else if (const auto* chart = style.chartAttachment()) {
-        data = chart->renderedImageData;
-        size = {chart->chartBlock.width, chart->chartBlock.height};
-    }
-    if (!isPng(data) && !isJpeg(data))
-        data = AttachmentManager::imageDataFromBytes(data).value_or(QByteArray());
-    if (data.isEmpty())
+    const auto picture = AttachmentManager::exchangedPicture(style.attachment);
+    if (!picture)
         return;
     m_body.append("{\\*\\shppict{\\pict");
-    m_body.append(isPng(data) ? "\\pngblip" : "\\jpegblip");
-    appendRtfWord(m_body, "\\picwgoal", std::max(1, twips(size.width())));
-    appendRtfWord(m_body, "\\pichgoal", std::max(1, twips(size.height())));
+    m_body.append(picture->format == PictureFormat::png ? "\\pngblip" : "\\jpegblip");
+    appendRtfWord(m_body, "\\picwgoal", std::max(1, twips(picture->size.width())));
+    appendRtfWord(m_body, "\\pichgoal", std::max(1, twips(picture->size.height())));
     m_body.append('\n');
-    m_body.append(data.toHex());
+    m_body.append(picture->data.toHex());
     m_body.append("}}");
 }
 

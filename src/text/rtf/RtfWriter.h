@@ -3,6 +3,7 @@
 
 #include "text/rtf/RtfPalette.h"
 #include "text/value/AttributedString.h"
+#include "text/value/TableWalk.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -21,23 +22,10 @@ public:
     [[nodiscard]] QByteArray write(const std::optional<RgbaColor>& pageBackground);
 
 private:
-    /// A paragraph: its place without the "\n", and how it looks.
-    struct Paragraph {
-        TextRange range;
-        SharedParagraphStyle style;
-    };
-
-    /// A cell that reaches down.
-    struct Merge {
-        int rowBelow = -1;
-        int columns = 1;
-    };
-
-    void writeParagraph(const Paragraph& paragraph);
-    void writeTable(const QList<Paragraph>& cells);
-    void writeRow(const QList<Paragraph>& cells, TextRange rowCells, const QList<int>& edges,
-                  QHash<int, Merge>& merges);
-    void writeCellContents(const QList<Paragraph>& cells, qsizetype& next);
+    void writeParagraph(const TextParagraph& paragraph);
+    void writeTable(const TableRows& table);
+    void writeRow(const QList<TablePlace>& row, const QList<int>& edges);
+    void writeCellContents(const QList<TextParagraph>& paragraphs);
     void writeText(TextRange range);
     void writeStyledText(QStringView text, const SharedCharacterStyle& style);
     void useStyle(const SharedCharacterStyle& style);
@@ -47,7 +35,7 @@ private:
     void useParagraphStyle(const SharedParagraphStyle& style);
     [[nodiscard]] QByteArray characterWords(const CharacterStyle& style);
     [[nodiscard]] QByteArray paragraphWords(const ParagraphStyle& style);
-    void appendCellDefinition(const TableCellBlock& cell, int rightEdge, bool mergesUp);
+    void appendCellDefinition(const TablePlace& place, int rightEdge);
     void appendPageBackground(QByteArray& rtf, const RgbaColor& color) const;
 
     const AttributedString& m_document;

@@ -13,26 +13,12 @@ std::size_t hashOf(const std::optional<RgbaColor>& color)
 
 } // namespace
 
-const OrvaneNoteImageAttachment* CharacterStyle::imageAttachment() const
-{
-    return std::get_if<OrvaneNoteImageAttachment>(&*attachment);
-}
-
-const OWChartAttachment* CharacterStyle::chartAttachment() const
-{
-    return std::get_if<OWChartAttachment>(&*attachment);
-}
-
 std::size_t qHash(const CharacterStyle& style, std::size_t seed) noexcept
 {
-    QUuid id;
-    if (const auto* image = style.imageAttachment())
-        id = image->attachmentID;
-    else if (const auto* chart = style.chartAttachment())
-        id = chart->chartBlock.id;
     return qHashMulti(seed, style.font ? qHash(*style.font, 1) : 0, hashOf(style.foreground),
                       hashOf(style.background), int(style.underline), int(style.strikethrough),
-                      style.link, id, style.chartBlockData, style.autoTagBaseFontSize.value_or(-1));
+                      style.link, style.attachment.id(), style.chartBlockData,
+                      style.autoTagBaseFontSize.value_or(-1));
 }
 
 } // namespace orvane

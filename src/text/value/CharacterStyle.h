@@ -1,22 +1,17 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "text/value/OWChartBlock.h"
-#include "text/value/OrvaneNoteImageAttachment.h"
 #include "text/value/RgbaColor.h"
 #include "text/value/SharedValue.h"
+#include "text/value/TextAttachment.h"
 #include "text/value/TextFont.h"
 
 #include <QByteArray>
 #include <QString>
 
 #include <optional>
-#include <variant>
 
 namespace orvane {
-
-/// What stands on an object character (U+FFFC); nothing for all other characters.
-using TextAttachment = std::variant<std::monostate, OrvaneNoteImageAttachment, OWChartAttachment>;
 
 /// The line under or through text.
 enum class TextLine { none, single, thick, doubled, dotted, dashed, wavy };
@@ -30,16 +25,19 @@ struct CharacterStyle {
     TextLine underline = TextLine::none;
     TextLine strikethrough = TextLine::none;
     QString link; ///< the target's address; empty for none
-    SharedValue<TextAttachment> attachment;
+    TextAttachment attachment;
     QByteArray chartBlockData; ///< the JSON of an `OWChartBlock`, on a chart's character
     /// The size that an auto-tagged word had before it was enlarged, in points.
     std::optional<double> autoTagBaseFontSize;
 
     bool operator==(const CharacterStyle&) const = default;
 
-    [[nodiscard]] const OrvaneNoteImageAttachment* imageAttachment() const;
-    [[nodiscard]] const OWChartAttachment* chartAttachment() const;
-    [[nodiscard]] bool hasAttachment() const { return attachment->index() != 0; }
+    [[nodiscard]] const OrvaneNoteImageAttachment* imageAttachment() const
+    {
+        return attachment.image();
+    }
+    [[nodiscard]] const OWChartAttachment* chartAttachment() const { return attachment.chart(); }
+    [[nodiscard]] bool hasAttachment() const { return !attachment.isNull(); }
 };
 
 /// Equal styles hash equal. An attachment counts by its identity only.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/Timestamp.h"
+#include "text/value/OWChartKind.h"
 #include "text/value/RgbaColor.h"
 
 #include <QByteArray>
@@ -12,12 +13,6 @@
 #include <optional>
 
 namespace orvane {
-
-enum class OWChartKind { bar, line, pie, donut };
-
-/// The stored words: "bar", "line", "pie", "donut".
-[[nodiscard]] QString rawValue(OWChartKind kind);
-[[nodiscard]] std::optional<OWChartKind> chartKindFromRawValue(QStringView text);
 
 using OWChartRGBAColor = RgbaColor;
 
