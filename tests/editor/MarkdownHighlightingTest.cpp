@@ -79,6 +79,44 @@ TEST_F(MarkdownHighlightingTest, AnInputMethodsTextMovesTheFormats)
     EXPECT_EQ(view.layout().decorationsOf(block).first().start, 3);
 }
 
+TEST_F(MarkdownHighlightingTest, TwoViewsOfOneTextShowTheirMarks)
+{
+    set(u"plain|"_s);
+    EditorView other;
+    other.setGateway(&view.gateway());
+    other.resize(300, 200);
+    MarkdownSyntaxHighlighter::Theme red = theme;
+    red.syntaxPunctuationColor = Qt::red;
+    auto second = std::make_unique<MarkdownHighlighting>(other, view.gateway(), red);
+    press(u"Ctrl+Home"_s);
+    type(u"# "_s);
+    const auto colourIn = [](const EditorView& shown) {
+        const auto marks = shown.layout().decorationsOf(shown.store().blockAt(0));
+        return marks.isEmpty() ? QColor() : marks.first().format.foreground().color();
+    };
+    EXPECT_EQ(colourIn(view), theme.syntaxPunctuationColor);
+    EXPECT_EQ(colourIn(other), QColor(Qt::red));
+    second.reset();
+    EXPECT_EQ(colourIn(other), QColor());
+    EXPECT_EQ(colourIn(view), theme.syntaxPunctuationColor);
+}
+
+TEST_F(MarkdownHighlightingTest, EachTextThatAViewShowsInTurnKeepsItsOwn)
+{
+    set(u"# one|"_s);
+    TextStore store;
+    EditGateway hidden(store);
+    hidden.loadPlainText(u"> two"_s);
+    auto second = std::make_unique<MarkdownHighlighting>(view, hidden, theme);
+    EXPECT_EQ(formatAt(0).foreground().color(), theme.syntaxPunctuationColor);
+    view.setGateway(&hidden);
+    EXPECT_EQ(formatAt(2).foreground().color(), theme.blockquoteColor);
+    second.reset();
+    EXPECT_EQ(formatAt(2), QTextCharFormat());
+    view.setGateway(nullptr);
+    EXPECT_EQ(formatAt(0).foreground().color(), theme.syntaxPunctuationColor);
+}
+
 /// After any edits the paragraphs show what the patterns say of a text loaded anew, where no font
 /// stays behind.
 TEST_F(MarkdownHighlightingTest, RandomEditsStayInStepWithTheParagraphs)

@@ -296,6 +296,8 @@ TEST(ParagraphLayout, AChangeInALongParagraphLeavesTheLinesThatItDoesNotTouch)
 
     layout.ensureLaidOut(block);
     EXPECT_NEAR(layout.linesOf(block).size(), known, 1);
+    // What kept its lines knows where it stands now.
+    expectSame(Laid(layout, note.store), Laid(note.store, 40), "moved");
 }
 
 TEST(ParagraphLayout, OfALongParagraphOnlyWhatIsAskedForIsLaidOutWhereverThatIs)

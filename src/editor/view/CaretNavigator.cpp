@@ -34,10 +34,13 @@ CaretMove forDirection(const TextStore& store, qsizetype position, CaretMove mov
     }
 }
 
+enum class StepWay { backward, forward };
+
 /// `position`, or where a page break is passed by: nobody writes within one, so the caret goes from
 /// the paragraph above straight to the one below.
-qsizetype pastPageBreaks(const TextStore& store, qsizetype position, bool forward)
+qsizetype pastPageBreaks(const TextStore& store, qsizetype position, StepWay way)
 {
+    bool forward = way == StepWay::forward;
     QTextBlock block = store.blockAt(position);
     if (!isPageBreak(block))
         return position;
@@ -59,10 +62,10 @@ qsizetype pastPageBreaks(const TextStore& store, qsizetype position, bool forwar
 
 enum class StepUnit { character, word };
 
-qsizetype plainStep(const TextStore& store, qsizetype position, bool forward, StepUnit unit)
+qsizetype plainStep(const TextStore& store, qsizetype position, StepWay way, StepUnit unit)
 {
     const TextRange paragraph = paragraphTextAt(store, position);
-    if (forward) {
+    if (way == StepWay::forward) {
         if (position >= paragraph.end())
             return std::min(position + 1, store.length());
         return unit == StepUnit::word ? nextWordStart(store, position)
@@ -74,9 +77,9 @@ qsizetype plainStep(const TextStore& store, qsizetype position, bool forward, St
                                   : previousGrapheme(store, position);
 }
 
-qsizetype step(const TextStore& store, qsizetype position, bool forward, StepUnit unit)
+qsizetype step(const TextStore& store, qsizetype position, StepWay way, StepUnit unit)
 {
-    return pastPageBreaks(store, plainStep(store, position, forward, unit), forward);
+    return pastPageBreaks(store, plainStep(store, position, way, unit), way);
 }
 
 qsizetype paragraphUp(const TextStore& store, qsizetype position)
@@ -94,22 +97,22 @@ qsizetype paragraphDown(const TextStore& store, qsizetype position)
 
 qsizetype nextCharacter(const TextStore& store, qsizetype position)
 {
-    return step(store, position, true, StepUnit::character);
+    return step(store, position, StepWay::forward, StepUnit::character);
 }
 
 qsizetype previousCharacter(const TextStore& store, qsizetype position)
 {
-    return step(store, position, false, StepUnit::character);
+    return step(store, position, StepWay::backward, StepUnit::character);
 }
 
 qsizetype nextWord(const TextStore& store, qsizetype position)
 {
-    return step(store, position, true, StepUnit::word);
+    return step(store, position, StepWay::forward, StepUnit::word);
 }
 
 qsizetype previousWord(const TextStore& store, qsizetype position)
 {
-    return step(store, position, false, StepUnit::word);
+    return step(store, position, StepWay::backward, StepUnit::word);
 }
 
 TextRange paragraphTextAt(const TextStore& store, qsizetype position)
@@ -127,8 +130,9 @@ TextRange wordAt(const TextStore& store, qsizetype position)
 }
 
 CaretPlace CaretNavigator::vertical(ParagraphLayout& layout, const TextStore& store,
-                                    CaretPlace from, bool down, qreal distance)
+                                    CaretPlace from, CaretWay way, qreal distance)
 {
+    const bool down = way == CaretWay::down;
     const QRectF caret = layout.caretRect(int(from.position), from.side);
     const qreal x = m_goalX.value_or(caret.x());
     LaidOutLine line = layout.lineAt(int(from.position), from.side);
@@ -154,7 +158,8 @@ CaretPlace CaretNavigator::vertical(ParagraphLayout& layout, const TextStore& st
         return {down ? store.length() : 0};
     CaretPlace place;
     place.position = layout.positionInLine(line, x, &place.side);
-    place.position = pastPageBreaks(store, place.position, down);
+    place.position =
+        pastPageBreaks(store, place.position, down ? StepWay::forward : StepWay::backward);
     return place;
 }
 
@@ -175,13 +180,13 @@ CaretPlace CaretNavigator::moved(ParagraphLayout& layout, const TextStore& store
     case CaretMove::wordRight:
         return {nextWord(store, from.position)};
     case CaretMove::lineUp:
-        return vertical(layout, store, from, false, 0);
+        return vertical(layout, store, from, CaretWay::up, 0);
     case CaretMove::lineDown:
-        return vertical(layout, store, from, true, 0);
+        return vertical(layout, store, from, CaretWay::down, 0);
     case CaretMove::pageUp:
-        return vertical(layout, store, from, false, pageHeight);
+        return vertical(layout, store, from, CaretWay::up, pageHeight);
     case CaretMove::pageDown:
-        return vertical(layout, store, from, true, pageHeight);
+        return vertical(layout, store, from, CaretWay::down, pageHeight);
     case CaretMove::lineStart:
         return {layout.lineAt(int(from.position), from.side).range.location};
     case CaretMove::lineEnd: {
@@ -194,9 +199,9 @@ CaretPlace CaretNavigator::moved(ParagraphLayout& layout, const TextStore& store
         return end;
     }
     case CaretMove::paragraphUp:
-        return {pastPageBreaks(store, paragraphUp(store, from.position), false)};
+        return {pastPageBreaks(store, paragraphUp(store, from.position), StepWay::backward)};
     case CaretMove::paragraphDown:
-        return {pastPageBreaks(store, paragraphDown(store, from.position), true)};
+        return {pastPageBreaks(store, paragraphDown(store, from.position), StepWay::forward)};
     case CaretMove::documentStart:
         return {0};
     case CaretMove::documentEnd:

@@ -29,6 +29,9 @@ enum class CaretMove {
     documentEnd,
 };
 
+/// Whether what is selected stays so and grows or shrinks with the caret.
+enum class SelectionMode { replace, extend };
+
 /// A position, and on which of two lines it is meant where one was wrapped.
 struct CaretPlace {
     qsizetype position = 0;
@@ -50,8 +53,10 @@ public:
     void forgetGoal() { m_goalX.reset(); }
 
 private:
+    enum class CaretWay { up, down };
+
     [[nodiscard]] CaretPlace vertical(ParagraphLayout& layout, const TextStore& store,
-                                      CaretPlace from, bool down, qreal distance);
+                                      CaretPlace from, CaretWay way, qreal distance);
 
     std::optional<qreal> m_goalX;
 };

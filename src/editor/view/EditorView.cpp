@@ -81,8 +81,7 @@ void EditorView::setGateway(EditGateway* gateway)
     m_layout =
         std::make_unique<ParagraphLayout>(store(), columnWidth(), m_baseFont, m_lineSettings);
     m_layout->setObjectPainter(m_objectPainter);
-    if (m_decorated == m_gateway)
-        m_layout->setDecorator(m_decorator);
+    m_layout->setDecorator(m_decorators.value(m_gateway));
     m_focusRange.reset();
     m_dropCaret.reset();
     m_caretSide = CaretSide::lowerLine;
@@ -229,9 +228,11 @@ void EditorView::setObjectPainter(ObjectPainter* painter)
 
 void EditorView::setDecorator(const EditGateway& text, const ParagraphDecorator* decorator)
 {
-    m_decorated = &text;
-    m_decorator = decorator;
-    if (m_decorated == m_gateway)
+    if (decorator)
+        m_decorators.insert(&text, decorator);
+    else
+        m_decorators.remove(&text);
+    if (&text == m_gateway)
         layout().setDecorator(decorator);
 }
 
@@ -344,8 +345,9 @@ void EditorView::select(TextSelection selection, CaretSide side)
         updateCaret();
 }
 
-void EditorView::moveCaret(CaretMove move, bool selects)
+void EditorView::moveCaret(CaretMove move, SelectionMode mode)
 {
+    const bool selects = mode == SelectionMode::extend;
     const TextSelection before = selection();
     CaretPlace place{before.position, m_caretSide};
     const bool collapses = !selects && !before.isEmpty();

@@ -10,6 +10,7 @@
 
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
+#include <QHash>
 
 #include <memory>
 
@@ -102,7 +103,7 @@ public:
     /// attachments carry.
     void setObjectPainter(ObjectPainter* painter);
     /// Who decorates the paragraphs of `text` whenever this view shows it; must outlive the view or
-    /// be taken away with null. One text is decorated at a time.
+    /// be taken away with null, as long as there is the text.
     void setDecorator(const EditGateway& text, const ParagraphDecorator* decorator);
 
     // What it does
@@ -120,7 +121,7 @@ public:
 
     void setSelection(TextSelection selection, CaretSide side = CaretSide::lowerLine);
     [[nodiscard]] TextSelection selection() const;
-    void moveCaret(CaretMove move, bool selects);
+    void moveCaret(CaretMove move, SelectionMode mode);
     /// Scrolls as little as needed to show the caret.
     void ensureCaretVisible();
     /// Scrolls so that the caret's line begins at `share` of the view's height, as far as the text
@@ -242,8 +243,7 @@ private:
     LineSettings m_lineSettings{1.6};
     AttachmentPainter m_ownPainter;
     ObjectPainter* m_objectPainter = &m_ownPainter;
-    const EditGateway* m_decorated = nullptr;
-    const ParagraphDecorator* m_decorator = nullptr;
+    QHash<const EditGateway*, const ParagraphDecorator*> m_decorators;
     qreal m_zoom = 1;
     TextFormatting m_formatting = TextFormatting::rich;
     bool m_isEditable = true;

@@ -22,34 +22,36 @@ namespace {
 struct MoveKey {
     QKeySequence::StandardKey key;
     CaretMove move;
-    bool selects;
+    SelectionMode mode;
 };
 
+using enum SelectionMode;
+
 constexpr MoveKey moveKeys[] = {
-    {QKeySequence::MoveToNextChar, CaretMove::right, false},
-    {QKeySequence::MoveToPreviousChar, CaretMove::left, false},
-    {QKeySequence::SelectNextChar, CaretMove::right, true},
-    {QKeySequence::SelectPreviousChar, CaretMove::left, true},
-    {QKeySequence::MoveToNextWord, CaretMove::wordRight, false},
-    {QKeySequence::MoveToPreviousWord, CaretMove::wordLeft, false},
-    {QKeySequence::SelectNextWord, CaretMove::wordRight, true},
-    {QKeySequence::SelectPreviousWord, CaretMove::wordLeft, true},
-    {QKeySequence::MoveToNextLine, CaretMove::lineDown, false},
-    {QKeySequence::MoveToPreviousLine, CaretMove::lineUp, false},
-    {QKeySequence::SelectNextLine, CaretMove::lineDown, true},
-    {QKeySequence::SelectPreviousLine, CaretMove::lineUp, true},
-    {QKeySequence::MoveToStartOfLine, CaretMove::lineStart, false},
-    {QKeySequence::MoveToEndOfLine, CaretMove::lineEnd, false},
-    {QKeySequence::SelectStartOfLine, CaretMove::lineStart, true},
-    {QKeySequence::SelectEndOfLine, CaretMove::lineEnd, true},
-    {QKeySequence::MoveToNextPage, CaretMove::pageDown, false},
-    {QKeySequence::MoveToPreviousPage, CaretMove::pageUp, false},
-    {QKeySequence::SelectNextPage, CaretMove::pageDown, true},
-    {QKeySequence::SelectPreviousPage, CaretMove::pageUp, true},
-    {QKeySequence::MoveToStartOfDocument, CaretMove::documentStart, false},
-    {QKeySequence::MoveToEndOfDocument, CaretMove::documentEnd, false},
-    {QKeySequence::SelectStartOfDocument, CaretMove::documentStart, true},
-    {QKeySequence::SelectEndOfDocument, CaretMove::documentEnd, true},
+    {QKeySequence::MoveToNextChar, CaretMove::right, replace},
+    {QKeySequence::MoveToPreviousChar, CaretMove::left, replace},
+    {QKeySequence::SelectNextChar, CaretMove::right, extend},
+    {QKeySequence::SelectPreviousChar, CaretMove::left, extend},
+    {QKeySequence::MoveToNextWord, CaretMove::wordRight, replace},
+    {QKeySequence::MoveToPreviousWord, CaretMove::wordLeft, replace},
+    {QKeySequence::SelectNextWord, CaretMove::wordRight, extend},
+    {QKeySequence::SelectPreviousWord, CaretMove::wordLeft, extend},
+    {QKeySequence::MoveToNextLine, CaretMove::lineDown, replace},
+    {QKeySequence::MoveToPreviousLine, CaretMove::lineUp, replace},
+    {QKeySequence::SelectNextLine, CaretMove::lineDown, extend},
+    {QKeySequence::SelectPreviousLine, CaretMove::lineUp, extend},
+    {QKeySequence::MoveToStartOfLine, CaretMove::lineStart, replace},
+    {QKeySequence::MoveToEndOfLine, CaretMove::lineEnd, replace},
+    {QKeySequence::SelectStartOfLine, CaretMove::lineStart, extend},
+    {QKeySequence::SelectEndOfLine, CaretMove::lineEnd, extend},
+    {QKeySequence::MoveToNextPage, CaretMove::pageDown, replace},
+    {QKeySequence::MoveToPreviousPage, CaretMove::pageUp, replace},
+    {QKeySequence::SelectNextPage, CaretMove::pageDown, extend},
+    {QKeySequence::SelectPreviousPage, CaretMove::pageUp, extend},
+    {QKeySequence::MoveToStartOfDocument, CaretMove::documentStart, replace},
+    {QKeySequence::MoveToEndOfDocument, CaretMove::documentEnd, replace},
+    {QKeySequence::SelectStartOfDocument, CaretMove::documentStart, extend},
+    {QKeySequence::SelectEndOfDocument, CaretMove::documentEnd, extend},
 };
 
 /// The keys that a text takes for itself even where the window has a shortcut on them.
@@ -149,7 +151,7 @@ bool EditorView::handleMoveKey(QKeyEvent* event)
 {
     for (const MoveKey& key : moveKeys) {
         if (event->matches(key.key)) {
-            moveCaret(key.move, key.selects);
+            moveCaret(key.move, key.mode);
             return true;
         }
     }
@@ -157,10 +159,11 @@ bool EditorView::handleMoveKey(QKeyEvent* event)
     const bool selects = modifiers == (Qt::ControlModifier | Qt::ShiftModifier);
     if (modifiers != Qt::ControlModifier && !selects)
         return false;
+    const auto mode = selects ? SelectionMode::extend : SelectionMode::replace;
     if (event->key() == Qt::Key_Up)
-        moveCaret(CaretMove::paragraphUp, selects);
+        moveCaret(CaretMove::paragraphUp, mode);
     else if (event->key() == Qt::Key_Down)
-        moveCaret(CaretMove::paragraphDown, selects);
+        moveCaret(CaretMove::paragraphDown, mode);
     else
         return false;
     return true;

@@ -84,12 +84,12 @@ TextRange MouseSelection::unitAt(QPointF point) const
     return wordAt(m_view.store(), isBefore ? position - 1 : position);
 }
 
-void MouseSelection::begin(QPointF point, Unit unit, bool extends)
+void MouseSelection::begin(QPointF point, Unit unit, SelectionMode mode)
 {
     m_unit = unit;
     m_isSelecting = true;
     const TextSelection before = m_view.selection();
-    if (extends) {
+    if (mode == SelectionMode::extend) {
         m_origin = {before.anchor, 0};
         extendTo(point);
         return;
@@ -143,11 +143,11 @@ void MouseSelection::press(QMouseEvent& event)
     m_pressedLink = m_view.linkAt(point);
     const bool extends = event.modifiers().testFlag(Qt::ShiftModifier);
     if (isTriple)
-        begin(point, Unit::paragraph, false);
+        begin(point, Unit::paragraph, SelectionMode::replace);
     else if (!extends && isOnSelection(point))
         m_mayDrag = true;
     else
-        begin(point, Unit::character, extends);
+        begin(point, Unit::character, extends ? SelectionMode::extend : SelectionMode::replace);
 }
 
 void MouseSelection::doubleClick(QMouseEvent& event)
@@ -158,7 +158,7 @@ void MouseSelection::doubleClick(QMouseEvent& event)
     m_sinceDoubleClick.start();
     m_mayDrag = false;
     m_pressedLink.clear();
-    begin(event.position(), Unit::word, false);
+    begin(event.position(), Unit::word, SelectionMode::replace);
 }
 
 void MouseSelection::move(QMouseEvent& event)

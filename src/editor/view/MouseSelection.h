@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "editor/view/CaretNavigator.h"
 #include "text/value/TextRange.h"
 
 #include <QBasicTimer>
@@ -37,7 +38,7 @@ private:
     enum class Unit { character, word, paragraph };
 
     bool offerPress(const QMouseEvent& event, int clicks);
-    void begin(QPointF point, Unit unit, bool extends);
+    void begin(QPointF point, Unit unit, SelectionMode mode);
     void extendTo(QPointF point);
     [[nodiscard]] TextRange unitAt(QPointF point) const;
     void updateAutoscroll();

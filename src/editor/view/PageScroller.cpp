@@ -82,7 +82,9 @@ void PageScroller::layOutAround()
     ParagraphLayout& layout = m_view.layout();
     const qreal bottom = m_view.viewport()->height();
     m_anchor.position = std::min(m_anchor.position, m_view.store().length());
-    const auto layOut = [&](bool goesUp) {
+    enum class Way { up, down };
+    const auto layOut = [&](Way way) {
+        const bool goesUp = way == Way::up;
         std::optional<PagePart> part = layout.layOutPartAt(m_anchor.position);
         const PagePlace place = layout.placeAt(m_anchor.position);
         m_anchor.position = place.position;
@@ -95,10 +97,10 @@ void PageScroller::layOutAround()
             y += (goesUp ? part->top - part->bottom : part->bottom - part->top) * m_view.zoom();
         }
     };
-    layOut(false);
-    layOut(true);
+    layOut(Way::down);
+    layOut(Way::up);
     // What was laid out above a long paragraph's part may have moved its lines.
-    layOut(false);
+    layOut(Way::down);
 }
 
 void PageScroller::adjustBar()

@@ -5,11 +5,41 @@
 
 namespace orvane {
 
+void ParagraphPiece::moveBy(int distance)
+{
+    start += distance;
+    for (BrokenLine& line : lines)
+        line.start += distance;
+    if (layout)
+        layout->moveBy(distance);
+}
+
 bool ParagraphBox::hasAllLines() const
 {
     return !pieces.empty() && std::all_of(pieces.begin(), pieces.end(), [](const auto& piece) {
         return piece.hasLines() && piece.isFirm;
     });
+}
+
+bool ParagraphBox::isDecorated() const
+{
+    return std::any_of(pieces.begin(), pieces.end(), [](const ParagraphPiece& piece) {
+        return piece.hasLines() && !piece.layout->decorations().isEmpty();
+    });
+}
+
+std::vector<BrokenLine> ParagraphBox::knownLines() const
+{
+    std::vector<BrokenLine> lines;
+    qreal top = 0;
+    for (const ParagraphPiece& piece : pieces) {
+        for (BrokenLine line : piece.lines) {
+            line.top += top;
+            lines.push_back(line);
+        }
+        top += piece.height;
+    }
+    return lines;
 }
 
 int ParagraphBox::pieceAt(int position) const
@@ -96,7 +126,7 @@ void ParagraphBox::replace(int from, int removed, int added, int lineLength, con
     changed.release();
     pieces.erase(at + 1, pieces.begin() + last + 1);
     for (auto piece = at + 1; piece != pieces.end(); ++piece)
-        piece->start += growth;
+        piece->moveBy(growth);
     if (at + 1 != pieces.end())
         (at + 1)->isFirm = false;
     if (first == 0)

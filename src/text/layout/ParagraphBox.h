@@ -38,6 +38,8 @@ struct ParagraphPiece {
         layout.reset();
         lines.clear();
     }
+    /// Follows a change of `distance` characters before it; its lines stay as they are.
+    void moveBy(int distance);
 };
 
 /// A piece that has just been broken into lines.
@@ -76,6 +78,10 @@ struct ParagraphBox {
     [[nodiscard]] int textLength() const { return pieces.empty() ? 0 : pieces.back().end(); }
     [[nodiscard]] bool isWhole() const { return pieces.size() == 1; }
     [[nodiscard]] bool hasAllLines() const;
+    /// Whether any line is shown with a decoration.
+    [[nodiscard]] bool isDecorated() const;
+    /// The lines that there are, from the top of the content.
+    [[nodiscard]] std::vector<BrokenLine> knownLines() const;
     /// The index of the piece that holds `position`; at the end of the text the last one.
     [[nodiscard]] int pieceAt(int position) const;
     /// The index of the piece at `y` units below the top of the content, or the nearest one.

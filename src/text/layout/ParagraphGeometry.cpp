@@ -270,7 +270,7 @@ std::optional<LaidOutLine> ParagraphLayout::lineBelow(const LaidOutLine& line, q
 }
 
 QList<QRectF> ParagraphLayout::rectsInPiece(const QTextBlock& block, int index, int from, int to,
-                                            bool fillsLines) const
+                                            LineFill fill) const
 {
     QList<QRectF> rects;
     const ParagraphBox& about = box(block);
@@ -309,7 +309,7 @@ QList<QRectF> ParagraphLayout::rectsInPiece(const QTextBlock& block, int index, 
         // A selection that goes on in the next line fills this one to its end.
         const bool begins = first < lineEnd || (isLast && first <= lineEnd);
         const bool continues = begins && (isLast ? goesOn : past > lineEnd);
-        if (fillsLines && continues) {
+        if (fill == LineFill::wholeLines && continues) {
             const qreal end = line.naturalTextRect().right();
             add(std::min(end, about.column),
                 std::max(isLast ? end + newlineWidth : end, about.column));
@@ -319,7 +319,7 @@ QList<QRectF> ParagraphLayout::rectsInPiece(const QTextBlock& block, int index, 
 }
 
 QList<QRectF> ParagraphLayout::rectsInBlock(const QTextBlock& block, qsizetype from, qsizetype to,
-                                            bool fillsLines) const
+                                            LineFill fill) const
 {
     QList<QRectF> rects;
     const ParagraphBox& about = box(block);
@@ -330,7 +330,7 @@ QList<QRectF> ParagraphLayout::rectsInBlock(const QTextBlock& block, qsizetype f
     const int last = about.pieceAt(inBlock(to));
     for (int i = first; i <= last; ++i) {
         if (about.pieces[std::size_t(i)].hasLines())
-            rects += rectsInPiece(block, i, inBlock(from), inBlock(to), fillsLines);
+            rects += rectsInPiece(block, i, inBlock(from), inBlock(to), fill);
     }
     return rects;
 }
@@ -349,7 +349,7 @@ QList<QRectF> ParagraphLayout::rectsOf(TextRange range)
             if (position >= to)
                 break;
         }
-        rects += rectsInBlock(block, range.location, range.end(), false);
+        rects += rectsInBlock(block, range.location, range.end(), LineFill::textAlone);
     }
     return rects;
 }

@@ -3,14 +3,13 @@
 
 #include "text/layout/HeightIndex.h"
 #include "text/layout/LineBreaker.h"
-#include "text/layout/ParagraphBox.h"
+#include "text/layout/ParagraphChange.h"
 #include "text/layout/ParagraphDecorator.h"
 #include "text/store/StyleTable.h"
 #include "text/store/TableRow.h"
 #include "text/store/TextStore.h"
 #include "text/value/TextRange.h"
 
-#include <QHash>
 #include <QObject>
 
 namespace orvane {
@@ -169,20 +168,14 @@ signals:
     void everythingChanged();
 
 private:
-    /// The paragraph that the last change was in, and its lines as they were before it.
-    struct ChangedParagraph {
-        QTextBlock block;
-        int from = 0; ///< in the paragraph
-        int growth = 0;
-        int added = 0;
-        std::vector<BrokenLine> linesBefore;
-        bool wasDecorated = false;
-    };
     /// A line of a paragraph by its piece and its number in that.
     struct LineIndex {
         int piece = 0;
         int line = 0;
     };
+
+    /// Whether what covers a line's end goes on to the end of the column, as a selection does.
+    enum class LineFill { textAlone, wholeLines };
 
     void textReplaced(int from, int removed, int added) override;
     [[nodiscard]] QTextDocument& document() const { return m_store.document(); }
@@ -203,7 +196,6 @@ private:
     void prepare(const QTextBlock& block, ParagraphBox& box, qreal column);
     void layOutRow(const QTextBlock& cell);
     void layOutAllPieces(const QTextBlock& block, ParagraphBox& box);
-    [[nodiscard]] std::vector<qreal> columnEdges(const TableRow& row, qreal width) const;
     [[nodiscard]] ParagraphSource sourceFor(const QTextBlock& block, const ParagraphBox& box);
     [[nodiscard]] ParagraphBox::Cutting cutting() const;
     /// Lays out the piece that holds a position of the paragraph, and what it takes to know where
@@ -217,8 +209,6 @@ private:
     void evictPieces(const QTextBlock& block, ParagraphBox& box, qreal top, qreal bottom) const;
     void noteChangeIn(const QTextBlock& block, int from, int removed, int added);
     void forgetPieces(const QTextBlock& first, const QTextBlock& last);
-    [[nodiscard]] static bool isDecorated(const ParagraphBox& box);
-    [[nodiscard]] static std::vector<BrokenLine> knownLines(const ParagraphBox& box);
 
     [[nodiscard]] qreal pieceTop(const QTextBlock& block, const ParagraphBox& box, int piece) const;
     [[nodiscard]] LaidOutLine lineOf(const QTextBlock& block, LineIndex index);
@@ -227,9 +217,9 @@ private:
     [[nodiscard]] QTextBlock cellAt(const QTextBlock& rowStart, QPointF point);
     /// In the pieces that are laid out.
     [[nodiscard]] QList<QRectF> rectsInBlock(const QTextBlock& block, qsizetype from, qsizetype to,
-                                             bool fillsLines) const;
+                                             LineFill fill) const;
     [[nodiscard]] QList<QRectF> rectsInPiece(const QTextBlock& block, int piece, int from, int to,
-                                             bool fillsLines) const;
+                                             LineFill fill) const;
 
     friend class ParagraphPainter;
 
@@ -250,7 +240,7 @@ private:
     qreal m_characterWidth = 16; ///< an average, in units
     qreal m_plainLineHeight = 40;
     bool m_isMeasured = false;
-    ChangedParagraph m_changed;
+    ParagraphChange m_changed; ///< the last one
     std::vector<QTextBlock> m_laidOut;
     qsizetype m_laidOutCharacters = 0;
 };

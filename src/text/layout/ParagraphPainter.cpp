@@ -141,7 +141,8 @@ void ParagraphPainter::paintBehind(const QTextBlock& block)
         const bool isTouched = from <= about.end() && to >= about.start;
         if (!isTouched || !about.hasLines())
             continue;
-        for (const QRectF& rect : m_layout.rectsInPiece(block, piece, from, to, true))
+        for (const QRectF& rect :
+             m_layout.rectsInPiece(block, piece, from, to, ParagraphLayout::LineFill::wholeLines))
             fill(rect, m_paint.colors.selection);
     }
 }
@@ -153,7 +154,8 @@ void ParagraphPainter::paintHighlights(const QTextBlock& block, const ParagraphP
         range, [&](TextRange run, const SharedCharacterStyle& style) {
             if (!style->background)
                 return;
-            for (const QRectF& rect : m_layout.rectsInBlock(block, run.location, run.end(), false))
+            for (const QRectF& rect : m_layout.rectsInBlock(block, run.location, run.end(),
+                                                            ParagraphLayout::LineFill::textAlone))
                 fill(rect, style->background->toQColor());
         });
 }

@@ -231,6 +231,16 @@ void PieceLayout::makeHosted(const ParagraphSource& source, const QString& text)
     m_layout = std::make_unique<QTextLayout>(m_host->firstBlock());
 }
 
+void PieceLayout::moveBy(int distance)
+{
+    m_start += distance;
+    m_end += distance;
+    if (m_preeditAt >= 0)
+        m_preeditAt += distance;
+    for (QTextLayout::FormatRange& decoration : m_decorations)
+        decoration.start += distance;
+}
+
 int PieceLayout::toLayout(int inParagraph) const
 {
     const int place = inParagraph - m_start + m_lead;

@@ -88,6 +88,8 @@ public:
 
     [[nodiscard]] QTextLayout& text() { return *m_layout; }
     [[nodiscard]] const QTextLayout& text() const { return *m_layout; }
+    /// The text before it has grown by `distance` characters.
+    void moveBy(int distance);
     /// The characters that the lines are made of.
     [[nodiscard]] const QString& characters() const { return m_characters; }
     [[nodiscard]] int end() const { return m_end; }

@@ -136,13 +136,13 @@ SharedCharacterStyle EditGateway::typingStyleAt(qsizetype position) const
     return style;
 }
 
-bool EditGateway::joinsTyping(const QString& text) const
+EditGateway::Coalescing EditGateway::coalescingOfTyping(const QString& text) const
 {
     if (!m_state.selection.isEmpty() || text.contains(u'\n'))
-        return false;
+        return Coalescing::none;
     const qsizetype caret = m_state.selection.position;
     const bool beginsWord = !text.front().isSpace() && m_store.characterAt(caret - 1).isSpace();
-    return !beginsWord;
+    return beginsWord ? Coalescing::none : Coalescing::withNewest;
 }
 
 bool EditGateway::type(const QString& typed)
@@ -151,8 +151,8 @@ bool EditGateway::type(const QString& typed)
     if (text.isEmpty() || !shouldChangeText(m_state.selection.range(), text))
         return false;
     const QScopedValueRollback typing(m_textBeingTyped, text);
-    return runEdit({tr("Typing"), EditKind::typing, m_state, {}, {}}, joinsTyping(text), false,
-                   [&](DocumentEditor& editor) {
+    return runEdit({tr("Typing"), EditKind::typing, m_state, {}, {}}, coalescingOfTyping(text),
+                   EditEffect::changesText, [&](DocumentEditor& editor) {
                        const SharedCharacterStyle style = m_state.typingStyle;
                        const qsizetype at = removeParts(editor, m_state.selection.range());
                        if (cellRules::isInCell(m_store, at))
@@ -178,8 +178,8 @@ bool EditGateway::insert(const AttributedString& content, const QString& actionN
     const TextRange selected = m_state.selection.range();
     if ((content.isEmpty() && selected.isEmpty()) || !shouldChangeText(selected, content.text()))
         return false;
-    return runEdit({actionName, EditKind::other, m_state, {}, {}}, false, false,
-                   [&](DocumentEditor& editor) {
+    return runEdit({actionName, EditKind::other, m_state, {}, {}}, Coalescing::none,
+                   EditEffect::changesText, [&](DocumentEditor& editor) {
                        const qsizetype at = removeParts(editor, selected);
                        const AttributedString fitted = cellRules::fitted(m_store, at, content);
                        editor.replace({at, 0}, fitted);
@@ -193,8 +193,9 @@ bool EditGateway::remove(TextRange range, EditKind kind, const QString& actionNa
     if (range.isEmpty() || cellRules::removableParts(m_store, range).isEmpty() ||
         !shouldChangeText(range, QString()))
         return false;
-    return runEdit({actionName, kind, m_state, {}, {}}, kind != EditKind::other, false,
-                   [&](DocumentEditor& editor) {
+    return runEdit({actionName, kind, m_state, {}, {}},
+                   kind == EditKind::other ? Coalescing::none : Coalescing::withNewest,
+                   EditEffect::changesText, [&](DocumentEditor& editor) {
                        const qsizetype at = removeParts(editor, range);
                        editor.setSelection(TextSelection::caret(at));
                    });
@@ -207,19 +208,20 @@ bool EditGateway::move(TextRange range, qsizetype position, const QString& actio
     if (range.isEmpty() || staysThere || !shouldChangeText(range, QString()) ||
         !shouldChangeText({position, 0}, content.text()))
         return false;
-    return runEdit(
-        {actionName, EditKind::other, m_state, {}, {}}, false, false, [&](DocumentEditor& editor) {
-            const AttributedString fitted = cellRules::fitted(m_store, position, content);
-            editor.replace({position, 0}, fitted);
-            TextRange source = range;
-            if (position < range.location)
-                source.location += fitted.length();
-            const qsizetype length = m_store.length();
-            removeParts(editor, source);
-            const qsizetype gone = length - m_store.length();
-            const qsizetype at = position < range.location ? position : position - gone;
-            editor.setSelection({at, at + fitted.length()});
-        });
+    return runEdit({actionName, EditKind::other, m_state, {}, {}}, Coalescing::none,
+                   EditEffect::changesText, [&](DocumentEditor& editor) {
+                       const AttributedString fitted =
+                           cellRules::fitted(m_store, position, content);
+                       editor.replace({position, 0}, fitted);
+                       TextRange source = range;
+                       if (position < range.location)
+                           source.location += fitted.length();
+                       const qsizetype length = m_store.length();
+                       removeParts(editor, source);
+                       const qsizetype gone = length - m_store.length();
+                       const qsizetype at = position < range.location ? position : position - gone;
+                       editor.setSelection({at, at + fitted.length()});
+                   });
 }
 
 qsizetype EditGateway::removeParts(DocumentEditor& editor, TextRange range)
@@ -248,8 +250,7 @@ bool EditGateway::performUndoableDocumentEdit(const QString& actionName, const E
 {
     if (!m_isEditable)
         return false;
-    return runEdit({actionName, EditKind::other, m_state, {}, {}}, false,
-                   effect == EditEffect::unknown, edit);
+    return runEdit({actionName, EditKind::other, m_state, {}, {}}, Coalescing::none, effect, edit);
 }
 
 bool EditGateway::amendLastEdit(const QString& actionName, const Edit& edit)
@@ -260,7 +261,8 @@ bool EditGateway::amendLastEdit(const QString& actionName, const Edit& edit)
     const EditKind kind = newest ? newest->kind : EditKind::other;
     if (newest)
         newest->after = m_state;
-    return runEdit({actionName, kind, m_state, {}, {}}, newest != nullptr, true, edit);
+    return runEdit({actionName, kind, m_state, {}, {}},
+                   newest ? Coalescing::withNewest : Coalescing::none, EditEffect::unknown, edit);
 }
 
 void EditGateway::registerUndo(const QString& actionName, CustomStep step)
@@ -280,7 +282,8 @@ void EditGateway::breakUndoCoalescing()
     m_history.close();
 }
 
-bool EditGateway::runEdit(HistoryEntry entry, bool joins, bool comparesContent, const Edit& edit)
+bool EditGateway::runEdit(HistoryEntry entry, Coalescing coalescing, EditEffect effect,
+                          const Edit& edit)
 {
     DocumentEditor editor(*this);
     if (m_depth > 0) {
@@ -291,8 +294,9 @@ bool EditGateway::runEdit(HistoryEntry entry, bool joins, bool comparesContent, 
         return false;
     const HistoryEntry* newest = m_history.openEntry();
     m_open = OpenEdit{};
-    m_open->joins = joins && newest && newest->kind == entry.kind && newest->after == entry.before;
-    m_open->comparesContent = comparesContent;
+    m_open->joins = coalescing == Coalescing::withNewest && newest && newest->kind == entry.kind &&
+                    newest->after == entry.before;
+    m_open->effect = effect;
     m_open->entry = std::move(entry);
     m_pending = {};
     ++m_depth;
@@ -308,7 +312,7 @@ bool EditGateway::finishEdit()
 {
     const qsizetype growth = m_pending.change.lengthAfter - m_pending.change.lengthBefore;
     const qsizetype lengthBefore = m_store.length() - growth;
-    if (m_pending.any && m_open->comparesContent && m_open->touched &&
+    if (m_pending.any && m_open->effect == EditEffect::unknown && m_open->touched &&
         m_store.attributedText(*m_open->touched) == m_open->before) {
         // Back where it began: the steps go, and nobody is told.
         std::erase_if(m_open->entry.steps, [this](const auto& step) {
@@ -376,7 +380,7 @@ bool EditGateway::undo()
 {
     if (!canUndo() || !m_isEditable || m_depth > 0 || !passesGuard())
         return false;
-    restore(m_history.stepBack(), true);
+    restore(m_history.stepBack(), StepDirection::undo);
     return true;
 }
 
@@ -384,12 +388,13 @@ bool EditGateway::redo()
 {
     if (!canRedo() || !m_isEditable || m_depth > 0 || !passesGuard())
         return false;
-    restore(m_history.stepForward(), false);
+    restore(m_history.stepForward(), StepDirection::redo);
     return true;
 }
 
-void EditGateway::restore(const HistoryEntry& step, bool isUndo)
+void EditGateway::restore(const HistoryEntry& step, StepDirection direction)
 {
+    const bool isUndo = direction == StepDirection::undo;
     const HistoryEntry entry = step;
     const EditState before = m_state;
     const qsizetype lengthBefore = m_store.length();
@@ -432,7 +437,7 @@ void EditGateway::onUndoCommandAdded()
 
 void EditGateway::rememberBefore(TextRange range)
 {
-    if (!m_open || !m_open->comparesContent)
+    if (!m_open || m_open->effect != EditEffect::unknown)
         return;
     const TextRange wanted = m_store.paragraphsRange(range);
     if (!m_open->touched) {

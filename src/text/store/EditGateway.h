@@ -162,8 +162,8 @@ private:
     /// What is noted while an edit runs.
     struct OpenEdit {
         HistoryEntry entry;
-        bool joins = false;           ///< the newest entry
-        bool comparesContent = false; ///< to find that nothing has changed after all
+        bool joins = false; ///< the newest entry
+        EditEffect effect = EditEffect::unknown;
         bool setsTypingStyle = false;
         std::optional<TextRange> touched; ///< in the text as it stands
         AttributedString before;          ///< what stood there
@@ -173,7 +173,11 @@ private:
         TextChange change;
     };
 
-    bool runEdit(HistoryEntry entry, bool joins, bool comparesContent, const Edit& edit);
+    /// Whether an edit is taken back together with the newest one, if that is of its kind.
+    enum class Coalescing { none, withNewest };
+    enum class StepDirection { undo, redo };
+
+    bool runEdit(HistoryEntry entry, Coalescing coalescing, EditEffect effect, const Edit& edit);
     [[nodiscard]] bool passesGuard() const { return !m_guard || m_guard(); }
     bool finishEdit();
     void keepGraphemesWhole();
@@ -181,9 +185,9 @@ private:
     void noteReplaced(TextRange range, qsizetype newLength);
     void onContentsChange(int from, int removed, int added);
     void onUndoCommandAdded();
-    [[nodiscard]] bool joinsTyping(const QString& text) const;
+    [[nodiscard]] Coalescing coalescingOfTyping(const QString& text) const;
     qsizetype removeParts(DocumentEditor& editor, TextRange range);
-    void restore(const HistoryEntry& entry, bool isUndo);
+    void restore(const HistoryEntry& entry, StepDirection direction);
     void announce(const EditState& before, qsizetype lengthBefore);
 
     TextStore& m_store;
