@@ -13,18 +13,6 @@ class QKeyEvent;
 
 namespace orvane {
 
-/// Key codes that the program itself asks for.
-namespace KeyCode {
-inline constexpr quint16 z = 6;
-inline constexpr quint16 returnKey = 36;
-inline constexpr quint16 comma = 43;
-inline constexpr quint16 escape = 53;
-inline constexpr quint16 leftArrow = 123;
-inline constexpr quint16 rightArrow = 124;
-inline constexpr quint16 downArrow = 125;
-inline constexpr quint16 upArrow = 126;
-} // namespace KeyCode
-
 /// One press of a key as the toolkit reports it.
 struct KeyPress {
     int key = 0; ///< a Qt::Key, 0 or Qt::Key_unknown where the toolkit has none

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "commands/ShortcutAction.h"
 
-#include "commands/DesktopReservations.h"
-
 #include <gtest/gtest.h>
 
 namespace orvane {
@@ -94,36 +92,6 @@ TEST(ShortcutAction, KeysWithoutCharacterShowTheirCode)
     const ShortcutData unknown{999, KeyModifier::option | KeyModifier::control};
     EXPECT_EQ(unknown.displayString(), u"⌃ ⌥ (999)"_s);
     EXPECT_EQ(unknown.desktopText(), u"Super+Alt+(999)"_s);
-}
-
-TEST(DesktopReservations, DefaultsThatADesktopTakesComeWithAFreeKey)
-{
-    const ShortcutBindings bindings;
-    QStringList reserved;
-    for (const ShortcutAction action : allShortcutActions()) {
-        if (!desktopReservation(bindings.shortcut(action)))
-            continue;
-        reserved.append(rawValue(action));
-        const auto offered = freeShortcut(action, bindings);
-        ASSERT_TRUE(offered) << qPrintable(rawValue(action));
-        EXPECT_EQ(desktopReservation(*offered), std::nullopt);
-        EXPECT_EQ(bindings.firstMatch(*offered), std::nullopt);
-        EXPECT_EQ(bindings.conflict(action, *offered), std::nullopt);
-    }
-    EXPECT_EQ(reserved, QStringList({u"toggleFormattingBar"_s, u"makeLowercase"_s}));
-    EXPECT_EQ(desktopReservation(bindings.shortcut(ShortcutAction::makeLowercase)),
-              u"Many desktops lock the screen with Ctrl+Alt+L."_s);
-}
-
-TEST(DesktopReservations, NoFreeKeyIsOfferedWhereAllAreTaken)
-{
-    ShortcutOverrides overrides;
-    overrides[ShortcutAction::bold] = {17, KeyModifier::command | KeyModifier::shift};
-    overrides[ShortcutAction::italic] = {17, KeyModifier::command | KeyModifier::shift |
-                                                 KeyModifier::option};
-    overrides[ShortcutAction::underline] = {17, KeyModifier::command | KeyModifier::control};
-    EXPECT_EQ(freeShortcut(ShortcutAction::toggleFormattingBar, ShortcutBindings(overrides)),
-              std::nullopt);
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "ViewFixture.h"
+#include "commands/KeyTable.h"
+#include "support/KeyWalk.h"
 #include "text/value/OrvaneNoteImageAttachment.h"
 
 #include <QBuffer>
@@ -494,6 +496,25 @@ TEST_F(EditorViewTest, OnlyADropThatBroughtEverythingIsAMove)
         view.gateway().setChangeFilter({});
         view.setEditable(true);
     }
+}
+
+TEST_F(EditorViewTest, TheTableOfKeysKnowsEachThatATextTakes)
+{
+    // What belongs to the pane around the text.
+    const auto isOfThePane = [](const KeyRow& row) {
+        const auto key = fixedKeyOf(row);
+        return key == FixedKey::findAndReplace || key == FixedKey::findNext ||
+               key == FixedKey::findPrevious;
+    };
+    int taken = 0;
+    forEachKey([&](const ShortcutData& pressed) {
+        set(u"one two\nthree| four"_s);
+        const KeyRow* row = keyRowFor(pressed, KeyPlace::Text);
+        const bool isKnown = row && !isOfThePane(*row);
+        taken += isKnown ? 1 : 0;
+        EXPECT_EQ(takesKey(view, pressed), isKnown) << qPrintable(pressed.desktopText());
+    });
+    EXPECT_GT(taken, 50);
 }
 
 TEST_F(EditorViewTest, KeepsUndoOfEachNoteWhileAnotherIsShown)

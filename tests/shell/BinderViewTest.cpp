@@ -3,12 +3,15 @@
 #include "core/records/InternalNoteLink.h"
 #include "shell/binder/BinderModel.h"
 #include "shell/binder/BinderTreeView.h"
+#include "shell/shortcuts/KeyRouting.h"
+#include "support/KeyWalk.h"
 
 #include <QClipboard>
 #include <QDropEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
+#include <QShortcut>
 #include <QToolButton>
 
 namespace orvane {
@@ -274,6 +277,44 @@ TEST_F(BinderViewTest, SortingAndTagFilterChangeOnlyWhatIsShown)
     EXPECT_EQ(shown(), QStringList{u"Gamma"_s});
     press(u"Stop filtering for “tide”"_s);
     EXPECT_EQ(shown().size(), 7);
+}
+
+TEST_F(BinderViewTest, TheTableOfKeysKnowsEachThatTheBinderTakes)
+{
+    const QSignalBlocker asksForNothing(tree);
+    forEachKey([&](const ShortcutData& pressed) {
+        tree->setCurrentIndex(indexOf(note(notes[1])));
+        const bool isKnown =
+            keyRowFor(pressed, KeyPlace::Binder) || keyRowFor(pressed, KeyPlace::BinderRows);
+        const bool isWindows = keyRowFor(pressed, KeyPlace::Window);
+        EXPECT_EQ(takesKey(*tree, pressed) && !isWindows, isKnown && !isWindows)
+            << qPrintable(pressed.desktopText());
+    });
+}
+
+TEST_F(BinderViewTest, TheTableOfKeysKnowsEachThatTheWindowTakes)
+{
+    const auto check = [](const QKeySequence& keys) {
+        ASSERT_EQ(keys.count(), 1);
+        const QKeyCombination key = keys[0];
+        const ShortcutData pressed{codeOfKey(key.key()).value(),
+                                   modifierFlagsOf(key.keyboardModifiers())};
+        EXPECT_TRUE(keyRowFor(pressed, KeyPlace::Window) || keyRowFor(pressed, KeyPlace::Text) ||
+                    keyRowFor(pressed, KeyPlace::Always))
+            << qPrintable(keys.toString());
+    };
+    int found = 0;
+    for (const QShortcut* shortcut : window().findChildren<QShortcut*>()) {
+        for (const QKeySequence& keys : shortcut->keys())
+            check(keys);
+        ++found;
+    }
+    for (const QAction* action : window().findChildren<QAction*>()) {
+        for (const QKeySequence& keys : action->shortcuts())
+            check(keys);
+        found += int(action->shortcuts().size());
+    }
+    EXPECT_GT(found, 10);
 }
 
 TEST_F(BinderViewTest, GlassShowsTheBackdropThroughTheWholePane)

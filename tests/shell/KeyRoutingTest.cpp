@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/shortcuts/KeyRouting.h"
 
+#include "commands/KeyTable.h"
+#include "support/KeyWalk.h"
+
 #include <QComboBox>
 #include <QPlainTextEdit>
 #include <QSpinBox>
@@ -92,6 +95,26 @@ TEST(KeyRouting, DefaultKeysByFocus)
         EXPECT_EQ(describe(routeKey(press, KeyFocus::Control, bindings)), QLatin1String(inControl));
         EXPECT_EQ(describe(routeKey(press, KeyFocus::Closed, bindings)), u"pass"_s);
     }
+}
+
+TEST(KeyRouting, WithoutActionsOnlyKeysOfTheTableAreRouted)
+{
+    ShortcutOverrides noKeys;
+    for (const ShortcutAction action : allShortcutActions())
+        noKeys.insert(action, {999, 0});
+    const ShortcutBindings bindings(noKeys);
+    forEachKey([&](const ShortcutData& pressed) {
+        const KeyPress press{
+            *keyOfCode(pressed.keyCode), keyboardModifiersOf(pressed.modifierFlags), {}, 0, false};
+        const KeyRow* always = keyRowFor(pressed, KeyPlace::Always);
+        const bool passes = !always || always == &keyRow(FixedKey::settings);
+        SCOPED_TRACE(qPrintable(pressed.desktopText()));
+        for (const KeyFocus focus : {KeyFocus::Text, KeyFocus::Control})
+            EXPECT_EQ(describe(routeKey(press, focus, bindings)) == u"pass"_s, passes);
+        const bool isBinders = keyRowFor(pressed, KeyPlace::Binder);
+        EXPECT_EQ(describe(routeKey(press, KeyFocus::Elsewhere, bindings)) == u"pass"_s,
+                  passes && !isBinders);
+    });
 }
 
 TEST(KeyRouting, Overrides)

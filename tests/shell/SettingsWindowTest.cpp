@@ -336,6 +336,22 @@ TEST_F(SettingsWindowTest, ConflictsAreSaidAndSaved)
     EXPECT_EQ(italic.noteText(), QString());
 }
 
+TEST_F(SettingsWindowTest, WhatAKeyTakesAwayIsSaid)
+{
+    openSettings();
+    ShortcutRow& bold = shortcuts().row(ShortcutAction::bold);
+    click(bold.keyButton());
+    m_keys->press(Qt::Key_F6);
+    EXPECT_EQ(bold.keyText(), u"F6"_s) << "a function key needs no modifier";
+    EXPECT_EQ(bold.noteText(), u"F6 no longer does “Go to Next Pane”."_s);
+    click(bold.keyButton());
+    m_keys->press(Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_EQ(bold.noteText(), u"Outside of texts, Ctrl+Down stays “Next Item in the Binder”.\n"
+                               "In a text, Ctrl+Down no longer does “Go to Next Paragraph”."_s);
+    if (qEnvironmentVariableIsSet("ORVANE_GRABS"))
+        shortcuts().grab().save(qEnvironmentVariable("ORVANE_GRABS") + u"/shortcut-clash.png"_s);
+}
+
 TEST_F(SettingsWindowTest, KeysOfTheDesktopAreSaidAndAFreeOneIsOffered)
 {
     openSettings();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/find/FindStrip.h"
 
+#include "commands/KeyTable.h"
 #include "editor/find/FindSession.h"
 
 #include <QApplication>
@@ -78,19 +79,16 @@ QToolButton* FindStrip::makeButton(Symbol symbol, const QString& name, const QSt
 
 void FindStrip::fillFindRow(QGridLayout& grid)
 {
-    const auto keyText = [](const QKeySequence& keys) {
-        return keys.toString(QKeySequence::NativeText);
-    };
     m_count->setMinimumWidth(countWidth);
     m_count->setContentsMargins(8, 0, 8, 0);
-    m_previous = makeButton(Symbol::ChevronUp, tr("Previous Match"),
-                            keyText(QKeySequence(Qt::SHIFT | Qt::Key_F3)));
-    m_next = makeButton(Symbol::ChevronDown, tr("Next Match"), keyText(QKeySequence(Qt::Key_F3)));
-    m_replaceToggle = makeButton(Symbol::Replace, tr("Show Replacement"),
-                                 keyText(QKeySequence(Qt::CTRL | Qt::Key_H)));
+    m_previous =
+        makeButton(Symbol::ChevronUp, tr("Previous Match"), keyText(FixedKey::findPrevious));
+    m_next = makeButton(Symbol::ChevronDown, tr("Next Match"), keyText(FixedKey::findNext));
+    m_replaceToggle =
+        makeButton(Symbol::Replace, tr("Show Replacement"), keyText(FixedKey::findAndReplace));
     m_replaceToggle->setCheckable(true);
-    auto* close =
-        makeButton(Symbol::Close, tr("Close Find"), keyText(QKeySequence(Qt::Key_Escape)));
+    auto* close = makeButton(Symbol::Close, tr("Close Find"),
+                             QKeySequence(Qt::Key_Escape).toString(QKeySequence::NativeText));
     grid.addWidget(m_query, 0, 0);
     grid.addWidget(m_count, 0, 1);
     grid.addWidget(m_previous, 0, 2);

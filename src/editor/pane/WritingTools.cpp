@@ -2,6 +2,7 @@
 #include "editor/pane/WritingTools.h"
 
 #include "commands/EditorFormatNotifications.h"
+#include "commands/KeyTable.h"
 #include "editor/page/PageSheet.h"
 #include "editor/pane/StripMenuButton.h"
 #include "editor/spelling/SpellingMenu.h"
@@ -71,15 +72,14 @@ WritingTools::WritingTools(EditorView& view, WritingLibrary& library, const Serv
 
 void WritingTools::makeKeys(QWidget& pane)
 {
-    const auto addKey = [&](const QKeySequence& keys, auto act) {
-        auto* shortcut = new QShortcut(keys, &pane);
+    const auto addKey = [&](FixedKey key, auto act) {
+        auto* shortcut = new QShortcut(keySequence(key), &pane);
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
         connect(shortcut, &QShortcut::activated, this, act);
     };
-    addKey(QKeySequence(Qt::CTRL | Qt::Key_H),
-           [this] { openFind(FindStrip::Controls::findAndReplace); });
-    addKey(QKeySequence(Qt::Key_F3), [this] { findAgain(FindDirection::forward); });
-    addKey(QKeySequence(Qt::SHIFT | Qt::Key_F3), [this] { findAgain(FindDirection::backward); });
+    addKey(FixedKey::findAndReplace, [this] { openFind(FindStrip::Controls::findAndReplace); });
+    addKey(FixedKey::findNext, [this] { findAgain(FindDirection::forward); });
+    addKey(FixedKey::findPrevious, [this] { findAgain(FindDirection::backward); });
 }
 
 void WritingTools::observeCommands(NotificationCenter& notifications)

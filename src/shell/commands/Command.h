@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "commands/PostableCommand.h"
+#include "commands/KeyTable.h"
 #include "commands/ShortcutAction.h"
 #include "platform/UserDefaults.h"
 
@@ -74,7 +74,7 @@ struct Command {
     QString id;                             ///< unique; the action's raw value where it has one
     const char* title = nullptr;            ///< see `commandTitle`
     std::optional<ShortcutAction> action{}; ///< whose key it has
-    const char* fixedKey = nullptr;         ///< its key where it has no action: "Ctrl+Q"
+    std::optional<FixedKey> fixedKey{};     ///< its key where it has no action
     PostableCommand notification{};
     DirectCommand direct = DirectCommand::None;
     CommandNeed need = CommandNeed::Nothing;
@@ -98,7 +98,8 @@ struct CommandSection {
 /// All commands in the same order; the pointers stay valid.
 [[nodiscard]] const std::vector<const Command*>& allCommands();
 
-/// The title, translated; that of the action where the command has none of its own. "&" in it is
+/// The title, translated; that of the action or of the fixed key where the command has none of its
+/// own. "&" in it is
 /// a plain character.
 [[nodiscard]] QString commandTitle(const Command& command);
 /// With its mnemonic, "&File".

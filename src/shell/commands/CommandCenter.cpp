@@ -2,7 +2,6 @@
 #include "shell/commands/CommandCenter.h"
 
 #include <QApplication>
-#include <QKeySequence>
 #include <QMetaObject>
 #include <QWidget>
 
@@ -92,10 +91,7 @@ QString CommandCenter::keyText(const Command& command) const
 {
     if (command.action)
         return m_shortcuts.bindings().shortcut(*command.action).desktopText();
-    if (!command.fixedKey)
-        return {};
-    return QKeySequence(QString::fromLatin1(command.fixedKey), QKeySequence::PortableText)
-        .toString(QKeySequence::NativeText);
+    return command.fixedKey ? orvane::keyText(*command.fixedKey) : QString();
 }
 
 } // namespace orvane

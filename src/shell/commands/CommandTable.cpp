@@ -30,33 +30,44 @@ Command ofAction(Key action, Need need, const char* title = nullptr)
     return command;
 }
 
-Command posts(const char* id, const char* title, const PostableCommand& notification, Need need,
-              const char* fixedKey = nullptr)
+Command posts(const char* id, const char* title, const PostableCommand& notification, Need need)
 {
     Command command;
     command.id = QString::fromLatin1(id);
     command.title = title;
-    command.fixedKey = fixedKey;
     command.notification = notification;
     command.need = need;
     return command;
 }
 
-Command acts(const char* id, const char* title, Do direct, const char* fixedKey = nullptr,
-             PaletteListing palette = PaletteListing::Listed)
+Command acts(const char* id, const char* title, Do direct)
 {
     Command command;
     command.id = QString::fromLatin1(id);
     command.title = title;
-    command.fixedKey = fixedKey;
     command.direct = direct;
-    command.palette = palette;
     return command;
 }
 
-Command actsOnText(const char* id, const char* title, Do direct, const char* fixedKey)
+/// What a fixed key does, with its title.
+Command ofKey(const char* id, FixedKey key, Do direct)
 {
-    return acts(id, title, direct, fixedKey, PaletteListing::Unlisted);
+    Command command = acts(id, nullptr, direct);
+    command.fixedKey = key;
+    return command;
+}
+
+Command ofKey(const char* id, FixedKey key, Need need)
+{
+    Command command = posts(id, nullptr, keyRow(key).command, need);
+    command.fixedKey = key;
+    return command;
+}
+
+Command unlisted(Command command)
+{
+    command.palette = PaletteListing::Unlisted;
+    return command;
 }
 
 Command turnsOnAndOff(Command command, bool (*isOn)(const UserDefaults& defaults))
@@ -157,7 +168,7 @@ std::vector<CommandSection> fileSections()
         {File,
          nullptr,
          {ofAction(Key::shareNote, Need::Note), ofAction(Key::printDocument, Need::Note)}},
-        {File, nullptr, {closesWindow(), acts("quit", TITLE("Quit"), Do::Quit, "Ctrl+Q")}},
+        {File, nullptr, {closesWindow(), ofKey("quit", FixedKey::quit, Do::Quit)}},
     };
 }
 
@@ -166,14 +177,14 @@ std::vector<CommandSection> editSections()
     return {
         {Edit,
          nullptr,
-         {actsOnText("undo", TITLE("Undo"), Do::Undo, "Ctrl+Z"),
-          actsOnText("redo", TITLE("Redo"), Do::Redo, "Ctrl+Shift+Z")}},
+         {unlisted(ofKey("undo", FixedKey::undo, Do::Undo)),
+          unlisted(ofKey("redo", FixedKey::redo, Do::Redo))}},
         {Edit,
          nullptr,
-         {actsOnText("cut", TITLE("Cut"), Do::Cut, "Ctrl+X"),
-          actsOnText("copy", TITLE("Copy"), Do::Copy, "Ctrl+C"),
-          actsOnText("paste", TITLE("Paste"), Do::Paste, "Ctrl+V"),
-          actsOnText("selectAll", TITLE("Select All"), Do::SelectAll, "Ctrl+A")}},
+         {unlisted(ofKey("cut", FixedKey::cut, Do::Cut)),
+          unlisted(ofKey("copy", FixedKey::copy, Do::Copy)),
+          unlisted(ofKey("paste", FixedKey::paste, Do::Paste)),
+          unlisted(ofKey("selectAll", FixedKey::selectAll, Do::SelectAll))}},
         {Edit,
          nullptr,
          {ofAction(Key::findInNote, Need::Note), ofAction(Key::findInBinder, Need::Project),
@@ -251,17 +262,15 @@ std::vector<CommandSection> viewSections()
     return {
         {View,
          nullptr,
-         {acts("commandPalette", TITLE("Command Palette"), Do::CommandPalette, "Ctrl+Shift+P",
-               PaletteListing::Unlisted)}},
+         {unlisted(ofKey("commandPalette", FixedKey::commandPalette, Do::CommandPalette))}},
         {View,
          nullptr,
          {ofAction(Key::toggleBinder, Need::Project, TITLE("Toggle Left Pane (Binder)")),
           ofAction(Key::toggleInspector, Need::Project, TITLE("Toggle Right Pane (Inspector)")),
-          posts("restoreThreePaneLayout", TITLE("Restore Three-Pane Layout"),
-                postable<App::restoreThreePaneLayout>(), Need::Project, "Alt+Shift+Up"),
+          ofKey("restoreThreePaneLayout", FixedKey::restoreThreePaneLayout, Need::Project),
           ofAction(Key::focusBinder, Need::Project),
-          acts("nextPane", TITLE("Go to Next Pane"), Do::NextPane, "F6"),
-          acts("previousPane", TITLE("Go to Previous Pane"), Do::PreviousPane, "Shift+F6")}},
+          ofKey("nextPane", FixedKey::nextPane, Do::NextPane),
+          ofKey("previousPane", FixedKey::previousPane, Do::PreviousPane)}},
         {View,
          nullptr,
          {turnsOnAndOff(ofAction(Key::toggleFormattingBar, Need::Project),
@@ -296,7 +305,7 @@ std::vector<CommandSection> viewSections()
                 Need::Project),
           posts("quadEditor", TITLE("Four Editors"), postable<App::quadEditorMode>(),
                 Need::Project)}},
-        {View, nullptr, {acts("fullScreen", TITLE("Full Screen"), Do::FullScreen, "F11")}},
+        {View, nullptr, {ofKey("fullScreen", FixedKey::fullScreen, Do::FullScreen)}},
     };
 }
 
@@ -305,9 +314,8 @@ std::vector<CommandSection> noteSections()
     return {
         {Note,
          nullptr,
-         {posts("back", TITLE("Back"), postable<App::mainEditorBack>(), Need::Back, "Alt+Left"),
-          posts("forward", TITLE("Forward"), postable<App::mainEditorForward>(), Need::Forward,
-                "Alt+Right")}},
+         {ofKey("back", FixedKey::back, Need::Back),
+          ofKey("forward", FixedKey::forward, Need::Forward)}},
         {Note, nullptr, {ofAction(Key::openBrainMap, Need::Project)}},
         {Note,
          TITLE("Teleprompter"),
@@ -334,7 +342,7 @@ std::vector<CommandSection> windowAndHelpSections()
          nullptr,
          {posts("rogueEditor", TITLE("Rogue Editor"), postable<App::openRogueEditor>(),
                 Need::Project)}},
-        {Help, nullptr, {acts("guide", TITLE("Guide"), Do::Guide, "F1")}},
+        {Help, nullptr, {ofKey("guide", FixedKey::guide, Do::Guide)}},
         {Help, nullptr, {acts("about", TITLE("About OrvaneWorkspace"), Do::About)}},
     };
 }
@@ -408,7 +416,9 @@ const std::vector<const Command*>& allCommands()
 
 QString commandTitle(const Command& command)
 {
-    return command.title ? translated(command.title) : title(*command.action);
+    if (command.title)
+        return translated(command.title);
+    return command.action ? title(*command.action) : keyTitle(*command.fixedKey);
 }
 
 QString menuTitle(CommandMenu menu)

@@ -2,7 +2,7 @@
 #include "shell/settings/ShortcutRow.h"
 
 #include "appearance/Look.h"
-#include "commands/DesktopReservations.h"
+#include "commands/KeyClashes.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -70,12 +70,13 @@ void ShortcutRow::showBinding(const ShortcutBindings& bindings)
     m_key->setToolTip(tr("Record another key"));
     m_reset->setVisible(bindings.isOverridden(m_action));
     m_reset->setToolTip(tr("Back to %1").arg(defaultShortcut(m_action).desktopText()));
-    if (const auto other = bindings.conflict(m_action, shortcut))
-        showNote(tr("Also used by %1.").arg(title(*other)), {});
-    else if (const auto reserved = desktopReservation(shortcut))
-        showNote(*reserved, freeShortcut(m_action, bindings));
-    else
-        showNote({}, {});
+    showClashes(bindings, ShownWhen::asItStands);
+}
+
+void ShortcutRow::showRecorded(const ShortcutBindings& bindings)
+{
+    showBinding(bindings);
+    showClashes(bindings, ShownWhen::justRecorded);
 }
 
 void ShortcutRow::showRecording(const QString& held)
@@ -87,20 +88,26 @@ void ShortcutRow::showRecording(const QString& held)
     m_key->setToolTip(tr("Esc keeps the old one"));
 }
 
-void ShortcutRow::showConflict(ShortcutAction other)
+void ShortcutRow::showClashes(const ShortcutBindings& bindings, ShownWhen when)
 {
-    showNote(tr("Also used by %1. Your new shortcut was saved; change the other command if needed.")
-                 .arg(title(other)),
-             {});
-}
-
-void ShortcutRow::showNote(const QString& text, const std::optional<ShortcutData>& offer)
-{
+    const ShortcutData shortcut = bindings.shortcut(m_action);
+    QStringList sentences;
+    bool isReserved = false;
+    for (const KeyClash& clash : keyClashes(m_action, shortcut, bindings)) {
+        const bool isNewlyShared = clash.other && when == ShownWhen::justRecorded;
+        sentences.append(isNewlyShared ? tr("Also used by %1. Your new shortcut was saved; change "
+                                            "the other command if needed.")
+                                             .arg(title(*clash.other))
+                                       : sentenceFor(clash, shortcut));
+        isReserved = isReserved || clash.outcome == KeyClash::Outcome::Desktop;
+    }
+    const auto offer = isReserved ? freeShortcut(m_action, bindings) : std::nullopt;
+    const QString text = sentences.join(u'\n');
     m_note->setText(text);
+    m_note->setVisible(!text.isEmpty());
     m_offered = offer.value_or(ShortcutData{});
     m_offer->setText(offer ? tr("Use %1").arg(offer->desktopText()) : QString());
     m_offer->setVisible(offer.has_value());
-    m_note->setVisible(!text.isEmpty());
     m_key->setAccessibleDescription(text);
 }
 

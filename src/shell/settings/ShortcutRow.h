@@ -21,13 +21,12 @@ public:
     ShortcutRow(ShortcutAction action, Look& look, QWidget* parent = nullptr);
 
     [[nodiscard]] ShortcutAction action() const { return m_action; }
-    /// Shows the key in force, and below the title whether another action or the desktop has it
-    /// too.
+    /// Shows the key in force, and below the title what else it does, did, or is kept for.
     void showBinding(const ShortcutBindings& bindings);
     /// While a key is recorded: what to do, or what is held so far.
     void showRecording(const QString& held);
-    /// After one was recorded that `other` has as well.
-    void showConflict(ShortcutAction other);
+    /// The same after a key was recorded: what another action shares stays saved.
+    void showRecorded(const ShortcutBindings& bindings);
 
     /// Whether the title or the key contains the words.
     [[nodiscard]] bool matches(const QString& words) const;
@@ -44,7 +43,9 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void showNote(const QString& text, const std::optional<ShortcutData>& offer);
+    enum class ShownWhen { asItStands, justRecorded };
+
+    void showClashes(const ShortcutBindings& bindings, ShownWhen when);
 
     ShortcutAction m_action;
     Look& m_look;

@@ -83,8 +83,7 @@ void ShortcutsPage::observeRecording(NotificationCenter& notifications)
             stopRecording();
             m_shortcuts.setShortcut(capture.action, capture.shortcut);
             showBindings();
-            if (capture.conflict)
-                row(capture.action).showConflict(*capture.conflict);
+            row(capture.action).showRecorded(m_shortcuts.bindings());
         }));
     m_observations.push_back(notifications.observe(ShortcutRecordingState::captureCancelled,
                                                    [this](const NoPayload&) { stopRecording(); }));

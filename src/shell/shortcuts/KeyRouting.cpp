@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/shortcuts/KeyRouting.h"
 
-#include "commands/AppCommandEvents.h"
+#include "commands/KeyTable.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -16,56 +16,28 @@
 #include <QTextEdit>
 #include <QVariant>
 
-#include <algorithm>
-#include <span>
-
 namespace orvane {
 
 namespace {
 
 constexpr char focusProperty[] = "orvaneKeyFocus";
 
-struct FixedKey {
-    quint16 keyCode;
-    PostableCommand command;
-};
-
-constexpr FixedKey paneKeys[] = {
-    {KeyCode::leftArrow, postable<AppCommandEvents::collapseLeftPane>()},
-    {KeyCode::rightArrow, postable<AppCommandEvents::collapseRightPane>()},
-    {KeyCode::upArrow, postable<AppCommandEvents::restoreThreePaneLayout>()},
-};
-
-constexpr FixedKey binderKeys[] = {
-    {KeyCode::rightArrow, postable<AppCommandEvents::binderExpandFolder>()},
-    {KeyCode::leftArrow, postable<AppCommandEvents::binderCollapseFolder>()},
-    {KeyCode::downArrow, postable<AppCommandEvents::binderNextItem>()},
-    {KeyCode::upArrow, postable<AppCommandEvents::binderPreviousItem>()},
-};
-
-constexpr PostableCommand activateBinderSelection =
-    postable<AppCommandEvents::binderActivateSelection>();
-
-PostableCommand commandOf(std::span<const FixedKey> keys, quint16 keyCode)
-{
-    const auto found = std::ranges::find(keys, keyCode, &FixedKey::keyCode);
-    return found != keys.end() ? found->command : PostableCommand{};
-}
-
 KeyRoute post(const PostableCommand& command)
 {
     return {KeyRoute::Kind::Post, command, false};
 }
 
-KeyRoute routeBinderKey(const ShortcutData& pressed)
+KeyRoute routeFixedKey(const KeyRow& row)
 {
-    if (pressed.modifierFlags & KeyModifier::command) {
-        if (const auto command = commandOf(binderKeys, pressed.keyCode))
-            return {KeyRoute::Kind::Post, command, true};
-    }
-    if (pressed.keyCode == KeyCode::returnKey && pressed.modifierFlags == 0)
-        return post(activateBinderSelection);
-    return {};
+    const auto key = fixedKeyOf(row);
+    if (key == FixedKey::undo)
+        return {KeyRoute::Kind::Undo, {}, true};
+    if (key == FixedKey::redo)
+        return {KeyRoute::Kind::Redo, {}, true};
+    if (key == FixedKey::settings)
+        return {};
+    const bool moves = row.place == KeyPlace::Binder && key != FixedKey::binderActivateSelection;
+    return {KeyRoute::Kind::Post, row.command, moves};
 }
 
 KeyRoute routeAction(ShortcutAction action, KeyFocus focus)
@@ -97,28 +69,14 @@ KeyRoute routeKey(const KeyPress& press, KeyFocus focus, const ShortcutBindings&
     const auto pressed = press.shortcut();
     if (!pressed)
         return {};
-    const quint32 held = pressed->modifierFlags;
-    constexpr quint32 commandShift = KeyModifier::command | KeyModifier::shift;
-    if (pressed->keyCode == KeyCode::z && (held & KeyModifier::command) && !(held & ~commandShift))
-        return {held & KeyModifier::shift ? KeyRoute::Kind::Redo : KeyRoute::Kind::Undo, {}, true};
-    if (held == (KeyModifier::option | KeyModifier::shift)) {
-        if (const auto command = commandOf(paneKeys, pressed->keyCode))
-            return post(command);
-    }
-    if (isReservedSystemShortcut(*pressed))
-        return {};
-    if (focus == KeyFocus::Elsewhere) {
-        const KeyRoute route = routeBinderKey(*pressed);
-        if (route.kind != KeyRoute::Kind::Pass)
-            return route;
-    }
+    if (const KeyRow* row = keyRowFor(*pressed, KeyPlace::Always))
+        return routeFixedKey(*row);
+    const KeyRow* binderKey =
+        focus == KeyFocus::Elsewhere ? keyRowFor(*pressed, KeyPlace::Binder) : nullptr;
+    if (binderKey)
+        return routeFixedKey(*binderKey);
     const auto action = bindings.firstMatch(*pressed);
     return action ? routeAction(*action, focus) : KeyRoute{};
-}
-
-bool isReservedSystemShortcut(const ShortcutData& pressed)
-{
-    return pressed.matches({KeyCode::comma, KeyModifier::command});
 }
 
 KeyFocus keyFocusOf(const QWidget* focusWidget)

@@ -29,18 +29,13 @@ struct KeyRoute {
 /// The rules by which keys become commands, in their order:
 ///
 /// 1. AltGr typing a character, and whatever a closed focus holds, passes.
-/// 2. Ctrl+Z undoes, Ctrl+Shift+Z redoes.
-/// 3. Alt+Shift with Left, Right or Up collapses the left or right pane or restores all three, also
-///    while typing.
-/// 4. Ctrl+Comma passes: the window itself opens the settings.
-/// 5. Outside text, Ctrl with an arrow walks the Binder, and Return alone activates its selection,
-///    unless the focused control uses them itself.
-/// 6. The first action that has the key fires; in text only if it works there, else the key passes.
+/// 2. The keys of `KeyPlace::Always` do what they do: undo and redo, collapse and restore panes.
+///    Ctrl+Comma passes: the window itself opens the settings.
+/// 3. Outside text, those of `KeyPlace::Binder` walk the Binder and activate its selection, unless
+///    the focused control uses them itself.
+/// 4. The first action that has the key fires; in text only if it works there, else the key passes.
 [[nodiscard]] KeyRoute routeKey(const KeyPress& press, KeyFocus focus,
                                 const ShortcutBindings& bindings);
-
-/// Whether the window keeps this key to itself: Ctrl+Comma with nothing else held.
-[[nodiscard]] bool isReservedSystemShortcut(const ShortcutData& pressed);
 
 /// What `focusWidget` is, by its class or by what `declareKeyFocus` says of it or of a widget
 /// around it.

@@ -30,6 +30,12 @@ quint32 modifierOfKey(int key)
     }
 }
 
+/// These type nothing, so an action may have one alone.
+bool isFunctionKey(int key)
+{
+    return key >= Qt::Key_F1 && key <= Qt::Key_F35;
+}
+
 } // namespace
 
 ShortcutCenter::ShortcutCenter(const Services& services, AppUndoRedoRouter router, QObject* parent)
@@ -217,7 +223,7 @@ ShortcutCenter::Outcome ShortcutCenter::record(ShortcutAction action, const KeyP
         return Outcome::Swallowed;
     }
     const auto shortcut = press.shortcut();
-    if (shortcut && shortcut->keyCode == KeyCode::escape) {
+    if (press.key == Qt::Key_Escape) {
         m_recording.end();
         m_services.notifications.post(ShortcutRecordingState::captureCancelled);
         return Outcome::Swallowed;
@@ -227,7 +233,7 @@ ShortcutCenter::Outcome ShortcutCenter::record(ShortcutAction action, const KeyP
     m_services.notifications.post(
         ShortcutRecordingState::capturePreview,
         ShortcutCapturePreview{action, shortcut->displayString(), shortcut->desktopText()});
-    if (shortcut->modifierFlags == 0)
+    if (shortcut->modifierFlags == 0 && !isFunctionKey(press.key))
         return Outcome::Swallowed;
     m_recording.end();
     m_services.notifications.post(

@@ -79,10 +79,10 @@ void MainWindow::makeActions()
     using namespace AppCommandEvents;
     m_actions.showProjects = makeAction<AppCommandEvents::showProjects>(
         Symbol::AllProjects, tr("Projects"), ShortcutAction::showProjects);
-    m_actions.back = makeAction<mainEditorBack>(Symbol::Back, tr("Back"));
-    m_actions.back->setShortcut(QKeySequence(Qt::ALT | Qt::Key_Left));
-    m_actions.forward = makeAction<mainEditorForward>(Symbol::Forward, tr("Forward"));
-    m_actions.forward->setShortcut(QKeySequence(Qt::ALT | Qt::Key_Right));
+    m_actions.back = makeAction<mainEditorBack>(Symbol::Back, keyTitle(FixedKey::back));
+    m_actions.back->setShortcut(keySequence(FixedKey::back));
+    m_actions.forward = makeAction<mainEditorForward>(Symbol::Forward, keyTitle(FixedKey::forward));
+    m_actions.forward->setShortcut(keySequence(FixedKey::forward));
     m_actions.newNote = makeAction<AppCommandEvents::newNote>(Symbol::NewNote, tr("New Note"),
                                                               ShortcutAction::newNote);
     m_actions.newFolder = makeAction<AppCommandEvents::newFolder>(
@@ -94,12 +94,12 @@ void MainWindow::makeActions()
     m_actions.toggleBinder->setCheckable(true);
     m_actions.toggleInspector->setCheckable(true);
     m_actions.find = new QAction(m_look.icon(Symbol::Search), tr("Find a Note or Command"), this);
-    m_actions.find->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P));
+    m_actions.find->setShortcut(keySequence(FixedKey::commandPalette));
     addAction(m_actions.find);
     m_keyedActions.push_back({m_actions.find, std::nullopt});
     connect(m_actions.find, &QAction::triggered, this, &MainWindow::openCommandPalette);
-    m_guide = new QAction(m_look.icon(Symbol::Help), tr("Guide"), this);
-    m_guide->setShortcut(QKeySequence(Qt::Key_F1));
+    m_guide = new QAction(m_look.icon(Symbol::Help), keyTitle(FixedKey::guide), this);
+    m_guide->setShortcut(keySequence(FixedKey::guide));
     addAction(m_guide);
     connect(m_guide, &QAction::triggered, m_projectActions, &ProjectActions::showGuide);
     connect(&m_shortcuts, &ShortcutCenter::bindingsChanged, this, &MainWindow::showKeys);
@@ -259,9 +259,9 @@ CommandContext MainWindow::commandContext() const
             .writesRichText = m_editor && m_editor->session().mode() == EditorMode::richText};
 }
 
-void MainWindow::addKey(const QKeySequence& keys, std::function<void()> act)
+void MainWindow::addKey(FixedKey key, std::function<void()> act)
 {
-    auto* shortcut = new QShortcut(keys, this);
+    auto* shortcut = new QShortcut(keySequence(key), this);
     connect(shortcut, &QShortcut::activated, this, [this, act = std::move(act)] {
         if (!m_sheets->topSheet())
             act();
@@ -290,8 +290,8 @@ void MainWindow::makeDirectCommands()
         DirectCommand::NextPane, [goToPane] { goToPane(1); }, showsPanes);
     m_commands.setDirect(
         DirectCommand::PreviousPane, [goToPane] { goToPane(-1); }, showsPanes);
-    addKey(QKeySequence(Qt::Key_F6), [goToPane] { goToPane(1); });
-    addKey(QKeySequence(Qt::SHIFT | Qt::Key_F6), [goToPane] { goToPane(-1); });
+    addKey(FixedKey::nextPane, [goToPane] { goToPane(1); });
+    addKey(FixedKey::previousPane, [goToPane] { goToPane(-1); });
     m_commands.setDirect(DirectCommand::CloseWindow, [this] { close(); });
     m_commands.setDirect(DirectCommand::Quit, [this] { close(); });
     m_commands.setDirect(DirectCommand::Minimize, [this] { showMinimized(); });
@@ -305,15 +305,15 @@ void MainWindow::makeDirectCommands()
                          [services] { toggleTypewriterMode(services); });
     m_commands.setDirect(DirectCommand::Guide, [this] { m_projectActions->showGuide(); });
     m_commands.setDirect(DirectCommand::About, [this] { showAbout(); });
-    addKey(QKeySequence(Qt::CTRL | Qt::Key_Q), [this] { close(); });
-    addKey(QKeySequence(Qt::Key_F11), toggleFullScreen);
-    addKey(QKeySequence(Qt::Key_F10), [this] {
+    addKey(FixedKey::quit, [this] { close(); });
+    addKey(FixedKey::fullScreen, toggleFullScreen);
+    addKey(FixedKey::menu, [this] {
         if (m_toolbar->isVisible())
             m_toolbar->openMenu();
         else
             browser().openMenu();
     });
-    addKey(QKeySequence(Qt::CTRL | Qt::Key_Comma), [this] {
+    addKey(FixedKey::settings, [this] {
         m_appState.services().notifications.post(AppCommandEvents::openSettingsWindow);
     });
 }

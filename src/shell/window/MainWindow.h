@@ -52,7 +52,7 @@ private:
     void makeActions();
     void observeCommands();
     void makeDirectCommands();
-    void addKey(const QKeySequence& keys, std::function<void()> act);
+    void addKey(FixedKey key, std::function<void()> act);
     [[nodiscard]] CommandContext commandContext() const;
     [[nodiscard]] QWidget* makePanes(QWidget* parent);
     void showPaneToggles();
