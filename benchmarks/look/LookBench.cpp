@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 // What a change of the look and the look itself cost.
 #include "appearance/AppearanceTokens.h"
+#include "appearance/WornLook.h"
 #include "appearance/themes/AppearanceThemeLibrary.h"
 #include "appearance/themes/BundledThemes.h"
 #include "core/state/SessionKeys.h"
@@ -122,7 +123,7 @@ bench::Measurement measureCost()
     return bench::interleave(
         20,
         [&] {
-            workspace.app.look().wear();
+            wear(workspace.app.look());
             settle();
             return paint();
         },

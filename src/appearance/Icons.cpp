@@ -225,22 +225,4 @@ QPixmap themeDrawingPixmap(const QString& category, const QString& name, int pix
     });
 }
 
-double deviceRatio(const QPainter& painter)
-{
-    const QPaintEngine* engine = painter.paintEngine();
-    const QPaintDevice* device = engine ? engine->paintDevice() : painter.device();
-    return device->devicePixelRatioF();
-}
-
-void drawCentred(QPainter& painter, const QRectF& rect, QPixmap picture, double size)
-{
-    const double ratio = deviceRatio(painter);
-    picture.setDevicePixelRatio(ratio);
-    const auto snapped = [&](double value) {
-        return std::round(value * ratio) / ratio;
-    };
-    const QPointF corner = rect.center() - QPointF(size / 2, size / 2);
-    painter.drawPixmap(QPointF(snapped(corner.x()), snapped(corner.y())), picture);
-}
-
 } // namespace orvane

@@ -3,12 +3,9 @@
 
 #include <QColor>
 #include <QPixmap>
-#include <QRectF>
 #include <QString>
 
 #include <optional>
-
-class QPainter;
 
 namespace orvane {
 
@@ -77,9 +74,5 @@ enum class Symbol {
 /// vector graphics and sharp at any size; rendered ones are kept. An icon theme that is missing
 /// gives an empty picture and one line in the log.
 [[nodiscard]] QPixmap symbolPixmap(Symbol symbol, int pixels, const QColor& color);
-
-/// Draws a picture into the middle of `rect`, `size` logical pixels square, on whole device
-/// pixels. It must have been made for the painter's device.
-void drawCentred(QPainter& painter, const QRectF& rect, QPixmap picture, double size);
 
 } // namespace orvane

@@ -3,14 +3,12 @@
 
 #include "appearance/Contrast.h"
 #include "appearance/Drawing.h"
-#include "appearance/OrvaneStyle.h"
+#include "appearance/SurfacePalette.h"
 
-#include <QApplication>
 #include <QIconEngine>
 #include <QLabel>
 #include <QPainter>
 #include <QPointer>
-#include <QToolTip>
 
 #include <functional>
 
@@ -31,7 +29,7 @@ public:
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override
     {
-        Look::drawSymbol(*painter, rect, m_symbol, qMin(rect.width(), rect.height()), color(mode));
+        drawSymbol(*painter, rect, m_symbol, qMin(rect.width(), rect.height()), color(mode));
     }
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State) override
     {
@@ -76,10 +74,6 @@ void Look::setTokens(const Tokens& tokens)
     if (m_tokens == tokens)
         return;
     m_tokens = tokens;
-    if (qobject_cast<OrvaneStyle*>(QApplication::style())) {
-        setInkPolarity(polarity(Surface::Window));
-        QApplication::setPalette(palette(Surface::Window));
-    }
     emit changed();
 }
 
@@ -90,33 +84,7 @@ QColor Look::ground(Surface surface) const
 
 QPalette Look::palette(Surface surface) const
 {
-    const SurfaceTokens& s = m_tokens.on(surface);
-    const SurfaceTokens& card = m_tokens.on(Surface::Card);
-    QPalette palette;
-    palette.setColor(QPalette::Window, s.ground);
-    const bool fieldsStandOut = surface == Surface::Window || surface == Surface::Card;
-    palette.setColor(QPalette::Base, fieldsStandOut ? s.field : s.ground);
-    palette.setColor(QPalette::AlternateBase, s.field);
-    palette.setColor(QPalette::Button, s.control);
-    palette.setColor(QPalette::ToolTipBase, card.ground);
-    palette.setColor(QPalette::ToolTipText, card.text);
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(role, s.text);
-    palette.setColor(QPalette::BrightText, s.danger);
-    palette.setColor(QPalette::PlaceholderText, s.textSecondary);
-    palette.setColor(QPalette::Highlight, m_tokens.selection);
-    palette.setColor(QPalette::HighlightedText, m_tokens.textOnSelection);
-    palette.setColor(QPalette::Link, s.link);
-    palette.setColor(QPalette::LinkVisited, s.accent);
-    for (const auto role : {QPalette::Light, QPalette::Midlight, QPalette::Mid, QPalette::Dark})
-        palette.setColor(role, s.border);
-    palette.setColor(QPalette::Shadow, m_tokens.on(Surface::Window).ground);
-    const QColor faded = blended(s.text, 0.45, s.ground);
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(QPalette::Disabled, role, faded);
-    palette.setColor(QPalette::Disabled, QPalette::PlaceholderText,
-                     blended(s.textSecondary, 0.6, s.ground));
-    return palette;
+    return surfacePalette(m_tokens, surface);
 }
 
 InkPolarity Look::polarity(Surface surface) const
@@ -133,24 +101,6 @@ QIcon Look::icon(Symbol symbol, Surface surface, QColor SurfaceTokens::*ink) con
 {
     return QIcon(new SymbolEngine(this, symbol,
                                   [surface, ink](const Tokens& t) { return t.on(surface).*ink; }));
-}
-
-void Look::drawSymbol(QPainter& painter, const QRectF& rect, Symbol symbol, double size,
-                      const QColor& color)
-{
-    const double ratio = deviceRatio(painter);
-    drawCentred(painter, rect, symbolPixmap(symbol, qRound(size * ratio), color), size);
-}
-
-void Look::wear()
-{
-    installFontSubstitutions();
-    setInkPolarity(polarity(Surface::Window));
-    QApplication::setFont(interfaceFont(TextStyle::Body));
-    QApplication::setStyle(new OrvaneStyle(*this));
-    QApplication::setPalette(palette(Surface::Window));
-    QToolTip::setFont(interfaceFont(TextStyle::Body));
-    QToolTip::setPalette(palette(Surface::Card));
 }
 
 QLabel* makeLabel(const QString& text, TextStyle style, LabelInk ink, QWidget* parent)

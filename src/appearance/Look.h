@@ -26,11 +26,7 @@ public:
     /// Tells `changed`; does nothing when they are equal to those in force.
     void setTokens(const Tokens& tokens);
 
-    /// The ground of a surface, and the palette of what stands on it: `WindowText` and `Text` are
-    /// its ink, `PlaceholderText` its secondary ink, `BrightText` the ink that warns, `Button` and
-    /// `ButtonText` a plain button, `AlternateBase` the ground of a field with a frame, `Mid` its
-    /// lines, `Link` text in the accent colour, `LinkVisited` marks and rings in it, `Highlight`
-    /// selected text.
+    /// The ground of a surface, and the palette of what stands on it, see `surfacePalette`.
     [[nodiscard]] QColor ground(Surface surface) const;
     [[nodiscard]] QPalette palette(Surface surface) const;
     [[nodiscard]] InkPolarity polarity(Surface surface) const;
@@ -40,12 +36,6 @@ public:
     [[nodiscard]] QIcon icon(Symbol symbol, Surface surface = Surface::Toolbar,
                              QColor SurfaceTokens::*ink = &SurfaceTokens::icon) const;
     [[nodiscard]] QIcon icon(Symbol symbol, QColor Tokens::*ink) const;
-    /// Draws the symbol into the middle of `rect`, `size` logical pixels square.
-    static void drawSymbol(QPainter& painter, const QRectF& rect, Symbol symbol, double size,
-                           const QColor& color);
-
-    /// Makes the application wear this look: style, palette and fonts. The look must outlive it.
-    void wear();
 
 signals:
     void changed();

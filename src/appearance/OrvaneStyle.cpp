@@ -3,6 +3,8 @@
 
 #include "appearance/Contrast.h"
 #include "appearance/Drawing.h"
+#include "appearance/SurfacePalette.h"
+#include "appearance/Typography.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -129,51 +131,9 @@ void setRingAroundFace(QAbstractButton* button)
     button->setProperty(ringProperty, true);
 }
 
-void drawPanel(QPainter& painter, const QRectF& rect, double radius, const QColor& fill,
-               const QColor& edge)
-{
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setBrush(fill.isValid() ? QBrush(fill) : QBrush(Qt::NoBrush));
-    if (edge.isValid()) {
-        painter.setPen(QPen(edge, 1));
-        painter.drawRoundedRect(rect.adjusted(0.5, 0.5, -0.5, -0.5), radius - 0.5, radius - 0.5);
-    } else {
-        painter.setPen(Qt::NoPen);
-        painter.drawRoundedRect(rect, radius, radius);
-    }
-    painter.restore();
-}
-
-void drawCardShadow(QPainter& painter, const QRectF& card, double radius)
-{
-    constexpr int depth = 32;
-    constexpr int drop = 10;
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    for (int step = depth; step > 0; step -= 2) {
-        // Thinner outwards, so that no edge of it is seen.
-        painter.setBrush(QColor(0, 0, 0, 1 + 5 * (depth - step) / depth));
-        painter.drawRoundedRect(card.adjusted(-step, drop - step, step, drop + step), radius + step,
-                                radius + step);
-    }
-    painter.restore();
-}
-
-void drawFocusRing(QPainter& painter, const QRectF& rect, double radius, const QColor& color)
-{
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(color, 2));
-    painter.drawRoundedRect(rect.adjusted(1, 1, -1, -1), radius - 1, radius - 1);
-    painter.restore();
-}
-
-OrvaneStyle::OrvaneStyle(const Look& look)
+OrvaneStyle::OrvaneStyle(const Tokens& tokens)
     : QProxyStyle(u"Fusion"_s)
-    , m_look(look)
+    , m_tokens(tokens)
 {}
 
 void OrvaneStyle::polish(QWidget* widget)
@@ -186,7 +146,7 @@ void OrvaneStyle::polish(QWidget* widget)
     if (isPopup || widget->inherits("QTipLabel"))
         widget->setAttribute(Qt::WA_TranslucentBackground);
     if (isPopup) {
-        widget->setPalette(m_look.palette(Surface::Card));
+        widget->setPalette(surfacePalette(m_tokens, Surface::Card));
         widget->installEventFilter(this);
     }
 }
@@ -195,7 +155,7 @@ bool OrvaneStyle::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Show) {
         auto* popup = static_cast<QWidget*>(watched);
-        popup->setPalette(m_look.palette(Surface::Card));
+        popup->setPalette(surfacePalette(m_tokens, Surface::Card));
         if (auto* list = popup->findChild<QAbstractItemView*>())
             list->viewport()->setAutoFillBackground(false);
     }
@@ -209,13 +169,13 @@ void OrvaneStyle::polish(QPalette& palette)
 
 QPalette OrvaneStyle::standardPalette() const
 {
-    return m_look.palette(Surface::Window);
+    return surfacePalette(m_tokens, Surface::Window);
 }
 
 void OrvaneStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
                                 QPainter* painter, const QWidget* widget) const
 {
-    const SurfaceTokens& card = m_look.tokens().on(Surface::Card);
+    const SurfaceTokens& card = m_tokens.on(Surface::Card);
     switch (element) {
     case PE_PanelButtonCommand:
         if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option))
@@ -258,7 +218,7 @@ void OrvaneStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
 void OrvaneStyle::drawButtonFace(const QStyleOptionButton& option, QPainter& painter,
                                  const QWidget* widget) const
 {
-    const Tokens& t = m_look.tokens();
+    const Tokens& t = m_tokens;
     const ButtonTone tone = toneOf(option, widget);
     const bool plain = tone == ButtonTone::Plain || tone == ButtonTone::DangerText;
     const QColor ground = option.palette.color(QPalette::Window);
@@ -291,7 +251,7 @@ void OrvaneStyle::drawButtonFace(const QStyleOptionButton& option, QPainter& pai
 void OrvaneStyle::drawButtonLabel(const QStyleOptionButton& option, QPainter& painter,
                                   const QWidget* widget) const
 {
-    const Tokens& t = m_look.tokens();
+    const Tokens& t = m_tokens;
     const ButtonTone tone = toneOf(option, widget);
     const bool isFilled = tone == ButtonTone::Accent || tone == ButtonTone::Danger;
     QColor ink = tone == ButtonTone::Accent       ? t.textOnAccent
@@ -323,7 +283,7 @@ void OrvaneStyle::drawButtonLabel(const QStyleOptionButton& option, QPainter& pa
 
 void OrvaneStyle::drawToolButtonFace(const QStyleOption& option, QPainter& painter) const
 {
-    const Tokens& t = m_look.tokens();
+    const Tokens& t = m_tokens;
     const QColor ink = option.palette.color(QPalette::WindowText);
     const QColor ground = option.palette.color(QPalette::Window);
     if (option.state.testFlag(State_Enabled)) {
@@ -364,7 +324,7 @@ void OrvaneStyle::drawControl(ControlElement element, const QStyleOption* option
             if (!qobject_cast<const QComboBox*>(widget))
                 return drawMenuItem(*item, *painter);
             // The list of a combo box has no margins, and its rows come filled.
-            painter->fillRect(item->rect, m_look.ground(Surface::Card));
+            painter->fillRect(item->rect, m_tokens.on(Surface::Card).ground);
             QStyleOptionMenuItem inset = *item;
             inset.rect.adjust(5, 0, -5, 0);
             return drawMenuItem(inset, *painter);

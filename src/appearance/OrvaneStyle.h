@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "appearance/Look.h"
+#include "appearance/Tokens.h"
 
 #include <QProxyStyle>
 
@@ -31,13 +31,14 @@ void setButtonTone(QAbstractButton* button, ButtonTone tone);
 inline constexpr int ringRoom = 4;
 void setRingAroundFace(QAbstractButton* button);
 
-/// The style of every stock widget: drawn from the look's tokens, over Fusion's behaviour and
+/// The style of every stock widget: drawn from tokens, over Fusion's behaviour and
 /// measures. Tool buttons, fields and scroll bars take their inks from the palette of the surface
 /// that they stand on.
 class OrvaneStyle final : public QProxyStyle {
     Q_OBJECT
 public:
-    explicit OrvaneStyle(const Look& look);
+    /// The tokens outlive it; it draws by what they are at the moment of drawing.
+    explicit OrvaneStyle(const Tokens& tokens);
 
     using QProxyStyle::polish;
     void polish(QWidget* widget) override;
@@ -82,17 +83,7 @@ private:
     [[nodiscard]] static QRect spinBoxPart(const QRect& rect, SubControl part);
     [[nodiscard]] QSize menuItemSize(const QStyleOptionMenuItem& option) const;
 
-    const Look& m_look;
+    const Tokens& m_tokens;
 };
-
-/// A rectangle with round corners, its 1 px edge on the pixel grid; invalid colours are left out.
-void drawPanel(QPainter& painter, const QRectF& rect, double radius, const QColor& fill,
-               const QColor& edge = {});
-
-/// The soft shadow below a card that floats over the window.
-void drawCardShadow(QPainter& painter, const QRectF& card, double radius);
-
-/// The 2 px ring of the focused control, inside `rect`.
-void drawFocusRing(QPainter& painter, const QRectF& rect, double radius, const QColor& color);
 
 } // namespace orvane

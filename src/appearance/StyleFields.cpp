@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 // How the style draws what takes a value: fields, boxes and lists to choose from.
 #include "appearance/Contrast.h"
+#include "appearance/Drawing.h"
 #include "appearance/OrvaneStyle.h"
 
 #include <QAbstractSpinBox>
@@ -20,7 +21,7 @@ void OrvaneStyle::drawFieldFrame(const QStyleOption& option, QPainter& painter) 
 
 void OrvaneStyle::drawCheckBoxMark(const QStyleOption& option, QPainter& painter) const
 {
-    const Tokens& t = m_look.tokens();
+    const Tokens& t = m_tokens;
     const bool on = option.state.testFlag(State_On);
     const QColor ground = option.palette.color(QPalette::Window);
     const QColor ink = option.palette.color(QPalette::WindowText);
@@ -62,9 +63,9 @@ void OrvaneStyle::drawComboBox(const QStyleOptionComboBox& option, QPainter& pai
     drawValueFace(option, painter);
     if (option.state.testFlag(State_HasFocus) && option.state.testFlag(State_KeyboardFocusChange))
         drawFocusRing(painter, option.rect, 6, option.palette.color(QPalette::LinkVisited));
-    Look::drawSymbol(painter,
-                     QRectF(option.rect.right() - 24, option.rect.top(), 20, option.rect.height()),
-                     Symbol::ChevronDown, 12, option.palette.color(QPalette::PlaceholderText));
+    drawSymbol(painter,
+               QRectF(option.rect.right() - 24, option.rect.top(), 20, option.rect.height()),
+               Symbol::ChevronDown, 12, option.palette.color(QPalette::PlaceholderText));
 }
 
 void OrvaneStyle::drawSpinBox(const QStyleOptionSpinBox& option, QPainter& painter,
@@ -88,8 +89,7 @@ void OrvaneStyle::drawSpinBox(const QStyleOptionSpinBox& option, QPainter& paint
         QColor color = hovered ? strong : ink;
         if (!option.stepEnabled.testFlag(step) || !option.state.testFlag(State_Enabled))
             color.setAlphaF(0.35F);
-        Look::drawSymbol(painter, subControlRect(CC_SpinBox, &option, part, widget), symbol, 10,
-                         color);
+        drawSymbol(painter, subControlRect(CC_SpinBox, &option, part, widget), symbol, 10, color);
     }
 }
 

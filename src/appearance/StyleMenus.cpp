@@ -25,7 +25,7 @@ bool hasLeadingColumn(const QStyleOptionMenuItem& option)
 
 void OrvaneStyle::drawMenuItem(const QStyleOptionMenuItem& option, QPainter& painter) const
 {
-    const SurfaceTokens& card = m_look.tokens().on(Surface::Card);
+    const SurfaceTokens& card = m_tokens.on(Surface::Card);
     if (option.menuItemType == QStyleOptionMenuItem::Separator) {
         painter.fillRect(QRect(option.rect.left() + sidePadding,
                                option.rect.top() + separatorHeight / 2,
@@ -65,8 +65,8 @@ void OrvaneStyle::drawMenuItem(const QStyleOptionMenuItem& option, QPainter& pai
         painter.drawText(rect, Qt::AlignVCenter | Qt::AlignRight, parts.at(1));
     }
     if (option.menuItemType == QStyleOptionMenuItem::SubMenu)
-        Look::drawSymbol(painter, QRectF(rect.right() - 12, rect.top(), 12, rect.height()),
-                         Symbol::ChevronRight, 12, second);
+        drawSymbol(painter, QRectF(rect.right() - 12, rect.top(), 12, rect.height()),
+                   Symbol::ChevronRight, 12, second);
 }
 
 QSize OrvaneStyle::menuItemSize(const QStyleOptionMenuItem& option) const

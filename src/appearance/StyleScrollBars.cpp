@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 // How the style draws scroll bars: a slim handle over the ground, without arrows or groove.
+#include "appearance/Drawing.h"
 #include "appearance/OrvaneStyle.h"
 
 #include <QPainter>

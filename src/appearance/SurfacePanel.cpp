@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "appearance/SurfacePanel.h"
 
+#include "appearance/Drawing.h"
+
 #include <QPaintEvent>
 #include <QPainter>
 
@@ -43,10 +45,7 @@ void SurfacePanel::paintEvent(QPaintEvent* event)
         painter.fillRect(event->rect(), ground());
         return;
     }
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(m_look.ground(m_surface));
-    painter.drawRoundedRect(rect(), 8, 8);
+    drawPanel(painter, rect(), 8, m_look.ground(m_surface));
 }
 
 } // namespace orvane

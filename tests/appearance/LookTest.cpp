@@ -3,7 +3,8 @@
 
 #include "appearance/AppearanceTokens.h"
 #include "appearance/Contrast.h"
-#include "appearance/OrvaneStyle.h"
+#include "appearance/Drawing.h"
+#include "appearance/WornLook.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -26,7 +27,7 @@ TEST(ContrastTest, FiguresOfTheStandard)
 /// An application that wears the look, and its plain style again afterwards.
 class WornLookTest : public testing::Test {
 protected:
-    WornLookTest() { m_look.wear(); }
+    WornLookTest() { wear(m_look); }
     ~WornLookTest() override { QApplication::setStyle(QStyleFactory::create(u"Fusion"_s)); }
 
     static QImage drawn(QWidget& widget)
@@ -57,7 +58,7 @@ TEST_F(WornLookTest, SymbolsInAPictureOfTwiceThePixelsHaveThemAll)
         void paintEvent(QPaintEvent*) override
         {
             QPainter painter(this);
-            Look::drawSymbol(painter, rect(), Symbol::Keyboard, 16, Qt::black);
+            drawSymbol(painter, rect(), Symbol::Keyboard, 16, Qt::black);
         }
     };
     Sign sign;

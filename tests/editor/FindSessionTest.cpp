@@ -82,7 +82,11 @@ TEST_F(FindSessionTest, ReplacesOneAndAll)
 TEST_F(FindSessionTest, MarksFollowTyping)
 {
     set(u"|tide and tide"_s);
-    session.setColors({Qt::green, Qt::red, Qt::blue});
+    EditorLook look = view.look();
+    look.match = Qt::green;
+    look.matchEdge = Qt::red;
+    look.selectedMatch = Qt::blue;
+    view.setLook(look);
     session.setQuery(u"tide"_s);
     EXPECT_GT(markedPixels(2), 4);
     EXPECT_EQ(markedPixels(6), 0);

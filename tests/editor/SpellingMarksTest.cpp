@@ -21,7 +21,9 @@ protected:
         spelling = std::make_unique<Spelling>(services.defaults, folder.filePath(u"words.txt"_s),
                                               QStringList{folder.path()}, u"en_US"_s);
         marks = std::make_unique<SpellingMarks>(view, *spelling);
-        marks->setMarkColor(Qt::red);
+        EditorLook look = view.look();
+        look.misspelling = Qt::red;
+        view.setLook(look);
         marks->setNote(note);
         QSignalSpy ready(spelling->checkerFor(note), &SpellChecker::changed);
         EXPECT_TRUE(spelling->checkerFor(note)->isReady() || ready.wait());

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "appearance/studio/ColorEditor.h"
 
+#include "appearance/Drawing.h"
 #include "appearance/Look.h"
-#include "appearance/OrvaneStyle.h"
 #include "appearance/studio/ColorSliders.h"
 #include "appearance/studio/ContrastChip.h"
 #include "text/value/RgbaColor.h"

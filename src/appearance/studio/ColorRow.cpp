@@ -2,11 +2,10 @@
 #include "appearance/studio/ColorRow.h"
 
 #include "appearance/AppearanceTokens.h"
+#include "appearance/Drawing.h"
 #include "appearance/Look.h"
-#include "appearance/OrvaneStyle.h"
 #include "appearance/studio/ColorSliders.h"
 #include "appearance/studio/ContrastChip.h"
-#include "appearance/studio/KeyboardFocus.h"
 #include "text/value/RgbaColor.h"
 
 #include <QPainter>
@@ -65,7 +64,7 @@ void ColorRow::paintEvent(QPaintEvent*)
     const SurfaceTokens& s = m_look.tokens().on(Surface::Page);
     if (underMouse() || isDown())
         drawPanel(painter, QRectF(rect()).adjusted(-1, 2, 1, -3), 6, s.hoveredRow);
-    painter.fillRect(0, height() - 1, width(), 1, s.border);
+    drawLineAt(Qt::BottomEdge, painter, rect(), s.border);
 
     const QRect swatch = swatchRect();
     const QFont font = interfaceFont(TextStyle::Body);

@@ -2,7 +2,7 @@
 #include "appearance/studio/ContrastChip.h"
 
 #include "appearance/Contrast.h"
-#include "appearance/OrvaneStyle.h"
+#include "appearance/Drawing.h"
 #include "appearance/SystemColors.h"
 
 #include <QCoreApplication>

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "appearance/studio/ThemeCard.h"
 
+#include "appearance/Drawing.h"
 #include "appearance/Look.h"
-#include "appearance/OrvaneStyle.h"
-#include "appearance/studio/KeyboardFocus.h"
 #include "appearance/studio/ThemePreview.h"
 
 #include <QContextMenuEvent>
@@ -207,16 +206,12 @@ void SaveLookCard::paintEvent(QPaintEvent*)
     const SurfaceTokens& s = m_look.tokens().on(Surface::Page);
     if (underMouse() || isDown())
         drawPanel(painter, rect(), radius, s.hoveredRow);
-    painter.setBrush(Qt::NoBrush);
-    QPen pen(s.border, 1);
-    pen.setDashPattern({4, 3});
-    painter.setPen(pen);
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+    drawDashedEdge(painter, rect(), radius, s.border);
     const QFont font = interfaceFont(TextStyle::Body);
     painter.setFont(font);
     const int textWidth = QFontMetrics(font).horizontalAdvance(text());
     const int left = (width() - textWidth - 22) / 2;
-    Look::drawSymbol(painter, QRectF(left, 0, 14, height()), Symbol::Plus, 14, s.textSecondary);
+    drawSymbol(painter, QRectF(left, 0, 14, height()), Symbol::Plus, 14, s.textSecondary);
     painter.setPen(s.textSecondary);
     painter.drawText(QRect(left + 22, 0, textWidth + 4, height()), Qt::AlignVCenter, text());
     if (showsKeyboardFocus(*this))

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "appearance/studio/ThemePreview.h"
 
+#include "appearance/Drawing.h"
 #include "appearance/Typography.h"
 
 #include <QCoreApplication>
@@ -18,9 +19,7 @@ struct Words {
 
 void fill(QPainter& painter, const QRectF& rect, const QColor& color, double radius = 0)
 {
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(color);
-    painter.drawRoundedRect(rect, radius, radius);
+    drawPanel(painter, rect, radius, color);
 }
 
 /// The ground with the backdrop's gradient running over the whole of `window`.
@@ -39,13 +38,6 @@ void clipRound(QPainter& painter, const QRectF& rect, double radius)
     QPainterPath path;
     path.addRoundedRect(rect, radius, radius);
     painter.setClipPath(path, Qt::IntersectClip);
-}
-
-void drawEdge(QPainter& painter, const QRectF& rect, double radius, const QColor& color)
-{
-    painter.setPen(QPen(color, 1));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(rect.adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
 }
 
 /// Draws the parts of one preview into their places.
@@ -256,7 +248,7 @@ void paintThemeSwatch(QPainter& painter, const QRectF& rect, const Tokens& token
     painter.restore();
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    drawEdge(painter, rect, radius, page.border);
+    drawPanel(painter, rect, radius, {}, page.border);
     painter.restore();
 }
 
@@ -270,7 +262,7 @@ void paintThemePreview(QPainter& painter, const QRectF& rect, const Tokens& toke
     painter.restore();
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    drawEdge(painter, rect, radius, tokens.on(Surface::Page).border);
+    drawPanel(painter, rect, radius, {}, tokens.on(Surface::Page).border);
     painter.restore();
 }
 

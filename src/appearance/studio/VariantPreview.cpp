@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "appearance/studio/VariantPreview.h"
 
+#include "appearance/Drawing.h"
 #include "appearance/Look.h"
-#include "appearance/OrvaneStyle.h"
-#include "appearance/studio/KeyboardFocus.h"
 #include "appearance/studio/ThemePreview.h"
 
 #include <QPainter>

@@ -166,14 +166,6 @@ qsizetype FindSession::replaceAll(const QString& replacement)
     return apply(edits, m_view.gateway()) ? matches.size() : 0;
 }
 
-void FindSession::setColors(const Colors& colors)
-{
-    if (colors == m_colors)
-        return;
-    m_colors = colors;
-    m_view.viewport()->update();
-}
-
 void FindSession::drawMarks(QPainter& painter, const EditorPaint& paint,
                             const std::function<void(TextRange, const QRectF&)>& draw) const
 {
@@ -193,7 +185,7 @@ void FindSession::paintBehindText(QPainter& painter, const EditorPaint& paint)
 {
     drawMarks(painter, paint, [&](TextRange, const QRectF& rect) {
         painter.setPen(Qt::NoPen);
-        painter.setBrush(m_colors.fill);
+        painter.setBrush(m_view.look().match);
         painter.drawRoundedRect(rect, markCorner, markCorner);
     });
 }
@@ -204,7 +196,8 @@ void FindSession::paintOverText(QPainter& painter, const EditorPaint& paint)
     const TextRange selected = m_view.selection().range();
     drawMarks(painter, paint, [&](TextRange match, const QRectF& rect) {
         const bool isSelected = match == selected;
-        painter.setPen(isSelected ? QPen(m_colors.selected, 2) : QPen(m_colors.edge, 1));
+        painter.setPen(isSelected ? QPen(m_view.look().selectedMatch, 2)
+                                  : QPen(m_view.look().matchEdge, 1));
         const qreal inset = isSelected ? 0 : 0.5;
         painter.drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), markCorner,
                                 markCorner);

@@ -42,15 +42,6 @@ public:
     /// Replaces all in one step to undo and answers how many. Beeps if there are none.
     qsizetype replaceAll(const QString& replacement);
 
-    struct Colors {
-        QColor fill;     ///< behind matches
-        QColor edge;     ///< around matches
-        QColor selected; ///< around the one that is selected
-
-        bool operator==(const Colors&) const = default;
-    };
-    void setColors(const Colors& colors);
-
     void paintBehindText(QPainter& painter, const EditorPaint& paint) override;
     void paintOverText(QPainter& painter, const EditorPaint& paint) override;
 
@@ -69,7 +60,6 @@ private:
     EditorView& m_view;
     Beeper& m_beeper;
     FindMatches m_matches;
-    Colors m_colors;
 };
 
 } // namespace orvane

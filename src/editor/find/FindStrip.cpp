@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/find/FindStrip.h"
 
+#include "appearance/Drawing.h"
 #include "commands/KeyTable.h"
 #include "editor/find/FindSession.h"
 
@@ -268,8 +269,8 @@ void FindStrip::paintEvent(QPaintEvent* event)
     SurfacePanel::paintEvent(event);
     QPainter painter(this);
     const QColor& line = look().tokens().on(Surface::FormattingBar).border;
-    painter.fillRect(0, 0, width(), 1, line);
-    painter.fillRect(0, height() - 1, width(), 1, line);
+    drawLineAt(Qt::TopEdge, painter, rect(), line);
+    drawLineAt(Qt::BottomEdge, painter, rect(), line);
 }
 
 void FindStrip::keyPressEvent(QKeyEvent* event)

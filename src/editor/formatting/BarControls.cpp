@@ -2,7 +2,7 @@
 #include "editor/formatting/BarControls.h"
 
 #include "appearance/Contrast.h"
-#include "appearance/OrvaneStyle.h"
+#include "appearance/Drawing.h"
 
 #include <QPainter>
 #include <QStyleOptionToolButton>
@@ -87,13 +87,12 @@ void BarMenuButton::paintSymbol(QPainter& painter, const QColor& ink)
 {
     QRectF arrow(0, 0, width(), controlHeight);
     if (m_shape == Shape::symbol) {
-        Look::drawSymbol(painter, QRectF(6, 0, symbolSize, controlHeight), m_symbol, symbolSize,
-                         ink);
+        drawSymbol(painter, QRectF(6, 0, symbolSize, controlHeight), m_symbol, symbolSize, ink);
         arrow.setLeft(width() - arrowWidth - 2);
     }
     QColor faint = m_look.tokens().on(Surface::FormattingBar).textSecondary;
     faint.setAlphaF(ink.alphaF());
-    Look::drawSymbol(painter, arrow, Symbol::ChevronDown, arrowSize, faint);
+    drawSymbol(painter, arrow, Symbol::ChevronDown, arrowSize, faint);
 }
 
 void BarMenuButton::paintChoice(QPainter& painter, const QColor& ink)
@@ -103,13 +102,13 @@ void BarMenuButton::paintChoice(QPainter& painter, const QColor& ink)
     painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                      fontMetrics().elidedText(m_choice, Qt::ElideRight, room.width()));
     const QRectF arrow(room.right() + 5, 0, arrowSize, controlHeight);
-    Look::drawSymbol(painter, arrow, Symbol::ChevronDown, arrowSize,
-                     m_look.tokens().on(Surface::FormattingBar).textSecondary);
+    drawSymbol(painter, arrow, Symbol::ChevronDown, arrowSize,
+               m_look.tokens().on(Surface::FormattingBar).textSecondary);
 }
 
 void BarMenuButton::paintColor(QPainter& painter, const QColor& ink)
 {
-    Look::drawSymbol(painter, QRectF(0, 2, width(), 18), m_symbol, symbolSize, ink);
+    drawSymbol(painter, QRectF(0, 2, width(), 18), m_symbol, symbolSize, ink);
     const QRectF strip((width() - 16) / 2.0, 21, 16, 3);
     QColor empty = ink;
     empty.setAlphaF(float(fadedInk) * ink.alphaF());

@@ -2,8 +2,8 @@
 #include "editor/formatting/ColorPopup.h"
 
 #include "appearance/Contrast.h"
+#include "appearance/Drawing.h"
 #include "appearance/Look.h"
-#include "appearance/OrvaneStyle.h"
 
 #include <QGridLayout>
 #include <QKeyEvent>
@@ -37,7 +37,7 @@ protected:
         QPainter painter(this);
         const SurfaceTokens& card = m_look.tokens().on(Surface::Card);
         const QColor edge = blended(card.text, 0.22, card.ground);
-        const bool showsRing = hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange);
+        const bool showsRing = showsKeyboardFocus(*this);
         const int inset = underMouse() || showsRing ? 3 : 2;
         const QRectF chip = QRectF(rect()).adjusted(inset, inset, -inset, -inset);
         drawPanel(painter, chip, 4, m_shown, edge);

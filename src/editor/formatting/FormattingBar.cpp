@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/formatting/FormattingBar.h"
 
+#include "appearance/Drawing.h"
 #include "editor/formatting/ListStyleNames.h"
 #include "platform/Services.h"
 
@@ -400,8 +401,8 @@ void FormattingBar::showEvent(QShowEvent* event)
 void FormattingBar::paintEvent(QPaintEvent* event)
 {
     SurfacePanel::paintEvent(event);
-    QPainter(this).fillRect(0, height() - 1, width(), 1,
-                            look().tokens().on(Surface::FormattingBar).border);
+    QPainter painter(this);
+    drawLineAt(Qt::BottomEdge, painter, rect(), look().tokens().on(Surface::FormattingBar).border);
 }
 
 } // namespace orvane

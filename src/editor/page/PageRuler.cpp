@@ -2,6 +2,8 @@
 #include "editor/page/PageRuler.h"
 
 #include "appearance/Contrast.h"
+#include "appearance/Drawing.h"
+#include "editor/page/PageSheet.h"
 #include "editor/page/RulerMarker.h"
 #include "editor/pane/EditorTextHost.h"
 #include "editor/view/EditorView.h"
@@ -382,7 +384,7 @@ void PageRuler::paintEvent(QPaintEvent* /*event*/)
     const SurfaceTokens& page = m_tokens.on(Surface::Page);
     const bool isPaper = m_host.parameters().pageViewEnabled;
     painter.fillRect(rect(), isPaper ? m_tokens.desk : page.ground);
-    painter.fillRect(QRect(0, height() - 1, width(), 1), page.border);
+    drawLineAt(Qt::BottomEdge, painter, rect(), page.border);
     const TextColumn column = m_host.columnIn(m_host.width());
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);

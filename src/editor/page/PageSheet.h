@@ -2,6 +2,7 @@
 #pragma once
 
 #include "appearance/Tokens.h"
+#include "editor/view/EditorLook.h"
 
 #include <QRectF>
 
@@ -14,15 +15,6 @@ class UserDefaults;
 
 /// The look as text is written in: in page view that of the paper.
 [[nodiscard]] Tokens writingTokens(const Look& look, const UserDefaults& defaults);
-
-/// The colours of a sheet of paper on a desk.
-struct PageSheetLook {
-    QColor desk;
-    QColor paper;
-    QColor edge;
-
-    bool operator==(const PageSheetLook&) const = default;
-};
 
 /// How far the sheet's shadow reaches beyond it, in pixels.
 inline constexpr int sheetShadowReach = 14;

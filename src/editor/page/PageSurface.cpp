@@ -19,11 +19,10 @@ PageSurface::~PageSurface()
     m_view.removeExtension(this);
 }
 
-void PageSurface::setSheet(const std::optional<PageSheetLook>& look, const PageFit& fit)
+void PageSurface::setFit(const PageFit& fit)
 {
-    if (look == m_look && fit == m_fit)
+    if (fit == m_fit)
         return;
-    m_look = look;
     m_fit = fit;
     m_view.viewport()->update();
 }
@@ -42,19 +41,19 @@ QRectF PageSurface::sheet() const
 
 void PageSurface::paintBehindText(QPainter& painter, const EditorPaint& paint)
 {
-    if (!m_look)
+    if (!m_view.look().sheet)
         return;
     const QRectF paper = sheet();
     m_shownBottom = paper.bottom();
     m_shownEnd = paint.origin.y() + m_view.layout().height() * paint.scale;
-    drawPageSheet(painter, paper, paint.clip, *m_look);
+    drawPageSheet(painter, paper, paint.clip, *m_view.look().sheet);
 }
 
 // What stands below a changed paragraph is moved on the screen as it is. The sheet's lower edge
 // stays behind while the sheet reaches to the foot of the view.
 void PageSurface::followBottom()
 {
-    if (!m_look)
+    if (!m_view.look().sheet)
         return;
     const qreal end = m_view.textOrigin().y() + m_view.layout().height() * m_view.zoom();
     const qreal bottom = sheet().bottom();

@@ -22,8 +22,8 @@ public:
     explicit PageSurface(EditorView& view);
     ~PageSurface() override;
 
-    /// Shows the paper; nothing for none.
-    void setSheet(const std::optional<PageSheetLook>& look, const PageFit& fit);
+    /// Where the paper stands. It is seen while the view's look has one.
+    void setFit(const PageFit& fit);
 
     void paintBehindText(QPainter& painter, const EditorPaint& paint) override;
 
@@ -32,7 +32,6 @@ private:
     void followBottom();
 
     EditorView& m_view;
-    std::optional<PageSheetLook> m_look;
     PageFit m_fit;
     qreal m_shownBottom = 0; ///< of the sheet, in the viewport
     qreal m_shownEnd = 0;    ///< of the text, likewise

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/page/RulerMarker.h"
 
-#include "appearance/OrvaneStyle.h"
+#include "appearance/Drawing.h"
 #include "editor/page/PageRuler.h"
 
 #include <QAccessibleWidget>

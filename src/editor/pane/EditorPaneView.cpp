@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/pane/EditorPaneView.h"
 
-#include "appearance/Contrast.h"
 #include "core/versions/NoteVersion.h"
 #include "editor/page/PageFit.h"
 #include "editor/page/PageHead.h"
@@ -254,8 +253,6 @@ void EditorPaneView::connectTools()
 void EditorPaneView::applyHostLook()
 {
     const UserDefaults& defaults = m_appState.services().defaults;
-    const Tokens t = writingTokens(look(), defaults);
-    const SurfaceTokens& page = t.on(Surface::Page);
     const TextFont font = m_session.baseFont();
     RichTextViewRepresentable host;
     host.noteID = m_session.noteID();
@@ -263,24 +260,15 @@ void EditorPaneView::applyHostLook()
     host.fontName = font.family;
     host.fontSize = font.size;
     host.visualZoom = qBound(0.5, editorDisplayZoomSetting.read(defaults), 3.0);
-    host.textColor = t.pageText;
-    host.linkColor = page.link;
-    host.backgroundColor = page.ground;
-    host.cursorColor = t.caret;
-    host.selectionColor = t.selection;
-    host.inactiveSelectionColor = blended(t.selection, 0.6, page.ground);
-    host.separatorColor = blended(page.textSecondary, 0.45, page.ground);
-    host.labelColor = page.textSecondary;
     host.pageViewEnabled = pageViewEnabledSetting.read(defaults);
     host.pageMargins = {pageMarginLeftSetting.read(defaults), pageMarginTopSetting.read(defaults),
                         pageMarginRightSetting.read(defaults),
                         pageMarginBottomSetting.read(defaults)};
     host.rulerVisible = host.noteID && host.editorMode == EditorMode::richText &&
                         rulerVisibleSetting.read(defaults);
-    host.deskColor = t.desk;
-    host.paperEdgeColor = t.paperEdge;
-    const double ink = qBound(0.0, focusModeDimOpacitySetting.read(defaults), 1.0);
-    host.dimmedColor = blended(t.pageText, ink, page.ground);
+    host.look = editorLook(look().tokens(),
+                           host.pageViewEnabled ? WritingGround::paper : WritingGround::openPage,
+                           focusModeDimOpacitySetting.read(defaults));
     host.columnWidth =
         qRound(widthOfProse(font.family, font.size, charactersPerLine) * host.visualZoom);
     host.bottomDocumentPadding = bottomDocumentPaddingSetting.read(defaults);
@@ -288,9 +276,9 @@ void EditorPaneView::applyHostLook()
     m_text->applyParent(host);
     m_title->setFont(editorFont(font.family, 28, QFont::Bold));
     QPalette palette = m_title->palette();
-    palette.setColor(QPalette::Base, page.ground);
-    palette.setColor(QPalette::Text, t.pageText);
-    palette.setColor(QPalette::PlaceholderText, page.textSecondary);
+    palette.setColor(QPalette::Base, host.look.text.page);
+    palette.setColor(QPalette::Text, host.look.text.text);
+    palette.setColor(QPalette::PlaceholderText, host.look.text.label);
     m_title->setPalette(palette);
     placeTitle();
 }
@@ -304,7 +292,7 @@ void EditorPaneView::resizeEvent(QResizeEvent* event)
 void EditorPaneView::placeTitle()
 {
     const TextColumn column = m_text->columnIn(width());
-    const std::optional<PageSheetLook> sheet = m_text->sheetLook();
+    const auto& sheet = m_text->parameters().look.sheet;
     int top = titleTop;
     if (sheet) {
         // On paper the title stands within the upper margin, so that the text begins below it.

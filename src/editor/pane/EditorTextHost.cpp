@@ -18,22 +18,6 @@ constexpr double leastBottomSpace = 48;
 /// How far down the view the caret is brought in a text that is shown again.
 constexpr double caretShare = 0.35;
 
-EditorLook lookOf(const RichTextViewRepresentable& parent)
-{
-    EditorLook look;
-    look.background = parent.pageViewEnabled ? parent.deskColor : parent.backgroundColor;
-    look.caret = parent.cursorColor;
-    look.inactiveSelection = parent.inactiveSelectionColor;
-    look.text.text = parent.textColor;
-    look.text.link = parent.linkColor;
-    look.text.selection = parent.selectionColor;
-    look.text.separator = parent.separatorColor;
-    look.text.label = parent.labelColor;
-    look.text.page = parent.backgroundColor;
-    look.text.dimmed = parent.dimmedColor;
-    return look;
-}
-
 } // namespace
 
 EditorTextHost::EditorTextHost(QWidget* parent)
@@ -60,7 +44,7 @@ void EditorTextHost::applyParent(const RichTextViewRepresentable& parent)
     if (m_parent == parent)
         return;
     m_parent = parent;
-    m_view->setLook(lookOf(parent));
+    m_view->setLook(parent.look);
     QPalette palette = m_view->palette();
     palette.setColor(QPalette::Window, m_view->look().background);
     m_view->setPalette(palette);
@@ -112,12 +96,12 @@ void EditorTextHost::placeText()
         geometry.rightMargin = fit.rightMargin;
         geometry.bottomPadding +=
             qMax(m_parent.pageMargins.bottom(), 0.0) + deskAbovePage / fit.zoom;
-        m_surface->setSheet(sheetLook(), fit);
+        m_surface->setFit(fit);
     } else {
         m_view->setZoom(m_parent.visualZoom);
         geometry.leftMargin = geometry.rightMargin = narrowestMargin / m_parent.visualZoom;
         geometry.widestColumn = m_parent.columnWidth / m_parent.visualZoom;
-        m_surface->setSheet(std::nullopt, {});
+        m_surface->setFit({});
     }
     m_view->setGeometry(geometry);
     emit textPlaced();
@@ -149,13 +133,6 @@ TextColumn EditorTextHost::columnIn(int width) const
     column.sheetWidth = qRound(fit.width() * fit.zoom);
     column.topMargin = qRound(qMax(m_parent.pageMargins.top(), 0.0) * fit.zoom);
     return column;
-}
-
-std::optional<PageSheetLook> EditorTextHost::sheetLook() const
-{
-    if (!m_parent.pageViewEnabled)
-        return std::nullopt;
-    return PageSheetLook{m_parent.deskColor, m_parent.backgroundColor, m_parent.paperEdgeColor};
 }
 
 bool EditorTextHost::eventFilter(QObject* watched, QEvent* event)

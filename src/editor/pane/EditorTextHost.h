@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "editor/page/PageSheet.h"
 #include "editor/view/RichTextViewRepresentable.h"
 
 #include <QWidget>
@@ -41,8 +40,6 @@ public:
 
     /// Where the column stands when the host is `width` wide.
     [[nodiscard]] TextColumn columnIn(int width) const;
-    /// The colours of the sheet; nothing outside page view.
-    [[nodiscard]] std::optional<PageSheetLook> sheetLook() const;
 
 signals:
     /// The caret is to leave the text upwards: Up was pressed in the first line.

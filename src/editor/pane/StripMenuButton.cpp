@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/pane/StripMenuButton.h"
 
+#include "appearance/Drawing.h"
 #include "appearance/Look.h"
 
 #include <QMenu>
@@ -57,8 +58,8 @@ void StripMenuButton::paintEvent(QPaintEvent* /*event*/)
     const QRect room = rect().adjusted(margin, 0, -margin, 0);
     painter.setPen(ink);
     painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text());
-    Look::drawSymbol(painter, QRect(room.right() + 1 - arrowSize, 0, arrowSize, stripHeight),
-                     Symbol::ChevronDown, arrowSize, ink);
+    drawSymbol(painter, QRect(room.right() + 1 - arrowSize, 0, arrowSize, stripHeight),
+               Symbol::ChevronDown, arrowSize, ink);
 }
 
 } // namespace orvane

@@ -183,12 +183,10 @@ void WritingTools::findAgain(FindDirection direction)
 
 void WritingTools::applyLook()
 {
-    const Tokens t = writingTokens(m_look, m_defaults);
-    m_find.setColors({t.match, t.matchEdge, t.on(Surface::Page).accent});
-    m_spelling.setMarkColor(t.on(Surface::Page).danger);
     m_formatting.lookChanged();
     if (m_markdown)
-        m_markdown->setTheme(MarkdownSyntaxHighlighter::Theme::of(t));
+        m_markdown->setTheme(
+            MarkdownSyntaxHighlighter::Theme::of(writingTokens(m_look, m_defaults)));
 }
 
 } // namespace orvane

@@ -71,12 +71,6 @@ void SpellingMarks::setCodeSource(CodeSource source)
     m_view.viewport()->update();
 }
 
-void SpellingMarks::setMarkColor(const QColor& color)
-{
-    m_markColor = color;
-    m_view.viewport()->update();
-}
-
 void SpellingMarks::updateChecker()
 {
     disconnect(m_checkerChanged);
@@ -229,7 +223,7 @@ void SpellingMarks::paintOverText(QPainter& painter, const EditorPaint& paint)
             if (m_typingAt && touches(word, *m_typingAt))
                 continue;
             for (const QRectF& rect : markRects(m_view, paint, word))
-                drawMark(painter, rect, paint.scale, m_markColor);
+                drawMark(painter, rect, paint.scale, m_view.look().misspelling);
         }
     }
     painter.restore();

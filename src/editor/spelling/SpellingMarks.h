@@ -30,7 +30,6 @@ public:
     /// Where a paragraph has code, which is not checked, in positions of the text.
     using CodeSource = std::function<QList<TextRange>(const QTextBlock&)>;
     void setCodeSource(CodeSource source);
-    void setMarkColor(const QColor& color);
 
     /// The misspelt words that touch `range`, within one paragraph; finds them out if need be.
     [[nodiscard]] QList<TextRange> misspellingsIn(TextRange range);
@@ -57,7 +56,6 @@ private:
     SpellChecker* m_checker = nullptr; // of m_spelling; null for no checking
     QMetaObject::Connection m_checkerChanged;
     CodeSource m_codeSource;
-    QColor m_markColor{229, 72, 77};
     SpellingResults m_results;
     QList<TextRange> m_shown;            // by rising position, where they stand now
     std::optional<qsizetype> m_typingAt; // the caret, as long as it stands where typing left it

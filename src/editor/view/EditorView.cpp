@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/view/EditorView.h"
 
+#include "appearance/AppearanceTokens.h"
 #include "editor/view/EditorAccessible.h"
 #include "editor/view/EditorExtension.h"
 #include "editor/view/InputMethodBridge.h"
@@ -24,29 +25,13 @@ constexpr qreal caretWidth = 1.5; // points
 constexpr qreal leastZoom = 0.5;
 constexpr qreal mostZoom = 3;
 
-EditorLook lookFrom(const QPalette& palette)
-{
-    EditorLook look;
-    look.background = palette.color(QPalette::Base);
-    look.caret = palette.color(QPalette::Text);
-    look.inactiveSelection = palette.color(QPalette::Inactive, QPalette::Highlight);
-    look.text.text = palette.color(QPalette::Text);
-    look.text.link = palette.color(QPalette::Link);
-    look.text.selection = palette.color(QPalette::Highlight);
-    look.text.separator = palette.color(QPalette::Mid);
-    look.text.label = palette.color(QPalette::PlaceholderText);
-    look.text.page = look.background;
-    look.text.dimmed = palette.color(QPalette::PlaceholderText);
-    return look;
-}
-
 } // namespace
 
 EditorView::EditorView(QWidget* parent)
     : QAbstractScrollArea(parent)
     , m_ownStore(std::make_unique<TextStore>())
     , m_ownGateway(std::make_unique<EditGateway>(*m_ownStore))
-    , m_look(lookFrom(palette()))
+    , m_look(editorLook(signatureDarkTokens(), WritingGround::openPage, 1))
     , m_scroller(std::make_unique<PageScroller>(*this))
     , m_mouse(std::make_unique<MouseSelection>(*this))
     , m_inputMethod(std::make_unique<InputMethodBridge>(*this))

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "editor/view/CaretNavigator.h"
+#include "editor/view/EditorLook.h"
 #include "editor/view/EditorSettings.h"
 #include "editor/view/TextMime.h"
 #include "text/attachments/AttachmentPainter.h"
@@ -24,16 +25,6 @@ class InputMethodBridge;
 class MouseSelection;
 class PageScroller;
 class TextStore;
-
-/// The colours of a text view.
-struct EditorLook {
-    TextColors text;
-    QColor background;
-    QColor caret;
-    QColor inactiveSelection; ///< while the keyboard is elsewhere
-
-    bool operator==(const EditorLook&) const = default;
-};
 
 /// Where the text stands in the view. Lengths are in points, so they grow with the zoom.
 struct EditorGeometry {

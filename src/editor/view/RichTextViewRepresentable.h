@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "editor/view/EditorLook.h"
 #include "editor/view/EditorSettings.h"
 
-#include <QColor>
 #include <QMarginsF>
 #include <QString>
 #include <QUuid>
@@ -18,15 +18,7 @@ struct RichTextViewRepresentable {
     std::optional<QUuid> noteID;
     QString fontName;
     double fontSize = 16; ///< in points, before the zoom
-    QColor textColor;
-    QColor cursorColor;
-    QColor backgroundColor; ///< behind the text: in page view that of the paper
-    QColor linkColor;
-    QColor selectionColor;
-    QColor inactiveSelectionColor;
-    QColor separatorColor;
-    QColor labelColor; ///< of what the view itself writes
-    QColor dimmedColor;
+    EditorLook look;
     EditorMode editorMode = EditorMode::plainText;
     /// Empty space below the last line, in points.
     double bottomDocumentPadding = 220;
@@ -36,8 +28,6 @@ struct RichTextViewRepresentable {
     /// The text on a sheet of paper instead of the open column.
     bool pageViewEnabled = false;
     QMarginsF pageMargins{72, 72, 72, 72}; ///< in points, in page view
-    QColor deskColor;                      ///< around the paper
-    QColor paperEdgeColor;
     bool rulerVisible = false;
     bool isEditable = true;
 

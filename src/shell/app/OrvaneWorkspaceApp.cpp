@@ -3,6 +3,7 @@
 
 #include "appearance/AppearanceObserver.h"
 #include "appearance/DesktopMotion.h"
+#include "appearance/WornLook.h"
 #include "appearance/themes/AppearanceKeysMigration.h"
 #include "appearance/themes/AppearanceThemeLibrary.h"
 #include "appearance/themes/DesktopThemeFollower.h"
@@ -147,7 +148,7 @@ AppUndoRedoRouter OrvaneWorkspaceApp::undoRouter()
 
 void OrvaneWorkspaceApp::start()
 {
-    m_look.wear();
+    wear(m_look);
     m_window = std::make_unique<MainWindow>(*m_appState, *m_shortcuts, m_look);
     m_questions.setHost(&m_window->sheets(), &m_look);
     connect(m_window.get(), &MainWindow::closed, this, &OrvaneWorkspaceApp::quitRequested);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 // The part of BinderTreeView that drags rows and shows where they would go.
-#include "appearance/OrvaneStyle.h"
+#include "appearance/Drawing.h"
 #include "shell/binder/BinderModel.h"
 #include "shell/binder/BinderTreeView.h"
 

@@ -2,8 +2,8 @@
 #include "shell/binder/BinderTreeView.h"
 
 #include "appearance/Contrast.h"
+#include "appearance/Drawing.h"
 #include "appearance/IconChoices.h"
-#include "appearance/OrvaneStyle.h"
 #include "core/records/Wording.h"
 #include "shell/binder/BinderModel.h"
 
@@ -47,15 +47,6 @@ public:
     }
 };
 
-void drawLine(QPainter& painter, const QRect& rect, const QFont& font, const QColor& ink,
-              const QString& text)
-{
-    painter.setFont(font);
-    painter.setPen(ink);
-    painter.drawText(rect, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
-                     fitted(text, font, rect.width()));
-}
-
 /// The picture that was chosen for the row, else the usual one of its kind.
 void drawPicture(QPainter& painter, const QRectF& rect, const QModelIndex& index, Symbol usual,
                  const QColor& ink)
@@ -64,7 +55,7 @@ void drawPicture(QPainter& painter, const QRectF& rect, const QModelIndex& index
     if (!chosen.isEmpty() && hasIconDrawing(chosen))
         drawStoredIcon(painter, rect, chosen, symbolSize, ink);
     else
-        Look::drawSymbol(painter, rect, usual, symbolSize, ink);
+        drawSymbol(painter, rect, usual, symbolSize, ink);
 }
 
 int leftOf(const QModelIndex& index)
@@ -187,15 +178,7 @@ void BinderTreeView::drawGround(QPainter& painter, const QRect& row, bool select
                                 bool hovered) const
 {
     const SurfaceTokens& t = m_look.tokens().on(Surface::Binder);
-    const QRect ground = row.adjusted(inset, 0, -inset, 0);
-    if (selected) {
-        drawPanel(painter, ground, 6, t.selectedRow);
-        painter.fillRect(QRect(ground.left(), ground.top() + 8, 2, ground.height() - 16), t.accent);
-        if (hasFocus())
-            drawFocusRing(painter, ground, 6, t.accent);
-    } else if (hovered) {
-        drawPanel(painter, ground, 6, t.hoveredRow);
-    }
+    drawRowGround(painter, row.adjusted(inset, 0, -inset, 0), {selected, hovered, hasFocus()}, t);
 }
 
 void BinderTreeView::drawFolder(QPainter& painter, const QRect& row, const QModelIndex& index,
@@ -206,9 +189,8 @@ void BinderTreeView::drawFolder(QPainter& painter, const QRect& row, const QMode
     const QColor second = selected ? t.textSecondaryOnSelectedRow : t.textSecondary;
     const int left = leftOf(index);
     if (model()->hasChildren(index))
-        Look::drawSymbol(painter, QRectF(left, row.top(), 12, row.height()),
-                         isExpanded(index) ? Symbol::ChevronDown : Symbol::ChevronRight, 12,
-                         second);
+        drawSymbol(painter, QRectF(left, row.top(), 12, row.height()),
+                   isExpanded(index) ? Symbol::ChevronDown : Symbol::ChevronRight, 12, second);
     const bool isTrash = index.data(BinderModel::IsTrashRole).toBool();
     drawPicture(painter, QRectF(left + 20, row.top(), symbolSize, row.height()), index,
                 isTrash ? Symbol::Trash : Symbol::Folder, t.icon);
@@ -216,12 +198,12 @@ void BinderTreeView::drawFolder(QPainter& painter, const QRect& row, const QMode
     const QFont label = interfaceFont(TextStyle::Label);
     const int countWidth = QFontMetrics(label).horizontalAdvance(count);
     const QRect right(row.width() - rightPadding - countWidth, row.top(), countWidth, row.height());
-    drawLine(painter, right.adjusted(0, 0, 2, 0), label, second, count);
+    drawTextLine(painter, right.adjusted(0, 0, 2, 0), label, second, count);
     QRect rest(row.left(), row.top(), right.left() - 8 - row.left(), row.height());
     drawTrailing(painter, rest, index);
     const int titleLeft = left + 44;
-    drawLine(painter, QRect(titleLeft, row.top(), rest.right() - titleLeft, row.height()),
-             interfaceFont(TextStyle::BodyMedium), ink, index.data().toString());
+    drawTextLine(painter, QRect(titleLeft, row.top(), rest.right() - titleLeft, row.height()),
+                 interfaceFont(TextStyle::BodyMedium), ink, index.data().toString());
 }
 
 void BinderTreeView::drawNote(QPainter& painter, const QRect& row, const QModelIndex& index,
@@ -237,11 +219,12 @@ void BinderTreeView::drawNote(QPainter& painter, const QRect& row, const QModelI
     QRect rest(row.left(), row.top(), row.width() - rightPadding - row.left(), row.height());
     drawTrailing(painter, rest, index);
     const int width = rest.right() + 1 - textLeft;
-    drawLine(painter, QRect(textLeft, row.top() + 3, width, 18),
-             interfaceFont(TextStyle::BodyMedium), selected ? t.textOnSelectedRow : t.text,
-             index.data().toString());
-    drawLine(painter, QRect(textLeft, row.top() + 20, width, 15), interfaceFont(TextStyle::Label),
-             second, index.data(BinderModel::SecondLineRole).toString());
+    drawTextLine(painter, QRect(textLeft, row.top() + 3, width, 18),
+                 interfaceFont(TextStyle::BodyMedium), selected ? t.textOnSelectedRow : t.text,
+                 index.data().toString());
+    drawTextLine(painter, QRect(textLeft, row.top() + 20, width, 15),
+                 interfaceFont(TextStyle::Label), second,
+                 index.data(BinderModel::SecondLineRole).toString());
 }
 
 // Pin and tag dots from the right; `row` is cut to what is left of them.
@@ -261,8 +244,8 @@ void BinderTreeView::drawTrailing(QPainter& painter, QRect& row, const QModelInd
         }
     }
     if (index.data(BinderModel::IsPinnedRole).toBool()) {
-        Look::drawSymbol(painter, QRectF(row.right() - 11, row.top(), 12, row.height()),
-                         Symbol::Pin, 12, m_look.tokens().on(Surface::Binder).textSecondary);
+        drawSymbol(painter, QRectF(row.right() - 11, row.top(), 12, row.height()), Symbol::Pin, 12,
+                   m_look.tokens().on(Surface::Binder).textSecondary);
         row.setRight(row.right() - 16);
     }
 }

@@ -2,6 +2,7 @@
 #include "shell/binder/IconsAndTitlesWindow.h"
 
 #include "appearance/Contrast.h"
+#include "appearance/Drawing.h"
 #include "appearance/IconChoices.h"
 #include "appearance/OrvaneStyle.h"
 #include "shell/shortcuts/KeyRouting.h"
@@ -146,7 +147,7 @@ protected:
         if (hasIconDrawing(m_icon))
             drawStoredIcon(painter, rect(), m_icon, 24, ink);
         else
-            Look::drawSymbol(painter, rect(), m_otherwise, 24, ink);
+            drawSymbol(painter, rect(), m_otherwise, 24, ink);
     }
 
 private:

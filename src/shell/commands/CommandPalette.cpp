@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/commands/CommandPalette.h"
 
-#include "appearance/OrvaneStyle.h"
 #include "shell/commands/CommandPaletteDelegate.h"
 #include "shell/commands/CommandPaletteModel.h"
 

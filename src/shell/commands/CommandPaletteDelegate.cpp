@@ -2,7 +2,6 @@
 #include "shell/commands/CommandPaletteDelegate.h"
 
 #include "appearance/Drawing.h"
-#include "appearance/OrvaneStyle.h"
 
 #include <QPainter>
 #include <QTextLayout>
@@ -55,13 +54,13 @@ void CommandPaletteDelegate::paint(QPainter* painter, const QStyleOptionViewItem
     const QColor secondary = marked ? t.textSecondaryOnSelectedRow : t.textSecondary;
     const QRect symbol(option.rect.left() + margin, option.rect.top(), symbolSize, lineHeight);
     if (line.drawing.isEmpty())
-        Look::drawSymbol(*painter, symbol, line.symbol, symbolSize, t.icon);
+        drawSymbol(*painter, symbol, line.symbol, symbolSize, t.icon);
     else
         drawCommand(*painter, symbol, line.drawing, t.icon);
 
     QRect room = option.rect.adjusted(titleLeft, 0, -margin, 0);
     if (!line.key.isEmpty())
-        room.setRight(paintKey(*painter, room, line.key, secondary) - gap);
+        room.setRight(drawKeyChip(*painter, room, line.key, secondary, t.border) - gap);
     room.setLeft(paintTitle(*painter, room, line, ink) + gap);
     if (line.place.isEmpty() || room.width() < 40)
         return;
@@ -78,19 +77,6 @@ void CommandPaletteDelegate::paintHead(QPainter& painter, const QRect& rect,
     painter.setFont(interfaceFont(TextStyle::SectionHead));
     painter.setPen(m_look.tokens().on(Surface::Card).textSecondary);
     painter.drawText(rect.adjusted(margin, 6, -margin, 0), Qt::AlignLeft | Qt::AlignVCenter, title);
-}
-
-int CommandPaletteDelegate::paintKey(QPainter& painter, const QRect& rect, const QString& key,
-                                     const QColor& ink) const
-{
-    const QFont font = interfaceFont(TextStyle::Label);
-    const int width = QFontMetrics(font).horizontalAdvance(key) + 12;
-    const QRect chip(rect.right() + 1 - width, rect.center().y() - 10, width, 21);
-    drawPanel(painter, chip, 4, QColor(), m_look.tokens().on(Surface::Card).border);
-    painter.setFont(font);
-    painter.setPen(ink);
-    painter.drawText(chip, Qt::AlignCenter, key);
-    return chip.left();
 }
 
 int CommandPaletteDelegate::paintTitle(QPainter& painter, const QRect& rect,

@@ -22,8 +22,6 @@ public:
 
 private:
     void paintHead(QPainter& painter, const QRect& rect, const QString& title) const;
-    [[nodiscard]] int paintKey(QPainter& painter, const QRect& rect, const QString& key,
-                               const QColor& ink) const;
     [[nodiscard]] int paintTitle(QPainter& painter, const QRect& rect, const PaletteLine& line,
                                  const QColor& ink) const;
 

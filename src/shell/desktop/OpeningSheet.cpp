@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/desktop/OpeningSheet.h"
 
-#include "appearance/OrvaneStyle.h"
+#include "appearance/Drawing.h"
 #include "shell/window/ElidedLabel.h"
 
 #include <QHBoxLayout>

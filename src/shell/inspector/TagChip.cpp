@@ -2,7 +2,7 @@
 #include "shell/inspector/TagChip.h"
 
 #include "appearance/Contrast.h"
-#include "appearance/OrvaneStyle.h"
+#include "appearance/Drawing.h"
 
 #include <QContextMenuEvent>
 #include <QKeyEvent>

@@ -2,7 +2,7 @@
 #include "shell/inspector/TagField.h"
 
 #include "appearance/Contrast.h"
-#include "appearance/OrvaneStyle.h"
+#include "appearance/Drawing.h"
 #include "core/tags/Tags.h"
 #include "shell/inspector/TagChip.h"
 
@@ -181,12 +181,8 @@ void TagField::paintEvent(QPaintEvent* event)
         if (hasFocus()) {
             drawFocusRing(painter, rect(), TagChip::chipHeight / 2.0, t.accent);
         } else {
-            QPen dashes(blended(t.text, 0.22, t.ground), 1);
-            dashes.setDashPattern({3, 3});
-            painter.setRenderHint(QPainter::Antialiasing);
-            painter.setPen(dashes);
-            painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5),
-                                    TagChip::chipHeight / 2.0, TagChip::chipHeight / 2.0);
+            drawDashedEdge(painter, rect(), TagChip::chipHeight / 2.0,
+                           blended(t.text, 0.22, t.ground));
         }
     }
     QLineEdit::paintEvent(event);

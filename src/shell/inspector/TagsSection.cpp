@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/inspector/TagsSection.h"
 
-#include "appearance/OrvaneStyle.h"
 #include "core/tags/TagColorPalette.h"
 #include "shell/inspector/FlowLayout.h"
 #include "shell/inspector/TagChip.h"

@@ -2,7 +2,7 @@
 #include "shell/inspector/VersionListView.h"
 
 #include "appearance/Contrast.h"
-#include "appearance/OrvaneStyle.h"
+#include "appearance/Drawing.h"
 #include "shell/shortcuts/KeyRouting.h"
 
 #include <QAbstractListModel>
@@ -81,23 +81,18 @@ public:
         const QRect row = option.rect;
         const bool selected = option.state.testFlag(QStyle::State_Selected);
         const QRect ground = row.adjusted(inset, 0, -inset, 0);
-        if (selected) {
-            drawPanel(*painter, ground, 6, t.selectedRow);
-            painter->fillRect(QRect(ground.left(), ground.top() + 8, 2, ground.height() - 16),
-                              t.accent);
-            if (option.widget && option.widget->hasFocus())
-                drawFocusRing(*painter, ground, 6, t.accent);
-        } else if (option.state.testFlag(QStyle::State_MouseOver) && index.row() > 0) {
-            drawPanel(*painter, ground, 6, t.hoveredRow);
-        }
+        const bool hovered = option.state.testFlag(QStyle::State_MouseOver) && index.row() > 0;
+        drawRowGround(*painter, ground,
+                      {selected, hovered, option.widget && option.widget->hasFocus()}, t);
         drawDot(*painter, {row.left() + dotCentre + 0.5, row.top() + 14.5}, index.row() == 0);
         const int width = row.width() - textLeft - 16;
-        drawLine(*painter, QRect(row.left() + textLeft, row.top() + 5, width, 18),
-                 TextStyle::BodyMedium, selected ? t.textOnSelectedRow : t.text,
-                 index.data().toString());
-        drawLine(*painter, QRect(row.left() + textLeft, row.top() + 23, width, 15),
-                 TextStyle::Label, selected ? t.textSecondaryOnSelectedRow : t.textSecondary,
-                 index.data(VersionListModel::DetailRole).toString());
+        drawTextLine(*painter, QRect(row.left() + textLeft, row.top() + 5, width, 18),
+                     interfaceFont(TextStyle::BodyMedium), selected ? t.textOnSelectedRow : t.text,
+                     index.data().toString());
+        drawTextLine(*painter, QRect(row.left() + textLeft, row.top() + 23, width, 15),
+                     interfaceFont(TextStyle::Label),
+                     selected ? t.textSecondaryOnSelectedRow : t.textSecondary,
+                     index.data(VersionListModel::DetailRole).toString());
     }
 
 private:
@@ -111,15 +106,6 @@ private:
         painter.drawEllipse(centre, isNow ? dotRadius + 0.5 : dotRadius - 0.5,
                             isNow ? dotRadius + 0.5 : dotRadius - 0.5);
         painter.restore();
-    }
-    static void drawLine(QPainter& painter, const QRect& rect, TextStyle style, const QColor& ink,
-                         const QString& text)
-    {
-        const QFont font = interfaceFont(style);
-        painter.setFont(font);
-        painter.setPen(ink);
-        painter.drawText(rect, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
-                         QFontMetrics(font).elidedText(text, Qt::ElideRight, rect.width()));
     }
 
     const Look& m_look;

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/projects/BothStoresSheet.h"
 
-#include "appearance/OrvaneStyle.h"
 #include "core/records/Wording.h"
 #include "core/versions/NoteVersion.h"
 #include "shell/window/TwoLineDelegate.h"

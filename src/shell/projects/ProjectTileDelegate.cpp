@@ -2,8 +2,8 @@
 #include "shell/projects/ProjectTileDelegate.h"
 
 #include "appearance/Contrast.h"
+#include "appearance/Drawing.h"
 #include "appearance/IconChoices.h"
-#include "appearance/OrvaneStyle.h"
 #include "core/records/Wording.h"
 #include "shell/projects/ProjectTilesModel.h"
 
@@ -121,7 +121,7 @@ void ProjectTileDelegate::paintProject(QPainter& painter, const QRect& tile,
     if (hasIconDrawing(stored))
         drawStoredIcon(painter, art, stored, 40, ink);
     else
-        Look::drawSymbol(painter, art, projectSymbol(stored), 40, ink);
+        drawSymbol(painter, art, projectSymbol(stored), 40, ink);
     if (isMissing)
         drawLabel(painter, art, tr("Not there"), option.direction, card);
     else if (isSetAside)
@@ -155,17 +155,12 @@ void ProjectTileDelegate::paintNewProject(QPainter& painter, const QRect& tile,
     const bool hovered = option.state.testFlag(QStyle::State_MouseOver);
     if (hovered)
         drawPanel(painter, tile, corner, blended(window.text, 0.03, window.ground));
-    QPen dashes(hovered ? blended(window.text, 0.3, window.ground)
-                        : blended(window.text, 0.12, window.ground),
-                1);
-    dashes.setDashPattern({4, 3});
-    painter.setPen(dashes);
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(QRectF(tile).adjusted(0.5, 0.5, -0.5, -0.5), corner, corner);
+    drawDashedEdge(painter, tile, corner,
+                   blended(window.text, hovered ? 0.3 : 0.12, window.ground));
     const QRect middle(tile.left(), tile.center().y() - 28, tile.width(), 56);
     const QColor ink = hovered ? window.text : window.textSecondary;
-    Look::drawSymbol(painter, QRectF(middle.left(), middle.top(), middle.width(), 28), Symbol::Plus,
-                     22, ink);
+    drawSymbol(painter, QRectF(middle.left(), middle.top(), middle.width(), 28), Symbol::Plus, 22,
+               ink);
     painter.setPen(ink);
     painter.setFont(interfaceFont(TextStyle::Body));
     painter.drawText(QRect(middle.left(), middle.top() + 32, middle.width(), 22), Qt::AlignCenter,

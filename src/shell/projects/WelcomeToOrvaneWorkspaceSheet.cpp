@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/projects/WelcomeToOrvaneWorkspaceSheet.h"
 
-#include "appearance/OrvaneStyle.h"
+#include "appearance/Drawing.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -33,7 +33,7 @@ protected:
         QPainter painter(this);
         const Tokens& t = m_look.tokens();
         drawPanel(painter, rect(), 8, t.accentWash);
-        Look::drawSymbol(painter, rect(), m_symbol, 16, t.on(Surface::Card).accent);
+        drawSymbol(painter, rect(), m_symbol, 16, t.on(Surface::Card).accent);
     }
 
 private:

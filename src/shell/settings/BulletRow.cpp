@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/settings/BulletRow.h"
 
+#include "appearance/Drawing.h"
 #include "appearance/Look.h"
 
 #include <QHBoxLayout>
@@ -77,7 +78,8 @@ void BulletRow::focusBullet()
 
 void BulletRow::paintEvent(QPaintEvent*)
 {
-    QPainter(this).fillRect(0, height() - 1, width(), 1, palette().color(QPalette::Mid));
+    QPainter painter(this);
+    drawLineAt(Qt::BottomEdge, painter, rect(), palette().color(QPalette::Mid));
 }
 
 } // namespace orvane

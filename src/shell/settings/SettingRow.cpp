@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/settings/SettingRow.h"
 
+#include "appearance/Drawing.h"
 #include "appearance/Look.h"
 
 #include <QAbstractButton>
@@ -52,7 +53,8 @@ void SettingRow::setHint(const QString& hint)
 
 void SettingRow::paintEvent(QPaintEvent*)
 {
-    QPainter(this).fillRect(0, height() - 1, width(), 1, palette().color(QPalette::Mid));
+    QPainter painter(this);
+    drawLineAt(Qt::BottomEdge, painter, rect(), palette().color(QPalette::Mid));
 }
 
 void SettingRow::mouseReleaseEvent(QMouseEvent* event)

@@ -2,7 +2,6 @@
 #include "shell/settings/SettingsPages.h"
 
 #include "appearance/DesktopMotion.h"
-#include "appearance/OrvaneStyle.h"
 #include "appearance/studio/ThemeStudioView.h"
 #include "core/library/BootstrapDecision.h"
 #include "core/library/ProjectLibraryController.h"

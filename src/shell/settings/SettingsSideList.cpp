@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/settings/SettingsSideList.h"
 
-#include "appearance/OrvaneStyle.h"
-#include "appearance/studio/KeyboardFocus.h"
+#include "appearance/Drawing.h"
 #include "shell/shortcuts/KeyRouting.h"
 
 #include <QPainter>
@@ -35,22 +34,17 @@ public:
         const QRect row = option.rect;
         const bool chosen = option.state.testFlag(QStyle::State_Selected);
         painter->save();
-        if (chosen) {
-            drawPanel(*painter, row, 6, s.selectedRow);
-            drawPanel(*painter, QRect(row.left(), row.top() + 8, 2, row.height() - 16), 1,
-                      s.accent);
-        } else if (option.state.testFlag(QStyle::State_MouseOver)) {
-            drawPanel(*painter, row, 6, s.hoveredRow);
-        }
+        drawRowGround(
+            *painter, row,
+            {chosen, option.state.testFlag(QStyle::State_MouseOver), showsKeyboardFocus(m_list)},
+            s);
         const QColor ink = chosen ? s.textOnSelectedRow : s.text;
-        Look::drawSymbol(*painter, QRectF(row.left() + 8, row.top(), 16, row.height()),
-                         Symbol(index.data(symbolRole).toInt()), 16, chosen ? ink : s.icon);
+        drawSymbol(*painter, QRectF(row.left() + 8, row.top(), 16, row.height()),
+                   Symbol(index.data(symbolRole).toInt()), 16, chosen ? ink : s.icon);
         painter->setFont(interfaceFont(TextStyle::BodyMedium));
         painter->setPen(ink);
         painter->drawText(row.adjusted(32, 0, -8, 0), Qt::AlignVCenter | Qt::AlignLeft,
                           index.data(Qt::DisplayRole).toString());
-        if (chosen && showsKeyboardFocus(m_list))
-            drawFocusRing(*painter, row, 6, s.accent);
         painter->restore();
     }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/settings/ShortcutRow.h"
 
+#include "appearance/Drawing.h"
 #include "appearance/Look.h"
 #include "commands/KeyClashes.h"
 
@@ -129,7 +130,8 @@ QString ShortcutRow::noteText() const
 
 void ShortcutRow::paintEvent(QPaintEvent*)
 {
-    QPainter(this).fillRect(0, height() - 1, width(), 1, palette().color(QPalette::Mid));
+    QPainter painter(this);
+    drawLineAt(Qt::BottomEdge, painter, rect(), palette().color(QPalette::Mid));
 }
 
 } // namespace orvane

@@ -2,8 +2,7 @@
 #include "shell/settings/Switch.h"
 
 #include "appearance/Contrast.h"
-#include "appearance/OrvaneStyle.h"
-#include "appearance/studio/KeyboardFocus.h"
+#include "appearance/Drawing.h"
 
 #include <QPainter>
 

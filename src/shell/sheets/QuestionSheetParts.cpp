@@ -2,7 +2,7 @@
 #include "shell/sheets/QuestionSheetParts.h"
 
 #include "appearance/Contrast.h"
-#include "appearance/OrvaneStyle.h"
+#include "appearance/Drawing.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
@@ -97,8 +97,8 @@ void drawLine(QPainter& painter, const QWidget& widget, const QRect& rect, const
 void drawIcon(QPainter& painter, const QWidget& widget, const QRect& rect, Symbol symbol,
               const QColor& ink)
 {
-    Look::drawSymbol(painter, QStyle::visualRect(widget.layoutDirection(), widget.rect(), rect),
-                     symbol, iconSize, ink);
+    drawSymbol(painter, QStyle::visualRect(widget.layoutDirection(), widget.rect(), rect), symbol,
+               iconSize, ink);
 }
 
 /// What an event that asks for a tip gets; nothing takes an earlier one away.

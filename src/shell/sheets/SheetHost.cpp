@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/sheets/SheetHost.h"
 
-#include "appearance/OrvaneStyle.h"
+#include "appearance/Drawing.h"
 #include "shell/shortcuts/KeyRouting.h"
 
 #include <QApplication>

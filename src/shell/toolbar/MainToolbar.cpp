@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/toolbar/MainToolbar.h"
 
+#include "appearance/Drawing.h"
 #include "shell/toolbar/ToolbarButtons.h"
 
 #include <QAction>
@@ -208,8 +209,8 @@ void MainToolbar::showEvent(QShowEvent* event)
 void MainToolbar::paintEvent(QPaintEvent* event)
 {
     SurfacePanel::paintEvent(event);
-    QPainter(this).fillRect(0, height() - 1, width(), 1,
-                            look().tokens().on(Surface::Toolbar).border);
+    QPainter painter(this);
+    drawLineAt(Qt::BottomEdge, painter, rect(), look().tokens().on(Surface::Toolbar).border);
 }
 
 } // namespace orvane

@@ -2,7 +2,7 @@
 #include "shell/toolbar/ToolbarButtons.h"
 
 #include "appearance/Contrast.h"
-#include "appearance/OrvaneStyle.h"
+#include "appearance/Drawing.h"
 
 #include <QMenu>
 #include <QPainter>
@@ -20,11 +20,6 @@ constexpr int widestSwitcher = 320;
 constexpr int narrowestSwitcher = 88;
 constexpr int finderWidth = 380;
 constexpr int narrowestFinder = 150;
-
-bool showsRing(const QWidget& widget)
-{
-    return widget.hasFocus() && widget.window()->testAttribute(Qt::WA_KeyboardFocusChange);
-}
 
 } // namespace
 
@@ -67,15 +62,12 @@ void ProjectSwitcher::paintEvent(QPaintEvent*)
     style()->drawPrimitive(QStyle::PE_PanelButtonTool, &option, &painter, this);
     const QColor ink = palette().color(QPalette::WindowText);
     QRect room = rect().adjusted(margin, 0, -margin, 0);
-    Look::drawSymbol(painter, {room.topLeft(), QSize(symbolSize, height())}, Symbol::Project,
-                     symbolSize, ink);
+    drawSymbol(painter, {room.topLeft(), QSize(symbolSize, height())}, Symbol::Project, symbolSize,
+               ink);
     const QRect chevron(room.right() + 1 - chevronSize, 0, chevronSize, height());
-    Look::drawSymbol(painter, chevron, Symbol::ChevronDown, chevronSize, ink);
+    drawSymbol(painter, chevron, Symbol::ChevronDown, chevronSize, ink);
     room.adjust(symbolSize + 8, 0, -chevronSize - 8, 0);
-    painter.setPen(ink);
-    painter.setFont(font());
-    painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                     fitted(m_title, font(), room.width()));
+    drawTextLine(painter, room, font(), ink, m_title);
 }
 
 FinderButton::FinderButton(Look& look, QWidget* parent)
@@ -114,24 +106,14 @@ void FinderButton::paintEvent(QPaintEvent*)
         face = blended(palette().color(QPalette::WindowText), isDown() ? 0.1 : 0.05, face);
     drawPanel(painter, rect(), 6, face, line);
     QRect room = rect().adjusted(margin, 0, -margin, 0);
-    Look::drawSymbol(painter, {room.topLeft(), QSize(symbolSize, height())}, Symbol::Search,
-                     symbolSize, ink);
+    drawSymbol(painter, {room.topLeft(), QSize(symbolSize, height())}, Symbol::Search, symbolSize,
+               ink);
     room.setLeft(room.left() + symbolSize + 8);
-    painter.setPen(ink);
-    const QFont keyFont = interfaceFont(TextStyle::Label);
-    const int keyWidth = QFontMetrics(keyFont).horizontalAdvance(m_key) + 12;
     const int textWidth = fontMetrics().horizontalAdvance(text());
-    if (!m_key.isEmpty() && room.width() >= textWidth + keyWidth + margin) {
-        const QRect chip(room.right() + 1 - keyWidth, room.center().y() - 10, keyWidth, 21);
-        drawPanel(painter, chip, 4, QColor(), line);
-        painter.setFont(keyFont);
-        painter.drawText(chip, Qt::AlignCenter, m_key);
-        room.setRight(chip.left() - margin);
-    }
-    painter.setFont(font());
-    painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                     fitted(text(), font(), room.width()));
-    if (showsRing(*this))
+    if (!m_key.isEmpty() && room.width() >= textWidth + keyChipWidth(m_key) + margin)
+        room.setRight(drawKeyChip(painter, room, m_key, ink, line) - margin);
+    drawTextLine(painter, room, font(), ink, text());
+    if (showsKeyboardFocus(*this))
         drawFocusRing(painter, rect(), 6, palette().color(QPalette::LinkVisited));
 }
 

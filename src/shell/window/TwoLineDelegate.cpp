@@ -2,7 +2,6 @@
 #include "shell/window/TwoLineDelegate.h"
 
 #include "appearance/Drawing.h"
-#include "appearance/OrvaneStyle.h"
 
 #include <QPainter>
 
@@ -44,8 +43,8 @@ void TwoLineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
         return QStyle::visualRect(option.direction, option.rect, rect);
     };
     const QRect row = option.rect;
-    Look::drawSymbol(*painter, placed({row.left() + margin, row.top(), symbolSize, row.height()}),
-                     m_symbol, symbolSize, t.icon);
+    drawSymbol(*painter, placed({row.left() + margin, row.top(), symbolSize, row.height()}),
+               m_symbol, symbolSize, t.icon);
     const int left = margin + symbolSize + symbolGap;
     const int width = row.width() - left - margin;
     const auto draw = [&](TextStyle style, const QColor& ink, int top, const QString& text) {
