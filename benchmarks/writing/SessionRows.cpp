@@ -2,6 +2,7 @@
 #include "appearance/AppearanceTokens.h"
 #include "editor/EditorSamples.h"
 #include "editor/pane/EditorPaneView.h"
+#include "editor/session/SelectedNote.h"
 #include "editor/session/StoredText.h"
 #include "editor/view/EditorView.h"
 #include "support/TestServices.h"
@@ -32,6 +33,7 @@ struct Pane {
 
     Pane()
     {
+        followSelection(pane.session(), app);
         pane.session().setMode(EditorMode::richText);
         showForKeys(pane);
     }

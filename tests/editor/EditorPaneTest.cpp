@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "SelectedNoteFixture.h"
 #include "appearance/AppearanceTokens.h"
 #include "core/records/InternalNoteLink.h"
 #include "core/state/SessionKeys.h"
@@ -35,7 +36,7 @@ struct EditorPaneTest : ::testing::Test {
     QUuid other = *app.createNote(u"Other note\nsecond"_s, {});
     QUuid note = *app.createNote(u"first line"_s, {});
     Look look{signatureDarkTokens()};
-    std::unique_ptr<EditorPaneView> pane = std::make_unique<EditorPaneView>(app, look);
+    std::unique_ptr<EditorPaneView> pane = paneOfSelection(app, look);
 
     EditorPaneTest()
     {
@@ -271,7 +272,7 @@ TEST_F(EditorPaneTest, ANoteThatEndedTheProgramIsOpenedByAPersonAlone)
     app.openProject(project, true);
     EXPECT_EQ(app.selection().selectedNoteID(), std::nullopt);
     EXPECT_EQ(app.selection().noteHeldBack(), note);
-    pane = std::make_unique<EditorPaneView>(app, look);
+    pane = paneOfSelection(app, look);
     pane->resize(900, 600);
     pane->show();
     QApplication::setActiveWindow(pane.get());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/page/PageRuler.h"
 
+#include "SelectedNoteFixture.h"
 #include "appearance/AppearanceTokens.h"
 #include "commands/AppCommandEvents.h"
 #include "editor/page/RulerMarker.h"
@@ -107,7 +108,7 @@ protected:
     {
         QLocale::setDefault(QLocale(QLocale::German));
         rulerVisibleSetting.write(test.defaults, true);
-        pane = std::make_unique<EditorPaneView>(app, look);
+        pane = paneOfSelection(app, look);
         pane->resize(900, 600);
         pane->show();
         QApplication::setActiveWindow(pane.get());

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "SelectedNoteFixture.h"
 #include "appearance/AppearanceTokens.h"
 #include "commands/AppCommandEvents.h"
 #include "core/records/PageSizePreset.h"
@@ -99,7 +100,7 @@ protected:
     QUuid project = *app.createProject(u"P"_s, {});
     QUuid note = *app.createNote(u"Title\nfirst line"_s, {});
     Look look{signatureDarkTokens()};
-    std::unique_ptr<EditorPaneView> pane = std::make_unique<EditorPaneView>(app, look);
+    std::unique_ptr<EditorPaneView> pane = paneOfSelection(app, look);
 };
 
 TEST_F(PageViewTest, ASheetOf612PointsStandsInTheMiddleWithItsMargins)

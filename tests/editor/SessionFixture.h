@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "editor/session/EditorSession.h"
+#include "SelectedNoteFixture.h"
 #include "support/TestServices.h"
 
 #include <gtest/gtest.h>
@@ -15,7 +15,7 @@ struct SessionFixture : ::testing::Test {
     QUuid project = *app->createProject(QStringLiteral("P"), {});
     QUuid a = *app->createNote(QStringLiteral("A\nfirst"), {});
     QUuid b = *app->createNote(QStringLiteral("B\nsecond"), {});
-    std::unique_ptr<EditorSession> session = std::make_unique<EditorSession>(*app);
+    std::unique_ptr<EditorSession> session = sessionOfSelection(*app);
 
     SessionFixture() { app->selection().selectNote(a); }
 
@@ -31,7 +31,7 @@ struct SessionFixture : ::testing::Test {
     void reopen()
     {
         app->closeProject();
-        session = std::make_unique<EditorSession>(*app);
+        session = sessionOfSelection(*app);
         app->openProject(project, false);
         app->selection().selectNote(a);
     }

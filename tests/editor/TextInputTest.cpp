@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "SelectedNoteFixture.h"
 #include "appearance/AppearanceTokens.h"
 #include "editor/pane/EditorPaneView.h"
 #include "editor/view/EditorView.h"
@@ -61,7 +62,7 @@ struct TextInputTest : ::testing::Test {
     QUuid other = *app.createNote(u"Other"_s, {});
     QUuid note = *app.createNote(u"Note"_s, {});
     Look look{signatureDarkTokens()};
-    std::unique_ptr<EditorPaneView> pane = std::make_unique<EditorPaneView>(app, look);
+    std::unique_ptr<EditorPaneView> pane = paneOfSelection(app, look);
 
     TextInputTest()
     {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "SelectedNoteFixture.h"
 #include "appearance/AppearanceTokens.h"
 #include "commands/EditorFormatNotifications.h"
 #include "editor/find/FindStrip.h"
@@ -203,7 +204,7 @@ protected:
     QUuid a = *app.createNote(u"A"_s, {});
     QUuid b = *app.createNote(u"B"_s, {});
     Look look{signatureDarkTokens()};
-    std::unique_ptr<EditorPaneView> pane = std::make_unique<EditorPaneView>(app, look);
+    std::unique_ptr<EditorPaneView> pane = paneOfSelection(app, look);
 };
 
 TEST_P(ToolsTogetherTest, NothingIsLostAndNothingStale)

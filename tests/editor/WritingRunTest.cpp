@@ -44,7 +44,7 @@ struct WritingRunTest : ::testing::Test {
     AgreeingQuestions questions;
     std::unique_ptr<AppState> app = std::make_unique<AppState>(services());
     QUuid project = *app->createProject(u"P"_s, {});
-    std::unique_ptr<EditorSession> session = std::make_unique<EditorSession>(*app);
+    std::unique_ptr<EditorSession> session = sessionOfSelection(*app);
     QList<QUuid> notes;
     QHash<QUuid, ModelNote> model;
     std::mt19937 random{19'110'206};
@@ -187,7 +187,7 @@ struct WritingRunTest : ::testing::Test {
             session.reset();
             app = std::make_unique<AppState>(services());
             app->refreshProjects();
-            session = std::make_unique<EditorSession>(*app);
+            session = sessionOfSelection(*app);
         }
         app->openProject(project, below(2) == 0);
     }

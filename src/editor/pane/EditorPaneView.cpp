@@ -244,8 +244,8 @@ void EditorPaneView::connectTools()
     connect(this, &EditorPaneView::textAboutToChange, this, [this] { m_tools->leaveText(); });
     connect(this, &EditorPaneView::textChanged, this,
             [this] { m_tools->showText(m_session.noteID()); });
-    connect(&m_session, &EditorSession::draftLoaded, this, [this](bool resetFindUI) {
-        if (resetFindUI)
+    connect(&m_session, &EditorSession::draftLoaded, this, [this](FindControls find) {
+        if (find == FindControls::reset)
             m_tools->findStrip().reset();
     });
 }

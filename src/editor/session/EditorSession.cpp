@@ -14,6 +14,15 @@ namespace {
 
 constexpr double smallestFont = 1;
 constexpr double largestFont = 500;
+constexpr double defaultFontSize = 16;
+
+std::chrono::milliseconds autosaveDelay(const UserDefaults& defaults)
+{
+    constexpr double longest = 86'400;
+    const double asked = autoSaveSecondsSetting.read(defaults);
+    const double seconds = std::isnan(asked) ? 0 : std::min(asked, longest);
+    return std::max(shortestAutosaveDelay, std::chrono::milliseconds(qint64(seconds * 1000)));
+}
 
 QString idText(const std::optional<QUuid>& id)
 {
@@ -27,28 +36,23 @@ EditorSession::EditorSession(AppState& appState, QObject* parent)
     , m_appState(appState)
     , m_profiles(appState.services().defaults)
 {
-    connect(&appState.selection(), &Selection::selectedNoteAboutToChange, this,
-            &EditorSession::selectionAboutToChange);
-    connect(&appState.selection(), &Selection::selectionChanged, this,
-            &EditorSession::selectionChanged);
-    connect(&appState, &AppState::notebookReset, this, [this] { syncDraftsFromSelection(true); });
     connect(&appState, &AppState::notebookChanged, this, [this](const NotebookChange& change) {
         constexpr RecordAspects drafted =
             RecordAspect::Title | RecordAspect::Text | RecordAspect::Shapes;
         if (m_draft.noteID && change.ofNote(*m_draft.noteID) & drafted)
             recordChanged(*m_draft.noteID);
     });
-    connect(&appState, &AppState::projectMayBeLeft, this, &EditorSession::flushBeforeClosing);
-    connect(&appState, &AppState::projectAboutToClose, this, &EditorSession::flushBeforeClosing);
-    connect(&appState, &AppState::willTerminate, this, &EditorSession::flushBeforeClosing);
+    connect(&appState, &AppState::projectMayBeLeft, this, &EditorSession::flushDraft);
+    connect(&appState, &AppState::projectAboutToClose, this, &EditorSession::flushDraft);
+    connect(&appState, &AppState::willTerminate, this, &EditorSession::flushDraft);
     connect(&appState, &AppState::noteAboutToBeReplaced, this, &EditorSession::flushDraftToDisk);
     connect(&appState.services().defaults, &UserDefaults::changed, this,
             &EditorSession::settingChanged);
     m_saveCommand = appState.services().notifications.observe(
         AppCommandEvents::saveDocument, [this](const NoPayload&) { saveFromExplicitCommand(); });
     connect(&m_formsMaker, &RichFormsMaker::finished, this, &EditorSession::formsFinished);
-    readWorkingValues();
-    syncDraftsFromSelection(false);
+    takeValues(PerNoteEditorProfile::current(appState.services().defaults));
+    showText();
 }
 
 EditorSession::~EditorSession() = default;
@@ -59,57 +63,25 @@ const EditorDraft& EditorSession::draft()
     return m_draft;
 }
 
-const NoteRecord* EditorSession::activeNote() const
-{
-    const auto selected = m_appState.selection().selectedNoteID();
-    return selected ? m_appState.note(*selected) : nullptr;
-}
-
-bool EditorSession::currentDraftMatchesSelection() const
-{
-    return m_draft.noteID == m_appState.selection().selectedNoteID();
-}
-
 QString EditorSession::currentTitle() const
 {
-    if (currentDraftMatchesSelection())
-        return m_draft.title;
-    const NoteRecord* note = activeNote();
-    return note ? editableTitle(*note) : QString();
+    return m_draft.title;
 }
 
 QString EditorSession::currentBodyPlain()
 {
-    if (currentDraftMatchesSelection()) {
-        pullPlain();
-        return m_draft.bodyPlain;
-    }
-    const NoteRecord* note = activeNote();
-    return note ? note->body.text() : QString();
+    pullPlain();
+    return m_draft.bodyPlain;
 }
 
 bool EditorSession::isEditable() const
 {
-    return m_draft.noteID && m_isReadable && m_appState.canCreateOrEdit();
-}
-
-bool EditorSession::beginEdit(bool resetFindUI)
-{
-    const auto selected = m_appState.selection().selectedNoteID();
-    if (!selected)
-        return false;
-    if (!currentDraftMatchesSelection())
-        syncDraftsFromSelection(resetFindUI);
-    if (!m_isReadable)
-        return false;
-    m_draft.noteID = selected;
-    m_lastStableEditingNoteID = selected;
-    return true;
+    return mayEdit() && m_appState.canCreateOrEdit();
 }
 
 void EditorSession::setTitle(const QString& title)
 {
-    if (!beginEdit(true))
+    if (!mayEdit())
         return;
     m_draft.title = title;
     setDirty(true);
@@ -120,9 +92,8 @@ void EditorSession::setTitle(const QString& title)
 
 void EditorSession::setShapes(const std::optional<Blob>& payload)
 {
-    if (!m_isReadable)
+    if (!mayEdit())
         return;
-    beginEdit(false);
     m_draft.shapesPayload = payload;
     m_wouldLoseFormatting.reset();
     markDirty();
@@ -136,10 +107,8 @@ void EditorSession::markDirty()
 
 void EditorSession::setDirty(bool dirty)
 {
-    if (!dirty) {
-        m_boundTask.reset();
-        m_boundGeneration.reset();
-    }
+    if (!dirty)
+        m_bound = BoundState::Off{};
     if (m_draft.isDirty == dirty)
         return;
     m_draft.isDirty = dirty;
@@ -156,82 +125,93 @@ void EditorSession::setRefusal(std::optional<Refusal> refusal)
 
 void EditorSession::cancelAutosave()
 {
-    m_autosaveTask.reset();
-    m_prepareTask.reset();
-    m_writesWhenMade = false;
+    m_autosave = AutosaveState::Idle{};
 }
 
 void EditorSession::scheduleAutosave()
 {
-    cancelAutosave();
     const Services& services = m_appState.services();
+    AutosaveState::Delayed delayed;
     // A pause is when making the forms of a long text disturbs nobody; at a flush they are there.
-    if (m_formsAreStale && isLong())
-        m_prepareTask = services.clock.after(shortestAutosaveDelay, [this] { prepareForms(); });
-    if (!autosaveEnabledSetting.read(services.defaults))
-        return;
-    constexpr double longest = 86'400;
-    const double asked = autoSaveSecondsSetting.read(services.defaults);
-    const double seconds = std::isnan(asked) ? 0 : std::min(asked, longest);
-    const auto delay =
-        std::max(shortestAutosaveDelay, std::chrono::milliseconds(qint64(seconds * 1000)));
-    m_autosaveTask = services.clock.after(delay, [this] { runAutosaveToDisk(); });
-    const bool makesForms = m_formsAreStale && isLong();
-    if (!m_boundTask && !m_boundGeneration)
-        m_boundTask = services.clock.after(makesForms ? longestUnsavedOfLongText : longestUnsaved,
-                                           [this] { boundUnsaved(); });
+    if (needsLongForms())
+        delayed.prepare = services.clock.after(shortestAutosaveDelay, [this] { prepareForms(); });
+    const bool isOn = autosaveEnabledSetting.read(services.defaults);
+    if (isOn)
+        delayed.write =
+            services.clock.after(autosaveDelay(services.defaults), [this] { runAutosaveToDisk(); });
+    m_autosave = std::move(delayed);
+    if (isOn && std::holds_alternative<BoundState::Off>(m_bound))
+        m_bound = BoundState::Running{
+            services.clock.after(needsLongForms() ? longestUnsavedOfLongText : longestUnsaved,
+                                 [this] { boundUnsaved(); })};
 }
 
 void EditorSession::boundUnsaved()
 {
-    m_boundTask.reset();
-    if (!m_draft.isDirty || !currentDraftMatchesSelection() ||
-        !autosaveEnabledSetting.read(m_appState.services().defaults))
+    auto* making = std::get_if<BoundState::MakingForms>(&m_bound);
+    if (making)
+        making->over.reset();
+    else
+        m_bound = BoundState::Off{};
+    const Services& services = m_appState.services();
+    if (!m_draft.isDirty || !autosaveEnabledSetting.read(services.defaults))
         return;
-    if (m_formsAreStale && isLong()) {
-        if (m_boundGeneration)
-            return; // its forms take longer than this
-        prepareForms();
-        m_boundGeneration = m_generation;
-        m_boundTask =
-            m_appState.services().clock.after(longestUnsavedOfLongText, [this] { boundUnsaved(); });
-        if (m_formsMaker.hasFinished(m_generation))
-            formsFinished(m_generation);
+    if (!needsLongForms()) {
+        (void)writeDraft(*m_draft.noteID);
+        log("autosave.bound");
         return;
     }
-    (void)writeDraft(*m_draft.noteID);
-    log("autosave.bound");
+    if (making)
+        return; // its forms take longer than this
+    prepareForms();
+    m_bound = BoundState::MakingForms{
+        m_generation, services.clock.after(longestUnsavedOfLongText, [this] { boundUnsaved(); })};
+    if (m_formsMaker.hasFinished(m_generation))
+        formsFinished(m_generation);
+}
+
+void EditorSession::stopMakingForBound()
+{
+    auto* making = std::get_if<BoundState::MakingForms>(&m_bound);
+    if (!making)
+        return;
+    auto over = std::move(making->over);
+    if (over)
+        m_bound = BoundState::Running{std::move(over)};
+    else
+        m_bound = BoundState::Off{};
 }
 
 void EditorSession::runAutosaveToDisk()
 {
-    const auto selected = m_appState.selection().selectedNoteID();
-    if (!m_draft.isDirty || !selected || m_draft.noteID != selected)
+    if (!m_draft.isDirty || !m_draft.noteID)
         return;
     prepareForms();
-    m_writesWhenMade = m_formsAreStale && isLong() && !m_formsMaker.hasFinished(m_generation);
-    if (m_writesWhenMade)
+    if (needsLongForms() && !m_formsMaker.hasFinished(m_generation)) {
+        m_autosave = AutosaveState::AwaitingForms{};
         return;
-    (void)writeDraft(*selected);
+    }
+    (void)writeDraft(*m_draft.noteID);
     log("autosave");
 }
 
 Accepted EditorSession::writeDraft(const QUuid& noteID)
 {
     pullText();
-    m_writesWhenMade = false;
+    if (std::holds_alternative<AutosaveState::AwaitingForms>(m_autosave))
+        cancelAutosave();
     const auto written = write(noteID, m_draft.content());
-    if (m_refusal)
-        m_boundTask.reset(); // asked for again with the next edit
-    else
+    if (!m_refusal)
         setDirty(false);
+    else if (std::holds_alternative<BoundState::Running>(m_bound))
+        m_bound = BoundState::Off{}; // asked for again with the next edit
     return written;
 }
 
 Accepted EditorSession::write(const QUuid& noteID, const NoteContent& content)
 {
     // What is written is what stands here already.
-    const QScopedValueRollback writes(m_isWriting, true);
+    const QScopedValueRollback writes(m_activity, Activity::writing);
     const auto written = m_appState.updateNote(noteID, content);
     // What only the disk didn't take is in the record, which is written again when saving works.
     const bool isTaken = written || written.error() == Refusal::NotStored;
@@ -251,10 +231,9 @@ void EditorSession::flushDraftToDisk(const QUuid& noteID)
 
 void EditorSession::saveFromExplicitCommand()
 {
-    const NoteRecord* note = activeNote();
-    if (!note || !currentDraftMatchesSelection() || !m_isReadable)
+    if (!mayEdit())
         return;
-    const QUuid noteID = note->id;
+    const QUuid noteID = *m_draft.noteID;
     cancelAutosave();
     if (!writeDraft(noteID))
         return;
@@ -267,35 +246,21 @@ void EditorSession::saveFromExplicitCommand()
         });
 }
 
-void EditorSession::selectionAboutToChange(const std::optional<QUuid>& from,
-                                           const std::optional<QUuid>& to)
+void EditorSession::prepareToLeave()
 {
-    if (m_appState.isAppTerminating())
-        return;
-    const auto target = m_draft.noteID ? m_draft.noteID : from ? from : m_lastStableEditingNoteID;
-    if (target)
-        flushDraftToDisk(*target);
+    flushDraft();
     cancelAutosave();
-    qCDebug(selectionSyncLog, "selectedNoteID.changed %ls->%ls", qUtf16Printable(idText(from)),
-            qUtf16Printable(idText(to)));
 }
 
-void EditorSession::selectionChanged()
+void EditorSession::flushDraft()
 {
-    if (!m_appState.isAppTerminating() && !currentDraftMatchesSelection())
-        syncDraftsFromSelection(true);
-}
-
-void EditorSession::flushBeforeClosing()
-{
-    const auto target = m_draft.noteID ? m_draft.noteID : m_appState.selection().selectedNoteID();
-    if (target)
-        flushDraftToDisk(*target);
+    if (m_draft.noteID)
+        flushDraftToDisk(*m_draft.noteID);
 }
 
 void EditorSession::recordChanged(const QUuid& noteID)
 {
-    if (m_isWriting || m_draft.noteID != noteID || !currentDraftMatchesSelection())
+    if (m_activity == Activity::writing)
         return;
     const NoteRecord* note = m_appState.note(noteID);
     if (m_draft.isDirty) {
@@ -308,98 +273,105 @@ void EditorSession::recordChanged(const QUuid& noteID)
     }
     // Its date alone doesn't tell: a restored version may come within the millisecond of a flush.
     if (note && EditorDraft::of(*note) != m_draft)
-        syncDraftsFromSelection(false);
+        load(noteID, FindControls::keep);
 }
 
-void EditorSession::syncDraftsFromSelection(bool resetFindUI)
+void EditorSession::show(const std::optional<QUuid>& noteID)
+{
+    if (noteID != m_draft.noteID)
+        load(noteID, FindControls::reset);
+}
+
+void EditorSession::load(const std::optional<QUuid>& noteID, FindControls find)
 {
     const bool wasDirty = m_draft.isDirty;
     leaveText();
-    const NoteRecord* note = activeNote();
-    m_draft = selectedDraft();
-    m_boundTask.reset();
-    m_boundGeneration.reset();
+    const NoteRecord* note = noteID ? m_appState.note(*noteID) : nullptr;
+    m_draft = note ? draftOf(m_appState, *note) : EditorDraft();
+    m_bound = BoundState::Off{};
     m_recordShapes = m_draft.shapesPayload;
-    if (note) {
-        m_lastStableEditingNoteID = note->id;
-        applyEditorProfile(note->id);
-    }
-    m_isReadable = !note || (note->body.isReadable() && m_draft.text().isReadable());
+    m_stage = !note                                                    ? Stage::empty
+              : note->body.isReadable() && m_draft.text().isReadable() ? Stage::open
+                                                                       : Stage::unreadable;
+    if (note)
+        showProfileOf(note->id);
     showText();
     if (wasDirty != m_draft.isDirty)
         emit dirtyChanged(m_draft.isDirty);
     setRefusal(m_draft.isDirty ? std::optional(Refusal::NotAllowed) : std::nullopt);
     if (m_draft.isDirty && m_appState.canCreateOrEdit())
         scheduleAutosave();
-    emit draftLoaded(resetFindUI);
+    emit draftLoaded(find);
     emit titleChanged();
-    log(note ? "syncDraftsFromSelection.loaded" : "syncDraftsFromSelection.empty");
+    log(note ? "load.note" : "load.empty");
 }
 
-EditorDraft EditorSession::selectedDraft() const
+EditorDraft EditorSession::draftOf(const AppState& appState, const NoteRecord& note)
 {
-    const NoteRecord* note = activeNote();
-    if (!note)
-        return {};
-    const auto& refused = m_appState.refusedContents();
-    const auto kept = refused.constFind(note->id);
-    return kept == refused.cend() ? EditorDraft::of(*note) : EditorDraft::of(note->id, *kept);
+    const auto& refused = appState.refusedContents();
+    const auto kept = refused.constFind(note.id);
+    return kept == refused.cend() ? EditorDraft::of(note) : EditorDraft::of(note.id, *kept);
 }
 
-void EditorSession::readWorkingValues()
+void EditorSession::takeValues(const PerNoteEditorProfile& profile)
 {
-    const UserDefaults& defaults = m_appState.services().defaults;
-    m_mode = editorModeNamed(editorModeSetting.read(defaults));
-    m_baseFont = TextFont{editorFontFamilySetting.read(defaults), 16};
-    const double size = editorFontSizeSetting.read(defaults);
-    if (size >= smallestFont && size <= largestFont)
-        m_baseFont.size = size;
+    m_profile = profile;
+    m_mode = editorModeNamed(profile.mode);
+    const bool isSize = profile.fontSize >= smallestFont && profile.fontSize <= largestFont;
+    m_baseFont = TextFont{profile.fontFamily, isSize ? profile.fontSize : defaultFontSize};
 }
 
-void EditorSession::applyEditorProfile(const QUuid& noteID)
+void EditorSession::showProfileOf(const QUuid& noteID)
 {
     const auto profile = m_profiles.profile(noteID);
     if (!profile)
-        return persistEditorProfileForActiveNote();
+        return m_profiles.setProfile(noteID, m_profile);
     const TextFont font = m_baseFont;
-    {
-        const QScopedValueRollback applies(m_appliesProfile, true);
-        profile->makeCurrent(m_appState.services().defaults);
-    }
-    readWorkingValues();
+    takeValues(*profile);
+    m_profile.makeCurrent(m_appState.services().defaults); // read by others once the text is shown
     if (m_baseFont != font)
         emit baseFontChanged();
 }
 
-void EditorSession::persistEditorProfileForActiveNote()
+void EditorSession::changeProfile(const PerNoteEditorProfile& profile)
 {
-    if (const auto selected = m_appState.selection().selectedNoteID())
-        m_profiles.setProfile(*selected,
-                              PerNoteEditorProfile::current(m_appState.services().defaults));
+    if (profile == m_profile)
+        return;
+    if (m_draft.noteID)
+        m_profiles.setProfile(*m_draft.noteID, profile);
+    const bool isOtherMode = profile.mode != m_profile.mode;
+    const TextFont font = m_baseFont;
+    if (isOtherMode)
+        leaveText();
+    takeValues(profile);
+    if (isOtherMode)
+        showText();
+    if (m_baseFont == font)
+        return;
+    mergeTypingFont();
+    emit baseFontChanged();
 }
 
 void EditorSession::setMode(EditorMode mode)
 {
-    editorModeSetting.write(m_appState.services().defaults, editorModeName(mode));
+    PerNoteEditorProfile profile = m_profile;
+    profile.mode = editorModeName(mode);
+    changeProfile(profile);
+    m_profile.makeCurrent(m_appState.services().defaults);
 }
 
+// Of the three keys only the one that changed: the session writes its own one after another.
 void EditorSession::settingChanged(const QString& key)
 {
-    const bool isMode = key == editorModeSetting.keyText();
-    const bool isFont =
-        key == editorFontFamilySetting.keyText() || key == editorFontSizeSetting.keyText();
-    if ((!isMode && !isFont) || m_appliesProfile)
-        return;
-    persistEditorProfileForActiveNote();
-    if (isMode) {
-        leaveText();
-        readWorkingValues();
-        showText();
-        return;
-    }
-    readWorkingValues();
-    mergeTypingFont();
-    emit baseFontChanged();
+    const UserDefaults& defaults = m_appState.services().defaults;
+    PerNoteEditorProfile profile = m_profile;
+    if (key == editorModeSetting.keyText())
+        profile.mode = editorModeSetting.read(defaults);
+    else if (key == editorFontFamilySetting.keyText())
+        profile.fontFamily = editorFontFamilySetting.read(defaults);
+    else if (key == editorFontSizeSetting.keyText())
+        profile.fontSize = editorFontSizeSetting.read(defaults);
+    changeProfile(profile);
 }
 
 void EditorSession::log(const char* reason) const

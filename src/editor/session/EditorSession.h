@@ -7,6 +7,7 @@
 #include "editor/session/OpenTexts.h"
 #include "editor/session/PerNoteEditorProfile.h"
 #include "editor/session/RichFormsMaker.h"
+#include "editor/session/SavingStates.h"
 #include "editor/view/EditorSettings.h"
 #include "platform/NotificationCenter.h"
 #include "text/archive/NoteEditorTypingAttributesCodec.h"
@@ -15,13 +16,19 @@
 
 namespace orvane {
 
-/// The life of a pane's draft, from keystroke to disk. Follows the selection of `AppState`: loads
-/// a draft when a note is selected, marks it dirty on each edit, writes it when no edit has come
-/// for the autosave delay and at the latest `longestUnsaved` after the first one, and writes it at
-/// once before the selection changes, the project closes or the program ends. A dirty draft is
-/// never overwritten by a change of the record, only its shapes follow; a clean one follows it. A
-/// draft that is refused stays dirty, and comes back with its note for as long as the project is
-/// open. Main thread.
+/// What to do with a search in the text when another draft comes.
+enum class FindControls { keep, reset };
+
+/// The life of a pane's draft, from keystroke to disk. Shows the note that it is told to show:
+/// loads its draft, marks it dirty on each edit, writes it when no edit has come for the autosave
+/// delay and at the latest `longestUnsaved` after the first one, and writes it at once before
+/// another note is shown, the project closes or the program ends. A dirty draft is never
+/// overwritten by a change of the record, only its shapes follow; a clean one follows it. A draft
+/// that is refused stays dirty, and comes back with its note for as long as the project is open.
+/// Main thread.
+///
+/// Mode and font are the note's own, kept in its profile. They are written to the working keys of
+/// the user defaults, where others read them and a person changes them.
 ///
 /// The text itself stands behind `gateway()`, where views show and change it. What is stored of it
 /// is made when it is needed and not with each keystroke.
@@ -42,7 +49,17 @@ public:
     /// Whether anything may be edited now.
     [[nodiscard]] bool isEditable() const;
     /// False when what is stored of the note's text can't be read now. It is then left alone.
-    [[nodiscard]] bool isReadable() const { return m_isReadable; }
+    [[nodiscard]] bool isReadable() const { return m_stage != Stage::unreadable; }
+
+    // --- Which note ---
+
+    /// Another note is about to be shown: writes the draft and asks for no autosave any more.
+    void prepareToLeave();
+    /// Shows a note, or none; the one that is shown already stays as it is.
+    void show(const std::optional<QUuid>& noteID);
+    /// Loads the draft of the note, also of the one that is shown; what was not written is dropped,
+    /// unless it was refused.
+    void load(const std::optional<QUuid>& noteID, FindControls find);
 
     // --- Text and mode ---
 
@@ -50,12 +67,12 @@ public:
     /// after `textReplaced`.
     [[nodiscard]] EditGateway& gateway() { return m_text->gateway; }
     [[nodiscard]] EditorMode mode() const { return m_mode; }
-    /// Changes the working value of the mode, and with it the note's profile.
+    /// Changes the mode, and with it the note's profile.
     void setMode(EditorMode mode);
     /// The font of the note's profile.
     [[nodiscard]] const TextFont& baseFont() const { return m_baseFont; }
 
-    // --- Edits. Without a selected note they do nothing. ---
+    // --- Edits. Without a note they do nothing. ---
     void setTitle(const QString& title);
     void setShapes(const std::optional<Blob>& payload);
 
@@ -64,9 +81,6 @@ public:
     /// The "Save" command: writes the draft whether it is dirty or not and keeps a version. Tells
     /// `manualSaveCompleted` once both are on the disk.
     void saveFromExplicitCommand();
-    /// Loads the draft from the selected note; what was not written is dropped, unless it was
-    /// refused.
-    void syncDraftsFromSelection(bool resetFindUI);
 
 signals:
     /// `gateway()` is about to be another one, or to hold another text: whoever works on it lets go
@@ -75,7 +89,7 @@ signals:
     /// Another text or another mode. The text before may be gone after this.
     void textReplaced();
     /// Another draft, or the same note's with other contents.
-    void draftLoaded(bool resetFindUI);
+    void draftLoaded(orvane::FindControls find);
     /// One edit has brought a text so long that it was written at once. Comes before views lay it
     /// out.
     void longTextWritten();
@@ -87,26 +101,30 @@ signals:
     void baseFontChanged();
 
 private:
-    void selectionAboutToChange(const std::optional<QUuid>& from, const std::optional<QUuid>& to);
-    void selectionChanged();
+    /// What there is to edit.
+    enum class Stage { empty, unreadable, open };
+    /// What the session does itself, so that what follows from it isn't taken for another's doing.
+    enum class Activity { none, writing, mergingFont, asking };
+
     void recordChanged(const QUuid& noteID);
     void settingChanged(const QString& key);
-    void flushBeforeClosing();
-    bool beginEdit(bool resetFindUI);
+    [[nodiscard]] bool mayEdit() const { return m_stage == Stage::open; }
     void markDirty();
     void scheduleAutosave();
     void cancelAutosave();
     void runAutosaveToDisk();
     void boundUnsaved();
+    void stopMakingForBound();
+    void flushDraft();
     Accepted writeDraft(const QUuid& noteID);
     Accepted write(const QUuid& noteID, const NoteContent& content);
     void setDirty(bool dirty);
     void setRefusal(std::optional<Refusal> refusal);
-    [[nodiscard]] EditorDraft selectedDraft() const;
+    [[nodiscard]] static EditorDraft draftOf(const AppState& appState, const NoteRecord& note);
 
-    void readWorkingValues();
-    void applyEditorProfile(const QUuid& noteID);
-    void persistEditorProfileForActiveNote();
+    void takeValues(const PerNoteEditorProfile& profile);
+    void showProfileOf(const QUuid& noteID);
+    void changeProfile(const PerNoteEditorProfile& profile);
 
     void showText();
     void leaveText();
@@ -125,6 +143,8 @@ private:
     void pullPlain();
     void pullText();
     [[nodiscard]] bool isLong() const;
+    /// Whether forms must be made that take longer than a keystroke may.
+    [[nodiscard]] bool needsLongForms() const;
     /// Begins to make the forms of a long text, unless that has begun.
     void prepareForms();
     void formsFinished(quint64 generation);
@@ -135,20 +155,19 @@ private:
     }
 
     void log(const char* reason) const;
-    [[nodiscard]] bool currentDraftMatchesSelection() const;
-    [[nodiscard]] const NoteRecord* activeNote() const;
 
     AppState& m_appState;
     PerNoteEditorProfiles m_profiles;
-    bool m_appliesProfile = false;
+    PerNoteEditorProfile m_profile;
+    // What the profile says.
     EditorMode m_mode = EditorMode::plainText;
     TextFont m_baseFont;
 
     EditorDraft m_draft;
-    std::optional<QUuid> m_lastStableEditingNoteID;
-    std::unique_ptr<Clock::Delay> m_autosaveTask;
-    /// Runs from the first edit that is not on the disk, however many follow.
-    std::unique_ptr<Clock::Delay> m_boundTask;
+    Stage m_stage = Stage::empty;
+    Activity m_activity = Activity::none;
+    Autosave m_autosave;
+    UnsavedBound m_bound;
     std::optional<Refusal> m_refusal;
     /// As the record had them when it was last looked at.
     std::optional<Blob> m_recordShapes;
@@ -158,20 +177,10 @@ private:
     std::unique_ptr<OpenText> m_text;
     QList<QMetaObject::Connection> m_textConnections;
     std::optional<EditorMode> m_shownMode;
-    bool m_isReadable = true;
-    bool m_isWriting = false;
-    bool m_isMerging = false;
-    bool m_plainIsStale = false;
-    bool m_formsAreStale = false;
+    DraftParts m_behind;
     /// Counts the changes of rich texts.
     quint64 m_generation = 0;
     RichFormsMaker m_formsMaker;
-    std::unique_ptr<Clock::Delay> m_prepareTask;
-    /// The delay is over; the draft is written when its forms are made.
-    bool m_writesWhenMade = false;
-    /// The generation whose forms are written when they are made, whatever is typed meanwhile.
-    std::optional<quint64> m_boundGeneration;
-    bool m_isAsking = false;
     std::optional<bool> m_wouldLoseFormatting;
     TypingAttributes m_lastTypingAttributes;
     std::optional<QByteArray> m_lastEmittedTypingAttributes;

@@ -44,7 +44,7 @@ void EditorSession::leaveText()
     if (!m_text)
         return;
     pullText();
-    m_boundGeneration.reset();
+    stopMakingForBound();
     // What is read first decides; the rest would only be held, and maybe unread.
     if (m_text->form == TextForm::plain)
         m_text->stored = {m_draft.bodyPlain, {}, {}};
@@ -115,8 +115,7 @@ void EditorSession::connectText()
         connect(&gateway(), &EditGateway::typingStyleChanged, this, typing),
     };
     gateway().setEditGuard([this] { return allowsEdit(); });
-    m_plainIsStale = false;
-    m_formsAreStale = false;
+    m_behind = {};
     m_lastTypingAttributes = typingAttributes();
     m_lastEmittedTypingAttributes =
         NoteEditorTypingAttributesCodec::archive(m_lastTypingAttributes);
@@ -127,12 +126,12 @@ void EditorSession::onTextChanged(const TextChange& change)
     if (!m_draft.noteID)
         return;
     if (m_text->form == TextForm::rich) {
-        m_formsAreStale = true;
+        m_behind |= DraftPart::RichForms;
         ++m_generation;
     } else {
         eraseRichForms(change);
     }
-    m_plainIsStale = true;
+    m_behind |= DraftPart::Plain;
     markDirty();
     log("contentChanged");
     if (change.lengthAfter >= writtenBeforeShown &&
@@ -167,7 +166,7 @@ TypingAttributes EditorSession::typingAttributes() const
 
 void EditorSession::emitTypingAttributesChange()
 {
-    if (m_isMerging || m_text->form != TextForm::rich || !isEditable())
+    if (m_activity == Activity::mergingFont || m_text->form != TextForm::rich || !isEditable())
         return;
     const TypingAttributes now = typingAttributes();
     if (now == m_lastTypingAttributes)
@@ -189,7 +188,7 @@ void EditorSession::mergeTypingFont()
 {
     if (m_text->form != TextForm::rich || !gateway().selection().isEmpty())
         return;
-    const QScopedValueRollback merging(m_isMerging, true);
+    const QScopedValueRollback merging(m_activity, Activity::mergingFont);
     CharacterStyle style = *gateway().typingStyle();
     if (style.font && style.font->family == m_baseFont.family &&
         std::abs(style.font->size - m_baseFont.size) <= 0.01)
@@ -200,18 +199,18 @@ void EditorSession::mergeTypingFont()
 
 void EditorSession::pullPlain()
 {
-    if (!m_plainIsStale)
+    if (!m_behind.testFlag(DraftPart::Plain))
         return;
-    m_plainIsStale = false;
+    m_behind.setFlag(DraftPart::Plain, false);
     m_draft.bodyPlain = plainForm(m_text->store.text());
 }
 
 void EditorSession::pullText()
 {
     pullPlain();
-    if (!m_formsAreStale)
+    if (!m_behind.testFlag(DraftPart::RichForms))
         return;
-    m_formsAreStale = false;
+    m_behind.setFlag(DraftPart::RichForms, false);
     RichForms forms;
     if (m_formsMaker.hasStarted(m_generation))
         forms = m_formsMaker.take();
@@ -228,25 +227,37 @@ bool EditorSession::isLong() const
     return m_text->store.length() > longText;
 }
 
+bool EditorSession::needsLongForms() const
+{
+    return m_behind.testFlag(DraftPart::RichForms) && isLong();
+}
+
 void EditorSession::prepareForms()
 {
     // What is to be written whatever is typed isn't given up for what was typed.
-    if (m_formsAreStale && isLong() && !m_formsMaker.hasStarted(m_generation) && !m_boundGeneration)
+    const bool isKept = std::holds_alternative<BoundState::MakingForms>(m_bound);
+    if (needsLongForms() && !m_formsMaker.hasStarted(m_generation) && !isKept)
         m_formsMaker.start(m_generation, m_text->store.snapshot());
 }
 
 void EditorSession::formsFinished(quint64 generation)
 {
-    if (m_boundGeneration == generation) {
-        m_boundGeneration.reset();
-        // They may have been taken meanwhile.
-        if (generation != m_generation)
-            return m_formsMaker.hasStarted(generation) ? writeForms(m_formsMaker.take())
-                                                       : boundUnsaved();
-        m_writesWhenMade = true;
+    const auto* making = std::get_if<BoundState::MakingForms>(&m_bound);
+    const bool isForBound = making && making->generation == generation;
+    if (isForBound)
+        stopMakingForBound();
+    if (generation == m_generation) {
+        if (isForBound || std::holds_alternative<AutosaveState::AwaitingForms>(m_autosave))
+            runAutosaveToDisk();
+        return;
     }
-    if (m_writesWhenMade && generation == m_generation)
-        runAutosaveToDisk();
+    if (!isForBound)
+        return;
+    // They may have been taken meanwhile.
+    if (m_formsMaker.hasStarted(generation))
+        writeForms(m_formsMaker.take());
+    else
+        boundUnsaved();
 }
 
 void EditorSession::writeForms(const RichForms& forms)
@@ -257,15 +268,15 @@ void EditorSession::writeForms(const RichForms& forms)
     content.richContentPayload = blobOf(forms.rich);
     (void)write(*m_draft.noteID, content);
     log("autosave.bound");
-    if (m_writesWhenMade)
+    if (std::holds_alternative<AutosaveState::AwaitingForms>(m_autosave))
         return runAutosaveToDisk();
-    if (!m_boundTask)
+    if (!std::holds_alternative<BoundState::Running>(m_bound))
         boundUnsaved();
 }
 
 bool EditorSession::allowsEdit()
 {
-    if (m_isAsking || !isEditable())
+    if (m_activity == Activity::asking || !isEditable())
         return false;
     if (m_text->form == TextForm::rich)
         return true;
@@ -276,7 +287,7 @@ bool EditorSession::allowsEdit()
 
 bool EditorSession::acceptsFormattingLoss()
 {
-    const QScopedValueRollback asking(m_isAsking, true);
+    const QScopedValueRollback asking(m_activity, Activity::asking);
     const OpenText* asked = m_text.get();
     const QString first = gateway().textBeingTyped();
     Questions& questions = m_appState.services().questions;

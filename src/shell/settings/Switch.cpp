@@ -3,6 +3,7 @@
 
 #include "appearance/Contrast.h"
 #include "appearance/Drawing.h"
+#include "appearance/Look.h"
 
 #include <QPainter>
 

@@ -25,6 +25,7 @@
 #include "shell/sheets/NameSheet.h"
 #include "shell/shortcuts/ShortcutCenter.h"
 #include "shell/toolbar/ProjectMenu.h"
+#include "shell/window/RecordPage.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -214,11 +215,12 @@ QWidget* MainWindow::makePanes(QWidget* parent)
     m_binder = new BinderView(m_appState, *m_actions.newNote, *m_actions.newFolder, m_look, panes);
     connect(m_binder, &BinderView::tagSheetRequested, this,
             [this] { m_sheets->present(new TagFilterSheet(m_appState, m_look)); });
-    m_editor = new EditorPaneView(m_appState, m_look, panes);
+    auto* page = new RecordPage(m_appState, m_look, panes);
+    m_editor = &page->textPane();
     showKeys();
     m_inspector = new InspectorView(m_appState, *m_sheets, m_look, panes);
     panes->setPane(Pane::Binder, m_binder);
-    panes->setPane(Pane::Editor, m_editor);
+    panes->setPane(Pane::Editor, page);
     panes->setPane(Pane::Inspector, m_inspector);
     m_paneController =
         new OrvaneWorkspaceSplitViewController(*panes, m_paneLayout, m_appState.services(), this);
