@@ -63,7 +63,7 @@ struct EditorPaneTest : ::testing::Test {
     {
         auto* menu = button(u"Mode of the note"_s).findChild<QMenu*>();
         for (QAction* action : menu->actions()) {
-            if (action->text() == editorModeName(mode))
+            if (action->text() == rawValue(mode))
                 action->trigger();
         }
         settle();
@@ -90,7 +90,7 @@ TEST_F(EditorPaneTest, WhatIsTypedIsStoredInEachModeAndCounted)
     for (const EditorMode mode :
          {EditorMode::richText, EditorMode::markdown, EditorMode::plainText}) {
         choose(mode);
-        EXPECT_EQ(button(u"Mode of the note"_s).text(), editorModeName(mode));
+        EXPECT_EQ(button(u"Mode of the note"_s).text(), rawValue(mode));
         EXPECT_EQ(view().formatting(),
                   mode == EditorMode::richText ? TextFormatting::rich : TextFormatting::plain);
         QTest::keyClick(&view(), Qt::Key_End, Qt::ControlModifier);

@@ -51,9 +51,9 @@ TEST(ParagraphRole, TakesItsSizeFromTheSettings)
     EXPECT_EQ(configuredSize(Role::heading2, defaults), 28) << "0 counts as not stored";
     EXPECT_EQ(configuredSize(Role::heading3, defaults), 25);
     for (Role each : {Role::body, Role::heading1, Role::heading6})
-        EXPECT_EQ(editorParagraphStyleRole(rawValue(each)), each);
+        EXPECT_EQ(fromRawValue<EditorParagraphStyleRole>(rawValue(each)), each);
     EXPECT_EQ(rawValue(Role::heading4), u"Heading 4"_s);
-    EXPECT_FALSE(editorParagraphStyleRole(u"Heading 7"));
+    EXPECT_FALSE(fromRawValue<EditorParagraphStyleRole>(u"Heading 7"));
 }
 
 TEST(Highlight, IsMadeFitToStandBehindText)

@@ -185,8 +185,7 @@ TEST_F(TextInputTest, InEachMode)
         pane->session().setMode(mode);
         QApplication::processEvents();
         for (const auto& row : rows) {
-            SCOPED_TRACE(
-                qPrintable(editorModeName(mode) + u": "_s + QString::fromLatin1(row.name)));
+            SCOPED_TRACE(qPrintable(rawValue(mode) + u": "_s + QString::fromLatin1(row.name)));
             set(row.before);
             for (const Step& step : row.steps)
                 act(step);
@@ -201,7 +200,7 @@ TEST_F(TextInputTest, InEachMode)
 TEST_F(TextInputTest, ComposedTextGoesWithTheTextThatItStandsIn)
 {
     for (const EditorMode mode : allModes) {
-        SCOPED_TRACE(qPrintable(editorModeName(mode)));
+        SCOPED_TRACE(qPrintable(rawValue(mode)));
         app.selection().selectNote(note);
         pane->session().setMode(mode);
         set(u"ab|"_s);

@@ -155,7 +155,7 @@ void ThemeCard::editName()
     m_nameField->show();
     m_nameField->selectAll();
     m_nameField->setFocus();
-    connect(m_nameField, &QLineEdit::editingFinished, this, [this] { endNaming(true); });
+    connect(m_nameField, &QLineEdit::editingFinished, this, [this] { endNaming(NewName::taken); });
     update();
 }
 
@@ -163,13 +163,13 @@ bool ThemeCard::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == m_nameField && event->type() == QEvent::KeyPress &&
         static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
-        endNaming(false);
+        endNaming(NewName::dropped);
         return true;
     }
     return QAbstractButton::eventFilter(watched, event);
 }
 
-void ThemeCard::endNaming(bool take)
+void ThemeCard::endNaming(NewName newName)
 {
     if (!m_nameField)
         return;
@@ -183,7 +183,7 @@ void ThemeCard::endNaming(bool take)
     if (hadFocus)
         setFocus();
     update();
-    if (take && !name.isEmpty() && name != text())
+    if (newName == NewName::taken && !name.isEmpty() && name != text())
         emit renamed(name);
 }
 

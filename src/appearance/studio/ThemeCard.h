@@ -42,7 +42,8 @@ protected:
 
 private:
     [[nodiscard]] QRect nameRect() const;
-    void endNaming(bool take);
+    enum class NewName { taken, dropped };
+    void endNaming(NewName name);
 
     QUuid m_id;
     Look& m_look;

@@ -6,8 +6,6 @@
 
 namespace orvane {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 struct Band {
@@ -57,29 +55,6 @@ RgbaColor colorOf(const Hsb& hsb, double alpha)
 }
 
 } // namespace
-
-QString rawValue(EditorHighlightStrength strength)
-{
-    switch (strength) {
-    case EditorHighlightStrength::subtle:
-        return u"Subtle"_s;
-    case EditorHighlightStrength::strong:
-        return u"Strong"_s;
-    case EditorHighlightStrength::standard:
-        break;
-    }
-    return u"Standard"_s;
-}
-
-EditorHighlightStrength editorHighlightStrength(QStringView rawValue)
-{
-    using enum EditorHighlightStrength;
-    for (const EditorHighlightStrength strength : {subtle, strong}) {
-        if (rawValue.compare(orvane::rawValue(strength), Qt::CaseInsensitive) == 0)
-            return strength;
-    }
-    return standard;
-}
 
 RgbaColor normalizeHighlight(const RgbaColor& color, EditorHighlightStrength strength)
 {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "platform/StoredWords.h"
 #include "platform/UserDefaults.h"
 #include "text/value/RgbaColor.h"
 
@@ -9,10 +10,15 @@ namespace orvane {
 /// How strongly highlights cover the page.
 enum class EditorHighlightStrength { subtle, standard, strong };
 
-/// The stored word of a strength: "Subtle", "Standard" or "Strong".
-[[nodiscard]] QString rawValue(EditorHighlightStrength strength);
+template <>
+inline constexpr auto storedWords<EditorHighlightStrength> =
+    std::to_array<QStringView>({u"Subtle", u"Standard", u"Strong"});
 /// The strength that a stored word means, in either case of letters; standard for any other.
-[[nodiscard]] EditorHighlightStrength editorHighlightStrength(QStringView rawValue);
+[[nodiscard]] inline EditorHighlightStrength editorHighlightStrength(QStringView word)
+{
+    return fromRawValue<EditorHighlightStrength>(word, Qt::CaseInsensitive)
+        .value_or(EditorHighlightStrength::standard);
+}
 
 /// A part of the look, so themes carry it.
 inline const Setting<QString> editorHighlightStrengthSetting{

@@ -7,7 +7,6 @@
 
 namespace orvane {
 
-using namespace Qt::StringLiterals;
 using enum EditorParagraphStyleRole;
 
 namespace {
@@ -18,22 +17,6 @@ constexpr std::array<const Setting<double>*, 7> sizeSettings{
 };
 
 } // namespace
-
-QString rawValue(EditorParagraphStyleRole role)
-{
-    return role == body ? u"Body"_s : u"Heading %1"_s.arg(int(role));
-}
-
-std::optional<EditorParagraphStyleRole> editorParagraphStyleRole(QStringView rawValue)
-{
-    if (rawValue == orvane::rawValue(body))
-        return body;
-    for (const EditorParagraphStyleRole heading : headingCases) {
-        if (rawValue == orvane::rawValue(heading))
-            return heading;
-    }
-    return std::nullopt;
-}
 
 const Setting<double>& sizeSetting(EditorParagraphStyleRole role)
 {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "platform/StoredWords.h"
 #include "platform/UserDefaults.h"
 
 #include <array>
@@ -25,10 +26,10 @@ inline constexpr std::array headingCases{
     EditorParagraphStyleRole::heading5, EditorParagraphStyleRole::heading6,
 };
 
-/// The role's word in commands: "Body", "Heading 1", …
-[[nodiscard]] QString rawValue(EditorParagraphStyleRole role);
-[[nodiscard]] std::optional<EditorParagraphStyleRole>
-editorParagraphStyleRole(QStringView rawValue);
+/// The words of the roles in commands.
+template <>
+inline constexpr auto storedWords<EditorParagraphStyleRole> = std::to_array<QStringView>(
+    {u"Body", u"Heading 1", u"Heading 2", u"Heading 3", u"Heading 4", u"Heading 5", u"Heading 6"});
 
 /// The setting that holds the role's size in points.
 [[nodiscard]] const Setting<double>& sizeSetting(EditorParagraphStyleRole role);

@@ -93,10 +93,10 @@ void FormattingTools::observeParagraphCommands()
     observeRole(AppCommandEvents::applyHeading6, Role::heading6);
     m_commands.observe(Format::paragraphHeading, rich, [this](const ParagraphRoleChoice& choice) {
         m_editing.applyParagraphRole(
-            editorParagraphStyleRole(choice.role).value_or(Role::heading1));
+            fromRawValue<EditorParagraphStyleRole>(choice.role).value_or(Role::heading1));
     });
     m_commands.observe(Format::setParagraphRole, rich, [this](const ParagraphRoleChoice& choice) {
-        if (const auto role = editorParagraphStyleRole(choice.role))
+        if (const auto role = fromRawValue<EditorParagraphStyleRole>(choice.role))
             m_editing.applyParagraphRole(*role);
     });
     m_commands.observe(Format::setParagraphMetrics, rich, [this](const ParagraphMetrics& metrics) {

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include <QString>
-
-#include <optional>
+#include "platform/StoredWords.h"
 
 namespace orvane {
 
@@ -25,7 +23,6 @@ enum class EditorListStyle {
     lowerAlpha,
     lowerRoman
 };
-inline constexpr int editorListStyleCount = 15;
 
 /// What the line under the caret is, for controls that show it.
 enum class EditorListKind { none, bullet, numbered };
@@ -35,10 +32,15 @@ enum class EditorListKind { none, bullet, numbered };
     return style >= EditorListStyle::decimal;
 }
 
-/// The style's name in settings and commands: "disc", "largeBullet", …
-[[nodiscard]] QString rawValue(EditorListStyle style);
-[[nodiscard]] std::optional<EditorListStyle> editorListStyle(QStringView rawValue);
-/// "none", "bullet" or "numbered".
-[[nodiscard]] QString rawValue(EditorListKind kind);
+/// The names of the styles in settings and commands.
+template <>
+inline constexpr auto storedWords<EditorListStyle> =
+    std::to_array<QStringView>({u"disc", u"largeBullet", u"arrow", u"dash", u"circle", u"square",
+                                u"diamond", u"star", u"checkmark", u"checkbox", u"decimal",
+                                u"upperRoman", u"upperAlpha", u"lowerAlpha", u"lowerRoman"});
+inline constexpr int editorListStyleCount = int(storedWords<EditorListStyle>.size());
+template <>
+inline constexpr auto storedWords<EditorListKind> = std::to_array<QStringView>({u"none", u"bullet",
+                                                                                u"numbered"});
 
 } // namespace orvane

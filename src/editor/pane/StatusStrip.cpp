@@ -54,7 +54,7 @@ void StatusStrip::makeModeMenu()
     auto* group = new QActionGroup(&modes);
     for (const EditorMode mode :
          {EditorMode::richText, EditorMode::plainText, EditorMode::markdown}) {
-        QAction* action = modes.addAction(editorModeName(mode));
+        QAction* action = modes.addAction(rawValue(mode));
         action->setCheckable(true);
         action->setData(int(mode));
         group->addAction(action);
@@ -90,7 +90,7 @@ void StatusStrip::setMode(std::optional<EditorMode> mode)
     m_mode->setVisible(mode.has_value());
     if (!mode)
         return;
-    m_mode->setChoice(tr("Mode of the note"), editorModeName(*mode));
+    m_mode->setChoice(tr("Mode of the note"), rawValue(*mode));
     for (QAction* action : m_mode->choices().actions())
         action->setChecked(action->data().toInt() == int(*mode));
 }

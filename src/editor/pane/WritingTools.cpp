@@ -99,7 +99,7 @@ void WritingTools::observeListCommands()
         m_lists.toggleList(EditorListStyle::decimal);
     });
     m_commands.observe(Format::setListStyle, rich, [this](const ListStyleChoice& choice) {
-        if (const auto style = editorListStyle(choice.style))
+        if (const auto style = fromRawValue<EditorListStyle>(choice.style))
             m_lists.toggleList(*style);
     });
     m_commands.observe(Format::setCustomBullet, rich, [this](const CustomBulletChoice& choice) {

@@ -355,7 +355,7 @@ void EditorSession::changeProfile(const PerNoteEditorProfile& profile)
 void EditorSession::setMode(EditorMode mode)
 {
     PerNoteEditorProfile profile = m_profile;
-    profile.mode = editorModeName(mode);
+    profile.mode = rawValue(mode);
     changeProfile(profile);
     m_profile.makeCurrent(m_appState.services().defaults);
 }

@@ -62,7 +62,7 @@ Question formattingLossQuestion(const FormattingLoss& loss, EditorMode mode)
     question.text = Words::tr("An edit in %1 mode removes this note’s %2.\n\nA version of the note "
                               "as it is now is kept first: the Version History in the Inspector "
                               "brings it back.")
-                        .arg(editorModeName(mode), enumerated(lost));
+                        .arg(rawValue(mode), enumerated(lost));
     if (loss.shapes)
         question.text += u' ' + Words::tr("Shapes are not part of a version.");
     question.buttons = {Words::tr("Edit"), Words::tr("Cancel")};

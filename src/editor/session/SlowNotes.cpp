@@ -43,7 +43,7 @@ void SlowNotes::begin(const std::optional<QUuid>& noteID, const TextStore& text)
     m_noteID = noteID;
     m_spent = 0;
     ++m_begun;
-    mark(*noteID, true);
+    mark(*noteID, Pace::slow);
     m_timer.start();
 }
 
@@ -73,16 +73,16 @@ void SlowNotes::end()
 {
     pause();
     if (m_noteID && m_spent <= m_limit)
-        mark(*m_noteID, false);
+        mark(*m_noteID, Pace::inTime);
     m_noteID.reset();
 }
 
-void SlowNotes::mark(const QUuid& noteID, bool isSlow)
+void SlowNotes::mark(const QUuid& noteID, Pace pace)
 {
     QList<QUuid> notes = SessionKeys::readUuids(m_defaults, SessionKeys::slowNoteIDs);
-    if (notes.contains(noteID) == isSlow)
+    if (notes.contains(noteID) == (pace == Pace::slow))
         return;
-    if (isSlow)
+    if (pace == Pace::slow)
         notes.append(noteID);
     else
         notes.removeAll(noteID);

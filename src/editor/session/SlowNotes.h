@@ -35,7 +35,8 @@ protected:
 
 private:
     void end();
-    void mark(const QUuid& noteID, bool isSlow);
+    enum class Pace { slow, inTime };
+    void mark(const QUuid& noteID, Pace pace);
 
     UserDefaults& m_defaults;
     std::optional<QUuid> m_noteID;

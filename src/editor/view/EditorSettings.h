@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "platform/StoredWords.h"
 #include "platform/UserDefaults.h"
 
 namespace orvane {
@@ -9,10 +10,15 @@ namespace orvane {
 /// text that is coloured while it is shown.
 enum class EditorMode { richText, plainText, markdown };
 
-/// The stored word of a mode, which people also see: "Rich Text", "Plain Text" or "Markdown".
-[[nodiscard]] QString editorModeName(EditorMode mode);
-/// The mode that a stored word means; "Plain Text" for anything else.
-[[nodiscard]] EditorMode editorModeNamed(const QString& name);
+/// The words of the modes, which people also see.
+template <>
+inline constexpr auto storedWords<EditorMode> =
+    std::to_array<QStringView>({u"Rich Text", u"Plain Text", u"Markdown"});
+/// The mode that a stored word means; plain text for anything else.
+[[nodiscard]] inline EditorMode editorModeNamed(const QString& name)
+{
+    return fromRawValue<EditorMode>(name).value_or(EditorMode::plainText);
+}
 
 // The working values of the note that is shown; each note remembers its own in its profile.
 inline const Setting<QString> editorModeSetting{u"settings.editor.mode",

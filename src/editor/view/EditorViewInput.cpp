@@ -114,11 +114,6 @@ bool EditorView::event(QEvent* event)
     return QAbstractScrollArea::event(event);
 }
 
-bool EditorView::viewportEvent(QEvent* event)
-{
-    return QAbstractScrollArea::viewportEvent(event);
-}
-
 bool EditorView::focusNextPrevChild(bool /*next*/)
 {
     return false; // Tab belongs to the text.

@@ -45,15 +45,13 @@ void toggleFocusMode(const Services& services)
 
 void setFocusParagraph(const Services& services)
 {
-    focusModeGranularitySetting.write(services.defaults,
-                                      focusGranularityName(FocusGranularity::paragraph));
+    focusModeGranularitySetting.write(services.defaults, rawValue(FocusGranularity::paragraph));
     services.notifications.post(AppCommandEvents::focusModeChanged);
 }
 
 void setFocusSentence(const Services& services)
 {
-    focusModeGranularitySetting.write(services.defaults,
-                                      focusGranularityName(FocusGranularity::sentence));
+    focusModeGranularitySetting.write(services.defaults, rawValue(FocusGranularity::sentence));
     services.notifications.post(AppCommandEvents::focusModeChanged);
 }
 

@@ -45,16 +45,6 @@ TextRange focusedAt(const TextStore& store, qsizetype position, FocusGranularity
 
 } // namespace
 
-QString focusGranularityName(FocusGranularity granularity)
-{
-    return granularity == FocusGranularity::sentence ? u"sentence"_s : u"paragraph"_s;
-}
-
-FocusGranularity focusGranularityNamed(const QString& name)
-{
-    return name == u"sentence" ? FocusGranularity::sentence : FocusGranularity::paragraph;
-}
-
 TextRange sentenceAt(const QString& text, qsizetype position)
 {
     if (text.isEmpty())

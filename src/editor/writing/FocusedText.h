@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "platform/StoredWords.h"
 #include "text/value/TextSelection.h"
 
 #include <QString>
@@ -14,10 +15,14 @@ class TextStore;
 /// How much stays in sight while the rest is dimmed.
 enum class FocusGranularity { paragraph, sentence };
 
-/// The stored word, "paragraph" or "sentence".
-[[nodiscard]] QString focusGranularityName(FocusGranularity granularity);
+template <>
+inline constexpr auto storedWords<FocusGranularity> = std::to_array<QStringView>({u"paragraph",
+                                                                                  u"sentence"});
 /// What a stored word means; the paragraph for anything else.
-[[nodiscard]] FocusGranularity focusGranularityNamed(const QString& name);
+[[nodiscard]] inline FocusGranularity focusGranularityNamed(const QString& name)
+{
+    return fromRawValue<FocusGranularity>(name).value_or(FocusGranularity::paragraph);
+}
 
 /// The sentence of `text` that holds `position`, with the blanks behind it; at the very end the
 /// last one. Sentences end as Unicode says (UAX #29), but not with a title or an initial.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/state/AppState.h"
+#include "shell/binder/BinderRows.h"
 
 #include <QAbstractItemModel>
 
@@ -10,10 +11,8 @@
 
 namespace orvane {
 
-/// The Binder as a tree over the open notebook: top-level folders, then the notes of the project,
-/// the Trash last; below a folder its subfolders, then its notes, in the order that is set. While
-/// tags are filtered for, it is a flat list of the notes that have one. Follows `AppState` by
-/// single changes: only another notebook resets it. What is below a folder is listed when the
+/// The Binder as a tree over the open notebook, with the rows of `BinderRows`. Follows `AppState`
+/// by single changes: only another notebook resets it. What is below a folder is listed when the
 /// folder is first opened.
 class BinderModel : public QAbstractItemModel {
     Q_OBJECT
@@ -45,7 +44,7 @@ public:
 
     /// Shows only what has the text in its title, whatever its case, and the folders above it.
     void setTitleFilter(const QString& text);
-    [[nodiscard]] const QString& titleFilter() const { return m_filter; }
+    [[nodiscard]] const QString& titleFilter() const { return m_rows.titleFilter(); }
 
     [[nodiscard]] QModelIndex index(int row, int column, const QModelIndex& parent) const override;
     [[nodiscard]] QModelIndex parent(const QModelIndex& index) const override;
@@ -73,39 +72,21 @@ private:
     void insertNew(Node& node, const QList<BinderRowID>& wanted);
     void reorder(Node& node, const QList<BinderRowID>& wanted);
     void follow(const NotebookChange& change);
-    [[nodiscard]] static bool concernsTitles(const NotebookChange& change);
-    /// What of a note decides where it stands, in the order and by the filter that are set.
-    [[nodiscard]] RecordAspects placingAspects() const;
     /// Moves a note whose place hangs on what changed of it, found by halving.
     void placeAgain(const BinderRowID& row);
     [[nodiscard]] size_t placeOf(const NoteRecord& note, const Node& node) const;
-    /// The order of two that the sort order doesn't tell apart.
-    [[nodiscard]] bool standsBeforeByHand(const NoteRecord& one, const NoteRecord& other) const;
     void move(Node& parent, size_t from, size_t to);
-    [[nodiscard]] bool isTagFiltered() const { return !m_appState.activeTagFilter().isEmpty(); }
-    void recount();
-    void refilter();
-    int countBelow(const QUuid& folder, int depth);
-    bool keepByFilter(const QUuid& folder, int depth);
-    [[nodiscard]] QList<BinderRowID> childrenOf(const BinderRowID& row) const;
-    void appendNotes(QList<BinderRowID>& rows, const QUuid& container) const;
-    [[nodiscard]] QList<BinderRowID> topLevel() const;
     [[nodiscard]] QList<BinderRowID> wantedChildren(const Node& node) const;
-    [[nodiscard]] bool passesFilter(const BinderRowID& row) const;
     [[nodiscard]] Node* nodeOf(const QModelIndex& index) const;
     [[nodiscard]] QModelIndex indexOfNode(const Node& node) const;
     Node* findOrList(const BinderRowID& row);
-    [[nodiscard]] std::optional<BinderRowID> parentRow(const BinderRowID& row) const;
     [[nodiscard]] QVariant folderData(const FolderRecord& folder, int role) const;
     [[nodiscard]] QVariant noteData(const NoteRecord& note, int role) const;
 
     AppState& m_appState;
+    BinderRows m_rows;
     std::unique_ptr<Node> m_root;
     QHash<BinderRowID, Node*> m_nodes;
-    QHash<QUuid, int> m_counts;
-    QString m_filter;
-    /// What the filter keeps, while there is one.
-    QSet<BinderRowID> m_kept;
 };
 
 /// The line below a note's title in lists.

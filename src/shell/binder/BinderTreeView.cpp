@@ -167,18 +167,12 @@ void BinderTreeView::drawRow(QPainter* painter, const QStyleOptionViewItem& opti
     const bool selected = selectionModel()->isSelected(index);
     const QPoint mouse = viewport()->mapFromGlobal(QCursor::pos());
     const bool hovered = viewport()->underMouse() && row.contains(mouse);
-    drawGround(*painter, row, selected, hovered);
+    drawRowGround(*painter, row.adjusted(inset, 0, -inset, 0), {selected, hovered, hasFocus()},
+                  m_look.tokens().on(Surface::Binder));
     if (index.data(BinderModel::IsFolderRole).toBool())
         drawFolder(*painter, row, index, selected);
     else
         drawNote(*painter, row, index, selected);
-}
-
-void BinderTreeView::drawGround(QPainter& painter, const QRect& row, bool selected,
-                                bool hovered) const
-{
-    const SurfaceTokens& t = m_look.tokens().on(Surface::Binder);
-    drawRowGround(painter, row.adjusted(inset, 0, -inset, 0), {selected, hovered, hasFocus()}, t);
 }
 
 void BinderTreeView::drawFolder(QPainter& painter, const QRect& row, const QModelIndex& index,

@@ -89,7 +89,6 @@ private:
     void drawTrailing(QPainter& painter, QRect& row, const QModelIndex& index) const;
     void applyLook();
     [[nodiscard]] QRect chevronRect(const QRect& row, const QModelIndex& index) const;
-    void drawGround(QPainter& painter, const QRect& row, bool selected, bool hovered) const;
     void drawFolder(QPainter& painter, const QRect& row, const QModelIndex& index,
                     bool selected) const;
     void drawNote(QPainter& painter, const QRect& row, const QModelIndex& index,

@@ -39,7 +39,7 @@ void addTextRows(SettingsPage* page, Look& look)
     page->addHead(Words::tr("Text"));
     QList<Choice> modes;
     for (const auto mode : {EditorMode::richText, EditorMode::plainText, EditorMode::markdown})
-        modes.append({editorModeName(mode), editorModeName(mode)});
+        modes.append({rawValue(mode), rawValue(mode)});
     page->addChoice(
         editorModeSetting,
         {Words::tr("Written as"),
@@ -178,10 +178,10 @@ void addFocusRows(SettingsPage* page)
     page->addSwitch(
         focusModeSetting,
         {Words::tr("Focus mode"), Words::tr("Everything but what is being written is dimmed.")});
-    SettingRow* granularity = page->addChoice(
-        focusModeGranularitySetting, {Words::tr("Kept in sight"), {}},
-        {{focusGranularityName(FocusGranularity::paragraph), Words::tr("The paragraph")},
-         {focusGranularityName(FocusGranularity::sentence), Words::tr("The sentence")}});
+    SettingRow* granularity =
+        page->addChoice(focusModeGranularitySetting, {Words::tr("Kept in sight"), {}},
+                        {{rawValue(FocusGranularity::paragraph), Words::tr("The paragraph")},
+                         {rawValue(FocusGranularity::sentence), Words::tr("The sentence")}});
     NumberForm percent;
     percent.lowest = 5;
     percent.highest = 100;
