@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 // All that a person can do to a text, in any order: every step is taken back and made again, and
 // what is stored is what is seen.
+#include "SelectedNoteFixture.h"
 #include "appearance/AppearanceTokens.h"
 #include "commands/EditorFormatNotifications.h"
 #include "editor/pane/EditorPaneView.h"
@@ -79,7 +80,8 @@ protected:
     QUuid project = *app.createProject(u"P"_s, {});
     QUuid note = *app.createNote(u"It's \"late\", (said) Mara.\n1. one\n2. two\n- dash"_s, {});
     Look look{signatureDarkTokens()};
-    EditorPaneView pane{app, look};
+    std::unique_ptr<EditorPaneView> shownPane = paneOfSelection(app, look);
+    EditorPaneView& pane = *shownPane;
     std::vector<Step> steps;
     std::mt19937 random{19'450'508};
     int changed = 0;

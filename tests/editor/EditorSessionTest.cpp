@@ -296,6 +296,41 @@ TEST_F(EditorSessionTest, ACancelledDelayWritesNothingTwice)
     EXPECT_EQ(app->note(b)->body, u"B\nsecond"_s);
 }
 
+TEST_F(EditorSessionTest, TwoSessionsShowANoteEachAndDisturbNeither)
+{
+    session->setMode(EditorMode::markdown);
+    EditorSession beside(*app);
+    EXPECT_EQ(beside.noteID(), std::nullopt);
+    beside.show(b);
+    EXPECT_EQ(app->selection().selectedNoteID(), a);
+    EXPECT_EQ(beside.mode(), EditorMode::plainText);
+    EXPECT_EQ(editorModeSetting.read(test.defaults), rawValue(EditorMode::markdown))
+        << "the working keys are those of the selected note";
+    beside.setMode(EditorMode::richText);
+    EXPECT_EQ(session->mode(), EditorMode::markdown);
+
+    type(u" one"_s);
+    beside.gateway().type(u"two "_s);
+    test.clock.advance(1500ms);
+    EXPECT_EQ(stored(a), u"A|A\nfirst one"_s);
+    EXPECT_EQ(stored(b), u"B|two B\nsecond"_s);
+
+    editorModeSetting.write(test.defaults, rawValue(EditorMode::plainText));
+    EXPECT_EQ(session->mode(), EditorMode::plainText);
+    EXPECT_EQ(beside.mode(), EditorMode::richText);
+    app->selection().selectNote(b);
+    EXPECT_EQ(session->mode(), EditorMode::richText) << "the profile is the note's";
+    EXPECT_EQ(beside.noteID(), b);
+
+    beside.gateway().type(u"x"_s);
+    beside.prepareToLeave();
+    beside.show(std::nullopt);
+    EXPECT_EQ(stored(b), u"B|two xB\nsecond"_s);
+    EXPECT_FALSE(beside.isEditable());
+    beside.setTitle(u"of nothing"_s);
+    EXPECT_EQ(beside.currentTitle(), QString());
+}
+
 TEST_F(EditorSessionTest, TheTitleIsShownWhileItIsTypedAndStoredWithTheDraft)
 {
     session->setTitle(u"Renamed"_s);

@@ -284,11 +284,11 @@ TEST_F(BinderViewTest, TheTableOfKeysKnowsEachThatTheBinderTakes)
     const QSignalBlocker asksForNothing(tree);
     forEachKey([&](const ShortcutData& pressed) {
         tree->setCurrentIndex(indexOf(note(notes[1])));
-        const bool isKnown =
-            keyRowFor(pressed, KeyPlace::Binder) || keyRowFor(pressed, KeyPlace::BinderRows);
-        const bool isWindows = keyRowFor(pressed, KeyPlace::Window);
-        EXPECT_EQ(takesKey(*tree, pressed) && !isWindows, isKnown && !isWindows)
-            << qPrintable(pressed.desktopText());
+        const bool isKnown = std::ranges::any_of(keyTable(), [&](const KeyRow& row) {
+            return row.place != KeyPlace::Text && row.isFor(pressed);
+        });
+        // Not all act on every row: there is nothing to expand in a note.
+        EXPECT_TRUE(isKnown || !takesKey(*tree, pressed)) << qPrintable(pressed.desktopText());
     });
 }
 

@@ -37,7 +37,6 @@ inline bool takesKey(QWidget& widget, const ShortcutData& pressed)
     if (key == Qt::Key_Tab && modifiers.testFlag(Qt::ShiftModifier))
         key = Qt::Key_Backtab;
     QKeyEvent event(QEvent::KeyPress, key, modifiers);
-    event.ignore();
     static_cast<QObject&>(widget).event(&event);
     return event.isAccepted();
 }

@@ -328,7 +328,7 @@ void EditorSession::showProfileOf(const QUuid& noteID)
         return m_profiles.setProfile(noteID, m_profile);
     const TextFont font = m_baseFont;
     takeValues(*profile);
-    m_profile.makeCurrent(m_appState.services().defaults); // read by others once the text is shown
+    writeWorkingKeys(); // read by others once the text is shown
     if (m_baseFont != font)
         emit baseFontChanged();
 }
@@ -357,12 +357,29 @@ void EditorSession::setMode(EditorMode mode)
     PerNoteEditorProfile profile = m_profile;
     profile.mode = rawValue(mode);
     changeProfile(profile);
-    m_profile.makeCurrent(m_appState.services().defaults);
+    writeWorkingKeys();
+}
+
+void EditorSession::holdWorkingKeys()
+{
+    m_holdsWorkingKeys = true;
+    if (m_draft.noteID)
+        writeWorkingKeys();
+    else
+        takeValues(PerNoteEditorProfile::current(m_appState.services().defaults));
+}
+
+void EditorSession::writeWorkingKeys()
+{
+    if (m_holdsWorkingKeys)
+        m_profile.makeCurrent(m_appState.services().defaults);
 }
 
 // Of the three keys only the one that changed: the session writes its own one after another.
 void EditorSession::settingChanged(const QString& key)
 {
+    if (!m_holdsWorkingKeys)
+        return;
     const UserDefaults& defaults = m_appState.services().defaults;
     PerNoteEditorProfile profile = m_profile;
     if (key == editorModeSetting.keyText())

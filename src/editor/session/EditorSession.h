@@ -27,8 +27,7 @@ enum class FindControls { keep, reset };
 /// that is refused stays dirty, and comes back with its note for as long as the project is open.
 /// Main thread.
 ///
-/// Mode and font are the note's own, kept in its profile. They are written to the working keys of
-/// the user defaults, where others read them and a person changes them.
+/// Mode and font are the note's own, kept in its profile.
 ///
 /// The text itself stands behind `gateway()`, where views show and change it. What is stored of it
 /// is made when it is needed and not with each keystroke.
@@ -57,6 +56,10 @@ public:
     void prepareToLeave();
     /// Shows a note, or none; the one that is shown already stays as it is.
     void show(const std::optional<QUuid>& noteID);
+    /// From now on the working keys of the user defaults are those of the note shown here: its mode
+    /// and font are written to them, and what somebody else writes there changes the note's.
+    /// Without this the session leaves them alone.
+    void holdWorkingKeys();
     /// Loads the draft of the note, also of the one that is shown; what was not written is dropped,
     /// unless it was refused.
     void load(const std::optional<QUuid>& noteID, FindControls find);
@@ -123,6 +126,7 @@ private:
     [[nodiscard]] static EditorDraft draftOf(const AppState& appState, const NoteRecord& note);
 
     void takeValues(const PerNoteEditorProfile& profile);
+    void writeWorkingKeys();
     void showProfileOf(const QUuid& noteID);
     void changeProfile(const PerNoteEditorProfile& profile);
 
@@ -158,6 +162,7 @@ private:
 
     AppState& m_appState;
     PerNoteEditorProfiles m_profiles;
+    bool m_holdsWorkingKeys = false;
     PerNoteEditorProfile m_profile;
     // What the profile says.
     EditorMode m_mode = EditorMode::plainText;

@@ -33,6 +33,7 @@ void followSelection(EditorSession& session, AppState& appState)
     QObject::connect(&appState, &AppState::notebookReset, &session, [&] {
         session.load(appState.selection().selectedNoteID(), FindControls::reset);
     });
+    session.holdWorkingKeys();
     session.load(selection.selectedNoteID(), FindControls::keep);
 }
 
