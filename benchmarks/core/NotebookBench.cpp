@@ -69,18 +69,19 @@ struct OpenNotebook {
             app.loadNotebookSnapshot(snapshot, false, std::nullopt);
             return;
         }
-        project = *app.createProject(u"Bench"_s, {});
-        app.closeProject();
+        project = *app.projectSession().createProject(u"Bench"_s, {});
+        app.projectSession().closeProject();
         {
             const auto store = PersistenceController::open(dataFolder(), clock);
             (void)(*store)->save(snapshot);
         }
-        app.openProject(project, false);
+        app.projectSession().openProject(project, false);
     }
 
     [[nodiscard]] QString dataFolder()
     {
-        return ProjectLibraryController::projectDataDirectoryPath(app.project(project)->rootPath);
+        return ProjectLibraryController::projectDataDirectoryPath(
+            app.projectSession().project(project)->rootPath);
     }
     [[nodiscard]] QUuid noteAt(qsizetype place) const
     {

@@ -89,14 +89,14 @@ public:
     explicit OpenProject(int notes)
         : m_state(m_services.services())
     {
-        const auto id = m_state.createProject(u"Sample"_s, std::nullopt);
+        const auto id = m_state.projectSession().createProject(u"Sample"_s, std::nullopt);
         if (!id)
             qFatal("no project");
-        const QString folder =
-            ProjectLibraryController::projectDataDirectoryPath(m_state.project(*id)->rootPath);
-        m_state.closeProject();
+        const QString folder = ProjectLibraryController::projectDataDirectoryPath(
+            m_state.projectSession().project(*id)->rootPath);
+        m_state.projectSession().closeProject();
         makeSampleStore(folder, {.notes = notes, .body = 1024, .rtf = 0, .payload = 0});
-        m_state.openProject(*id, false);
+        m_state.projectSession().openProject(*id, false);
         if (m_state.notes().size() != notes)
             qFatal("the project is not open");
         m_plain.emplace(storePath(folder));
@@ -124,8 +124,8 @@ private:
             for (int i = 0; i < savesPerRound; ++i)
                 work();
         });
-        if (m_state.saveFailure())
-            qFatal("%ls", qUtf16Printable(m_state.saveFailure()->error));
+        if (m_state.projectSession().saveFailure())
+            qFatal("%ls", qUtf16Printable(m_state.projectSession().saveFailure()->error));
         return time * 1000 / savesPerRound;
     }
     qsizetype nextPlace(qsizetype size) { return m_place = (m_place + 7919) % size; }

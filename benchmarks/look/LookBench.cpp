@@ -41,7 +41,7 @@ public:
         SessionKeys::welcomeDismissed.write(app.appState().services().defaults, true);
         app.start();
         AppState& state = app.appState();
-        if (!state.createProject(QStringLiteral("Measured"), {}))
+        if (!state.projectSession().createProject(QStringLiteral("Measured"), {}))
             qFatal("no project to measure in");
         for (int i = 0; i < 200; ++i)
             (void)state.createNote();

@@ -101,7 +101,7 @@ public:
         m_app->start();
         m_app->window().resize(windowSize);
         AppState& state = m_app->appState();
-        (void)state.createProject(u"Bench"_s, {});
+        (void)state.projectSession().createProject(u"Bench"_s, {});
         state.createNote(longText(), {});
         QApplication::processEvents();
         m_divider = m_app->window().findChild<ThreePaneSplitView*>()->divider(SidePane::Binder);

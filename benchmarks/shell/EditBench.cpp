@@ -58,15 +58,15 @@ struct ShownProject {
     explicit ShownProject(const NotebookSnapshot& snapshot, int expanded = 20)
     {
         autoSnapshotEnabledSetting.write(test.defaults, false);
-        const QUuid project = *app.createProject(u"Bench"_s, {});
-        const QString data =
-            ProjectLibraryController::projectDataDirectoryPath(app.currentProject()->rootPath);
-        app.closeProject();
+        const QUuid project = *app.projectSession().createProject(u"Bench"_s, {});
+        const QString data = ProjectLibraryController::projectDataDirectoryPath(
+            app.projectSession().currentProject()->rootPath);
+        app.projectSession().closeProject();
         {
             const auto store = PersistenceController::open(data, test.services().clock);
             (void)(*store)->save(snapshot);
         }
-        app.openProject(project, false);
+        app.projectSession().openProject(project, false);
         tree.resize(paneSize);
         tree.setModel(&model);
         for (int i = 0; i < expanded && i < app.order().rootFolderOrder.size(); ++i)

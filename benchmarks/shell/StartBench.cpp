@@ -15,12 +15,13 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int noteCount = 5'000;
+constexpr int fewNotes = 5'000;
+constexpr int manyNotes = 50'000;
 
-/// A home folder in which the program opens a project of 5,000 notes when it starts.
+/// A home folder in which the program opens a project of so many notes when it starts.
 class SampleHome {
 public:
-    SampleHome()
+    explicit SampleHome(int noteCount)
     {
         const UserFolders folders = UserFolders::below(m_test.folder.path());
         UserDefaults defaults(folders.configuration + u"/settings.json"_s);
@@ -29,7 +30,7 @@ public:
         Services services = m_test.services();
         AppState app({defaults, services.notifications, services.questions, services.beeper,
                       services.trash, services.clock, services.licence, services.folders});
-        (void)app.createProject(u"Bench"_s, {});
+        (void)app.projectSession().createProject(u"Bench"_s, {});
         NotebookSnapshot snapshot;
         for (int i = 0; i < 100; ++i) {
             FolderRecord folder;
@@ -49,12 +50,12 @@ public:
             note.createdAt = note.updatedAt = {i};
             snapshot.notes.append(note);
         }
-        (void)app.persistenceController()->save(snapshot);
-        const QUuid project = app.currentProject()->id;
-        app.closeProject();
-        app.openProject(project, false);
+        (void)app.projectSession().persistenceController()->save(snapshot);
+        const QUuid project = app.projectSession().currentProject()->id;
+        app.projectSession().closeProject();
+        app.projectSession().openProject(project, false);
         app.openNote(snapshot.notes.first()->id);
-        app.terminate();
+        app.projectSession().terminate();
     }
     [[nodiscard]] QString path() const { return m_test.folder.path(); }
 
@@ -98,29 +99,53 @@ private:
     double m_seconds = 0;
 };
 
+Probe started(const SampleHome& home)
+{
+    return Probe(u"start_probe"_s, {home.path()});
+}
+
 Measurement startProgram()
 {
-    const SampleHome home;
+    const SampleHome home(fewNotes);
     return interleave(
-        9, [&] { return Probe(u"start_probe"_s, {home.path()}).milliseconds(); },
+        9, [&] { return started(home).milliseconds(); },
         [] { return Probe(u"empty_window"_s).milliseconds(); });
 }
 
 Measurement programMemory()
 {
-    const SampleHome home;
+    const SampleHome home(fewNotes);
     return interleave(
-        3, [&] { return Probe(u"start_probe"_s, {home.path()}).megabytes(); },
+        3, [&] { return started(home).megabytes(); },
         [] { return Probe(u"empty_window"_s).megabytes(); });
+}
+
+Measurement startWithManyNotes()
+{
+    const SampleHome many(manyNotes);
+    const SampleHome few(fewNotes);
+    return interleave(
+        9, [&] { return started(many).milliseconds(); },
+        [&] { return started(few).milliseconds(); });
+}
+
+Measurement memoryWithManyNotes()
+{
+    const SampleHome many(manyNotes);
+    const SampleHome few(fewNotes);
+    return interleave(
+        3, [&] { return started(many).megabytes(); }, [&] { return started(few).megabytes(); });
 }
 
 } // namespace
 
 void addStartRows()
 {
-    add({"app/start", "ms", 2.0, startProgram});
-    add({"window/first-frame", "ms", 2.0, startProgram}); // as the main window knows it
+    add({"app/start", "ms", 3.0, startProgram});
+    add({"window/first-frame", "ms", 3.0, startProgram}); // as the main window knows it
     add({"app/memory", "MB", 2.5, programMemory});
+    add({"app/start-50k", "ms", 1.5, startWithManyNotes});
+    add({"app/memory-50k", "MB", 2.0, memoryWithManyNotes});
 }
 
 } // namespace orvane::bench

@@ -27,7 +27,7 @@ struct Pane {
     SystemClock clock;
     AppState app{services()};
     Look look{signatureDarkTokens()};
-    QUuid project = *app.createProject(u"P"_s, {});
+    QUuid project = *app.projectSession().createProject(u"P"_s, {});
     EditorPaneView pane{app, look};
     PaintedFrames frames{pane.textView().viewport()};
 

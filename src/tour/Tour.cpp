@@ -227,7 +227,8 @@ void Tour::welcome()
     m_hand->type(otherProjects.first());
     picture(u"new-project"_s);
     press(u"Create Project"_s);
-    expect(m_app->appState().rootPresentationMode() == RootPresentationMode::Editor,
+    expect(m_app->appState().projectSession().rootPresentationMode() ==
+               RootPresentationMode::Editor,
            u"a new project opens"_s);
     picture(u"empty-project"_s);
 }
@@ -238,7 +239,7 @@ void Tour::newProject(const QString& name)
     press(u"New Project"_s);
     m_hand->type(name);
     press(u"Create Project"_s);
-    const auto& project = m_app->appState().currentProject();
+    const auto& project = m_app->appState().projectSession().currentProject();
     expect(project && project->name == name, u"the project “%1” is open"_s.arg(name));
 }
 
@@ -466,7 +467,8 @@ void Tour::browse()
                                 tiles->visualRect(tiles->model()->index(0, 0)).center());
         },
         u"Open"_s, u"open-confirmation"_s);
-    expect(m_app->appState().rootPresentationMode() == RootPresentationMode::Editor,
+    expect(m_app->appState().projectSession().rootPresentationMode() ==
+               RootPresentationMode::Editor,
            u"a tile opens its project"_s);
 }
 
@@ -496,7 +498,8 @@ void Tour::checkEveryWord()
         },
         u"Open"_s, u"second-start"_s);
     const AppState& state = m_app->appState();
-    expect(state.currentProject() && state.currentProject()->name == novel,
+    expect(state.projectSession().currentProject() &&
+               state.projectSession().currentProject()->name == novel,
            u"the project that was open last comes first"_s);
     QHash<QString, QString> bodies;
     for (const auto& note : state.notes())
@@ -537,20 +540,22 @@ void Tour::narrowWindow()
 
 void Tour::protectedProject()
 {
-    const QString root = m_app->appState().projects().constLast().rootPath;
-    m_app->appState().closeProject();
+    const QString root = m_app->appState().projectSession().projects().constLast().rootPath;
+    m_app->appState().projectSession().closeProject();
     const QDir data(ProjectLibraryController::projectDataDirectoryPath(root));
     for (const QString& name : data.entryList({u"*.store"_s}, QDir::Files)) {
         QFile store(data.filePath(name));
         expect(store.open(QIODevice::WriteOnly) && store.write("not a store at all") > 0,
                u"the store can be damaged for the picture"_s);
     }
-    answering([&] { m_app->appState().openProjectAt(root, true); }, u"OK"_s,
+    answering([&] { m_app->appState().projectSession().openProjectAt(root, true); }, u"OK"_s,
               u"project-data-protected"_s);
-    expect(TourHand::waitFor(
-               [this] { return !m_app->appState().projectLoadProtectionAlert().has_value(); }),
+    expect(TourHand::waitFor([this] {
+               return !m_app->appState().projectSession().projectLoadProtectionAlert().has_value();
+           }),
            u"the alert about a damaged project"_s);
-    expect(!m_app->appState().currentProject(), u"a damaged project stays closed"_s);
+    expect(!m_app->appState().projectSession().currentProject(),
+           u"a damaged project stays closed"_s);
 }
 
 int Tour::run()

@@ -24,7 +24,7 @@ struct Told : ::testing::Test {
     Told()
     {
         SessionKeys::welcomeDismissed.write(test.defaults, true);
-        (void)app.createProject(u"Tidewater"_s, std::nullopt);
+        (void)app.projectSession().createProject(u"Tidewater"_s, std::nullopt);
         outer = app.createFolder(u"Outer"_s).value();
         inner = app.createFolder(u"Inner"_s).value();
         (void)app.moveFolder(inner, outer, std::nullopt);
@@ -126,7 +126,8 @@ TEST_F(Told, AVersionThatIsRestoredIsTold)
     ASSERT_TRUE(app.appendVersionSnapshot(tagged, u"Manual Save"_s));
     const auto versions = app.versionHistory().list(tagged, app.historyPlace());
     ASSERT_TRUE(versions && !versions->isEmpty());
-    const auto kept = VersionFiles::read(app.projectAccessPath(), versions->last());
+    const auto kept =
+        VersionFiles::read(app.projectSession().projectAccessPath(), versions->last());
     ASSERT_TRUE(kept);
     (void)app.updateNote(tagged, {u"T"_s, u"other words"_s, {}, {}, {}, {}});
     changed.clear();

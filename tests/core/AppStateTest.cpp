@@ -29,14 +29,14 @@ struct AppStateTest : ::testing::Test {
     /// Ends the program and starts it again on the same disk and settings.
     void restart()
     {
-        app->terminate();
+        app->projectSession().terminate();
         app = std::make_unique<AppState>(test.services());
-        app->bootstrapProjects();
+        app->projectSession().bootstrapProjects();
     }
     QUuid newProject(const QString& name = u"Tidewater"_s)
     {
         SessionKeys::welcomeDismissed.write(test.defaults, true);
-        const auto id = app->createProject(name, std::nullopt);
+        const auto id = app->projectSession().createProject(name, std::nullopt);
         EXPECT_TRUE(id) << qPrintable(id ? QString() : id.error());
         return id.value_or(QUuid());
     }
@@ -48,7 +48,8 @@ struct AppStateTest : ::testing::Test {
     }
     QString dataFolder()
     {
-        return ProjectLibraryController::projectDataDirectoryPath(app->projects().first().rootPath);
+        return ProjectLibraryController::projectDataDirectoryPath(
+            app->projectSession().projects().first().rootPath);
     }
 };
 
@@ -64,12 +65,13 @@ TEST_F(AppStateTest, WhatWasWrittenIsThereAfterTheNextStart)
 
     SessionKeys::launchDestination.write(test.defaults, u"lastNote"_s);
     restart();
-    EXPECT_EQ(app->rootPresentationMode(), RootPresentationMode::Editor);
+    EXPECT_EQ(app->projectSession().rootPresentationMode(), RootPresentationMode::Editor);
     ASSERT_TRUE(app->note(chapter));
     EXPECT_EQ(app->note(chapter)->body, u"Mara counts the posts again."_s);
     EXPECT_EQ(app->folder(manuscript)->name, u"Manuscript"_s);
     EXPECT_EQ(app->selection().selectedNoteID(), start);
-    EXPECT_EQ(app->projects().first().updatedAt, app->currentProject()->updatedAt);
+    EXPECT_EQ(app->projectSession().projects().first().updatedAt,
+              app->projectSession().currentProject()->updatedAt);
     EXPECT_FALSE(QFile::exists(dataFolder() + u"/OrvaneWorkspace.store-journal"_s));
 }
 
@@ -77,10 +79,10 @@ TEST_F(AppStateTest, AProjectBehindAMarkerStaysClosed)
 {
     const QUuid project = newProject();
     newNote(u"One"_s);
-    app->terminate();
+    app->projectSession().terminate();
     app.reset();
     app = std::make_unique<AppState>(test.services());
-    app->refreshProjects();
+    app->projectSession().refreshProjects();
     const QString store = storePath(dataFolder());
     const QByteArray damaged = QByteArray(5000, 'x');
     ASSERT_TRUE(writeFileAtomically(store, damaged));
@@ -89,49 +91,51 @@ TEST_F(AppStateTest, AProjectBehindAMarkerStaysClosed)
         SCOPED_TRACE(start);
         SessionKeys::launchDestination.write(test.defaults, u"lastProject"_s);
         app = std::make_unique<AppState>(test.services());
-        app->bootstrapProjects();
-        EXPECT_EQ(app->rootPresentationMode(), RootPresentationMode::Projects);
-        EXPECT_FALSE(app->currentProject());
-        ASSERT_TRUE(app->projectLoadProtectionAlert());
-        const auto alert = *app->projectLoadProtectionAlert();
+        app->projectSession().bootstrapProjects();
+        EXPECT_EQ(app->projectSession().rootPresentationMode(), RootPresentationMode::Projects);
+        EXPECT_FALSE(app->projectSession().currentProject());
+        ASSERT_TRUE(app->projectSession().projectLoadProtectionAlert());
+        const auto alert = *app->projectSession().projectLoadProtectionAlert();
         EXPECT_EQ(*readFile(alert.backupPath + u"/OrvaneWorkspace.store"_s), damaged);
         EXPECT_TRUE(alert.message().startsWith(
             u"OrvaneWorkspace could not safely load \"Tidewater\", so it stopped before opening an empty project.\n\nThe existing Core Data store files were moved to:\n/"_s));
         EXPECT_TRUE(alert.message().contains(
             u"\n\nThis project will stay closed until the recovery marker is inspected.\n\nError:\n"_s));
-        EXPECT_TRUE(app->project(project));
+        EXPECT_TRUE(app->projectSession().project(project));
     }
     // Put back by a person: the backup, and no marker.
-    const QString backup = app->projectLoadProtectionAlert()->backupPath;
+    const QString backup = app->projectSession().projectLoadProtectionAlert()->backupPath;
     ASSERT_TRUE(QFile::exists(backup));
     ASSERT_TRUE(QFile::remove(PersistentStoreRecovery::markerPath(dataFolder())));
-    app->openProject(project, false);
-    EXPECT_TRUE(app->currentProject()); // the fresh store that took the old one's place
+    app->projectSession().openProject(project, false);
+    EXPECT_TRUE(
+        app->projectSession().currentProject()); // the fresh store that took the old one's place
 }
 
 TEST_F(AppStateTest, DamageFoundWhileItIsOpenClosesTheProjectBehindTheAlert)
 {
     const QUuid project = newProject();
     newNote(u"One"_s);
-    app->closeDamagedProject(u"page 7 is damaged"_s);
-    EXPECT_FALSE(app->currentProject());
+    app->projectSession().closeDamagedProject(u"page 7 is damaged"_s);
+    EXPECT_FALSE(app->projectSession().currentProject());
     EXPECT_TRUE(app->notes().isEmpty());
-    EXPECT_EQ(app->rootPresentationMode(), RootPresentationMode::Projects);
-    ASSERT_TRUE(app->projectLoadProtectionAlert());
-    EXPECT_EQ(app->projectLoadProtectionAlert()->errorDescription, u"page 7 is damaged"_s);
-    const QString backup = app->projectLoadProtectionAlert()->backupPath;
+    EXPECT_EQ(app->projectSession().rootPresentationMode(), RootPresentationMode::Projects);
+    ASSERT_TRUE(app->projectSession().projectLoadProtectionAlert());
+    EXPECT_EQ(app->projectSession().projectLoadProtectionAlert()->errorDescription,
+              u"page 7 is damaged"_s);
+    const QString backup = app->projectSession().projectLoadProtectionAlert()->backupPath;
     EXPECT_TRUE(QFile::exists(backup + u"/OrvaneWorkspace.store"_s));
-    app->openProject(project, false);
-    EXPECT_FALSE(app->currentProject());
+    app->projectSession().openProject(project, false);
+    EXPECT_FALSE(app->projectSession().currentProject());
 
     // A sound store goes through the check without a word.
     newProject(u"Sound"_s);
-    app->checkStoreInBackground();
+    app->projectSession().checkStoreInBackground();
     for (int i = 0; i < 50; ++i) {
         QThread::msleep(10);
         QCoreApplication::processEvents();
     }
-    EXPECT_TRUE(app->currentProject());
+    EXPECT_TRUE(app->projectSession().currentProject());
 }
 
 TEST_F(AppStateTest, ASecondOpenerIsToldWhoHasTheProject)
@@ -145,7 +149,7 @@ TEST_F(AppStateTest, ASecondOpenerIsToldWhoHasTheProject)
     EXPECT_EQ(other.projectOpenProblem()->title, u"Project Is Open Elsewhere"_s);
     EXPECT_TRUE(other.projectOpenProblem()->message.contains(
         QString::number(QCoreApplication::applicationPid())));
-    app->closeProject();
+    app->projectSession().closeProject();
     other.clearProjectOpenProblem();
     other.openProject(project, false);
     EXPECT_TRUE(other.currentProject());
@@ -161,18 +165,19 @@ TEST_F(AppStateTest, AStoreReadAheadOpensAsItWouldHave)
     const auto nothing = [] {
     };
     const auto isOpen = [&] {
-        return app->rootPresentationMode() == RootPresentationMode::Editor &&
+        return app->projectSession().rootPresentationMode() == RootPresentationMode::Editor &&
                app->note(note)->body == u"Mara counts."_s && app->createNote() &&
-               !app->saveFailure();
+               !app->projectSession().saveFailure();
     };
     const auto isElsewhere = [&] {
         other.reset();
-        return app->rootPresentationMode() == RootPresentationMode::Projects &&
-               app->projectOpenProblem()->title == u"Project Is Open Elsewhere"_s;
+        return app->projectSession().rootPresentationMode() == RootPresentationMode::Projects &&
+               app->projectSession().projectOpenProblem()->title == u"Project Is Open Elsewhere"_s;
     };
     const auto isProtected = [&] {
-        return app->rootPresentationMode() == RootPresentationMode::Projects &&
-               app->projectLoadProtectionAlert() && !app->currentProject();
+        return app->projectSession().rootPresentationMode() == RootPresentationMode::Projects &&
+               app->projectSession().projectLoadProtectionAlert() &&
+               !app->projectSession().currentProject();
     };
     struct Row {
         const char* name;
@@ -192,14 +197,14 @@ TEST_F(AppStateTest, AStoreReadAheadOpensAsItWouldHave)
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        app->terminate();
+        app->projectSession().terminate();
         app = std::make_unique<AppState>(test.services());
         row.before();
-        app->prepareBootstrap();
-        EXPECT_EQ(app->rootPresentationMode(), RootPresentationMode::Editor);
-        EXPECT_FALSE(app->currentProject());
+        app->projectSession().prepareBootstrap();
+        EXPECT_EQ(app->projectSession().rootPresentationMode(), RootPresentationMode::Editor);
+        EXPECT_FALSE(app->projectSession().currentProject());
         if (row.isWanted)
-            app->bootstrapProjects();
+            app->projectSession().bootstrapProjects();
         EXPECT_TRUE(row.after());
     }
 }
@@ -210,28 +215,29 @@ TEST_F(AppStateTest, SwitchingProjectsKeepsBothAndTheOpenHistory)
     newNote(u"In one"_s);
     const QUuid two = newProject(u"Two"_s);
     EXPECT_EQ(app->notes().size(), 0);
-    EXPECT_EQ(app->projectOpenHistoryIDs(), (QList<QUuid>{two, one}));
-    app->openProject(one, false);
+    EXPECT_EQ(app->projectSession().projectOpenHistoryIDs(), (QList<QUuid>{two, one}));
+    app->projectSession().openProject(one, false);
     EXPECT_EQ(app->notes().size(), 1);
-    EXPECT_EQ(app->projectOpenHistoryIDs(), (QList<QUuid>{one, two}));
-    EXPECT_EQ(app->projectsByRecentOpen().first().id, one);
-    app->presentProjectsBrowser();
-    EXPECT_TRUE(app->currentProject());
-    app->openProject(idOf(99), true);
-    app->presentEditor();
-    EXPECT_EQ(app->currentProject()->id, one);
-    ASSERT_TRUE(app->moveProjectToTrash(app->project(one)->rootPath));
-    EXPECT_FALSE(app->currentProject());
-    EXPECT_EQ(app->projects().size(), 1);
+    EXPECT_EQ(app->projectSession().projectOpenHistoryIDs(), (QList<QUuid>{one, two}));
+    EXPECT_EQ(app->projectSession().projectsByRecentOpen().first().id, one);
+    app->projectSession().presentProjectsBrowser();
+    EXPECT_TRUE(app->projectSession().currentProject());
+    app->projectSession().openProject(idOf(99), true);
+    app->projectSession().presentEditor();
+    EXPECT_EQ(app->projectSession().currentProject()->id, one);
+    ASSERT_TRUE(
+        app->projectSession().moveProjectToTrash(app->projectSession().project(one)->rootPath));
+    EXPECT_FALSE(app->projectSession().currentProject());
+    EXPECT_EQ(app->projectSession().projects().size(), 1);
     EXPECT_TRUE(app->notes().isEmpty());
 
     QStringList many{u"not an id"_s};
     for (int i = 0; i < 25; ++i)
         many.append(uuidText(idOf(i)));
     test.defaults.set(SessionKeys::openProjectHistoryIDs, many);
-    EXPECT_EQ(app->projectOpenHistoryIDs().size(), 25);
-    app->openProject(two, false);
-    EXPECT_EQ(app->projectOpenHistoryIDs().size(), 20);
+    EXPECT_EQ(app->projectSession().projectOpenHistoryIDs().size(), 25);
+    app->projectSession().openProject(two, false);
+    EXPECT_EQ(app->projectSession().projectOpenHistoryIDs().size(), 20);
 }
 
 TEST_F(AppStateTest, TheLicenceStandsBeforeEveryChange)
@@ -244,7 +250,8 @@ TEST_F(AppStateTest, TheLicenceStandsBeforeEveryChange)
     const BinderOrder order = app->order();
     test.licence.setPolicy([] { return false; });
     int unlocks = 0;
-    QObject::connect(app.get(), &AppState::licenceUnlockAsked, app.get(), [&] { ++unlocks; });
+    QObject::connect(&app->projectSession(), &ProjectSession::licenceUnlockAsked, app.get(),
+                     [&] { ++unlocks; });
 
     struct Row {
         const char* name;
@@ -265,7 +272,7 @@ TEST_F(AppStateTest, TheLicenceStandsBeforeEveryChange)
          }},
         {"create project",
          [&] {
-             (void)app->createProject(u"x"_s, {});
+             (void)app->projectSession().createProject(u"x"_s, {});
          }},
         {"update note",
          [&] {
@@ -325,11 +332,13 @@ TEST_F(AppStateTest, TheLicenceStandsBeforeEveryChange)
          }},
         {"project's name",
          [&] {
-             app->updateProjectMetadata(app->project(project)->rootPath, u"x"_s, {}, {});
+             app->projectSession().updateProjectMetadata(
+                 app->projectSession().project(project)->rootPath, u"x"_s, {}, {});
          }},
         {"project to the trash",
          [&] {
-             (void)app->moveProjectToTrash(app->project(project)->rootPath);
+             (void)app->projectSession().moveProjectToTrash(
+                 app->projectSession().project(project)->rootPath);
          }},
     };
     for (const Row& row : rows) {
@@ -342,7 +351,7 @@ TEST_F(AppStateTest, TheLicenceStandsBeforeEveryChange)
         EXPECT_EQ(app->folders().records(), folders);
         EXPECT_EQ(app->order(), order);
     }
-    EXPECT_EQ(app->projects().size(), 1);
+    EXPECT_EQ(app->projectSession().projects().size(), 1);
 }
 
 TEST_F(AppStateTest, SelectionAndHistory)
@@ -382,7 +391,7 @@ TEST_F(AppStateTest, ALiveTitleIsStoredOnlyWithTheNote)
     app->applyLiveTitle(id, u"New"_s);
     EXPECT_EQ(app->note(id)->titleForList(), u"New"_s);
     const auto stored = [&] {
-        return app->persistenceController()->load().notes.first();
+        return app->projectSession().persistenceController()->load().notes.first();
     };
     EXPECT_EQ(stored()->title, u"Old"_s);
     app->updateNote(id, {u"New"_s, {}, {}, {}, {}, {}});
@@ -465,7 +474,8 @@ TEST_F(AppStateTest, AVersionThatCouldNotBeKeptIsTriedAgainWithTheNextChange)
         app->updateNote(id, {u"T"_s, body, {}, {}, {}, {}});
         app->versionHistory().waitForAll();
     };
-    const QString folder = VersionFiles::folderPath(app->currentProject()->rootPath);
+    const QString folder =
+        VersionFiles::folderPath(app->projectSession().currentProject()->rootPath);
     ASSERT_TRUE(writeFileAtomically(folder, "in the way"));
     write(u"one"_s);
     ASSERT_TRUE(QFile::remove(folder));
@@ -480,14 +490,15 @@ TEST_F(AppStateTest, AProjectThatClosesHasItsVersionsOnTheDisk)
 {
     newProject();
     const QUuid id = app->createNote().value();
-    const QString file = VersionFiles::filePath(app->currentProject()->rootPath, id);
+    const QString file =
+        VersionFiles::filePath(app->projectSession().currentProject()->rootPath, id);
     app->updateNote(id, {u"T"_s, QString(100'000, u'x'), {}, {}, {}, {}});
     bool told = false;
     app->appendVersionSnapshotLater(id, u"Manual Save"_s, [&](const auto& kept) {
         told = kept.has_value();
-        EXPECT_TRUE(app->currentProject());
+        EXPECT_TRUE(app->projectSession().currentProject());
     });
-    app->closeProject();
+    app->projectSession().closeProject();
     EXPECT_TRUE(told);
     EXPECT_GT(QFileInfo(file).size(), 200'000);
 }
@@ -512,8 +523,8 @@ TEST_F(AppStateTest, AFailedSaveLeavesMemoryRightAndTheNextOneWritesEverything)
     const QUuid project = newProject();
     const QUuid id = newNote(u"Kept"_s);
     QList<bool> failing;
-    QObject::connect(app.get(), &AppState::saveFailureChanged,
-                     [&] { failing.append(app->saveFailure().has_value()); });
+    QObject::connect(&app->projectSession(), &ProjectSession::saveFailureChanged,
+                     [&] { failing.append(app->projectSession().saveFailure().has_value()); });
     {
         rlimit before{};
         ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
@@ -526,15 +537,15 @@ TEST_F(AppStateTest, AFailedSaveLeavesMemoryRightAndTheNextOneWritesEverything)
         app->createNote();
         ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
     }
-    ASSERT_TRUE(app->saveFailure());
-    EXPECT_EQ(test.clock.now().secondsSince(app->saveFailure()->since), 60);
+    ASSERT_TRUE(app->projectSession().saveFailure());
+    EXPECT_EQ(test.clock.now().secondsSince(app->projectSession().saveFailure()->since), 60);
     EXPECT_EQ(app->note(id)->body.text().size(), 300'000);
     app->createFolder(u"Later"_s);
-    EXPECT_FALSE(app->saveFailure());
+    EXPECT_FALSE(app->projectSession().saveFailure());
     EXPECT_EQ(failing, (QList<bool>{true, false}));
     const auto notes = app->notes().size();
     restart();
-    app->openProject(project, false);
+    app->projectSession().openProject(project, false);
     EXPECT_EQ(app->notes().size(), notes);
     EXPECT_EQ(app->note(id)->body.text().size(), 300'000);
 }
@@ -591,11 +602,11 @@ TEST_F(AppStateTest, TakesOverALibraryWideNotebookOnce)
     ASSERT_TRUE(writeFileAtomically(legacy + u"/notebook.json"_s, encodeJson(toJson(snapshot))));
     for (int start = 0; start < 2; ++start) {
         app = std::make_unique<AppState>(test.services());
-        app->bootstrapProjects();
-        ASSERT_EQ(app->projects().size(), 1);
-        EXPECT_EQ(app->projects().first().name, u"OrvaneWorkspace Library"_s);
-        EXPECT_EQ(app->projects().first().iconName, u"sf:archivebox.fill"_s);
-        app->openProject(app->projects().first().id, false);
+        app->projectSession().bootstrapProjects();
+        ASSERT_EQ(app->projectSession().projects().size(), 1);
+        EXPECT_EQ(app->projectSession().projects().first().name, u"OrvaneWorkspace Library"_s);
+        EXPECT_EQ(app->projectSession().projects().first().iconName, u"sf:archivebox.fill"_s);
+        app->projectSession().openProject(app->projectSession().projects().first().id, false);
         EXPECT_EQ(app->notes().size(), 2);
     }
     EXPECT_TRUE(QFile::exists(legacy + u"/notebook.pre_coredata.json"_s));

@@ -27,8 +27,8 @@ struct ErasedVersions : ::testing::Test {
     ErasedVersions()
     {
         SessionKeys::welcomeDismissed.write(test.defaults, true);
-        project = app->createProject(u"Tidewater"_s, std::nullopt).value();
-        root = app->currentProject()->rootPath;
+        project = app->projectSession().createProject(u"Tidewater"_s, std::nullopt).value();
+        root = app->projectSession().currentProject()->rootPath;
     }
     QUuid noteWithVersions()
     {
@@ -48,9 +48,9 @@ struct ErasedVersions : ::testing::Test {
     bool isListed() { return QFile::exists(VersionErasure::listPath(root)); }
     void reopen()
     {
-        app->closeProject();
-        app->openProject(project, false);
-        ASSERT_TRUE(app->currentProject());
+        app->projectSession().closeProject();
+        app->projectSession().openProject(project, false);
+        ASSERT_TRUE(app->projectSession().currentProject());
     }
 };
 
@@ -81,11 +81,11 @@ TEST_F(ErasedVersions, StayUntilTheRemovalIsStored)
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
     app->eraseNotePermanently(id);
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
-    ASSERT_TRUE(app->saveFailure());
+    ASSERT_TRUE(app->projectSession().saveFailure());
     EXPECT_EQ(filesOf(id).size(), 4);
     EXPECT_TRUE(isListed());
     app->updateNote(other, {u"the save that succeeds"_s, {}, {}, {}, {}, {}});
-    ASSERT_FALSE(app->saveFailure());
+    ASSERT_FALSE(app->projectSession().saveFailure());
     EXPECT_EQ(filesOf(id), QStringList());
     EXPECT_FALSE(isListed());
 }

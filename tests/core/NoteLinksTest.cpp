@@ -48,13 +48,13 @@ TEST(NoteLocator, FindsNotesInStoresAtRestAndLeavesNoTrace)
     AppState state(test.services());
     QList<QUuid> notes;
     for (const auto& name : {u"One"_s, u"Two"_s, u"Three"_s}) {
-        ASSERT_TRUE(state.createProject(name, {}).has_value());
+        ASSERT_TRUE(state.projectSession().createProject(name, {}).has_value());
         notes.append(*state.createNote(name, {}));
     }
-    const QString open = state.currentProject()->rootPath;
-    const QList<OrvaneProjectRecord> projects = state.projects();
+    const QString open = state.projectSession().currentProject()->rootPath;
+    const QList<OrvaneProjectRecord> projects = state.projectSession().projects();
     EXPECT_EQ(projectHoldingNote(projects, notes[2]), std::nullopt) << "open now";
-    state.closeProject();
+    state.projectSession().closeProject();
     EXPECT_EQ(projectHoldingNote(projects, notes[2]), open);
     const auto first = projectHoldingNote(projects, notes[0]);
     ASSERT_TRUE(first && *first != open);

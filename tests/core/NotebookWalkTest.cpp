@@ -106,7 +106,7 @@ public:
     explicit Walk(unsigned seed)
         : m_random(seed)
     {
-        m_project = *m_app->createProject(u"Walk"_s, {});
+        m_project = *m_app->projectSession().createProject(u"Walk"_s, {});
         createNote();
     }
 
@@ -176,7 +176,7 @@ public:
     /// What the store would give to a program that starts now.
     void compareStore()
     {
-        const NotebookSnapshot stored = m_app->persistenceController()->load();
+        const NotebookSnapshot stored = m_app->projectSession().persistenceController()->load();
         ASSERT_TRUE(stored.binderLayout);
         const RecordTable<FolderRecord> folders(stored.folders);
         const RecordTable<NoteRecord> notes(stored.notes);
@@ -200,8 +200,8 @@ public:
     void compareInANewProcess()
     {
         const QByteArray expected =
-            QJsonDocument(toJson(m_app->persistenceController()->load())).toJson();
-        m_app->terminate();
+            QJsonDocument(toJson(m_app->projectSession().persistenceController()->load())).toJson();
+        m_app->projectSession().terminate();
         m_app.reset();
         QProcess process;
         process.start(QStringLiteral(ORVANE_WRITER_PROCESS), {u"print"_s, m_test.folder.path()});
@@ -212,11 +212,11 @@ public:
 
     void restart()
     {
-        m_app->terminate();
+        m_app->projectSession().terminate();
         m_app = std::make_unique<AppState>(m_test.services());
-        m_app->refreshProjects();
-        m_app->openProject(m_project, true);
-        ASSERT_TRUE(m_app->currentProject());
+        m_app->projectSession().refreshProjects();
+        m_app->projectSession().openProject(m_project, true);
+        ASSERT_TRUE(m_app->projectSession().currentProject());
     }
 
 private:

@@ -22,20 +22,20 @@ struct ProjectFixture : ::testing::Test {
         SessionKeys::welcomeDismissed.write(test.defaults, true);
         SessionKeys::launchDestination.write(test.defaults, u"lastProject"_s);
         auto state = std::make_unique<AppState>(test.services());
-        state->bootstrapProjects();
+        state->projectSession().bootstrapProjects();
         return state;
     }
     void restart()
     {
-        app->terminate();
+        app->projectSession().terminate();
         app.reset();
         app = start();
     }
     QString newProject(const QString& name)
     {
-        const auto id = app->createProject(name, std::nullopt);
+        const auto id = app->projectSession().createProject(name, std::nullopt);
         EXPECT_TRUE(id) << qPrintable(id ? QString() : id.error());
-        return app->currentProject()->rootPath;
+        return app->projectSession().currentProject()->rootPath;
     }
     QUuid newNote(const QString& title, const QString& body)
     {
@@ -47,7 +47,7 @@ struct ProjectFixture : ::testing::Test {
     {
         app->updateNote(id, {title, body, {}, {}, {}, {}});
     }
-    QString library() { return app->library().projectsDirectoryPath(); }
+    QString library() { return app->projectSession().library().projectsDirectoryPath(); }
     static QString storeOf(const QString& folder)
     {
         return storePath(ProjectLibraryController::projectDataDirectoryPath(folder));

@@ -28,13 +28,13 @@ TEST_F(ProjectPlace, AFolderRenamedWhileItIsOpenIsFollowed)
     write(note, u"Low water"_s, u"two"_s);
     EXPECT_TRUE(app->appendVersionSnapshot(note, u"Manual Save"_s));
     test.clock.advance(10s);
-    EXPECT_FALSE(app->saveFailure());
-    EXPECT_EQ(app->currentProject()->rootPath, after);
+    EXPECT_FALSE(app->projectSession().saveFailure());
+    EXPECT_EQ(app->projectSession().currentProject()->rootPath, after);
     EXPECT_EQ(app->selection().selectedProjectFolder(), after);
-    ASSERT_TRUE(app->projectAt(after));
-    EXPECT_TRUE(ProjectWorkspaceStateStore::save({}, app->projectAccessPath()));
+    ASSERT_TRUE(app->projectSession().projectAt(after));
+    EXPECT_TRUE(ProjectWorkspaceStateStore::save({}, app->projectSession().projectAccessPath()));
     EXPECT_FALSE(QFileInfo::exists(before));
-    app->closeProject();
+    app->projectSession().closeProject();
     EXPECT_EQ(libraryEntries(), QStringList{u"Tidewater, a novel"_s});
     const QDir data(ProjectLibraryController::projectDataDirectoryPath(after));
     EXPECT_EQ(data.entryList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::DirsFirst),
@@ -42,7 +42,7 @@ TEST_F(ProjectPlace, AFolderRenamedWhileItIsOpenIsFollowed)
     restart();
     ASSERT_TRUE(app->note(note));
     EXPECT_EQ(app->note(note)->body, u"two"_s);
-    EXPECT_TRUE(app->missingProjects().isEmpty());
+    EXPECT_TRUE(app->projectSession().missingProjects().isEmpty());
     EXPECT_TRUE(test.questions.asked.isEmpty());
 }
 
@@ -50,17 +50,18 @@ TEST_F(ProjectPlace, AFolderRenamedBehindTheBrowserIsNotMadeAnew)
 {
     const QString before = newProject(u"Tidewater"_s);
     const QUuid note = newNote(u"Low water"_s, u"one"_s);
-    app->closeProject();
+    app->projectSession().closeProject();
     const QString after = library() + u"/Ebb"_s;
     ASSERT_TRUE(QDir().rename(before, after));
-    app->openProjectAt(before, true);
-    EXPECT_FALSE(app->currentProject());
-    ASSERT_TRUE(app->projectOpenProblem());
-    EXPECT_TRUE(app->projectOpenProblem()->message.contains(before));
+    app->projectSession().openProjectAt(before, true);
+    EXPECT_FALSE(app->projectSession().currentProject());
+    ASSERT_TRUE(app->projectSession().projectOpenProblem());
+    EXPECT_TRUE(app->projectSession().projectOpenProblem()->message.contains(before));
     EXPECT_EQ(libraryEntries(), QStringList{u"Ebb"_s});
-    ASSERT_TRUE(app->projectAt(after));
-    EXPECT_TRUE(app->missingProjects().isEmpty()) << "it is the same project under another name";
-    app->openProjectAt(after, true);
+    ASSERT_TRUE(app->projectSession().projectAt(after));
+    EXPECT_TRUE(app->projectSession().missingProjects().isEmpty())
+        << "it is the same project under another name";
+    app->projectSession().openProjectAt(after, true);
     EXPECT_TRUE(app->note(note));
     EXPECT_TRUE(test.questions.asked.isEmpty());
 }
@@ -73,32 +74,32 @@ TEST_F(ProjectPlace, WhatLosesItsFolderIsKeptAndNothingIsMadeInItsPlace)
     app->versionHistory().waitForAll();
     ASSERT_TRUE(QDir(folder).removeRecursively());
     write(edited, u"The harbour"_s, u"written after"_s);
-    ASSERT_TRUE(app->saveFailure());
-    ASSERT_TRUE(app->projectTrouble());
-    EXPECT_EQ(app->projectTrouble()->kind, ProjectTrouble::Kind::FolderGone);
-    const QString rescue = app->projectTrouble()->rescueFolder;
+    ASSERT_TRUE(app->projectSession().saveFailure());
+    ASSERT_TRUE(app->projectSession().projectTrouble());
+    EXPECT_EQ(app->projectSession().projectTrouble()->kind, ProjectTrouble::Kind::FolderGone);
+    const QString rescue = app->projectSession().projectTrouble()->rescueFolder;
     EXPECT_TRUE(rescue.startsWith(library() + u"/Rescued/Tidewater, "_s)) << qPrintable(rescue);
     EXPECT_EQ(*readFile(rescue + u"/The harbour.txt"_s), "written after");
     EXPECT_EQ(*readFile(rescue + u"/Low water.txt"_s), "stored before");
     write(edited, u"The harbour"_s, u"and after that"_s);
     EXPECT_EQ(*readFile(rescue + u"/The harbour.txt"_s), "and after that");
-    EXPECT_TRUE(app->rescues().isEmpty()) << "what is being kept is not offered";
+    EXPECT_TRUE(app->projectSession().rescues().isEmpty()) << "what is being kept is not offered";
     EXPECT_FALSE(QFileInfo::exists(folder));
 
     restart();
     EXPECT_FALSE(QFileInfo::exists(folder));
-    EXPECT_FALSE(app->currentProject());
-    ASSERT_EQ(app->missingProjects().size(), 1);
-    EXPECT_EQ(app->missingProjects().first().title, u"Tidewater"_s);
-    ASSERT_EQ(app->rescues().size(), 1);
-    ASSERT_TRUE(app->makeProjectOf(app->rescues().first()));
+    EXPECT_FALSE(app->projectSession().currentProject());
+    ASSERT_EQ(app->projectSession().missingProjects().size(), 1);
+    EXPECT_EQ(app->projectSession().missingProjects().first().title, u"Tidewater"_s);
+    ASSERT_EQ(app->projectSession().rescues().size(), 1);
+    ASSERT_TRUE(app->projectSession().makeProjectOf(app->projectSession().rescues().first()));
     EXPECT_EQ(titles(), (QStringList{u"Low water"_s, u"The harbour"_s}));
     EXPECT_EQ(app->note(edited)->body, u"and after that"_s);
-    EXPECT_EQ(app->note(stored)->folderID, app->currentProject()->id);
-    EXPECT_TRUE(app->rescues().isEmpty());
-    app->forgetProject(folder);
+    EXPECT_EQ(app->note(stored)->folderID, app->projectSession().currentProject()->id);
+    EXPECT_TRUE(app->projectSession().rescues().isEmpty());
+    app->projectSession().forgetProject(folder);
     restart();
-    EXPECT_TRUE(app->missingProjects().isEmpty());
+    EXPECT_TRUE(app->projectSession().missingProjects().isEmpty());
     EXPECT_EQ(app->notes().size(), 2);
 }
 
@@ -111,17 +112,17 @@ TEST_F(ProjectPlace, SavingGoesOnWhenTheFolderIsBack)
     const QString store = storeOf(folder);
     ASSERT_TRUE(QFile::rename(store, store + u".away"_s));
     write(note, u"Low water"_s, u"two words"_s);
-    ASSERT_TRUE(app->projectTrouble());
-    ASSERT_EQ(app->unsavedWork().notes.size(), 1);
-    EXPECT_EQ(app->unsavedWork().words(), 1);
-    const QString rescue = app->projectTrouble()->rescueFolder;
+    ASSERT_TRUE(app->projectSession().projectTrouble());
+    ASSERT_EQ(app->projectSession().unsavedWork().notes.size(), 1);
+    EXPECT_EQ(app->projectSession().unsavedWork().words(), 1);
+    const QString rescue = app->projectSession().projectTrouble()->rescueFolder;
     EXPECT_TRUE(QFileInfo::exists(rescue));
-    test.clock.advance(std::chrono::seconds(AppState::retrySeconds));
-    EXPECT_TRUE(app->projectTrouble());
+    test.clock.advance(std::chrono::seconds(ProjectSession::retrySeconds));
+    EXPECT_TRUE(app->projectSession().projectTrouble());
     ASSERT_TRUE(QFile::rename(store + u".away"_s, store));
-    test.clock.advance(std::chrono::seconds(AppState::retrySeconds));
-    EXPECT_FALSE(app->projectTrouble());
-    EXPECT_FALSE(app->saveFailure());
+    test.clock.advance(std::chrono::seconds(ProjectSession::retrySeconds));
+    EXPECT_FALSE(app->projectSession().projectTrouble());
+    EXPECT_FALSE(app->projectSession().saveFailure());
     EXPECT_FALSE(QFileInfo::exists(rescue));
     restart();
     EXPECT_EQ(app->note(note)->body, u"two words"_s);
@@ -141,26 +142,26 @@ TEST_F(ProjectPlace, ADiskThatGoesAndComesBack)
         GTEST_SKIP() << "no mounting here";
     ASSERT_TRUE(attach());
     const QString made = newProject(u"Field notes"_s);
-    app->closeProject();
+    app->projectSession().closeProject();
     copyFolder(made, disk + u"/Field notes"_s);
     ASSERT_TRUE(QDir(made).removeRecursively());
     ASSERT_TRUE(QFile::link(disk + u"/Field notes"_s, made));
-    app->refreshProjects();
-    app->openProjectAt(made, true);
+    app->projectSession().refreshProjects();
+    app->projectSession().openProjectAt(made, true);
     const QUuid note = newNote(u"Curlew"_s, u"one"_s);
     ASSERT_EQ(::umount2(QFile::encodeName(disk), MNT_DETACH), 0);
     test.clock.advance(5s);
-    ASSERT_TRUE(app->projectTrouble());
-    EXPECT_EQ(app->projectTrouble()->kind, ProjectTrouble::Kind::DiskGone);
-    app->refreshProjects();
-    ASSERT_EQ(app->missingProjects().size(), 1);
+    ASSERT_TRUE(app->projectSession().projectTrouble());
+    EXPECT_EQ(app->projectSession().projectTrouble()->kind, ProjectTrouble::Kind::DiskGone);
+    app->projectSession().refreshProjects();
+    ASSERT_EQ(app->projectSession().missingProjects().size(), 1);
     write(note, u"Curlew"_s, u"one two"_s);
     EXPECT_TRUE(QDir(disk).isEmpty()) << "nothing is made where the disk was";
     ASSERT_TRUE(attach());
-    test.clock.advance(std::chrono::seconds(AppState::retrySeconds));
-    EXPECT_FALSE(app->projectTrouble());
-    app->refreshProjects();
-    EXPECT_TRUE(app->missingProjects().isEmpty());
+    test.clock.advance(std::chrono::seconds(ProjectSession::retrySeconds));
+    EXPECT_FALSE(app->projectSession().projectTrouble());
+    app->projectSession().refreshProjects();
+    EXPECT_TRUE(app->projectSession().missingProjects().isEmpty());
     restart();
     EXPECT_EQ(app->note(note)->body, u"one two"_s);
     app.reset();
@@ -177,20 +178,20 @@ TEST_F(ProjectPlace, RescuedWordsFindBackToTheirProject)
     ASSERT_TRUE(QFile::rename(store, store + u".away"_s));
     write(same, u"Same"_s, u"rescued"_s);
     write(changed, u"Changed"_s, u"rescued too"_s);
-    app->terminate(); // without a question
+    app->projectSession().terminate(); // without a question
     app.reset();
     ASSERT_TRUE(QFile::rename(store + u".away"_s, store));
     app = start();
-    ASSERT_TRUE(app->currentProject());
+    ASSERT_TRUE(app->projectSession().currentProject());
     EXPECT_EQ(app->note(same)->body, u"one"_s);
     test.clock.advance(1s);
     write(changed, u"Changed"_s, u"written since"_s);
-    ASSERT_EQ(app->rescues().size(), 1);
-    ASSERT_TRUE(app->putInPlace(app->rescues().first()));
+    ASSERT_EQ(app->projectSession().rescues().size(), 1);
+    ASSERT_TRUE(app->projectSession().putInPlace(app->projectSession().rescues().first()));
     EXPECT_EQ(app->note(same)->body, u"rescued"_s);
     EXPECT_EQ(app->note(changed)->body, u"written since"_s);
     EXPECT_EQ(titles(), (QStringList{u"Changed"_s, u"Changed (rescued)"_s, u"Same"_s}));
-    EXPECT_TRUE(app->rescues().isEmpty());
+    EXPECT_TRUE(app->projectSession().rescues().isEmpty());
     EXPECT_FALSE(versionsOf(*app, same).isEmpty());
 }
 
@@ -224,17 +225,17 @@ TEST_F(ProjectPlace, AMissingStoreIsALossAndNoLinkIsReplaced)
         SCOPED_TRACE(row.name);
         const QString folder = newProject(u"P"_s);
         newNote(u"One"_s, u"word"_s);
-        app->closeProject();
+        app->projectSession().closeProject();
         const QString store = storeOf(folder);
         row.lose(folder, store);
         const bool wasLink = QFileInfo(store).isSymLink();
-        app->refreshProjects();
-        app->openProjectAt(folder, true);
-        EXPECT_FALSE(app->currentProject());
-        ASSERT_TRUE(app->projectOpenProblem());
+        app->projectSession().refreshProjects();
+        app->projectSession().openProjectAt(folder, true);
+        EXPECT_FALSE(app->projectSession().currentProject());
+        ASSERT_TRUE(app->projectSession().projectOpenProblem());
         EXPECT_FALSE(QFileInfo::exists(store));
         EXPECT_EQ(QFileInfo(store).isSymLink(), wasLink);
-        app->clearProjectOpenProblem();
+        app->projectSession().clearProjectOpenProblem();
     }
 }
 
@@ -250,36 +251,36 @@ struct ProjectCopies : ProjectPlace {
     {
         original = newProject(u"Tidewater"_s);
         note = newNote(u"Low water"_s, u"one"_s);
-        id = app->currentProject()->id;
-        app->closeProject();
+        id = app->projectSession().currentProject()->id;
+        app->projectSession().closeProject();
         copy = library() + u"/Tidewater 2"_s;
         copyFolder(original, copy);
-        app->refreshProjects();
-        ASSERT_EQ(app->projects().size(), 2);
+        app->projectSession().refreshProjects();
+        ASSERT_EQ(app->projectSession().projects().size(), 2);
     }
 };
 
 TEST_F(ProjectCopies, ACopyGetsAnIdOfItsOwn)
 {
     test.questions.answers = {{ProjectQuestions::ItIsACopy}};
-    app->openProjectAt(copy, true);
+    app->projectSession().openProjectAt(copy, true);
     ASSERT_EQ(test.questions.asked.size(), 1);
     const Question& asked = test.questions.asked.first();
     ASSERT_EQ(asked.sides.size(), 2);
     EXPECT_TRUE(asked.sides.first().lines.first().endsWith(u"Tidewater 2"_s));
     EXPECT_TRUE(asked.sides.first().lines.contains(u"1 note, 1 word"_s));
     EXPECT_TRUE(asked.sides.last().lines.contains(u"1 note, 1 word"_s));
-    ASSERT_TRUE(app->currentProject());
-    EXPECT_EQ(app->currentProject()->rootPath, copy);
-    EXPECT_NE(app->currentProject()->id, id);
-    EXPECT_EQ(app->note(note)->folderID, app->currentProject()->id);
+    ASSERT_TRUE(app->projectSession().currentProject());
+    EXPECT_EQ(app->projectSession().currentProject()->rootPath, copy);
+    EXPECT_NE(app->projectSession().currentProject()->id, id);
+    EXPECT_EQ(app->note(note)->folderID, app->projectSession().currentProject()->id);
     write(note, u"Low water"_s, u"in the copy"_s);
-    app->openProjectAt(original, true);
-    EXPECT_EQ(app->currentProject()->id, id);
+    app->projectSession().openProjectAt(original, true);
+    EXPECT_EQ(app->projectSession().currentProject()->id, id);
     EXPECT_EQ(app->note(note)->body, u"one"_s);
     restart();
-    EXPECT_EQ(app->currentProject()->rootPath, original);
-    app->openProjectAt(copy, true);
+    EXPECT_EQ(app->projectSession().currentProject()->rootPath, original);
+    app->projectSession().openProjectAt(copy, true);
     EXPECT_EQ(app->note(note)->body, u"in the copy"_s);
     EXPECT_EQ(test.questions.asked.size(), 1) << "it is asked once";
 }
@@ -287,47 +288,47 @@ TEST_F(ProjectCopies, ACopyGetsAnIdOfItsOwn)
 TEST_F(ProjectCopies, AMovedProjectIsTheProjectAndTheOtherIsSetAside)
 {
     test.questions.answers = {{ProjectQuestions::ItWasMoved}};
-    app->openProjectAt(copy, true);
-    EXPECT_EQ(app->currentProject()->id, id);
-    EXPECT_EQ(app->currentProject()->rootPath, copy);
-    EXPECT_TRUE(app->knownProjects().at(original)->isSetAside);
+    app->projectSession().openProjectAt(copy, true);
+    EXPECT_EQ(app->projectSession().currentProject()->id, id);
+    EXPECT_EQ(app->projectSession().currentProject()->rootPath, copy);
+    EXPECT_TRUE(app->projectSession().knownProjects().at(original)->isSetAside);
     restart();
-    EXPECT_EQ(app->currentProject()->rootPath, copy);
+    EXPECT_EQ(app->projectSession().currentProject()->rootPath, copy);
     EXPECT_EQ(test.questions.asked.size(), 1);
-    app->openProjectAt(original, true); // the question again: Cancel
+    app->projectSession().openProjectAt(original, true); // the question again: Cancel
     EXPECT_EQ(test.questions.asked.size(), 2);
-    EXPECT_EQ(app->currentProject()->rootPath, copy);
+    EXPECT_EQ(app->projectSession().currentProject()->rootPath, copy);
 }
 
 TEST_F(ProjectCopies, CancelOpensNothingAndChangesNothing)
 {
     const auto bytes = *readFile(storeOf(copy));
-    app->openProjectAt(copy, true);
+    app->projectSession().openProjectAt(copy, true);
     EXPECT_EQ(test.questions.asked.size(), 1);
-    EXPECT_FALSE(app->currentProject());
+    EXPECT_FALSE(app->projectSession().currentProject());
     EXPECT_EQ(*readFile(storeOf(copy)), bytes);
     EXPECT_EQ(ProjectLibraryController::readManifest(copy)->id, id);
-    EXPECT_EQ(app->knownProjects().opened(id)->folder, original);
+    EXPECT_EQ(app->projectSession().knownProjects().opened(id)->folder, original);
 }
 
 TEST_F(ProjectCopies, TheTrashTakesTheFolderOfTheTileAlone)
 {
-    app->openProjectAt(original, true);
-    ASSERT_TRUE(app->moveProjectToTrash(copy));
+    app->projectSession().openProjectAt(original, true);
+    ASSERT_TRUE(app->projectSession().moveProjectToTrash(copy));
     EXPECT_FALSE(QFileInfo::exists(copy));
-    ASSERT_TRUE(app->currentProject());
+    ASSERT_TRUE(app->projectSession().currentProject());
     write(note, u"Low water"_s, u"still here"_s);
-    EXPECT_FALSE(app->saveFailure());
+    EXPECT_FALSE(app->projectSession().saveFailure());
     EXPECT_TRUE(QFileInfo::exists(original));
-    EXPECT_TRUE(app->missingProjects().isEmpty());
+    EXPECT_TRUE(app->projectSession().missingProjects().isEmpty());
 }
 
 TEST_F(ProjectCopies, AFolderThatLeadsToTheSamePlaceIsNoCopy)
 {
     ASSERT_TRUE(QDir(copy).removeRecursively());
     ASSERT_TRUE(QFile::link(original, copy));
-    app->refreshProjects();
-    app->openProjectAt(copy, true);
+    app->projectSession().refreshProjects();
+    app->projectSession().openProjectAt(copy, true);
     EXPECT_TRUE(test.questions.asked.isEmpty());
     EXPECT_TRUE(app->note(note));
 }
@@ -344,30 +345,31 @@ struct ReplacedStore : ProjectPlace {
     {
         folder = newProject(u"Tidewater"_s);
         shared = newNote(u"Shared"_s, u"one"_s);
-        app->closeProject();
+        app->projectSession().closeProject();
         const QByteArray earlier = *readFile(storeOf(folder));
-        app->openProjectAt(folder, true);
+        app->projectSession().openProjectAt(folder, true);
         mine = newNote(u"Mine"_s, u"only here"_s);
         write(shared, u"Shared"_s, u"changed here"_s);
-        ASSERT_FALSE(app->saveFailure());
+        ASSERT_FALSE(app->projectSession().saveFailure());
         // As a synchroniser does it: the file from elsewhere takes the name.
         ASSERT_TRUE(writeFileAtomically(storeOf(folder), earlier));
         test.clock.advance(10s);
-        ASSERT_TRUE(app->projectTrouble()) << "it is noticed without a key";
-        EXPECT_EQ(app->projectTrouble()->kind, ProjectTrouble::Kind::StoreReplaced);
-        EXPECT_TRUE(app->saveFailure());
+        ASSERT_TRUE(app->projectSession().projectTrouble()) << "it is noticed without a key";
+        EXPECT_EQ(app->projectSession().projectTrouble()->kind,
+                  ProjectTrouble::Kind::StoreReplaced);
+        EXPECT_TRUE(app->projectSession().saveFailure());
     }
     /// As an editor does that has a draft: at the last moment.
     void writeWhenAsked()
     {
-        QObject::connect(app.get(), &AppState::projectMayBeLeft,
+        QObject::connect(&app->projectSession(), &ProjectSession::projectMayBeLeft,
                          [this] { write(mine, u"Mine"_s, u"after the exchange"_s); });
     }
 };
 
 TEST_F(ReplacedStore, BothSidesAreTold)
 {
-    const auto sides = app->storeSides();
+    const auto sides = app->projectSession().storeSides();
     ASSERT_TRUE(sides);
     const auto differences = sides->differences();
     ASSERT_EQ(differences.size(), 2);
@@ -376,39 +378,39 @@ TEST_F(ReplacedStore, BothSidesAreTold)
         kinds.insert(each.id, each.kind);
     EXPECT_EQ(kinds.value(shared), StoreSides::Difference::Kind::MineIsNewer);
     EXPECT_EQ(kinds.value(mine), StoreSides::Difference::Kind::OnlyMine);
-    const QString rescue = app->projectTrouble()->rescueFolder;
+    const QString rescue = app->projectSession().projectTrouble()->rescueFolder;
     EXPECT_EQ(*readFile(rescue + u"/Mine.txt"_s), "only here") << "kept without being asked for";
 }
 
 TEST_F(ReplacedStore, KeepMineSetsTheirsAsideAsAProjectOfItsOwn)
 {
     writeWhenAsked();
-    EXPECT_TRUE(app->saveFailure());
-    const auto kept = app->keepMyStore();
+    EXPECT_TRUE(app->projectSession().saveFailure());
+    const auto kept = app->projectSession().keepMyStore();
     ASSERT_TRUE(kept) << qPrintable(kept.error());
-    EXPECT_FALSE(app->projectTrouble());
-    EXPECT_FALSE(app->saveFailure());
+    EXPECT_FALSE(app->projectSession().projectTrouble());
+    EXPECT_FALSE(app->projectSession().saveFailure());
     EXPECT_EQ(app->note(mine)->body, u"after the exchange"_s);
     EXPECT_EQ(app->note(shared)->body, u"changed here"_s);
-    ASSERT_EQ(app->projects().size(), 2);
+    ASSERT_EQ(app->projectSession().projects().size(), 2);
     restart();
     EXPECT_EQ(titles(), (QStringList{u"Mine"_s, u"Shared"_s}));
     EXPECT_EQ(app->note(shared)->body, u"changed here"_s);
-    for (const OrvaneProjectRecord& project : QList(app->projects())) {
+    for (const OrvaneProjectRecord& project : QList(app->projectSession().projects())) {
         if (project.rootPath != folder)
-            app->openProjectAt(project.rootPath, true);
+            app->projectSession().openProjectAt(project.rootPath, true);
     }
     EXPECT_EQ(titles(), QStringList{u"Shared"_s});
     EXPECT_EQ(app->note(shared)->body, u"one"_s);
-    EXPECT_EQ(app->note(shared)->folderID, app->currentProject()->id);
+    EXPECT_EQ(app->note(shared)->folderID, app->projectSession().currentProject()->id);
 }
 
 TEST_F(ReplacedStore, TakeTheirsKeepsMineInVersionsAndARescueFile)
 {
     writeWhenAsked();
-    const auto taken = app->takeTheirStore();
+    const auto taken = app->projectSession().takeTheirStore();
     ASSERT_TRUE(taken) << qPrintable(taken.error());
-    EXPECT_FALSE(app->projectTrouble());
+    EXPECT_FALSE(app->projectSession().projectTrouble());
     EXPECT_EQ(titles(), QStringList{u"Shared"_s});
     EXPECT_EQ(app->note(shared)->body, u"one"_s);
     const auto versions = versionsOf(*app, shared);
@@ -418,7 +420,7 @@ TEST_F(ReplacedStore, TakeTheirsKeepsMineInVersionsAndARescueFile)
     const QStringList files = rescued.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
     ASSERT_EQ(files.size(), 1);
     EXPECT_EQ(*readFile(rescued.filePath(files.first()) + u"/Mine.txt"_s), "after the exchange");
-    EXPECT_TRUE(app->rescues().isEmpty()) << "kept, not offered";
+    EXPECT_TRUE(app->projectSession().rescues().isEmpty()) << "kept, not offered";
     restart();
     EXPECT_EQ(titles(), QStringList{u"Shared"_s});
 }
@@ -428,8 +430,8 @@ TEST_F(ReplacedStore, ASuddenEndLosesNeitherSide)
     write(mine, u"Mine"_s, u"after the exchange"_s);
     restart();
     EXPECT_EQ(titles(), QStringList{u"Shared"_s});
-    ASSERT_EQ(app->rescues().size(), 1);
-    ASSERT_TRUE(app->putInPlace(app->rescues().first()));
+    ASSERT_EQ(app->projectSession().rescues().size(), 1);
+    ASSERT_TRUE(app->projectSession().putInPlace(app->projectSession().rescues().first()));
     EXPECT_EQ(app->note(mine)->body, u"after the exchange"_s);
 }
 
@@ -454,7 +456,7 @@ TEST_F(ProjectPlace, WhatCantBeMadeWholeLeavesNoProject)
     ASSERT_TRUE(QDir().mkpath(left));
     ASSERT_TRUE(ProjectLibraryController::writeManifest(manifest, left));
     restart();
-    EXPECT_TRUE(app->projects().isEmpty());
+    EXPECT_TRUE(app->projectSession().projects().isEmpty());
 }
 
 TEST_F(ProjectPlace, ANotebookOfTheLibraryWideEraIsTriedAgain)
@@ -470,11 +472,11 @@ TEST_F(ProjectPlace, ANotebookOfTheLibraryWideEraIsTriedAgain)
     ASSERT_TRUE(QDir(library()).removeRecursively());
     ASSERT_TRUE(writeFileAtomically(library(), "in the way"));
     restart();
-    EXPECT_TRUE(app->projects().isEmpty());
+    EXPECT_TRUE(app->projectSession().projects().isEmpty());
     ASSERT_TRUE(QFile::remove(library()));
     restart();
-    ASSERT_EQ(app->projects().size(), 1);
-    app->openProjectAt(app->projects().first().rootPath, true);
+    ASSERT_EQ(app->projectSession().projects().size(), 1);
+    app->projectSession().openProjectAt(app->projectSession().projects().first().rootPath, true);
     EXPECT_EQ(titles(), QStringList{u"Kept"_s});
 }
 

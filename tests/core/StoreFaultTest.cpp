@@ -234,19 +234,22 @@ public:
         {
             Program program(m_root);
             for (int attempt = 0; attempt < 2 && !projectMade; ++attempt)
-                projectMade = program.state.createProject(u"Day"_s, std::nullopt).has_value();
-            if (program.state.currentProject())
+                projectMade = program.state.projectSession()
+                                  .createProject(u"Day"_s, std::nullopt)
+                                  .has_value();
+            if (program.state.projectSession().currentProject())
                 write(program);
         }
         Program program(m_root);
-        if (program.state.projects().isEmpty())
+        if (program.state.projectSession().projects().isEmpty())
             return;
-        program.state.openProject(program.state.projects().first().id, true);
-        if (program.state.currentProject())
+        program.state.projectSession().openProject(
+            program.state.projectSession().projects().first().id, true);
+        if (program.state.projectSession().currentProject())
             rewrite(program);
         program.defaults.set(u"setting"_s, QString(u"kept"_s));
         settingKept = program.defaults.flush().has_value();
-        program.state.terminate();
+        program.state.projectSession().terminate();
     }
     void check()
     {
@@ -254,19 +257,20 @@ public:
         if (settingKept) {
             EXPECT_EQ(program.defaults.get<QString>(u"setting"_s), u"kept"_s);
         }
-        if (program.state.projects().isEmpty()) {
+        if (program.state.projectSession().projects().isEmpty()) {
             EXPECT_FALSE(projectMade);
             return;
         }
-        for (const OrvaneProjectRecord& project : program.state.projects()) {
-            program.state.openProject(project.id, false);
-            if (!program.state.currentProject() || program.state.notes().size() == 0)
+        for (const OrvaneProjectRecord& project : program.state.projectSession().projects()) {
+            program.state.projectSession().openProject(project.id, false);
+            if (!program.state.projectSession().currentProject() ||
+                program.state.notes().size() == 0)
                 continue;
             break;
         }
-        ASSERT_FALSE(program.state.projectLoadProtectionAlert());
+        ASSERT_FALSE(program.state.projectSession().projectLoadProtectionAlert());
         if (projectMade) {
-            ASSERT_TRUE(program.state.currentProject());
+            ASSERT_TRUE(program.state.projectSession().currentProject());
         }
         expected.check(program.state.notes().records(), bodyOf);
     }
@@ -292,7 +296,7 @@ private:
             , state({defaults, notifications, questions, beeper, trash, clock, licence,
                      UserFolders::below(root)})
         {
-            state.bootstrapProjects();
+            state.projectSession().bootstrapProjects();
         }
     };
 
@@ -301,7 +305,7 @@ private:
     {
         const NoteRecord* note = program.state.note(id);
         expected.tried(id, note ? std::optional(bodyOf(*note)) : std::nullopt);
-        if (!program.state.saveFailure())
+        if (!program.state.projectSession().saveFailure())
             expected.acknowledged();
     }
     void write(Program& program)
@@ -334,7 +338,7 @@ private:
             state.restoreNoteFromTrash(m_notes.last());
             settle(program, m_notes.last());
         }
-        state.closeProject();
+        state.projectSession().closeProject();
     }
     void rewrite(Program& program)
     {

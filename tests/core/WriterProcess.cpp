@@ -75,19 +75,21 @@ struct Program {
         , state({defaults, notifications, questions, beeper, trash, clock, licence,
                  UserFolders::below(root)})
     {
-        state.bootstrapProjects();
+        state.projectSession().bootstrapProjects();
     }
 };
 
 int print(const QString& root)
 {
     Program program(root);
-    if (program.state.projects().isEmpty())
+    if (program.state.projectSession().projects().isEmpty())
         return 2;
-    program.state.openProject(program.state.projects().first().id, false);
-    if (!program.state.currentProject())
+    program.state.projectSession().openProject(program.state.projectSession().projects().first().id,
+                                               false);
+    if (!program.state.projectSession().currentProject())
         return 3;
-    say(QJsonDocument(toJson(program.state.persistenceController()->load())).toJson());
+    say(QJsonDocument(toJson(program.state.projectSession().persistenceController()->load()))
+            .toJson());
     return 0;
 }
 
@@ -96,11 +98,12 @@ int writeInProgram(const QString& root, quint32 seed)
 {
     Program program(root);
     AppState& state = program.state;
-    if (state.projects().isEmpty())
-        static_cast<void>(state.createProject(QStringLiteral("Killed"), std::nullopt));
+    if (state.projectSession().projects().isEmpty())
+        static_cast<void>(
+            state.projectSession().createProject(QStringLiteral("Killed"), std::nullopt));
     else
-        state.openProject(state.projects().first().id, false);
-    if (!state.currentProject())
+        state.projectSession().openProject(state.projectSession().projects().first().id, false);
+    if (!state.projectSession().currentProject())
         return 2;
     QRandomGenerator random(seed);
     say("ready\n");
@@ -118,7 +121,7 @@ int writeInProgram(const QString& root, quint32 seed)
             content.richContentPayload = Blob(body.toUtf8());
             state.updateNote(id, content);
         }
-        if (state.saveFailure() || id.isNull())
+        if (state.projectSession().saveFailure() || id.isNull())
             return 3;
         say(id.toByteArray(QUuid::WithoutBraces) + ' ' + QByteArray::number(step) + '\n');
     }

@@ -77,7 +77,7 @@ protected:
 
     TestServices test;
     AppState app{test.services()};
-    QUuid project = *app.createProject(u"P"_s, {});
+    QUuid project = *app.projectSession().createProject(u"P"_s, {});
     QUuid note = *app.createNote(u"It's \"late\", (said) Mara.\n1. one\n2. two\n- dash"_s, {});
     Look look{signatureDarkTokens()};
     std::unique_ptr<EditorPaneView> shownPane = paneOfSelection(app, look);

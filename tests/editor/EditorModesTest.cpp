@@ -178,8 +178,10 @@ TEST_F(EditorModesTest, NothingIsAskedWhereNothingIsLost)
     makeBold({0, 1});
     session->setMode(EditorMode::markdown);
     app->versionHistory().waitForAll();
-    QDir(app->currentProject()->rootPath + u"/.orvaneworkspace/history"_s).removeRecursively();
-    QFile blocked(app->currentProject()->rootPath + u"/.orvaneworkspace/history"_s);
+    QDir(app->projectSession().currentProject()->rootPath + u"/.orvaneworkspace/history"_s)
+        .removeRecursively();
+    QFile blocked(app->projectSession().currentProject()->rootPath +
+                  u"/.orvaneworkspace/history"_s);
     ASSERT_TRUE(blocked.open(QIODevice::WriteOnly));
     test.questions.answers = {{0}, {0}};
     type(u"?"_s);

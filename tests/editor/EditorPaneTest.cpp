@@ -32,7 +32,7 @@ using namespace std::chrono_literals;
 struct EditorPaneTest : ::testing::Test {
     TestServices test;
     AppState app{test.services()};
-    QUuid project = *app.createProject(u"P"_s, {});
+    QUuid project = *app.projectSession().createProject(u"P"_s, {});
     QUuid other = *app.createNote(u"Other note\nsecond"_s, {});
     QUuid note = *app.createNote(u"first line"_s, {});
     Look look{signatureDarkTokens()};
@@ -133,7 +133,7 @@ TEST_F(EditorPaneTest, TheViewFollowsNotesModesAndTheirAbsence)
     type(u"x"_s);
     pane->focusText();
     EXPECT_EQ(view().plainText(), u"xfirst line"_s);
-    app.closeProject();
+    app.projectSession().closeProject();
     EXPECT_TRUE(view().store().isEmpty());
 }
 
@@ -268,8 +268,8 @@ TEST_F(EditorPaneTest, ANoteThatEndedTheProgramIsOpenedByAPersonAlone)
     SessionKeys::launchDestination.write(test.defaults, u"lastNote"_s);
     SessionKeys::writeUuids(test.defaults, SessionKeys::slowNoteIDs, {note});
     pane.reset();
-    app.closeProject();
-    app.openProject(project, true);
+    app.projectSession().closeProject();
+    app.projectSession().openProject(project, true);
     EXPECT_EQ(app.selection().selectedNoteID(), std::nullopt);
     EXPECT_EQ(app.selection().noteHeldBack(), note);
     pane = paneOfSelection(app, look);
@@ -298,8 +298,8 @@ TEST_F(EditorPaneTest, ANoteThatEndedTheProgramIsOpenedByAPersonAlone)
 
     SessionKeys::writeUuids(test.defaults, SessionKeys::slowNoteIDs, {note});
     app.selection().selectNote(other);
-    app.closeProject();
-    app.openProject(project, true);
+    app.projectSession().closeProject();
+    app.projectSession().openProject(project, true);
     EXPECT_EQ(app.selection().selectedNoteID(), other) << "another note is opened as ever";
 }
 

@@ -164,7 +164,7 @@ TEST_F(EditorSessionTest, WhatTheDiskDoesNotTakeIsNoManualSave)
                   std::unexpected(Refusal::NotStored));
         app->versionHistory().waitForAll();
     }
-    EXPECT_TRUE(app->saveFailure());
+    EXPECT_TRUE(app->projectSession().saveFailure());
     EXPECT_EQ(completed, 0);
     EXPECT_TRUE(versionsOf(*app, a).isEmpty());
     session->saveFromExplicitCommand();
@@ -244,8 +244,8 @@ TEST_F(EditorSessionTest, EveryFlushPointWritesWhatWasTyped)
          [&] {
              app->updateNoteBinderTitle(a, u"A"_s, {});
          }},
-        {"the project closes", [&] { app->closeProject(); }, true},
-        {"another project", [&] { (void)app->createProject(u"Q"_s, {}); }, true},
+        {"the project closes", [&] { app->projectSession().closeProject(); }, true},
+        {"another project", [&] { (void)app->projectSession().createProject(u"Q"_s, {}); }, true},
     };
     autosaveEnabledSetting.write(test.defaults, false);
     QString expected = u"A\nfirst"_s;
@@ -258,13 +258,13 @@ TEST_F(EditorSessionTest, EveryFlushPointWritesWhatWasTyped)
         row.flush();
         EXPECT_FALSE(session->isDirty());
         if (row.reopens)
-            app->openProject(project, false);
+            app->projectSession().openProject(project, false);
         EXPECT_EQ(stored(a), u"A|"_s + expected);
     }
     app->selection().selectNote(a);
     type(u" end"_s);
-    app->terminate();
-    app->refreshProjects();
+    app->projectSession().terminate();
+    app->projectSession().refreshProjects();
     AppState after(test.services());
     after.refreshProjects();
     after.openProject(project, false);
@@ -274,14 +274,14 @@ TEST_F(EditorSessionTest, EveryFlushPointWritesWhatWasTyped)
 TEST_F(EditorSessionTest, NothingIsLoadedOnceTheProgramIsEnding)
 {
     type(u" last"_s);
-    QObject::connect(app.get(), &AppState::willTerminate,
+    QObject::connect(&app->projectSession(), &ProjectSession::willTerminate,
                      [this] { app->selection().selectNote(b); });
-    app->terminate();
+    app->projectSession().terminate();
     EXPECT_EQ(session->noteID(), a);
     session.reset();
     app = std::make_unique<AppState>(test.services());
-    app->refreshProjects();
-    app->openProject(project, false);
+    app->projectSession().refreshProjects();
+    app->projectSession().openProject(project, false);
     EXPECT_EQ(stored(a), u"A|A\nfirst last"_s);
 }
 

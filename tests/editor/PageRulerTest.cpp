@@ -160,7 +160,7 @@ protected:
 
     TestServices test;
     AppState app{test.services()};
-    QUuid project = *app.createProject(u"P"_s, {});
+    QUuid project = *app.projectSession().createProject(u"P"_s, {});
     QUuid empty = *app.createNote(u""_s, {});
     QUuid note = *app.createNote(u"one\ntwo\nthree"_s, {});
     Look look{signatureDarkTokens()};

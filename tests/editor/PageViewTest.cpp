@@ -97,7 +97,7 @@ protected:
 
     TestServices test;
     AppState app{test.services()};
-    QUuid project = *app.createProject(u"P"_s, {});
+    QUuid project = *app.projectSession().createProject(u"P"_s, {});
     QUuid note = *app.createNote(u"Title\nfirst line"_s, {});
     Look look{signatureDarkTokens()};
     std::unique_ptr<EditorPaneView> pane = paneOfSelection(app, look);

@@ -12,7 +12,7 @@ namespace orvane {
 struct SessionFixture : ::testing::Test {
     TestServices test;
     std::unique_ptr<AppState> app = std::make_unique<AppState>(test.services());
-    QUuid project = *app->createProject(QStringLiteral("P"), {});
+    QUuid project = *app->projectSession().createProject(QStringLiteral("P"), {});
     QUuid a = *app->createNote(QStringLiteral("A\nfirst"), {});
     QUuid b = *app->createNote(QStringLiteral("B\nsecond"), {});
     std::unique_ptr<EditorSession> session = sessionOfSelection(*app);
@@ -30,14 +30,14 @@ struct SessionFixture : ::testing::Test {
     /// Closes the project and opens it with `a` selected, in a session of its own.
     void reopen()
     {
-        app->closeProject();
+        app->projectSession().closeProject();
         session = sessionOfSelection(*app);
-        app->openProject(project, false);
+        app->projectSession().openProject(project, false);
         app->selection().selectNote(a);
     }
     QString stored(const QUuid& id)
     {
-        for (const auto& note : app->persistenceController()->load().notes) {
+        for (const auto& note : app->projectSession().persistenceController()->load().notes) {
             if (note->id == id)
                 return note->title + u'|' + note->body.text();
         }

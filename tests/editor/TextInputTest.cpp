@@ -58,7 +58,7 @@ Step dead(Qt::Key key)
 struct TextInputTest : ::testing::Test {
     TestServices test;
     AppState app{test.services()};
-    QUuid project = *app.createProject(u"P"_s, {});
+    QUuid project = *app.projectSession().createProject(u"P"_s, {});
     QUuid other = *app.createNote(u"Other"_s, {});
     QUuid note = *app.createNote(u"Note"_s, {});
     Look look{signatureDarkTokens()};

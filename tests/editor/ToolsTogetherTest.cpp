@@ -200,7 +200,7 @@ protected:
     std::mt19937 random{GetParam()};
     TestServices test;
     AppState app{test.services()};
-    QUuid project = *app.createProject(u"P"_s, {});
+    QUuid project = *app.projectSession().createProject(u"P"_s, {});
     QUuid a = *app.createNote(u"A"_s, {});
     QUuid b = *app.createNote(u"B"_s, {});
     Look look{signatureDarkTokens()};

@@ -43,7 +43,7 @@ struct WritingRunTest : ::testing::Test {
     TestServices test;
     AgreeingQuestions questions;
     std::unique_ptr<AppState> app = std::make_unique<AppState>(services());
-    QUuid project = *app->createProject(u"P"_s, {});
+    QUuid project = *app->projectSession().createProject(u"P"_s, {});
     std::unique_ptr<EditorSession> session = sessionOfSelection(*app);
     QList<QUuid> notes;
     QHash<QUuid, ModelNote> model;
@@ -181,15 +181,15 @@ struct WritingRunTest : ::testing::Test {
     void startAgain()
     {
         if (below(2) == 0) {
-            app->closeProject();
+            app->projectSession().closeProject();
         } else {
-            app->terminate();
+            app->projectSession().terminate();
             session.reset();
             app = std::make_unique<AppState>(services());
-            app->refreshProjects();
+            app->projectSession().refreshProjects();
             session = sessionOfSelection(*app);
         }
-        app->openProject(project, below(2) == 0);
+        app->projectSession().openProject(project, below(2) == 0);
     }
     void checkRecord(const NoteRecord& note)
     {
@@ -206,7 +206,7 @@ struct WritingRunTest : ::testing::Test {
     }
     void checkStored()
     {
-        for (const auto& note : app->persistenceController()->load().notes)
+        for (const auto& note : app->projectSession().persistenceController()->load().notes)
             checkRecord(*note);
         ASSERT_EQ(app->notes().size(), notes.size());
     }

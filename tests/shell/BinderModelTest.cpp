@@ -20,7 +20,7 @@ class BinderModelTest : public testing::Test {
 protected:
     BinderModelTest()
         : m_state(m_test.services())
-        , m_created(m_state.createProject(u"Novel"_s, {}))
+        , m_created(m_state.projectSession().createProject(u"Novel"_s, {}))
         , m_model(m_state)
         , m_checker(&m_model, QAbstractItemModelTester::FailureReportingMode::Fatal)
         , m_resets(&m_model, &QAbstractItemModel::modelReset)

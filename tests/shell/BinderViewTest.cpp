@@ -26,7 +26,7 @@ protected:
     {
         dismissWelcome();
         start();
-        ASSERT_TRUE(state().createProject(u"Novel"_s, {}));
+        ASSERT_TRUE(state().projectSession().createProject(u"Novel"_s, {}));
         full = *state().createFolder(u"Full"_s);
         for (const QString& title : {u"Alpha"_s, u"Beta"_s, u"Gamma"_s})
             notes.append(*state().createNote(title, {}));

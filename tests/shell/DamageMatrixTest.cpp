@@ -44,11 +44,11 @@ protected:
     {
         dismissWelcome();
         start();
-        ASSERT_TRUE(state().createProject(u"Tidewater"_s, {}));
+        ASSERT_TRUE(state().projectSession().createProject(u"Tidewater"_s, {}));
         other = *state().createNote(u"High water\nThe lamp is lit."_s, {});
         note = *state().createNote(u"Low water\nMara counts."_s, {});
         (void)state().appendVersionSnapshot(note, u"Manual Save"_s);
-        root = state().currentProject()->rootPath;
+        root = state().projectSession().currentProject()->rootPath;
         defaults().set(u"settings.general.launchDestination"_s, u"lastNote"_s);
         copyTree(root, crashed());
         quit();
@@ -93,7 +93,7 @@ protected:
     }
     void expectWords(const QString& ofNote = u"Low water\nMara counts."_s)
     {
-        ASSERT_TRUE(state().currentProject());
+        ASSERT_TRUE(state().projectSession().currentProject());
         ASSERT_TRUE(state().note(note));
         ASSERT_TRUE(state().note(other));
         EXPECT_EQ(state().note(note)->body, ofNote);
@@ -257,17 +257,18 @@ TEST_P(DamageMatrix, EndsAsItIsPromised)
             expectWords();
             break;
         case Ends::Poorer:
-            EXPECT_TRUE(state().currentProject());
+            EXPECT_TRUE(state().projectSession().currentProject());
             break;
         case Ends::Protected:
         case Ends::Refused:
-            EXPECT_FALSE(state().currentProject());
-            EXPECT_TRUE(state().projectAt(root) ||
-                        std::ranges::count(state().missingProjects(), root, &KnownProject::folder))
+            EXPECT_FALSE(state().projectSession().currentProject());
+            EXPECT_TRUE(state().projectSession().projectAt(root) ||
+                        std::ranges::count(state().projectSession().missingProjects(), root,
+                                           &KnownProject::folder))
                 << "it stays in the browser";
             break;
         case Ends::NotListed:
-            EXPECT_FALSE(state().projectAt(root));
+            EXPECT_FALSE(state().projectSession().projectAt(root));
             break;
         }
         quit();
@@ -298,8 +299,8 @@ TEST_P(DamageMatrix, EndsAsItIsPromised)
     putBack(whole());
     QString words;
     run(&words);
-    EXPECT_TRUE(state().projectAt(root));
-    state().openProjectAt(root, true);
+    EXPECT_TRUE(state().projectSession().projectAt(root));
+    state().projectSession().openProjectAt(root, true);
     expectWords();
 }
 
@@ -394,7 +395,8 @@ TEST_P(ChangeMatrix, KeepsEveryWord)
     expectWords();
     row.change(*this);
     type(u" Ebb."_s);
-    EXPECT_EQ(state().saveFailure().has_value(), row.words == Change::Words::Rescued);
+    EXPECT_EQ(state().projectSession().saveFailure().has_value(),
+              row.words == Change::Words::Rescued);
     (void)said(); // what comes up about it is only looked at
     // As a session that ends: nothing is asked.
     QElapsedTimer ending;
@@ -410,15 +412,15 @@ TEST_P(ChangeMatrix, KeepsEveryWord)
         run(&words);
         if (row.words == Change::Words::InPlace) {
             const QString place = QFileInfo(root).path() + u'/' + QString::fromLatin1(row.place);
-            if (!state().currentProject())
-                state().openProjectAt(place, true);
+            if (!state().projectSession().currentProject())
+                state().projectSession().openProjectAt(place, true);
             expectWords(u"Low water\nMara counts. Ebb."_s);
-            EXPECT_EQ(state().currentProject()->rootPath, place);
-            EXPECT_TRUE(state().rescues().isEmpty());
+            EXPECT_EQ(state().projectSession().currentProject()->rootPath, place);
+            EXPECT_TRUE(state().projectSession().rescues().isEmpty());
         } else {
-            ASSERT_EQ(state().rescues().size(), 1);
-            const auto kept =
-                RescueFile::read(state().rescues().first().folder, state().services().clock);
+            ASSERT_EQ(state().projectSession().rescues().size(), 1);
+            const auto kept = RescueFile::read(state().projectSession().rescues().first().folder,
+                                               state().services().clock);
             ASSERT_TRUE(kept);
             const auto found = std::ranges::find(
                 kept->notes, note, [](const Shared<NoteRecord>& each) { return each->id; });

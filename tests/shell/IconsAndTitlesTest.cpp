@@ -19,7 +19,8 @@ protected:
     {
         dismissWelcome();
         start();
-        m_project = state().createProject(u"Tidewater"_s, u"sf:archivebox.fill"_s).value();
+        m_project =
+            state().projectSession().createProject(u"Tidewater"_s, u"sf:archivebox.fill"_s).value();
         state().selection().selectProjectRoot();
         m_note = state().createNote(u"Low water\nMara counts."_s, {}).value();
         state().selection().selectProjectRoot();
@@ -84,8 +85,8 @@ TEST_F(IconsAndTitlesTest, ATitleIsTakenOverAndOneWindowServesAll)
     m_keys->click(*title);
     title->selectAll();
     m_keys->type(u"The Flats\n"_s);
-    EXPECT_EQ(state().project(m_project)->name, u"The Flats"_s);
-    EXPECT_EQ(state().project(m_project)->iconName, u"sf:archivebox.fill"_s);
+    EXPECT_EQ(state().projectSession().project(m_project)->name, u"The Flats"_s);
+    EXPECT_EQ(state().projectSession().project(m_project)->iconName, u"sf:archivebox.fill"_s);
 }
 
 TEST_F(IconsAndTitlesTest, AnUnknownValueStaysUntilAnotherIsChosen)

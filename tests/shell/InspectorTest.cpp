@@ -26,7 +26,7 @@ protected:
     {
         dismissWelcome();
         start();
-        ASSERT_TRUE(state().createProject(u"Tidewater"_s, {}).has_value());
+        ASSERT_TRUE(state().projectSession().createProject(u"Tidewater"_s, {}).has_value());
         state().selection().selectProjectRoot();
         m_other = state().createNote(u"Low water\nMara counts the posts."_s, {}).value();
         m_note = state().createNote(u"Ledger\nThe ledger was kept by four hands."_s, {}).value();
@@ -235,7 +235,8 @@ TEST_F(InspectorTest, AVersionIsReadRestoredAndDeleted)
 
 TEST_F(InspectorTest, SaysWhenVersionsCantBeReadAndRestoresNothingThen)
 {
-    const QString path = VersionFiles::filePath(state().currentProject()->rootPath, m_note);
+    const QString path =
+        VersionFiles::filePath(state().projectSession().currentProject()->rootPath, m_note);
     ASSERT_TRUE(state().appendVersionSnapshot(m_note, u"Manual Save"_s));
     NoteContent content = NoteContent::of(*state().note(m_note));
     content.body = u"other words"_s;

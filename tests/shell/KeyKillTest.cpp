@@ -47,13 +47,13 @@ protected:
                 m_hand->press(Qt::Key_Return);
         });
         m_answers.start(50);
-        if (!state().currentProject()) {
-            ASSERT_TRUE(state().createProject(u"Tidewater"_s, {}));
+        if (!state().projectSession().currentProject()) {
+            ASSERT_TRUE(state().projectSession().createProject(u"Tidewater"_s, {}));
         }
     }
     void say(const char* what, const QUuid& note, const QString& word)
     {
-        if (state().saveFailure() || window().editorPane().session().isDirty())
+        if (state().projectSession().saveFailure() || window().editorPane().session().isDirty())
             return;
         std::printf("%s %s %s\n", what, qUtf8Printable(uuidText(note)), qUtf8Printable(word));
         std::fflush(stdout);

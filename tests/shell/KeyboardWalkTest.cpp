@@ -140,7 +140,7 @@ TEST_F(KeyboardWalkTest, EveryControlIsReachedAndSaysWhatItIs)
     press(u"New Project"_s);
     walk("new project");
     m_hand->press(Qt::Key_Escape);
-    const QUuid project = *state().createProject(u"Tidewater"_s, {});
+    const QUuid project = *state().projectSession().createProject(u"Tidewater"_s, {});
     walk("project without notes");
     press(u"New Folder"_s);
     walk("new folder");
@@ -171,7 +171,7 @@ TEST_F(KeyboardWalkTest, EveryControlIsReachedAndSaysWhatItIs)
     window().sheets().present(new AliasesSheet(state(), u"tide"_s, m_app->look()));
     walk("aliases");
     m_hand->press(Qt::Key_Escape);
-    state().presentProjectsBrowser();
+    state().projectSession().presentProjectsBrowser();
     TourHand::settle();
     m_hand->press(Qt::Key_Escape); // the welcome, as long as it isn't answered
     walk("browser");
@@ -187,7 +187,7 @@ TEST_F(KeyboardWalkTest, F6GoesRoundThePanesAndTheBarIsOne)
 {
     dismissWelcome();
     start();
-    ASSERT_TRUE(state().createProject(u"Tidewater"_s, {}));
+    ASSERT_TRUE(state().projectSession().createProject(u"Tidewater"_s, {}));
     const QUuid note = *state().createNote(u"Low water\nMara counts."_s, {});
     state().updateNoteTags(note, {u"tide"_s});
     EditorPaneView& pane = window().editorPane();

@@ -47,7 +47,7 @@ TEST_F(MainJobTest, WriteQuitComeBack)
     dismissWelcome();
     start();
     makeProject(u"Tidewater"_s);
-    ASSERT_EQ(state().rootPresentationMode(), RootPresentationMode::Editor);
+    ASSERT_EQ(state().projectSession().rootPresentationMode(), RootPresentationMode::Editor);
     EXPECT_FALSE(state().selection().selectedBinderRowID())
         << "an empty project does not begin in the Trash";
     EXPECT_EQ(QApplication::focusWidget()->property("text"), u"New Note"_s);
@@ -69,7 +69,7 @@ TEST_F(MainJobTest, WriteQuitComeBack)
     quit();
 
     start();
-    ASSERT_EQ(state().projects().size(), 1);
+    ASSERT_EQ(state().projectSession().projects().size(), 1);
     EXPECT_TRUE(answering([&] { m_hand->press(Qt::Key_Return); }, [&] { press(u"Open"_s); }));
     EXPECT_EQ(storedTexts(), (QStringList{u"Low water|Mara counts the posts.\nSeven."_s,
                                           u"Salt|Never waited for."_s}));
@@ -142,7 +142,7 @@ TEST_F(MainJobTest, ATerminationSignalWritesWhatWasTyped)
     press(u"New Note"_s);
     m_hand->type(u"Last words\nbefore the end"_s);
     ASSERT_EQ(::kill(::getpid(), SIGTERM), 0);
-    EXPECT_TRUE(TourHand::waitFor([&] { return state().isAppTerminating(); }));
+    EXPECT_TRUE(TourHand::waitFor([&] { return state().projectSession().isAppTerminating(); }));
     quit();
     start();
     answering([&] { m_hand->press(Qt::Key_Return); }, [&] { press(u"Open"_s); });
@@ -167,13 +167,15 @@ TEST_F(MainJobTest, FoldersAreShownAndItemsNamedByTheirKeys)
     const FileManager fileManager;
     m_hand->press(Qt::Key_O, Qt::ControlModifier | Qt::AltModifier);
     m_hand->press(Qt::Key_I, Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier);
-    const QString root = state().currentProject()->rootPath;
-    EXPECT_EQ(fileManager.shown, (QStringList{state().library().projectsDirectoryPath(),
-                                              VersionFiles::folderPath(root)}));
+    const QString root = state().projectSession().currentProject()->rootPath;
+    EXPECT_EQ(fileManager.shown,
+              (QStringList{state().projectSession().library().projectsDirectoryPath(),
+                           VersionFiles::folderPath(root)}));
     state().services().notifications.post(AppCommandEvents::openIconsAndTitles);
     auto* names = window().findChild<IconsAndTitlesWindow*>();
     ASSERT_NE(names, nullptr);
-    EXPECT_EQ(names->item(), (TitledItem{TitledItem::Kind::Project, state().currentProject()->id}));
+    EXPECT_EQ(names->item(), (TitledItem{TitledItem::Kind::Project,
+                                         state().projectSession().currentProject()->id}));
 }
 
 /// While it lives, files don't grow beyond `bytes`, as on a full disk.
@@ -204,7 +206,7 @@ TEST_F(MainJobTest, AFailingSaveIsSaidPlainlyUntilItWorksAgain)
         QGuiApplication::clipboard()->setText(QString(20'000, u'x'));
         m_hand->press(Qt::Key_V, Qt::ControlModifier);
         window().flushDrafts();
-        ASSERT_TRUE(state().saveFailure().has_value());
+        ASSERT_TRUE(state().projectSession().saveFailure().has_value());
         EXPECT_TRUE(statusText().startsWith(u"Not saved since "_s)) << qUtf8Printable(statusText());
         bool closed = false;
         QObject::connect(&window(), &MainWindow::closed, &window(), [&] { closed = true; });
@@ -217,7 +219,7 @@ TEST_F(MainJobTest, AFailingSaveIsSaidPlainlyUntilItWorksAgain)
     }
     m_hand->type(u"!"_s);
     window().flushDrafts();
-    EXPECT_FALSE(state().saveFailure().has_value());
+    EXPECT_FALSE(state().projectSession().saveFailure().has_value());
     EXPECT_EQ(statusText(), u"Saved"_s);
 }
 
@@ -271,7 +273,7 @@ TEST_F(MainJobTest, NoCommandActsBehindASheet)
         EXPECT_EQ(window().sheets().topSheet(), sheet);
         EXPECT_EQ(state().notes().size(), 2);
         EXPECT_EQ(state().selection().selectedNoteID(), selected);
-        EXPECT_EQ(state().rootPresentationMode(), RootPresentationMode::Editor);
+        EXPECT_EQ(state().projectSession().rootPresentationMode(), RootPresentationMode::Editor);
         EXPECT_EQ(QApplication::focusWidget(), focus);
     }
     const std::pair<int, Qt::KeyboardModifiers> keys[] = {{Qt::Key_F6, Qt::NoModifier},
@@ -387,31 +389,31 @@ TEST_F(MainJobTest, EachProjectKeepsItsSelectionAndItsPanes)
     const QUuid note = *state().createNote(u"Note"_s, {});
     state().createNote(u"Other"_s, {});
     state().selection().selectNote(note);
-    const QUuid one = state().currentProject()->id;
-    const QUuid two = *state().createProject(u"Two"_s, {});
+    const QUuid one = state().projectSession().currentProject()->id;
+    const QUuid two = *state().projectSession().createProject(u"Two"_s, {});
     EXPECT_FALSE(state().selection().selectedNoteID());
-    state().openProject(one, true);
+    state().projectSession().openProject(one, true);
     EXPECT_EQ(state().selection().selectedNoteID(), note);
     EXPECT_TRUE(state().order().expandedFolderIDs.contains(folder));
     state().selection().selectFolder(folder);
     m_hand->press(Qt::Key_Left, Qt::AltModifier | Qt::ShiftModifier);
     EXPECT_TRUE(TourHand::waitFor([&] { return !find<BinderTreeView>(); }));
     defaults().set(u"settings.layout.lock.inspector"_s, true);
-    state().openProject(two, true);
+    state().projectSession().openProject(two, true);
     EXPECT_TRUE(find<BinderTreeView>()) << "the other project shows its Binder";
     EXPECT_EQ(defaults().get<bool>(u"settings.layout.lock.inspector"_s), false);
-    state().openProject(one, true);
+    state().projectSession().openProject(one, true);
     EXPECT_FALSE(find<BinderTreeView>());
     EXPECT_EQ(defaults().get<bool>(u"settings.layout.lock.inspector"_s), true);
     quit();
     start();
-    state().openProject(one, true);
+    state().projectSession().openProject(one, true);
     EXPECT_FALSE(find<BinderTreeView>());
     EXPECT_EQ(defaults().get<bool>(u"settings.layout.lock.inspector"_s), false)
         << "locks do not outlive the program";
     EXPECT_FALSE(state().selection().selectedNoteID());
     EXPECT_EQ(state().selection().selectedFolderID(), folder);
-    state().openProject(two, true);
+    state().projectSession().openProject(two, true);
     EXPECT_FALSE(state().selection().selectedBinderRowID());
 }
 

@@ -18,7 +18,7 @@ protected:
     {
         dismissWelcome();
         start();
-        m_first = *state().createProject(u"Tidewater & Sons"_s, {});
+        m_first = *state().projectSession().createProject(u"Tidewater & Sons"_s, {});
     }
     QMenu* openMenu()
     {
@@ -91,7 +91,7 @@ TEST_F(MainToolbarTest, AToolOfAnotherPartStandsBeforeTheTogglesOfThePanes)
 
 TEST_F(MainToolbarTest, TheTitleLeadsToOtherProjects)
 {
-    const QUuid second = *state().createProject(u"Field notes"_s, {});
+    const QUuid second = *state().projectSession().createProject(u"Field notes"_s, {});
     auto* switcher = find<ProjectSwitcher>();
     EXPECT_EQ(switcher->accessibleName(), u"Project Field notes"_s);
     QTimer::singleShot(50, switcher, [&] {
@@ -103,7 +103,7 @@ TEST_F(MainToolbarTest, TheTitleLeadsToOtherProjects)
         menu->close();
     });
     EXPECT_TRUE(answering([&] { m_hand->click(*switcher); }, [&] { press(u"Open"_s); }));
-    EXPECT_EQ(state().currentProject()->id, m_first);
+    EXPECT_EQ(state().projectSession().currentProject()->id, m_first);
     EXPECT_NE(second, m_first);
 }
 

@@ -26,9 +26,9 @@ protected:
         ::alarm(watchdog);
         dismissWelcome();
         start();
-        EXPECT_TRUE(state().createProject(u"Tidewater"_s, {}));
+        EXPECT_TRUE(state().projectSession().createProject(u"Tidewater"_s, {}));
         m_note = *state().createNote(u"Low water\nMara counts."_s, {});
-        m_root = state().currentProject()->rootPath;
+        m_root = state().projectSession().currentProject()->rootPath;
         (void)state().appendVersionSnapshot(m_note, u"Manual Save"_s);
         defaults().set(u"settings.general.launchDestination"_s, u"lastNote"_s);
         quit();
@@ -88,8 +88,8 @@ TEST_F(OddFilesTest, NoPlaceHangsIsReplacedOrKeepsTheProgramFromStarting)
             EXPECT_LT(timer.elapsed(), 10'000);
             const QString words = said();
             EXPECT_TRUE(words.contains(QString::fromLatin1(place.says))) << qPrintable(words);
-            EXPECT_EQ(state().currentProject().has_value(), place.opens);
-            if (state().currentProject()) {
+            EXPECT_EQ(state().projectSession().currentProject().has_value(), place.opens);
+            if (state().projectSession().currentProject()) {
                 (void)state().appendVersionSnapshot(m_note, u"Manual Save"_s);
                 EXPECT_EQ(state().note(m_note)->body, u"Low water\nMara counts."_s);
             }

@@ -19,7 +19,7 @@ protected:
     {
         dismissWelcome();
         start();
-        ASSERT_TRUE(state().createProject(u"Novel"_s, {}));
+        ASSERT_TRUE(state().projectSession().createProject(u"Novel"_s, {}));
         state().createNote(text, {});
         pane().session().setMode(mode);
         pane().focusText();
@@ -78,11 +78,11 @@ TEST_F(PageCommandsTest, APageBreakSurvivesTheRestart)
         m_hand->type(u"posts"_s);
         const QString text = pane().textView().plainText();
         ASSERT_TRUE(text.endsWith(u"Seven\n\f\nposts")) << text.toStdString();
-        const QUuid project = state().currentProject()->id;
+        const QUuid project = state().projectSession().currentProject()->id;
         const QUuid note = *state().selection().selectedNoteID();
         quit();
         start();
-        state().openProject(project, false);
+        state().projectSession().openProject(project, false);
         state().selection().selectNote(note);
         TourHand::settle();
         EXPECT_EQ(pane().session().mode(), mode);

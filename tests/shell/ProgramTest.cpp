@@ -36,12 +36,13 @@ TEST_F(ProgramTest, ARunningProgramTakesLinksAndFilesOfFurtherStarts)
 {
     dismissWelcome();
     start();
-    const QUuid project = *state().createProject(u"Tidewater"_s, {});
+    const QUuid project = *state().projectSession().createProject(u"Tidewater"_s, {});
     const QUuid linked = *state().createNote(u"Low water"_s, {});
     state().createNote(u"Salt"_s, {});
-    const QString stateFile = ProjectWorkspaceStateStore::path(state().currentProject()->rootPath);
-    const QString rootPath = state().currentProject()->rootPath;
-    state().closeProject();
+    const QString stateFile =
+        ProjectWorkspaceStateStore::path(state().projectSession().currentProject()->rootPath);
+    const QString rootPath = state().projectSession().currentProject()->rootPath;
+    state().projectSession().closeProject();
     quit();
     const auto selectedNote = [&] {
         QFile file(stateFile);
@@ -73,7 +74,7 @@ TEST_F(ProgramTest, ARunningProgramTakesLinksAndFilesOfFurtherStarts)
     EXPECT_EQ(first.exitCode(), 0);
 
     start();
-    state().openProject(project, false);
+    state().projectSession().openProject(project, false);
     QStringList texts;
     for (const auto& note : state().notes())
         texts.append(note->title + u'|' + note->body.text());
@@ -105,7 +106,7 @@ TEST_F(ShellTest, WhatCannotBeOpenedIsSaidInOneMessage)
     EXPECT_TRUE(closed.contains(u"is in no project of the library"_s));
     EXPECT_TRUE(closed.contains(u"a link to nothing"_s));
     EXPECT_TRUE(closed.contains(u"once a project is open"_s));
-    (void)state().createProject(u"Tidewater"_s, {});
+    (void)state().projectSession().createProject(u"Tidewater"_s, {});
     const QString open =
         say(OpenRequest{{}, {text.fileName(), m_home.path(), m_home.filePath(u"none"_s)}, {}});
     EXPECT_TRUE(open.contains(u"can't be read as text"_s));

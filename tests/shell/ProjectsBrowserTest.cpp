@@ -28,8 +28,8 @@ protected:
         dismissWelcome();
         start();
         for (const QString& name : names)
-            ASSERT_TRUE(state().createProject(name, {}).has_value());
-        state().closeProject();
+            ASSERT_TRUE(state().projectSession().createProject(name, {}).has_value());
+        state().projectSession().closeProject();
         TourHand::settle();
         tiles()->setFocus();
     }
@@ -41,7 +41,10 @@ protected:
             titles.append(tiles()->model()->index(row, 0).data().toString());
         return titles;
     }
-    bool isOpen() { return state().rootPresentationMode() == RootPresentationMode::Editor; }
+    bool isOpen()
+    {
+        return state().projectSession().rootPresentationMode() == RootPresentationMode::Editor;
+    }
     QString text(const QString& part)
     {
         for (auto* label : window().findChildren<QLabel*>()) {
@@ -60,8 +63,8 @@ TEST_F(ProjectsBrowserTest, WelcomeMakesAStarterProject)
     m_hand->press(Qt::Key_Return);
     EXPECT_TRUE(TourHand::waitFor([&] { return isOpen(); }));
     EXPECT_TRUE(SessionKeys::welcomeDismissed.read(defaults()));
-    EXPECT_EQ(state().currentProject()->name, u"My OrvaneWorkspace Project"_s);
-    EXPECT_EQ(state().currentProject()->iconName, u"sparkles"_s);
+    EXPECT_EQ(state().projectSession().currentProject()->name, u"My OrvaneWorkspace Project"_s);
+    EXPECT_EQ(state().projectSession().currentProject()->iconName, u"sparkles"_s);
     ASSERT_EQ(state().notes().size(), 1);
     const NoteRecord& note = *state().notes().records().first();
     EXPECT_EQ(note.title, u"Start Here"_s);
@@ -80,8 +83,8 @@ TEST_F(ProjectsBrowserTest, WelcomeLeadsToABlankProject)
     m_hand->type(u"a/b:c"_s);
     press(u"Create Project"_s);
     EXPECT_TRUE(isOpen());
-    EXPECT_EQ(state().currentProject()->name, u"a/b:c"_s);
-    EXPECT_TRUE(state().currentProject()->rootPath.endsWith(u"/a-b-c"_s));
+    EXPECT_EQ(state().projectSession().currentProject()->name, u"a/b:c"_s);
+    EXPECT_TRUE(state().projectSession().currentProject()->rootPath.endsWith(u"/a-b-c"_s));
     quit();
     start();
     EXPECT_EQ(window().sheets().topSheet(), nullptr) << "an answered welcome stays away";
@@ -140,7 +143,7 @@ TEST_F(ProjectsBrowserTest, OpeningAsksAndCanStopAsking)
                               m_hand->press(Qt::Key_Return);
                           }));
     ASSERT_TRUE(isOpen());
-    EXPECT_EQ(state().currentProject()->name, u"Letters"_s);
+    EXPECT_EQ(state().projectSession().currentProject()->name, u"Letters"_s);
     EXPECT_FALSE(SessionKeys::confirmBeforeOpen.read(defaults()));
 
     press(u"Projects"_s);
@@ -148,7 +151,7 @@ TEST_F(ProjectsBrowserTest, OpeningAsksAndCanStopAsking)
     m_hand->doubleClick(*tiles()->viewport(),
                         tiles()->visualRect(tiles()->model()->index(1, 0)).center());
     EXPECT_TRUE(isOpen());
-    EXPECT_EQ(state().currentProject()->name, u"Tidewater"_s);
+    EXPECT_EQ(state().projectSession().currentProject()->name, u"Tidewater"_s);
 }
 
 TEST_F(ProjectsBrowserTest, FilterOrderAndTheWayBack)
@@ -222,7 +225,7 @@ TEST_F(ProjectsBrowserTest, MenuRenamesAndMovesToTrash)
     m_hand->press(Qt::Key_Return);
     EXPECT_EQ(titles(), QStringList{u"Post"_s});
     choose(u"Move to Trash"_s);
-    EXPECT_TRUE(state().projects().isEmpty());
+    EXPECT_TRUE(state().projectSession().projects().isEmpty());
     EXPECT_TRUE(QFile::exists(m_home.path() + u"/trash/Letters"_s));
     EXPECT_FALSE(text(u"Projects are folders on your own disk."_s).isEmpty());
 }
@@ -231,7 +234,7 @@ TEST_F(ProjectsBrowserTest, ADamagedProjectStaysClosedBehindItsAlert)
 {
     startWith({u"Letters"_s});
     SessionKeys::confirmBeforeOpen.write(defaults(), false);
-    const QString root = state().projects().first().rootPath;
+    const QString root = state().projectSession().projects().first().rootPath;
     const QDir data(ProjectLibraryController::projectDataDirectoryPath(root));
     for (const QString& name : data.entryList({u"*.store"_s}, QDir::Files)) {
         QFile store(data.filePath(name));
@@ -249,7 +252,7 @@ TEST_F(ProjectsBrowserTest, ADamagedProjectStaysClosedBehindItsAlert)
         EXPECT_TRUE(message.contains(u"could not safely load \"Letters\""_s));
         EXPECT_TRUE(message.contains(u"PersistentStoreRecovery-"_s));
         EXPECT_FALSE(isOpen());
-        EXPECT_FALSE(state().projectLoadProtectionAlert().has_value());
+        EXPECT_FALSE(state().projectSession().projectLoadProtectionAlert().has_value());
         EXPECT_EQ(titles(), QStringList{u"Letters"_s}) << "it stays listed";
     }
 }

@@ -34,7 +34,7 @@ protected:
     {
         dismissWelcome();
         start();
-        ASSERT_TRUE(state().createProject(u"Tidewater"_s, {}));
+        ASSERT_TRUE(state().projectSession().createProject(u"Tidewater"_s, {}));
     }
 
     static Question sample(const QString& name)

@@ -74,7 +74,7 @@ TEST_F(RealMouseTest, ARowIsDraggedIntoAFolder)
     dismissWelcome();
     start();
     window().setGeometry(0, 0, 1200, 800);
-    const QUuid project = *state().createProject(u"Tidewater"_s, {});
+    const QUuid project = *state().projectSession().createProject(u"Tidewater"_s, {});
     const QUuid folder = *state().createFolder(u"Manuscript"_s);
     state().selection().selectProjectRoot();
     const QUuid loose = *state().createNote(u"Low water"_s, {});
@@ -105,7 +105,7 @@ TEST_F(RealMouseTest, ARowIsDraggedIntoAFolder)
     ASSERT_TRUE(m_program.waitForFinished(30'000));
 
     start();
-    state().openProject(project, false);
+    state().projectSession().openProject(project, false);
     EXPECT_EQ(state().note(loose)->folderID, folder);
 }
 

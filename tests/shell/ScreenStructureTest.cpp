@@ -183,16 +183,16 @@ TEST_F(ScreenStructureTest, EveryScreenAtBothSizes)
             m_hand->press(Qt::Key_Escape);
             m_hand->press(Qt::Key_Escape);
             checkScreen("browser without projects");
-            ASSERT_TRUE(state().createProject(longTitle, {}).has_value());
+            ASSERT_TRUE(state().projectSession().createProject(longTitle, {}).has_value());
         }
-        state().presentProjectsBrowser();
+        state().projectSession().presentProjectsBrowser();
         while (window().sheets().topSheet())
             m_hand->press(Qt::Key_Escape);
         checkScreen("browser");
         press(u"New Project"_s);
         checkScreen("new project");
         m_hand->press(Qt::Key_Escape);
-        state().presentEditor();
+        state().projectSession().presentEditor();
         checkScreen("no note selected");
         state().createNote(longTitle + u"\n\nText."_s, {});
         checkScreen("note");
@@ -209,11 +209,11 @@ TEST_F(ScreenStructureTest, EveryScreenInEveryBuiltInLook)
 {
     dismissWelcome();
     start();
-    ASSERT_TRUE(state().createProject(u"Tidewater, a novel"_s, {}));
+    ASSERT_TRUE(state().projectSession().createProject(u"Tidewater, a novel"_s, {}));
     state().createFolder(u"Manuscript"_s);
     state().createNote(u"Low water\nMara counts the posts again."_s, {});
     inEachLook([this] {
-        state().presentEditor();
+        state().projectSession().presentEditor();
         window().editorPane().session().setMode(EditorMode::richText);
         checkScreen("rich note");
         window().editorPane().session().setMode(EditorMode::plainText);
@@ -221,7 +221,7 @@ TEST_F(ScreenStructureTest, EveryScreenInEveryBuiltInLook)
         press(u"New Folder"_s);
         checkScreen("name sheet");
         m_hand->press(Qt::Key_Escape);
-        state().presentProjectsBrowser();
+        state().projectSession().presentProjectsBrowser();
         checkScreen("browser");
         press(u"New Project"_s);
         checkScreen("new project");
@@ -264,9 +264,9 @@ TEST_F(ScreenStructureTest, AStartWhoseProjectIsOpenElsewhereSaysSoOverTheBrowse
 {
     dismissWelcome();
     start();
-    ASSERT_TRUE(state().createProject(u"Tidewater"_s, {}).has_value());
+    ASSERT_TRUE(state().projectSession().createProject(u"Tidewater"_s, {}).has_value());
     defaults().set(u"settings.general.launchDestination"_s, u"lastNote"_s);
-    const QString folder = state().persistenceController()->storageDirectory();
+    const QString folder = state().projectSession().persistenceController()->storageDirectory();
     quit();
     const auto lock = ProjectLock::take(folder, {});
     ASSERT_TRUE(lock);
@@ -285,7 +285,7 @@ TEST_F(ScreenStructureTest, AStartWhoseProjectIsOpenElsewhereSaysSoOverTheBrowse
     answer.start(20);
     TourHand::waitFor([&] { return !said.isEmpty(); }, std::chrono::seconds(5));
     EXPECT_TRUE(said.contains(u"Project Is Open Elsewhere"_s)) << qPrintable(said.join(u'|'));
-    EXPECT_EQ(state().rootPresentationMode(), RootPresentationMode::Projects);
+    EXPECT_EQ(state().projectSession().rootPresentationMode(), RootPresentationMode::Projects);
     EXPECT_TRUE(window().findChild<ProjectsBrowserView*>()->isVisible());
 }
 
@@ -294,7 +294,7 @@ TEST_F(ScreenStructureTest, TheFirstFrameIsComplete)
     dismissWelcome();
     {
         start();
-        ASSERT_TRUE(state().createProject(u"Tidewater"_s, {}).has_value());
+        ASSERT_TRUE(state().projectSession().createProject(u"Tidewater"_s, {}).has_value());
         state().createNote(u"Low water\nMara counts."_s, {});
         defaults().set(u"settings.general.launchDestination"_s, u"lastNote"_s);
         quit();

@@ -91,17 +91,21 @@ protected:
 void SettingsOverTwoRuns::addStart()
 {
     add(SessionKeys::welcomeDismissed, true, [this] { return sheetTitle().isEmpty(); });
-    add(SessionKeys::launchDestination, u"lastNote"_s,
-        [this] { return state().rootPresentationMode() == RootPresentationMode::Editor; });
+    add(SessionKeys::launchDestination, u"lastNote"_s, [this] {
+        return state().projectSession().rootPresentationMode() == RootPresentationMode::Editor;
+    });
     add(
         SessionKeys::lastOpenedProjectID, [] {},
-        [this] { return state().currentProject() && state().currentProject()->id == m_project; });
+        [this] {
+            return state().projectSession().currentProject() &&
+                   state().projectSession().currentProject()->id == m_project;
+        });
     add(
         SessionKeys::lastOpenedNoteID(m_project), [] {},
         [this] { return state().selection().selectedNoteID() == m_note; });
     add(
         SessionKeys::openProjectHistoryIDs, [] {},
-        [this] { return state().projectsByRecentOpen().first().id == m_project; });
+        [this] { return state().projectSession().projectsByRecentOpen().first().id == m_project; });
     add(SessionKeys::confirmBeforeOpen, false);
     add(autosaveEnabledSetting, false);
     add(autoSaveSecondsSetting, 4.5);
@@ -115,20 +119,20 @@ void SettingsOverTwoRuns::addStart()
         u"settings.projects.browserOrder"_s,
         [this] { defaults().set(u"settings.projects.browserOrder"_s, u"title"_s); },
         [this] {
-            state().presentProjectsBrowser();
+            state().projectSession().presentProjectsBrowser();
             TourHand::settle();
             bool isByTitle = false;
             for (auto* box : window().findChildren<QComboBox*>()) {
                 if (box->accessibleName() == u"Order of the projects"_s)
                     isByTitle = box->currentIndex() == 2;
             }
-            state().presentEditor();
+            state().projectSession().presentEditor();
             TourHand::settle();
             return isByTitle;
         });
     add(
         u"projects.known.v1"_s, [] {},
-        [this] { return state().knownProjects().opened(m_project) != nullptr; });
+        [this] { return state().projectSession().knownProjects().opened(m_project) != nullptr; });
     const QString elsewhere = u"/somewhere/else"_s;
     add(
         SessionKeys::rescueFoldersKey,
@@ -336,11 +340,11 @@ TEST_F(SettingsOverTwoRuns, EveryKeyIsReadAgainWithItsEffect)
         press(u"New Project"_s);
         m_hand->type(name);
         m_hand->press(Qt::Key_Return);
-        state().presentProjectsBrowser();
+        state().projectSession().presentProjectsBrowser();
         TourHand::settle();
     }
-    state().openProject(state().projects().last().id, false);
-    m_project = state().currentProject()->id;
+    state().projectSession().openProject(state().projectSession().projects().last().id, false);
+    m_project = state().projectSession().currentProject()->id;
     m_note = state().createNote().value();
     TourHand::settle();
     window().editorPane().textView().setFocus();
@@ -356,7 +360,7 @@ TEST_F(SettingsOverTwoRuns, EveryKeyIsReadAgainWithItsEffect)
     // Where the window stands is written once it stands still.
     ASSERT_TRUE(TourHand::waitFor(
         [this] { return defaults().contains(u"session.mainWindow.placement"_s); }));
-    const QString root = state().currentProject()->rootPath;
+    const QString root = state().projectSession().currentProject()->rootPath;
     quit();
     // The project's own memory of the selection and the panes goes before the settings', so it has
     // to show the same.

@@ -162,7 +162,7 @@ TEST_F(SettingsWindowTest, EachControlWritesItsKeyAndFollowsIt)
 TEST_F(SettingsWindowTest, TheOpenNoteFollowsTheEditorPage)
 {
     openSettings();
-    ASSERT_TRUE(state().createProject(u"Novel"_s, {}));
+    ASSERT_TRUE(state().projectSession().createProject(u"Novel"_s, {}));
     state().createNote(u"Low water\nMara counts the posts."_s, {});
     m_settings->showPage(SettingsPageId::Editor);
     TourHand::settle();
@@ -186,7 +186,7 @@ TEST_F(SettingsWindowTest, TheOpenNoteFollowsTheEditorPage)
 TEST_F(SettingsWindowTest, ABulletMadeHereMakesAListInTheOpenNote)
 {
     openSettings();
-    ASSERT_TRUE(state().createProject(u"Novel"_s, {}));
+    ASSERT_TRUE(state().projectSession().createProject(u"Novel"_s, {}));
     state().createNote(u"Low water"_s, {});
     state().services().notifications.post(AppCommandEvents::openBulletLibrarySettings);
     ASSERT_EQ(m_settings->currentPage(), SettingsPageId::Bullets);
@@ -418,7 +418,7 @@ TEST_F(SettingsWindowTest, ShortcutsAreFoundByNameAndByKey)
 TEST_F(SettingsWindowTest, TheStudioRestylesTheOpenMainWindow)
 {
     openSettings();
-    ASSERT_TRUE(state().createProject(u"Novel"_s, {}));
+    ASSERT_TRUE(state().projectSession().createProject(u"Novel"_s, {}));
     TourHand::settle();
     const auto binder = [this] {
         return window().grab().toImage().pixelColor(3, window().height() / 2);

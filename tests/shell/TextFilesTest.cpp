@@ -89,7 +89,7 @@ protected:
     {
         dismissWelcome();
         start();
-        ASSERT_TRUE(state().createProject(u"Tidewater"_s, {}));
+        ASSERT_TRUE(state().projectSession().createProject(u"Tidewater"_s, {}));
         m_opener = std::make_unique<RequestOpener>(
             state(), window(),
             [](const QString& path, qint64 limit,

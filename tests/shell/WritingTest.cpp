@@ -29,7 +29,7 @@ protected:
         QGuiApplication::clipboard()->clear();
         dismissWelcome();
         start();
-        EXPECT_TRUE(state().createProject(u"Tides"_s, {}));
+        EXPECT_TRUE(state().projectSession().createProject(u"Tides"_s, {}));
         survey = *state().createNote(u"Survey"_s, {});
         note = *state().createNote(u"see here"_s, {});
         session().setMode(EditorMode::richText);

@@ -46,4 +46,10 @@ Notebook notebookOf(const NotebookSnapshot& snapshot, const QUuid& projectID, Ti
     return notebook;
 }
 
+NotebookSnapshot snapshotOf(const Notebook& notebook)
+{
+    return {notebook.folders.records(), notebook.notes.records(),
+            BinderDisplayOrdering::layoutOf(notebook.order)};
+}
+
 } // namespace orvane

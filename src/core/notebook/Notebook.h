@@ -24,6 +24,9 @@ void ensureTrashFolder(RecordTable<FolderRecord>& folders, Timestamp now);
 /// A copy of a project gets an id of its own: what lies at the root of `former` lies at its root.
 void giveOwnRoot(Notebook& notebook, const QUuid& former, const QUuid& own);
 
+/// The notebook as it is stored.
+[[nodiscard]] NotebookSnapshot snapshotOf(const Notebook& notebook);
+
 /// What is stored of a project, ready to be worked with, and with a Trash. On any thread.
 [[nodiscard]] Notebook notebookOf(const NotebookSnapshot& snapshot, const QUuid& projectID,
                                   Timestamp now);

@@ -38,7 +38,8 @@ const FolderRecord* AppState::folder(const QUuid& id) const
 
 std::optional<QUuid> AppState::projectRootContainerID() const
 {
-    return m_currentProject ? std::optional(m_currentProject->id) : std::nullopt;
+    return m_session.currentProject() ? std::optional(m_session.currentProject()->id)
+                                      : std::nullopt;
 }
 
 QList<Shared<NoteRecord>> AppState::orderedNotes(const QUuid& container) const
@@ -70,7 +71,7 @@ QUuid AppState::root() const
 
 Accepted AppState::mayEdit()
 {
-    if (passesEditGuard())
+    if (m_session.passesEditGuard())
         return {};
     return std::unexpected(Refusal::NotAllowed);
 }
@@ -140,7 +141,7 @@ Accepted AppState::store(const NotebookEdit& edit)
         persistFolder(edit.folders.first().id());
     else
         persist();
-    if (m_saveFailure)
+    if (m_session.saveFailure())
         return std::unexpected(Refusal::NotStored);
     return {};
 }
@@ -261,7 +262,7 @@ std::expected<QUuid, Refusal> AppState::createFolder(const QString& name)
     if (auto may = mayEdit(); !may)
         return std::unexpected(may.error());
     const QString trimmed = name.trimmed();
-    if (trimmed.isEmpty() || !m_currentProject)
+    if (trimmed.isEmpty() || !m_session.currentProject())
         return std::unexpected(Refusal::NotPossible);
     FolderRecord folder;
     folder.id = QUuid::createUuid();
@@ -273,7 +274,7 @@ std::expected<QUuid, Refusal> AppState::createFolder(const QString& name)
         folder.parentFolderID = m_selection.selectedFolderID();
     (void)carryOut(NotebookEdits::addFolder(m_notebook, root(), folder), Step::Kept);
     m_selection.select(folder.id, std::nullopt);
-    m_selection.selectProjectFolder(m_currentProject->rootPath);
+    m_selection.selectProjectFolder(m_session.currentProject()->rootPath);
     return folder.id;
 }
 
@@ -300,7 +301,7 @@ Accepted AppState::updateNote(const QUuid& id, const NoteContent& content)
     m_hasWordsSinceStep = true;
     captureVersionSnapshotIfNeeded(*previous, *note(id));
     persistNote(id);
-    if (!m_controller || m_saveFailure)
+    if (!m_session.persistenceController() || m_session.saveFailure())
         return std::unexpected(Refusal::NotStored);
     return {};
 }
@@ -329,41 +330,37 @@ void AppState::toggleExpanded(const QUuid& folderID)
 
 // --- Saving --------------------------------------------------------------------------------------
 
-NotebookSnapshot AppState::currentSnapshot() const
-{
-    return {m_notebook.folders.records(), m_notebook.notes.records(),
-            BinderDisplayOrdering::layoutOf(m_notebook.order)};
-}
-
 void AppState::persist()
 {
-    if (m_controller)
-        saved(m_controller->save(currentSnapshot()),
-              "OrvaneWorkspace persistence error:", CountsAsChange::Yes);
+    m_session.save(snapshotOf(m_notebook));
 }
 
 void AppState::persistNote(const QUuid& id)
 {
-    const auto* found = m_controller ? m_notebook.notes.find(id) : nullptr;
-    if (found)
-        saved(m_controller->saveNote(*found),
-              "OrvaneWorkspace single-note persistence error:", CountsAsChange::Yes);
+    if (const auto* found = m_notebook.notes.find(id))
+        m_session.saveNote(*found);
 }
 
 void AppState::persistFolder(const QUuid& id)
 {
-    const auto* found = m_notebook.folders.find(id);
-    if (m_controller && found)
-        saved(m_controller->saveFolder(*found),
-              "OrvaneWorkspace single-folder persistence error:", CountsAsChange::Yes);
+    if (const auto* found = m_notebook.folders.find(id))
+        m_session.saveFolder(*found);
 }
 
 void AppState::persistLayout()
 {
-    // Expanding a folder is not worth an error where nothing can be written at all.
-    if (m_controller && !isReadOnly())
-        saved(m_controller->saveLayout(BinderDisplayOrdering::layoutOf(m_notebook.order)),
-              "OrvaneWorkspace layout persistence error:", CountsAsChange::No);
+    m_session.saveLayout(BinderDisplayOrdering::layoutOf(m_notebook.order));
+}
+
+void AppState::storeRefused()
+{
+    if (!canCreateOrEdit())
+        return;
+    const auto refused = m_refusedContents;
+    for (auto each = refused.cbegin(); each != refused.cend(); ++each) {
+        emit noteAboutToBeReplaced(each.key());
+        (void)updateNote(each.key(), *each);
+    }
 }
 
 } // namespace orvane

@@ -83,7 +83,7 @@ std::optional<QUuid> AppState::nextSiblingFolderID(const QUuid& after) const
 Accepted AppState::moveFolder(const QUuid& id, const std::optional<QUuid>& parent,
                               const std::optional<QUuid>& before)
 {
-    if (!m_currentProject || !canReparentFolder(id, parent, m_notebook.folders))
+    if (!m_session.currentProject() || !canReparentFolder(id, parent, m_notebook.folders))
         return std::unexpected(Refusal::NotPossible);
     return apply(NotebookEdits::moveFolder(m_notebook, root(), id, parent, before));
 }

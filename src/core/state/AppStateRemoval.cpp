@@ -61,9 +61,9 @@ std::expected<QUuid, Refusal> AppState::duplicateNote(const QUuid& id)
     copy.title = source->title.isEmpty() ? Words::tr("Untitled Copy")
                                          : Words::tr("%1 Copy").arg(source->title);
     copy.titleRTF.reset(); // it says the old title
-    if (copy.embeddedFileAssetID && m_currentProject && m_duplicateAsset) {
+    if (copy.embeddedFileAssetID && m_session.currentProject() && m_duplicateAsset) {
         const auto asset =
-            m_duplicateAsset(*copy.embeddedFileAssetID, projectAccessPath(), copy.id);
+            m_duplicateAsset(*copy.embeddedFileAssetID, m_session.projectAccessPath(), copy.id);
         if (asset)
             copy.embeddedFileAssetID = *asset;
         else
@@ -122,7 +122,7 @@ Accepted AppState::restoreNoteFromTrash(const QUuid& id)
     const NoteRecord* found = note(id);
     if (!found || found->folderID != FolderRecord::trashFolderID)
         return std::unexpected(Refusal::NotThere);
-    if (isReadOnly())
+    if (m_session.isReadOnly())
         return std::unexpected(Refusal::NotAllowed);
     std::optional<QUuid> target = projectRootContainerID();
     for (const Shared<FolderRecord>& each : m_notebook.folders) {
@@ -152,8 +152,9 @@ Accepted AppState::eraseNotePermanently(const QUuid& id)
 Accepted AppState::eraseNotes(const QSet<QUuid>& ids)
 {
     m_versionHistory.waitFor(ids); // what is written later would outlive its note
-    const QSet<QUuid> withVersions =
-        m_currentProject ? VersionErasure::note(projectAccessPath(), ids) : QSet<QUuid>();
+    const QSet<QUuid> withVersions = m_session.currentProject()
+                                         ? VersionErasure::note(m_session.projectAccessPath(), ids)
+                                         : QSet<QUuid>();
     const auto edit = NotebookEdits::eraseNotes(m_notebook, root(), ids);
     m_undo.clear(); // what is gone for good doesn't come back
     m_erasing = withVersions;

@@ -35,12 +35,4 @@ void AppState::showWayTo(const QUuid& noteID)
         show(edit, Saving::Later);
 }
 
-void AppState::selectProjectTile(const std::optional<QString>& folder)
-{
-    m_selection.selectProjectFolder(folder);
-    if (m_mode == RootPresentationMode::Projects && m_currentProject &&
-        folder == m_currentProject->rootPath)
-        m_selection.select(std::nullopt, std::nullopt);
-}
-
 } // namespace orvane

@@ -25,7 +25,7 @@ void AppState::appendVersionSnapshotLater(
     std::function<void(const std::expected<void, VersionHistoryError>&)> done)
 {
     const NoteRecord* found = note(noteID);
-    if (!found || !m_currentProject)
+    if (!found || !m_session.currentProject())
         return done(std::unexpected(VersionHistoryError{}));
     const Timestamp now = m_services.clock.now();
     // Counted from here on, so that no change before it is written keeps another one.
@@ -55,7 +55,7 @@ AppState::appendVersionSnapshot(const QUuid& noteID, const std::optional<QString
 std::expected<void, VersionHistoryError>
 AppState::restoreVersion(const NoteVersionSnapshot& snapshot)
 {
-    if (!note(snapshot.noteID) || !passesEditGuard())
+    if (!note(snapshot.noteID) || !m_session.passesEditGuard())
         return std::unexpected(VersionHistoryError{});
     emit noteAboutToBeReplaced(snapshot.noteID); // what is being typed becomes part of "before"
     if (auto kept = appendVersionSnapshot(snapshot.noteID, QString(beforeRestoreLabel)); !kept)
@@ -75,16 +75,16 @@ AppState::restoreVersion(const NoteVersionSnapshot& snapshot)
 std::expected<void, VersionHistoryError> AppState::deleteVersion(const QUuid& noteID,
                                                                  const QUuid& id)
 {
-    if (!m_currentProject)
+    if (!m_session.currentProject())
         return std::unexpected(VersionHistoryError{});
     return m_versionHistory.deleteSnapshot(id, noteID, historyPlace());
 }
 
 void AppState::resumeErasingVersions()
 {
-    if (!m_currentProject || isReadOnly())
+    if (!m_session.currentProject() || m_session.isReadOnly())
         return;
-    const QString project = projectAccessPath();
+    const QString project = m_session.projectAccessPath();
     QSet<QUuid> back;
     for (const QUuid& id : VersionErasure::noted(project))
         (m_notebook.notes.contains(id) ? back : m_erasedNotes).insert(id);
@@ -96,8 +96,8 @@ void AppState::resumeErasingVersions()
 
 void AppState::eraseVersionsOfErasedNotes()
 {
-    if (m_currentProject && !m_erasedNotes.isEmpty())
-        m_erasedNotes = VersionErasure::finish(projectAccessPath(), m_erasedNotes);
+    if (m_session.currentProject() && !m_erasedNotes.isEmpty())
+        m_erasedNotes = VersionErasure::finish(m_session.projectAccessPath(), m_erasedNotes);
 }
 
 } // namespace orvane

@@ -232,8 +232,9 @@ void EditorPaneView::connectSession()
     connect(m_text, &EditorTextHost::leftAtTop, this, &EditorPaneView::focusTitle);
     connect(m_title, &QLineEdit::textEdited, &m_session, &EditorSession::setTitle);
     connect(m_title, &QLineEdit::returnPressed, this, &EditorPaneView::focusText);
-    connect(&m_appState, &AppState::saveFailureChanged, this, &EditorPaneView::updateSavingState);
-    connect(&m_appState, &AppState::currentProjectChanged, this, [this] {
+    connect(&m_appState.projectSession(), &ProjectSession::saveFailureChanged, this,
+            &EditorPaneView::updateSavingState);
+    connect(&m_appState.projectSession(), &ProjectSession::currentProjectChanged, this, [this] {
         updateEditable();
         updateSavingState();
     });
@@ -400,8 +401,8 @@ void EditorPaneView::settingChanged(const QString& key)
 void EditorPaneView::updateSavingState()
 {
     SavingState state;
-    const auto& failure = m_appState.saveFailure();
-    if (m_appState.isReadOnly()) {
+    const auto& failure = m_appState.projectSession().saveFailure();
+    if (m_appState.projectSession().isReadOnly()) {
         state.kind = SavingState::Kind::ReadOnly;
         state.detail = tr("The project's folder can't be written, so its notes can be read but not "
                           "changed.");

@@ -42,9 +42,9 @@ EditorSession::EditorSession(AppState& appState, QObject* parent)
         if (m_draft.noteID && change.ofNote(*m_draft.noteID) & drafted)
             recordChanged(*m_draft.noteID);
     });
-    connect(&appState, &AppState::projectMayBeLeft, this, &EditorSession::flushDraft);
-    connect(&appState, &AppState::projectAboutToClose, this, &EditorSession::flushDraft);
-    connect(&appState, &AppState::willTerminate, this, &EditorSession::flushDraft);
+    connect(&appState.projectSession(), &ProjectSession::projectMayBeLeft, this, &EditorSession::flushDraft);
+    connect(&appState.projectSession(), &ProjectSession::projectAboutToClose, this, &EditorSession::flushDraft);
+    connect(&appState.projectSession(), &ProjectSession::willTerminate, this, &EditorSession::flushDraft);
     connect(&appState, &AppState::noteAboutToBeReplaced, this, &EditorSession::flushDraftToDisk);
     connect(&appState.services().defaults, &UserDefaults::changed, this,
             &EditorSession::settingChanged);

@@ -20,14 +20,14 @@ void followSelection(EditorSession& session, AppState& appState)
     const Selection& selection = appState.selection();
     QObject::connect(&selection, &Selection::selectedNoteAboutToChange, &session,
                      [&](const std::optional<QUuid>& from, const std::optional<QUuid>& to) {
-                         if (appState.isAppTerminating())
+                         if (appState.projectSession().isAppTerminating())
                              return;
                          session.prepareToLeave();
                          qCDebug(selectionSyncLog, "selectedNoteID.changed %ls->%ls",
                                  qUtf16Printable(idText(from)), qUtf16Printable(idText(to)));
                      });
     QObject::connect(&selection, &Selection::selectionChanged, &session, [&] {
-        if (!appState.isAppTerminating())
+        if (!appState.projectSession().isAppTerminating())
             session.show(appState.selection().selectedNoteID());
     });
     QObject::connect(&appState, &AppState::notebookReset, &session, [&] {

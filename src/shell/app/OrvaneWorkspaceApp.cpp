@@ -67,7 +67,7 @@ OrvaneWorkspaceApp::OrvaneWorkspaceApp(const UserFolders& folders,
                             .licence = m_licence,
                             .folders = folders};
     m_appState = std::make_unique<AppState>(services);
-    connect(m_appState.get(), &AppState::licenceUnlockAsked, this,
+    connect(&m_appState->projectSession(), &ProjectSession::licenceUnlockAsked, this,
             [this] { m_notifications.post(AppCommandEvents::showLicenseUnlock); });
     m_selectionToSave = m_notifications.observe(
         AppCommandEvents::saveSelectionToNewNote, [this](const SelectionForNewNote& selection) {
@@ -75,7 +75,7 @@ OrvaneWorkspaceApp::OrvaneWorkspaceApp(const UserFolders& folders,
                                                              ? std::nullopt
                                                              : std::optional(Blob(selection.rtf)));
         });
-    m_appState->prepareBootstrap();
+    m_appState->projectSession().prepareBootstrap();
     // Themes come first: a fresh installation is known by settings that are all unset.
     migrateAppearanceKeys(m_defaults);
     m_themes = std::make_unique<AppearanceThemeLibrary>(m_defaults, m_clock);
@@ -96,8 +96,9 @@ OrvaneWorkspaceApp::OrvaneWorkspaceApp(const UserFolders& folders,
     // The check reads the whole store, so it waits until the project is on the screen.
     m_checkTimer.setSingleShot(true);
     m_checkTimer.setInterval(checkDelay);
-    connect(&m_checkTimer, &QTimer::timeout, m_appState.get(), &AppState::checkStoreInBackground);
-    connect(m_appState.get(), &AppState::currentProjectChanged, &m_checkTimer,
+    connect(&m_checkTimer, &QTimer::timeout, &m_appState->projectSession(),
+            &ProjectSession::checkStoreInBackground);
+    connect(&m_appState->projectSession(), &ProjectSession::currentProjectChanged, &m_checkTimer,
             qOverload<>(&QTimer::start));
     connect(qApp, &QGuiApplication::commitDataRequest, this, &OrvaneWorkspaceApp::endSession,
             Qt::DirectConnection);
@@ -152,7 +153,7 @@ void OrvaneWorkspaceApp::start()
     m_window = std::make_unique<MainWindow>(*m_appState, *m_shortcuts, m_look);
     m_questions.setHost(&m_window->sheets(), &m_look);
     connect(m_window.get(), &MainWindow::closed, this, &OrvaneWorkspaceApp::quitRequested);
-    m_appState->bootstrapProjects();
+    m_appState->projectSession().bootstrapProjects();
     m_window->show();
     tellOfSettingsObstacle();
     // Asking the desktop and finding the icon are nothing that a first frame waits for.
@@ -209,8 +210,8 @@ void OrvaneWorkspaceApp::endSession(QSessionManager& manager)
         return;
     m_window->flushDrafts();
     if (!manager.allowsInteraction())
-        return m_appState->rescueNow();
-    if (!m_appState->mayLeaveProject())
+        return m_appState->projectSession().rescueNow();
+    if (!m_appState->projectSession().mayLeaveProject())
         manager.cancel();
     manager.release();
 }
@@ -220,7 +221,7 @@ void OrvaneWorkspaceApp::finish()
     if (std::exchange(m_finished, true))
         return;
     if (m_window)
-        m_appState->terminate();
+        m_appState->projectSession().terminate();
     if (const auto flushed = m_defaults.flush(); !flushed)
         qWarning("The settings could not be saved: %ls", qUtf16Printable(flushed.error().text()));
 }

@@ -29,8 +29,10 @@ WorkspaceStateKeeper::WorkspaceStateKeeper(AppState& appState, SplitPaneLayoutMo
                     key == PaneLayoutSettings::inspectorVisible.keyText())
                     schedule();
             });
-    connect(&appState, &AppState::projectAboutToClose, this, &WorkspaceStateKeeper::finish);
-    connect(&appState, &AppState::willTerminate, this, &WorkspaceStateKeeper::finish);
+    connect(&appState.projectSession(), &ProjectSession::projectAboutToClose, this,
+            &WorkspaceStateKeeper::finish);
+    connect(&appState.projectSession(), &ProjectSession::willTerminate, this,
+            &WorkspaceStateKeeper::finish);
     projectOpened();
 }
 
@@ -39,12 +41,12 @@ WorkspaceStateKeeper::~WorkspaceStateKeeper() = default;
 void WorkspaceStateKeeper::projectOpened()
 {
     // Every notebook has its Trash; without it this is the emptiness after a project.
-    const auto& project = m_appState.currentProject();
+    const auto& project = m_appState.projectSession().currentProject();
     if (!project || m_appState.folders().isEmpty())
         return;
-    m_projectRootPath = m_appState.projectAccessPath();
+    m_projectRootPath = m_appState.projectSession().projectAccessPath();
     m_projectID = project->id;
-    const auto& stored = m_appState.openedWorkspaceState();
+    const auto& stored = m_appState.projectSession().openedWorkspaceState();
     const QColor ground = m_look.ground(Surface::Window);
     m_state = stored ? *stored
                      : QuickSettingsDefaults::defaultWorkspaceState(RgbaColor::fromQColor(ground));
@@ -61,7 +63,7 @@ void WorkspaceStateKeeper::schedule()
 void WorkspaceStateKeeper::save()
 {
     m_pending.reset();
-    if (m_projectRootPath.isEmpty() || m_appState.isReadOnly())
+    if (m_projectRootPath.isEmpty() || m_appState.projectSession().isReadOnly())
         return;
     const ProjectWorkspaceState state =
         QuickSettingsController::captureCurrentState(m_state, m_appState, m_layout);

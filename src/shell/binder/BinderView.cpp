@@ -154,7 +154,7 @@ void BinderView::showIconsAndTitles()
     if (row && row->id != FolderRecord::trashFolderID) {
         const bool isNote = row->kind == BinderRowID::Kind::Note;
         item = {isNote ? TitledItem::Kind::Note : TitledItem::Kind::Folder, row->id};
-    } else if (const auto& project = m_appState.currentProject()) {
+    } else if (const auto& project = m_appState.projectSession().currentProject()) {
         item = {TitledItem::Kind::Project, project->id};
     }
     IconsAndTitlesWindow::open(item, m_appState, look(), window());

@@ -259,7 +259,7 @@ IconsAndTitlesWindow::IconsAndTitlesWindow(AppState& appState, Look& look, QWidg
         follow();
     };
     connect(&appState, &AppState::notebookChanged, this, followItem);
-    connect(&appState, &AppState::projectsChanged, this, followItem);
+    connect(&appState.projectSession(), &ProjectSession::projectsChanged, this, followItem);
     connect(&appState, &AppState::notebookReset, this, followItem);
     showIcons();
 }
@@ -313,7 +313,7 @@ std::optional<IconsAndTitlesWindow::Content> IconsAndTitlesWindow::content() con
             return Content{folder->name, folder->titleForList(), folder->iconName};
         break;
     case TitledItem::Kind::Project:
-        if (const OrvaneProjectRecord* project = m_appState.project(m_item.id))
+        if (const OrvaneProjectRecord* project = m_appState.projectSession().project(m_item.id))
             return Content{project->name, project->titleForDisplay(), project->iconName};
         break;
     }
@@ -322,7 +322,7 @@ std::optional<IconsAndTitlesWindow::Content> IconsAndTitlesWindow::content() con
 
 QString IconsAndTitlesWindow::projectFolder() const
 {
-    const OrvaneProjectRecord* project = m_appState.project(m_item.id);
+    const OrvaneProjectRecord* project = m_appState.projectSession().project(m_item.id);
     return project ? project->rootPath : QString();
 }
 
@@ -359,7 +359,8 @@ void IconsAndTitlesWindow::showHead(const Content& content)
     const QString icon = content.icon.value_or(QString());
     static_cast<PictureTile*>(m_picture)->setPicture(icon, defaultSymbol(m_item.kind));
     m_icons->setChosen(iconChoiceName(icon));
-    const bool writable = m_item.kind == TitledItem::Kind::Project || !m_appState.isReadOnly();
+    const bool writable =
+        m_item.kind == TitledItem::Kind::Project || !m_appState.projectSession().isReadOnly();
     m_remove->setEnabled(content.icon.has_value() && writable);
     m_title->setReadOnly(!writable);
 }
@@ -389,7 +390,8 @@ void IconsAndTitlesWindow::applyTitle()
         (void)m_appState.updateFolderBinderTitle(m_item.id, title, std::nullopt);
         break;
     case TitledItem::Kind::Project:
-        return m_appState.updateProjectMetadata(projectFolder(), title, std::nullopt, now->icon);
+        return m_appState.projectSession().updateProjectMetadata(projectFolder(), title,
+                                                                 std::nullopt, now->icon);
     }
 }
 
@@ -408,7 +410,7 @@ void IconsAndTitlesWindow::applyIcon(const std::optional<QString>& icon)
         (void)m_appState.updateFolderIcon(m_item.id, icon);
         break;
     case TitledItem::Kind::Project:
-        return m_appState.updateProjectIcon(projectFolder(), icon);
+        return m_appState.projectSession().updateProjectIcon(projectFolder(), icon);
     }
 }
 

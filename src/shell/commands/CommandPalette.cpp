@@ -36,7 +36,7 @@ std::vector<PaletteCommand> commandsThatWouldAct(const CommandCenter& commands)
 std::vector<PaletteNote> notesOf(const AppState& appState)
 {
     std::vector<PaletteNote> notes;
-    if (appState.rootPresentationMode() != RootPresentationMode::Editor)
+    if (appState.projectSession().rootPresentationMode() != RootPresentationMode::Editor)
         return notes;
     notes.reserve(size_t(appState.notes().size()));
     for (const Shared<NoteRecord>& note : appState.notes().records()) {

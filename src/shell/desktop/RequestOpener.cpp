@@ -121,14 +121,15 @@ QString RequestOpener::openLink(const QString& link)
     if (!note)
         return tr("“%1” is a link to nothing that OrvaneWorkspace knows.").arg(link);
     if (!m_appState.note(*note)) {
-        const auto project = projectHoldingNote(m_appState.projectsByRecentOpen(), *note);
+        const auto project =
+            projectHoldingNote(m_appState.projectSession().projectsByRecentOpen(), *note);
         if (!project)
             return tr("The note of the link “%1” is in no project of the library.").arg(link);
-        m_appState.openProjectAt(*project, false);
+        m_appState.projectSession().openProjectAt(*project, false);
         if (!m_appState.note(*note))
             return {}; // what stands in the way is told by the one who opens
     }
-    m_appState.presentEditor();
+    m_appState.projectSession().presentEditor();
     m_appState.openNote(*note);
     return {};
 }
@@ -141,17 +142,17 @@ QString RequestOpener::openFile(const QString& path)
     const bool isManifest = info.fileName().endsWith("orvaneworkspace-project.json"_L1) ||
                             info.fileName().endsWith("orvanenotes-project.json"_L1);
     const QString folder = QFileInfo(isManifest ? info.path() : path).canonicalFilePath();
-    for (const OrvaneProjectRecord& project : m_appState.projects()) {
+    for (const OrvaneProjectRecord& project : m_appState.projectSession().projects()) {
         if (QFileInfo(project.rootPath).canonicalFilePath() != folder)
             continue;
-        m_appState.openProjectAt(project.rootPath, true);
+        m_appState.projectSession().openProjectAt(project.rootPath, true);
         return {};
     }
     if (info.isDir())
         return tr("“%1” is no project of the library.").arg(path);
     if (!isTextFile(path))
         return tr("“%1” is neither a project nor a text file.").arg(path);
-    if (!m_appState.currentProject())
+    if (!m_appState.projectSession().currentProject())
         return tr("“%1” becomes a note once a project is open. Open one, and try again.")
             .arg(info.fileName());
     qint64 together = info.size();
@@ -169,7 +170,7 @@ QString RequestOpener::openFile(const QString& path)
 void RequestOpener::readTexts()
 {
     const QStringList paths = std::exchange(m_texts, {});
-    const auto& project = m_appState.currentProject();
+    const auto& project = m_appState.projectSession().currentProject();
     m_project = project ? std::optional(project->id) : std::nullopt;
     m_reader = std::make_unique<TextFilesReader>(paths, m_read);
     connect(m_reader.get(), &TextFilesReader::finished, this, &RequestOpener::makeNotes);
@@ -200,10 +201,10 @@ QString RequestOpener::makeNote(const TextFile& file)
         return tr("“%1” can't be read. %2").arg(name, file.error.detail);
     if (file.outcome == TextFile::Outcome::NotText)
         return tr("“%1” can't be read as text.").arg(name);
-    const auto& project = m_appState.currentProject();
+    const auto& project = m_appState.projectSession().currentProject();
     if (!project || project->id != m_project)
         return tr("“%1” became no note: its project was closed while it was read.").arg(name);
-    m_appState.presentEditor();
+    m_appState.projectSession().presentEditor();
     const auto note = m_appState.createNoteWithTitle(QFileInfo(file.path).completeBaseName(),
                                                      NoteText(Blob(file.utf8)));
     return note ? QString()

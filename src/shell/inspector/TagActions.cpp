@@ -75,8 +75,8 @@ void TagActions::addTo(QMenu& menu, const QString& tag)
     QAction* remove = menu.addAction(tr("Remove from Library…"));
     connect(rename, &QAction::triggered, this, [this, tag] { showRenameSheet(tag); });
     connect(remove, &QAction::triggered, this, [this, tag] { removeFromLibrary(tag); });
-    rename->setEnabled(!m_appState.isReadOnly());
-    remove->setEnabled(!m_appState.isReadOnly());
+    rename->setEnabled(!m_appState.projectSession().isReadOnly());
+    remove->setEnabled(!m_appState.projectSession().isReadOnly());
 }
 
 void TagActions::addColors(QMenu& menu, const QString& tag)

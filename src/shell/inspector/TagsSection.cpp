@@ -110,10 +110,10 @@ void TagsSection::refresh()
     m_more->setVisible(tags.size() > m_chips.size());
     for (TagChip* chip : m_chips) {
         chip->setColor(tagColor(m_appState.tagSettings(), chip->tag()).toQColor());
-        chip->setEnabled(!m_appState.isReadOnly());
+        chip->setEnabled(!m_appState.projectSession().isReadOnly());
     }
-    m_field->setVisible(!m_appState.isReadOnly());
-    m_plus->setVisible(!m_appState.isReadOnly());
+    m_field->setVisible(!m_appState.projectSession().isReadOnly());
+    m_plus->setVisible(!m_appState.projectSession().isReadOnly());
 }
 
 QStringList TagsSection::choicesFor(const QString& text) const
@@ -191,7 +191,7 @@ void TagsSection::add(const QString& tag)
 void TagsSection::remove(const QString& tag)
 {
     const auto rest = removingTag(subjectTags(), tag);
-    if (!rest || m_appState.isReadOnly())
+    if (!rest || m_appState.projectSession().isReadOnly())
         return;
     qsizetype at = 0;
     while (at < m_chips.size() && m_chips.at(at)->tag() != tag)

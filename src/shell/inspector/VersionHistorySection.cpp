@@ -124,7 +124,7 @@ void VersionHistorySection::refresh(int wordsNow)
 void VersionHistorySection::load()
 {
     const quint64 wish = ++m_load;
-    const auto& project = m_appState.currentProject();
+    const auto& project = m_appState.projectSession().currentProject();
     if (!project)
         return show(Versions());
     NoteVersionHistoryStore& history = m_appState.versionHistory();
@@ -176,8 +176,8 @@ void VersionHistorySection::showChoice()
     const bool chosen = selected().has_value();
     m_hint->setVisible(any && !chosen);
     m_buttons->setVisible(any && chosen);
-    m_restore->setEnabled(!m_appState.isReadOnly());
-    m_delete->setEnabled(!m_appState.isReadOnly());
+    m_restore->setEnabled(!m_appState.projectSession().isReadOnly());
+    m_delete->setEnabled(!m_appState.projectSession().isReadOnly());
 }
 
 std::optional<NoteVersionSummary> VersionHistorySection::selected() const
@@ -210,8 +210,8 @@ void VersionHistorySection::preview()
     const Services& services = m_appState.services();
     auto* sheet = new VersionPreviewSheet(
         *version, *note, services.clock.now(), editorFontFamilySetting.read(services.defaults),
-        m_appState.isReadOnly() ? VersionPreviewSheet::Restoring::NotPossible
-                                : VersionPreviewSheet::Restoring::Offered,
+        m_appState.projectSession().isReadOnly() ? VersionPreviewSheet::Restoring::NotPossible
+                                                 : VersionPreviewSheet::Restoring::Offered,
         m_look);
     connect(sheet, &VersionPreviewSheet::restoreRequested, this,
             [this, version = *version] { restore(version); });
@@ -245,7 +245,7 @@ void VersionHistorySection::tell(const QString& title, const QString& text,
 void VersionHistorySection::removeSelected()
 {
     const auto version = selected();
-    if (!version || m_appState.isReadOnly())
+    if (!version || m_appState.projectSession().isReadOnly())
         return;
     const QPointer<VersionHistorySection> self(this);
     const Services& services = m_appState.services();

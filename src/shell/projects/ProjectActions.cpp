@@ -32,9 +32,9 @@ ProjectActions::ProjectActions(AppState& appState, Look& look, SheetHost& sheets
 {
     // Alerts run an event loop of their own, so they wait until the change that caused them is
     // through.
-    connect(&appState, &AppState::projectLoadProtectionAlertChanged, this,
+    connect(&appState.projectSession(), &ProjectSession::projectLoadProtectionAlertChanged, this,
             &ProjectActions::showPendingAlerts, Qt::QueuedConnection);
-    connect(&appState, &AppState::projectOpenProblemChanged, this,
+    connect(&appState.projectSession(), &ProjectSession::projectOpenProblemChanged, this,
             &ProjectActions::showPendingAlerts, Qt::QueuedConnection);
     QMetaObject::invokeMethod(this, &ProjectActions::showPendingAlerts, Qt::QueuedConnection);
 }
@@ -54,13 +54,14 @@ void ProjectActions::showPendingAlerts()
     if (m_alertIsShown)
         return;
     m_alertIsShown = true;
-    while (m_appState.projectLoadProtectionAlert() || m_appState.projectOpenProblem()) {
-        if (const auto alert = m_appState.projectLoadProtectionAlert()) {
+    while (m_appState.projectSession().projectLoadProtectionAlert() ||
+           m_appState.projectSession().projectOpenProblem()) {
+        if (const auto alert = m_appState.projectSession().projectLoadProtectionAlert()) {
             tell(tr("Project Data Protected"), alert->message());
-            m_appState.clearProjectLoadProtectionAlert();
-        } else if (const auto problem = m_appState.projectOpenProblem()) {
+            m_appState.projectSession().clearProjectLoadProtectionAlert();
+        } else if (const auto problem = m_appState.projectSession().projectOpenProblem()) {
             tell(problem->title, problem->message);
-            m_appState.clearProjectOpenProblem();
+            m_appState.projectSession().clearProjectOpenProblem();
         }
     }
     m_alertIsShown = false;
@@ -85,7 +86,7 @@ void ProjectActions::showFolder(const QString& path)
 
 void ProjectActions::explainMissing(const QString& folder)
 {
-    const auto& missing = m_appState.missingProjects();
+    const auto& missing = m_appState.projectSession().missingProjects();
     const auto project = std::ranges::find(missing, folder, &KnownProject::folder);
     if (project == missing.end())
         return;
@@ -106,23 +107,23 @@ void ProjectActions::explainMissing(const QString& folder)
          .choices = {},
          .tone = Question::Tone::Warning});
     if (answer.button == 2)
-        return m_appState.forgetProject(folder);
+        return m_appState.projectSession().forgetProject(folder);
     if (answer.button != 0)
         return;
-    m_appState.refreshProjects();
-    if (m_appState.projectAt(folder))
-        m_appState.openProjectAt(folder, true);
+    m_appState.projectSession().refreshProjects();
+    if (m_appState.projectSession().projectAt(folder))
+        m_appState.projectSession().openProjectAt(folder, true);
     else
         explainMissing(folder);
 }
 
 void ProjectActions::openFromTile(const QString& folder)
 {
-    const OrvaneProjectRecord* project = m_appState.projectAt(folder);
+    const OrvaneProjectRecord* project = m_appState.projectSession().projectAt(folder);
     if (!project)
         return;
     const QString title = project->titleForDisplay();
-    m_appState.selectProjectTile(folder);
+    m_appState.projectSession().selectProjectTile(folder);
     const Services& services = m_appState.services();
     if (SessionKeys::confirmBeforeOpen.read(services.defaults)) {
         const Answer answer = services.questions.ask({.title = tr("Open OrvaneWorkspace project?"),
@@ -135,7 +136,7 @@ void ProjectActions::openFromTile(const QString& folder)
         if (answer.button != 0)
             return;
     }
-    m_appState.openProjectAt(folder, true);
+    m_appState.projectSession().openProjectAt(folder, true);
 }
 
 void ProjectActions::showNewProjectSheet()
@@ -143,11 +144,12 @@ void ProjectActions::showNewProjectSheet()
     if (!passesLicence())
         return;
     const auto create = [this](const QString& name) -> std::optional<QString> {
-        const auto created = m_appState.createProject(name, u"sf:archivebox.fill"_s);
+        const auto created =
+            m_appState.projectSession().createProject(name, u"sf:archivebox.fill"_s);
         return created ? std::nullopt : std::optional(created.error());
     };
-    const QString where =
-        shortPath(m_appState.library().projectsDirectoryPath(), m_appState.services().folders.home);
+    const QString where = shortPath(m_appState.projectSession().library().projectsDirectoryPath(),
+                                    m_appState.services().folders.home);
     m_sheets.present(new NameSheet({.title = tr("New Project"),
                                     .hint = tr("It becomes a folder in %1.").arg(where),
                                     .placeholder = tr("Untitled Project"),
@@ -158,16 +160,16 @@ void ProjectActions::showNewProjectSheet()
 
 void ProjectActions::showRenameSheet(const QString& folder)
 {
-    const OrvaneProjectRecord* project = m_appState.projectAt(folder);
+    const OrvaneProjectRecord* project = m_appState.projectSession().projectAt(folder);
     if (!project || !passesLicence())
         return;
     const auto rename = [this, folder](const QString& name) -> std::optional<QString> {
-        const OrvaneProjectRecord* before = m_appState.projectAt(folder);
+        const OrvaneProjectRecord* before = m_appState.projectSession().projectAt(folder);
         if (!before)
             return std::nullopt;
         const auto iconName = before->iconName;
-        m_appState.updateProjectMetadata(folder, name, {}, iconName);
-        const OrvaneProjectRecord* after = m_appState.projectAt(folder);
+        m_appState.projectSession().updateProjectMetadata(folder, name, {}, iconName);
+        const OrvaneProjectRecord* after = m_appState.projectSession().projectAt(folder);
         const QString wanted = name.trimmed();
         if (after && !wanted.isEmpty() && after->name != wanted)
             return tr("The project's folder can't be written, so the name stays as it was.");
@@ -183,7 +185,7 @@ void ProjectActions::showRenameSheet(const QString& folder)
 
 void ProjectActions::moveToTrash(const QString& folder)
 {
-    const auto moved = m_appState.moveProjectToTrash(folder);
+    const auto moved = m_appState.projectSession().moveProjectToTrash(folder);
     if (!moved && !moved.error().isEmpty())
         tell(tr("Could Not Move to Trash"), moved.error());
 }
@@ -193,7 +195,7 @@ void ProjectActions::showWelcomeIfNeeded()
     UserDefaults& defaults = m_appState.services().defaults;
     if (m_welcome || SessionKeys::welcomeDismissed.read(defaults))
         return;
-    const auto visitor = m_appState.projects().isEmpty()
+    const auto visitor = m_appState.projectSession().projects().isEmpty()
                              ? WelcomeToOrvaneWorkspaceSheet::Visitor::New
                              : WelcomeToOrvaneWorkspaceSheet::Visitor::HasProjects;
     auto* welcome = new WelcomeToOrvaneWorkspaceSheet(visitor, m_look);
@@ -222,7 +224,8 @@ void ProjectActions::showWelcomeIfNeeded()
 
 void ProjectActions::startWithStarterProject()
 {
-    const auto created = m_appState.createProject(u"My OrvaneWorkspace Project"_s, u"sparkles"_s);
+    const auto created =
+        m_appState.projectSession().createProject(u"My OrvaneWorkspace Project"_s, u"sparkles"_s);
     if (!created) {
         if (!created.error().isEmpty())
             tell(tr("Could Not Create Starter Project"), created.error());
@@ -235,8 +238,8 @@ void ProjectActions::showGuide()
 {
     if (m_guide)
         return;
-    const QString where =
-        shortPath(m_appState.library().projectsDirectoryPath(), m_appState.services().folders.home);
+    const QString where = shortPath(m_appState.projectSession().library().projectsDirectoryPath(),
+                                    m_appState.services().folders.home);
     m_guide = new GuideSheet(where, m_look);
     m_sheets.present(m_guide);
 }

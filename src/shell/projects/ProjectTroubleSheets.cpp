@@ -22,10 +22,10 @@ ProjectTroubleSheets::ProjectTroubleSheets(AppState& appState, Look& look, Sheet
           AppCommandEvents::saveDocument, [this](const NoPayload&) { askAgain(); }))
 {
     // A save may be under way that other things still have to hear of.
-    connect(&appState, &AppState::projectTroubleChanged, this, &ProjectTroubleSheets::showTrouble,
-            Qt::QueuedConnection);
-    connect(&appState, &AppState::rescuesChanged, this, &ProjectTroubleSheets::offerRescues,
-            Qt::QueuedConnection);
+    connect(&appState.projectSession(), &ProjectSession::projectTroubleChanged, this,
+            &ProjectTroubleSheets::showTrouble, Qt::QueuedConnection);
+    connect(&appState.projectSession(), &ProjectSession::rescuesChanged, this,
+            &ProjectTroubleSheets::offerRescues, Qt::QueuedConnection);
     QMetaObject::invokeMethod(this, &ProjectTroubleSheets::offerRescues, Qt::QueuedConnection);
 }
 
@@ -43,7 +43,7 @@ void ProjectTroubleSheets::tell(const QString& title, const QString& text)
 
 void ProjectTroubleSheets::showTrouble()
 {
-    const auto& trouble = m_appState.projectTrouble();
+    const auto& trouble = m_appState.projectSession().projectTrouble();
     if (!trouble) {
         m_shown.reset();
         m_shownKind.reset();
@@ -62,7 +62,7 @@ void ProjectTroubleSheets::showTrouble()
 
 void ProjectTroubleSheets::askAgain()
 {
-    if (!m_appState.projectTrouble() || m_shown || m_both)
+    if (!m_appState.projectSession().projectTrouble() || m_shown || m_both)
         return;
     m_shownKind.reset();
     showTrouble();
@@ -70,18 +70,18 @@ void ProjectTroubleSheets::askAgain()
 
 Question ProjectTroubleSheets::question() const
 {
-    const ProjectTrouble& trouble = *m_appState.projectTrouble();
+    const ProjectTrouble& trouble = *m_appState.projectSession().projectTrouble();
     const Services& services = m_appState.services();
-    const QString title = m_appState.currentProject()->titleForDisplay();
+    const QString title = m_appState.projectSession().currentProject()->titleForDisplay();
     const Timestamp now = services.clock.now();
     if (trouble.kind == Kind::StoreReplaced) {
-        auto sides = m_appState.storeSides();
+        auto sides = m_appState.projectSession().storeSides();
         return Ask::storeReplaced(trouble, sides ? std::optional(*std::move(sides)) : std::nullopt,
                                   title, now);
     }
-    const int wait = AppState::retrySeconds - int(now.secondsSince(trouble.lastTried));
-    return Ask::folderGone(trouble, m_appState.unsavedWork(), title, services.folders.home,
-                           qBound(1, wait, AppState::retrySeconds));
+    const int wait = ProjectSession::retrySeconds - int(now.secondsSince(trouble.lastTried));
+    return Ask::folderGone(trouble, m_appState.projectSession().unsavedWork(), title,
+                           services.folders.home, qBound(1, wait, ProjectSession::retrySeconds));
 }
 
 void ProjectTroubleSheets::scheduleUpdate()
@@ -95,7 +95,8 @@ void ProjectTroubleSheets::scheduleUpdate()
 void ProjectTroubleSheets::update()
 {
     // Both sides of a replaced store stand still.
-    if (!m_shown || !m_appState.projectTrouble() || m_shownKind == Kind::StoreReplaced)
+    if (!m_shown || !m_appState.projectSession().projectTrouble() ||
+        m_shownKind == Kind::StoreReplaced)
         return;
     m_shown->change(question());
     scheduleUpdate();
@@ -110,7 +111,7 @@ void ProjectTroubleSheets::answered(Kind kind, const Answer& answer)
     switch (answer.button) {
     case Ask::TryAgain:
         m_shownKind.reset();
-        m_appState.trySavingAgain();
+        m_appState.projectSession().trySavingAgain();
         showTrouble();
         break;
     case Ask::SaveCopy:
@@ -118,7 +119,7 @@ void ProjectTroubleSheets::answered(Kind kind, const Answer& answer)
         askAgain();
         break;
     case Ask::CloseProject:
-        m_appState.closeProject();
+        m_appState.projectSession().closeProject();
         break;
     default:
         break; // writing goes on, and the words go to the rescue file
@@ -131,9 +132,9 @@ void ProjectTroubleSheets::decide(int button)
     if (button == Ask::ShowBoth)
         return showBoth();
     if (button == Ask::KeepMine)
-        done = m_appState.keepMyStore();
+        done = m_appState.projectSession().keepMyStore();
     else if (button == Ask::TakeTheirs)
-        done = m_appState.takeTheirStore();
+        done = m_appState.projectSession().takeTheirStore();
     if (done)
         return;
     tell(tr("That Could Not Be Done"),
@@ -143,15 +144,16 @@ void ProjectTroubleSheets::decide(int button)
 
 void ProjectTroubleSheets::showBoth()
 {
-    const auto sides = m_appState.storeSides();
+    const auto sides = m_appState.projectSession().storeSides();
     if (!sides) {
         tell(tr("Their File Can't Be Read"),
              tr("Another program may still be writing it. Nothing was changed.\n\n%1")
                  .arg(sides.error().detail));
         return askAgain();
     }
-    auto* both = new BothStoresSheet(*sides, m_appState.currentProject()->titleForDisplay(),
-                                     m_appState.services().clock.now(), m_look);
+    auto* both =
+        new BothStoresSheet(*sides, m_appState.projectSession().currentProject()->titleForDisplay(),
+                            m_appState.services().clock.now(), m_look);
     m_both = both;
     connect(
         both, &BothStoresSheet::decided, this,
@@ -165,7 +167,7 @@ void ProjectTroubleSheets::showBoth()
 
 void ProjectTroubleSheets::saveCopy()
 {
-    const auto& project = m_appState.currentProject();
+    const auto& project = m_appState.projectSession().currentProject();
     if (!project)
         return;
     const Services& services = m_appState.services();
@@ -175,7 +177,7 @@ void ProjectTroubleSheets::saveCopy()
                                                        services.folders.home + u'/' + name);
     if (path.isEmpty())
         return;
-    const auto saved = m_appState.saveCopyOfProject(path);
+    const auto saved = m_appState.projectSession().saveCopyOfProject(path);
     if (!saved)
         tell(tr("The Copy Could Not Be Written"), saved.error());
     else if (*saved > 0)
@@ -188,15 +190,16 @@ void ProjectTroubleSheets::saveCopy()
 
 void ProjectTroubleSheets::offerRescues()
 {
-    if (m_isOffering || m_appState.projectTrouble() || m_appState.isAppTerminating())
+    if (m_isOffering || m_appState.projectSession().projectTrouble() ||
+        m_appState.projectSession().isAppTerminating())
         return;
     m_isOffering = true;
     const Services& services = m_appState.services();
-    for (const FoundRescue& rescue : m_appState.rescues()) {
+    for (const FoundRescue& rescue : m_appState.projectSession().rescues()) {
         if (m_postponed.contains(rescue.folder))
             continue;
         const QUuid id = rescue.origin.projectID;
-        const bool isThere = m_appState.project(id);
+        const bool isThere = m_appState.projectSession().project(id);
         const Answer answer = services.questions.ask(
             Ask::rescued(rescue, isThere ? Ask::ItsProject::IsThere : Ask::ItsProject::IsMissing,
                          services.folders.home, services.clock.now()));
@@ -204,12 +207,13 @@ void ProjectTroubleSheets::offerRescues()
         if (answer.button != Ask::PutInPlace)
             continue;
         if (isThere)
-            m_appState.openProject(id, true);
-        const bool isOpen = m_appState.currentProject() && m_appState.currentProject()->id == id;
+            m_appState.projectSession().openProject(id, true);
+        const bool isOpen = m_appState.projectSession().currentProject() &&
+                            m_appState.projectSession().currentProject()->id == id;
         if (isThere && !isOpen)
             continue; // what stands in the way is told by the one who opens
-        const auto placed =
-            isThere ? m_appState.putInPlace(rescue) : m_appState.makeProjectOf(rescue);
+        const auto placed = isThere ? m_appState.projectSession().putInPlace(rescue)
+                                    : m_appState.projectSession().makeProjectOf(rescue);
         if (!placed && !placed.error().isEmpty())
             tell(tr("The Words Stay Where They Are"), placed.error());
     }

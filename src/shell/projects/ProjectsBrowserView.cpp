@@ -57,8 +57,10 @@ ProjectsBrowserView::ProjectsBrowserView(AppState& appState, ProjectActions& act
     m_stack->addWidget(m_empty);
     layout->addLayout(m_stack, 1);
     layout->addWidget(makeFooter());
-    connect(&appState, &AppState::projectsChanged, this, &ProjectsBrowserView::showProjects);
-    connect(&appState, &AppState::currentProjectChanged, this, &ProjectsBrowserView::showCounts);
+    connect(&appState.projectSession(), &ProjectSession::projectsChanged, this,
+            &ProjectsBrowserView::showProjects);
+    connect(&appState.projectSession(), &ProjectSession::currentProjectChanged, this,
+            &ProjectsBrowserView::showCounts);
     connect(&appState.selection(), &Selection::selectedProjectChanged, this,
             &ProjectsBrowserView::showSelection);
     showProjects();
@@ -75,7 +77,8 @@ QWidget* ProjectsBrowserView::makeHeader()
     m_back->setAccessibleName(tr("Back to the open project"));
     m_back->setFixedSize(32, 32);
     m_back->setToolTip(m_back->accessibleName());
-    connect(m_back, &QToolButton::clicked, &m_appState, &AppState::presentEditor);
+    connect(m_back, &QToolButton::clicked, &m_appState.projectSession(),
+            &ProjectSession::presentEditor);
     m_filter = new QLineEdit(header);
     m_filter->setPlaceholderText(tr("Filter projects"));
     m_filter->setAccessibleName(tr("Filter projects"));
@@ -169,7 +172,7 @@ void ProjectsBrowserView::makeTiles()
                 const QString folder = m_model->folderAt(current);
                 if (!folder.isEmpty() && !m_model->isMissing(current) &&
                     m_appState.selection().selectedProjectFolder() != folder)
-                    m_appState.selectProjectTile(folder);
+                    m_appState.projectSession().selectProjectTile(folder);
             });
 }
 
@@ -197,7 +200,7 @@ QWidget* ProjectsBrowserView::makeFooter()
     auto* footer = new QWidget(this);
     auto* row = new QHBoxLayout(footer);
     row->setContentsMargins(margin, 8, margin, 16);
-    const QString path = m_appState.library().projectsDirectoryPath();
+    const QString path = m_appState.projectSession().library().projectsDirectoryPath();
     m_place = makeLabel(shortPath(path, m_appState.services().folders.home), TextStyle::Label,
                         LabelInk::Secondary);
     m_place->setToolTip(path);
@@ -210,9 +213,11 @@ QWidget* ProjectsBrowserView::makeFooter()
 
 void ProjectsBrowserView::appear()
 {
-    m_appState.refreshProjects();
-    if (!m_appState.selection().selectedProjectFolder() && !m_appState.projects().isEmpty())
-        m_appState.selectProjectTile(m_appState.projects().first().rootPath);
+    m_appState.projectSession().refreshProjects();
+    if (!m_appState.selection().selectedProjectFolder() &&
+        !m_appState.projectSession().projects().isEmpty())
+        m_appState.projectSession().selectProjectTile(
+            m_appState.projectSession().projects().first().rootPath);
     showProjects();
     focusTiles();
     m_actions.showWelcomeIfNeeded();
@@ -238,13 +243,13 @@ QList<OrvaneProjectRecord> ProjectsBrowserView::orderedProjects() const
 {
     switch (order()) {
     case ProjectOrder::RecentlyOpened:
-        return m_appState.projectsByRecentOpen();
+        return m_appState.projectSession().projectsByRecentOpen();
     case ProjectOrder::RecentlyChanged:
-        return m_appState.projects();
+        return m_appState.projectSession().projects();
     case ProjectOrder::ByTitle:
         break;
     }
-    QList<OrvaneProjectRecord> projects = m_appState.projects();
+    QList<OrvaneProjectRecord> projects = m_appState.projectSession().projects();
     std::stable_sort(projects.begin(), projects.end(), [](const auto& one, const auto& other) {
         return QString::localeAwareCompare(one.titleForDisplay().toCaseFolded(),
                                            other.titleForDisplay().toCaseFolded()) < 0;
@@ -254,16 +259,16 @@ QList<OrvaneProjectRecord> ProjectsBrowserView::orderedProjects() const
 
 void ProjectsBrowserView::showProjects()
 {
-    m_model->setProjects(orderedProjects(), m_appState.knownProjects(),
-                         m_appState.missingProjects());
+    m_model->setProjects(orderedProjects(), m_appState.projectSession().knownProjects(),
+                         m_appState.projectSession().missingProjects());
     showCounts();
     showSelection();
 }
 
 void ProjectsBrowserView::showCounts()
 {
-    const int missing = int(m_appState.missingProjects().size());
-    const int count = int(m_appState.projects().size()) + missing;
+    const int missing = int(m_appState.projectSession().missingProjects().size());
+    const int count = int(m_appState.projectSession().projects().size()) + missing;
     const bool filtering = !m_model->filter().isEmpty();
     const bool nothing = count == 0 || (filtering && m_model->tileCount() == 0);
     m_stack->setCurrentIndex(nothing ? 1 : 0);
@@ -276,7 +281,7 @@ void ProjectsBrowserView::showCounts()
     m_count->setText(missing == 0
                          ? projects
                          : tr("%1, %Ln not there", "projects, of which", missing).arg(projects));
-    const auto& open = m_appState.currentProject();
+    const auto& open = m_appState.projectSession().currentProject();
     m_back->setVisible(open.has_value());
     if (open)
         m_back->setToolTip(tr("Back to “%1”  Esc").arg(open->titleForDisplay()));
@@ -319,7 +324,7 @@ void ProjectsBrowserView::showContextMenu(const QPoint& position)
         menu->addAction(look().icon(Symbol::Project), tr("Open"), this,
                         [this, folder] { m_actions.explainMissing(folder); });
         menu->addAction(look().icon(Symbol::Trash), tr("Take Off the List"), this,
-                        [this, folder] { m_appState.forgetProject(folder); });
+                        [this, folder] { m_appState.projectSession().forgetProject(folder); });
     } else if (folder.isEmpty()) {
         menu->addAction(look().icon(Symbol::Plus), tr("New Project…"), &m_actions,
                         &ProjectActions::showNewProjectSheet);
@@ -353,8 +358,8 @@ void ProjectsBrowserView::layOutTiles()
 
 void ProjectsBrowserView::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Escape && m_appState.currentProject())
-        return m_appState.presentEditor();
+    if (event->key() == Qt::Key_Escape && m_appState.projectSession().currentProject())
+        return m_appState.projectSession().presentEditor();
     SurfacePanel::keyPressEvent(event);
 }
 

@@ -67,7 +67,8 @@ MainToolbar::MainToolbar(AppState& appState, const Actions& actions, const Menus
     m_row->addStretch(1);
     m_toolPlace = m_row->count();
     addTrailingButtons(actions);
-    connect(&appState, &AppState::currentProjectChanged, this, &MainToolbar::showProject);
+    connect(&appState.projectSession(), &ProjectSession::currentProjectChanged, this,
+            &MainToolbar::showProject);
     connect(m_overflow, &QMenu::aboutToShow, this, &MainToolbar::fillOverflow);
     showProject();
 }
@@ -154,7 +155,7 @@ void MainToolbar::openMenu()
 
 void MainToolbar::showProject()
 {
-    const auto& project = m_appState.currentProject();
+    const auto& project = m_appState.projectSession().currentProject();
     m_project->setTitle(project ? project->titleForDisplay() : QString());
     fit();
 }

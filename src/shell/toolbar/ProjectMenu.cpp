@@ -15,14 +15,15 @@ constexpr int longestTitle = 300; // pixels
 void fill(QMenu& menu, AppState& appState, ProjectActions& actions, QAction& showProjects)
 {
     menu.clear();
-    const QList<OrvaneProjectRecord> projects = appState.projectsByRecentOpen();
+    const QList<OrvaneProjectRecord> projects = appState.projectSession().projectsByRecentOpen();
     for (const OrvaneProjectRecord& project :
          projects.first(std::min(projects.size(), mostProjects))) {
         const QString title = menu.fontMetrics().elidedText(project.titleForDisplay().simplified(),
                                                             Qt::ElideRight, longestTitle);
         QAction* item = menu.addAction(QString(title).replace(u'&', QStringLiteral("&&")));
         const bool isOpen =
-            appState.currentProject() && appState.currentProject()->rootPath == project.rootPath;
+            appState.projectSession().currentProject() &&
+            appState.projectSession().currentProject()->rootPath == project.rootPath;
         item->setCheckable(true);
         item->setChecked(isOpen);
         // After the menu has gone: a question may come first.

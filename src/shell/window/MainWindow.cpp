@@ -143,7 +143,7 @@ void MainWindow::observeCommands()
     using Mode = RootPresentationMode;
     const auto inEditor = [this](auto action) {
         return [this, action] {
-            if (m_appState.rootPresentationMode() == Mode::Editor)
+            if (m_appState.projectSession().rootPresentationMode() == Mode::Editor)
                 action();
         };
     };
@@ -155,11 +155,12 @@ void MainWindow::observeCommands()
             inEditor([this] { m_appState.navigateMainEditorHistory(-1); }));
     observe(AppCommandEvents::mainEditorForward,
             inEditor([this] { m_appState.navigateMainEditorHistory(1); }));
-    observe(AppCommandEvents::openNotesLibrary,
-            [this] { m_projectActions->showFolder(m_appState.library().projectsDirectoryPath()); });
+    observe(AppCommandEvents::openNotesLibrary, [this] {
+        m_projectActions->showFolder(m_appState.projectSession().library().projectsDirectoryPath());
+    });
     observe(AppCommandEvents::openVersionHistoryFolder, inEditor([this] {
-                m_projectActions->showFolder(
-                    VersionFiles::folderPath(m_appState.currentProject()->rootPath));
+                m_projectActions->showFolder(VersionFiles::folderPath(
+                    m_appState.projectSession().currentProject()->rootPath));
             }));
     observe(AppCommandEvents::openIconsAndTitles,
             inEditor([this] { m_binder->showIconsAndTitles(); }));
@@ -176,7 +177,7 @@ void MainWindow::observeCommands()
 
 void MainWindow::findByTitle()
 {
-    if (m_appState.rootPresentationMode() == RootPresentationMode::Projects)
+    if (m_appState.projectSession().rootPresentationMode() == RootPresentationMode::Projects)
         browser().focusFilter();
     else
         m_binder->focusFilter();
@@ -252,7 +253,8 @@ void MainWindow::showPaneToggles()
 
 CommandContext MainWindow::commandContext() const
 {
-    return {.showsProject = m_appState.rootPresentationMode() == RootPresentationMode::Editor &&
+    return {.showsProject = m_appState.projectSession().rootPresentationMode() ==
+                                RootPresentationMode::Editor &&
                             !m_sheets->topSheet(),
             .mayWrite = m_appState.canCreateOrEdit(),
             .hasNote = m_appState.selection().selectedNoteID().has_value(),
@@ -277,7 +279,7 @@ void MainWindow::makeDirectCommands()
     };
     m_commands.setDirect(DirectCommand::CommandPalette, [this] { openCommandPalette(); });
     const auto showsPanes = [this] {
-        return m_appState.rootPresentationMode() == RootPresentationMode::Editor;
+        return m_appState.projectSession().rootPresentationMode() == RootPresentationMode::Editor;
     };
     const auto goToPane = [this, showsPanes](int by) {
         if (showsPanes())
@@ -341,10 +343,14 @@ void MainWindow::showAbout()
 
 void MainWindow::connectAppState()
 {
-    connect(&m_appState, &AppState::rootPresentationModeChanged, this, &MainWindow::showMode);
-    connect(&m_appState, &AppState::rootPresentationModeChanged, this, &MainWindow::updateActions);
-    connect(&m_appState, &AppState::currentProjectChanged, this, &MainWindow::showTitle);
-    connect(&m_appState, &AppState::currentProjectChanged, this, &MainWindow::updateActions);
+    connect(&m_appState.projectSession(), &ProjectSession::rootPresentationModeChanged, this,
+            &MainWindow::showMode);
+    connect(&m_appState.projectSession(), &ProjectSession::rootPresentationModeChanged, this,
+            &MainWindow::updateActions);
+    connect(&m_appState.projectSession(), &ProjectSession::currentProjectChanged, this,
+            &MainWindow::showTitle);
+    connect(&m_appState.projectSession(), &ProjectSession::currentProjectChanged, this,
+            &MainWindow::updateActions);
     connect(&m_appState.selection(), &Selection::historyFlagsChanged, this,
             &MainWindow::updateActions);
     connect(m_sheets, &SheetHost::visibleChanged, this, &MainWindow::updateActions);
@@ -363,7 +369,8 @@ ProjectsBrowserView& MainWindow::browser()
 
 void MainWindow::showMode()
 {
-    const bool browsing = m_appState.rootPresentationMode() == RootPresentationMode::Projects;
+    const bool browsing =
+        m_appState.projectSession().rootPresentationMode() == RootPresentationMode::Projects;
     m_stack->setCurrentWidget(browsing ? &browser() : m_workspace);
     m_sheets->raise();
     if (!m_hasAppeared)
@@ -380,7 +387,7 @@ void MainWindow::showMode()
 
 void MainWindow::showTitle()
 {
-    const auto& project = m_appState.currentProject();
+    const auto& project = m_appState.projectSession().currentProject();
     const QString product = QStringLiteral("OrvaneWorkspace");
     setWindowTitle(project ? tr("%1 — %2").arg(project->titleForDisplay(), product) : product);
 }
@@ -388,13 +395,14 @@ void MainWindow::showTitle()
 void MainWindow::updateActions()
 {
     const bool free = !m_sheets->topSheet();
-    const bool editing = m_appState.rootPresentationMode() == RootPresentationMode::Editor && free;
-    m_actions.showProjects->setEnabled(free &&
-                                       (editing || m_appState.currentProject().has_value()));
+    const bool editing =
+        m_appState.projectSession().rootPresentationMode() == RootPresentationMode::Editor && free;
+    m_actions.showProjects->setEnabled(
+        free && (editing || m_appState.projectSession().currentProject().has_value()));
     m_actions.back->setEnabled(editing && m_appState.selection().canNavigateMainEditorBack());
     m_actions.forward->setEnabled(editing && m_appState.selection().canNavigateMainEditorForward());
-    m_actions.newNote->setEnabled(editing && !m_appState.isReadOnly());
-    m_actions.newFolder->setEnabled(editing && !m_appState.isReadOnly());
+    m_actions.newNote->setEnabled(editing && !m_appState.projectSession().isReadOnly());
+    m_actions.newFolder->setEnabled(editing && !m_appState.projectSession().isReadOnly());
     m_actions.toggleBinder->setEnabled(editing);
     m_actions.toggleInspector->setEnabled(editing);
     m_actions.find->setEnabled(free);
@@ -402,10 +410,10 @@ void MainWindow::updateActions()
 
 void MainWindow::toggleBrowser()
 {
-    if (m_appState.rootPresentationMode() == RootPresentationMode::Editor)
-        m_appState.presentProjectsBrowser();
-    else if (m_appState.currentProject())
-        m_appState.presentEditor();
+    if (m_appState.projectSession().rootPresentationMode() == RootPresentationMode::Editor)
+        m_appState.projectSession().presentProjectsBrowser();
+    else if (m_appState.projectSession().currentProject())
+        m_appState.projectSession().presentEditor();
 }
 
 void MainWindow::newNote()
@@ -449,7 +457,8 @@ void MainWindow::flushDrafts()
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    if (!m_appState.isAppTerminating() && !m_appState.mayLeaveProject()) {
+    if (!m_appState.projectSession().isAppTerminating() &&
+        !m_appState.projectSession().mayLeaveProject()) {
         event->ignore();
         return;
     }

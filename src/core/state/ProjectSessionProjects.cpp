@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-// The part of AppState that lists the projects and changes them from outside.
-#include "core/state/AppState.h"
+// The part of ProjectSession that lists the projects and changes them from outside.
+#include "core/state/ProjectSession.h"
 #include "core/state/SessionKeys.h"
 #include "platform/Log.h"
 
@@ -14,7 +14,7 @@ using namespace std::chrono_literals;
 namespace {
 
 struct Words {
-    Q_DECLARE_TR_FUNCTIONS(AppStateProjects)
+    Q_DECLARE_TR_FUNCTIONS(ProjectSessionProjects)
 };
 
 // A project's date of change moves with every save; its manifest follows at this distance, and at
@@ -24,13 +24,13 @@ constexpr qsizetype openHistoryLength = 20;
 
 } // namespace
 
-const OrvaneProjectRecord* AppState::projectAt(const QString& folder) const
+const OrvaneProjectRecord* ProjectSession::projectAt(const QString& folder) const
 {
     const auto it = std::ranges::find(m_projects, folder, &OrvaneProjectRecord::rootPath);
     return it == m_projects.end() ? nullptr : &*it;
 }
 
-const OrvaneProjectRecord* AppState::project(const QUuid& id) const
+const OrvaneProjectRecord* ProjectSession::project(const QUuid& id) const
 {
     const KnownProject* known = m_known.opened(id);
     if (m_currentProject && m_currentProject->id == id) {
@@ -44,7 +44,7 @@ const OrvaneProjectRecord* AppState::project(const QUuid& id) const
     return it == m_projects.end() ? nullptr : &*it;
 }
 
-std::optional<QUuid> AppState::selectedProjectID() const
+std::optional<QUuid> ProjectSession::selectedProjectID() const
 {
     const auto* selected = m_selection.selectedProjectFolder()
                                ? projectAt(*m_selection.selectedProjectFolder())
@@ -52,7 +52,7 @@ std::optional<QUuid> AppState::selectedProjectID() const
     return selected ? std::optional(selected->id) : std::nullopt;
 }
 
-void AppState::refreshProjects()
+void ProjectSession::refreshProjects()
 {
     writePendingTouch();
     (void)m_library.ensureProjectsDirectoryExists();
@@ -74,7 +74,7 @@ void AppState::refreshProjects()
         m_selection.selectProjectFolder(std::nullopt);
 }
 
-void AppState::forgetProject(const QString& folder)
+void ProjectSession::forgetProject(const QString& folder)
 {
     m_known.forget(folder);
     m_known.save(m_services.defaults);
@@ -82,12 +82,12 @@ void AppState::forgetProject(const QString& folder)
     emit projectsChanged();
 }
 
-QList<QUuid> AppState::projectOpenHistoryIDs() const
+QList<QUuid> ProjectSession::projectOpenHistoryIDs() const
 {
     return SessionKeys::readUuids(m_services.defaults, SessionKeys::openProjectHistoryIDs);
 }
 
-void AppState::markProjectAsOpened(const QUuid& id)
+void ProjectSession::markProjectAsOpened(const QUuid& id)
 {
     QList<QUuid> history = projectOpenHistoryIDs();
     history.removeAll(id);
@@ -96,7 +96,7 @@ void AppState::markProjectAsOpened(const QUuid& id)
     SessionKeys::writeUuids(m_services.defaults, SessionKeys::openProjectHistoryIDs, history);
 }
 
-QList<OrvaneProjectRecord> AppState::projectsByRecentOpen() const
+QList<OrvaneProjectRecord> ProjectSession::projectsByRecentOpen() const
 {
     QHash<QUuid, qsizetype> places;
     const QList<QUuid> history = projectOpenHistoryIDs();
@@ -113,9 +113,9 @@ QList<OrvaneProjectRecord> AppState::projectsByRecentOpen() const
     return sorted;
 }
 
-void AppState::updateProjectMetadata(const QString& folder, const QString& plainName,
-                                     const std::optional<QByteArray>& titleRTF,
-                                     const std::optional<QString>& iconName)
+void ProjectSession::updateProjectMetadata(const QString& folder, const QString& plainName,
+                                           const std::optional<QByteArray>& titleRTF,
+                                           const std::optional<QString>& iconName)
 {
     if (!passesLicence())
         return;
@@ -143,13 +143,14 @@ void AppState::updateProjectMetadata(const QString& folder, const QString& plain
     refreshProjects();
 }
 
-void AppState::updateProjectIcon(const QString& folder, const std::optional<QString>& iconName)
+void ProjectSession::updateProjectIcon(const QString& folder,
+                                       const std::optional<QString>& iconName)
 {
     if (const OrvaneProjectRecord* found = projectAt(folder))
         updateProjectMetadata(QString(folder), QString(found->name), found->titleRTF, iconName);
 }
 
-std::expected<void, QString> AppState::moveProjectToTrash(const QString& folder)
+std::expected<void, QString> ProjectSession::moveProjectToTrash(const QString& folder)
 {
     if (!passesLicence())
         return std::unexpected(QString());
@@ -178,7 +179,7 @@ std::expected<void, QString> AppState::moveProjectToTrash(const QString& folder)
     return {};
 }
 
-void AppState::touchCurrentProjectUpdatedAt()
+void ProjectSession::touchCurrentProjectUpdatedAt()
 {
     if (!m_currentProject)
         return;
@@ -195,7 +196,7 @@ void AppState::touchCurrentProjectUpdatedAt()
         m_pendingTouch = m_services.clock.after(touchDelay, [this] { writePendingTouch(); });
 }
 
-void AppState::writePendingTouch()
+void ProjectSession::writePendingTouch()
 {
     if (!m_pendingTouch)
         return;

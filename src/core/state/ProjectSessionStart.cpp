@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-// The part of AppState that starts: what is shown first, and its store read meanwhile.
-#include "core/state/AppState.h"
+// The part of ProjectSession that starts: what is shown first, and its store read meanwhile.
 #include "core/state/ProjectQuestions.h"
+#include "core/state/ProjectSession.h"
 #include "core/state/SessionKeys.h"
 #include "platform/Log.h"
 
@@ -31,7 +31,7 @@ StoreOpenError openError(const FileError& error)
 
 } // namespace
 
-void AppState::prepareBootstrap()
+void ProjectSession::prepareBootstrap()
 {
     m_library.removeUnfinishedProjects(m_services.clock.now());
     migrateLegacyNotebookIfNeeded();
@@ -53,7 +53,7 @@ void AppState::prepareBootstrap()
     }
 }
 
-void AppState::bootstrapProjects()
+void ProjectSession::bootstrapProjects()
 {
     if (!m_bootstrapDecision)
         prepareBootstrap();
@@ -68,7 +68,7 @@ void AppState::bootstrapProjects()
     switch (browser.reason) {
     case ShowBrowser::Reason::NoProjects:
         qCInfo(projectBootstrapLog, "bootstrap loaded no projects; showing Projects browser");
-        clearNotebookState();
+        m_open.clear();
         break;
     case ShowBrowser::Reason::FirstLaunchWelcome:
         qCInfo(projectBootstrapLog, "bootstrap showing Projects browser for first-launch welcome");
@@ -84,7 +84,7 @@ void AppState::bootstrapProjects()
     setMode(RootPresentationMode::Projects);
 }
 
-void AppState::migrateLegacyNotebookIfNeeded()
+void ProjectSession::migrateLegacyNotebookIfNeeded()
 {
     const QString& support = m_services.folders.applicationSupport;
     (void)m_library.ensureProjectsDirectoryExists();
@@ -111,8 +111,8 @@ void AppState::migrateLegacyNotebookIfNeeded()
            qUtf16Printable(uuidText(project->id)));
 }
 
-AppState::OpenedProject AppState::readProject(const OrvaneProjectRecord& project,
-                                              const Clock& clock)
+ProjectSession::OpenedProject ProjectSession::readProject(const OrvaneProjectRecord& project,
+                                                          const Clock& clock)
 {
     auto held = FolderHandle::open(project.rootPath);
     if (!held)
@@ -139,7 +139,7 @@ AppState::OpenedProject AppState::readProject(const OrvaneProjectRecord& project
     return opened;
 }
 
-void AppState::readProjectAhead(const OrvaneProjectRecord& project)
+void ProjectSession::readProjectAhead(const OrvaneProjectRecord& project)
 {
     // What waits behind a protection marker is not touched.
     if (PersistentStoreRecovery::read(
@@ -151,7 +151,7 @@ void AppState::readProjectAhead(const OrvaneProjectRecord& project)
     m_openingProject = OpeningProject{project.rootPath, std::async(std::launch::async, read)};
 }
 
-AppState::OpenedProject AppState::takeProject(const OrvaneProjectRecord& project)
+ProjectSession::OpenedProject ProjectSession::takeProject(const OrvaneProjectRecord& project)
 {
     if (auto ahead = std::exchange(m_openingProject, std::nullopt)) {
         auto opened = ahead->result.get();
@@ -161,7 +161,7 @@ AppState::OpenedProject AppState::takeProject(const OrvaneProjectRecord& project
     return readProject(project, m_services.clock);
 }
 
-std::optional<OrvaneProjectRecord> AppState::presentProject(const QString& folder)
+std::optional<OrvaneProjectRecord> ProjectSession::presentProject(const QString& folder)
 {
     auto manifest = ProjectLibraryController::readManifest(folder);
     if (!manifest) {
@@ -171,7 +171,8 @@ std::optional<OrvaneProjectRecord> AppState::presentProject(const QString& folde
     return OrvaneProjectRecord{*std::move(manifest), folder};
 }
 
-std::optional<AppState::Identity> AppState::askWhoItIs(const OrvaneProjectRecord& project)
+std::optional<ProjectSession::Identity>
+ProjectSession::askWhoItIs(const OrvaneProjectRecord& project)
 {
     using namespace ProjectQuestions;
     const KnownProject* known = m_known.opened(project.id);
@@ -183,7 +184,7 @@ std::optional<AppState::Identity> AppState::askWhoItIs(const OrvaneProjectRecord
         const auto* listed = projectAt(folder);
         Claimant claimant{folder, std::nullopt, listed ? listed->updatedAt : project.updatedAt};
         if (isOpen)
-            claimant.figures = NotebookFigures::of(currentSnapshot());
+            claimant.figures = NotebookFigures::of(snapshotOf(m_open.notebook()));
         else if (const auto copy = PersistenceController::readOnlyCopy(
                      storePath(ProjectLibraryController::projectDataDirectoryPath(folder))))
             claimant.figures = NotebookFigures::of(*copy);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-// The part of AppState that decides between two stores: the open one, and the one that another
-// program has put in its place; and that copies a project whole.
+// The part of ProjectSession that decides between two stores: the open one, and the one that
+// another program has put in its place; and that copies a project whole.
 #include "core/records/Wording.h"
-#include "core/state/AppState.h"
+#include "core/state/ProjectSession.h"
 #include "core/store/StoreReader.h"
 
 #include <QCoreApplication>
@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 struct Words {
-    Q_DECLARE_TR_FUNCTIONS(AppStateReplaced)
+    Q_DECLARE_TR_FUNCTIONS(ProjectSessionReplaced)
 };
 
 FileError fileError(const StoreOpenError& error)
@@ -52,9 +52,7 @@ std::expected<void, FileError> giveStoreOwnRoot(const QString& dataFolder, const
             FileError{FileError::Code::Other, dataFolder, recovery->errorDescription});
     Notebook notebook = notebookOf((*store)->load(), former, clock.now());
     giveOwnRoot(notebook, former, own);
-    const NotebookSnapshot snapshot{notebook.folders.records(), notebook.notes.records(),
-                                    BinderDisplayOrdering::layoutOf(notebook.order)};
-    if (const auto saved = (*store)->save(snapshot); !saved)
+    if (const auto saved = (*store)->save(snapshotOf(notebook)); !saved)
         return std::unexpected(fileError(dataFolder, saved.error()));
     return {};
 }
@@ -80,20 +78,20 @@ std::expected<void, FileError> storeSnapshotIn(const QString& dataFolder,
     return {};
 }
 
-QString AppState::openStorePath() const
+QString ProjectSession::openStorePath() const
 {
     return storePath(ProjectLibraryController::projectDataDirectoryPath(projectAccessPath()));
 }
 
-std::expected<StoreSides, StoreOpenError> AppState::storeSides()
+std::expected<StoreSides, StoreOpenError> ProjectSession::storeSides()
 {
     auto theirs = PersistenceController::readOnlyCopy(openStorePath());
     if (!theirs)
         return std::unexpected(theirs.error());
-    return StoreSides{currentSnapshot(), *std::move(theirs)};
+    return StoreSides{snapshotOf(m_open.notebook()), *std::move(theirs)};
 }
 
-std::expected<QString, FileError> AppState::setTheirStoreAside()
+std::expected<QString, FileError> ProjectSession::setTheirStoreAside()
 {
     const Timestamp now = m_services.clock.now();
     const QString theirs = openStorePath();
@@ -126,7 +124,7 @@ std::expected<QString, FileError> AppState::setTheirStoreAside()
     return made->rootPath;
 }
 
-std::expected<void, QString> AppState::keepMyStore()
+std::expected<void, QString> ProjectSession::keepMyStore()
 {
     if (!m_controller || !m_trouble)
         return std::unexpected(Words::tr("There is nothing to decide any more."));
@@ -143,7 +141,7 @@ std::expected<void, QString> AppState::keepMyStore()
     QList<Shared<NoteRecord>> notes = unsavedNotes();
     notes.removeIf([](const Shared<NoteRecord>& note) { return !isReadable(*note); });
     const QList<Shared<FolderRecord>> folders = m_controller->unsavedFolders();
-    const BinderOrder order = m_notebook.order;
+    const BinderOrder order = m_open.notebook().order;
     const auto selected = m_selection.selectedNoteID();
     m_controller->discardUnsaved();
     m_controller.reset();
@@ -155,10 +153,10 @@ std::expected<void, QString> AppState::keepMyStore()
     return reopenWith(folders, notes, order, selected);
 }
 
-std::expected<void, QString> AppState::reopenWith(const QList<Shared<FolderRecord>>& folders,
-                                                  const QList<Shared<NoteRecord>>& notes,
-                                                  const BinderOrder& order,
-                                                  const std::optional<QUuid>& selected)
+std::expected<void, QString> ProjectSession::reopenWith(const QList<Shared<FolderRecord>>& folders,
+                                                        const QList<Shared<NoteRecord>>& notes,
+                                                        const BinderOrder& order,
+                                                        const std::optional<QUuid>& selected)
 {
     auto [held, controller, notebook] = readProject(*m_currentProject, m_services.clock);
     if (!controller) {
@@ -181,16 +179,16 @@ std::expected<void, QString> AppState::reopenWith(const QList<Shared<FolderRecor
     notebook.order = BinderDisplayOrdering::reconciled(order, notebook.folders, notebook.notes,
                                                        m_currentProject->id);
     notebook.tags.rebuild(notebook.folders, notebook.notes);
-    showNotebook(std::move(notebook), false, std::nullopt);
-    if (selected && m_notebook.notes.contains(*selected))
-        openNote(*selected);
-    persist();
+    m_open.show(std::move(notebook), false, std::nullopt);
+    if (selected && m_open.notebook().notes.contains(*selected))
+        m_open.openNote(*selected);
+    m_open.storeAll();
     refreshProjects();
     scheduleCheck();
     return {};
 }
 
-std::expected<void, QString> AppState::takeTheirStore()
+std::expected<void, QString> ProjectSession::takeTheirStore()
 {
     if (!m_controller || !m_trouble)
         return std::unexpected(Words::tr("There is nothing to decide any more."));
@@ -206,7 +204,7 @@ std::expected<void, QString> AppState::takeTheirStore()
     if (const auto kept = keepBeside(mine); !kept)
         return std::unexpected(kept.error().text());
     for (const Shared<NoteRecord>& note : mine)
-        (void)appendVersionSnapshot(note->id, u"Before Taking Theirs"_s);
+        (void)m_open.keepVersion(note->id, u"Before Taking Theirs"_s);
     m_controller->discardUnsaved();
     const QString folder = m_currentProject->rootPath;
     const auto selected = m_selection.selectedNoteID();
@@ -214,12 +212,12 @@ std::expected<void, QString> AppState::takeTheirStore()
     closeOpenProject();
     refreshProjects();
     openProjectAt(folder, false);
-    if (selected && m_notebook.notes.contains(*selected))
-        openNote(*selected);
+    if (selected && m_open.notebook().notes.contains(*selected))
+        m_open.openNote(*selected);
     return {};
 }
 
-std::expected<void, FileError> AppState::keepBeside(const QList<Shared<NoteRecord>>& notes)
+std::expected<void, FileError> ProjectSession::keepBeside(const QList<Shared<NoteRecord>>& notes)
 {
     if (notes.isEmpty())
         return {};
@@ -229,7 +227,7 @@ std::expected<void, FileError> AppState::keepBeside(const QList<Shared<NoteRecor
     std::expected<void, FileError> kept;
     for (const QString& parent : rescueFolders()) {
         auto rescue = RescueFile::createIn(parent, origin, m_services.clock);
-        kept = rescue ? (*rescue)->keep(notes, m_notebook.folders.records(),
+        kept = rescue ? (*rescue)->keep(notes, m_open.notebook().folders.records(),
                                         [](const QUuid&) { return std::nullopt; })
                       : std::unexpected(rescue.error());
         if (kept)
@@ -238,12 +236,12 @@ std::expected<void, FileError> AppState::keepBeside(const QList<Shared<NoteRecor
     return kept;
 }
 
-std::expected<int, QString> AppState::saveCopyOfProject(const QString& path)
+std::expected<int, QString> ProjectSession::saveCopyOfProject(const QString& path)
 {
     if (!m_controller || !m_currentProject)
         return std::unexpected(Words::tr("No project is open."));
     emit projectMayBeLeft();
-    NotebookSnapshot snapshot = currentSnapshot();
+    NotebookSnapshot snapshot = snapshotOf(m_open.notebook());
     const qsizetype all = snapshot.notes.size();
     snapshot.notes.removeIf([](const Shared<NoteRecord>& note) { return !isReadable(*note); });
     OrvaneProjectManifest manifest = *m_currentProject;
@@ -252,10 +250,7 @@ std::expected<int, QString> AppState::saveCopyOfProject(const QString& path)
     giveOwnRoot(notebook, m_currentProject->id, manifest.id);
     const auto made =
         ProjectLibraryController::createProjectAt(path, manifest, [&](const QString& dataFolder) {
-            return storeSnapshotIn(dataFolder,
-                                   {notebook.folders.records(), notebook.notes.records(),
-                                    BinderDisplayOrdering::layoutOf(notebook.order)},
-                                   m_services.clock);
+            return storeSnapshotIn(dataFolder, snapshotOf(notebook), m_services.clock);
         });
     if (!made)
         return std::unexpected(made.error().text());
