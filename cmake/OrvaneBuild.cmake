@@ -10,6 +10,7 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
 option(ORVANE_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+option(ORVANE_THREAD_SANITIZE "Build with the thread sanitizer instead" OFF)
 option(ORVANE_WERROR "Treat warnings as errors" OFF)
 option(ORVANE_BENCHMARKS "Build the benchmark programs" OFF)
 option(ORVANE_PRIVATE_QT "Use the private headers of Qt where that is faster" ON)
@@ -50,6 +51,10 @@ if(ORVANE_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize=vptr
                         -fno-sanitize-recover=undefined)
     add_link_options(-fsanitize=address,undefined -fno-sanitize=vptr)
+endif()
+if(ORVANE_THREAD_SANITIZE)
+    add_compile_options(-fsanitize=thread -Wno-tsan)
+    add_link_options(-fsanitize=thread)
 endif()
 if(ORVANE_FUZZ)
     add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize=vptr

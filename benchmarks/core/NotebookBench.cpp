@@ -336,7 +336,7 @@ Measurement appendRichVersion()
     for (int i = 0; i < 120; ++i)
         append();
     store.waitForAll();
-    const QByteArray bytes = note.body.utf8().bytes() + note.bodyRTF->bytes();
+    const QByteArray bytes = note.body.utf8().readOrNothing() + note.bodyRTF->readOrNothing();
     QByteArray copy(bytes.size(), Qt::Uninitialized);
     return interleave(
         20,

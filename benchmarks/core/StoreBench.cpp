@@ -43,7 +43,7 @@ double stepMs(const QString& folder)
               "SELECT id, folderID, title, createdAt, updatedAt, tagsJSON, iconName, "
               "embeddedFileType, embeddedFileAssetID, isPinned, pdfSourceURLString, titleRTF, "
               "bytes "
-              "FROM OrvaneNote LEFT JOIN OrvaneNoteBytes AS text ON text.row = 8 * OrvaneNote.row "
+              "FROM OrvaneNote LEFT JOIN OrvaneNoteBytes AS text ON text.row = 64 * OrvaneNote.row "
               "+ 5"}) {
             sqlite3_stmt* statement = database.prepare(sql);
             const int columns = sqlite3_column_count(statement);

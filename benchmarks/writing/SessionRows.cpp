@@ -181,10 +181,10 @@ Measurement flush(bool afterPause)
         },
         [&] {
             const NoteRecord& stored = *ours.app.note(note);
-            QByteArray body = stored.body.utf8().bytes();
+            QByteArray body = stored.body.utf8().readOrNothing();
             body[0] = char('a' + typed % 26);
-            const QByteArray rtf = stored.bodyRTF->bytes();
-            const QByteArray rich = stored.richContentPayload->bytes();
+            const QByteArray rtf = stored.bodyRTF->readOrNothing();
+            const QByteArray rich = stored.richContentPayload->readOrNothing();
             const double time = seconds([&] { plain.updateAndCommit(body, rtf, rich); });
             plain.foldJournal();
             return 1e3 * time;
@@ -219,6 +219,59 @@ Measurement switchNotes(int count)
         [&] { return frames.until([&] { stock.setHtml(html); }); });
 }
 
+/// Keys in a project of 50,000 notes, all of whose texts a worker reads meanwhile, over and over,
+/// against keys without it: what 99 of 100 keys stay below.
+Measurement readBeside()
+{
+    constexpr int noteCount = 50'000;
+    Pane ours;
+    const QUuid note = ours.addNote(sampleText(10'000));
+    NotebookSnapshot snapshot = snapshotOf(ours.app.notebook());
+    for (int i = 0; i < noteCount; ++i) {
+        NoteRecord other;
+        other.id = QUuid::createUuid();
+        other.folderID = ours.project;
+        other.title = u"Note %1"_s.arg(i);
+        other.body = u"Words of note %1, and more words. "_s.arg(i).repeated(60);
+        snapshot.notes.append(other);
+    }
+    (void)ours.app.projectSession().persistenceController()->save(snapshot);
+    ours.app.projectSession().closeProject();
+    ours.app.projectSession().openProject(ours.project, false);
+    ours.app.selection().selectNote(note);
+    ours.focusMiddle();
+    StoreWorker& worker = *ours.app.projectSession().persistenceController()->worker();
+    bool isReading = false;
+    const auto readAll = [&] {
+        isReading = true;
+        worker.read(
+            [](StoreReading& store) {
+                return store.forEachBody(
+                    [](const QUuid&, QByteArrayView) { return StoreReading::Next::GoOn; });
+            },
+            [&](const StoreReading::Result<int>& damaged) {
+                if (!damaged)
+                    qFatal("the worker can't read");
+                isReading = false;
+            });
+    };
+    int typed = 0;
+    std::vector<double> beside;
+    std::vector<double> alone;
+    for (int block = 0; block < 20; ++block) {
+        for (int i = 0; i < 50; ++i) {
+            if (!isReading)
+                readAll();
+            beside.push_back(typeNext(ours.pane.textView(), ours.frames, typed));
+        }
+        while (isReading)
+            QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        for (int i = 0; i < 50; ++i)
+            alone.push_back(typeNext(ours.pane.textView(), ours.frames, typed));
+    }
+    return {percentile(std::move(beside), 0.99), percentile(std::move(alone), 0.99)};
+}
+
 } // namespace
 
 void addSessionRows()
@@ -241,6 +294,7 @@ void addSessionRows()
     add({"session/switch-unread", "ms", 0.5, [] {
              return switchNotes(30);
          }});
+    add({"store/read-beside", "ms", 1.5, readBeside});
 }
 
 } // namespace orvane::bench

@@ -66,7 +66,7 @@ FolderHandle::open(const QString& path)
     struct ::stat status {};
     if (::fstat(descriptor, &status) != 0)
         return failed(path, errno);
-    handle->m_identity = identityOf(status);
+    handle->m_identity = orvane::identityOf(status);
     return handle;
 }
 
@@ -74,6 +74,14 @@ FolderHandle::~FolderHandle()
 {
     if (m_descriptor >= 0)
         ::close(m_descriptor);
+}
+
+std::expected<FileIdentity, FileError> FolderHandle::identityOf(const QByteArray& name) const
+{
+    struct ::stat status {};
+    if (::fstatat(m_descriptor, name.constData(), &status, 0) != 0)
+        return failed(m_path + u'/' + QFile::decodeName(name), errno);
+    return orvane::identityOf(status);
 }
 
 std::expected<QString, FileError> FolderHandle::place() const

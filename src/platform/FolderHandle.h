@@ -40,6 +40,10 @@ public:
     [[nodiscard]] const QString& path() const { return m_path; }
     [[nodiscard]] const FileIdentity& identity() const { return m_identity; }
 
+    /// What stands under this name in the folder, in the file system's encoding; a link is
+    /// followed. Cheaper than by the handle's path, which the system walks.
+    [[nodiscard]] std::expected<FileIdentity, FileError> identityOf(const QByteArray& name) const;
+
     /// Where the folder is now: its path as the system tells it, or why it can't be reached
     /// (removed, its disk gone).
     [[nodiscard]] std::expected<QString, FileError> place() const;

@@ -142,17 +142,17 @@ TEST_F(AppStateTest, ASecondOpenerIsToldWhoHasTheProject)
 {
     const QUuid project = newProject();
     AppState other(test.services());
-    other.refreshProjects();
-    other.openProject(project, false);
-    EXPECT_FALSE(other.currentProject());
-    ASSERT_TRUE(other.projectOpenProblem());
-    EXPECT_EQ(other.projectOpenProblem()->title, u"Project Is Open Elsewhere"_s);
-    EXPECT_TRUE(other.projectOpenProblem()->message.contains(
+    other.projectSession().refreshProjects();
+    other.projectSession().openProject(project, false);
+    EXPECT_FALSE(other.projectSession().currentProject());
+    ASSERT_TRUE(other.projectSession().projectOpenProblem());
+    EXPECT_EQ(other.projectSession().projectOpenProblem()->title, u"Project Is Open Elsewhere"_s);
+    EXPECT_TRUE(other.projectSession().projectOpenProblem()->message.contains(
         QString::number(QCoreApplication::applicationPid())));
     app->projectSession().closeProject();
-    other.clearProjectOpenProblem();
-    other.openProject(project, false);
-    EXPECT_TRUE(other.currentProject());
+    other.projectSession().clearProjectOpenProblem();
+    other.projectSession().openProject(project, false);
+    EXPECT_TRUE(other.projectSession().currentProject());
 }
 
 TEST_F(AppStateTest, AStoreReadAheadOpensAsItWouldHave)
@@ -539,7 +539,7 @@ TEST_F(AppStateTest, AFailedSaveLeavesMemoryRightAndTheNextOneWritesEverything)
     }
     ASSERT_TRUE(app->projectSession().saveFailure());
     EXPECT_EQ(test.clock.now().secondsSince(app->projectSession().saveFailure()->since), 60);
-    EXPECT_EQ(app->note(id)->body.text().size(), 300'000);
+    EXPECT_EQ(app->note(id)->body.readOrNothing().size(), 300'000);
     app->createFolder(u"Later"_s);
     EXPECT_FALSE(app->projectSession().saveFailure());
     EXPECT_EQ(failing, (QList<bool>{true, false}));
@@ -547,7 +547,7 @@ TEST_F(AppStateTest, AFailedSaveLeavesMemoryRightAndTheNextOneWritesEverything)
     restart();
     app->projectSession().openProject(project, false);
     EXPECT_EQ(app->notes().size(), notes);
-    EXPECT_EQ(app->note(id)->body.text().size(), 300'000);
+    EXPECT_EQ(app->note(id)->body.readOrNothing().size(), 300'000);
 }
 
 TEST_F(AppStateTest, EmptyingTheTrashLeavesReadableFilesInTheDesktopsTrash)
@@ -585,7 +585,7 @@ TEST_F(AppStateTest, ANoteThatCantBeReadStaysInTheTrash)
     };
     newProject();
     NoteRecord note = makeNote(1, FolderRecord::trashFolderID);
-    note.body = NoteText(Blob(100, std::make_shared<NoBytes>(), 1));
+    note.body = NoteText(Blob(100, SharedBlobSource(new NoBytes), 1));
     app->loadNotebookSnapshot({{}, {note}, std::nullopt}, false, std::nullopt);
     ASSERT_TRUE(app->note(note.id));
     EXPECT_FALSE(app->emptyTrashToMacOSUserTrash());

@@ -136,7 +136,7 @@ TEST_F(NoteVersionHistory, NoVersionIsKeptOfWordsThatCantBeRead)
             return std::unexpected(u"the disk is away"_s);
         }
     };
-    const Blob away(100, std::make_shared<NoBytes>(), 1);
+    const Blob away(100, SharedBlobSource(new NoBytes), 1);
     const auto fails = [&] {
         const auto kept = append({1}, QString(beforeRestoreLabel));
         return !kept && kept.error().detail == u"the disk is away"_s;

@@ -2,7 +2,9 @@
 #include "core/store/PersistenceController.h"
 
 #include "core/StoreFixture.h"
+#include "core/store/StoreChecksum.h"
 #include "core/store/StoreSchema.h"
+#include "core/store/StoreStatement.h"
 
 #include <SQLiteCpp/Database.h>
 
@@ -89,13 +91,13 @@ TEST_F(StoreFixture, HeldBytesSurviveWhatHappensToTheirRow)
     memory.notes.removeAt(2);
     ASSERT_TRUE(controller->save(memory));
     EXPECT_FALSE(memory.notes[2]->bodyRTF->isLoaded()) << "a title's change reads no bytes";
-    EXPECT_EQ(held[0]->bodyRTF->bytes(), QByteArray(3000, char('a' + 14)));
-    EXPECT_EQ(held[1]->bodyRTF->bytes(), QByteArray(3000, char('a' + 13)));
-    EXPECT_EQ(held[2]->bodyRTF->bytes(), QByteArray(3000, char('a' + 12)));
+    EXPECT_EQ(held[0]->bodyRTF->readOrNothing(), QByteArray(3000, char('a' + 14)));
+    EXPECT_EQ(held[1]->bodyRTF->readOrNothing(), QByteArray(3000, char('a' + 13)));
+    EXPECT_EQ(held[2]->bodyRTF->readOrNothing(), QByteArray(3000, char('a' + 12)));
 
     controller.reset();
-    EXPECT_FALSE(copiedOnly.tryBytes());
-    EXPECT_FALSE(held[3]->bodyRTF->tryBytes());
+    EXPECT_FALSE(copiedOnly.read());
+    EXPECT_FALSE(held[3]->bodyRTF->read());
     const NotebookSnapshot loaded = open()->load();
     EXPECT_EQ(loaded.notes.size(), 4);
 }
@@ -289,8 +291,34 @@ TEST_F(StoreFixture, BringsAnEarlierSchemaForward)
     EXPECT_EQ(newer.error().code, StoreOpenError::Code::NewerSchema);
 }
 
-// The first schema: a body is a text in the row of its note.
-TEST_F(StoreFixture, BringsBodiesOutOfTheRowsOfNotes)
+// The values of every row of a table with their checksum over those before it, as a program of that
+// time has written them.
+void sumRows(SQLite::Database& database, const char* table, int columns)
+{
+    const qint64 key = database.execAndGet("SELECT storeKey FROM OrvaneStore").getInt64();
+    const std::string select = std::string("SELECT * FROM ") + table;
+    const std::string update = std::string("UPDATE ") + table + " SET checksum = ? WHERE row = ?";
+    std::vector<std::pair<qint64, qint64>> sums;
+    StoreStatement rows(database, select.c_str());
+    while (rows.step()) {
+        StoreChecksum sum(key);
+        for (int column = 0; column < columns; ++column) {
+            if (std::string_view(table) != "OrvaneNoteBytes" || column != 1)
+                rows.value(column).addTo(sum);
+        }
+        sums.emplace_back(rows.value(0).integer(), sum.value());
+    }
+    StoreStatement write(database, update.c_str());
+    for (const auto& [row, sum] : sums) {
+        write.bindInteger(1, sum);
+        write.bindInteger(2, row);
+        write.run();
+    }
+}
+
+// What earlier versions of the program wrote. In schema 1 a body is a text in the row of its note;
+// in schema 2 there is room for eight values beside a note, and no first line.
+TEST_F(StoreFixture, OpensWhatEarlierVersionsWrote)
 {
     NoteRecord plain = makeNote(2, idOf(1));
     plain.body = u"Two lines,\n\U0001F4DA and \u00e9"_s;
@@ -298,25 +326,86 @@ TEST_F(StoreFixture, BringsBodiesOutOfTheRowsOfNotes)
     empty.body = {};
     NoteRecord rich = makeNote(4, idOf(1));
     rich.richContentPayload = Blob(QByteArray(5000, 'r'));
-    const NotebookSnapshot written{{makeFolder(1)}, {rich, empty, plain}, std::nullopt};
-    ASSERT_TRUE(open()->save(written));
-    SQLite::Database(store().toStdString(), SQLite::OPEN_READWRITE)
-        .exec("ALTER TABLE OrvaneNote RENAME TO Other;"
-              "CREATE TABLE OrvaneNote (row INTEGER PRIMARY KEY, id TEXT, folderID TEXT, title "
-              "TEXT, createdAt INTEGER, updatedAt INTEGER, tagsJSON TEXT, iconName TEXT, "
-              "embeddedFileType TEXT, embeddedFileAssetID TEXT, isPinned INTEGER, "
-              "pdfSourceURLString TEXT, titleRTF BLOB, bodyRTF INTEGER, richContentPayload "
-              "INTEGER, editorTypingAttributesPayload INTEGER, embeddedFilePayload INTEGER, "
-              "shapesPayload INTEGER, body TEXT, checksum INTEGER);"
-              "INSERT INTO OrvaneNote SELECT * FROM Other; DROP TABLE Other;"
-              "UPDATE OrvaneNote SET checksum = NULL, body = coalesce((SELECT CAST(bytes AS TEXT) "
-              "FROM OrvaneNoteBytes AS text WHERE text.row = 8 * OrvaneNote.row + 5), '');"
-              "DELETE FROM OrvaneNoteBytes WHERE row % 8 = 5; PRAGMA user_version = 1");
+    NoteRecord untitled = makeNote(5, idOf(1));
+    untitled.title = u" "_s;
+    untitled.body = u"\n\n Ebb at six \nand then"_s;
+    const NotebookSnapshot written{{makeFolder(1)}, {untitled, rich, empty, plain}, std::nullopt};
+    const std::string beforeBody =
+        "id TEXT, folderID TEXT, title TEXT, createdAt INTEGER, updatedAt INTEGER, tagsJSON TEXT, "
+        "iconName TEXT, embeddedFileType TEXT, embeddedFileAssetID TEXT, isPinned INTEGER, "
+        "pdfSourceURLString TEXT, titleRTF BLOB, bodyRTF INTEGER, richContentPayload INTEGER, "
+        "editorTypingAttributesPayload INTEGER, embeddedFilePayload INTEGER, shapesPayload INTEGER";
+    for (const int schema : {1, 2}) {
+        SCOPED_TRACE(schema);
+        QFile::remove(store());
+        ASSERT_TRUE(open()->save(written));
+        {
+            SQLite::Database database(store().toStdString(), SQLite::OPEN_READWRITE);
+            std::string names;
+            for (const char* column :
+                 {"id", "folderID", "title", "createdAt", "updatedAt", "tagsJSON", "iconName",
+                  "embeddedFileType", "embeddedFileAssetID", "isPinned", "pdfSourceURLString",
+                  "titleRTF", "bodyRTF", "richContentPayload", "editorTypingAttributesPayload",
+                  "embeddedFilePayload", "shapesPayload", "body"})
+                names += std::string(", ") + column;
+            database.exec("ALTER TABLE OrvaneNote RENAME TO Other;"
+                          "CREATE TABLE OrvaneNote (row INTEGER PRIMARY KEY, " +
+                          beforeBody + ", body " + (schema == 1 ? "TEXT" : "INTEGER") +
+                          ", checksum INTEGER); INSERT INTO OrvaneNote SELECT row" + names +
+                          ", NULL FROM Other; DROP TABLE Other;"
+                          "UPDATE OrvaneNoteBytes SET row = row / 64 * 8 + row % 64;");
+            if (schema == 1)
+                database.exec("UPDATE OrvaneNote SET body = coalesce((SELECT CAST(bytes AS TEXT) "
+                              "FROM OrvaneNoteBytes AS text WHERE text.row = 8 * OrvaneNote.row + "
+                              "5), ''); DELETE FROM OrvaneNoteBytes WHERE row % 8 = 5;");
+            sumRows(database, "OrvaneNote", 19);
+            sumRows(database, "OrvaneNoteBytes", 3);
+            database.exec("PRAGMA user_version = " + std::to_string(schema));
+        }
+        for (int time = 0; time < 2; ++time) {
+            const auto opened = open();
+            const NotebookSnapshot loaded = opened->load();
+            EXPECT_EQ(loaded.notes.at(0)->titleForList(), u"Ebb at six"_s);
+            EXPECT_FALSE(loaded.notes.at(0)->body.utf8().isLoaded()) << "a list reads no text";
+            EXPECT_TRUE(NotebookContents(loaded).notes == NotebookContents(written).notes);
+        }
+        SQLite::Database database(store().toStdString());
+        EXPECT_EQ(database.execAndGet("PRAGMA user_version").getInt(),
+                  StoreSchema::current().version);
+        EXPECT_EQ(database.execAndGet("SELECT count(*) FROM OrvaneNoteBytes WHERE checksum IS NULL")
+                      .getInt(),
+                  0);
+    }
+}
 
-    for (int time = 0; time < 2; ++time)
-        EXPECT_TRUE(NotebookContents(open()->load()).notes == NotebookContents(written).notes);
-    EXPECT_EQ(SQLite::Database(store().toStdString()).execAndGet("PRAGMA user_version").getInt(),
-              StoreSchema::current().version);
+// A store of schema 2 with damaged bytes keeps them unreadable, and a damaged row is damage.
+TEST_F(StoreFixture, BringsNoDamageForwardAsSound)
+{
+    NoteRecord rich = makeNote(4, idOf(1));
+    rich.richContentPayload = Blob(QByteArray(5000, 'r'));
+    ASSERT_TRUE(open()->save({{makeFolder(1)}, {rich}, std::nullopt}));
+    const auto toSchema2 = [&](const char* damage) {
+        SQLite::Database database(store().toStdString(), SQLite::OPEN_READWRITE);
+        database.exec("ALTER TABLE OrvaneNote DROP COLUMN firstLine;"
+                      "UPDATE OrvaneNoteBytes SET row = row / 64 * 8 + row % 64;");
+        sumRows(database, "OrvaneNote", 19);
+        sumRows(database, "OrvaneNoteBytes", 3);
+        database.exec(damage);
+        database.exec("PRAGMA user_version = 2");
+    };
+    toSchema2("UPDATE OrvaneNoteBytes SET bytes = zeroblob(5000) WHERE row % 8 = 1");
+    {
+        const auto opened = open();
+        const NotebookSnapshot loaded = opened->load();
+        EXPECT_FALSE(loaded.notes.first()->richContentPayload->read());
+        EXPECT_EQ(loaded.notes.first()->body, rich.body);
+    }
+    QFile::remove(store());
+    ASSERT_TRUE(open()->save({{makeFolder(1)}, {rich}, std::nullopt}));
+    toSchema2("UPDATE OrvaneNote SET title = 'other'");
+    const auto damaged = open();
+    ASSERT_TRUE(damaged);
+    EXPECT_TRUE(damaged->persistentStoreRecovery());
 }
 
 } // namespace

@@ -40,7 +40,7 @@ struct ProjectLeaving : ProjectFixture {
         app.reset();
         app = start();
         app->projectSession().openProjectAt(folder, true);
-        return app->note(note) ? app->note(note)->body.text() : u"no note"_s;
+        return app->note(note) ? app->note(note)->body.readOrNothing() : u"no note"_s;
     }
 };
 

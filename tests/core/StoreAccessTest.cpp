@@ -86,7 +86,7 @@ TEST_F(StoreAccess, AReadOnlyFolderOpensForReading)
             expected.notes[0] =
                 expected.notes[0].with([](NoteRecord& note) { note.title = u"in the journal"_s; });
             for (const auto& note : expected.notes)
-                ASSERT_TRUE(note->body.isReadable() && note->bodyRTF->tryBytes());
+                ASSERT_TRUE(note->body.isReadable() && note->bodyRTF->read());
             ASSERT_TRUE(controller->saveNote(expected.notes[0]));
             const auto bytes = storeBytes(store());
             controller.reset();

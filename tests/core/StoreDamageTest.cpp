@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "core/StoreFixture.h"
+#include "core/records/RecordFields.h"
 #include "core/store/ProjectLock.h"
 #include "core/store/StoreReader.h"
 
@@ -83,9 +84,10 @@ protected:
         }
         crashedContents = NotebookContents(snapshot);
         for (const auto& note : snapshot.notes)
-            for (int place = 0; place < placesInNote; ++place)
-                if (const Blob* bytes = bytesAt(*note, place))
-                    static_cast<void>(bytes->bytes());
+            forEachBytes(*note, [](int, const Blob* bytes) {
+                if (bytes)
+                    static_cast<void>(bytes->read());
+            });
         crashedStore = bytesOf(store());
         crashedJournal = bytesOf(journal());
         ASSERT_GT(crashedJournal.size(), 8 * 4096);
@@ -217,7 +219,7 @@ TEST_F(StoreDamage, EndsInANamedState)
         {"one order is unreadable", false,
          [&] { execute("UPDATE OrvaneNotebookMeta SET id = 'notes/x/0' WHERE id LIKE 'notes/%'"); },
          State::Poorer},
-        {"newer schema", false, [&] { execute("PRAGMA user_version = 3"); }, State::Refused},
+        {"newer schema", false, [&] { execute("PRAGMA user_version = 1000"); }, State::Refused},
         {"schema nought", false, [&] { execute("PRAGMA user_version = 0"); }, State::Protected},
         {"journal missing", true, [&] { QFile::remove(journal()); }, State::Before},
         {"journal of zero bytes", true, [&] { writeBytes(journal(), {}); }, State::Before},
@@ -336,14 +338,16 @@ TEST_F(StoreDamage, OneFlippedBitIsNeverSilent)
             else
                 readable = false;
             light.body = expected.body = NoteText();
-            for (const auto place : noteBytes) {
-                const auto& bytes = light.*place;
-                if (bytes && !bytes->tryBytes())
-                    readable = false;
-                else
-                    EXPECT_TRUE(bytes == expected.*place);
-                light.*place = expected.*place = std::nullopt;
-            }
+            forEachField<NoteRecord>([&]<typename T>(const RecordField<NoteRecord, T>& field) {
+                if constexpr (std::is_same_v<T, std::optional<Blob>>) {
+                    auto& bytes = light.*field.member;
+                    if (bytes && !bytes->read())
+                        readable = false;
+                    else
+                        EXPECT_TRUE(bytes == expected.*field.member);
+                    bytes = expected.*field.member = std::nullopt;
+                }
+            });
             EXPECT_TRUE(light == expected);
         }
         for (auto order = found.orders.cbegin(); order != found.orders.cend(); ++order)

@@ -66,7 +66,7 @@ public:
             const Shared<NoteRecord>& there = *found.constFind(note.key());
             if (!there->body.isReadable())
                 continue;
-            const QString beginning = there->title + u'|' + there->body.text() + u'|';
+            const QString beginning = there->title + u'|' + there->body.readOrNothing() + u'|';
             note->removeIf([&](const std::optional<QString>& words) {
                 return !words || !words->startsWith(beginning);
             });
@@ -81,9 +81,9 @@ private:
 QString wordsOf(const NoteRecord& note)
 {
     EXPECT_TRUE(note.body.isReadable());
-    EXPECT_TRUE(!note.bodyRTF || note.bodyRTF->tryBytes()) << "a length without its bytes";
-    return note.title + u'|' + note.body.text() + u'|' +
-           (note.bodyRTF ? QString::fromUtf8(note.bodyRTF->bytes()) : QString());
+    EXPECT_TRUE(!note.bodyRTF || note.bodyRTF->read()) << "a length without its bytes";
+    return note.title + u'|' + note.body.readOrNothing() + u'|' +
+           (note.bodyRTF ? QString::fromUtf8(note.bodyRTF->readOrNothing()) : QString());
 }
 
 /// A day with the store alone.
@@ -219,7 +219,7 @@ private:
 
 QString bodyOf(const NoteRecord& note)
 {
-    return note.body.isReadable() ? note.body.text() : u"unreadable"_s;
+    return note.body.isReadable() ? note.body.readOrNothing() : u"unreadable"_s;
 }
 
 /// A day with the program's state, settings and versions.

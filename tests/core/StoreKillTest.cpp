@@ -115,10 +115,11 @@ TEST_F(StoreKill, TheProgramLosesNoAcknowledgedNote)
         for (auto note = acknowledged.cbegin(); note != acknowledged.cend(); ++note)
             ASSERT_TRUE(found.notes.contains(note.key()));
         for (const NoteRecord& note : found.notes) {
-            const int step = note.body.text().section(u' ', 0, 0).toInt();
-            const QByteArray text = note.body.utf8().bytes();
-            const bool isWhole = note.richContentPayload ? note.richContentPayload->bytes() == text
-                                                         : note.bodyRTF->bytes() == text;
+            const int step = note.body.readOrNothing().section(u' ', 0, 0).toInt();
+            const QByteArray text = note.body.utf8().readOrNothing();
+            const bool isWhole = note.richContentPayload
+                                     ? note.richContentPayload->readOrNothing() == text
+                                     : note.bodyRTF->readOrNothing() == text;
             ASSERT_TRUE(isWhole);
             ASSERT_TRUE(step == acknowledged.value(note.id, -1) || step == lastStep + 1);
             acknowledged[note.id] = step;

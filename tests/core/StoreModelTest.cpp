@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "core/StoreFixture.h"
+#include "core/records/RecordFields.h"
 #include "core/store/StoreReader.h"
 
 #include <QRandomGenerator>
@@ -71,7 +72,7 @@ public:
                 break;
             default: // the same bytes in another place
                 if (note.bodyRTF)
-                    note.bodyRTF = Blob(QByteArray(note.bodyRTF->bytes()));
+                    note.bodyRTF = Blob(QByteArray(note.bodyRTF->readOrNothing()));
             }
         });
     }
@@ -128,10 +129,10 @@ private:
 void readAllBytes(const NotebookSnapshot& snapshot)
 {
     for (const auto& note : snapshot.notes) {
-        for (int place = 0; place < placesInNote; ++place) {
-            if (const Blob* bytes = bytesAt(*note, place))
-                static_cast<void>(bytes->bytes());
-        }
+        forEachBytes(*note, [](int, const Blob* bytes) {
+            if (bytes)
+                static_cast<void>(bytes->read());
+        });
     }
 }
 

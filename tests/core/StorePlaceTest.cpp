@@ -51,13 +51,13 @@ protected:
     {
         for (const auto& note : snapshot.notes) {
             if (note->id == idOf(number))
-                return note->body.text();
+                return note->body.readOrNothing();
         }
         return {};
     }
     static bool holds(const NotebookSnapshot& snapshot, const Shared<NoteRecord>& note)
     {
-        return bodyIn(snapshot, note->id == idOf(2) ? 2 : 3) == note->body.text();
+        return bodyIn(snapshot, note->id == idOf(2) ? 2 : 3) == note->body.readOrNothing();
     }
     QStringList everythingBelow(const QString& path) const
     {
@@ -304,11 +304,12 @@ TEST_F(StorePlace, WhatIsUnsavedIsToldExactly)
 // until it is stored.
 TEST_F(StorePlace, ARecordThatCantBeStoredWaitsAlone)
 {
-    const auto source = std::make_shared<UnreadableSource>();
+    auto* const source = new UnreadableSource;
+    const SharedBlobSource held(source);
     const auto with = [&](const NoteRecord& note) {
         NoteRecord record = note;
         record.title = u"with an attachment"_s;
-        record.richContentPayload = Blob(5000, source, 1);
+        record.richContentPayload = Blob(5000, held, 1);
         return Shared<NoteRecord>(record);
     };
     const auto existing = with(makeNote(2, idOf(1)));
@@ -342,12 +343,12 @@ TEST_F(StorePlace, ARecordThatCantBeStoredWaitsAlone)
     EXPECT_EQ(found.notes.size(), 3);
     for (const auto& note : found.notes) {
         if (note->id != idOf(3)) {
-            EXPECT_EQ(note->richContentPayload->bytes(), QByteArray(5000, 'r'));
+            EXPECT_EQ(note->richContentPayload->readOrNothing(), QByteArray(5000, 'r'));
         }
     }
 
     NoteRecord huge = makeNote(6, idOf(1));
-    huge.shapesPayload = Blob(1'000'000'000, source, 2);
+    huge.shapesPayload = Blob(1'000'000'000, held, 2);
     EXPECT_EQ(controller->saveNote(huge).error().code, StoreError::Code::TooBig);
     EXPECT_EQ(controller->saveNote(changed(2, u"other "_s)).error().code, StoreError::Code::TooBig);
     huge.shapesPayload.reset();

@@ -191,11 +191,12 @@ void CommandWalkTest::checkStored()
 {
     test.clock.advance(2s);
     const NoteRecord& stored = *app.note(note);
-    ASSERT_EQ(stored.body.text(), plainForm(text().text()));
+    ASSERT_EQ(stored.body.readOrNothing(), plainForm(text().text()));
     if (pane.session().mode() != EditorMode::richText || !isWrittenInMode || text().isEmpty())
         return;
     ASSERT_TRUE(stored.richContentPayload);
-    const auto archived = AttachmentManager::decodePayload(stored.richContentPayload->bytes());
+    const auto archived =
+        AttachmentManager::decodePayload(stored.richContentPayload->readOrNothing());
     ASSERT_TRUE(archived);
     ASSERT_EQ(*archived, text());
 }

@@ -45,10 +45,11 @@ TEST_F(EditorModesTest, ARichNoteIsStoredInAllItsFormsAndComesBack)
     EXPECT_FALSE(content(a).richContentPayload) << "nothing is made before the delay is over";
     test.clock.advance(1500ms);
     EXPECT_EQ(content(a).body, u"A\nfirst bold\nnext"_s);
-    const auto stored = AttachmentManager::decodePayload(content(a).richContentPayload->bytes());
+    const auto stored =
+        AttachmentManager::decodePayload(content(a).richContentPayload->readOrNothing());
     ASSERT_TRUE(stored);
     EXPECT_EQ(*stored, session->gateway().store().attributedText());
-    const auto rtf = OrvaneWorkspaceRTF::read(content(a).bodyRTF->bytes());
+    const auto rtf = OrvaneWorkspaceRTF::read(content(a).bodyRTF->readOrNothing());
     EXPECT_EQ(rtf->text(), stored->text());
 
     reopen();
@@ -65,7 +66,7 @@ TEST_F(EditorModesTest, ARichNoteOpensFromTheFirstFormThatCanBeRead)
     const auto rtfOf = [](const QString& text) {
         return Blob(*OrvaneWorkspaceRTF::data(AttributedString(text)));
     };
-    QByteArray versionTwo = payloadOf(u"payload"_s).bytes();
+    QByteArray versionTwo = payloadOf(u"payload"_s).readOrNothing();
     versionTwo.replace("\"version\":1", "\"version\":2");
     struct Row {
         const char* name;
@@ -227,9 +228,9 @@ TEST_F(EditorModesTest, ALongNoteIsPreparedElsewhereAndNeverLosesALetter)
         app->selection().selectNote(b);
         EXPECT_EQ(content(a).body, text);
         const auto archived =
-            AttachmentManager::decodePayload(content(a).richContentPayload->bytes());
+            AttachmentManager::decodePayload(content(a).richContentPayload->readOrNothing());
         EXPECT_EQ(archived->text(), text);
-        EXPECT_EQ(OrvaneWorkspaceRTF::read(content(a).bodyRTF->bytes())->text(), text);
+        EXPECT_EQ(OrvaneWorkspaceRTF::read(content(a).bodyRTF->readOrNothing())->text(), text);
         const Timestamp written = app->note(a)->updatedAt;
         test.clock.advance(5s);
         QTest::qWait(20);
@@ -262,7 +263,7 @@ TEST_F(EditorModesTest, ANoteThatCantBeReadIsLeftAsItIs)
         }
     };
     NoteContent unread = content(a);
-    unread.richContentPayload = Blob(100, std::make_shared<FailingSource>(), 1);
+    unread.richContentPayload = Blob(100, SharedBlobSource(new FailingSource), 1);
     app->updateNote(a, unread);
     EXPECT_FALSE(session->isReadable());
     type(u"!"_s);

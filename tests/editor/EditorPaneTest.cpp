@@ -49,7 +49,7 @@ struct EditorPaneTest : ::testing::Test {
     static void settle() { QApplication::processEvents(); }
     [[nodiscard]] EditorView& view() const { return pane->textView(); }
     void type(const QString& text) { QTest::keyClicks(&view(), text); }
-    [[nodiscard]] QString body() const { return app.note(note)->body.text(); }
+    [[nodiscard]] QString body() const { return app.note(note)->body.readOrNothing(); }
     [[nodiscard]] QToolButton& button(const QString& name) const
     {
         for (auto* found : pane->findChildren<QToolButton*>()) {

@@ -266,8 +266,8 @@ TEST_F(EditorSessionTest, EveryFlushPointWritesWhatWasTyped)
     app->projectSession().terminate();
     app->projectSession().refreshProjects();
     AppState after(test.services());
-    after.refreshProjects();
-    after.openProject(project, false);
+    after.projectSession().refreshProjects();
+    after.projectSession().openProject(project, false);
     EXPECT_EQ(after.note(a)->body, expected + u" end"_s);
 }
 

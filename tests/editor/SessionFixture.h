@@ -39,7 +39,7 @@ struct SessionFixture : ::testing::Test {
     {
         for (const auto& note : app->projectSession().persistenceController()->load().notes) {
             if (note->id == id)
-                return note->title + u'|' + note->body.text();
+                return note->title + u'|' + note->body.readOrNothing();
         }
         return {};
     }

@@ -146,7 +146,7 @@ protected:
         const std::optional<QUuid> left = app.selection().selectedNoteID();
         const QString seen = plainForm(view().plainText());
         app.selection().selectNote(left == a ? b : a);
-        ASSERT_EQ(app.note(*left)->body.text(), seen);
+        ASSERT_EQ(app.note(*left)->body.readOrNothing(), seen);
     }
     void changeMode()
     {
@@ -223,8 +223,8 @@ TEST_P(ToolsTogetherTest, NothingIsLostAndNothingStale)
     }
     EXPECT_GT(edits.size(), 500) << "most of the work is done";
     goElsewhere();
-    EXPECT_TRUE(app.note(a)->body.text().isValidUtf16());
-    EXPECT_TRUE(app.note(b)->body.text().isValidUtf16());
+    EXPECT_TRUE(app.note(a)->body.readOrNothing().isValidUtf16());
+    EXPECT_TRUE(app.note(b)->body.readOrNothing().isValidUtf16());
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, ToolsTogetherTest, ::testing::Values(1U, 2U, 3U));

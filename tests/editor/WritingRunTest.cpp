@@ -69,7 +69,7 @@ struct WritingRunTest : ::testing::Test {
     {
         notes.append(*app->createNote(body, {}));
         const NoteRecord& note = *app->note(notes.last());
-        ModelNote added{note.title, note.body, {}, EditorMode::plainText, {}};
+        ModelNote added{note.title, note.body.readOrNothing(), {}, EditorMode::plainText, {}};
         added.mode = session->mode();
         model.insert(note.id, added);
     }
@@ -195,13 +195,14 @@ struct WritingRunTest : ::testing::Test {
     {
         const ModelNote& wanted = model[note.id];
         ASSERT_EQ(note.title, wanted.title);
-        ASSERT_EQ(note.body.text(), wanted.body);
+        ASSERT_EQ(note.body.readOrNothing(), wanted.body);
         ASSERT_EQ(note.richContentPayload.has_value(), wanted.rich.has_value());
         if (!wanted.rich)
             return;
-        const auto archived = AttachmentManager::decodePayload(note.richContentPayload->bytes());
+        const auto archived =
+            AttachmentManager::decodePayload(note.richContentPayload->readOrNothing());
         ASSERT_EQ(*archived, *wanted.rich);
-        const auto rtf = OrvaneWorkspaceRTF::read(note.bodyRTF->bytes());
+        const auto rtf = OrvaneWorkspaceRTF::read(note.bodyRTF->readOrNothing());
         ASSERT_EQ(rtf->text(), wanted.rich->text());
     }
     void checkStored()

@@ -83,8 +83,10 @@ protected:
         m_hand->type(word + u' ');
         save();
         // A key may have gone elsewhere, as into a question that came up.
-        if (state().selection().selectedNoteID() &&
-            state().note(*state().selection().selectedNoteID())->body.text().contains(word))
+        if (state().selection().selectedNoteID() && state()
+                                                        .note(*state().selection().selectedNoteID())
+                                                        ->body.readOrNothing()
+                                                        .contains(word))
             say("word", *state().selection().selectedNoteID(), word);
     }
     void tag(const QString& word)
@@ -186,7 +188,7 @@ QHash<QString, StoredNote> readBySqlite(const QString& store)
                  {store, u".mode json"_s,
                   u"SELECT n.id AS id, n.folderID AS folder, n.tagsJSON AS tags, "
                   "CAST(b.bytes AS TEXT) AS body FROM OrvaneNote n LEFT JOIN OrvaneNoteBytes b "
-                  "ON b.row = 8 * n.row + 5"_s});
+                  "ON b.row = 64 * n.row + 5"_s});
     EXPECT_TRUE(sqlite.waitForFinished());
     EXPECT_EQ(sqlite.exitCode(), 0) << sqlite.readAllStandardError().constData();
     QHash<QString, StoredNote> notes;

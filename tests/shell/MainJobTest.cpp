@@ -36,7 +36,7 @@ protected:
     {
         QStringList texts;
         for (const auto& note : state().notes())
-            texts.append(note->title + u'|' + note->body.text());
+            texts.append(note->title + u'|' + note->body.readOrNothing());
         texts.sort();
         return texts;
     }

@@ -77,7 +77,7 @@ TEST_F(ProgramTest, ARunningProgramTakesLinksAndFilesOfFurtherStarts)
     state().projectSession().openProject(project, false);
     QStringList texts;
     for (const auto& note : state().notes())
-        texts.append(note->title + u'|' + note->body.text());
+        texts.append(note->title + u'|' + note->body.readOrNothing());
     EXPECT_TRUE(texts.contains(u"Harbour ledger|# Kept by four hands\n"_s))
         << qUtf8Printable(texts.join(u'\n'));
     EXPECT_EQ(texts.size(), 3);

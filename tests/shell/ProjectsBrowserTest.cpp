@@ -68,8 +68,8 @@ TEST_F(ProjectsBrowserTest, WelcomeMakesAStarterProject)
     ASSERT_EQ(state().notes().size(), 1);
     const NoteRecord& note = *state().notes().records().first();
     EXPECT_EQ(note.title, u"Start Here"_s);
-    EXPECT_TRUE(note.body.text().startsWith(u"Start Here\n\nWrite or paste"_s));
-    EXPECT_TRUE(note.body.text().endsWith(u"~/Documents/OrvaneWorkspace/."_s));
+    EXPECT_TRUE(note.body.readOrNothing().startsWith(u"Start Here\n\nWrite or paste"_s));
+    EXPECT_TRUE(note.body.readOrNothing().endsWith(u"~/Documents/OrvaneWorkspace/."_s));
 }
 
 TEST_F(ProjectsBrowserTest, WelcomeLeadsToABlankProject)

@@ -228,7 +228,7 @@ TEST_F(SettingsWindowTest, ABulletMadeHereMakesAListInTheOpenNote)
     m_hand->press(Qt::Key_End, Qt::ControlModifier);
     m_hand->type(u"\n=> one\ntwo"_s);
     window().flushDrafts();
-    const QString body = state().note(*state().selection().selectedNoteID())->body;
+    const QString body = state().note(*state().selection().selectedNoteID())->body.readOrNothing();
     EXPECT_TRUE(body.endsWith(u"=> one\n=> two"_s)) << qUtf8Printable(body);
 }
 

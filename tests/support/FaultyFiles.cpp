@@ -200,6 +200,10 @@ ORVANE_IN_FRONT(int, mkdirat, (int folder, Path path, mode_t mode), (folder, pat
 ORVANE_IN_FRONT(int, flock, (int file, int operation), (file, operation), Lock, file)
 ORVANE_IN_FRONT(int, stat, (Path path, void* status), (path, status), Other, AT_FDCWD, path)
 ORVANE_IN_FRONT(int, stat64, (Path path, void* status), (path, status), Other, AT_FDCWD, path)
+ORVANE_IN_FRONT(int, fstatat, (int folder, Path path, void* status, int flags),
+                (folder, path, status, flags), Other, folder, path)
+ORVANE_IN_FRONT(int, fstatat64, (int folder, Path path, void* status, int flags),
+                (folder, path, status, flags), Other, folder, path)
 ORVANE_IN_FRONT(int, fstat64, (int file, void* status), (file, status), Other, file)
 ORVANE_IN_FRONT(int, statx, (int folder, Path path, int flags, unsigned mask, void* status),
                 (folder, path, flags, mask, status), Other, folder, path)

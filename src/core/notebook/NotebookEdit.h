@@ -2,7 +2,7 @@
 #pragma once
 
 #include "core/notebook/Notebook.h"
-#include "core/records/RecordAspects.h"
+#include "core/records/RecordFields.h"
 
 #include <QHash>
 #include <QList>

@@ -6,27 +6,48 @@
 namespace orvane {
 
 Blob::Blob(QByteArray bytes)
-    : m_cell(std::make_shared<Cell>())
+    : m_cell(new Cell)
 {
+    Q_ASSERT(bytes.size() <= largestSize);
     // Encoders make room for the longest case, up to three times what they write. Bytes that are
     // kept let go of it.
     if (bytes.isDetached())
         bytes.squeeze();
-    m_cell->size = bytes.size();
-    m_cell->bytes = std::move(bytes);
+    m_cell->size = quint32(bytes.size());
+    m_cell->bytes = std::make_unique<QByteArray>(std::move(bytes));
 }
 
-Blob::Blob(qsizetype size, std::shared_ptr<BlobSource> source, qint64 key)
-    : m_cell(std::make_shared<Cell>())
+Blob::Blob(qsizetype size, SharedBlobSource source, qint64 key, const QByteArray& beginning)
+    : m_cell(new Cell)
 {
-    m_cell->size = size;
-    m_cell->source = std::move(source);
+    m_cell->size = quint32(size);
     m_cell->key = key;
+    m_cell->source = std::move(source);
+    if (!beginning.isEmpty())
+        m_cell->bytes = std::make_unique<QByteArray>(beginning);
 }
 
-QByteArray Blob::bytes() const
+void Blob::learn(const QByteArray& beginning) const
 {
-    auto result = tryBytes();
+    if (!isLoaded())
+        m_cell->bytes = std::make_unique<QByteArray>(beginning);
+}
+
+std::expected<QByteArray, QString> Blob::read() const
+{
+    if (!isLoaded()) {
+        auto read = m_cell->source->read(m_cell->key, m_cell->size);
+        if (!read)
+            return std::unexpected(read.error());
+        m_cell->bytes = std::make_unique<QByteArray>(*std::move(read));
+        m_cell->source.reset();
+    }
+    return *m_cell->bytes;
+}
+
+QByteArray Blob::readOrNothing() const
+{
+    auto result = read();
     if (!result) {
         qWarning("A stored attachment of %lld bytes can't be read: %ls", qlonglong(size()),
                  qUtf16Printable(result.error()));
@@ -35,26 +56,14 @@ QByteArray Blob::bytes() const
     return *std::move(result);
 }
 
-std::expected<QByteArray, QString> Blob::tryBytes() const
-{
-    if (!isLoaded()) {
-        auto read = m_cell->source->read(m_cell->key, m_cell->size);
-        if (!read)
-            return std::unexpected(read.error());
-        m_cell->bytes = *std::move(read);
-        m_cell->source.reset();
-    }
-    return m_cell->bytes;
-}
-
 bool Blob::operator==(const Blob& other) const
 {
     if (m_cell == other.m_cell)
         return true;
     if (size() != other.size())
         return false;
-    const auto mine = tryBytes();
-    const auto theirs = other.tryBytes();
+    const auto mine = read();
+    const auto theirs = other.read();
     return mine && theirs && *mine == *theirs;
 }
 

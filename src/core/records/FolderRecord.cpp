@@ -14,7 +14,7 @@ const QUuid FolderRecord::trashFolderID(0x00000000, 0x0000, 0x4000, 0x80, 0x00, 
 QString FolderRecord::titleForList() const
 {
     if (titleRTF) {
-        if (const auto rich = BinderRTF::plainString(titleRTF->bytes()))
+        if (const auto rich = BinderRTF::plainString(titleRTF->readOrNothing()))
             return *rich;
     }
     const QString trimmed = name.trimmed();
@@ -23,12 +23,7 @@ QString FolderRecord::titleForList() const
 
 size_t qHash(const FolderRecord& folder, size_t seed)
 {
-    const auto optional = [](const auto& value) {
-        return value ? qHash(*value) : 0;
-    };
-    return qHashMulti(seed, folder.id, folder.name, folder.createdAt,
-                      optional(folder.parentFolderID), optional(folder.iconName),
-                      optional(folder.titleRTF), folder.tags, folder.isPinned);
+    return qHashMulti(seed, folder.id, folder.name);
 }
 
 } // namespace orvane

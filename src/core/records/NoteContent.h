@@ -19,7 +19,7 @@ struct NoteContent {
     [[nodiscard]] static NoteContent of(const NoteRecord& note)
     {
         return {note.title,
-                note.body,
+                note.body.readOrNothing(),
                 note.bodyRTF,
                 note.richContentPayload,
                 note.editorTypingAttributesPayload,

@@ -8,20 +8,6 @@
 
 namespace orvane {
 
-namespace {
-
-/// The first line of a text mostly ends within this many UTF-16 units.
-constexpr qsizetype usualFirstLine = 400;
-
-// The first line with text in it, trimmed.
-QString firstLineOf(const QString& text)
-{
-    const QString trimmed = text.trimmed();
-    return trimmed.left(trimmed.indexOf(u'\n')).trimmed();
-}
-
-} // namespace
-
 bool NoteRecord::isEmbeddedPDF() const
 {
     const bool hasAsset = embeddedFileAssetID && !embeddedFileAssetID->trimmed().isEmpty();
@@ -35,30 +21,18 @@ bool NoteRecord::isEmbeddedPDF() const
 QString NoteRecord::titleForList() const
 {
     if (titleRTF) {
-        if (const auto rich = BinderRTF::plainString(titleRTF->bytes()))
+        if (const auto rich = BinderRTF::plainString(titleRTF->readOrNothing()))
             return *rich;
     }
     if (QString trimmed = title.trimmed(); !trimmed.isEmpty())
         return trimmed;
-    if (const QString beginning = body.beginning(usualFirstLine).trimmed();
-        beginning.contains(u'\n'))
-        return firstLineOf(beginning);
-    const QString line = firstLineOf(body.text());
+    const QString line = body.firstLine();
     return line.isEmpty() ? QCoreApplication::translate("NoteRecord", "Untitled") : line;
 }
 
 size_t qHash(const NoteRecord& note, size_t seed)
 {
-    const auto optional = [](const auto& value) {
-        return value ? qHash(*value) : 0;
-    };
-    return qHashMulti(
-        seed, note.id, note.folderID, note.title, note.body, note.createdAt, note.updatedAt,
-        note.tags, optional(note.bodyRTF), optional(note.richContentPayload),
-        optional(note.editorTypingAttributesPayload), optional(note.titleRTF),
-        optional(note.iconName), optional(note.embeddedFileType),
-        optional(note.embeddedFileAssetID), optional(note.embeddedFilePayload), note.isPinned,
-        optional(note.shapesPayload), optional(note.pdfSourceURLString));
+    return qHashMulti(seed, note.id, note.updatedAt, note.title);
 }
 
 } // namespace orvane

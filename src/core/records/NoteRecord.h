@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/records/NoteText.h"
+#include "core/records/Rare.h"
 #include "platform/Timestamp.h"
 
 #include <QString>
@@ -34,16 +35,16 @@ struct NoteRecord {
     std::optional<Blob> editorTypingAttributesPayload;
     /// RTF form of the title in the Binder.
     std::optional<Blob> titleRTF;
-    std::optional<QString> iconName;
+    Rare<QString> iconName;
     /// Type identifier of the embedded file, "com.adobe.pdf" for a PDF.
-    std::optional<QString> embeddedFileType;
+    Rare<QString> embeddedFileType;
     /// Key of the file among the project's assets.
-    std::optional<QString> embeddedFileAssetID;
+    Rare<QString> embeddedFileAssetID;
     /// The file's bytes, when they are held here and not among the assets.
     std::optional<Blob> embeddedFilePayload;
     bool isPinned = false;
     std::optional<Blob> shapesPayload;
-    std::optional<QString> pdfSourceURLString;
+    Rare<QString> pdfSourceURLString;
 
     bool operator==(const NoteRecord&) const = default;
 

@@ -18,19 +18,30 @@ public:
         : m_utf8(std::move(utf8))
     {}
 
-    /// The whole text, made anew by each call. Empty where the bytes can't be read; `isReadable`
-    /// tells that from a text without a character.
-    [[nodiscard]] QString text() const;
-    operator QString() const { return text(); } // NOLINT(google-explicit-constructor)
-    /// The first characters, at most `units` UTF-16 units.
+    /// The whole text, made anew by each call, or the reason why it can't be read.
+    [[nodiscard]] std::expected<QString, QString> read() const;
+    /// The same; empty where it can't be read, which is logged.
+    [[nodiscard]] QString readOrNothing() const;
+    /// Whether so many UTF-16 units of the beginning, or all there are, are known without reading.
+    [[nodiscard]] bool knowsBeginning(qsizetype units) const;
+    /// The first characters, at most `units` UTF-16 units, as far as they are known without
+    /// reading.
     [[nodiscard]] QString beginning(qsizetype units) const;
+    /// At most so many bytes stand for that many UTF-16 units.
+    [[nodiscard]] static qsizetype bytesFor(qsizetype units);
+    /// The first line with text in it, trimmed and cut to `longestFirstLine` UTF-16 units, without
+    /// reading: empty where it isn't known.
+    [[nodiscard]] QString firstLine() const;
+    static constexpr qsizetype longestFirstLine = 200;
+
     [[nodiscard]] bool isEmpty() const { return m_utf8.isEmpty(); }
     /// Reads the bytes when they are not read yet.
-    [[nodiscard]] bool isReadable() const { return m_utf8.tryBytes().has_value(); }
+    [[nodiscard]] bool isReadable() const { return m_utf8.read().has_value(); }
     [[nodiscard]] const Blob& utf8() const { return m_utf8; }
 
+    /// Both read.
     bool operator==(const NoteText& other) const = default;
-    friend bool operator==(const NoteText& a, const QString& b) { return a.text() == b; }
+    friend bool operator==(const NoteText& a, const QString& b) { return a.readOrNothing() == b; }
 
 private:
     Blob m_utf8;

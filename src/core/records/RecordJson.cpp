@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "core/records/RecordJson.h"
 
+#include "core/records/RecordFields.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 
@@ -10,22 +12,108 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void put(QJsonObject& object, QLatin1String key, const std::optional<QString>& value)
+// One value of a record. Absent ones are left out.
+std::optional<QJsonValue> jsonOf(const QUuid& id)
 {
-    if (value)
-        object.insert(key, *value);
+    return uuidText(id);
+}
+std::optional<QJsonValue> jsonOf(const QString& text)
+{
+    return text;
+}
+std::optional<QJsonValue> jsonOf(const NoteText& text)
+{
+    return text.readOrNothing();
+}
+std::optional<QJsonValue> jsonOf(const Timestamp& date)
+{
+    return toIso8601(date);
+}
+std::optional<QJsonValue> jsonOf(const QStringList& texts)
+{
+    return QJsonArray::fromStringList(texts);
+}
+std::optional<QJsonValue> jsonOf(bool value)
+{
+    return value;
+}
+std::optional<QJsonValue> jsonOf(const Blob& bytes)
+{
+    return QString::fromLatin1(bytes.readOrNothing().toBase64());
+}
+template <typename T>
+std::optional<QJsonValue> jsonOf(const std::optional<T>& value)
+{
+    return value ? jsonOf(*value) : std::nullopt;
 }
 
-void put(QJsonObject& object, QLatin1String key, const std::optional<QUuid>& value)
+template <typename T>
+std::optional<QJsonValue> jsonOf(const Rare<T>& value)
 {
-    if (value)
-        object.insert(key, uuidText(*value));
+    return value ? jsonOf(*value) : std::nullopt;
 }
 
-void put(QJsonObject& object, QLatin1String key, const std::optional<Blob>& value)
+void read(JsonObjectReader& reader, QLatin1String key, QUuid& id)
 {
-    if (value)
-        object.insert(key, QString::fromLatin1(value->bytes().toBase64()));
+    id = reader.uuid(key);
+}
+void read(JsonObjectReader& reader, QLatin1String key, QString& text)
+{
+    text = reader.string(key);
+}
+void read(JsonObjectReader& reader, QLatin1String key, NoteText& text)
+{
+    text = reader.string(key);
+}
+void read(JsonObjectReader& reader, QLatin1String key, Timestamp& date)
+{
+    date = reader.date(key);
+}
+void read(JsonObjectReader& reader, QLatin1String key, QStringList& texts)
+{
+    texts = reader.optionalStrings(key).value_or(QStringList());
+}
+void read(JsonObjectReader& reader, QLatin1String key, bool& value)
+{
+    value = reader.optionalBoolean(key).value_or(false);
+}
+void read(JsonObjectReader& reader, QLatin1String key, std::optional<QString>& text)
+{
+    text = reader.optionalString(key);
+}
+void read(JsonObjectReader& reader, QLatin1String key, Rare<QString>& text)
+{
+    text = reader.optionalString(key);
+}
+void read(JsonObjectReader& reader, QLatin1String key, std::optional<QUuid>& id)
+{
+    id = reader.optionalUuid(key);
+}
+void read(JsonObjectReader& reader, QLatin1String key, std::optional<Blob>& blob)
+{
+    if (auto bytes = reader.optionalBytes(key))
+        blob.emplace(*std::move(bytes));
+}
+
+template <typename Record>
+QJsonObject recordToJson(const Record& record)
+{
+    QJsonObject object;
+    forEachField<Record>([&](const auto& field) {
+        if (const auto value = jsonOf(record.*field.member))
+            object.insert(QLatin1String(field.key), *value);
+    });
+    return object;
+}
+
+template <typename Record>
+std::expected<Record, JsonError> recordFromJson(const QJsonValue& value, const QString& path)
+{
+    JsonObjectReader reader(value, path);
+    Record record;
+    forEachField<Record>(
+        [&](const auto& field) { read(reader, QLatin1String(field.key), record.*field.member); });
+    return reader.finish(std::move(record));
 }
 
 QJsonArray idArray(const QList<QUuid>& ids)
@@ -49,11 +137,6 @@ QJsonArray recordArray(const Records& records)
     return array;
 }
 
-std::optional<Blob> blob(std::optional<QByteArray> bytes)
-{
-    return bytes ? std::optional<Blob>(std::in_place, *std::move(bytes)) : std::nullopt;
-}
-
 template <typename Record, typename List>
 void readRecords(JsonObjectReader& reader, QLatin1String key, List& list)
 {
@@ -72,48 +155,19 @@ void readRecords(JsonObjectReader& reader, QLatin1String key, List& list)
 
 QJsonObject toJson(const NoteRecord& note)
 {
-    QJsonObject object{
-        {"id"_L1, uuidText(note.id)},
-        {"folderID"_L1, uuidText(note.folderID)},
-        {"title"_L1, note.title},
-        {"body"_L1, note.body.text()},
-        {"createdAt"_L1, toIso8601(note.createdAt)},
-        {"updatedAt"_L1, toIso8601(note.updatedAt)},
-        {"tags"_L1, QJsonArray::fromStringList(note.tags)},
-        {"isPinned"_L1, note.isPinned},
-    };
-    put(object, "bodyRTF"_L1, note.bodyRTF);
-    put(object, "richContentPayload"_L1, note.richContentPayload);
-    put(object, "editorTypingAttributesPayload"_L1, note.editorTypingAttributesPayload);
-    put(object, "titleRTF"_L1, note.titleRTF);
-    put(object, "iconName"_L1, note.iconName);
-    put(object, "embeddedFileType"_L1, note.embeddedFileType);
-    put(object, "embeddedFileAssetID"_L1, note.embeddedFileAssetID);
-    put(object, "embeddedFilePayload"_L1, note.embeddedFilePayload);
-    put(object, "shapesPayload"_L1, note.shapesPayload);
-    put(object, "pdfSourceURLString"_L1, note.pdfSourceURLString);
-    return object;
+    return recordToJson(note);
 }
 
 QJsonObject toJson(const FolderRecord& folder)
 {
-    QJsonObject object{
-        {"id"_L1, uuidText(folder.id)},
-        {"name"_L1, folder.name},
-        {"createdAt"_L1, toIso8601(folder.createdAt)},
-        {"tags"_L1, QJsonArray::fromStringList(folder.tags)},
-        {"isPinned"_L1, folder.isPinned},
-    };
-    put(object, "parentFolderID"_L1, folder.parentFolderID);
-    put(object, "iconName"_L1, folder.iconName);
-    put(object, "titleRTF"_L1, folder.titleRTF);
-    return object;
+    return recordToJson(folder);
 }
 
 QJsonObject toJson(const BinderFolderOrderEntry& entry)
 {
     QJsonObject object{{"childFolderIDs"_L1, idArray(entry.childFolderIDs)}};
-    put(object, "parentFolderID"_L1, entry.parentFolderID);
+    if (entry.parentFolderID)
+        object.insert("parentFolderID"_L1, uuidText(*entry.parentFolderID));
     return object;
 }
 
@@ -145,44 +199,13 @@ QJsonObject toJson(const NotebookSnapshot& snapshot)
 template <>
 std::expected<NoteRecord, JsonError> fromJson(const QJsonValue& value, const QString& path)
 {
-    JsonObjectReader reader(value, path);
-    NoteRecord note;
-    note.id = reader.uuid("id"_L1);
-    note.folderID = reader.uuid("folderID"_L1);
-    note.title = reader.string("title"_L1);
-    note.body = reader.string("body"_L1);
-    note.createdAt = reader.date("createdAt"_L1);
-    note.updatedAt = reader.date("updatedAt"_L1);
-    note.tags = reader.optionalStrings("tags"_L1).value_or(QStringList());
-    note.bodyRTF = blob(reader.optionalBytes("bodyRTF"_L1));
-    note.richContentPayload = blob(reader.optionalBytes("richContentPayload"_L1));
-    note.editorTypingAttributesPayload =
-        blob(reader.optionalBytes("editorTypingAttributesPayload"_L1));
-    note.titleRTF = blob(reader.optionalBytes("titleRTF"_L1));
-    note.iconName = reader.optionalString("iconName"_L1);
-    note.embeddedFileType = reader.optionalString("embeddedFileType"_L1);
-    note.embeddedFileAssetID = reader.optionalString("embeddedFileAssetID"_L1);
-    note.embeddedFilePayload = blob(reader.optionalBytes("embeddedFilePayload"_L1));
-    note.isPinned = reader.optionalBoolean("isPinned"_L1).value_or(false);
-    note.shapesPayload = blob(reader.optionalBytes("shapesPayload"_L1));
-    note.pdfSourceURLString = reader.optionalString("pdfSourceURLString"_L1);
-    return reader.finish(std::move(note));
+    return recordFromJson<NoteRecord>(value, path);
 }
 
 template <>
 std::expected<FolderRecord, JsonError> fromJson(const QJsonValue& value, const QString& path)
 {
-    JsonObjectReader reader(value, path);
-    FolderRecord folder;
-    folder.id = reader.uuid("id"_L1);
-    folder.name = reader.string("name"_L1);
-    folder.createdAt = reader.date("createdAt"_L1);
-    folder.parentFolderID = reader.optionalUuid("parentFolderID"_L1);
-    folder.iconName = reader.optionalString("iconName"_L1);
-    folder.titleRTF = blob(reader.optionalBytes("titleRTF"_L1));
-    folder.tags = reader.optionalStrings("tags"_L1).value_or(QStringList());
-    folder.isPinned = reader.optionalBoolean("isPinned"_L1).value_or(false);
-    return reader.finish(std::move(folder));
+    return recordFromJson<FolderRecord>(value, path);
 }
 
 template <>

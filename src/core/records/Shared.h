@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include <memory>
+#include <QSharedData>
+
 #include <utility>
 
 namespace orvane {
@@ -12,38 +13,37 @@ template <typename T>
 class Shared {
 public:
     Shared(T value) // NOLINT(google-explicit-constructor): a record stands for its shared form
-        : m_value(std::make_shared<const T>(std::move(value)))
+        : m_box(new Box(std::move(value)))
     {}
 
-    /// Takes over a value made in its place; nobody may change it any more.
-    explicit Shared(std::shared_ptr<const T> value)
-        : m_value(std::move(value))
-    {}
-
-    const T& operator*() const { return *m_value; }
-    const T* operator->() const { return m_value.get(); }
+    const T& operator*() const { return m_box->value; }
+    const T* operator->() const { return &m_box->value; }
 
     /// True when both are one and the same value in memory.
-    [[nodiscard]] bool isSame(const Shared& other) const { return m_value == other.m_value; }
-    bool operator==(const Shared& other) const
-    {
-        return isSame(other) || *m_value == *other.m_value;
-    }
+    [[nodiscard]] bool isSame(const Shared& other) const { return m_box == other.m_box; }
+    bool operator==(const Shared& other) const { return isSame(other) || **this == *other; }
 
     /// How many copies there are, this one included.
-    [[nodiscard]] long copies() const { return m_value.use_count(); }
+    [[nodiscard]] long copies() const { return m_box->ref.loadRelaxed(); }
 
     /// A new value: a copy of this one, changed by `edit(T&)`.
     template <typename Edit>
     [[nodiscard]] Shared with(Edit&& edit) const
     {
-        T copy = *m_value;
+        T copy = **this;
         std::forward<Edit>(edit)(copy);
         return Shared(std::move(copy));
     }
 
 private:
-    std::shared_ptr<const T> m_value;
+    struct Box : QSharedData {
+        explicit Box(T wrapped)
+            : value(std::move(wrapped))
+        {}
+        const T value;
+    };
+
+    QExplicitlySharedDataPointer<const Box> m_box;
 };
 
 } // namespace orvane

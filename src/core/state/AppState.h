@@ -97,6 +97,9 @@ public:
     /// Shows a title while it is typed; nothing is stored until `updateNote`.
     void applyLiveTitle(const QUuid& id, const QString& title);
     void toggleExpanded(const QUuid& folderID);
+    /// Has so many UTF-16 units of the beginnings of these notes' texts read beside this thread;
+    /// `done` is told once they are known, and not at all when there is nothing to read.
+    void learnBeginnings(const QList<QUuid>& ids, qsizetype units, std::function<void()> done);
 
     Accepted updateNoteBinderTitle(const QUuid& id, const QString& plainTitle,
                                    const std::optional<Blob>& titleRTF);

@@ -112,6 +112,13 @@ Accepted AppState::carryOut(const NotebookEdit& edit, Step step, Saving saving)
 
 void AppState::show(const NotebookEdit& edit, Saving saving)
 {
+    // A note that loses its title is listed, and sorted, by its first line, which no list reads.
+    for (const auto& change : edit.notes) {
+        const NoteRecord* note = change.after ? &**change.after : nullptr;
+        if (note && QStringView(note->title).trimmed().isEmpty() &&
+            note->body.firstLine().isEmpty())
+            static_cast<void>(note->body.utf8().read());
+    }
     const NotebookChange change = applyEdit(m_notebook, edit);
     for (auto note = change.notes.cbegin(); note != change.notes.cend(); ++note) {
         if (saving == Saving::Now)
@@ -319,6 +326,19 @@ void AppState::applyLiveTitle(const QUuid& id, const QString& title)
                                         note.titleRTF.reset(); // it no longer says the same
                                     }),
          Saving::Later);
+}
+
+void AppState::learnBeginnings(const QList<QUuid>& ids, qsizetype units, std::function<void()> done)
+{
+    PersistenceController* store = m_session.persistenceController();
+    if (!store)
+        return;
+    QList<Shared<NoteRecord>> found;
+    for (const QUuid& id : ids) {
+        if (const auto* note = m_notebook.notes.find(id))
+            found.append(*note);
+    }
+    store->learnBeginnings(found, units, std::move(done));
 }
 
 void AppState::toggleExpanded(const QUuid& folderID)

@@ -21,16 +21,16 @@ struct Words {
 QByteArray rtfForTrash(const NoteRecord& note)
 {
     if (note.bodyRTF) {
-        const QByteArray rtf = note.bodyRTF->bytes();
+        const QByteArray rtf = note.bodyRTF->readOrNothing();
         if (OrvaneWorkspaceRTF::read(rtf))
             return rtf;
     }
     CharacterStyle style;
     style.font = TextFont{};
     style.font->size = 12;
-    const QString body = note.body.isEmpty() ? QStringLiteral("\n") : note.body.text();
+    const QString body = note.body.isEmpty() ? QStringLiteral("\n") : note.body.readOrNothing();
     return OrvaneWorkspaceRTF::data(AttributedString(body, style))
-        .value_or(note.body.utf8().bytes());
+        .value_or(note.body.utf8().readOrNothing());
 }
 
 QString fileNameForTrash(const NoteRecord& note)
@@ -173,7 +173,7 @@ std::expected<void, EmptyTrashError> AppState::emptyTrashToMacOSUserTrash()
         return failed(made.error());
     const auto handOver = [&](const NoteRecord& note) -> std::expected<QString, FileError> {
         const QString path = folder + u'/' + fileNameForTrash(note);
-        if (const auto body = note.body.utf8().tryBytes(); !body)
+        if (const auto body = note.body.utf8().read(); !body)
             return std::unexpected(FileError{FileError::Code::Other, path, body.error()});
         if (auto written = writeUnsyncedFile(path, rtfForTrash(note)); !written)
             return std::unexpected(written.error());

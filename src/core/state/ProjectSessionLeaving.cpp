@@ -109,7 +109,7 @@ UnsavedWork ProjectSession::unsavedWork() const
     for (const Shared<NoteRecord>& note : unsavedNotes()) {
         const UnsavedSince before =
             m_unsavedSince.value(note->id, UnsavedSince{m_services.clock.now(), 0});
-        const int words = wordCount(note->body.text()) - before.storedWords;
+        const int words = wordCount(note->body.readOrNothing()) - before.storedWords;
         work.notes.append({note->id, note->titleForList(), std::max(0, words), before.since});
     }
     work.hasMore = work.notes.isEmpty();
@@ -127,7 +127,7 @@ void ProjectSession::noteUnsaved()
             continue;
         }
         const auto* stored = m_controller->storedNote(note->id);
-        const auto bytes = stored ? (*stored)->body.utf8().tryBytes() : QByteArray();
+        const auto bytes = stored ? (*stored)->body.utf8().read() : QByteArray();
         since.insert(note->id, {now, bytes ? wordCount(QString::fromUtf8(*bytes)) : 0});
     }
     m_unsavedSince = std::move(since);

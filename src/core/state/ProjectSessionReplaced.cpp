@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 // The part of ProjectSession that decides between two stores: the open one, and the one that
 // another program has put in its place; and that copies a project whole.
+#include "core/records/RecordFields.h"
 #include "core/records/Wording.h"
 #include "core/state/ProjectSession.h"
 #include "core/store/StoreReader.h"
@@ -32,12 +33,11 @@ FileError fileError(const QString& path, const StoreError& error)
 
 bool isReadable(const NoteRecord& note)
 {
-    for (int place = 0; place < placesInNote; ++place) {
-        const Blob* bytes = bytesAt(note, place);
-        if (bytes && !bytes->tryBytes())
-            return false;
-    }
-    return !note.titleRTF || note.titleRTF->tryBytes();
+    bool isReadable = !note.titleRTF || note.titleRTF->read();
+    forEachBytes(note, [&](int, const Blob* bytes) {
+        isReadable = isReadable && (!bytes || bytes->read());
+    });
+    return isReadable;
 }
 
 // A project in this folder lies at a root of its own.

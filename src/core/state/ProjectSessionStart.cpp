@@ -29,6 +29,27 @@ StoreOpenError openError(const FileError& error)
     return {code, error.path, error.detail, std::nullopt};
 }
 
+// What a list shows of a text stands mostly within so many UTF-16 units.
+constexpr qsizetype listedUnits = 2'000;
+constexpr qsizetype listedAtFirst = 100;
+
+// Notes that the Binder shows when the project opens, or some of them: what is below the root and
+// the folders that stand open.
+QList<Shared<NoteRecord>> listedFirst(const Notebook& notebook, const QUuid& root)
+{
+    QList<QUuid> containers = notebook.order.expandedFolderIDs.values();
+    containers.append(root);
+    QList<Shared<NoteRecord>> listed;
+    for (const QUuid& container : containers) {
+        const QList<QUuid> ids = notebook.order.noteOrderByFolder.value(container);
+        for (const QUuid& id : ids.first(std::min(ids.size(), listedAtFirst))) {
+            if (const auto* note = notebook.notes.find(id))
+                listed.append(*note);
+        }
+    }
+    return listed.first(std::min(listed.size(), 3 * listedAtFirst));
+}
+
 } // namespace
 
 void ProjectSession::prepareBootstrap()
@@ -134,8 +155,10 @@ ProjectSession::OpenedProject ProjectSession::readProject(const OrvaneProjectRec
         return failed(data.error());
     options.folder = *std::move(data);
     OpenedProject opened{*held, PersistenceController::open(dataFolder, clock, options), {}};
-    if (opened.store && !(*opened.store)->persistentStoreRecovery())
+    if (opened.store && !(*opened.store)->persistentStoreRecovery()) {
         opened.notebook = notebookOf((*opened.store)->load(), project.id, clock.now());
+        (*opened.store)->readBeginnings(listedFirst(opened.notebook, project.id), listedUnits);
+    }
     return opened;
 }
 

@@ -3,6 +3,7 @@
 
 #include "core/library/ProjectLibraryController.h"
 #include "core/notebook/Notebook.h"
+#include "core/records/RecordFields.h"
 #include "core/records/RecordJson.h"
 #include "core/records/Wording.h"
 #include "core/store/StoreReader.h"
@@ -35,16 +36,17 @@ std::unexpected<FileError> failed(const QString& path, const QString& detail)
 // Of a store that is gone nothing more can be read: what was read before is kept.
 std::optional<Blob> readable(const std::optional<Blob>& bytes)
 {
-    const auto read = bytes ? bytes->tryBytes() : std::unexpected(QString());
+    const auto read = bytes ? bytes->read() : std::unexpected(QString());
     return read ? std::optional(Blob(*read)) : std::nullopt;
 }
 
 Shared<NoteRecord> withReadBytes(const Shared<NoteRecord>& note)
 {
     return note.with([](NoteRecord& each) {
-        for (auto place : noteBytes)
-            each.*place = readable(each.*place);
-        each.titleRTF = readable(each.titleRTF);
+        forEachField<NoteRecord>([&]<typename Type>(const RecordField<NoteRecord, Type>& field) {
+            if constexpr (std::is_same_v<Type, std::optional<Blob>>)
+                each.*field.member = readable(each.*field.member);
+        });
         each.body = NoteText(readable(each.body.utf8()).value_or(Blob(QByteArray())));
     });
 }
@@ -162,14 +164,16 @@ std::expected<void, FileError> RescueFile::writeTexts(const QList<Shared<NoteRec
     if (m_content.notes.size() > mostTextFiles) {
         QByteArray all;
         for (const Shared<NoteRecord>& note : std::as_const(m_content.notes))
-            all += note->titleForList().toUtf8() + "\n\n" + note->body.utf8().bytes() + "\n\n\n";
+            all += note->titleForList().toUtf8() + "\n\n" + note->body.utf8().readOrNothing() +
+                   "\n\n\n";
         return writeFileAtomically(m_folder + u'/' + Words::tr("All notes") + ".txt"_L1, all);
     }
     for (const Shared<NoteRecord>& note : notes) {
         QString& file = m_textFiles[note->id];
         if (file.isEmpty())
             file = textName(*note, m_textFiles.values());
-        if (auto written = writeFileAtomically(m_folder + u'/' + file, note->body.utf8().bytes());
+        if (auto written =
+                writeFileAtomically(m_folder + u'/' + file, note->body.utf8().readOrNothing());
             !written)
             return written;
     }
@@ -244,12 +248,13 @@ std::expected<NotebookSnapshot, FileError> RescueFile::read(const QString& folde
         return failed(folder, (*store)->persistentStoreRecovery()->errorDescription);
     NotebookSnapshot snapshot = (*store)->load();
     for (Shared<NoteRecord>& note : snapshot.notes) {
-        for (int place = 0; place < placesInNote; ++place) {
-            const Blob* bytes = bytesAt(*note, place);
-            const auto read = bytes ? bytes->tryBytes() : QByteArray();
-            if (!read)
-                return failed(folder, read.error());
-        }
+        std::optional<QString> problem;
+        forEachBytes(*note, [&](int, const Blob* bytes) {
+            if (const auto read = bytes ? bytes->read() : QByteArray(); !read)
+                problem = read.error();
+        });
+        if (problem)
+            return failed(folder, *problem);
     }
     return snapshot;
 }

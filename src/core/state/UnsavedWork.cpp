@@ -55,7 +55,7 @@ NotebookFigures NotebookFigures::of(const NotebookSnapshot& notebook)
     NotebookFigures figures;
     figures.notes = int(notebook.notes.size());
     for (const Shared<NoteRecord>& note : notebook.notes) {
-        figures.words += wordCount(note->body.text());
+        figures.words += wordCount(note->body.readOrNothing());
         if (!figures.lastChange || note->updatedAt > *figures.lastChange)
             figures.lastChange = note->updatedAt;
     }

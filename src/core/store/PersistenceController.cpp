@@ -105,6 +105,8 @@ struct PersistenceController::Private {
     std::optional<ProjectLock> lock;
     std::unique_ptr<StoreSession> session;
     std::unique_ptr<StoreCheck> check;
+    std::unique_ptr<StoreWorker> worker;
+    int workerMendings = 0;
 
     Private(const Clock& time, const Options& chosen)
         : clock(time)
@@ -113,6 +115,9 @@ struct PersistenceController::Private {
     {}
 
     std::expected<void, StoreOpenError> open(const QString& dataFolder);
+    /// By the number of their rows.
+    [[nodiscard]] QHash<qint64, Blob> unknownTexts(const QList<Shared<NoteRecord>>& notes,
+                                                   qsizetype units) const;
     std::expected<void, StoreOpenError> holdFolder(const QString& dataFolder);
     std::expected<void, StoreOpenError> openFiles();
     std::expected<void, StoreOpenError> openForReading();
@@ -412,6 +417,66 @@ PersistenceController::readOnlyCopy(const QString& path)
     return readStoreCopy(path, StoreSchema::current());
 }
 
+StoreWorker* PersistenceController::worker()
+{
+    if (m_private->session->store().copy)
+        return nullptr;
+    // One that began with a journal that was mended since sees what was in the former one.
+    const int mendings = m_private->session->mendings();
+    if (!m_private->worker || std::exchange(m_private->workerMendings, mendings) != mendings)
+        m_private->worker = std::make_unique<StoreWorker>(m_private->files->path());
+    return m_private->worker.get();
+}
+
+QHash<qint64, Blob>
+PersistenceController::Private::unknownTexts(const QList<Shared<NoteRecord>>& notes,
+                                             qsizetype units) const
+{
+    QHash<qint64, Blob> texts;
+    const auto& stored = session->store().notes;
+    for (const Shared<NoteRecord>& note : notes) {
+        const auto* slot = stored.find(note->id);
+        // What was changed since it was stored is in memory.
+        if (slot && !note->body.knowsBeginning(units) &&
+            slot->record->body.utf8().isSameCell(note->body.utf8()))
+            texts.insert(slot->row, note->body.utf8());
+    }
+    return texts;
+}
+
+void PersistenceController::readBeginnings(const QList<Shared<NoteRecord>>& notes, qsizetype units)
+{
+    const QHash<qint64, Blob> wanted = m_private->unknownTexts(notes, units);
+    StoreConnection& connection = *m_private->session->store().connection;
+    const auto read = connection.run([&] {
+        return orvane::readBeginnings(connection.database(), wanted.keys(),
+                                      NoteText::bytesFor(units));
+    });
+    if (!read)
+        return; // asked for again when they are shown
+    for (auto each = read->cbegin(); each != read->cend(); ++each)
+        wanted.constFind(each.key())->learn(each.value());
+}
+
+void PersistenceController::learnBeginnings(const QList<Shared<NoteRecord>>& notes, qsizetype units,
+                                            std::function<void()> done)
+{
+    const QHash<qint64, Blob> wanted = m_private->unknownTexts(notes, units);
+    StoreWorker* reader = wanted.isEmpty() ? nullptr : worker();
+    if (!reader)
+        return;
+    reader->read([](StoreReading& store, const QList<qint64>& rows,
+                    qsizetype size) { return store.beginnings(rows, size); },
+                 [wanted, done = std::move(done)](const auto& read) {
+                     if (!read)
+                         return;
+                     for (auto each = read->cbegin(); each != read->cend(); ++each)
+                         wanted.constFind(each.key())->learn(each.value());
+                     done();
+                 },
+                 wanted.keys(), NoteText::bytesFor(units));
+}
+
 void PersistenceController::checkInBackground(StoreCheck::Done done)
 {
     StoreSession& session = *m_private->session;
@@ -440,6 +505,7 @@ PersistenceController::protectAfterDamage(std::unique_ptr<PersistenceController>
     if (p.session->isReadOnly())
         return failed(errorDescription);
     p.check.reset();
+    p.worker.reset();
     const auto ours = p.session->confirmFiles();
     p.session->abandon(); // with its journal, as it is
     if (!ours)

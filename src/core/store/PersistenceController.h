@@ -5,6 +5,7 @@
 #include "core/store/PersistentStoreRecovery.h"
 #include "core/store/StoreCheck.h"
 #include "core/store/StoreError.h"
+#include "core/store/StoreWorker.h"
 #include "platform/Clock.h"
 #include "platform/FolderHandle.h"
 
@@ -137,6 +138,16 @@ public:
     /// process. Any thread.
     [[nodiscard]] static std::expected<NotebookSnapshot, StoreOpenError>
     readOnlyCopy(const QString& path);
+
+    /// A thread that reads the store beside this one; null where the store is read from a copy.
+    [[nodiscard]] StoreWorker* worker();
+    /// Has the beginnings of these notes' texts read by it, so many UTF-16 units each, where they
+    /// are not known yet; `done` is told once they are. Notes that are not stored are passed over.
+    void learnBeginnings(const QList<Shared<NoteRecord>>& notes, qsizetype units,
+                         std::function<void()> done);
+
+    /// The same at once, on this thread.
+    void readBeginnings(const QList<Shared<NoteRecord>>& notes, qsizetype units);
 
     /// Starts a full check of the file on a thread of its own, once per controller; `done` gets
     /// the result on this thread. Ends by itself when the controller is destroyed.

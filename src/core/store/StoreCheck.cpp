@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "core/store/StoreCheck.h"
 
+#include "core/store/RecordColumns.h"
 #include "core/store/StoreConnection.h"
 #include "core/store/StoreReader.h"
 #include "core/store/StoreStatement.h"
@@ -47,17 +48,12 @@ void checkBytes(SQLite::Database& database, qint64 storeKey)
         if (!checksum.isNull() && sum.value() != checksum.integer())
             throwDamage(u"the bytes in row %1 don't match their checksum"_s.arg(row));
     }
-    StoreStatement missing(database,
-                           "WITH expected(row, length) AS ("
-                           "SELECT 8 * row, bodyRTF FROM OrvaneNote UNION ALL "
-                           "SELECT 8 * row + 1, richContentPayload FROM OrvaneNote UNION ALL "
-                           "SELECT 8 * row + 2, editorTypingAttributesPayload FROM OrvaneNote "
-                           "UNION ALL SELECT 8 * row + 3, embeddedFilePayload FROM OrvaneNote "
-                           "UNION ALL SELECT 8 * row + 4, shapesPayload FROM OrvaneNote "
-                           "UNION ALL SELECT 8 * row + 5, body FROM OrvaneNote) "
-                           "SELECT expected.row FROM expected LEFT JOIN OrvaneNoteBytes AS found "
-                           "ON found.row = expected.row WHERE expected.length > 0 AND "
-                           "length(found.bytes) IS NOT expected.length LIMIT 1");
+    const std::string query =
+        "WITH expected(row, length) AS (" + expectedBytesStatement() +
+        ") SELECT expected.row FROM expected LEFT JOIN OrvaneNoteBytes AS found "
+        "ON found.row = expected.row WHERE expected.length > 0 AND "
+        "length(found.bytes) IS NOT expected.length LIMIT 1";
+    StoreStatement missing(database, query.c_str());
     if (missing.step())
         throwDamage(
             u"the bytes in row %1 are missing or cut short"_s.arg(missing.value(0).integer()));

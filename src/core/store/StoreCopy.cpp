@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "core/store/StoreCopy.h"
 
+#include "core/records/RecordFields.h"
 #include "core/store/PersistentStoreRecovery.h"
 #include "core/store/StoreFiles.h"
 #include "core/store/StoreJournal.h"
@@ -143,10 +144,10 @@ std::expected<NotebookSnapshot, StoreOpenError> readStoreCopy(const QString& pat
     }
     NotebookSnapshot snapshot = opened->snapshot();
     for (const Shared<NoteRecord>& note : std::as_const(snapshot.notes)) {
-        for (int place = 0; place < placesInNote; ++place) {
-            if (const Blob* bytes = bytesAt(*note, place))
-                static_cast<void>(bytes->tryBytes());
-        }
+        forEachBytes(*note, [](int, const Blob* bytes) {
+            if (bytes)
+                static_cast<void>(bytes->read());
+        });
     }
     opened->bytes->detach();
     return snapshot;

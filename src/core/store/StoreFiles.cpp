@@ -99,14 +99,20 @@ bool StoreFiles::anyStands() const
 
 void StoreFiles::remember()
 {
-    const auto identity = [](const QString& path) {
-        auto found = FileIdentity::of(path);
+    const auto identity = [this](const QString& path) {
+        auto found = identityOf(path);
         if (!found && found.error().code != FileError::Code::NotFound)
-            found = FileIdentity::of(path); // without an answer no save would ever succeed
+            found = identityOf(path); // without an answer no save would ever succeed
         return found ? std::optional(*found) : std::nullopt;
     };
     m_store = identity(m_path);
     m_journal = identity(journalOf(m_path));
+}
+
+std::expected<FileIdentity, FileError> StoreFiles::identityOf(const QString& path) const
+{
+    const FolderHandle& folder = m_target ? *m_target : *m_folder;
+    return folder.identityOf(QFile::encodeName(path.sliced(folder.path().size() + 1)));
 }
 
 StoreError StoreFiles::unreachable(const FileError& error) const
@@ -119,7 +125,7 @@ StoreError StoreFiles::unreachable(const FileError& error) const
 
 std::expected<void, StoreError> StoreFiles::storeInPlace() const
 {
-    const auto now = FileIdentity::of(m_path);
+    const auto now = identityOf(m_path);
     if (!now)
         return std::unexpected(unreachable(now.error()));
     if (now != m_store)
@@ -132,7 +138,7 @@ std::expected<bool, StoreError> StoreFiles::journalInPlace() const
 {
     if (!m_journal)
         return true;
-    const auto now = FileIdentity::of(journalOf(m_path));
+    const auto now = identityOf(journalOf(m_path));
     if (!now && now.error().code != FileError::Code::NotFound)
         return std::unexpected(unreachable(now.error()));
     return now && *now == *m_journal;

@@ -52,6 +52,8 @@ public:
     [[nodiscard]] std::expected<void, StoreError> setJournalAside() const;
 
 private:
+    /// Of a file beside the store, or of the store.
+    [[nodiscard]] std::expected<FileIdentity, FileError> identityOf(const QString& path) const;
     [[nodiscard]] StoreError unreachable(const FileError& error) const;
 
     std::shared_ptr<const FolderHandle> m_folder;

@@ -161,9 +161,9 @@ std::expected<void, StoreFailure> readAll(OpenedStore& store)
         SQLite::Database& database = store.connection->database();
         store.state = readStoreState(database);
         const qint64 key = store.state.storeKey;
-        store.bytes = std::make_shared<StoreBytesSource>(*store.connection, key);
+        store.bytes = new StoreBytesSource(*store.connection, key);
         auto folders = readFolders(database, key);
-        auto notes = readNotes(database, key, store.bytes);
+        auto notes = readNotes(database, key, SharedBlobSource(store.bytes.data()));
         if (folders.rowCount < store.state.folderCount || notes.rowCount < store.state.noteCount)
             throwDamage(u"%1 folders and %2 notes are there of %3 and %4"_s.arg(folders.rowCount)
                             .arg(notes.rowCount)

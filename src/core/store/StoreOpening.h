@@ -23,7 +23,7 @@ struct OpenedStore {
     /// Set when the store is read from a copy.
     std::unique_ptr<QTemporaryDir> copy;
     std::unique_ptr<StoreConnection> connection;
-    std::shared_ptr<StoreBytesSource> bytes;
+    QExplicitlySharedDataPointer<StoreBytesSource> bytes;
     StoreState state;
     StoredRecords<FolderRecord> folders;
     StoredRecords<NoteRecord> notes;

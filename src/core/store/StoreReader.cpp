@@ -2,6 +2,7 @@
 #include "core/store/StoreReader.h"
 
 #include "core/store/ColumnText.h"
+#include "core/store/RecordColumns.h"
 #include "core/store/StoreConnection.h"
 #include "core/store/StoreStatement.h"
 
@@ -17,50 +18,116 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// The values of one row, fetched once.
-template <int count>
+template <typename Record>
 struct Row {
-    std::array<StoreValue, count> values;
+    static constexpr int columns = columnsOf<Record>();
+    std::array<StoreValue, size_t(columns)> values;
 
     explicit Row(const StoreStatement& statement)
     {
-        for (int column = 0; column < count; ++column)
+        for (int column = 0; column < columns; ++column)
             values[size_t(column)] = statement.value(column);
     }
-    const StoreValue& operator[](int column) const { return values[size_t(column)]; }
+    [[nodiscard]] qint64 number() const { return values.front().integer(); }
+    [[nodiscard]] const StoreValue& checksum() const { return values.back(); }
 };
 
-std::optional<QUuid> uuid(const StoreValue& value)
+/// Where a field's bytes are to be read when they are asked for.
+struct BytesPlace {
+    const SharedBlobSource& source;
+    qint64 key;
+    bool isInRecord;
+};
+
+// Each takes a field from its column, and tells whether the column has what the field needs.
+
+bool take(QUuid& id, const StoreValue* value, const BytesPlace&)
 {
-    return value.isText() ? uuidFromStore(value.bytes()) : std::nullopt;
+    const auto read = value->isText() ? uuidFromStore(value->bytes()) : std::nullopt;
+    id = read.value_or(QUuid());
+    return read.has_value();
 }
 
-std::optional<QString> text(const StoreValue& value)
+bool take(std::optional<QUuid>& id, const StoreValue* value, const BytesPlace&)
 {
-    return value.isText() ? std::optional(QString::fromUtf8(value.bytes())) : std::nullopt;
+    id = value->isText() ? uuidFromStore(value->bytes()) : std::nullopt;
+    return true;
 }
 
-bool boolean(const StoreValue& value)
+bool take(QString& text, const StoreValue* value, const BytesPlace&)
 {
-    return !value.isNull() && value.number() != 0;
+    if (value->isText() || value->isBytes())
+        text = QString::fromUtf8(value->bytes());
+    return value->isText();
 }
 
-std::optional<Blob> inlineBytes(const StoreValue& value)
+bool take(std::optional<QString>& text, const StoreValue* value, const BytesPlace&)
 {
-    return value.isBytes() ? std::optional<Blob>(value.bytes().toByteArray()) : std::nullopt;
+    if (value->isText())
+        text = QString::fromUtf8(value->bytes());
+    return true;
 }
 
-std::optional<Blob> unreadBytes(const StoreValue& value, const std::shared_ptr<BlobSource>& source,
-                                qint64 key)
+bool take(Rare<QString>& text, const StoreValue* value, const BytesPlace&)
 {
-    if (!value.isInteger())
-        return std::nullopt;
-    const qint64 length = value.integer();
-    return length > 0 ? Blob(length, source, key) : Blob(QByteArray());
+    if (value->isText())
+        text = QString::fromUtf8(value->bytes());
+    return true;
 }
 
-QString readableText(const StoreValue& value)
+bool take(Timestamp& date, const StoreValue* value, const BytesPlace&)
 {
-    return value.isText() || value.isBytes() ? QString::fromUtf8(value.bytes()) : QString();
+    date = {value->integer()};
+    return value->isInteger();
+}
+
+bool take(QStringList& tags, const StoreValue* value, const BytesPlace&)
+{
+    tags = tagsFromStore(value->bytes());
+    return true;
+}
+
+bool take(bool& flag, const StoreValue* value, const BytesPlace&)
+{
+    flag = !value->isNull() && value->number() != 0;
+    return true;
+}
+
+Blob unread(qint64 length, const BytesPlace& place, const QByteArray& beginning = {})
+{
+    return length > 0 ? Blob(length, place.source, place.key, beginning) : Blob(QByteArray());
+}
+
+bool take(std::optional<Blob>& bytes, const StoreValue* value, const BytesPlace& place)
+{
+    if (place.isInRecord && value->isBytes())
+        bytes.emplace(value->bytes().toByteArray());
+    else if (!place.isInRecord && value->isInteger())
+        bytes = unread(value->integer(), place);
+    return true;
+}
+
+bool take(NoteText& text, const StoreValue* value, const BytesPlace& place)
+{
+    const StoreValue& firstLine = value[1];
+    if (value->isInteger() && value->integer() > 0)
+        text = NoteText(unread(value->integer(), place, firstLine.bytes().toByteArray()));
+    return value->isInteger();
+}
+
+// False when a required value is missing; the others are there all the same.
+template <typename Record>
+bool fill(Record& record, const Row<Record>& row, const SharedBlobSource& source)
+{
+    bool isWhole = true;
+    const StoreValue* value = row.values.data() + 1;
+    forEachField<Record>([&]<typename Type>(const RecordField<Record, Type>& field) {
+        const BytesPlace place{source, row.number() * bytesPerNote + field.place,
+                               field.place == field.inRecord};
+        isWhole = take(record.*field.member, value, place) && isWhole;
+        value += columnsOfField<Type>;
+    });
+    return isWhole;
 }
 
 // An id for a row that has none: the same each time the store is read.
@@ -71,129 +138,89 @@ QUuid derivedId(qint64 storeKey, const char* kind, qint64 row)
                                u"%1/%2/%3"_s.arg(storeKey).arg(QLatin1String(kind)).arg(row));
 }
 
-constexpr int folderColumns = 10;
-
-bool isWhole(const FolderRecord&, const Row<folderColumns>& row)
+// Bytes whose length the note's row doesn't say, as they stand in their own.
+std::optional<Blob> bytesWithoutLength(SQLite::Database& database, const SharedBlobSource& source,
+                                       qint64 key)
 {
-    return uuid(row[1]) && row[2].isText() && row[3].isInteger();
+    StoreStatement statement(database, "SELECT length(bytes) FROM OrvaneNoteBytes WHERE row = ?");
+    statement.bindInteger(1, key);
+    if (!statement.step() || !statement.value(0).isInteger())
+        return std::nullopt;
+    return unread(statement.value(0).integer(), {source, key, false});
 }
 
-void fill(FolderRecord& folder, const Row<folderColumns>& row)
+void recover(FolderRecord& folder, qint64 number, qint64 storeKey, SQLite::Database&,
+             const SharedBlobSource&)
 {
-    folder.id = uuid(row[1]).value_or(QUuid());
-    folder.name = QString::fromUtf8(row[2].bytes());
-    folder.createdAt = {row[3].integer()};
-    folder.parentFolderID = uuid(row[4]);
-    folder.iconName = text(row[5]);
-    folder.titleRTF = inlineBytes(row[6]);
-    folder.tags = tagsFromStore(row[7].bytes());
-    folder.isPinned = boolean(row[8]);
-}
-
-void recover(FolderRecord& folder, const Row<folderColumns>& row, qint64 storeKey)
-{
-    fill(folder, row);
     if (folder.id.isNull())
-        folder.id = derivedId(storeKey, "folder", row[0].integer());
-    folder.name = readableText(row[2]);
+        folder.id = derivedId(storeKey, "folder", number);
     if (folder.name.isEmpty())
         folder.name = QCoreApplication::translate("StoreReader", "Recovered folder");
 }
 
-constexpr int firstBytesColumn = 13;
-constexpr int bodyColumn = firstBytesColumn + bodyPlace;
-constexpr int noteColumns = bodyColumn + 2;
-
-bool isWhole(const NoteRecord&, const Row<noteColumns>& row)
+void recover(NoteRecord& note, qint64 number, qint64 storeKey, SQLite::Database& database,
+             const SharedBlobSource& source)
 {
-    return uuid(row[1]) && uuid(row[2]) && row[3].isText() && row[4].isInteger() &&
-           row[5].isInteger() && row[bodyColumn].isInteger();
-}
-
-void fill(NoteRecord& note, const Row<noteColumns>& row, const std::shared_ptr<BlobSource>& source)
-{
-    note.id = uuid(row[1]).value_or(QUuid());
-    note.folderID = uuid(row[2]).value_or(QUuid());
-    note.title = QString::fromUtf8(row[3].bytes());
-    note.createdAt = {row[4].integer()};
-    note.updatedAt = {row[5].integer()};
-    note.tags = tagsFromStore(row[6].bytes());
-    note.iconName = text(row[7]);
-    note.embeddedFileType = text(row[8]);
-    note.embeddedFileAssetID = text(row[9]);
-    note.isPinned = boolean(row[10]);
-    note.pdfSourceURLString = text(row[11]);
-    note.titleRTF = inlineBytes(row[12]);
-    const qint64 key = row[0].integer() * bytesPerNote;
-    for (int place = 0; place < int(std::size(noteBytes)); ++place)
-        note.*noteBytes[place] = unreadBytes(row[firstBytesColumn + place], source, key + place);
-    if (const auto body = unreadBytes(row[bodyColumn], source, key + bodyPlace))
-        note.body = NoteText(*body);
-}
-
-// Bytes whose length the note's row doesn't say, as they stand in their own.
-std::optional<Blob> bytesWithoutLength(SQLite::Database& database,
-                                       const std::shared_ptr<BlobSource>& source, qint64 key)
-{
-    StoreStatement statement(database, "SELECT length(bytes) FROM OrvaneNoteBytes WHERE row = ?");
-    statement.bindInteger(1, key);
-    return statement.step() ? unreadBytes(statement.value(0), source, key) : std::nullopt;
-}
-
-void recover(NoteRecord& note, const Row<noteColumns>& row, qint64 storeKey,
-             SQLite::Database& database, const std::shared_ptr<BlobSource>& source)
-{
-    fill(note, row, source);
-    const qint64 number = row[0].integer();
     if (note.id.isNull())
         note.id = derivedId(storeKey, "note", number);
-    note.title = readableText(row[3]);
     if (note.title.isEmpty())
         note.title = QCoreApplication::translate("StoreReader", "Recovered note");
-    if (!row[4].isInteger())
+    if (note.createdAt == Timestamp())
         note.createdAt = note.updatedAt;
-    if (!row[5].isInteger())
+    if (note.updatedAt == Timestamp())
         note.updatedAt = note.createdAt;
-    for (int place = 0; place < placesInNote; ++place) {
-        if (row[firstBytesColumn + place].isInteger())
-            continue;
-        auto bytes = bytesWithoutLength(database, source, number * bytesPerNote + place);
-        if (bytes && place == bodyPlace)
-            note.body = NoteText(*std::move(bytes));
-        else if (bytes)
-            note.*noteBytes[place] = std::move(bytes);
-    }
+    forEachField<NoteRecord>([&]<typename Type>(const RecordField<NoteRecord, Type>& field) {
+        const qint64 key = number * bytesPerNote + field.place;
+        if constexpr (std::is_same_v<Type, NoteText>) {
+            auto bytes = (note.*field.member).isEmpty() ? bytesWithoutLength(database, source, key)
+                                                        : std::nullopt;
+            if (bytes)
+                note.*field.member = NoteText(*std::move(bytes));
+        } else if constexpr (std::is_same_v<Type, std::optional<Blob>>) {
+            if (field.place != field.inRecord && !(note.*field.member))
+                note.*field.member = bytesWithoutLength(database, source, key);
+        }
+    });
 }
 
-// Reads a whole table whose columns are the row's number, the values, and their checksum.
-template <typename Record, int columns, typename Fill, typename Recover, typename Order>
-StoredRows<Record> readRows(StoreStatement& statement, qint64 storeKey, const char* kind,
-                            Fill&& fill, Recover&& recover, Order&& order)
+qint64 orderOf(const FolderRecord& folder)
 {
+    return folder.createdAt.msecs;
+}
+
+qint64 orderOf(const NoteRecord& note)
+{
+    return ~note.updatedAt.msecs;
+}
+
+// Reads a whole table.
+template <typename Record>
+StoredRows<Record> readRows(SQLite::Database& database, qint64 storeKey, const char* kind,
+                            const SharedBlobSource& source)
+{
+    StoreStatement statement(database, selectStatement<Record>().c_str());
     StoredRows<Record> rows;
     while (statement.step()) {
-        const Row<columns> row(statement);
-        const qint64 number = row[0].integer();
+        const Row<Record> row(statement);
+        const qint64 number = row.number();
         ++rows.rowCount;
         rows.lastRow = std::max(rows.lastRow, number);
-        if (const StoreValue& checksum = row[columns - 1]; !checksum.isNull()) {
+        if (const StoreValue& checksum = row.checksum(); !checksum.isNull()) {
             StoreChecksum sum(storeKey);
-            for (int column = 0; column < columns - 1; ++column)
-                row[column].addTo(sum);
+            for (int column = 0; column < row.columns - 1; ++column)
+                row.values[size_t(column)].addTo(sum);
             if (sum.value() != checksum.integer())
                 throwDamage(u"%1 in row %2 doesn't match its checksum"_s.arg(QLatin1String(kind))
                                 .arg(number));
         }
-        auto record = std::make_shared<Record>();
-        if (isWhole(*record, row)) {
-            fill(*record, row);
-        } else {
+        Record record;
+        if (!fill(record, row, source)) {
             qWarning("%s in row %lld lacks a value and is shown as recovered", kind,
                      qlonglong(number));
-            recover(*record, row);
+            recover(record, number, storeKey, database, source);
         }
-        const qint64 place = order(*record);
-        rows.items.push_back({place, number, Shared<Record>(std::move(record))});
+        const qint64 order = orderOf(record);
+        rows.items.push_back({order, number, Shared<Record>(std::move(record))});
     }
     std::stable_sort(rows.items.begin(), rows.items.end(),
                      [](const auto& a, const auto& b) { return a.order < b.order; });
@@ -212,36 +239,30 @@ StoreState readStoreState(SQLite::Database& database)
             statement.value(2).integer(), statement.value(3).integer()};
 }
 
+QHash<qint64, QByteArray> readBeginnings(SQLite::Database& database, const QList<qint64>& rows,
+                                         qsizetype size)
+{
+    QHash<qint64, QByteArray> found;
+    StoreStatement text(database, "SELECT substr(bytes, 1, ?) FROM OrvaneNoteBytes WHERE row = ?");
+    for (const qint64 row : rows) {
+        text.bindInteger(1, size);
+        text.bindInteger(2, row * bytesPerNote + placeOf(&NoteRecord::body));
+        if (text.step())
+            found.insert(row, text.value(0).bytes().toByteArray());
+        text.reset();
+    }
+    return found;
+}
+
 StoredRows<FolderRecord> readFolders(SQLite::Database& database, qint64 storeKey)
 {
-    StoreStatement statement(database,
-                             "SELECT row, id, name, createdAt, parentFolderID, iconName, titleRTF, "
-                             "tagsJSON, isPinned, checksum FROM OrvaneFolder");
-    return readRows<FolderRecord, folderColumns>(
-        statement, storeKey, "the folder",
-        [](FolderRecord& folder, const Row<folderColumns>& row) { fill(folder, row); },
-        [&](FolderRecord& folder, const Row<folderColumns>& row) {
-            recover(folder, row, storeKey);
-        },
-        [](const FolderRecord& folder) { return folder.createdAt.msecs; });
+    return readRows<FolderRecord>(database, storeKey, "the folder", {});
 }
 
 StoredRows<NoteRecord> readNotes(SQLite::Database& database, qint64 storeKey,
-                                 const std::shared_ptr<BlobSource>& source)
+                                 const SharedBlobSource& source)
 {
-    StoreStatement statement(
-        database,
-        "SELECT row, id, folderID, title, createdAt, updatedAt, tagsJSON, iconName, "
-        "embeddedFileType, embeddedFileAssetID, isPinned, pdfSourceURLString, titleRTF, bodyRTF, "
-        "richContentPayload, editorTypingAttributesPayload, embeddedFilePayload, shapesPayload, "
-        "body, checksum FROM OrvaneNote");
-    return readRows<NoteRecord, noteColumns>(
-        statement, storeKey, "the note",
-        [&](NoteRecord& note, const Row<noteColumns>& row) { fill(note, row, source); },
-        [&](NoteRecord& note, const Row<noteColumns>& row) {
-            recover(note, row, storeKey, database, source);
-        },
-        [](const NoteRecord& note) { return ~note.updatedAt.msecs; });
+    return readRows<NoteRecord>(database, storeKey, "the note", source);
 }
 
 } // namespace orvane

@@ -6,10 +6,10 @@
 #include "core/records/NoteRecord.h"
 #include "core/records/Shared.h"
 
+#include <QHash>
 #include <QList>
 #include <QString>
 
-#include <memory>
 #include <vector>
 
 namespace SQLite {
@@ -43,31 +43,6 @@ struct StoredRows {
     qint64 rowCount = 0;
 };
 
-/// A note's body and its rich bytes are the rows 8 * note + place in "OrvaneNoteBytes".
-inline constexpr int bytesPerNote = 8;
-
-/// The rich bytes of a note by their place. The column of the same place holds the length.
-inline constexpr std::optional<Blob> NoteRecord::*noteBytes[] = {
-    &NoteRecord::bodyRTF,
-    &NoteRecord::richContentPayload,
-    &NoteRecord::editorTypingAttributesPayload,
-    &NoteRecord::embeddedFilePayload,
-    &NoteRecord::shapesPayload,
-};
-
-/// The body's place, after those.
-inline constexpr int bodyPlace = int(std::size(noteBytes));
-inline constexpr int placesInNote = bodyPlace + 1;
-
-/// What stands at a place of a note, or null. Valid as long as the note.
-[[nodiscard]] inline const Blob* bytesAt(const NoteRecord& note, int place)
-{
-    if (place == bodyPlace)
-        return &note.body.utf8();
-    const auto& bytes = note.*noteBytes[place];
-    return bytes ? &*bytes : nullptr;
-}
-
 // A row that lacks a required value, or whose id is none, is given as a recovered record: with what
 // can be read, without a folder where it names none, and with an id that is made from the store's
 // key and the row's number. Its row isn't changed by that.
@@ -77,6 +52,10 @@ StoreState readStoreState(SQLite::Database& database);
 StoredRows<FolderRecord> readFolders(SQLite::Database& database, qint64 storeKey);
 /// Bodies and rich bytes become unread blobs of `source`.
 StoredRows<NoteRecord> readNotes(SQLite::Database& database, qint64 storeKey,
-                                 const std::shared_ptr<BlobSource>& source);
+                                 const SharedBlobSource& source);
+
+/// The first bytes, at most `size`, of the texts of these notes, by the number of their rows.
+QHash<qint64, QByteArray> readBeginnings(SQLite::Database& database, const QList<qint64>& rows,
+                                         qsizetype size);
 
 } // namespace orvane

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "core/store/StoreSchema.h"
 
+#include "core/store/RecordColumns.h"
+#include "core/store/StoreConnection.h"
 #include "core/store/StoreStatement.h"
 
 #include <QHash>
@@ -13,10 +15,35 @@ namespace orvane {
 
 namespace {
 
-// Columns that are read at opening stand before those that may be long. A note's body and its
-// rich bytes are rows of their own, numbered 8 * the note's row + their place; the note's column
-// then holds their length. docs/formats.md describes every column.
-std::string noteTable(const char* body)
+// docs/formats.md describes every column.
+constexpr const char* otherTables = R"(
+CREATE TABLE OrvaneStore (
+    row INTEGER PRIMARY KEY CHECK (row = 1),
+    storeKey INTEGER NOT NULL,
+    generation INTEGER NOT NULL,
+    folderCount INTEGER NOT NULL,
+    noteCount INTEGER NOT NULL
+);
+CREATE TABLE OrvaneNoteBytes (
+    row INTEGER PRIMARY KEY,
+    checksum INTEGER,
+    bytes BLOB
+);
+CREATE TABLE OrvaneNotebookMeta (
+    row INTEGER PRIMARY KEY,
+    id TEXT, binderLayoutJSON BLOB,
+    checksum INTEGER
+);
+)";
+
+std::string currentTables()
+{
+    return otherTables + createTableStatement<FolderRecord>() + createTableStatement<NoteRecord>();
+}
+
+// The tables of folders and notes as schemas 1 and 2 had them, with the body of a note as a column
+// of that type.
+std::string formerNoteTable(const char* body)
 {
     return std::string(R"(
 CREATE TABLE OrvaneNote (
@@ -33,34 +60,16 @@ CREATE TABLE OrvaneNote (
 )";
 }
 
-// With the body of a note as a column of that type.
-std::string allTables(const char* body)
+std::string formerTables(const char* body)
 {
-    return R"(
-CREATE TABLE OrvaneStore (
-    row INTEGER PRIMARY KEY CHECK (row = 1),
-    storeKey INTEGER NOT NULL,
-    generation INTEGER NOT NULL,
-    folderCount INTEGER NOT NULL,
-    noteCount INTEGER NOT NULL
-);
+    return std::string(otherTables) + R"(
 CREATE TABLE OrvaneFolder (
     row INTEGER PRIMARY KEY,
     id TEXT, name TEXT, createdAt INTEGER, parentFolderID TEXT, iconName TEXT, titleRTF BLOB,
     tagsJSON TEXT, isPinned INTEGER,
     checksum INTEGER
 );
-CREATE TABLE OrvaneNoteBytes (
-    row INTEGER PRIMARY KEY,
-    checksum INTEGER,
-    bytes BLOB
-);
-CREATE TABLE OrvaneNotebookMeta (
-    row INTEGER PRIMARY KEY,
-    id TEXT, binderLayoutJSON BLOB,
-    checksum INTEGER
-);
-)" + noteTable(body);
+)" + formerNoteTable(body);
 }
 
 // One form for statements that differ only in how they are laid out and quoted.
@@ -96,7 +105,7 @@ void moveBodiesOut(SQLite::Database& database)
                   "SELECT 8 * row + 5, NULL, CAST(body AS BLOB) FROM OrvaneNote "
                   "WHERE length(CAST(body AS BLOB)) > 0");
     database.exec("ALTER TABLE OrvaneNote RENAME TO OrvaneNote1");
-    database.exec(noteTable("INTEGER"));
+    database.exec(formerNoteTable("INTEGER"));
     database.exec("INSERT INTO OrvaneNote SELECT row, id, folderID, title, createdAt, updatedAt, "
                   "tagsJSON, iconName, embeddedFileType, embeddedFileAssetID, isPinned, "
                   "pdfSourceURLString, titleRTF, bodyRTF, richContentPayload, "
@@ -105,12 +114,103 @@ void moveBodiesOut(SQLite::Database& database)
     database.exec("DROP TABLE OrvaneNote1");
 }
 
+// Schema 2 had room for eight values beside a note, and no first lines.
+constexpr int formerBytesPerNote = 8;
+constexpr int formerBodyPlace = 5;
+
+// The bytes of a row of "OrvaneNoteBytes2". Where they are damaged they move as they are, and stay
+// unreadable.
+void moveBytes(SQLite::Database& database, qint64 storeKey)
+{
+    StoreStatement from(database, "SELECT row, checksum, bytes FROM OrvaneNoteBytes2");
+    StoreStatement to(database, "INSERT INTO OrvaneNoteBytes (row, checksum, bytes) "
+                                "VALUES (?, ?, ?)");
+    while (from.step()) {
+        const qint64 row = from.value(0).integer();
+        const qint64 place = row % formerBytesPerNote;
+        const qint64 key = row / formerBytesPerNote * bytesPerNote + place;
+        const QByteArrayView bytes = from.value(2).bytes();
+        StoreChecksum before(storeKey);
+        before.addInteger(row);
+        before.addBytes(bytes);
+        StoreChecksum after(storeKey);
+        after.addInteger(key);
+        after.addBytes(bytes);
+        const StoreValue checksum = from.value(1);
+        const bool isSound = checksum.isNull() || checksum.integer() == before.value();
+        to.bindInteger(1, key);
+        to.bindInteger(2, isSound ? after.value() : ~after.value());
+        to.bindBytes(3, bytes);
+        to.run();
+    }
+}
+
+QByteArray firstLineIn(SQLite::Database& database, qint64 row)
+{
+    StoreStatement body(database, "SELECT bytes FROM OrvaneNoteBytes2 WHERE row = ?");
+    body.bindInteger(1, row * formerBytesPerNote + formerBodyPlace);
+    return body.step() ? NoteText(Blob(body.value(0).bytes().toByteArray())).firstLine().toUtf8()
+                       : QByteArray();
+}
+
+// A row of "OrvaneNote2", with the first line of a note that has no title.
+void moveNotes(SQLite::Database& database, qint64 storeKey)
+{
+    constexpr int columns = 20;
+    constexpr int titleColumn = 3;
+    StoreStatement from(database, "SELECT * FROM OrvaneNote2");
+    StoreStatement to(database, "INSERT INTO OrvaneNote VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, "
+                                "?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
+    while (from.step()) {
+        const qint64 row = from.value(0).integer();
+        StoreChecksum before(storeKey);
+        StoreChecksum after(storeKey);
+        for (int column = 0; column < columns - 1; ++column) {
+            const StoreValue value = from.value(column);
+            value.addTo(before);
+            value.addTo(after);
+            to.bindValue(column + 1, value);
+        }
+        const bool isUntitled =
+            QString::fromUtf8(from.value(titleColumn).bytes()).trimmed().isEmpty();
+        const QByteArray firstLine = isUntitled ? firstLineIn(database, row) : QByteArray();
+        if (isUntitled) {
+            after.addText(firstLine);
+            to.bindText(columns, firstLine);
+        } else {
+            after.addNull();
+            to.bindNull(columns);
+        }
+        const StoreValue checksum = from.value(columns - 1);
+        if (!checksum.isNull() && checksum.integer() != before.value())
+            throwDamage(QStringLiteral("the note in row %1 doesn't match its checksum").arg(row));
+        to.bindInteger(columns + 1, after.value());
+        to.run();
+    }
+}
+
+void makeRoomBesideNotes(SQLite::Database& database)
+{
+    const qint64 storeKey = database.execAndGet("SELECT storeKey FROM OrvaneStore").getInt64();
+    for (const char* table : {"OrvaneNote", "OrvaneNoteBytes"})
+        database.exec(std::string("ALTER TABLE ") + table + " RENAME TO " + table + '2');
+    database.exec("CREATE TABLE OrvaneNoteBytes (row INTEGER PRIMARY KEY, checksum INTEGER, "
+                  "bytes BLOB)");
+    database.exec(createTableStatement<NoteRecord>());
+    moveBytes(database, storeKey);
+    moveNotes(database, storeKey);
+    database.exec("DROP TABLE OrvaneNote2");
+    database.exec("DROP TABLE OrvaneNoteBytes2");
+}
+
 } // namespace
 
 const StoreSchema& StoreSchema::current()
 {
-    static const StoreSchema schema{
-        2, allTables("INTEGER"), {{1, allTables("TEXT"), moveBodiesOut}}};
+    static const StoreSchema schema{3,
+                                    currentTables(),
+                                    {{1, formerTables("TEXT"), moveBodiesOut},
+                                     {2, formerTables("INTEGER"), makeRoomBesideNotes}}};
     return schema;
 }
 

@@ -58,6 +58,11 @@ void StoreStatement::bindBytes(int parameter, QByteArrayView bytes)
                               sqlite3_uint64(bytes.size()), SQLITE_STATIC));
 }
 
+void StoreStatement::bindValue(int parameter, const StoreValue& value)
+{
+    check(sqlite3_bind_value(m_statement.get(), parameter, value.m_value));
+}
+
 bool StoreStatement::step()
 {
     const int code = sqlite3_step(m_statement.get());

@@ -32,6 +32,7 @@ public:
     void addTo(StoreChecksum& sum) const;
 
 private:
+    friend class StoreStatement;
     enum class Type { Null, Integer, Number, Text, Bytes };
 
     sqlite3_value* m_value = nullptr;
@@ -51,6 +52,8 @@ public:
     void bindInteger(int parameter, qint64 value);
     void bindText(int parameter, QByteArrayView utf8);
     void bindBytes(int parameter, QByteArrayView bytes);
+    /// A value of another statement's present row.
+    void bindValue(int parameter, const StoreValue& value);
 
     /// The next row; false at the end, after which the statement can be bound and run again.
     bool step();

@@ -2,8 +2,9 @@
 #include "core/store/StoreWriter.h"
 
 #include "core/store/ColumnText.h"
+#include "core/store/RecordColumns.h"
 
-#include <ranges>
+#include <array>
 #include <sqlite3.h>
 
 namespace orvane {
@@ -17,36 +18,93 @@ namespace {
 constexpr qsizetype largestValue = 900'000'000;
 constexpr qsizetype bytesPerUnit = 3;
 
-template <typename Text>
-void optionalText(RowBinder& row, const std::optional<QString>& value, Text& keep)
-{
-    if (!value)
-        return row.null();
-    keep = value->toUtf8();
-    row.text(keep);
-}
+/// Binds the fields of a record in their order. What is bound stays here until the row is written.
+template <typename Record>
+class FieldBinder {
+public:
+    FieldBinder(StoreStatement& statement, qint64 storeKey, qint64 row)
+        : m_row(statement, storeKey, 1)
+    {
+        m_row.addRowNumber(row);
+    }
 
-void optionalBytes(RowBinder& row, const std::optional<Blob>& value, QByteArray& keep)
+    void bindFields(const Record& record)
+    {
+        forEachField<Record>([&]<typename Type>(const RecordField<Record, Type>& field) {
+            if constexpr (std::is_same_v<Type, NoteText>) {
+                m_row.integer((record.*field.member).utf8().size());
+                bind(storedFirstLine(record));
+            } else if constexpr (std::is_same_v<Type, std::optional<Blob>>) {
+                bindBytes(record.*field.member, field.place == field.inRecord);
+            } else {
+                bind(record.*field.member);
+            }
+        });
+        m_row.checksum();
+    }
+    [[nodiscard]] int nextParameter() const { return m_row.nextParameter(); }
+
+private:
+    void bind(const QUuid& id) { text(uuidToStore(id)); }
+    void bind(const QString& value) { text(value.toUtf8()); }
+    void bind(const QStringList& tags) { text(tagsToStore(tags)); }
+    void bind(const Timestamp& date) { m_row.integer(date.msecs); }
+    void bind(bool flag) { m_row.integer(flag); }
+    template <typename T>
+    void bind(const std::optional<T>& value)
+    {
+        if (value)
+            bind(*value);
+        else
+            m_row.null();
+    }
+    template <typename T>
+    void bind(const Rare<T>& value)
+    {
+        bind(std::optional<T>(value));
+    }
+    void bindBytes(const std::optional<Blob>& bytes, bool isInRecord)
+    {
+        if (!bytes)
+            m_row.null();
+        else if (isInRecord)
+            m_row.bytes(m_kept[m_next++] = bytes->readOrNothing());
+        else
+            m_row.integer(bytes->size());
+    }
+    void text(QByteArray utf8) { m_row.text(m_kept[m_next++] = std::move(utf8)); }
+
+    RowBinder m_row;
+    std::array<QByteArray, size_t(columnsOf<Record>())> m_kept;
+    size_t m_next = 0;
+};
+
+template <typename Record>
+void writeRow(StoreStatement& statement, qint64 storeKey, qint64 row, const Record& record)
 {
-    if (!value)
-        return row.null();
-    keep = value->bytes();
-    row.bytes(keep);
+    FieldBinder<Record> values(statement, storeKey, row);
+    values.bindFields(record);
+    statement.bindInteger(values.nextParameter(), row);
+    statement.run();
 }
 
 bool sameColumns(const NoteRecord& a, const NoteRecord& b)
 {
-    for (int place = 0; place < placesInNote; ++place) {
-        const Blob* left = bytesAt(a, place);
-        const Blob* right = bytesAt(b, place);
-        if (!left != !right || (left && left->size() != right->size()))
-            return false;
-    }
-    return a.folderID == b.folderID && a.title == b.title && a.createdAt == b.createdAt &&
-           a.updatedAt == b.updatedAt && a.tags == b.tags && a.iconName == b.iconName &&
-           a.embeddedFileType == b.embeddedFileType &&
-           a.embeddedFileAssetID == b.embeddedFileAssetID && a.isPinned == b.isPinned &&
-           a.pdfSourceURLString == b.pdfSourceURLString && a.titleRTF == b.titleRTF;
+    bool same = true;
+    forEachField<NoteRecord>([&]<typename Type>(const RecordField<NoteRecord, Type>& field) {
+        const auto& left = a.*field.member;
+        const auto& right = b.*field.member;
+        if constexpr (holdsBytes<Type>) {
+            if (field.place != field.inRecord) {
+                const Blob* mine = fieldBytes(left);
+                const Blob* other = fieldBytes(right);
+                same = same && !mine == !other && (!mine || mine->size() == other->size());
+                return;
+            }
+        }
+        same = same && left == right;
+    });
+    return same && storedFirstLine(a) == storedFirstLine(b);
 }
 
 bool same(const Blob* a, const Blob* b)
@@ -56,7 +114,7 @@ bool same(const Blob* a, const Blob* b)
 
 std::expected<void, QString> readTitle(const std::optional<Blob>& title)
 {
-    const auto bytes = title ? title->tryBytes() : QByteArray();
+    const auto bytes = title ? title->read() : QByteArray();
     return bytes ? std::expected<void, QString>() : std::unexpected(bytes.error());
 }
 
@@ -65,7 +123,7 @@ std::expected<void, QString> readTitle(const std::optional<Blob>& title)
 void readForHolders(const Blob* stored, bool held)
 {
     if (stored && !stored->isLoaded() && (held || !stored->isOnlyCopy()))
-        static_cast<void>(stored->tryBytes());
+        static_cast<void>(stored->read());
 }
 
 } // namespace
@@ -73,27 +131,11 @@ void readForHolders(const Blob* stored, bool held)
 struct StoreWriter::Statements {
     explicit Statements(SQLite::Database& database)
         : state(database, "UPDATE OrvaneStore SET generation = ?, folderCount = ?, noteCount = ?")
-        , insertFolder(database, "INSERT INTO OrvaneFolder (id, name, createdAt, parentFolderID, "
-                                 "iconName, titleRTF, tagsJSON, isPinned, checksum, row) "
-                                 "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)")
-        , updateFolder(database, "UPDATE OrvaneFolder SET id = ?, name = ?, createdAt = ?, "
-                                 "parentFolderID = ?, iconName = ?, titleRTF = ?, tagsJSON = ?, "
-                                 "isPinned = ?, checksum = ? WHERE row = ?")
+        , insertFolder(database, insertStatement<FolderRecord>().c_str())
+        , updateFolder(database, updateStatement<FolderRecord>().c_str())
         , removeFolder(database, "DELETE FROM OrvaneFolder WHERE row = ?")
-        , insertNote(database,
-                     "INSERT INTO OrvaneNote (id, folderID, title, createdAt, updatedAt, tagsJSON, "
-                     "iconName, embeddedFileType, embeddedFileAssetID, isPinned, "
-                     "pdfSourceURLString, titleRTF, bodyRTF, richContentPayload, "
-                     "editorTypingAttributesPayload, embeddedFilePayload, shapesPayload, body, "
-                     "checksum, row) "
-                     "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)")
-        , updateNote(database,
-                     "UPDATE OrvaneNote SET id = ?, folderID = ?, title = ?, createdAt = ?, "
-                     "updatedAt = ?, tagsJSON = ?, iconName = ?, embeddedFileType = ?, "
-                     "embeddedFileAssetID = ?, isPinned = ?, pdfSourceURLString = ?, titleRTF = ?, "
-                     "bodyRTF = ?, richContentPayload = ?, editorTypingAttributesPayload = ?, "
-                     "embeddedFilePayload = ?, shapesPayload = ?, body = ?, checksum = ? "
-                     "WHERE row = ?")
+        , insertNote(database, insertStatement<NoteRecord>().c_str())
+        , updateNote(database, updateStatement<NoteRecord>().c_str())
         , removeNote(database, "DELETE FROM OrvaneNote WHERE row = ?")
         , writeBytes(database,
                      "REPLACE INTO OrvaneNoteBytes (row, checksum, bytes) VALUES (?, ?, ?)")
@@ -131,39 +173,13 @@ void StoreWriter::writeState(const StoreState& state)
 
 void StoreWriter::insertFolder(qint64 row, const FolderRecord& folder)
 {
-    writeFolderRow(m_statements->insertFolder, row, folder);
+    writeRow(m_statements->insertFolder, m_storeKey, row, folder);
 }
 
 void StoreWriter::updateFolder(qint64 row, const FolderRecord& stored, const FolderRecord& folder)
 {
     if (stored != folder)
-        writeFolderRow(m_statements->updateFolder, row, folder);
-}
-
-void StoreWriter::writeFolderRow(StoreStatement& statement, qint64 row, const FolderRecord& folder)
-{
-    const QByteArray id = uuidToStore(folder.id);
-    const QByteArray name = folder.name.toUtf8();
-    const QByteArray tags = tagsToStore(folder.tags);
-    QByteArray parent;
-    QByteArray icon;
-    QByteArray titleRTF;
-    RowBinder values(statement, m_storeKey, 1);
-    values.addRowNumber(row);
-    values.text(id);
-    values.text(name);
-    values.integer(folder.createdAt.msecs);
-    if (folder.parentFolderID)
-        values.text(parent = uuidToStore(*folder.parentFolderID));
-    else
-        values.null();
-    optionalText(values, folder.iconName, icon);
-    optionalBytes(values, folder.titleRTF, titleRTF);
-    values.text(tags);
-    values.integer(folder.isPinned);
-    values.checksum();
-    statement.bindInteger(values.nextParameter(), row);
-    statement.run();
+        writeRow(m_statements->updateFolder, m_storeKey, row, folder);
 }
 
 void StoreWriter::removeFolder(qint64 row)
@@ -174,72 +190,41 @@ void StoreWriter::removeFolder(qint64 row)
 
 void StoreWriter::insertNote(qint64 row, const NoteRecord& note)
 {
-    writeNoteRow(m_statements->insertNote, row, note);
-    for (int place = 0; place < placesInNote; ++place) {
-        if (const Blob* bytes = bytesAt(note, place); bytes && !bytes->isEmpty())
+    writeRow(m_statements->insertNote, m_storeKey, row, note);
+    forEachBytes(note, [&](int place, const Blob* bytes) {
+        if (bytes && !bytes->isEmpty())
             writeBytes(row * bytesPerNote + place, *bytes);
-    }
+    });
 }
 
 void StoreWriter::updateNote(qint64 row, const NoteRecord& stored, const NoteRecord& note,
                              bool held)
 {
-    for (int place = 0; place < placesInNote; ++place) {
-        const Blob* before = bytesAt(stored, place);
-        const Blob* after = bytesAt(note, place);
-        if (same(before, after))
-            continue;
-        readForHolders(before, held);
-        const qint64 key = row * bytesPerNote + place;
-        if (after && !after->isEmpty())
-            writeBytes(key, *after);
-        else if (before && !before->isEmpty())
-            removeBytes(key);
-    }
+    forEachField<NoteRecord>([&]<typename Type>(const RecordField<NoteRecord, Type>& field) {
+        if constexpr (holdsBytes<Type>) {
+            if (field.place != field.inRecord)
+                updateBytes(row * bytesPerNote + field.place, fieldBytes(stored.*field.member),
+                            fieldBytes(note.*field.member), held);
+        }
+    });
     if (!sameColumns(stored, note))
-        writeNoteRow(m_statements->updateNote, row, note);
+        writeRow(m_statements->updateNote, m_storeKey, row, note);
 }
 
-void StoreWriter::writeNoteRow(StoreStatement& statement, qint64 row, const NoteRecord& note)
+void StoreWriter::updateBytes(qint64 key, const Blob* before, const Blob* after, bool held)
 {
-    const QByteArray id = uuidToStore(note.id);
-    const QByteArray folder = uuidToStore(note.folderID);
-    const QByteArray title = note.title.toUtf8();
-    const QByteArray tags = tagsToStore(note.tags);
-    QByteArray icon;
-    QByteArray fileType;
-    QByteArray asset;
-    QByteArray source;
-    QByteArray titleRTF;
-    RowBinder values(statement, m_storeKey, 1);
-    values.addRowNumber(row);
-    values.text(id);
-    values.text(folder);
-    values.text(title);
-    values.integer(note.createdAt.msecs);
-    values.integer(note.updatedAt.msecs);
-    values.text(tags);
-    optionalText(values, note.iconName, icon);
-    optionalText(values, note.embeddedFileType, fileType);
-    optionalText(values, note.embeddedFileAssetID, asset);
-    values.integer(note.isPinned);
-    optionalText(values, note.pdfSourceURLString, source);
-    optionalBytes(values, note.titleRTF, titleRTF);
-    for (int place = 0; place < placesInNote; ++place) {
-        if (const Blob* bytes = bytesAt(note, place))
-            values.integer(bytes->size());
-        else
-            values.null();
-    }
-    values.checksum();
-    statement.bindInteger(values.nextParameter(), row);
-    statement.run();
+    if (same(before, after))
+        return;
+    readForHolders(before, held);
+    if (after && !after->isEmpty())
+        writeBytes(key, *after);
+    else if (before && !before->isEmpty())
+        removeBytes(key);
 }
 
 void StoreWriter::removeNote(qint64 row, const NoteRecord& stored, bool held)
 {
-    for (int place = 0; place < placesInNote; ++place)
-        readForHolders(bytesAt(stored, place), held);
+    forEachBytes(stored, [&](int, const Blob* bytes) { readForHolders(bytes, held); });
     m_statements->removeNote.bindInteger(1, row);
     m_statements->removeNote.run();
     m_statements->removeAllBytes.bindInteger(1, row * bytesPerNote);
@@ -249,7 +234,7 @@ void StoreWriter::removeNote(qint64 row, const NoteRecord& stored, bool held)
 
 void StoreWriter::writeBytes(qint64 key, const Blob& blob)
 {
-    const auto bytes = blob.tryBytes();
+    const auto bytes = blob.read();
     if (!bytes)
         throw SQLite::Exception(bytes.error().toStdString(), SQLITE_IOERR);
     StoreChecksum sum(m_storeKey);
@@ -269,13 +254,12 @@ void StoreWriter::removeBytes(qint64 key)
 
 bool StoreWriter::fits(const NoteRecord& note)
 {
-    const qsizetype columns =
-        note.title.size() * bytesPerUnit + (note.titleRTF ? note.titleRTF->size() : 0);
-    return columns < largestValue &&
-           std::ranges::all_of(std::views::iota(0, placesInNote), [&](int place) {
-               const Blob* bytes = bytesAt(note, place);
-               return !bytes || bytes->size() < largestValue;
-           });
+    bool fits = note.title.size() * bytesPerUnit + (note.titleRTF ? note.titleRTF->size() : 0) <
+                largestValue;
+    forEachBytes(note, [&](int, const Blob* bytes) {
+        fits = fits && (!bytes || bytes->size() < largestValue);
+    });
+    return fits;
 }
 
 bool StoreWriter::fits(const FolderRecord& folder)
@@ -287,15 +271,21 @@ bool StoreWriter::fits(const FolderRecord& folder)
 std::expected<void, QString> StoreWriter::readBytes(const NoteRecord* stored,
                                                     const NoteRecord& note)
 {
-    for (int place = 0; place < placesInNote; ++place) {
-        const Blob* before = stored ? bytesAt(*stored, place) : nullptr;
-        const Blob* after = bytesAt(note, place);
-        if (!after || (before && before->isSameCell(*after)))
-            continue;
-        if (const auto bytes = after->tryBytes(); !bytes)
-            return std::unexpected(bytes.error());
-    }
-    return readTitle(note.titleRTF);
+    std::expected<void, QString> read;
+    forEachField<NoteRecord>([&]<typename Type>(const RecordField<NoteRecord, Type>& field) {
+        if constexpr (holdsBytes<Type>) {
+            const Blob* before = stored ? fieldBytes(stored->*field.member) : nullptr;
+            const Blob* after = fieldBytes(note.*field.member);
+            if (!read || !after || (before && before->isSameCell(*after)))
+                return;
+            if (const auto bytes = after->read(); !bytes)
+                read = std::unexpected(bytes.error());
+        }
+    });
+    // A note that has lost its title is stored with its first line.
+    if (read && !note.body.utf8().isLoaded() && storedFirstLine(note) == QString())
+        static_cast<void>(note.body.read());
+    return read;
 }
 
 std::expected<void, QString> StoreWriter::readBytes(const FolderRecord*, const FolderRecord& folder)

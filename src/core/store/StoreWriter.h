@@ -46,8 +46,7 @@ public:
 private:
     struct Statements;
 
-    void writeFolderRow(StoreStatement& statement, qint64 row, const FolderRecord& folder);
-    void writeNoteRow(StoreStatement& statement, qint64 row, const NoteRecord& note);
+    void updateBytes(qint64 key, const Blob* before, const Blob* after, bool held);
     void writeBytes(qint64 key, const Blob& bytes);
     void removeBytes(qint64 key);
 

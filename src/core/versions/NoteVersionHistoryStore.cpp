@@ -11,7 +11,7 @@ std::expected<QByteArray, VersionHistoryError> bytesOf(const std::optional<Blob>
 {
     if (!blob)
         return QByteArray();
-    auto bytes = blob->tryBytes();
+    auto bytes = blob->read();
     if (!bytes)
         return std::unexpected(
             VersionHistoryError{VersionHistoryError::Code::Unreadable, bytes.error()});

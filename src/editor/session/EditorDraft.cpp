@@ -9,7 +9,7 @@ EditorDraft EditorDraft::of(const NoteRecord& note)
 {
     return {note.id,
             editableTitle(note),
-            note.body,
+            note.body.readOrNothing(),
             note.bodyRTF,
             note.richContentPayload,
             note.editorTypingAttributesPayload,
@@ -38,7 +38,7 @@ QString editableTitle(const NoteRecord& note)
 {
     if (!note.title.trimmed().isEmpty() || !note.titleRTF)
         return note.title;
-    return BinderRTF::plainString(note.titleRTF->bytes()).value_or(QString());
+    return BinderRTF::plainString(note.titleRTF->readOrNothing()).value_or(QString());
 }
 
 } // namespace orvane

@@ -42,9 +42,12 @@ EditorSession::EditorSession(AppState& appState, QObject* parent)
         if (m_draft.noteID && change.ofNote(*m_draft.noteID) & drafted)
             recordChanged(*m_draft.noteID);
     });
-    connect(&appState.projectSession(), &ProjectSession::projectMayBeLeft, this, &EditorSession::flushDraft);
-    connect(&appState.projectSession(), &ProjectSession::projectAboutToClose, this, &EditorSession::flushDraft);
-    connect(&appState.projectSession(), &ProjectSession::willTerminate, this, &EditorSession::flushDraft);
+    connect(&appState.projectSession(), &ProjectSession::projectMayBeLeft, this,
+            &EditorSession::flushDraft);
+    connect(&appState.projectSession(), &ProjectSession::projectAboutToClose, this,
+            &EditorSession::flushDraft);
+    connect(&appState.projectSession(), &ProjectSession::willTerminate, this,
+            &EditorSession::flushDraft);
     connect(&appState, &AppState::noteAboutToBeReplaced, this, &EditorSession::flushDraftToDisk);
     connect(&appState.services().defaults, &UserDefaults::changed, this,
             &EditorSession::settingChanged);

@@ -91,8 +91,9 @@ std::unique_ptr<OpenText> EditorSession::loadText() const
         return text;
     }
     const auto& payload = m_draft.editorTypingAttributesPayload;
-    const auto typing =
-        payload ? NoteEditorTypingAttributesCodec::unarchive(payload->bytes()) : std::nullopt;
+    const auto typing = payload
+                            ? NoteEditorTypingAttributesCodec::unarchive(payload->readOrNothing())
+                            : std::nullopt;
     AttributedString content = readRichText(text->stored, m_baseFont);
     if (content.isEmpty() && typing)
         content.setParagraphStyle({0, 0}, typing->paragraph);

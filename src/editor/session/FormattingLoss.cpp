@@ -21,7 +21,7 @@ bool hasShapes(const std::optional<Blob>& payload)
 {
     if (!payload || payload->isEmpty())
         return false;
-    const QJsonDocument shapes = QJsonDocument::fromJson(payload->bytes());
+    const QJsonDocument shapes = QJsonDocument::fromJson(payload->readOrNothing());
     return !shapes.isArray() || !shapes.array().isEmpty();
 }
 

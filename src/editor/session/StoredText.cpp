@@ -22,7 +22,7 @@ QString withNewlines(QString text)
 bool StoredText::isReadable() const
 {
     const auto& first = rich ? rich : rtf;
-    return !first || first->tryBytes().has_value();
+    return !first || first->read().has_value();
 }
 
 bool StoredText::isSame(const StoredText& other, TextForm form) const
@@ -38,9 +38,9 @@ AttributedString readRichText(const StoredText& stored, const TextFont& base)
 {
     std::optional<AttributedString> text;
     if (stored.rich)
-        text = AttachmentManager::decodePayload(stored.rich->bytes());
+        text = AttachmentManager::decodePayload(stored.rich->readOrNothing());
     if (!text && stored.rtf)
-        text = OrvaneWorkspaceRTF::read(stored.rtf->bytes());
+        text = OrvaneWorkspaceRTF::read(stored.rtf->readOrNothing());
     if (!text || text->isEmpty())
         text = AttributedString(withNewlines(stored.plain));
     text->modifyCharacterStyles(text->fullRange(), [&](CharacterStyle& style) {

@@ -4,6 +4,8 @@
 #include "core/records/Wording.h"
 #include "shell/binder/BinderNode.h"
 
+#include <QPointer>
+
 namespace orvane {
 
 using namespace Qt::StringLiterals;
@@ -49,6 +51,9 @@ BinderModel::BinderModel(AppState& appState, QObject* parent)
             emit dataChanged(index, index, {TagsRole});
         }
     });
+    m_learning.setSingleShot(true);
+    m_learning.setInterval(0);
+    connect(&m_learning, &QTimer::timeout, this, &BinderModel::learnSecondLines);
     reset();
 }
 
@@ -244,6 +249,30 @@ QVariant BinderModel::folderData(const FolderRecord& folder, int role) const
     }
 }
 
+QString BinderModel::secondLine(const NoteRecord& note) const
+{
+    if (!note.body.knowsBeginning(searchedForSecondLine)) {
+        m_unknownLines.insert(note.id);
+        m_learning.start();
+    }
+    return secondLineOf(note);
+}
+
+void BinderModel::learnSecondLines()
+{
+    const QSet<QUuid> ids = std::exchange(m_unknownLines, {});
+    const auto show = [self = QPointer(this), ids] {
+        for (const QUuid& id : ids) {
+            const Node* node = self ? self->m_nodes.value({BinderRowID::Kind::Note, id}) : nullptr;
+            const QModelIndex index = node ? self->indexOfNode(*node) : QModelIndex();
+            if (node)
+                emit self->dataChanged(index, index,
+                                       {SecondLineRole, Qt::AccessibleDescriptionRole});
+        }
+    };
+    m_appState.learnBeginnings(ids.values(), searchedForSecondLine, show);
+}
+
 QVariant BinderModel::noteData(const NoteRecord& note, int role) const
 {
     switch (role) {
@@ -252,7 +281,7 @@ QVariant BinderModel::noteData(const NoteRecord& note, int role) const
         return note.titleForList();
     case Qt::AccessibleDescriptionRole:
     case SecondLineRole:
-        return secondLineOf(note);
+        return secondLine(note);
     case Qt::EditRole:
         return note.titleForList();
     case IsPdfRole:

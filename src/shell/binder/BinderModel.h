@@ -5,6 +5,7 @@
 #include "shell/binder/BinderRows.h"
 
 #include <QAbstractItemModel>
+#include <QTimer>
 
 #include <memory>
 #include <vector>
@@ -82,14 +83,20 @@ private:
     Node* findOrList(const BinderRowID& row);
     [[nodiscard]] QVariant folderData(const FolderRecord& folder, int role) const;
     [[nodiscard]] QVariant noteData(const NoteRecord& note, int role) const;
+    /// The second line as far as the text is known; the rest is read beside this thread.
+    [[nodiscard]] QString secondLine(const NoteRecord& note) const;
+    void learnSecondLines();
 
     AppState& m_appState;
+    /// Notes whose second line was asked for and isn't known, until the event loop comes round.
+    mutable QSet<QUuid> m_unknownLines;
+    mutable QTimer m_learning;
     BinderRows m_rows;
     std::unique_ptr<Node> m_root;
     QHash<BinderRowID, Node*> m_nodes;
 };
 
-/// The line below a note's title in lists.
+/// The line below a note's title in lists, as far as the text is known without reading.
 [[nodiscard]] QString secondLineOf(const NoteRecord& note);
 
 } // namespace orvane

@@ -197,7 +197,7 @@ void InspectorView::showNote(const NoteRecord& note)
 {
     const Timestamp now = m_appState.services().clock.now();
     const FolderRecord* folder = m_appState.folder(note.folderID);
-    const QString body = note.body.text();
+    const QString body = note.body.readOrNothing();
     const int words = wordCount(body);
     m_tags->setSubject({BinderRowID::Kind::Note, note.id});
     m_versions->setNote(note.id);

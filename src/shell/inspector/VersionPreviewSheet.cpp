@@ -68,7 +68,7 @@ VersionPreviewSheet::VersionPreviewSheet(const NoteVersionSnapshot& version, con
     : Sheet(look, parent)
     , m_version(version)
     , m_title(textDifference(version.title, note.title))
-    , m_body(textDifference(version.bodyPlain, note.body.text()))
+    , m_body(textDifference(version.bodyPlain, note.body.readOrNothing()))
     , m_fontFamily(fontFamily)
     , m_text(new QTextEdit(this))
     , m_marks(new QCheckBox(tr("Mark what has changed since"), this))
@@ -109,7 +109,7 @@ QLayout* VersionPreviewSheet::makeHead(Timestamp now, const NoteRecord& note)
         facts.append(*m_version.label);
     const int words = wordCount(m_version.bodyPlain);
     facts.append(tr("%1 words").arg(grouped(words)));
-    const QString difference = differenceInWords(words, wordCount(note.body.text()));
+    const QString difference = differenceInWords(words, wordCount(note.body.readOrNothing()));
     if (!difference.isEmpty())
         facts.append(tr("%1 than now").arg(difference));
     head->addWidget(makeLabel(facts.join(u", "_s), TextStyle::Body, LabelInk::Secondary));

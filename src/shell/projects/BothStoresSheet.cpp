@@ -159,7 +159,7 @@ void BothStoresSheet::showSide(const std::optional<Shared<NoteRecord>>& note, QL
         facts.setText(tr("It is not on this side."));
         return text.clear();
     }
-    const QString body = (*note)->body.text();
+    const QString body = (*note)->body.readOrNothing();
     const int words = wordCount(body);
     facts.setText(words == 1
                       ? tr("1 word, changed %1").arg(momentInWords((*note)->updatedAt, m_now))

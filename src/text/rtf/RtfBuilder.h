@@ -2,8 +2,8 @@
 #pragma once
 
 #include "text/rtf/RtfState.h"
-#include "text/value/StyleInterner.h"
 #include "text/value/AttributedString.h"
+#include "text/value/StyleInterner.h"
 
 #include <QUuid>
 
