@@ -34,9 +34,7 @@ bool types(const ShortcutData& shortcut)
 /// Whether the key does what the action does anyway.
 bool isSame(const KeyRow& row, ShortcutAction action)
 {
-    const char* posted = notification(action).name;
-    return (action == ShortcutAction::settings && fixedKeyOf(row) == FixedKey::settings) ||
-           (posted && row.command && qstrcmp(posted, row.command.name) == 0);
+    return action == ShortcutAction::settings && fixedKeyOf(row) == FixedKey::settings;
 }
 
 std::optional<Outcome> outcomeIn(KeyPlace place, ShortcutAction action)

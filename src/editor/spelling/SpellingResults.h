@@ -6,6 +6,7 @@
 #include <QBasicTimer>
 #include <QCache>
 #include <QObject>
+#include <QTextBlock>
 
 namespace orvane {
 

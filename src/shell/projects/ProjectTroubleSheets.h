@@ -23,7 +23,6 @@ private:
     void askAgain();
     void update();
     void scheduleUpdate();
-    void showReplaced();
     void showBoth();
     [[nodiscard]] Question question() const;
     void answered(ProjectTrouble::Kind kind, const Answer& answer);

@@ -23,8 +23,8 @@ constexpr int gap = 24;
 SettingRow::SettingRow(const RowText& text, QWidget* control, QWidget* parent)
     : QWidget(parent)
     , m_control(control)
-    , m_hint(makeLabel(text.hint, TextStyle::Label, LabelInk::Secondary, this))
 {
+    auto* hint = makeLabel(text.hint, TextStyle::Label, LabelInk::Secondary, this);
     setMinimumHeight(lowest);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 8, 0, 9);
@@ -34,21 +34,14 @@ SettingRow::SettingRow(const RowText& text, QWidget* control, QWidget* parent)
     words->setSpacing(2);
     words->addStretch(1);
     words->addWidget(makeLabel(text.title, TextStyle::Body));
-    m_hint->setWordWrap(true);
-    m_hint->setVisible(!text.hint.isEmpty());
-    words->addWidget(m_hint);
+    hint->setWordWrap(true);
+    hint->setVisible(!text.hint.isEmpty());
+    words->addWidget(hint);
     words->addStretch(1);
     row->addLayout(words, 1);
     row->addWidget(control, 0, Qt::AlignRight | Qt::AlignVCenter);
     control->setAccessibleName(text.title);
     control->setAccessibleDescription(text.hint);
-}
-
-void SettingRow::setHint(const QString& hint)
-{
-    m_hint->setText(hint);
-    m_hint->setVisible(!hint.isEmpty());
-    m_control->setAccessibleDescription(hint);
 }
 
 void SettingRow::paintEvent(QPaintEvent*)

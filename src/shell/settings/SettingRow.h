@@ -4,8 +4,6 @@
 #include <QString>
 #include <QWidget>
 
-class QLabel;
-
 namespace orvane {
 
 /// What a row of the settings says at its left.
@@ -25,7 +23,6 @@ public:
     SettingRow(const RowText& text, QWidget* control, QWidget* parent = nullptr);
 
     [[nodiscard]] QWidget* control() const { return m_control; }
-    void setHint(const QString& hint);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -33,7 +30,6 @@ protected:
 
 private:
     QWidget* m_control;
-    QLabel* m_hint;
 };
 
 } // namespace orvane
