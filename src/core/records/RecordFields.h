@@ -99,12 +99,15 @@ inline constexpr int bytesPerNote = 64;
     };
 }
 
+/// The same as a constant, so that going through it costs nothing beside the visits.
+template <typename Record>
+inline constexpr auto fieldTable = recordFields(static_cast<const Record*>(nullptr));
+
 /// Calls `visit(field)` for each field of the record's table, in its order.
 template <typename Record, typename Visit>
 constexpr void forEachField(Visit&& visit)
 {
-    std::apply([&](const auto&... field) { (visit(field), ...); },
-               recordFields(static_cast<const Record*>(nullptr)));
+    std::apply([&](const auto&... field) { (visit(field), ...); }, fieldTable<Record>);
 }
 
 /// Whether a field of this type holds bytes that may be unread.
