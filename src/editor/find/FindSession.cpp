@@ -32,7 +32,7 @@ FindSession::FindSession(EditorView& view, Beeper& beeper, QObject* parent)
     , m_view(view)
     , m_beeper(beeper)
 {
-    m_view.addExtension(this);
+    m_view.addExtension(this, ExtensionPriority::matches);
     connect(&m_view, &EditorView::textChanged, this, &FindSession::onTextChanged);
     connect(&m_view, &EditorView::selectionChanged, this, [this] {
         if (!m_matches.query().isEmpty())

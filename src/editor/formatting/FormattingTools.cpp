@@ -21,7 +21,7 @@ FormattingTools::FormattingTools(EditorView& view, CommandReceiver& commands,
     observeCharacterCommands();
     observeParagraphCommands();
     observeCaseCommands();
-    view.addExtension(this);
+    view.addExtension(this, ExtensionPriority::formatting);
 }
 
 FormattingTools::~FormattingTools()

@@ -14,7 +14,7 @@ ListEditing::ListEditing(EditorView& view, const CustomBulletLibrary& library)
     : m_view(view)
     , m_library(library)
 {
-    m_view.addExtension(this);
+    m_view.addExtension(this, ExtensionPriority::lists);
 }
 
 ListEditing::~ListEditing()

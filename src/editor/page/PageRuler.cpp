@@ -52,7 +52,7 @@ PageRuler::PageRuler(EditorTextHost& host, Look& look, const UserDefaults& defau
     setFixedHeight(rulerHeight);
     setAccessibleName(tr("Ruler"));
     EditorView& view = host.view();
-    view.addExtension(this);
+    view.addExtension(this, ExtensionPriority::guides);
     connect(&view, &EditorView::selectionChanged, this, &PageRuler::refresh);
     connect(&view, &EditorView::textChanged, this, &PageRuler::refresh);
     connect(&host, &EditorTextHost::textPlaced, this, [this] {

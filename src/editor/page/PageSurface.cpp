@@ -10,7 +10,7 @@ namespace orvane {
 PageSurface::PageSurface(EditorView& view)
     : m_view(view)
 {
-    view.addExtension(this);
+    view.addExtension(this, ExtensionPriority::page);
     connect(&view, &EditorView::textChanged, this, &PageSurface::followBottom);
 }
 

@@ -46,7 +46,7 @@ SpellingMarks::SpellingMarks(EditorView& view, Spelling& spelling, QObject* pare
     , m_view(view)
     , m_spelling(spelling)
 {
-    m_view.addExtension(this);
+    m_view.addExtension(this, ExtensionPriority::spelling);
     connect(&m_view, &EditorView::textChanged, this, &SpellingMarks::onTextChanged);
     connect(&m_view, &EditorView::selectionChanged, this, &SpellingMarks::onSelectionChanged);
     connect(&m_spelling, &Spelling::settingsChanged, this, &SpellingMarks::updateChecker);

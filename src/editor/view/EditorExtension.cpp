@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/view/EditorExtension.h"
 
+#include <QMimeData>
+
 namespace orvane {
 
 void EditorExtension::paintBehindText(QPainter& /*painter*/, const EditorPaint& /*paint*/) {}
@@ -19,6 +21,13 @@ std::optional<Qt::CursorShape> EditorExtension::cursorAt(QPointF /*page*/)
     return std::nullopt;
 }
 
+bool EditorExtension::hovered(QPointF /*page*/)
+{
+    return false;
+}
+
+void EditorExtension::hoverEnded() {}
+
 bool EditorExtension::keyPressed(const QKeyEvent& /*event*/)
 {
     return false;
@@ -34,12 +43,36 @@ bool EditorExtension::textTyped(const QString& /*text*/)
     return false;
 }
 
+bool EditorExtension::hasSelection() const
+{
+    return false;
+}
+
+std::unique_ptr<QMimeData> EditorExtension::copySelection() const
+{
+    return nullptr;
+}
+
+void EditorExtension::removeSelection(const QString& /*actionName*/) {}
+
+bool EditorExtension::canTake(const QMimeData& /*data*/) const
+{
+    return false;
+}
+
 bool EditorExtension::paste(const QMimeData& /*data*/)
 {
     return false;
 }
 
-bool EditorExtension::drop(const QMimeData& /*data*/, qsizetype /*position*/)
+std::optional<DropFeedback> EditorExtension::dragMoved(const EditorDrag& /*drag*/)
+{
+    return std::nullopt;
+}
+
+void EditorExtension::dragEnded() {}
+
+bool EditorExtension::drop(const EditorDrag& /*drag*/)
 {
     return false;
 }

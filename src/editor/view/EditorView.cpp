@@ -46,6 +46,7 @@ EditorView::EditorView(QWidget* parent)
     viewport()->setMouseTracking(true);
     viewport()->setCursor(Qt::IBeamCursor);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+    connect(this, &EditorView::scrolled, this, [this] { m_mouse->hoverAgain(); });
     setGateway(nullptr);
 }
 
@@ -233,15 +234,15 @@ bool EditorView::isEditable() const
     return m_isEditable && m_gateway->isEditable();
 }
 
-void EditorView::addExtension(EditorExtension* extension)
+void EditorView::addExtension(EditorExtension* extension, ExtensionPriority priority)
 {
-    m_extensions.append(extension);
+    m_extensions.add(*extension, priority);
     viewport()->update();
 }
 
 void EditorView::removeExtension(EditorExtension* extension)
 {
-    m_extensions.removeAll(extension);
+    m_extensions.remove(*extension);
     m_mouse->forget(extension);
     viewport()->update();
 }
@@ -527,12 +528,12 @@ void EditorView::paintEvent(QPaintEvent* event)
     paint.selection = selection().range();
     paint.focus = m_focusRange;
     const EditorPaint extensionPaint{paint.origin, paint.scale, clip};
-    for (EditorExtension* extension : m_extensions)
-        extension->paintBehindText(painter, extensionPaint);
+    m_extensions.forEachUpwards(
+        [&](EditorExtension& extension) { extension.paintBehindText(painter, extensionPaint); });
     painter.setRenderHint(QPainter::TextAntialiasing);
     layout().paint(painter, paint);
-    for (EditorExtension* extension : m_extensions)
-        extension->paintOverText(painter, extensionPaint);
+    m_extensions.forEachUpwards(
+        [&](EditorExtension& extension) { extension.paintOverText(painter, extensionPaint); });
 
     const auto drawCaret = [&](QRectF caret) {
         const qreal ratio = devicePixelRatioF();

@@ -4,6 +4,7 @@
 #include "editor/view/CaretNavigator.h"
 #include "editor/view/EditorLook.h"
 #include "editor/view/EditorSettings.h"
+#include "editor/view/ExtensionList.h"
 #include "editor/view/TextMime.h"
 #include "text/attachments/AttachmentPainter.h"
 #include "text/layout/TextPaint.h"
@@ -19,8 +20,6 @@ class QMenu;
 
 namespace orvane {
 
-class EditorExtension;
-enum class EditAction;
 class InputMethodBridge;
 class MouseSelection;
 class PageScroller;
@@ -105,7 +104,7 @@ public:
     void setEditable(bool editable);
     [[nodiscard]] bool isEditable() const;
     /// Extensions belong to someone else, who removes them before they go.
-    void addExtension(EditorExtension* extension);
+    void addExtension(EditorExtension* extension, ExtensionPriority priority);
     void removeExtension(EditorExtension* extension);
 
     // Selection and caret
@@ -163,6 +162,7 @@ signals:
 
 protected:
     bool event(QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
@@ -177,7 +177,6 @@ protected:
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
-    Qt::DropAction takeDrop(const QDropEvent& event);
     void inputMethodEvent(QInputMethodEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
@@ -215,6 +214,16 @@ private:
     void removeTo(qsizetype position, EditKind kind);
     bool insertFrom(const QMimeData& data, const QString& actionName, TextFormatting formatting);
     void pasteFrom(const QMimeData* data, TextFormatting formatting);
+    [[nodiscard]] bool canPaste(const QMimeData* data) const;
+    bool copySelected();
+    void removeSelected(const QString& actionName);
+    [[nodiscard]] EditorDrag dragOf(const QDropEvent& event) const;
+    /// Where the view shows that a drag would drop; nothing where it can't be dropped.
+    struct DropTarget {
+        std::optional<CaretPlace> caret;
+    };
+    std::optional<DropTarget> dropTarget(const QDropEvent& event);
+    Qt::DropAction takeDrop(const QDropEvent& event);
     void publishPrimarySelection();
     [[nodiscard]] std::unique_ptr<QMimeData> selectedMime() const;
     void setPointerHidden(bool hidden);
@@ -238,7 +247,7 @@ private:
     TextFormatting m_formatting = TextFormatting::rich;
     bool m_isEditable = true;
     std::optional<TextRange> m_focusRange;
-    QList<EditorExtension*> m_extensions;
+    ExtensionList m_extensions;
 
     CaretNavigator m_navigator;
     CaretSide m_caretSide = CaretSide::lowerLine;

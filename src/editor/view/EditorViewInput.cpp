@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-// What a person does to the text: keys, mouse, wheel, clipboard, drag and drop, input methods.
-#include "editor/view/EditorExtension.h"
+// What a person does to the text: keys, mouse, wheel, menu, input methods.
 #include "editor/view/EditorView.h"
 #include "editor/view/InputMethodBridge.h"
 #include "editor/view/MouseSelection.h"
@@ -9,7 +8,6 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QDragEnterEvent>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMenu>
@@ -114,6 +112,13 @@ bool EditorView::event(QEvent* event)
     return QAbstractScrollArea::event(event);
 }
 
+bool EditorView::viewportEvent(QEvent* event)
+{
+    if (event->type() == QEvent::Leave)
+        m_mouse->endHover();
+    return QAbstractScrollArea::viewportEvent(event);
+}
+
 bool EditorView::focusNextPrevChild(bool /*next*/)
 {
     return false; // Tab belongs to the text.
@@ -130,10 +135,9 @@ void EditorView::keyPressEvent(QKeyEvent* event)
 
 bool EditorView::handleKey(QKeyEvent* event)
 {
-    for (EditorExtension* extension : m_extensions) {
-        if (extension->keyPressed(*event))
-            return true;
-    }
+    if (m_extensions.firstThat(
+            [&](EditorExtension& extension) { return extension.keyPressed(*event); }))
+        return true;
     if (handleMoveKey(event) || handleCommandKey(event))
         return true;
     if (!bringsText(*event) || !isEditable())
@@ -213,11 +217,10 @@ bool EditorView::handleDeleteKey(QKeyEvent* event)
 
 bool EditorView::runCommand(EditAction command)
 {
-    for (EditorExtension* extension : m_extensions) {
-        if (extension->command(command)) {
-            ensureCaretVisible();
-            return true;
-        }
+    if (m_extensions.firstThat(
+            [&](EditorExtension& extension) { return extension.command(command); })) {
+        ensureCaretVisible();
+        return true;
     }
     const qsizetype caret = selection().position;
     switch (command) {
@@ -245,17 +248,15 @@ bool EditorView::runCommand(EditAction command)
 
 void EditorView::typeText(const QString& text)
 {
-    const bool isHandled =
-        std::any_of(m_extensions.begin(), m_extensions.end(),
-                    [&](EditorExtension* extension) { return extension->textTyped(text); });
-    if (!isHandled)
+    if (!m_extensions.firstThat(
+            [&](EditorExtension& extension) { return extension.textTyped(text); }))
         m_gateway->type(text);
     ensureCaretVisible();
 }
 
 void EditorView::removeTo(qsizetype position, EditKind kind)
 {
-    if (!selection().isEmpty()) {
+    if (!selection().isEmpty() || m_extensions.withSelection()) {
         deleteSelection();
         return;
     }
@@ -265,112 +266,6 @@ void EditorView::removeTo(qsizetype position, EditKind kind)
     if (!m_gateway->remove(range, kind, tr("Delete")))
         QApplication::beep();
     ensureCaretVisible();
-}
-
-// Clipboard
-
-bool EditorView::isUndoAvailable() const
-{
-    return isEditable() && m_gateway->canUndo();
-}
-
-bool EditorView::isRedoAvailable() const
-{
-    return isEditable() && m_gateway->canRedo();
-}
-
-void EditorView::undo()
-{
-    if (isEditable() && m_gateway->undo())
-        ensureCaretVisible();
-}
-
-void EditorView::redo()
-{
-    if (isEditable() && m_gateway->redo())
-        ensureCaretVisible();
-}
-
-void EditorView::copy()
-{
-    if (selection().isEmpty())
-        return;
-    QGuiApplication::clipboard()->setMimeData(selectedMime().release());
-}
-
-void EditorView::cut()
-{
-    if (!isEditable() || selection().isEmpty())
-        return;
-    copy();
-    m_gateway->remove(selection().range(), EditKind::other, tr("Cut"));
-    ensureCaretVisible();
-}
-
-void EditorView::deleteSelection()
-{
-    if (!isEditable() || selection().isEmpty())
-        return;
-    m_gateway->remove(selection().range(), EditKind::other, tr("Delete"));
-    ensureCaretVisible();
-}
-
-void EditorView::paste()
-{
-    pasteFrom(QGuiApplication::clipboard()->mimeData(), m_formatting);
-}
-
-void EditorView::pastePlain()
-{
-    pasteFrom(QGuiApplication::clipboard()->mimeData(), TextFormatting::plain);
-}
-
-void EditorView::pasteFrom(const QMimeData* data, TextFormatting formatting)
-{
-    if (!data || !isEditable())
-        return;
-    const bool isHandled =
-        formatting == m_formatting &&
-        std::any_of(m_extensions.begin(), m_extensions.end(),
-                    [&](EditorExtension* extension) { return extension->paste(*data); });
-    if (!isHandled)
-        insertFrom(*data, tr("Paste"), formatting);
-    ensureCaretVisible();
-}
-
-bool EditorView::insertFrom(const QMimeData& data, const QString& actionName,
-                            TextFormatting formatting)
-{
-    const auto content = textMime::decode(data, formatting, m_gateway->typingStyle());
-    return content && m_gateway->insert(*content, actionName);
-}
-
-void EditorView::selectAll()
-{
-    m_gateway->setSelection({0, store().length()});
-    publishPrimarySelection();
-}
-
-void EditorView::publishPrimarySelection()
-{
-    QClipboard* clipboard = QGuiApplication::clipboard();
-    if (!clipboard->supportsSelection() || selection().isEmpty())
-        return;
-    clipboard->setMimeData(selectedMime().release(), QClipboard::Selection);
-}
-
-std::unique_ptr<QMimeData> EditorView::selectedMime() const
-{
-    // With a large selection every further step of it would copy all of it.
-    constexpr qsizetype copiedAtOnce = 20'000;
-    const TextRange range = selection().range();
-    if (range.length <= copiedAtOnce)
-        return textMime::encode(store().attributedText(range), m_formatting);
-    return textMime::encodeLater(
-        [range, snapshot = store().snapshot()] {
-            return snapshot.toAttributedString().sliced(range);
-        },
-        m_formatting);
 }
 
 // Mouse
@@ -428,8 +323,10 @@ void EditorView::contextMenuEvent(QContextMenuEvent* event)
 
 void EditorView::fillContextMenu(QMenu& menu, QPointF viewportPoint)
 {
-    for (EditorExtension* extension : m_extensions)
-        extension->addToContextMenu(menu, toPage(viewportPoint), positionAt(viewportPoint));
+    m_extensions.firstThat([&](EditorExtension& extension) {
+        extension.addToContextMenu(menu, toPage(viewportPoint), positionAt(viewportPoint));
+        return false; // all may add to it
+    });
     if (!menu.isEmpty() && !menu.actions().constLast()->isSeparator())
         menu.addSeparator();
     const auto add = [&](const QString& text, const QString& icon, QKeySequence::StandardKey key,
@@ -439,7 +336,7 @@ void EditorView::fillContextMenu(QMenu& menu, QPointF viewportPoint)
         action->setEnabled(enabled);
     };
     const bool canEdit = isEditable();
-    const bool hasSelection = !selection().isEmpty();
+    const bool hasSelection = !selection().isEmpty() || m_extensions.withSelection();
     add(tr("Undo"), QStringLiteral("edit-undo"), QKeySequence::Undo,
         canEdit && m_gateway->canUndo(), &EditorView::undo);
     add(tr("Redo"), QStringLiteral("edit-redo"), QKeySequence::Redo,
@@ -451,7 +348,7 @@ void EditorView::fillContextMenu(QMenu& menu, QPointF viewportPoint)
     add(tr("Copy"), QStringLiteral("edit-copy"), QKeySequence::Copy, hasSelection,
         &EditorView::copy);
     add(tr("Paste"), QStringLiteral("edit-paste"), QKeySequence::Paste,
-        canEdit && clipboard && textMime::canDecode(*clipboard, m_formatting), &EditorView::paste);
+        canEdit && canPaste(clipboard), &EditorView::paste);
     add(tr("Delete"), QStringLiteral("edit-delete"), QKeySequence::UnknownKey,
         canEdit && hasSelection, &EditorView::deleteSelection);
     menu.addSeparator();
@@ -464,83 +361,6 @@ void EditorView::setPointerHidden(bool hidden)
     if (hidden == (viewport()->cursor().shape() == Qt::BlankCursor))
         return;
     viewport()->setCursor(hidden ? Qt::BlankCursor : Qt::IBeamCursor);
-}
-
-// Drag and drop
-
-void EditorView::dragEnterEvent(QDragEnterEvent* event)
-{
-    dragMoveEvent(event);
-}
-
-void EditorView::dragMoveEvent(QDragMoveEvent* event)
-{
-    if (!isEditable() || !textMime::canDecode(*event->mimeData(), m_formatting)) {
-        setDropCaret(std::nullopt);
-        event->ignore();
-        return;
-    }
-    CaretPlace place;
-    place.position = positionAt(event->position(), &place.side);
-    setDropCaret(place);
-    const qreal edge = 24;
-    const qreal y = event->position().y();
-    if (y < edge)
-        m_scroller->scrollBy(y - edge);
-    else if (y > viewport()->height() - edge)
-        m_scroller->scrollBy(y - viewport()->height() + edge);
-    event->acceptProposedAction();
-}
-
-void EditorView::dragLeaveEvent(QDragLeaveEvent* /*event*/)
-{
-    setDropCaret(std::nullopt);
-}
-
-void EditorView::dropEvent(QDropEvent* event)
-{
-    setDropCaret(std::nullopt);
-    const Qt::DropAction done = isEditable() ? takeDrop(*event) : Qt::IgnoreAction;
-    event->setDropAction(done);
-    event->setAccepted(done != Qt::IgnoreAction);
-    if (done == Qt::IgnoreAction)
-        return;
-    setFocus(Qt::MouseFocusReason);
-    ensureCaretVisible();
-}
-
-/// What has been done. Who gave the text deletes it after a move, so that is said only where all of
-/// it has come in.
-Qt::DropAction EditorView::takeDrop(const QDropEvent& event)
-{
-    const QMimeData& data = *event.mimeData();
-    CaretSide side = CaretSide::lowerLine;
-    const qsizetype position = positionAt(event.position(), &side);
-    for (EditorExtension* extension : m_extensions) {
-        if (extension->drop(data, position))
-            return event.proposedAction();
-    }
-    const bool isFromHere = event.source() == viewport() || event.source() == this;
-    if (isFromHere && event.dropAction() == Qt::MoveAction)
-        return m_gateway->move(selection().range(), position, tr("Drag")) ? Qt::MoveAction
-                                                                          : Qt::IgnoreAction;
-    const auto style = m_gateway->typingStyleAt(position);
-    const auto content = textMime::decode(data, m_formatting, style);
-    if (!content)
-        return Qt::IgnoreAction;
-    const bool canCopy = event.possibleActions().testFlag(Qt::CopyAction);
-    const bool bringsAll = textMime::bringsAll(data, *content);
-    if (!bringsAll && !canCopy)
-        return Qt::IgnoreAction;
-    const TextSelection before = selection();
-    setSelection(TextSelection::caret(position), side);
-    if (!m_gateway->insert(*content, tr("Drag"))) {
-        setSelection(before);
-        return Qt::IgnoreAction;
-    }
-    m_gateway->setSelection({position, selection().position});
-    const bool isMove = event.proposedAction() == Qt::MoveAction;
-    return isMove && !bringsAll ? Qt::CopyAction : event.proposedAction();
 }
 
 // Input methods, focus, time

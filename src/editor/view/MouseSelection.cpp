@@ -38,16 +38,25 @@ void MouseSelection::forget(const EditorExtension* extension)
         m_grabber = nullptr;
 }
 
+void MouseSelection::hoverAgain()
+{
+    if (m_isHovering)
+        m_view.m_extensions.hover(m_view.toPage(m_lastPoint));
+}
+
+void MouseSelection::endHover()
+{
+    m_isHovering = false;
+    m_view.m_extensions.endHover();
+}
+
 bool MouseSelection::offerPress(const QMouseEvent& event, int clicks)
 {
+    endHover();
     const EditorMouse mouse = asEditorMouse(m_view, event, clicks);
-    for (EditorExtension* extension : m_view.m_extensions) {
-        if (extension->mousePressed(mouse)) {
-            m_grabber = extension;
-            return true;
-        }
-    }
-    return false;
+    m_grabber = m_view.m_extensions.firstThat(
+        [&](EditorExtension& extension) { return extension.mousePressed(mouse); });
+    return m_grabber != nullptr;
 }
 
 bool MouseSelection::isOnSelection(QPointF point) const
@@ -169,6 +178,8 @@ void MouseSelection::move(QMouseEvent& event)
         return;
     }
     if (event.buttons() == Qt::NoButton) {
+        m_isHovering = true;
+        hoverAgain();
         updatePointer(event.position());
         return;
     }
@@ -266,13 +277,14 @@ void MouseSelection::pastePrimary(QPointF point)
 void MouseSelection::updatePointer(QPointF point)
 {
     const QPointF page = m_view.toPage(point);
-    for (EditorExtension* extension : m_view.m_extensions) {
-        if (const auto shape = extension->cursorAt(page)) {
-            m_view.viewport()->setCursor(*shape);
-            return;
-        }
-    }
-    if (!m_view.linkAt(point).isEmpty())
+    std::optional<Qt::CursorShape> shape;
+    m_view.m_extensions.firstThat([&](EditorExtension& extension) {
+        shape = extension.cursorAt(page);
+        return shape.has_value();
+    });
+    if (shape)
+        m_view.viewport()->setCursor(*shape);
+    else if (!m_view.linkAt(point).isEmpty())
         m_view.viewport()->setCursor(Qt::PointingHandCursor);
     else if (isOnSelection(point))
         m_view.viewport()->setCursor(Qt::ArrowCursor);

@@ -31,6 +31,10 @@ public:
     void forget(const EditorExtension* extension);
     /// A turn of the timer that scrolls while the mouse is held outside; false for other timers.
     bool timer(int id);
+    /// Tells extensions where the pointer is, as the page may have moved under it.
+    void hoverAgain();
+    /// The pointer has gone, or does something else than to point.
+    void endHover();
     /// Shows the pointer that fits what is under `point`.
     void updatePointer(QPointF point);
 
@@ -48,6 +52,7 @@ private:
 
     EditorView& m_view;
     EditorExtension* m_grabber = nullptr;
+    bool m_isHovering = false;
     bool m_isSelecting = false;
     bool m_mayDrag = false;
     bool m_hasMoved = false;

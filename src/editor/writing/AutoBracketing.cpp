@@ -73,7 +73,7 @@ AutoBracketing::AutoBracketing(EditorView& view)
     , m_changes(QObject::connect(&view, &EditorView::textChanged, &view,
                                  [this](const TextChange& change) { m_quotes.follow(change); }))
 {
-    m_view.addExtension(this);
+    m_view.addExtension(this, ExtensionPriority::writing);
 }
 
 AutoBracketing::~AutoBracketing()

@@ -35,7 +35,7 @@ AttributedString cleanWebFormatting(AttributedString text, const CharacterStyle&
 SmartPaste::SmartPaste(EditorView& view)
     : m_view(view)
 {
-    m_view.addExtension(this);
+    m_view.addExtension(this, ExtensionPriority::writing);
 }
 
 SmartPaste::~SmartPaste()

@@ -12,7 +12,7 @@ TypewriterScroll::TypewriterScroll(EditorView& view, QObject* parent)
     : QObject(parent)
     , m_view(view)
 {
-    m_view.addExtension(this);
+    m_view.addExtension(this, ExtensionPriority::writing);
     m_view.viewport()->installEventFilter(this);
     connect(&view, &EditorView::textChanged, this,
             &TypewriterScroll::maintainTypewriterViewportIfNeeded);

@@ -18,7 +18,7 @@ WritingMenu::WritingMenu(EditorView& view, const Services& services, QObject* pa
     , m_view(view)
     , m_services(services)
 {
-    m_view.addExtension(this);
+    m_view.addExtension(this, ExtensionPriority::writing);
 }
 
 WritingMenu::~WritingMenu()
