@@ -300,6 +300,58 @@ TEST(ParagraphLayout, AChangeInALongParagraphLeavesTheLinesThatItDoesNotTouch)
     expectSame(Laid(layout, note.store), Laid(note.store, 40), "moved");
 }
 
+TEST(ParagraphLayout, KeysInALongParagraphBreakItAsIfItWereLaidOutAnew)
+{
+    struct Row {
+        const char* name;
+        AttributedString text;
+        QString keys;
+    };
+    const QString signs = u"office ffi e\u0301e\u0301 \U0001f469 \u4e2d\u6587\u4e2d\u6587 "_s;
+    const Row rows[] = {
+        {"words", longParagraph(3, 4'000, Looks::same), u"lorem ipsum dolor "_s},
+        {"many looks", longParagraph(4, 3'000), u"lorem ipsum "_s},
+        {"an endless word", AttributedString(u"abcdefghijk"_s.repeated(400)), u"xxxxxx"_s},
+        {"endless, of few glyphs", AttributedString(u"\u4e2d\u6587\u5b57"_s.repeated(900)),
+         u"\u4e2d"_s},
+        {"signs of several characters", AttributedString(signs.repeated(120)), u"e\u0301"_s},
+        {"from right to left",
+         AttributedString(u"\u05e9\u05dc\u05d5\u05dd \u05e2\u05d5\u05dc\u05dd "_s.repeated(300)),
+         u"\u05e9"_s},
+    };
+    for (const Row& row : rows) {
+        LongParagraph note(400, row.text);
+        ParagraphLayout& layout = note.layout();
+        std::mt19937 random(7);
+        layout.ensureLaidOut(note.store.blockAt(10));
+        int caret = int(note.store.length()) / 3;
+        for (int step = 0; step < 160; ++step) {
+            if (step % 40 == 39)
+                caret = 10 + int(random() % unsigned(note.store.length() - 20));
+            note.gateway.setSelection(TextSelection::caret(caret));
+            if (random() % 3 == 0)
+                note.gateway.remove({caret - 1, 1}, EditKind::deletingBackward, u"Delete"_s);
+            else
+                note.gateway.type(row.keys.sliced(step % row.keys.size(), 1));
+            caret = int(note.gateway.selection().position);
+            // What a view asks for with each key: what stands on the screen.
+            const qreal top = layout.caretRect(caret).top();
+            layout.ensureLaidOut(note.store.blockAt(caret), top - 300, top + 300);
+            if (step % 20 != 19)
+                continue;
+            ParagraphLayout fresh(note.store);
+            fresh.setWidth(width);
+            fresh.setPieceLength(100'000);
+            ASSERT_EQ(layout.lineAt(caret).range, fresh.lineAt(caret).range) << row.name << step;
+            ASSERT_EQ(layout.caretRect(caret).x(), fresh.caretRect(caret).x()) << row.name << step;
+            expectSame(Laid(layout, note.store), Laid(fresh, note.store),
+                       row.name + (" step " + std::to_string(step)));
+            if (::testing::Test::HasFatalFailure())
+                return;
+        }
+    }
+}
+
 TEST(ParagraphLayout, OfALongParagraphOnlyWhatIsAskedForIsLaidOutWhereverThatIs)
 {
     const AttributedString text = longParagraph(3, 60'000, Looks::same);

@@ -283,7 +283,6 @@ BrokenPiece breakUpTo(const ParagraphSource& source, int start, int wanted, int 
     }
     // The end of a layout's last line is that of a paragraph to the toolkit, and a caret there
     // stands elsewhere. So another line follows, out of every clip.
-    constexpr qreal outOfSight = 1e6;
     if (QTextLine after = reachesEnd ? QTextLine() : layout.createLine(); after.isValid()) {
         maker.place(after, false);
         after.setPosition({0, outOfSight});
@@ -350,10 +349,10 @@ BrokenPiece breakPiece(const ParagraphSource& source, int start, int wanted,
                        std::optional<qreal>& hanging)
 {
     // So near to the end of what it knows, a line may have been broken for want of more.
-    constexpr int nearness = 16;
+    constexpr int nearness = 40;
     // Only signs without any width fill a line with more.
     constexpr int mostReach = 100'000;
-    for (int reach = lineReach(source.column, source.characterWidth);; reach *= 4) {
+    for (int reach = lineReach(source.column, source.characterWidth) / 2;; reach *= 4) {
         const int end = int(std::min<qint64>(source.textLength(), qint64(start) + wanted + reach));
         BrokenPiece piece = breakUpTo(source, start, wanted, end, hanging);
         if (end == source.textLength() || start + piece.length + nearness <= end ||

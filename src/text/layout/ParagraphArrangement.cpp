@@ -159,7 +159,7 @@ void ParagraphLayout::breakPieceAt(const QTextBlock& block, ParagraphBox& box, i
     // What has grown or shrunk too far is cut elsewhere.
     const bool isLast = piece.end() == box.textLength();
     const bool isFitting =
-        piece.length <= 2 * m_pieceLength && (isLast || 2 * piece.length >= m_pieceLength);
+        piece.length <= 2 * m_pieceLength && (isLast || 8 * piece.length >= m_pieceLength);
     const int wanted = isFitting ? piece.length : m_pieceLength;
     BrokenPiece broken = breakPiece(source, piece.start, wanted, box.hanging);
     m_laidOutCharacters += broken.length;

@@ -14,6 +14,32 @@ void ParagraphPiece::moveBy(int distance)
         layout->moveBy(distance);
 }
 
+int ParagraphPiece::linesOutOfReach(int from) const
+{
+    // An input method's text takes part in the lines.
+    if (!hasLines() || layout->preeditStart() >= 0)
+        return 0;
+    const auto behind = std::find_if(lines.begin(), lines.end(),
+                                     [from](const BrokenLine& line) { return line.start >= from; });
+    return std::max(0, int(behind - lines.begin()) - 2);
+}
+
+ParagraphPiece ParagraphPiece::splitBehind(int count)
+{
+    const BrokenLine& line = lines[std::size_t(count)];
+    ParagraphPiece rest;
+    rest.start = line.start;
+    rest.length = end() - line.start;
+    rest.height = height - line.top;
+    rest.isFirm = true;
+    length = line.start - start;
+    height = line.top;
+    lines.resize(std::size_t(count));
+    for (int i = count; i < layout->text().lineCount(); ++i)
+        layout->text().lineAt(i).setPosition({0, outOfSight});
+    return rest;
+}
+
 bool ParagraphBox::hasAllLines() const
 {
     return !pieces.empty() && std::all_of(pieces.begin(), pieces.end(), [](const auto& piece) {
@@ -106,13 +132,21 @@ void ParagraphBox::splitLong(int index, const Cutting& cutting)
 
 void ParagraphBox::replace(int from, int removed, int added, int lineLength, const Cutting& cutting)
 {
-    const int first = pieceAt(from);
-    const int last = std::max(first, pieceAt(from + std::max(0, removed - 1)));
+    int first = pieceAt(from);
+    int last = std::max(first, pieceAt(from + std::max(0, removed - 1)));
+    ParagraphPiece& touched = pieces[std::size_t(first)];
+    const int kept = isWhole() ? 0 : touched.linesOutOfReach(from);
+    if (kept > 0) {
+        ParagraphPiece rest = touched.splitBehind(kept);
+        ++first;
+        ++last;
+        pieces.insert(pieces.begin() + first, std::move(rest));
+    }
     const auto at = pieces.begin() + first;
     ParagraphPiece& changed = *at;
     // The line before may have room for a word that has become shorter.
     const int firstLine = changed.hasLines() ? changed.lines.front().length : lineLength;
-    if (first > 0 && from <= changed.start + firstLine) {
+    if (kept == 0 && first > 0 && from <= changed.start + firstLine) {
         (at - 1)->release();
         changed.isFirm = false;
     }

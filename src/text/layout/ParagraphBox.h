@@ -38,6 +38,11 @@ struct ParagraphPiece {
         layout.reset();
         lines.clear();
     }
+    /// How many lines stand above those that a change at `from`, which is in this piece, may break
+    /// elsewhere: the one it is in and the one before, which may have room for a shorter word.
+    [[nodiscard]] int linesOutOfReach(int from) const;
+    /// Keeps that many lines. What stood behind them is a piece without lines.
+    [[nodiscard]] ParagraphPiece splitBehind(int lines);
     /// Follows a change of `distance` characters before it; its lines stay as they are.
     void moveBy(int distance);
 };

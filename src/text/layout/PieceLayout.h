@@ -76,6 +76,9 @@ struct ParagraphSource {
     [[nodiscard]] int textLength() const { return block.length() - 1; }
 };
 
+/// Where lines stand that are not shown: below every clip, in layout units.
+inline constexpr qreal outOfSight = 1e6;
+
 /// The text of a stretch of a paragraph with its formats, to be broken into lines, and the way from
 /// its positions to those of the paragraph: an input method's text stands between them, and signs
 /// that carry on the direction of what stands before the stretch.
