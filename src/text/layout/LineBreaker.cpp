@@ -226,12 +226,28 @@ struct LineMaker {
     }
 };
 
-/// Breaks the text from `start` up to `end` until `wanted` characters are in lines.
-BrokenPiece breakUpTo(const ParagraphSource& source, int start, int wanted, int end,
-                      std::optional<qreal>& hanging)
+/// A layout of the text up to `end` whose lines are to begin at `start`.
+std::unique_ptr<PieceLayout> layoutFrom(const ParagraphSource& source, int start, int end)
+{
+    const int margin = PieceLayout::marginBefore(source, start);
+    for (const int from : {start - margin, start}) {
+        auto layout = std::make_unique<PieceLayout>(source, from, end);
+        layout->text().setTextOption(optionFor(source));
+        layout->text().setCacheEnabled(true); // else every drawing shapes the text again
+        if (layout->beginLines(start) || from == start)
+            return layout;
+    }
+    return nullptr;
+}
+
+/// Breaks the text of `text` from `start` on, where its lines begin, until `wanted` characters are
+/// in lines.
+BrokenPiece breakUpTo(const ParagraphSource& source, int start, int wanted,
+                      std::unique_ptr<PieceLayout> text, std::optional<qreal>& hanging)
 {
     BrokenPiece piece;
-    piece.layout = std::make_unique<PieceLayout>(source, start, end);
+    piece.layout = std::move(text);
+    const int end = piece.layout->end();
     QTextLayout& layout = piece.layout->text();
     const ParagraphStyle& style = source.style;
     const qreal stretch = lineStretch(source.font, source.settings.lineHeight);
@@ -244,8 +260,6 @@ BrokenPiece breakUpTo(const ParagraphSource& source, int start, int wanted, int 
     QTextOption option = optionFor(source);
     option.setTabs(tabsFrom(style, maker.firstStart()));
     layout.setTextOption(option);
-    layout.setCacheEnabled(true); // else every drawing shapes the text again
-    layout.beginLayout();
     bool isWithinPreedit = false;
     while (piece.length < wanted || reachesEnd || isWithinPreedit) {
         QTextLine line = layout.createLine();
@@ -346,17 +360,26 @@ BaseDirection baseDirection(const TextStore& store, const QTextBlock& block,
 }
 
 BrokenPiece breakPiece(const ParagraphSource& source, int start, int wanted,
-                       std::optional<qreal>& hanging)
+                       std::optional<qreal>& hanging, std::unique_ptr<PieceLayout> before)
 {
     // So near to the end of what it knows, a line may have been broken for want of more.
     constexpr int nearness = 40;
     // Only signs without any width fill a line with more.
     constexpr int mostReach = 100'000;
+    const auto knowsEnough = [&](const BrokenPiece& piece) {
+        const int end = piece.layout->end();
+        return end == source.textLength() || start + piece.length + nearness <= end;
+    };
+    if (before && !source.preedit && before->isGoodFrom(start) && before->beginLines(start)) {
+        BrokenPiece piece = breakUpTo(source, start, wanted, std::move(before), hanging);
+        if (!piece.lines.empty() && knowsEnough(piece))
+            return piece;
+    }
     for (int reach = lineReach(source.column, source.characterWidth) / 2;; reach *= 4) {
         const int end = int(std::min<qint64>(source.textLength(), qint64(start) + wanted + reach));
-        BrokenPiece piece = breakUpTo(source, start, wanted, end, hanging);
-        if (end == source.textLength() || start + piece.length + nearness <= end ||
-            reach > mostReach)
+        BrokenPiece piece =
+            breakUpTo(source, start, wanted, layoutFrom(source, start, end), hanging);
+        if (knowsEnough(piece) || reach > mostReach)
             return piece;
     }
 }

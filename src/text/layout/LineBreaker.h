@@ -14,8 +14,10 @@ inline constexpr char16_t pageBreakCharacter = u'\f';
 /// characters or more, or all that are left. A line looks at no more text than it needs, so this
 /// costs the same in a paragraph of any length. `start` is where a line begins; where lines after
 /// the first begin is noted in `hanging` with the paragraph's first line, and read by all others.
+/// `before` is the layout of lines that began elsewhere in the same text, or null; it saves work.
 [[nodiscard]] BrokenPiece breakPiece(const ParagraphSource& source, int start, int wanted,
-                                     std::optional<qreal>& hanging);
+                                     std::optional<qreal>& hanging,
+                                     std::unique_ptr<PieceLayout> before = nullptr);
 
 /// About how many characters behind its own a line may depend on: more than any line of `column`
 /// holds in characters of the average `characterWidth`.

@@ -160,8 +160,11 @@ void ParagraphLayout::breakPieceAt(const QTextBlock& block, ParagraphBox& box, i
     const bool isLast = piece.end() == box.textLength();
     const bool isFitting =
         piece.length <= 2 * m_pieceLength && (isLast || 8 * piece.length >= m_pieceLength);
-    const int wanted = isFitting ? piece.length : m_pieceLength;
-    BrokenPiece broken = breakPiece(source, piece.start, wanted, box.hanging);
+    // A little less will do: a key above lets each piece begin a character earlier, and end so.
+    constexpr int leeway = 8;
+    const int wanted = isFitting ? std::max(1, piece.length - leeway) : m_pieceLength;
+    BrokenPiece broken = breakPiece(source, piece.start, wanted, box.hanging,
+                                    std::move(box.pieces[std::size_t(index)].layout));
     m_laidOutCharacters += broken.length;
     box.place(index, std::move(broken), cutting());
 }

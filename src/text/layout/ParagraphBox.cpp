@@ -35,8 +35,8 @@ ParagraphPiece ParagraphPiece::splitBehind(int count)
     length = line.start - start;
     height = line.top;
     lines.resize(std::size_t(count));
-    for (int i = count; i < layout->text().lineCount(); ++i)
-        layout->text().lineAt(i).setPosition({0, outOfSight});
+    for (int i = count; i < layout->lineCount(); ++i)
+        layout->line(i).setPosition({0, outOfSight});
     return rest;
 }
 
@@ -159,8 +159,15 @@ void ParagraphBox::replace(int from, int removed, int added, int lineLength, con
     changed.height = std::max(0.0, changed.height + growth * cutting.unitsPerCharacter);
     changed.release();
     pieces.erase(at + 1, pieces.begin() + last + 1);
-    for (auto piece = at + 1; piece != pieces.end(); ++piece)
+    for (auto piece = pieces.begin(); piece != at; ++piece) {
+        if (piece->layout)
+            piece->layout->changedFrom(from);
+    }
+    for (auto piece = at + 1; piece != pieces.end(); ++piece) {
+        if (piece->layout)
+            piece->layout->changedUpTo(from + removed);
         piece->moveBy(growth);
+    }
     if (at + 1 != pieces.end())
         (at + 1)->isFirm = false;
     if (first == 0)
@@ -187,6 +194,14 @@ void ParagraphBox::release(int from, int to)
         pieces[std::size_t(last) + 1].isFirm = false;
     if (first == 0)
         hanging.reset();
+    for (ParagraphPiece& piece : pieces) {
+        if (!piece.layout)
+            continue;
+        if (piece.start < from)
+            piece.layout->changedFrom(from);
+        else
+            piece.layout->changedUpTo(to);
+    }
 }
 
 void ParagraphBox::place(int index, BrokenPiece broken, const Cutting& cutting)
@@ -212,7 +227,7 @@ void ParagraphBox::place(int index, BrokenPiece broken, const Cutting& cutting)
         next->start = end;
         next->length += growth;
         next->height = std::max(0.0, next->height + growth * cutting.unitsPerCharacter);
-        next->release();
+        next->lines.clear(); // its layout may serve for lines that begin elsewhere
         if (next + 1 != pieces.end())
             (next + 1)->isFirm = false;
     }

@@ -28,11 +28,11 @@ struct ParagraphPiece {
     qreal height = 0; ///< in layout units; an estimate while there are no lines
     /// Whether it begins where the lines before it were found to end. Else its start is a guess.
     bool isFirm = false;
-    std::unique_ptr<PieceLayout> layout; ///< null while there are no lines
+    std::unique_ptr<PieceLayout> layout; ///< null while there are no lines, or of former lines
     std::vector<BrokenLine> lines;
 
     [[nodiscard]] int end() const { return start + length; }
-    [[nodiscard]] bool hasLines() const { return layout != nullptr; }
+    [[nodiscard]] bool hasLines() const { return !lines.empty(); }
     void release()
     {
         layout.reset();

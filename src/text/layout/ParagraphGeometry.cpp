@@ -78,10 +78,10 @@ ParagraphLayout::LineIndex ParagraphLayout::lineIndexAt(const QTextBlock& block,
     LineIndex index{layOutPiece(block, about, position), 0};
     const ParagraphPiece& piece = about.pieces[std::size_t(index.piece)];
     const int place = piece.layout->toLayout(position);
-    const QTextLine line = piece.layout->text().lineForTextPosition(place);
     const int last = int(piece.lines.size()) - 1;
-    index.line = line.isValid() ? std::min(line.lineNumber(), last) : last;
-    const int lineStart = piece.layout->text().lineAt(index.line).textStart();
+    const int line = piece.layout->lineAt(place);
+    index.line = line >= 0 ? std::min(line, last) : last;
+    const int lineStart = piece.layout->line(index.line).textStart();
     if (side == CaretSide::lowerLine || std::max(lineStart, piece.layout->lead()) != place)
         return index;
     if (index.line > 0)
@@ -122,7 +122,7 @@ QRectF ParagraphLayout::caretRect(int position, CaretSide side)
     const LineIndex index = lineIndexAt(block, inBlock, side);
     const ParagraphBox& about = box(block);
     const PieceLayout& piece = *about.pieces[std::size_t(index.piece)].layout;
-    const QTextLine line = piece.text().lineAt(index.line);
+    const QTextLine line = piece.line(index.line);
     const qreal x = about.content.left() + line.cursorToX(piece.toLayout(inBlock));
     qreal height = line.ascent() + line.descent();
     if (block.length() == 1 && !hasPreedit()) {
@@ -141,7 +141,7 @@ int ParagraphLayout::positionInLine(const LaidOutLine& line, qreal x, CaretSide*
         lineIndexAt(block, int(line.range.location) - block.position(), CaretSide::lowerLine);
     const ParagraphBox& about = box(block);
     const PieceLayout& piece = *about.pieces[std::size_t(index.piece)].layout;
-    const QTextLine laidOut = piece.text().lineAt(index.line);
+    const QTextLine laidOut = piece.line(index.line);
     const auto toDocument = [&](int inLayout) {
         return block.position() + piece.toParagraph(inLayout);
     };
@@ -287,7 +287,7 @@ QList<QRectF> ParagraphLayout::rectsInPiece(const QTextBlock& block, int index, 
     const bool goesOn = to > textEnd;
     const int count = int(piece.lines.size());
     for (int i = 0; i < count; ++i) {
-        const QTextLine line = laidOut.text().lineAt(i);
+        const QTextLine line = laidOut.line(i);
         const int lineStart = line.textStart();
         const int lineEnd = lineStart + line.textLength();
         const bool isLast = endsText && i == count - 1;

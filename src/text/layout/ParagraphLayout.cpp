@@ -115,9 +115,13 @@ QList<QTextLayout::FormatRange> ParagraphLayout::decorationsOf(const QTextBlock&
     ensureLaidOut(block);
     QList<QTextLayout::FormatRange> decorations;
     for (const ParagraphPiece& piece : box(block).pieces) {
-        // It knows some of what stands behind it.
-        const int end = piece.layout->toLayout(piece.end()) - piece.layout->lead() + piece.start;
+        // It knows some of what stands before and behind it.
+        const int end =
+            piece.layout->toLayout(piece.end()) - piece.layout->lead() + piece.layout->start();
         for (QTextLayout::FormatRange range : piece.layout->decorations()) {
+            const int before = std::max(0, piece.start - range.start);
+            range.start += before;
+            range.length -= before;
             range.length = std::min(range.length, end - range.start);
             if (range.length > 0)
                 decorations.append(range);

@@ -234,7 +234,7 @@ private:
     HeldFonts m_fonts;
     const ParagraphDecorator* m_decorator = nullptr;
     Preedit m_preedit;
-    int m_pieceLength = 1'500;
+    int m_pieceLength = 1'000;
     int m_generation = 1;
     /// Guesses until the first settings, so that a text that is never shown opens no font.
     qreal m_characterWidth = 16; ///< an average, in units

@@ -11,6 +11,7 @@
 #include <QTextDocument>
 
 #include <algorithm>
+#include <utility>
 
 namespace orvane {
 
@@ -157,6 +158,7 @@ void HeldFonts::hold(const TextFont& font, const QTextCharFormat& format, const 
 PieceLayout::PieceLayout(const ParagraphSource& source, int start, int end)
     : m_start(start)
     , m_end(end)
+    , m_goodFrom(start)
 {
     const QString lead = leadOf(source, start);
     m_lead = int(lead.size());
@@ -213,6 +215,49 @@ PieceLayout::PieceLayout(const ParagraphSource& source, int start, int end)
 
 PieceLayout::~PieceLayout() = default;
 
+int PieceLayout::marginBefore(const ParagraphSource& source, int start)
+{
+    constexpr int most = 64;
+    if (source.preedit)
+        return 0;
+    const int length = std::min(start, most);
+    const QString before =
+        source.store.text({source.block.position() + start - length, qsizetype(length)});
+    const auto standsAlone = [](QChar c) {
+        const char16_t code = c.unicode();
+        return (code >= u' ' && code < 0x300) || (code >= 0x4e00 && code < 0xa000) ||
+               (code >= 0xac00 && code < 0xd7a4);
+    };
+    return int(std::find_if_not(before.crbegin(), before.crend(), standsAlone) - before.crbegin());
+}
+
+bool PieceLayout::beginLines(int start)
+{
+    // To begin the layout anew would choose all glyphs anew; lines can be made without.
+    if (std::exchange(m_hasBegun, true))
+        m_layout->clearLayout();
+    else
+        m_layout->beginLayout();
+    const int hidden = start - m_start + m_lead;
+    m_hidden = start > m_start ? 1 : 0;
+    if (m_hidden == 0)
+        return true;
+    QTextLine line = m_layout->createLine();
+    if (!line.isValid())
+        return false;
+    // A line is measured in glyphs, of which a font makes one for some pairs.
+    constexpr int mostTries = 8;
+    int columns = hidden;
+    for (int i = 0; i < mostTries && columns > 0; ++i) {
+        line.setNumColumns(columns);
+        line.setPosition({0, -outOfSight});
+        if (line.textLength() == hidden)
+            return true;
+        columns += hidden - line.textLength();
+    }
+    return false;
+}
+
 void PieceLayout::makeHosted(const ParagraphSource& source, const QString& text)
 {
     m_host = std::make_unique<QTextDocument>();
@@ -235,6 +280,7 @@ void PieceLayout::moveBy(int distance)
 {
     m_start += distance;
     m_end += distance;
+    m_goodFrom += distance;
     if (m_preeditAt >= 0)
         m_preeditAt += distance;
     for (QTextLayout::FormatRange& decoration : m_decorations)

@@ -76,21 +76,49 @@ struct ParagraphSource {
     [[nodiscard]] int textLength() const { return block.length() - 1; }
 };
 
-/// Where lines stand that are not shown: below every clip, in layout units.
+/// How far below or above every clip lines stand that are not shown, in layout units.
 inline constexpr qreal outOfSight = 1e6;
 
 /// The text of a stretch of a paragraph with its formats, to be broken into lines, and the way from
 /// its positions to those of the paragraph: an input method's text stands between them, and signs
 /// that carry on the direction of what stands before the stretch.
+///
+/// Most of the work is to choose the glyphs. So lines may begin behind the start of the stretch,
+/// and begin elsewhere later, as they do with each key in an endless word above them.
 class PieceLayout {
 public:
     /// [start, end) of the paragraph; of the text from `end` on nothing is known to it.
     PieceLayout(const ParagraphSource& source, int start, int end);
+    /// How many characters before `start` a stretch may begin for lines to begin there: they are
+    /// characters that make no glyph together.
+    [[nodiscard]] static int marginBefore(const ParagraphSource& source, int start);
     ~PieceLayout();
     Q_DISABLE_COPY_MOVE(PieceLayout)
 
+    /// Lets all lines go, for new ones to be made from `start` on. False where none can begin
+    /// there.
+    [[nodiscard]] bool beginLines(int start);
     [[nodiscard]] QTextLayout& text() { return *m_layout; }
     [[nodiscard]] const QTextLayout& text() const { return *m_layout; }
+    [[nodiscard]] int start() const { return m_start; }
+    /// The lines from where they begin.
+    [[nodiscard]] QTextLine line(int index) const { return m_layout->lineAt(index + m_hidden); }
+    [[nodiscard]] int lineCount() const { return m_layout->lineCount() - m_hidden; }
+    /// The number of the line that holds a place; less than 0 where there is none.
+    [[nodiscard]] int lineAt(int inLayout) const
+    {
+        const QTextLine line = m_layout->lineForTextPosition(inLayout);
+        return line.isValid() ? line.lineNumber() - m_hidden : -1;
+    }
+    /// The text, or how it looks, has changed up to a position before its lines, or from one behind
+    /// them on; nothing of it is shown.
+    void changedUpTo(int position) { m_goodFrom = std::max(m_goodFrom, position); }
+    void changedFrom(int position) { m_hasGoodEnd = m_hasGoodEnd && position >= m_end; }
+    /// Whether new lines from `start` on come out as those of a new layout.
+    [[nodiscard]] bool isGoodFrom(int start) const
+    {
+        return start >= m_goodFrom && m_hasGoodEnd && m_preeditAt < 0;
+    }
     /// The text before it has grown by `distance` characters.
     void moveBy(int distance);
     /// The characters that the lines are made of.
@@ -119,6 +147,10 @@ private:
     int m_start;
     int m_end;
     int m_lead = 0;
+    int m_goodFrom;
+    bool m_hasGoodEnd = true;
+    bool m_hasBegun = false;
+    int m_hidden = 0;     ///< 1 where a line out of sight holds what stands before the lines
     int m_preeditAt = -1; ///< in the paragraph
     int m_preeditLength = 0;
     int m_preeditCaret = 0;
