@@ -22,6 +22,8 @@ public:
         connect(&m_input, &QSocketNotifier::activated, qApp, &QCoreApplication::quit);
     }
 
+    [[nodiscard]] bool isTold() const { return m_told; }
+
     bool eventFilter(QObject* watched, QEvent* event) override
     {
         const auto* widget = qobject_cast<QWidget*>(watched);

@@ -55,6 +55,9 @@ public:
         app.projectSession().closeProject();
         app.projectSession().openProject(project, false);
         app.openNote(snapshot.notes.first()->id);
+        // As it stands after anything was moved or opened in the Binder.
+        (void)app.projectSession().persistenceController()->saveLayout(
+            BinderDisplayOrdering::layoutOf(app.order()));
         app.projectSession().terminate();
     }
     [[nodiscard]] QString path() const { return m_test.folder.path(); }
@@ -67,6 +70,7 @@ private:
 class Probe {
 public:
     explicit Probe(const QString& program, const QStringList& arguments = {})
+        : m_tellsWhole(program == u"start_probe"_s)
     {
         m_seconds = seconds([&] {
             m_process.start(QCoreApplication::applicationDirPath() + u'/' + program, arguments);
@@ -81,9 +85,13 @@ public:
         m_process.waitForFinished(10'000);
     }
     [[nodiscard]] double milliseconds() const { return m_seconds * 1e3; }
-    /// Proportional set size in megabytes: shared pages count by their share.
-    [[nodiscard]] double megabytes() const
+    /// Proportional set size in megabytes, once everything is there: shared pages count by their
+    /// share.
+    [[nodiscard]] double megabytes()
     {
+        (void)m_process.readLine();
+        while (m_tellsWhole && !m_process.canReadLine() && m_process.waitForReadyRead(30'000)) {
+        }
         QFile file(u"/proc/%1/smaps_rollup"_s.arg(m_process.processId()));
         if (!file.open(QIODevice::ReadOnly))
             return 0;
@@ -96,6 +104,7 @@ public:
 
 private:
     QProcess m_process;
+    bool m_tellsWhole = false;
     double m_seconds = 0;
 };
 

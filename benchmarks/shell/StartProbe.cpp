@@ -22,6 +22,16 @@ int main(int argc, char** argv)
     OrvaneWorkspaceApp program(UserFolders::below(home));
     fonts.wait();
     program.start();
+    // A second line when everything is there, what the first frame didn't need included.
+    QTimer whole;
+    whole.callOnTimeout([&] {
+        if (!firstFrame.isTold() || program.appState().projectSession().isOpening())
+            return;
+        whole.stop();
+        std::puts("whole");
+        std::fflush(stdout);
+    });
+    whole.start(5);
     const int result = QApplication::exec();
     program.finish();
     return result;

@@ -118,7 +118,7 @@ QString fitted(const QString& text, const QFont& font, int width)
 {
     constexpr QChar ellipsis = u'\u2026';
     constexpr double mostKerning = 0.1; // by which kerning makes a text narrower
-    const QString line = text.simplified();
+    QString line = text.simplified();
     const QRawFont glyphs = QRawFont::fromFont(font);
     const QList<quint32> indexes = glyphs.glyphIndexesForString(line + ellipsis);
     // What the font lacks comes from another one, whose glyphs are not known here.

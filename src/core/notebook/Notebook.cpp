@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "core/notebook/Notebook.h"
 
+#include <algorithm>
+
 namespace orvane {
 
 FolderRecord trashFolder(Timestamp now)
@@ -44,6 +46,29 @@ Notebook notebookOf(const NotebookSnapshot& snapshot, const QUuid& projectID, Ti
                          : Ordering::orderOf(Ordering::defaultLayout(notebook.folders,
                                                                      notebook.notes, projectID));
     return notebook;
+}
+
+Notebook notebookOfSome(const NotebookSnapshot& snapshot, Timestamp now)
+{
+    Notebook notebook;
+    notebook.folders = RecordTable<FolderRecord>(snapshot.folders);
+    notebook.notes = RecordTable<NoteRecord>(snapshot.notes);
+    ensureTrashFolder(notebook.folders, now);
+    notebook.tags.rebuild(notebook.folders, notebook.notes);
+    if (snapshot.binderLayout)
+        notebook.order = BinderDisplayOrdering::orderOf(*snapshot.binderLayout);
+    return notebook;
+}
+
+void takeOverBeginnings(const RecordTable<NoteRecord>& known, const RecordTable<NoteRecord>& whole,
+                        qsizetype units)
+{
+    for (const Shared<NoteRecord>& note : known) {
+        const QByteArray beginning = note->body.utf8().known();
+        if (const auto* same = beginning.isEmpty() ? nullptr : whole.find(note->id))
+            (*same)->body.utf8().learn(
+                beginning.first(std::min(beginning.size(), NoteText::bytesFor(units))));
+    }
 }
 
 NotebookSnapshot snapshotOf(const Notebook& notebook)

@@ -31,4 +31,13 @@ void giveOwnRoot(Notebook& notebook, const QUuid& former, const QUuid& own);
 [[nodiscard]] Notebook notebookOf(const NotebookSnapshot& snapshot, const QUuid& projectID,
                                   Timestamp now);
 
+/// The same of a snapshot that has some of the notes only: the order is taken as it is, notes that
+/// it names and that aren't there included. To be looked at, not to be changed. On any thread.
+[[nodiscard]] Notebook notebookOfSome(const NotebookSnapshot& snapshot, Timestamp now);
+
+/// Notes of `whole` get to know what is known of the beginnings of their texts, at most so many
+/// UTF-16 units, so that nothing that is shown of them changes.
+void takeOverBeginnings(const RecordTable<NoteRecord>& known, const RecordTable<NoteRecord>& whole,
+                        qsizetype units);
+
 } // namespace orvane

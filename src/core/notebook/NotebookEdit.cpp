@@ -93,7 +93,7 @@ bool concernsStructure(const QHash<QUuid, RecordAspects>& told)
     constexpr RecordAspects structure =
         RecordAspect::Place | RecordAspect::Came | RecordAspect::Went;
     return std::ranges::any_of(told,
-                               [](RecordAspects aspects) { return bool(aspects & structure); });
+                               [&](RecordAspects aspects) { return bool(aspects & structure); });
 }
 
 // Puts the piece back where it still stands as it was put, else each id where it is missing.

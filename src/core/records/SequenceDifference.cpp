@@ -113,7 +113,10 @@ private:
     {
         return m_before[size_t(x)] == m_after[size_t(y)];
     }
-    int& at(std::vector<int>& furthest, int k) const { return furthest[size_t(m_middle + k)]; }
+    int& at(std::vector<int>& furthest, int k) const
+    {
+        return furthest[size_t(qsizetype(m_middle) + k)];
+    }
 
     std::span<const int> m_before;
     std::span<const int> m_after;

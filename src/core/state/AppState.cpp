@@ -2,6 +2,7 @@
 #include "core/state/AppState.h"
 
 #include "core/state/SessionKeys.h"
+#include "core/store/StoreBeginning.h"
 #include "platform/Log.h"
 
 namespace orvane {
@@ -50,6 +51,22 @@ void AppState::show(Notebook notebook, bool restoreLastNote,
         restoreWorkspaceSelectionIfNeeded(*workspaceState, restoreLastNote);
     else if (restoreLastNote)
         restoreLastOpenedNoteIfNeeded();
+}
+
+void AppState::complete(Notebook notebook)
+{
+    const auto note = m_selection.selectedNoteID();
+    const auto folder = m_selection.selectedFolderID();
+    if ((note && !notebook.notes.contains(*note)) ||
+        (folder && !notebook.folders.contains(*folder)))
+        return show(std::move(notebook), true, m_session.openedWorkspaceState());
+    takeOverBeginnings(m_notebook.notes, notebook.notes, listedUnits);
+    // Who called this may have a record in hand; what is known of it by now stays a moment.
+    QMetaObject::invokeMethod(
+        this, [former = std::exchange(m_notebook, std::move(notebook))] {}, Qt::QueuedConnection);
+    emit notebookCompleted();
+    if (note)
+        showWayTo(*note);
 }
 
 void AppState::restoreWorkspaceSelectionIfNeeded(const ProjectWorkspaceState& state,

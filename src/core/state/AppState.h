@@ -216,6 +216,9 @@ public:
 signals:
     /// Another notebook, or none: everything below is new.
     void notebookReset();
+    /// What was shown of the notebook while its project was opened is all there now, and what
+    /// wasn't shown as well.
+    void notebookCompleted();
     /// Which records changed, and in what, after each edit.
     void notebookChanged(const orvane::NotebookChange& change);
     /// Sent before something other than the editor replaces a note's content: a draft of it is
@@ -229,6 +232,7 @@ signals:
 private:
     void show(Notebook notebook, bool restoreLastNote,
               const std::optional<ProjectWorkspaceState>& workspaceState) override;
+    void complete(Notebook notebook) override;
     void clear() override;
     void projectOpened() override { resumeErasingVersions(); }
     Accepted place(const NotebookEdit& edit) override { return carryOut(edit, Step::Kept); }

@@ -78,8 +78,11 @@ Accepted AppState::mayEdit()
 
 Accepted AppState::apply(const NotebookEdit& edit)
 {
+    const bool isOfSome = m_session.isOpening();
     if (auto may = mayEdit(); !may)
         return may;
+    if (isOfSome)
+        return std::unexpected(Refusal::NotThere); // it was made from a part of the notebook
     return carryOut(edit, Step::Kept);
 }
 
@@ -315,6 +318,7 @@ Accepted AppState::updateNote(const QUuid& id, const NoteContent& content)
 
 void AppState::applyLiveTitle(const QUuid& id, const QString& title)
 {
+    m_session.finishOpening();
     const auto* found = m_notebook.notes.find(id);
     if (!found || (*found)->title == title)
         return;
@@ -343,6 +347,7 @@ void AppState::learnBeginnings(const QList<QUuid>& ids, qsizetype units, std::fu
 
 void AppState::toggleExpanded(const QUuid& folderID)
 {
+    m_session.finishOpening();
     const bool expand = !m_notebook.order.expandedFolderIDs.contains(folderID);
     (void)carryOut(NotebookEdits::expandFolders(m_notebook, root(), {folderID}, expand),
                    Step::Passing);

@@ -7,6 +7,7 @@ namespace orvane {
 
 void AppState::openNote(const QUuid& id)
 {
+    m_session.finishOpening();
     if (!note(id))
         return;
     showWayTo(id);
@@ -15,6 +16,7 @@ void AppState::openNote(const QUuid& id)
 
 void AppState::navigateMainEditorHistory(int delta)
 {
+    m_session.finishOpening();
     if (const auto target = m_selection.stepThroughHistory(delta)) {
         showWayTo(*target);
         m_selection.selectFromHistory(*target);

@@ -68,7 +68,7 @@ AppState::restoreVersion(const NoteVersionSnapshot& snapshot)
     // The payload is what a rich note opens from; left alone it would hide what was restored.
     if (content.body != found->body || content.bodyRTF != found->bodyRTF)
         content.richContentPayload = snapshot.richContentPayload();
-    updateNote(snapshot.noteID, content);
+    (void)updateNote(snapshot.noteID, content); // what the disk doesn't take is told by the session
     return {};
 }
 

@@ -24,6 +24,9 @@ public:
     /// Shows the notebook of the project that has just been opened, and what of it was selected.
     virtual void show(Notebook notebook, bool restoreLastNote,
                       const std::optional<ProjectWorkspaceState>& workspaceState) = 0;
+    /// The whole notebook of the project of which some was shown until now: nothing visible
+    /// changes.
+    virtual void complete(Notebook notebook) = 0;
     virtual void clear() = 0;
     /// The project is open, and its notebook shown.
     virtual void projectOpened() = 0;

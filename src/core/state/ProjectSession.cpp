@@ -44,6 +44,7 @@ bool ProjectSession::passesLicence()
 
 bool ProjectSession::passesEditGuard()
 {
+    finishOpening();
     if (!passesLicence())
         return false;
     if (isReadOnly())
@@ -55,6 +56,7 @@ bool ProjectSession::passesEditGuard()
 
 void ProjectSession::openProject(const QUuid& id, bool restoreLastNote)
 {
+    finishOpening();
     if (m_currentProject && m_currentProject->id == id && m_controller)
         return presentEditor();
     if (const OrvaneProjectRecord* found = project(id))
@@ -62,6 +64,12 @@ void ProjectSession::openProject(const QUuid& id, bool restoreLastNote)
 }
 
 void ProjectSession::openProjectAt(const QString& folder, bool restoreLastNote)
+{
+    finishOpening();
+    openFolder(folder, restoreLastNote, Showing::All);
+}
+
+void ProjectSession::openFolder(const QString& folder, bool restoreLastNote, Showing showing)
 {
     const OrvaneProjectRecord* listed = projectAt(folder);
     if (!listed)
@@ -107,7 +115,10 @@ void ProjectSession::openProjectAt(const QString& folder, bool restoreLastNote)
            qUtf16Printable(uuidText(project.id)), qUtf16Printable(project.name),
            qlonglong(notebook.folders.size()), qlonglong(notebook.notes.size()),
            int(restoreLastNote));
-    m_open.show(std::move(notebook), restoreLastNote, m_workspaceState);
+    if (showing == Showing::TheRest)
+        m_open.complete(std::move(notebook));
+    else
+        m_open.show(std::move(notebook), restoreLastNote, m_workspaceState);
     if (*identity == Identity::NewForCopy)
         m_open.storeAll();
     m_open.projectOpened();
@@ -245,6 +256,7 @@ void ProjectSession::dropController()
 
 void ProjectSession::closeProject()
 {
+    finishOpening();
     if (!mayLeaveProject())
         return;
     closeOpenProject();
@@ -253,6 +265,7 @@ void ProjectSession::closeProject()
 
 void ProjectSession::terminate()
 {
+    finishOpening();
     m_terminating = true;
     emit willTerminate();
     rescueNow();
@@ -272,6 +285,7 @@ void ProjectSession::scheduleCheck()
 std::expected<QUuid, QString> ProjectSession::createProject(const QString& name,
                                                             const std::optional<QString>& iconName)
 {
+    finishOpening();
     if (!passesLicence() || !mayLeaveProject())
         return std::unexpected(QString());
     const Timestamp now = m_services.clock.now();
@@ -291,6 +305,7 @@ std::expected<QUuid, QString> ProjectSession::createProject(const QString& name,
 
 void ProjectSession::presentProjectsBrowser()
 {
+    finishOpening();
     refreshProjects();
     if (m_currentProject)
         m_selection.selectProjectFolder(m_currentProject->rootPath);

@@ -63,6 +63,14 @@ public:
     /// Goes on from `prepareBootstrap`, which it calls if nobody has: shows the browser or opens
     /// the project.
     void bootstrapProjects();
+    /// True while some of a large project is shown and the rest is read: what stands open in the
+    /// Binder and the selected note are there to be looked at. Whatever changes something finishes
+    /// opening first.
+    [[nodiscard]] bool isOpening() const { return m_isShownAhead; }
+    /// Waits for the rest, and opens the project. Where it can't be opened it is no longer shown,
+    /// and why is told as at any opening. Nothing is opened in vain: it does nothing unless
+    /// `isOpening`.
+    void finishOpening();
     void refreshProjects();
     /// Opens a project, or leaves everything as it is and tells why: see
     /// `projectLoadProtectionAlert` and `projectOpenProblem`. Of several folders with that id the
@@ -265,14 +273,26 @@ private:
         PersistenceController::Opened store;
         Notebook notebook;
     };
+    /// What is there to be looked at before the rest.
+    struct Beginning {
+        std::shared_ptr<const FolderHandle> folder;
+        Notebook notebook;
+    };
+    using TakeBeginning = std::function<void(std::optional<Beginning>)>;
     /// A project that another thread opens; going, this waits for it.
     struct OpeningProject {
         QString rootPath;
+        std::future<std::optional<Beginning>> beginning;
         std::future<OpenedProject> result;
     };
     [[nodiscard]] static OpenedProject readProject(const OrvaneProjectRecord& project,
-                                                   const Clock& clock);
+                                                   const Clock& clock, BeginningWish wish,
+                                                   const TakeBeginning& take);
     void readProjectAhead(const OrvaneProjectRecord& project);
+    [[nodiscard]] BeginningWish beginningOf(const OrvaneProjectRecord& project) const;
+    [[nodiscard]] bool showBeginning(const QUuid& projectID);
+    enum class Showing { All, TheRest };
+    void openFolder(const QString& folder, bool restoreLastNote, Showing showing);
     [[nodiscard]] OpenedProject takeProject(const OrvaneProjectRecord& project);
 
     Services m_services;
@@ -302,6 +322,7 @@ private:
     std::unique_ptr<PersistenceController> m_controller;
     std::optional<BootstrapDecision> m_bootstrapDecision;
     std::optional<OpeningProject> m_openingProject;
+    bool m_isShownAhead = false;
     std::unique_ptr<Clock::Delay> m_pendingTouch;
     bool m_terminating = false;
 };

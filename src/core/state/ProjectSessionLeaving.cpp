@@ -217,6 +217,7 @@ void ProjectSession::setTrouble(const std::optional<ProjectTrouble::Kind>& kind)
 
 bool ProjectSession::mayLeaveProject()
 {
+    finishOpening();
     if (!m_currentProject || !m_controller || m_isAskingToLeave)
         return !m_isAskingToLeave;
     emit projectMayBeLeft();

@@ -117,6 +117,7 @@ void ProjectSession::updateProjectMetadata(const QString& folder, const QString&
                                            const std::optional<QByteArray>& titleRTF,
                                            const std::optional<QString>& iconName)
 {
+    finishOpening();
     if (!passesLicence())
         return;
     const OrvaneProjectRecord* found = projectAt(folder);
@@ -152,6 +153,7 @@ void ProjectSession::updateProjectIcon(const QString& folder,
 
 std::expected<void, QString> ProjectSession::moveProjectToTrash(const QString& folder)
 {
+    finishOpening();
     if (!passesLicence())
         return std::unexpected(QString());
     const OrvaneProjectRecord* found = projectAt(folder);

@@ -158,7 +158,7 @@ std::expected<void, QString> ProjectSession::reopenWith(const QList<Shared<Folde
                                                         const BinderOrder& order,
                                                         const std::optional<QUuid>& selected)
 {
-    auto [held, controller, notebook] = readProject(*m_currentProject, m_services.clock);
+    auto [held, controller, notebook] = readProject(*m_currentProject, m_services.clock, {}, {});
     if (!controller) {
         const auto problem =
             ProjectOpenProblem::of(m_currentProject->titleForDisplay(), controller.error());

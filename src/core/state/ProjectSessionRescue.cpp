@@ -72,8 +72,9 @@ void ProjectSession::rescueUnsaved()
                                   m_currentProject->rootPath, m_services.clock.now()};
         for (const QString& parent : rescueFolders()) {
             auto made = RescueFile::createIn(parent, origin, m_services.clock);
-            m_rescue = made ? *std::move(made) : nullptr;
-            const auto kept = m_rescue ? keep() : std::unexpected(made.error());
+            if (made)
+                m_rescue = std::move(*made);
+            const auto kept = made ? keep() : std::unexpected(made.error());
             if (kept)
                 break;
             qWarning().noquote() << "Words can't be kept here:" << kept.error().text();

@@ -29,8 +29,6 @@ StoreOpenError openError(const FileError& error)
     return {code, error.path, error.detail, std::nullopt};
 }
 
-// What a list shows of a text stands mostly within so many UTF-16 units.
-constexpr qsizetype listedUnits = 2'000;
 constexpr qsizetype listedAtFirst = 100;
 
 // Notes that the Binder shows when the project opens, or some of them: what is below the root and
@@ -82,7 +80,8 @@ void ProjectSession::bootstrapProjects()
     if (const auto* saved = std::get_if<OpenSavedProject>(&decision)) {
         qCInfo(projectBootstrapLog, "bootstrap opening saved projectID=%ls restoreLastNote=true",
                qUtf16Printable(uuidText(saved->projectID)));
-        openProject(saved->projectID, true);
+        if (!showBeginning(saved->projectID))
+            openProject(saved->projectID, true);
         return;
     }
     const auto& browser = std::get<ShowBrowser>(decision);
@@ -133,7 +132,8 @@ void ProjectSession::migrateLegacyNotebookIfNeeded()
 }
 
 ProjectSession::OpenedProject ProjectSession::readProject(const OrvaneProjectRecord& project,
-                                                          const Clock& clock)
+                                                          const Clock& clock, BeginningWish wish,
+                                                          const TakeBeginning& take)
 {
     auto held = FolderHandle::open(project.rootPath);
     if (!held)
@@ -154,6 +154,13 @@ ProjectSession::OpenedProject ProjectSession::readProject(const OrvaneProjectRec
     if (!data)
         return failed(data.error());
     options.folder = *std::move(data);
+    if (take) {
+        wish.take = [&](const std::optional<NotebookSnapshot>& some) {
+            take(some ? std::optional(Beginning{*held, notebookOfSome(*some, clock.now())})
+                      : std::nullopt);
+        };
+        options.beginning = &wish;
+    }
     OpenedProject opened{*held, PersistenceController::open(dataFolder, clock, options), {}};
     if (opened.store && !(*opened.store)->persistentStoreRecovery()) {
         opened.notebook = notebookOf((*opened.store)->load(), project.id, clock.now());
@@ -168,10 +175,79 @@ void ProjectSession::readProjectAhead(const OrvaneProjectRecord& project)
     if (PersistentStoreRecovery::read(
             ProjectLibraryController::projectDataDirectoryPath(project.rootPath)))
         return;
-    const auto read = [project, &clock = m_services.clock] {
-        return readProject(project, clock);
+    std::promise<std::optional<Beginning>> beginning;
+    auto awaited = beginning.get_future();
+    auto read = [this, project, &clock = m_services.clock, wish = beginningOf(project),
+                 beginning = std::move(beginning)]() mutable {
+        bool isTold = false;
+        bool isShown = false;
+        OpenedProject opened =
+            readProject(project, clock, wish, [&](std::optional<Beginning> some) {
+                isTold = true;
+                isShown = some.has_value();
+                beginning.set_value(std::move(some));
+            });
+        if (!isTold)
+            beginning.set_value(std::nullopt);
+        if (isShown)
+            QMetaObject::invokeMethod(this, &ProjectSession::finishOpening, Qt::QueuedConnection);
+        return opened;
     };
-    m_openingProject = OpeningProject{project.rootPath, std::async(std::launch::async, read)};
+    m_openingProject = OpeningProject{project.rootPath, std::move(awaited),
+                                      std::async(std::launch::async, std::move(read))};
+}
+
+BeginningWish ProjectSession::beginningOf(const OrvaneProjectRecord& project) const
+{
+    BeginningWish wish{project.id, std::nullopt, std::nullopt, {}};
+    const UserDefaults& defaults = m_services.defaults;
+    if (const auto state = ProjectWorkspaceStateStore::load(project.rootPath)) {
+        wish.note = state->selectedNoteID;
+        wish.folder = state->selectedFolderID;
+    } else if (launchDestination(SessionKeys::launchDestination.read(defaults)) ==
+               OrvaneWorkspaceLaunchDestination::LastNote) {
+        wish.note = SessionKeys::readUuid(defaults, SessionKeys::lastOpenedNoteID(project.id));
+    }
+    return wish;
+}
+
+bool ProjectSession::showBeginning(const QUuid& projectID)
+{
+    const OrvaneProjectRecord* listed = project(projectID);
+    const KnownProject* known = m_known.opened(projectID);
+    if (!m_openingProject || !listed || listed->rootPath != m_openingProject->rootPath ||
+        (known && !isSameFolder(known->folder, listed->rootPath)))
+        return false;
+    auto beginning = m_openingProject->beginning.get();
+    if (!beginning)
+        return false;
+    m_currentProject = *listed;
+    m_folder = std::move(beginning->folder);
+    m_selection.setProject(projectID, listed->rootPath);
+    m_selection.selectProjectFolder(listed->rootPath);
+    m_workspaceState = ProjectWorkspaceStateStore::load(projectAccessPath());
+    emit currentProjectChanged();
+    m_open.show(std::move(beginning->notebook), true, m_workspaceState);
+    setMode(RootPresentationMode::Editor);
+    m_isShownAhead = true;
+    return true;
+}
+
+void ProjectSession::finishOpening()
+{
+    if (!std::exchange(m_isShownAhead, false))
+        return;
+    // Until it is opened there is no project: what goes wrong is told as at any other start.
+    const QString folder = std::exchange(m_currentProject, std::nullopt)->rootPath;
+    openFolder(folder, true, Showing::TheRest);
+    if (m_controller)
+        return;
+    emit projectAboutToClose();
+    m_folder.reset();
+    m_selection.setProject(std::nullopt, {});
+    m_workspaceState.reset();
+    m_open.clear();
+    emit currentProjectChanged();
 }
 
 ProjectSession::OpenedProject ProjectSession::takeProject(const OrvaneProjectRecord& project)
@@ -181,7 +257,7 @@ ProjectSession::OpenedProject ProjectSession::takeProject(const OrvaneProjectRec
         if (ahead->rootPath == project.rootPath)
             return opened;
     }
-    return readProject(project, m_services.clock);
+    return readProject(project, m_services.clock, {}, {});
 }
 
 std::optional<OrvaneProjectRecord> ProjectSession::presentProject(const QString& folder)

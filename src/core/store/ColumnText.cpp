@@ -101,8 +101,8 @@ std::optional<QUuid> uuidFromStore(QByteArrayView text)
     for (uchar& byte : bytes) {
         if (at == 8 || at == 13 || at == 18 || at == 23)
             wrong |= int(text[at++] != '-');
-        const int high = hexDigits[uchar(text[at])];
-        const int low = hexDigits[uchar(text[at + 1])];
+        const signed char high = hexDigits[uchar(text[at])];
+        const signed char low = hexDigits[uchar(text[at + 1])];
         wrong |= int((high | low) < 0);
         byte = uchar((high & 15) << 4 | (low & 15));
         at += 2;
@@ -128,7 +128,7 @@ QStringList tagsFromStore(QByteArrayView json)
     if (!document.isArray())
         return {};
     QStringList tags;
-    for (const QJsonValue& value : document.array()) {
+    for (const auto& value : document.array()) {
         if (!value.isString())
             return {};
         tags.append(value.toString());

@@ -183,7 +183,7 @@ std::expected<void, StoreOpenError> PersistenceController::Private::openFiles()
         qWarning("%ls was not closed by its last program and has no journal",
                  qUtf16Printable(files->place()));
 
-    auto opened = openStore(path, schema, StoreAccess::ReadWrite);
+    auto opened = openStore(path, schema, StoreAccess::ReadWrite, options.beginning);
     if (opened) {
         use(*std::move(opened));
         return {};

@@ -3,6 +3,7 @@
 
 #include "core/records/NotebookSnapshot.h"
 #include "core/store/PersistentStoreRecovery.h"
+#include "core/store/StoreBeginning.h"
 #include "core/store/StoreCheck.h"
 #include "core/store/StoreError.h"
 #include "core/store/StoreWorker.h"
@@ -58,6 +59,9 @@ public:
         std::shared_ptr<const FolderHandle> folder = nullptr;
         /// What happens where no store is. A link that leads to none is always refused.
         IfMissing ifMissing = IfMissing::Create;
+        /// Who gets the beginning of a store that was there and can be written; may not be told.
+        /// What it has shown is void where opening fails afterwards.
+        const BeginningWish* beginning = nullptr;
     };
 
     using Opened = std::expected<std::unique_ptr<PersistenceController>, StoreOpenError>;

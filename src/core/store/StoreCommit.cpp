@@ -204,13 +204,12 @@ void PendingChanges::put(const BinderLayoutSnapshot& layout)
 void PendingChanges::keepOnly(const QList<Shared<FolderRecord>>& folders,
                               const QList<Shared<NoteRecord>>& notes)
 {
-    const QList<Shared<FolderRecord>> keptFolders = folders; // they may stand in what is cleared
-    const QList<Shared<NoteRecord>> keptNotes = notes;
-    clear();
-    for (const Shared<FolderRecord>& folder : keptFolders)
-        put(folder);
-    for (const Shared<NoteRecord>& note : keptNotes)
-        put(note);
+    PendingChanges kept; // the lists may stand in what is given up
+    for (const Shared<FolderRecord>& folder : folders)
+        kept.put(folder);
+    for (const Shared<NoteRecord>& note : notes)
+        kept.put(note);
+    *this = std::move(kept);
 }
 
 QList<Shared<NoteRecord>> PendingChanges::notesBeside(const OpenedStore& store) const
@@ -256,7 +255,7 @@ std::expected<std::optional<StoreError>, StoreFailure> commitChanges(OpenedStore
         for (const Shared<NoteRecord>& note : changes.notes())
             notes.write(note);
         if (changes.layout())
-            store.layout.write(database, next.storeKey, *changes.layout());
+            store.layout.write(database, next.storeKey, changes.layout());
         const bool wrote = sqlite3_total_changes64(database.getHandle()) != before;
         if (wrote && journal == JournalState::Folded)
             ++next.generation;

@@ -198,7 +198,8 @@ std::expected<QByteArray, StoreFailure> StoreConnection::journalBytes()
             if (code != SQLITE_OK)
                 throw SQLite::Exception(handle, code);
         };
-        check(sqlite3_file_control(handle, "main", SQLITE_FCNTL_JOURNAL_POINTER, &file));
+        check(sqlite3_file_control(handle, "main", SQLITE_FCNTL_JOURNAL_POINTER,
+                                   static_cast<void*>(&file)));
         QByteArray bytes;
         if (!file || !file->pMethods)
             return bytes;

@@ -154,8 +154,16 @@ Result<void> migrate(OpenedStore& store, const QString& path, int from, const St
     return failed(StoreOpenError::Code::MigrationFailed, path, done.error().detail);
 }
 
+QList<Shared<FolderRecord>> recordsOf(const StoredRows<FolderRecord>& folders)
+{
+    QList<Shared<FolderRecord>> records;
+    for (const auto& item : folders.items)
+        records.append(item.record);
+    return records;
+}
+
 // Every row of every table except the rich bytes.
-std::expected<void, StoreFailure> readAll(OpenedStore& store)
+std::expected<void, StoreFailure> readAll(OpenedStore& store, const BeginningWish* wish)
 {
     return store.connection->run([&] {
         SQLite::Database& database = store.connection->database();
@@ -163,6 +171,11 @@ std::expected<void, StoreFailure> readAll(OpenedStore& store)
         const qint64 key = store.state.storeKey;
         store.bytes = new StoreBytesSource(*store.connection, key);
         auto folders = readFolders(database, key);
+        store.layout.read(database, key);
+        if (wish)
+            wish->take(readBeginning(database, key, store.state.noteCount, recordsOf(folders),
+                                     store.layout.layout(), SharedBlobSource(store.bytes.data()),
+                                     *wish));
         auto notes = readNotes(database, key, SharedBlobSource(store.bytes.data()));
         if (folders.rowCount < store.state.folderCount || notes.rowCount < store.state.noteCount)
             throwDamage(u"%1 folders and %2 notes are there of %3 and %4"_s.arg(folders.rowCount)
@@ -176,7 +189,6 @@ std::expected<void, StoreFailure> readAll(OpenedStore& store)
         if (const auto twice = store.notes.reset(std::move(notes)))
             throwDamage(u"the note %1 is there twice"_s.arg(twice->toString()));
         StoreStatement bytesTable(database, "SELECT row, checksum, bytes FROM OrvaneNoteBytes");
-        store.layout.read(database, key);
     });
 }
 
@@ -187,7 +199,7 @@ Result<QString> placeForReading(OpenedStore& store, const QString& path)
     if (!hasJournal(path))
         return path;
     store.copy = std::make_unique<QTemporaryDir>();
-    const QString target = store.copy->filePath(QFileInfo(path).fileName());
+    QString target = store.copy->filePath(QFileInfo(path).fileName());
     const QString journal = persistentStoreFiles(path).at(1);
     if (!store.copy->isValid() || !QFile::copy(path, target) ||
         !QFile::copy(journal, persistentStoreFiles(target).at(1)))
@@ -215,7 +227,8 @@ NotebookSnapshot OpenedStore::snapshot() const
     return snapshot;
 }
 
-Result<OpenedStore> openStore(const QString& path, const StoreSchema& schema, StoreAccess access)
+Result<OpenedStore> openStore(const QString& path, const StoreSchema& schema, StoreAccess access,
+                              const BeginningWish* wish)
 {
     if (const auto inHeader = schemaInHeader(path, schema); !inHeader)
         return std::unexpected(inHeader.error());
@@ -262,7 +275,7 @@ Result<OpenedStore> openStore(const QString& path, const StoreSchema& schema, St
     }
     if (auto migrated = migrate(store, path, *version, schema, access); !migrated)
         return std::unexpected(migrated.error());
-    if (auto read = readAll(store); !read)
+    if (auto read = readAll(store, access == StoreAccess::ReadWrite ? wish : nullptr); !read)
         return failed(path, read.error());
     if (!immutable) {
         // Nothing to do for a store that no other program has rewritten.

@@ -3,6 +3,7 @@
 
 #include "core/records/NotebookSnapshot.h"
 #include "core/store/LayoutStore.h"
+#include "core/store/StoreBeginning.h"
 #include "core/store/StoreConnection.h"
 #include "core/store/StoreReader.h"
 #include "core/store/StoreSchema.h"
@@ -44,9 +45,11 @@ enum class StoreAccess { ReadWrite, ReadOnly };
 
 /// Opens the store at `path`, which exists at least in part, and reads all of it but the rich
 /// bytes. An older schema is brought forward and a journal left over is folded in. For reading
-/// only, nothing in the folder is changed.
+/// only, nothing in the folder is changed. `wish` gets the beginning of a store that can be written
+/// before the rest is read.
 [[nodiscard]] std::expected<OpenedStore, StoreOpenFailure>
-openStore(const QString& path, const StoreSchema& schema, StoreAccess access);
+openStore(const QString& path, const StoreSchema& schema, StoreAccess access,
+          const BeginningWish* wish = nullptr);
 
 /// Makes an empty store at `path`, where no file is: complete under another name first, so that a
 /// store is never there in part, and nothing that has its name meanwhile is replaced.

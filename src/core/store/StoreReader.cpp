@@ -193,6 +193,31 @@ qint64 orderOf(const NoteRecord& note)
     return ~note.updatedAt.msecs;
 }
 
+// The row that the statement stands on, verified.
+template <typename Record>
+typename StoredRows<Record>::Item readRow(const StoreStatement& statement,
+                                          SQLite::Database& database, qint64 storeKey,
+                                          const char* kind, const SharedBlobSource& source)
+{
+    const Row<Record> row(statement);
+    const qint64 number = row.number();
+    if (const StoreValue& checksum = row.checksum(); !checksum.isNull()) {
+        StoreChecksum sum(storeKey);
+        for (int column = 0; column < row.columns - 1; ++column)
+            row.values[size_t(column)].addTo(sum);
+        if (sum.value() != checksum.integer())
+            throwDamage(
+                u"%1 in row %2 doesn't match its checksum"_s.arg(QLatin1String(kind)).arg(number));
+    }
+    Record record;
+    if (!fill(record, row, source)) {
+        qWarning("%s in row %lld lacks a value and is shown as recovered", kind, qlonglong(number));
+        recover(record, number, storeKey, database, source);
+    }
+    const qint64 order = orderOf(record);
+    return {order, number, Shared<Record>(std::move(record))};
+}
+
 // Reads a whole table.
 template <typename Record>
 StoredRows<Record> readRows(SQLite::Database& database, qint64 storeKey, const char* kind,
@@ -201,26 +226,10 @@ StoredRows<Record> readRows(SQLite::Database& database, qint64 storeKey, const c
     StoreStatement statement(database, selectStatement<Record>().c_str());
     StoredRows<Record> rows;
     while (statement.step()) {
-        const Row<Record> row(statement);
-        const qint64 number = row.number();
+        auto item = readRow<Record>(statement, database, storeKey, kind, source);
         ++rows.rowCount;
-        rows.lastRow = std::max(rows.lastRow, number);
-        if (const StoreValue& checksum = row.checksum(); !checksum.isNull()) {
-            StoreChecksum sum(storeKey);
-            for (int column = 0; column < row.columns - 1; ++column)
-                row.values[size_t(column)].addTo(sum);
-            if (sum.value() != checksum.integer())
-                throwDamage(u"%1 in row %2 doesn't match its checksum"_s.arg(QLatin1String(kind))
-                                .arg(number));
-        }
-        Record record;
-        if (!fill(record, row, source)) {
-            qWarning("%s in row %lld lacks a value and is shown as recovered", kind,
-                     qlonglong(number));
-            recover(record, number, storeKey, database, source);
-        }
-        const qint64 order = orderOf(record);
-        rows.items.push_back({order, number, Shared<Record>(std::move(record))});
+        rows.lastRow = std::max(rows.lastRow, item.row);
+        rows.items.push_back(std::move(item));
     }
     std::stable_sort(rows.items.begin(), rows.items.end(),
                      [](const auto& a, const auto& b) { return a.order < b.order; });
@@ -263,6 +272,33 @@ StoredRows<NoteRecord> readNotes(SQLite::Database& database, qint64 storeKey,
                                  const SharedBlobSource& source)
 {
     return readRows<NoteRecord>(database, storeKey, "the note", source);
+}
+
+QHash<QUuid, qint64> findNotes(SQLite::Database& database, const QSet<QUuid>& ids)
+{
+    QHash<QUuid, qint64> rows;
+    StoreStatement statement(database, "SELECT row, id FROM OrvaneNote");
+    while (rows.size() < ids.size() && statement.step()) {
+        const auto id = uuidFromStore(statement.value(1).bytes());
+        if (id && ids.contains(*id))
+            rows.insert(*id, statement.value(0).integer());
+    }
+    return rows;
+}
+
+QList<Shared<NoteRecord>> readNotes(SQLite::Database& database, qint64 storeKey,
+                                    const SharedBlobSource& source, const QList<qint64>& rows)
+{
+    QList<Shared<NoteRecord>> notes;
+    StoreStatement statement(database, (selectStatement<NoteRecord>() + " WHERE row = ?").c_str());
+    for (const qint64 row : rows) {
+        statement.bindInteger(1, row);
+        if (statement.step())
+            notes.append(
+                readRow<NoteRecord>(statement, database, storeKey, "the note", source).record);
+        statement.reset();
+    }
+    return notes;
 }
 
 } // namespace orvane

@@ -8,7 +8,9 @@
 
 #include <QHash>
 #include <QList>
+#include <QSet>
 #include <QString>
+#include <QUuid>
 
 #include <vector>
 
@@ -53,6 +55,12 @@ StoredRows<FolderRecord> readFolders(SQLite::Database& database, qint64 storeKey
 /// Bodies and rich bytes become unread blobs of `source`.
 StoredRows<NoteRecord> readNotes(SQLite::Database& database, qint64 storeKey,
                                  const SharedBlobSource& source);
+
+/// The rows in which these notes stand, of those that are there.
+QHash<QUuid, qint64> findNotes(SQLite::Database& database, const QSet<QUuid>& ids);
+/// The notes in these rows, in their order, where they are there.
+QList<Shared<NoteRecord>> readNotes(SQLite::Database& database, qint64 storeKey,
+                                    const SharedBlobSource& source, const QList<qint64>& rows);
 
 /// The first bytes, at most `size`, of the texts of these notes, by the number of their rows.
 QHash<qint64, QByteArray> readBeginnings(SQLite::Database& database, const QList<qint64>& rows,

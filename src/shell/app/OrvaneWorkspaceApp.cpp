@@ -11,6 +11,7 @@
 #include "editor/pane/EditorPaneView.h"
 #include "editor/session/EditorSession.h"
 #include "editor/view/EditorView.h"
+#include "shell/app/InputAfterOpening.h"
 #include "shell/app/SessionEnd.h"
 #include "shell/binder/BinderTreeView.h"
 #include "shell/desktop/RequestOpener.h"
@@ -154,6 +155,7 @@ void OrvaneWorkspaceApp::start()
     m_questions.setHost(&m_window->sheets(), &m_look);
     connect(m_window.get(), &MainWindow::closed, this, &OrvaneWorkspaceApp::quitRequested);
     m_appState->projectSession().bootstrapProjects();
+    new InputAfterOpening(m_appState->projectSession(), m_window.get());
     m_window->show();
     tellOfSettingsObstacle();
     // Asking the desktop and finding the icon are nothing that a first frame waits for.

@@ -42,15 +42,11 @@ BinderModel::BinderModel(AppState& appState, QObject* parent)
     , m_root(std::make_unique<Node>())
 {
     connect(&appState, &AppState::notebookReset, this, &BinderModel::reset);
+    connect(&appState, &AppState::notebookCompleted, this, &BinderModel::complete);
     connect(&appState, &AppState::notebookChanged, this, &BinderModel::follow);
     connect(&appState, &AppState::binderSortOrderChanged, this, &BinderModel::syncStructure);
     connect(&appState, &AppState::activeTagFilterChanged, this, &BinderModel::syncStructure);
-    connect(&appState, &AppState::tagSettingsChanged, this, [this] {
-        for (const Node* node : std::as_const(m_nodes)) {
-            const QModelIndex index = indexOfNode(*node);
-            emit dataChanged(index, index, {TagsRole});
-        }
-    });
+    connect(&appState, &AppState::tagSettingsChanged, this, [this] { showAnew({TagsRole}); });
     m_learning.setSingleShot(true);
     m_learning.setInterval(0);
     connect(&m_learning, &QTimer::timeout, this, &BinderModel::learnSecondLines);
@@ -76,6 +72,20 @@ void BinderModel::reset()
     }
     m_root->renumber(0);
     endResetModel();
+}
+
+void BinderModel::complete()
+{
+    syncStructure();
+    showAnew({});
+}
+
+void BinderModel::showAnew(const QList<int>& roles)
+{
+    for (const Node* node : std::as_const(m_nodes)) {
+        const QModelIndex index = indexOfNode(*node);
+        emit dataChanged(index, index, roles);
+    }
 }
 
 void BinderModel::setTitleFilter(const QString& text)

@@ -67,6 +67,9 @@ private:
     struct Node;
 
     void reset();
+    void complete();
+    /// Has every listed row shown anew; without roles all of it.
+    void showAnew(const QList<int>& roles);
     void syncStructure();
     void syncChildren(Node& node);
     void removeMissing(Node& node, const QSet<BinderRowID>& wanted);

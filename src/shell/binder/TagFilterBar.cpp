@@ -17,6 +17,7 @@ TagFilterBar::TagFilterBar(AppState& appState, Look& look, QWidget* parent)
     m_row->setSpacing(4);
     connect(&appState, &AppState::activeTagFilterChanged, this, &TagFilterBar::refresh);
     connect(&appState, &AppState::notebookReset, this, &TagFilterBar::refresh);
+    connect(&appState, &AppState::notebookCompleted, this, &TagFilterBar::refresh);
     refresh();
 }
 

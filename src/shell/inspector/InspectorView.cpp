@@ -145,6 +145,7 @@ void InspectorView::connectAppState()
 {
     connect(&m_appState.selection(), &Selection::selectionChanged, this, &InspectorView::refresh);
     connect(&m_appState, &AppState::notebookReset, this, &InspectorView::refresh);
+    connect(&m_appState, &AppState::notebookCompleted, this, &InspectorView::refresh);
     const auto later = [this] {
         m_refreshTimer->start();
     };
