@@ -60,6 +60,62 @@ void expectSame(const Laid& left, const Laid& right, const std::string& where)
     }
 }
 
+/// The rows of pixels that one letter in the middle of a line is drawn on, and its width.
+struct Ink {
+    int top = 0;
+    int bottom = 0;
+    qreal width = 0;
+};
+
+Ink inkOf(BaselineShift shift)
+{
+    TextStore store;
+    EditGateway gateway(store);
+    CharacterStyle style;
+    style.font = TextFont{u"DejaVu Sans"_s, 24};
+    CharacterStyle shifted = style;
+    shifted.baselineShift = shift;
+    AttributedString text(u" "_s, style);
+    text.append(u"H", shifted);
+    text.append(u" ", style);
+    gateway.load(text, {});
+    ParagraphLayout layout(store);
+    layout.setWidth(width);
+    layout.ensureLaidOut(store.document().begin());
+    QImage image(100, 60, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    TextPaint paint;
+    paint.clip = image.rect();
+    paint.colors.text = Qt::black;
+    layout.paint(painter, paint);
+    Ink ink{image.height(), 0, layout.rectsOf({1, 1}).first().width()};
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (qGray(image.pixel(x, y)) < 128) {
+                ink.top = std::min(ink.top, y);
+                ink.bottom = y;
+            }
+        }
+    }
+    return ink;
+}
+
+TEST(ParagraphLayout, SuperscriptStandsHigherAndSubscriptLowerAndBothAreSmaller)
+{
+    const Ink plain = inkOf(BaselineShift::none);
+    const Ink high = inkOf(BaselineShift::superscript);
+    const Ink low = inkOf(BaselineShift::subscript);
+    ASSERT_LT(plain.top, plain.bottom);
+    EXPECT_LT(high.bottom, plain.bottom - 3);
+    EXPECT_GT(low.bottom, plain.bottom);
+    EXPECT_GT(low.top, plain.top);
+    for (const Ink& shifted : {high, low}) {
+        EXPECT_LT(shifted.bottom - shifted.top, plain.bottom - plain.top);
+        EXPECT_LT(shifted.width, plain.width);
+    }
+}
+
 TEST(ParagraphLayout, AfterRandomEditsItIsAsIfLaidOutAnew)
 {
     for (const unsigned seed : {1U, 2U, 3U}) {

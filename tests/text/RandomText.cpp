@@ -64,6 +64,13 @@ CharacterStyle RandomText::characterStyle()
         style.underline = TextLine(upTo(int(TextLine::wavy)));
     if (oneIn(6))
         style.strikethrough = oneIn(2) ? TextLine::single : TextLine::doubled;
+    // Without a throw of their own, so that kept seeds give the texts that they always gave.
+    if (style.underline == TextLine::dotted)
+        style.baselineShift = BaselineShift::superscript;
+    else if (style.underline == TextLine::dashed)
+        style.baselineShift = BaselineShift::subscript;
+    if (m_all && style.underline == TextLine::wavy)
+        style.targetName = u"place"_s;
     if (oneIn(8))
         style.link = u"https://example.org/ä?q=%1\\%2"_s.arg(upTo(9)).arg(m_all ? u"\"" : u"");
     if (m_all && oneIn(10))

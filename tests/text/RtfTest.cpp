@@ -86,7 +86,7 @@ TEST(Rtf, ReadsText)
         {"field", R"({\rtf1 {\field{\*\fldinst PAGE}{\fldrslt 7}}})", u"7"},
         {"list markers are text", R"({\rtf1\pard\ls1\ilvl1{\listtext\tab 2.\tab}item\par})",
          u"\t2. item\n"},
-        {"more closed than opened", R"({\rtf1 a}}}b)", u"ab"},
+        {"more closed than opened", R"({\rtf1 a}}}b)", u"a"},
         {"deep groups", "{\\rtf1 a" + QByteArray(5000, '{') + "b" + QByteArray(5000, '}') + "c}",
          u"abc"},
         {"characters that mean something else", R"({\rtf1 a\u8233?b\u-4?c\'00d\'0ae})",

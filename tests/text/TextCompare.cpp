@@ -32,6 +32,60 @@ void forgetIdentities(AttributedString& text)
     });
 }
 
+static QString describe(const CharacterStyle& style)
+{
+    QStringList words;
+    const TextFont font = style.font.value_or(TextFont{u"Charis"_s, 12});
+    const auto add = [&](bool isThere, const QString& word) {
+        if (isThere)
+            words += word;
+    };
+    add(font.family != u"Charis", font.family);
+    add(font.size != 12, QString::number(font.size));
+    add(font.isBold(), u"b"_s);
+    add(font.italic, u"i"_s);
+    add(style.underline != TextLine::none, u"u"_s);
+    add(style.strikethrough != TextLine::none, u"s"_s);
+    add(style.baselineShift == BaselineShift::superscript, u"super"_s);
+    add(style.baselineShift == BaselineShift::subscript, u"sub"_s);
+    add(style.foreground.has_value(), toHex(style.foreground.value_or(RgbaColor())));
+    add(style.background.has_value(), u"on "_s + toHex(style.background.value_or(RgbaColor())));
+    add(!style.link.isEmpty(), u"->"_s + style.link);
+    add(!style.targetName.isEmpty(), u"@"_s + style.targetName);
+    add(style.hasAttachment(), u"object"_s);
+    return words.join(u' ');
+}
+
+static QString describe(const ParagraphStyle& style)
+{
+    QString words;
+    if (!style.textLists.isEmpty())
+        words += u"L%1 "_s.arg(std::lround((style.headIndent - 18) / 24));
+    if (style.background)
+        words += u"fill %1 "_s.arg(toHex(*style.background));
+    if (style.cell)
+        words += u"cell "_s;
+    return words;
+}
+
+QStringList describeRuns(const AttributedString& text)
+{
+    QStringList runs;
+    text.forEachParagraph([&](TextRange range, const SharedParagraphStyle& paragraph) {
+        range.length += range.end() < text.length() ? 1 : 0;
+        QString begin = describe(*paragraph);
+        text.forEachCharacterRun(range, [&](TextRange run, const SharedCharacterStyle& style) {
+            const QString words = (std::exchange(begin, {}) + describe(*style)).trimmed();
+            const QString letters = text.text().sliced(run.location, run.length);
+            if (!runs.isEmpty() && words.isEmpty() && runs.last().startsWith(u'|'))
+                runs.last() += letters;
+            else
+                runs += words + u'|' + letters;
+        });
+    });
+    return runs;
+}
+
 QStringList describeCells(const AttributedString& text)
 {
     QStringList cells;

@@ -14,4 +14,9 @@ void forgetIdentities(AttributedString& text);
 /// "row,column rows×columns width text", a line a cell.
 [[nodiscard]] QStringList describeCells(const AttributedString& text);
 
+/// The text run by run, each as "looks|characters": what differs from Charis of 12 points ("b",
+/// "i", "u", "s", "super", "sub", "Arimo", "20", "#RRGGBB", "on #RRGGBB", "->link", "@target"), and
+/// at the start of a paragraph "L1" and so on for a list's level, "fill #RRGGBB" and "cell".
+[[nodiscard]] QStringList describeRuns(const AttributedString& text);
+
 } // namespace orvane

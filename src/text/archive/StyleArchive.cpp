@@ -23,6 +23,8 @@ enum CharacterKey : quint64 {
     attachmentKey,
     chartDataKey,
     autoTagSizeKey,
+    baselineShiftKey,
+    targetNameKey,
 };
 
 // Map keys of a paragraph style. Those of plain lengths are in `paragraphLengths`.
@@ -124,6 +126,13 @@ TextLine readLine(CborCursor& cursor)
     const auto line = TextLine(cursor.readUnsigned(quint64(TextLine::wavy)));
     cursor.require(line != TextLine::none);
     return line;
+}
+
+BaselineShift readShift(CborCursor& cursor)
+{
+    const auto shift = BaselineShift(cursor.readUnsigned(quint64(BaselineShift::subscript)));
+    cursor.require(shift != BaselineShift::none);
+    return shift;
 }
 
 template <typename Value>
@@ -274,6 +283,10 @@ void write(QCborStreamWriter& writer, const CharacterStyle& style, ArchiveTables
                [&] { writer.append(style.chartBlockData); });
         member(autoTagSizeKey, style.autoTagBaseFontSize.has_value(),
                [&] { writeFloat(writer, *style.autoTagBaseFontSize); });
+        member(baselineShiftKey, style.baselineShift != BaselineShift::none,
+               [&] { writer.append(quint64(style.baselineShift)); });
+        member(targetNameKey, !style.targetName.isEmpty(),
+               [&] { writer.append(style.targetName); });
     });
 }
 
@@ -308,6 +321,12 @@ CharacterStyle readCharacterStyle(CborCursor& cursor, const ArchiveTables& table
             return;
         case autoTagSizeKey:
             style.autoTagBaseFontSize = cursor.readFloat();
+            return;
+        case baselineShiftKey:
+            style.baselineShift = readShift(cursor);
+            return;
+        case targetNameKey:
+            style.targetName = cursor.readText();
             return;
         default:
             cursor.fail();

@@ -76,6 +76,8 @@ const QHash<QString, HtmlTag>& tagNames()
         {u"span"_s, span},
         {u"strike"_s, strike},
         {u"strong"_s, strong},
+        {u"sub"_s, sub},
+        {u"sup"_s, sup},
         {u"table"_s, table},
         {u"tbody"_s, tbody},
         {u"td"_s, td},
@@ -186,6 +188,12 @@ void applyTag(HtmlLook& look, HtmlTag tag, const HtmlToken& token, const TextFon
     case HtmlTag::del:
         look.characters.strikethrough = TextLine::single;
         return;
+    case HtmlTag::sup:
+        look.characters.baselineShift = BaselineShift::superscript;
+        return;
+    case HtmlTag::sub:
+        look.characters.baselineShift = BaselineShift::subscript;
+        return;
     case HtmlTag::mark:
         look.characters.background = RgbaColor{1, 1, 0, 1};
         return;
@@ -271,6 +279,13 @@ bool applyCharacterDeclaration(HtmlLook& look, const CssDeclaration& declaration
             look.characters.strikethrough = TextLine::single;
         if (value.startsWith(u"none"))
             look.characters.underline = look.characters.strikethrough = TextLine::none;
+    } else if (name == u"vertical-align") {
+        if (value == u"super")
+            look.characters.baselineShift = BaselineShift::superscript;
+        else if (value == u"sub")
+            look.characters.baselineShift = BaselineShift::subscript;
+        else if (value == u"baseline")
+            look.characters.baselineShift = BaselineShift::none;
     } else if (name == u"white-space") {
         look.preservesSpace = value.startsWith(u"pre") && value != u"pre-line";
     } else if (name == u"display") {

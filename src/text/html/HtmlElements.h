@@ -57,6 +57,8 @@ enum class HtmlTag : quint8 {
     span,
     strike,
     strong,
+    sub,
+    sup,
     table,
     tbody,
     td,

@@ -230,6 +230,11 @@ void Writer::run(QStringView text, const SharedCharacterStyle& style)
     m_html.append(*span);
     if (!style->link.isEmpty())
         m_html.append("<a href=\"" + style->link.toHtmlEscaped().toUtf8() + "\">");
+    // Within the span, which says the size that it makes smaller.
+    const bool isShifted = style->baselineShift != BaselineShift::none;
+    const QByteArray shift = style->baselineShift == BaselineShift::superscript ? "sup>" : "sub>";
+    if (isShifted)
+        m_html.append('<' + shift);
     for (const QChar& c : text) {
         if (!style->hasAttachment()) {
             if (m_isPageBreak)
@@ -243,6 +248,8 @@ void Writer::run(QStringView text, const SharedCharacterStyle& style)
         else
             appendEscaped(m_html, QStringView(&c, 1));
     }
+    if (isShifted)
+        m_html.append("</" + shift);
     if (!style->link.isEmpty())
         m_html.append("</a>");
     m_html.append("</span>");

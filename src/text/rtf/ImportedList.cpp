@@ -93,6 +93,11 @@ ParagraphStyle style(ParagraphStyle style, const QString& marker, int level)
 
 QString numberMarker(ListMarker kind, int number)
 {
+    return numberText(kind, number) + u'.';
+}
+
+QString numberText(ListMarker kind, int number)
+{
     constexpr int mostLetters = 3'999; // what Roman numerals reach
     const bool fits = number >= 1 && number <= mostLetters;
     QString text;
@@ -104,7 +109,7 @@ QString numberMarker(ListMarker kind, int number)
         text = QString::number(number);
     if (kind == ListMarker::upperRoman || kind == ListMarker::upperAlpha)
         text = text.toUpper();
-    return text + u'.';
+    return text;
 }
 
 } // namespace orvane::ImportedList

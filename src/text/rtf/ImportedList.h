@@ -18,5 +18,7 @@ namespace orvane::ImportedList {
 
 /// The marker of the item `number`, from 1, in a numbered list: "3.", "c.", "III.", …
 [[nodiscard]] QString numberMarker(ListMarker kind, int number);
+/// The same without the full stop.
+[[nodiscard]] QString numberText(ListMarker kind, int number);
 
 } // namespace orvane::ImportedList

@@ -12,8 +12,9 @@
 namespace orvane::OrvaneWorkspaceRTF {
 
 /// The document as RTF that word processors read: fonts, sizes, colours, highlight, bold, italic,
-/// underline, strike, alignment, indents, tabs, spacing, hyperlinks, tables and pictures (a chart
-/// as its picture), and the colour of the page where one is given. Nothing for an empty document.
+/// underline, strike, super- and subscript, alignment, indents, tabs, spacing, hyperlinks, tables
+/// and pictures (a chart as its picture), and the colour of the page where one is given. Nothing
+/// for an empty document.
 ///
 /// Lost are: transparency, weights other than bold, list labels and floating positions (a list's
 /// markers are text and stay), the link of a newline, tail indents that are counted from the

@@ -44,18 +44,25 @@ void RtfBuilder::text(QStringView text, const SharedCharacterStyle& style)
     m_pending.append(text, style);
 }
 
-void RtfBuilder::textBefore(const QString& text)
+void RtfBuilder::textBefore(const QString& text, const SharedCharacterStyle& style)
 {
-    if (!m_pending.isEmpty())
-        m_pending.insert(0, AttributedString(text, m_pending.characterStyle(0)));
+    m_pending.insert(
+        m_lineStart,
+        AttributedString(text, isAtLineStart() ? style : m_pending.characterStyle(m_lineStart)));
+}
+
+AttributedString RtfBuilder::takePending()
+{
+    m_lineStart = 0;
+    return std::exchange(m_pending, {});
 }
 
 void RtfBuilder::endParagraph(const ParagraphStyle& paragraph, const SharedCharacterStyle& style)
 {
     flushTable();
     m_pending.append(u"\n", style);
-    appendRuns(m_text, m_pending, m_pending.fullRange(), shared(paragraph));
-    m_pending = {};
+    const AttributedString line = takePending();
+    appendRuns(m_text, line, line.fullRange(), shared(paragraph));
 }
 
 void RtfBuilder::pageBreakBefore(const ParagraphStyle& paragraph, const SharedCharacterStyle& style)
@@ -68,13 +75,14 @@ void RtfBuilder::pageBreakBefore(const ParagraphStyle& paragraph, const SharedCh
 void RtfBuilder::endLineInCell(const SharedCharacterStyle& style)
 {
     m_pending.append(QStringView(&lineSeparator, 1), style);
+    m_lineStart = m_pending.length();
 }
 
 void RtfBuilder::endCell(const ParagraphStyle& paragraph, const SharedCharacterStyle& style)
 {
     m_pending.append(u"\n", style);
-    appendRuns(m_cells, m_pending, m_pending.fullRange(), {});
-    m_pending = {};
+    const AttributedString contents = takePending();
+    appendRuns(m_cells, contents, contents.fullRange(), {});
     m_pendingCells.append({m_cells.length(), shared(paragraph)});
 }
 
@@ -208,10 +216,10 @@ AttributedString RtfBuilder::finish(const ParagraphStyle& lastParagraph)
 {
     flushTable();
     const SharedParagraphStyle style = shared(lastParagraph);
-    appendRuns(m_text, m_pending, m_pending.fullRange(), style);
-    if (m_pending.isEmpty())
+    const AttributedString line = takePending();
+    appendRuns(m_text, line, line.fullRange(), style);
+    if (line.isEmpty())
         m_text.setParagraphStyle({m_text.length(), 0}, style);
-    m_pending = {};
     return std::move(m_text);
 }
 

@@ -19,8 +19,9 @@ public:
     RtfBuilder(qsizetype inputSize, std::function<QUuid()> newTableId);
 
     void text(QStringView text, const SharedCharacterStyle& style);
-    /// Puts text before the paragraph that has begun, in the style of its first character.
-    void textBefore(const QString& text);
+    /// Puts text before the paragraph, or line of a cell, that has begun, in the style of its first
+    /// character; in `style` where there is none.
+    void textBefore(const QString& text, const SharedCharacterStyle& style);
     void endParagraph(const ParagraphStyle& paragraph, const SharedCharacterStyle& style);
     /// A page break before the paragraph that has begun, unless it is the first.
     void pageBreakBefore(const ParagraphStyle& paragraph, const SharedCharacterStyle& style);
@@ -29,6 +30,10 @@ public:
     void endCell(const ParagraphStyle& paragraph, const SharedCharacterStyle& style);
     void endRow(std::shared_ptr<const RtfRowDefinition> definition);
     [[nodiscard]] bool isAtParagraphStart() const { return m_pending.isEmpty(); }
+    /// The same for a line of a cell, too.
+    [[nodiscard]] bool isAtLineStart() const { return m_pending.length() == m_lineStart; }
+    /// Whether lines of the same cell have ended before.
+    [[nodiscard]] bool isBehindLine() const { return m_lineStart > 0; }
 
     /// The whole text. What follows the last paragraph's end becomes the last paragraph.
     [[nodiscard]] AttributedString finish(const ParagraphStyle& lastParagraph);
@@ -59,9 +64,11 @@ private:
                                            const QList<int>& edges);
     [[nodiscard]] static CellLook cellLook(const PlacedCell& cell, const QList<int>& edges);
     void flushTable();
+    [[nodiscard]] AttributedString takePending();
 
     AttributedString m_text;
     AttributedString m_pending; // the paragraph that has begun
+    qsizetype m_lineStart = 0;  // in m_pending, where its last line within a cell begins
     AttributedString m_cells;   // the contents of the pending table's cells, one after the other
     QList<Cell> m_pendingCells;
     QList<Row> m_pendingRows;

@@ -9,6 +9,7 @@ void setFont(RtfInterpreter& interpreter, RtfParameter parameter, int)
     if (interpreter.state().destination == RtfDestination::fontTable) {
         interpreter.fontInTable = parameter.value;
         interpreter.fonts[parameter.value] = {};
+        interpreter.forgetCollected();
     } else {
         interpreter.state().characters.font = parameter.value;
     }
@@ -35,10 +36,57 @@ void setFlag(RtfInterpreter& interpreter, RtfParameter parameter, int)
     interpreter.state().characters.*member = parameter.isOn();
 }
 
-template <int RtfCharacterFormat::*member>
-void setColor(RtfInterpreter& interpreter, RtfParameter parameter, int)
+void setForeground(RtfInterpreter& interpreter, RtfParameter parameter, int)
 {
-    interpreter.state().characters.*member = parameter.value;
+    interpreter.state().characters.foreground = parameter.value;
+}
+
+void setBackground(RtfInterpreter& interpreter, RtfParameter parameter, int)
+{
+    interpreter.state().characters.background = fillColorIndex(parameter.value);
+}
+
+void setShift(RtfInterpreter& interpreter, RtfParameter parameter, int shift)
+{
+    interpreter.state().characters.baselineShift =
+        parameter.isOn() ? BaselineShift(shift) : BaselineShift::none;
+}
+
+void setRunDirection(RtfInterpreter& interpreter, RtfParameter, int isRightToLeft)
+{
+    interpreter.state().characters.rightToLeft = isRightToLeft != 0;
+    interpreter.state().characters.associatesOtherScripts = false;
+}
+
+void setScript(RtfInterpreter& interpreter, RtfParameter, int)
+{
+    interpreter.state().characters.associatesOtherScripts = true;
+}
+
+/// The properties that right-to-left runs have of their own, or null where others are spoken of.
+RtfCharacterFormat* associated(RtfInterpreter& interpreter)
+{
+    RtfCharacterFormat& format = interpreter.state().characters;
+    return format.rightToLeft && !format.associatesOtherScripts ? &format : nullptr;
+}
+
+void setAssociatedFont(RtfInterpreter& interpreter, RtfParameter parameter, int)
+{
+    if (RtfCharacterFormat* format = associated(interpreter))
+        format->rightToLeftFont = parameter.value;
+}
+
+void setAssociatedSize(RtfInterpreter& interpreter, RtfParameter parameter, int)
+{
+    if (RtfCharacterFormat* format = associated(interpreter))
+        format->rightToLeftHalfPoints = std::clamp(parameter.valueOr(24), 1, 3276);
+}
+
+template <std::optional<bool> RtfCharacterFormat::*member>
+void setAssociatedFlag(RtfInterpreter& interpreter, RtfParameter parameter, int)
+{
+    if (RtfCharacterFormat* format = associated(interpreter))
+        format->*member = parameter.isOn();
 }
 
 void setPlain(RtfInterpreter& interpreter, RtfParameter, int)
@@ -58,11 +106,26 @@ void addCharacterWords(RtfWordTable& table)
         {"b", {setFlag<&RtfCharacterFormat::bold>}},
         {"i", {setFlag<&RtfCharacterFormat::italic>}},
         {"v", {setFlag<&RtfCharacterFormat::hidden>}},
-        {"cf", {setColor<&RtfCharacterFormat::foreground>}},
-        {"cb", {setColor<&RtfCharacterFormat::background>}},
-        {"chcbpat", {setColor<&RtfCharacterFormat::background>}},
-        {"highlight", {setColor<&RtfCharacterFormat::background>}},
+        {"deleted", {setFlag<&RtfCharacterFormat::deleted>}},
+        {"cf", {setForeground}},
+        {"cb", {setBackground}},
+        {"chcbpat", {setBackground}},
+        {"highlight", {setBackground}},
         {"plain", {setPlain}},
+        {"super", {setShift, int(BaselineShift::superscript)}},
+        {"up", {setShift, int(BaselineShift::superscript)}},
+        {"sub", {setShift, int(BaselineShift::subscript)}},
+        {"dn", {setShift, int(BaselineShift::subscript)}},
+        {"nosupersub", {setShift, int(BaselineShift::none)}},
+        {"ltrch", {setRunDirection, 0}},
+        {"rtlch", {setRunDirection, 1}},
+        {"loch", {setScript}},
+        {"hich", {setScript}},
+        {"dbch", {setScript}},
+        {"af", {setAssociatedFont}},
+        {"afs", {setAssociatedSize}},
+        {"ab", {setAssociatedFlag<&RtfCharacterFormat::rightToLeftBold>}},
+        {"ai", {setAssociatedFlag<&RtfCharacterFormat::rightToLeftItalic>}},
         {"strike", {setStrikethrough, int(TextLine::single)}},
         {"striked", {setStrikethrough, int(TextLine::doubled)}},
         {"ul", {setUnderline, int(TextLine::single)}},

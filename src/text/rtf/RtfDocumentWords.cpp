@@ -14,6 +14,11 @@ void skip(RtfInterpreter& interpreter, RtfParameter, int)
     interpreter.skipGroup();
 }
 
+void collect(RtfInterpreter& interpreter, RtfParameter, int destination)
+{
+    interpreter.collect(RtfDestination(destination));
+}
+
 // A destination whose contents are read where it stands.
 void readThrough(RtfInterpreter&, RtfParameter, int) {}
 
@@ -44,7 +49,7 @@ void beginShapePart(RtfInterpreter& interpreter, RtfParameter, int destination)
 {
     const RtfDestination present = interpreter.state().destination;
     if (present == RtfDestination::pageBackground)
-        interpreter.state().destination = RtfDestination(destination);
+        interpreter.collect(RtfDestination(destination));
     else
         interpreter.skipGroup();
 }
@@ -66,8 +71,11 @@ void setDefaultTab(RtfInterpreter& interpreter, RtfParameter parameter, int)
 
 void setFontCharset(RtfInterpreter& interpreter, RtfParameter parameter, int)
 {
-    if (interpreter.state().destination == RtfDestination::fontTable)
-        interpreter.fonts[interpreter.fontInTable].codePage = codePageOfCharset(parameter.value);
+    if (interpreter.state().destination == RtfDestination::fontTable) {
+        RtfInterpreter::Font& font = interpreter.fonts[interpreter.fontInTable];
+        font.charset = parameter.value;
+        font.codePage = codePageOfCharset(parameter.value);
+    }
 }
 
 void setFontCodePage(RtfInterpreter& interpreter, RtfParameter parameter, int)
@@ -110,6 +118,11 @@ void insertCharacter(RtfInterpreter& interpreter, RtfParameter, int character)
     interpreter.insertText(QStringView(&unit, 1));
 }
 
+void breakColumn(RtfInterpreter& interpreter, RtfParameter, int)
+{
+    interpreter.breakColumn();
+}
+
 void breakPage(RtfInterpreter& interpreter, RtfParameter, int)
 {
     interpreter.breakPage();
@@ -125,9 +138,9 @@ void addDestinations(RtfWordTable& table)
     table.insert({
         {"fonttbl", {enter, int(RtfDestination::fontTable)}},
         {"colortbl", {enter, int(RtfDestination::colorTable)}},
-        {"fldinst", {enter, int(RtfDestination::fieldInstruction)}},
-        {"listtext", {enter, int(RtfDestination::listText)}},
-        {"pntext", {enter, int(RtfDestination::listText)}},
+        {"fldinst", {collect, int(RtfDestination::fieldInstruction)}},
+        {"listtext", {collect, int(RtfDestination::listText)}},
+        {"pntext", {collect, int(RtfDestination::listText)}},
         {"background", {enter, int(RtfDestination::pageBackground)}},
         {"field", {beginField}},
         {"pict", {beginPicture}},
@@ -137,32 +150,21 @@ void addDestinations(RtfWordTable& table)
         {"sv", {beginShapePart, int(RtfDestination::shapeValue)}},
         {"shppict", {readThrough}},
         {"fldrslt", {readThrough}},
+        {"cs", {readThrough}},
         {"upr", {enter, int(RtfDestination::replaced)}},
         {"ud", {beginUnicodeAlternative}},
     });
-    for (const char* name : {"stylesheet", "info",
-                             "header",     "headerl",
-                             "headerr",    "headerf",
-                             "footer",     "footerl",
-                             "footerr",    "footerf",
-                             "footnote",   "annotation",
-                             "nonshppict", "shprslt",
-                             "listtable",  "listoverridetable",
-                             "revtbl",     "rsidtbl",
-                             "filetbl",    "xe",
-                             "tc",         "bkmkstart",
-                             "bkmkend",    "atnid",
-                             "atnauthor",  "template",
-                             "private",    "pntxta",
-                             "pntxtb",     "ftnsep",
-                             "ftnsepc",    "aftnsep",
-                             "aftnsepc",   "do",
-                             "objdata",    "objclass",
-                             "objname",    "falt",
-                             "panose",     "fontemb",
-                             "fontfile",   "themedata",
-                             "datafield",  "rxe",
-                             "txe",        "nesttableprops",
+    for (const char* name : {"stylesheet", "info",      "header",    "headerl",
+                             "headerr",    "headerf",   "footer",    "footerl",
+                             "footerr",    "footerf",   "footnote",  "annotation",
+                             "nonshppict", "shprslt",   "listtable", "listoverridetable",
+                             "revtbl",     "rsidtbl",   "filetbl",   "xe",
+                             "tc",         "bkmkstart", "bkmkend",   "atnid",
+                             "atnauthor",  "template",  "private",   "ftnsep",
+                             "ftnsepc",    "aftnsep",   "aftnsepc",  "do",
+                             "objdata",    "objclass",  "objname",   "falt",
+                             "panose",     "fontemb",   "fontfile",  "themedata",
+                             "datafield",  "rxe",       "txe",       "nesttableprops",
                              "picprop",    "blipuid"})
         table.insert({name, {skip}});
 }
@@ -178,6 +180,7 @@ void addCharacters(RtfWordTable& table)
         {"lbr", {insertCharacter, 0x2028, true}},
         {"tab", {insertCharacter, 0x0009, true}},
         {"page", {breakPage, 0, true}},
+        {"column", {breakColumn, 0, true}},
         {"emdash", {insertCharacter, 0x2014, true}},
         {"endash", {insertCharacter, 0x2013, true}},
         {"bullet", {insertCharacter, 0x2022, true}},
@@ -229,6 +232,7 @@ const RtfWord* findRtfWord(QByteArrayView name)
         addCharacterWords(words);
         addParagraphWords(words);
         addTableWords(words);
+        addNumberingWords(words);
         addDocumentWords(words);
         return words;
     }();

@@ -58,6 +58,8 @@ void RtfInterpreter::run()
         if (token.kind == RtfToken::Kind::end)
             break;
         apply(token);
+        if (token.kind == RtfToken::Kind::groupEnd && m_states.size() == 1)
+            return; // what stands behind the document is none of it
     }
     while (m_states.size() > 1)
         closeGroup();
@@ -111,7 +113,7 @@ void RtfInterpreter::openGroup()
     m_isIgnorable = false;
     m_skip = 0;
     if (m_states.size() >= deepestState) {
-        ++m_depthBeyondStates;
+        m_deepDestinations.push_back(state().destination);
         return;
     }
     m_states.push_back(m_states.back());
@@ -122,23 +124,36 @@ void RtfInterpreter::closeGroup()
 {
     m_isIgnorable = false;
     m_skip = 0;
-    if (m_depthBeyondStates > 0) {
-        --m_depthBeyondStates;
-        return;
-    }
     if (m_states.size() < 2)
         return;
     const RtfDestination closed = state().destination;
-    if (m_states.size() == 2) // the document's own group: the last paragraph may still be open
-        m_states.front().paragraph = state().paragraph;
-    m_states.pop_back();
-    if (closed == state().destination)
-        return;
+    if (!m_deepDestinations.empty()) {
+        state().destination = m_deepDestinations.back();
+        m_deepDestinations.pop_back();
+    } else {
+        if (m_states.size() == 2) // the document's own group: the last paragraph may still be open
+            m_states.front().paragraph = state().paragraph;
+        m_states.pop_back();
+    }
+    if (closed != state().destination)
+        endDestination(closed);
+}
+
+void RtfInterpreter::endDestination(RtfDestination closed)
+{
     switch (closed) {
     case RtfDestination::fieldInstruction:
         return endField();
     case RtfDestination::listText:
         return endListText();
+    case RtfDestination::numbering:
+        return endNumbering();
+    case RtfDestination::numberingBefore:
+        numbering.before = std::exchange(m_collected, {}).trimmed();
+        return;
+    case RtfDestination::numberingAfter:
+        numbering.after = std::exchange(m_collected, {}).trimmed();
+        return;
     case RtfDestination::picture:
         return endPicture();
     case RtfDestination::shapeName:
@@ -147,8 +162,14 @@ void RtfInterpreter::closeGroup()
     case RtfDestination::shapeValue:
         return endShapeValue();
     default:
-        m_collected.clear();
+        return;
     }
+}
+
+void RtfInterpreter::collect(RtfDestination destination)
+{
+    state().destination = destination;
+    m_collected.clear();
 }
 
 void RtfInterpreter::applyWord(const RtfToken& token)
@@ -215,14 +236,14 @@ void RtfInterpreter::flushBytes()
         return;
     const QByteArray bytes = std::exchange(m_bytes, {});
     if (state().destination != RtfDestination::picture)
-        insertText(m_decoder.decode(currentCodePage(), bytes));
+        insertText(decoded(bytes));
 }
 
 void RtfInterpreter::insertUnicode(int value)
 {
     auto unit = char16_t(value);
     if (unit >= 0xF000 && unit <= 0xF0FF)
-        unit = symbolCharacter(uchar(unit & 0xFF)).unicode();
+        unit = symbolCharacter(uchar(unit & 0xFF), fonts.value(currentFont()).family).unicode();
     insertText(QStringView(&unit, 1));
     m_skip = state().unicodeSkip;
 }
@@ -231,7 +252,7 @@ void RtfInterpreter::insertText(QStringView text)
 {
     switch (state().destination) {
     case RtfDestination::body: {
-        if (state().characters.hidden)
+        if (!state().characters.isShown())
             return;
         QString cleaned;
         if (std::ranges::any_of(text, meansSomethingElse)) {
@@ -255,6 +276,8 @@ void RtfInterpreter::insertText(QStringView text)
         return;
     case RtfDestination::fieldInstruction:
     case RtfDestination::listText:
+    case RtfDestination::numberingBefore:
+    case RtfDestination::numberingAfter:
     case RtfDestination::shapeName:
     case RtfDestination::shapeValue:
         if (m_collected.size() < longestCollected)
@@ -284,7 +307,8 @@ void RtfInterpreter::endFontName(QStringView text)
 {
     for (const QChar c : text) {
         if (c == u';')
-            fonts[fontInTable].family = rtfFontFamily(std::exchange(m_collected, {}));
+            fonts[fontInTable].family =
+                rtfFontFamily(std::exchange(m_collected, {}), fonts[fontInTable].charset);
         else if (m_collected.size() < 256)
             m_collected += c;
     }
@@ -312,14 +336,22 @@ void RtfInterpreter::endField()
 void RtfInterpreter::endListText()
 {
     const QString marker = std::exchange(m_collected, {}).trimmed();
-    if (m_builder.isAtParagraphStart() && marker.size() <= longestListMarker)
+    if (m_builder.isAtLineStart() && marker.size() <= longestListMarker)
         m_listMarker = marker;
+}
+
+void RtfInterpreter::endNumbering()
+{
+    if (m_numberings.isEmpty() || m_numberings.last() != numbering)
+        m_numberings.append(numbering);
+    paragraph().numbering = int(m_numberings.size()) - 1;
 }
 
 void RtfInterpreter::endPicture()
 {
     const Picture finished = std::exchange(picture, {});
-    if (!isPicture(finished.data) || state().destination != RtfDestination::body)
+    if (!isPicture(finished.data) || state().destination != RtfDestination::body ||
+        !state().characters.isShown())
         return;
     auto image = OrvaneNoteImageAttachment::fromImageData(finished.data, std::nullopt, m_newId());
     const double width =
@@ -352,16 +384,24 @@ void RtfInterpreter::endParagraph()
     if (state().destination != RtfDestination::body)
         return;
     m_isPageBreak = false;
-    if (paragraph().inTable)
+    if (std::as_const(state().paragraph)->inTable) {
+        (void)endingParagraphStyle();
         return m_builder.endLineInCell(currentStyle());
+    }
     if (std::as_const(state().paragraph)->beginsPage)
         m_builder.pageBreakBefore(currentParagraphStyle(), currentStyle());
     m_builder.endParagraph(endingParagraphStyle(), currentStyle());
 }
 
+void RtfInterpreter::breakColumn()
+{
+    if (!m_builder.isAtLineStart())
+        insertText(QStringView(&lineSeparator, 1));
+}
+
 void RtfInterpreter::breakPage()
 {
-    if (state().destination != RtfDestination::body || state().characters.hidden ||
+    if (state().destination != RtfDestination::body || !state().characters.isShown() ||
         std::as_const(state().paragraph)->inTable)
         return;
     if (!m_builder.isAtParagraphStart())
@@ -390,16 +430,35 @@ RtfRowDefinition& RtfInterpreter::editRow()
     return *copy;
 }
 
-int RtfInterpreter::currentCodePage() const
+int RtfInterpreter::currentFont() const
 {
     const RtfState& present = m_states.back();
-    const int number = present.destination == RtfDestination::fontTable ? fontInTable
-                       : present.characters.font >= 0                   ? present.characters.font
-                                                                        : defaultFont;
-    const auto font = fonts.constFind(number);
+    if (present.destination == RtfDestination::fontTable)
+        return fontInTable;
+    const RtfCharacterFormat& format = present.characters;
+    const int font =
+        format.rightToLeft && format.rightToLeftFont >= 0 ? format.rightToLeftFont : format.font;
+    return font >= 0 ? font : defaultFont;
+}
+
+int RtfInterpreter::currentCodePage() const
+{
+    const auto font = fonts.constFind(currentFont());
     const int codePage = font == fonts.constEnd() ? 0 : font->codePage;
-    const bool isName = present.destination == RtfDestination::fontTable;
+    const bool isName = m_states.back().destination == RtfDestination::fontTable;
     return codePage == 0 || (isName && codePage == symbolCodePage) ? documentCodePage : codePage;
+}
+
+QString RtfInterpreter::decoded(QByteArrayView bytes)
+{
+    const int codePage = currentCodePage();
+    if (codePage != symbolCodePage)
+        return m_decoder.decode(codePage, bytes);
+    const QString family = fonts.value(currentFont()).family;
+    QString text;
+    for (const char byte : bytes)
+        text += symbolCharacter(uchar(byte), family);
+    return text;
 }
 
 const SharedCharacterStyle& RtfInterpreter::currentStyle()
@@ -407,10 +466,16 @@ const SharedCharacterStyle& RtfInterpreter::currentStyle()
     const RtfCharacterFormat& format = state().characters;
     if (m_styledFormat == format && m_style.identity())
         return m_style;
+    const bool mirrors = format.rightToLeft;
+    const int halfPoints = mirrors && format.rightToLeftHalfPoints > 0
+                               ? format.rightToLeftHalfPoints
+                               : format.halfPoints;
+    const bool isBold = mirrors ? format.rightToLeftBold.value_or(format.bold) : format.bold;
+    const bool isItalic =
+        mirrors ? format.rightToLeftItalic.value_or(format.italic) : format.italic;
     CharacterStyle style;
-    const auto font = fonts.constFind(format.font >= 0 ? format.font : defaultFont);
-    style.font = TextFont{font == fonts.constEnd() ? QString() : font->family,
-                          format.halfPoints / 2.0, format.bold ? 700 : 400, format.italic};
+    style.font =
+        TextFont{fonts.value(currentFont()).family, halfPoints / 2.0, isBold ? 700 : 400, isItalic};
     const auto colorAt = [&](int index) -> std::optional<RgbaColor> {
         const QRgb found = color(index);
         if (qAlpha(found) == 0)
@@ -421,6 +486,7 @@ const SharedCharacterStyle& RtfInterpreter::currentStyle()
     style.background = colorAt(format.background);
     style.underline = TextLine(format.underline);
     style.strikethrough = TextLine(format.strikethrough);
+    style.baselineShift = format.baselineShift;
     style.link = m_links.value(format.link);
     m_style = m_characterStyles.intern(style, m_style);
     m_styledFormat = format;
@@ -431,12 +497,35 @@ const SharedCharacterStyle& RtfInterpreter::currentStyle()
 ParagraphStyle RtfInterpreter::endingParagraphStyle()
 {
     ParagraphStyle style = currentParagraphStyle();
-    const QString marker = std::exchange(m_listMarker, {});
+    const RtfParagraphFormat& format = *std::as_const(state().paragraph);
+    const QString number = numberedMarker(format);
+    QString marker = std::exchange(m_listMarker, {});
+    if (marker.isEmpty())
+        marker = number;
     if (marker.isEmpty())
         return style;
-    const RtfParagraphFormat& format = *std::as_const(state().paragraph);
-    m_builder.textBefore(ImportedList::prefix(marker, format.inList ? format.listLevel : 0));
-    return format.inList ? ImportedList::style(std::move(style), marker, format.listLevel) : style;
+    const bool isItem = (format.inList || format.numbering >= 0) && !m_builder.isBehindLine();
+    const int level = format.inList           ? format.listLevel
+                      : format.numbering >= 0 ? m_numberings[format.numbering].level
+                                              : 0;
+    m_builder.textBefore(ImportedList::prefix(marker, level), currentStyle());
+    return isItem ? ImportedList::style(std::move(style), marker, level) : style;
+}
+
+QString RtfInterpreter::numberedMarker(const RtfParagraphFormat& format)
+{
+    if (format.numbering < 0) {
+        m_lastNumbering = -1;
+        return {};
+    }
+    const RtfNumbering& numbers = m_numberings[format.numbering];
+    if (numbers.isUnmarked || m_builder.isAtLineStart())
+        return {};
+    const bool continues = std::exchange(m_lastNumbering, format.numbering) == format.numbering;
+    m_lastNumber = continues ? m_lastNumber + 1 : numbers.start;
+    if (numbers.isBullet)
+        return numbers.before.isEmpty() ? u"•"_s : numbers.before;
+    return numbers.before + ImportedList::numberText(numbers.kind, m_lastNumber) + numbers.after;
 }
 
 ParagraphStyle RtfInterpreter::currentParagraphStyle() const

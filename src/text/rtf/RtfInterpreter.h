@@ -38,11 +38,17 @@ public:
     [[nodiscard]] RtfState& state() { return m_states.back(); }
     [[nodiscard]] RtfParagraphFormat& paragraph() { return *m_states.back().paragraph; }
     void skipGroup() { state().destination = RtfDestination::skipped; }
+    /// The text of the group is collected for `destination`.
+    void collect(RtfDestination destination);
+    /// Font names are collected without a group of their own.
+    void forgetCollected() { m_collected.clear(); }
 
     void insertText(QStringView text);
     /// `\uN`: the character, after which fallback characters are skipped.
     void insertUnicode(int value);
     void endParagraph();
+    /// Text goes on in the next column of the page, here on the next line.
+    void breakColumn();
     /// A form feed in a paragraph of its own; a cell has no pages.
     void breakPage();
     void endCell();
@@ -51,7 +57,8 @@ public:
 
     struct Font {
         QString family;
-        int codePage = 0; ///< 0 for the document's own
+        int charset = 1;  ///< 1 for the document's own
+        int codePage = 0; ///< the same, as 0
     };
     struct Picture {
         bool isSupported = false;
@@ -79,11 +86,13 @@ public:
     int borderEdge = -1; ///< the `BoxEdge` that `\brdrw` and its like speak of
 
     Picture picture;
+    RtfNumbering numbering; ///< that is being defined
     std::optional<RgbaColor> pageBackground;
 
 private:
     void openGroup();
     void closeGroup();
+    void endDestination(RtfDestination closed);
     void apply(const RtfToken& token);
     void applyWord(const RtfToken& token);
     void applySymbol(char symbol);
@@ -93,29 +102,37 @@ private:
 
     void endField();
     void endListText();
+    void endNumbering();
     void endPicture();
     void endShapeValue();
     void endFontName(QStringView text);
 
+    [[nodiscard]] int currentFont() const;
     [[nodiscard]] int currentCodePage() const;
+    [[nodiscard]] QString decoded(QByteArrayView bytes);
     [[nodiscard]] const SharedCharacterStyle& currentStyle();
     [[nodiscard]] ParagraphStyle currentParagraphStyle() const;
-    /// The style of the paragraph that ends here; a list item gets its marker.
+    /// The style of the paragraph, or line of a cell, that ends here; a list item gets its marker.
     [[nodiscard]] ParagraphStyle endingParagraphStyle();
+    /// The marker of the paragraph that ends here where its numbering is of the `\pn` kind.
+    [[nodiscard]] QString numberedMarker(const RtfParagraphFormat& format);
 
     RtfTokenizer m_tokenizer;
     std::vector<RtfState> m_states;
-    qsizetype m_depthBeyondStates = 0;
-    bool m_isPageBreak = false; // the paragraph that has begun is one
-    bool m_isIgnorable = false; // a \* stands before the next word
-    int m_skip = 0;             // fallback characters still to be skipped
+    std::vector<RtfDestination> m_deepDestinations; // of the groups that share the last state
+    bool m_isPageBreak = false;                     // the paragraph that has begun is one
+    bool m_isIgnorable = false;                     // a \* stands before the next word
+    int m_skip = 0;                                 // fallback characters still to be skipped
 
     CodePageDecoder m_decoder;
     QByteArray m_bytes;
-    QString m_collected; // font name, field instruction, list text, shape property
+    QString m_collected; // font name, field instruction, list text, numbering, shape property
     QString m_shapeName;
     QStringList m_links;
     QString m_listMarker;
+    QList<RtfNumbering> m_numberings;
+    int m_lastNumbering = -1; // of the paragraph before
+    int m_lastNumber = 0;
 
     RtfCharacterFormat m_styledFormat;
     SharedCharacterStyle m_style;

@@ -48,7 +48,7 @@ void setLineSpacingRule(RtfInterpreter& interpreter, RtfParameter parameter, int
 
 void setBackground(RtfInterpreter& interpreter, RtfParameter parameter, int)
 {
-    interpreter.paragraph().background = parameter.value;
+    interpreter.paragraph().background = fillColorIndex(parameter.value);
 }
 
 void setTabKind(RtfInterpreter& interpreter, RtfParameter, int alignment)

@@ -18,8 +18,9 @@ struct RtfContent {
 };
 
 /// Reads Rich Text Format: fonts, sizes, colours, highlight, bold, italic, underline, strike,
-/// alignment, indents, tabs, spacing, hyperlinks, tables, PNG and JPEG pictures, the page's
-/// background, Unicode and the code pages of the font table. What it does not know it skips.
+/// super- and subscript, alignment, indents, tabs, spacing, lists, hyperlinks, tables, PNG and JPEG
+/// pictures, the page's background, Unicode and the code pages of the font table. What it does not
+/// know it skips.
 ///
 /// A document that is cut short gives what stands before the cut. Nothing when the bytes don't
 /// begin as RTF. Memory stays within a small multiple of the input, and the time is linear in it.

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "text/value/CharacterStyle.h"
 #include "text/value/ParagraphStyle.h"
 
 #include <QList>
 #include <QRgb>
 #include <QSharedData>
+
+#include <optional>
 
 namespace orvane {
 
@@ -21,24 +24,42 @@ enum class RtfDestination : quint8 {
     colorTable,
     fieldInstruction,
     listText,
+    numbering,       ///< `\pn`, numbering of the days before list tables
+    numberingBefore, ///< what stands before and behind its numbers
+    numberingAfter,
     picture,
     pageBackground,
     shapeName,
     shapeValue,
 };
 
+/// Stands for no colour. Entry 0 of a colour table is "automatic", or what a writer puts there.
+inline constexpr int noColorIndex = -1;
+
 /// The character properties in force, by the document's own numbers.
 struct RtfCharacterFormat {
     int font = -1; ///< -1 for the document's default font
     int halfPoints = 24;
-    int foreground = 0; ///< colour table indices; 0 for none
-    int background = 0;
+    int foreground = noColorIndex; ///< colour table indices
+    int background = noColorIndex;
     int link = -1;
     quint8 underline = 0; ///< a `TextLine`
     quint8 strikethrough = 0;
+    BaselineShift baselineShift = BaselineShift::none;
     bool bold = false;
     bool italic = false;
     bool hidden = false;
+    bool deleted = false;
+    bool rightToLeft = false; ///< the run's own, as `\rtlch` says
+
+    /// What right-to-left runs have in the place of font, size, bold and italic, where it is given.
+    int rightToLeftFont = -1;
+    int rightToLeftHalfPoints = 0;
+    std::optional<bool> rightToLeftBold;
+    std::optional<bool> rightToLeftItalic;
+    bool associatesOtherScripts = false; ///< the `\af` that follow speak of East Asian text
+
+    [[nodiscard]] bool isShown() const { return !hidden && !deleted; }
 
     bool operator==(const RtfCharacterFormat&) const = default;
 };
@@ -60,7 +81,8 @@ struct RtfParagraphFormat : QSharedData {
     bool beginsPage = false;
     bool controlsWidows = false;
     bool inTable = false;
-    int background = 0; ///< colour table index
+    int background = noColorIndex;
+    int numbering = -1; ///< of the `\pn` kind
     int listLevel = 0;
     bool inList = false;
     TabAlignment nextTab = TabAlignment::left;
@@ -74,6 +96,19 @@ struct RtfState {
     QSharedDataPointer<RtfParagraphFormat> paragraph{new RtfParagraphFormat};
     int unicodeSkip = 1; ///< how many fallback characters follow each \u
     bool isField = false;
+};
+
+/// Numbers or bullets that a paragraph says it has itself, without a list table.
+struct RtfNumbering {
+    bool isBullet = false;
+    bool isUnmarked = false; ///< goes on with the item before
+    ListMarker kind = ListMarker::decimal;
+    int start = 1;
+    int level = 0;
+    QString before;
+    QString after;
+
+    bool operator==(const RtfNumbering&) const = default;
 };
 
 /// A cell of a row definition. Its left edge is the right edge of the one before.

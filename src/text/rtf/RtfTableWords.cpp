@@ -57,7 +57,7 @@ void endCellDefinition(RtfInterpreter& interpreter, RtfParameter parameter, int)
 
 void setCellBackground(RtfInterpreter& interpreter, RtfParameter parameter, int)
 {
-    interpreter.nextCell.background = interpreter.color(parameter.value);
+    interpreter.nextCell.background = interpreter.color(fillColorIndex(parameter.value));
 }
 
 void mergeLeft(RtfInterpreter& interpreter, RtfParameter, int)

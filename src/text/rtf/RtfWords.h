@@ -17,11 +17,20 @@ struct RtfWord {
     bool insertsCharacter = false; ///< counts as one character among the fallbacks of `\uN`
 };
 
+/// The colour table's index that fills and highlights name; number 0 is none, whatever the table
+/// has there.
+[[nodiscard]] constexpr int fillColorIndex(int number)
+{
+    return number > 0 ? number : noColorIndex;
+}
+
 using RtfWordTable = std::unordered_map<std::string_view, RtfWord>;
 
 void addCharacterWords(RtfWordTable& table);
 void addParagraphWords(RtfWordTable& table);
 void addTableWords(RtfWordTable& table);
+/// Numbering that paragraphs define themselves, without a list table.
+void addNumberingWords(RtfWordTable& table);
 /// The header, and the words that begin a destination or hold a special character.
 void addDocumentWords(RtfWordTable& table);
 

@@ -106,6 +106,8 @@ QByteArray RtfWriter::characterWords(const CharacterStyle& style)
     words.append(underlineWord(style.underline));
     if (style.strikethrough != TextLine::none)
         words.append(style.strikethrough == TextLine::doubled ? "\\striked1" : "\\strike");
+    if (style.baselineShift != BaselineShift::none)
+        words.append(style.baselineShift == BaselineShift::superscript ? "\\super" : "\\sub");
     if (style.foreground)
         appendRtfWord(words, "\\cf", m_palette.color(*style.foreground));
     if (style.background && style.background->alpha > 0) {

@@ -96,6 +96,10 @@ QTextCharFormat StyleTable::formatFor(const SharedCharacterStyle& style)
         format.setUnderlineStyle(underlineStyle(style->underline));
     if (style->strikethrough != TextLine::none)
         format.setFontStrikeOut(true);
+    if (style->baselineShift == BaselineShift::superscript)
+        format.setVerticalAlignment(QTextCharFormat::AlignSuperScript);
+    else if (style->baselineShift == BaselineShift::subscript)
+        format.setVerticalAlignment(QTextCharFormat::AlignSubScript);
     return format;
 }
 

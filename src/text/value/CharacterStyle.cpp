@@ -17,8 +17,8 @@ std::size_t qHash(const CharacterStyle& style, std::size_t seed) noexcept
 {
     return qHashMulti(seed, style.font ? qHash(*style.font, 1) : 0, hashOf(style.foreground),
                       hashOf(style.background), int(style.underline), int(style.strikethrough),
-                      style.link, style.attachment.id(), style.chartBlockData,
-                      style.autoTagBaseFontSize.value_or(-1));
+                      int(style.baselineShift), style.link, style.targetName, style.attachment.id(),
+                      style.chartBlockData, style.autoTagBaseFontSize.value_or(-1));
 }
 
 } // namespace orvane

@@ -16,6 +16,9 @@ namespace orvane {
 /// The line under or through text.
 enum class TextLine { none, single, thick, doubled, dotted, dashed, wavy };
 
+/// Where text stands against its line; shifted text is smaller.
+enum class BaselineShift { none, superscript, subscript };
+
 /// The attributes of a run of characters. What is absent is left to whoever shows the text: the
 /// editor's base font and text colour, no highlight, no link.
 struct CharacterStyle {
@@ -24,7 +27,10 @@ struct CharacterStyle {
     std::optional<RgbaColor> background; ///< highlight
     TextLine underline = TextLine::none;
     TextLine strikethrough = TextLine::none;
+    BaselineShift baselineShift = BaselineShift::none;
     QString link; ///< the target's address; empty for none
+    /// The name by which links lead to this place (`LinkTargets.h`); empty for none.
+    QString targetName;
     TextAttachment attachment;
     QByteArray chartBlockData; ///< the JSON of an `OWChartBlock`, on a chart's character
     /// The size that an auto-tagged word had before it was enlarged, in points.

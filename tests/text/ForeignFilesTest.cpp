@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "text/TextCompare.h"
+#include "text/rtf/OrvaneWorkspaceRTF.h"
+#include "text/rtf/RtfReader.h"
+
+#include <QFile>
+#include <gtest/gtest.h>
+
+namespace orvane {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+QByteArray contentsOf(const QString& name)
+{
+    QFile file(QStringLiteral(ORVANE_TEST_DATA "/") + name);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
+    return file.readAll();
+}
+
+/// A file with what other programs write, and the runs that it is read as.
+struct FileRow {
+    const char* name;
+    QStringList runs;
+};
+
+std::string listed(const QStringList& runs)
+{
+    return runs.join(u'\n').replace(u'\u2028', u'^').toStdString();
+}
+
+TEST(ForeignFiles, RtfIsReadAsItIsMeant)
+{
+    const FileRow rows[] = {
+        {"color-table-begins-with-a-color",
+         {u"|plain none "_s, u"#FF0000|red "_s, u"#000000|named\n"_s, u"cell|cell\n"_s, u"|end"_s}},
+        {"link-with-data", {u"->https://example.org/a|link"_s, u"| end"_s}},
+        {"font-with-alternative", {u"|one "_s, u"Gentium|two"_s}},
+        {"charset-0-in-a-cyrillic-document", {u"|café й"_s}},
+        {"ignorable-character-style", {u"|one "_s, u"b|two"_s, u"| three"_s}},
+        {"list-behind-the-first-line-of-a-cell",
+         {u"cell|before\u20281. one\u20282. two\n"_s, u"|end"_s}},
+        {"mac-charsets", {u"|漢čАα漢ש中"_s}},
+        {"deep-groups", {u"|before deep"_s, u"->x:y|link"_s, u"| after"_s}},
+        {"behind-the-end", {u"|all"_s}},
+        {"deleted", {u"|one three five"_s}},
+        {"columns", {u"|one\u2028two\nthree"_s}},
+        {"numbering-without-text",
+         {u"L0|3. one\n"_s, u"L0|4. two\n"_s, u"L0|5. three\n"_s, u"|between\n"_s,
+          u"L0|• bullet\n"_s, u"L1|\t(a) letter\n"_s, u"L0|7. written\n"_s, u"|end"_s}},
+        {"super-and-subscript",
+         {u"|E=mc"_s, u"super|2"_s, u"| H"_s, u"sub|2"_s, u"|O 1"_s, u"super|st"_s, u"sub|low"_s,
+          u"| "_s, u"super|a"_s, u"|b "_s, u"super|c"_s, u"|d"_s}},
+        {"font-names-with-scripts", {u"|a"_s, u"Gentium|b"_s, u"Arimo|c"_s, u"Nice CE|d"_s}},
+        {"right-to-left-fonts", {u"14 i|left "_s, u"Arimo 20 b|ש"_s, u"Arimo|א"_s}},
+        {"symbol-font", {u"Symbol|αβ •→"_s, u"Wingdings|✓ ●✓"_s, u"Symbol|≅"_s, u"|•"_s}},
+    };
+    for (const FileRow& row : rows) {
+        const auto content = readRtf(contentsOf(u"rtf/%1.rtf"_s.arg(QLatin1String(row.name))));
+        ASSERT_TRUE(content.has_value()) << row.name;
+        EXPECT_EQ(listed(describeRuns(content->text)), listed(row.runs)) << row.name;
+    }
+}
+
+} // namespace
+} // namespace orvane
