@@ -23,23 +23,15 @@ constexpr ShortcutData neverOffered[] = {
 constexpr quint32 modifiersToTry[] = {command | shift, command | option | shift, command | option,
                                       command | control};
 
-bool types(const ShortcutData& shortcut)
-{
-    const auto key = keyOfCode(shortcut.keyCode);
-    return (shortcut.modifierFlags & all & ~shift) == 0 && key &&
-           (*key == Qt::Key_Space ||
-            (keyCodeToCharacter(shortcut.keyCode) && *key != Qt::Key_Return));
-}
-
 /// Whether the key does what the action does anyway.
 bool isSame(const KeyRow& row, ShortcutAction action)
 {
     return action == ShortcutAction::settings && fixedKeyOf(row) == FixedKey::settings;
 }
 
-std::optional<Outcome> outcomeIn(KeyPlace place, ShortcutAction action)
+// `inText` says whether the action gets the key in a text.
+std::optional<Outcome> outcomeIn(KeyPlace place, ShortcutAction action, bool inText)
 {
-    const bool inText = worksInText(action);
     switch (place) {
     case KeyPlace::Always:
         return Outcome::Kept;
@@ -48,7 +40,7 @@ std::optional<Outcome> outcomeIn(KeyPlace place, ShortcutAction action)
     case KeyPlace::Window:
         return inText ? Outcome::Taken : Outcome::TakenOutsideOfText;
     case KeyPlace::Text:
-        return inText ? std::optional(Outcome::TakenInText) : std::nullopt;
+        return worksInText(action) ? std::optional(Outcome::TakenInText) : std::nullopt;
     case KeyPlace::BinderRows:
         return Outcome::TakenInBinder;
     case KeyPlace::Desktop:
@@ -76,11 +68,12 @@ static_assert(std::size(sentences) == size_t(Outcome::TakenFromTyping) + 1);
 std::vector<KeyClash> clashesWithProgram(ShortcutAction action, const ShortcutData& shortcut)
 {
     std::vector<KeyClash> clashes;
+    const bool inText = worksInText(action) || !isUsedByText(shortcut);
     // In the order in which they are asked for a key.
     for (const KeyPlace place : {KeyPlace::Always, KeyPlace::Binder, KeyPlace::BinderRows,
                                  KeyPlace::Window, KeyPlace::Text}) {
         const KeyRow* row = keyRowFor(shortcut, place);
-        const auto outcome = row ? outcomeIn(place, action) : std::nullopt;
+        const auto outcome = row ? outcomeIn(place, action, inText) : std::nullopt;
         const bool isKeptBefore =
             place == KeyPlace::BinderRows && keyRowFor(shortcut, KeyPlace::Binder);
         if (!outcome || isKeptBefore)
@@ -90,7 +83,7 @@ std::vector<KeyClash> clashesWithProgram(ShortcutAction action, const ShortcutDa
         if (*outcome == Outcome::Kept)
             return clashes;
     }
-    if (worksInText(action) && types(shortcut))
+    if (worksInText(action) && typesCharacter(shortcut))
         clashes.push_back({.outcome = Outcome::TakenFromTyping});
     return clashes;
 }

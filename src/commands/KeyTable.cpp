@@ -131,6 +131,10 @@ constexpr KeyRow rows[] = {
     key(Text, Qt::Key_Tab, 0, TITLE("Tab")),
     keyWithAny(Text, Qt::Key_Tab, shift, TITLE("Move Outward")),
 
+    key(BinderRows, Qt::Key_Up, alt, TITLE("Move Row Up")),
+    key(BinderRows, Qt::Key_Down, alt, TITLE("Move Row Down")),
+    key(BinderRows, Qt::Key_Left, alt, TITLE("Move Row out of Its Folder")),
+    key(BinderRows, Qt::Key_Right, alt, TITLE("Move Row into the Folder Above")),
     key(BinderRows, Qt::Key_F2, 0, TITLE("Rename")),
     key(BinderRows, Qt::Key_Delete, 0, TITLE("Move to Trash")),
     standard(BinderRows, Std::SelectAll, TITLE("Select All")),
@@ -224,6 +228,19 @@ const KeyRow* keyRowFor(const ShortcutData& pressed, KeyPlace place)
     const auto* found = std::ranges::find_if(
         rows, [&](const KeyRow& row) { return row.place == place && row.isFor(pressed); });
     return found != std::end(rows) ? found : nullptr;
+}
+
+bool typesCharacter(const ShortcutData& pressed)
+{
+    const auto key = keyOfCode(pressed.keyCode);
+    return (pressed.modifierFlags & all & ~shift) == 0 && key &&
+           (*key == Qt::Key_Space ||
+            (keyCodeToCharacter(pressed.keyCode) && *key != Qt::Key_Return));
+}
+
+bool isUsedByText(const ShortcutData& pressed)
+{
+    return typesCharacter(pressed) || keyRowFor(pressed, KeyPlace::Text);
 }
 
 std::optional<FixedKey> fixedKeyOf(const KeyRow& row)

@@ -118,7 +118,7 @@ TEST_F(Told, ANoteThatComesBackFromTheTrashIsToldWithItsTags)
     EXPECT_GT(structure, 0);
     EXPECT_GT(tags, 0);
     EXPECT_TRUE(changed.contains(tagged));
-    EXPECT_EQ(app.note(tagged)->folderID, root());
+    EXPECT_EQ(app.note(tagged)->folderID, outer);
 }
 
 TEST_F(Told, AVersionThatIsRestoredIsTold)

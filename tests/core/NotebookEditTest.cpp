@@ -373,7 +373,7 @@ TEST_F(NotebookEditTest, AnyRowOfStepsIsTakenBackAndDoneAgain)
         const auto place = [&] {
             return f.isEmpty() || random() % 3 == 0 ? root() : any(f);
         };
-        switch (f.isEmpty() || n.size() < 3 ? random() % 2 : random() % 12) {
+        switch (f.isEmpty() || n.size() < 3 ? random() % 2 : random() % 16) {
         case 0:
             note(u"n"_s, random() % 2 && !f.isEmpty() ? std::optional(any(f)) : std::nullopt);
             break;
@@ -412,6 +412,31 @@ TEST_F(NotebookEditTest, AnyRowOfStepsIsTakenBackAndDoneAgain)
         case 10:
             (void)(random() % 2 ? app->duplicateNote(any(n)) : app->duplicateFolder(any(f)));
             break;
+        case 11:
+            (void)app->restoreNotesFromTrash(listed(FolderRecord::trashFolderID));
+            break;
+        case 12:
+        case 13: {
+            QList<BinderRowID> rows;
+            for (unsigned i = 0; i < 2 + random() % 4; ++i)
+                rows.append(random() % 3 == 0 ? BinderRowID{BinderRowID::Kind::Folder, any(f)}
+                                              : BinderRowID{BinderRowID::Kind::Note, any(n)});
+            const auto to = random() % 2 ? std::optional(any(f)) : std::nullopt;
+            switch (random() % 5) {
+            case 0:
+                (void)app->moveRowsToTrash(rows);
+                break;
+            case 1:
+                (void)app->setRowsPinned(rows, random() % 2 == 0);
+                break;
+            case 2:
+                (void)app->addTagToRows(rows, u"t%1"_s.arg(random() % 5));
+                break;
+            default:
+                (void)app->moveRows(rows, to, rows.last());
+            }
+            break;
+        }
         default:
             if (random() % 4 == 0)
                 (void)app->deleteFolder(any(f));

@@ -20,6 +20,7 @@ using namespace Qt::StringLiterals;
 struct ModelNote {
     QUuid id;
     QUuid container;
+    QUuid from; ///< the container before the Trash
     QString title;
     QString body;
     QStringList tags;
@@ -93,6 +94,7 @@ struct Model {
         for (const QUuid& each : subtree) {
             for (const QUuid& noteID : notesIn(each)) {
                 ModelNote moved = note(noteID);
+                moved.from = each;
                 moved.container = FolderRecord::trashFolderID;
                 place(notes, moved, std::nullopt);
             }
@@ -231,7 +233,7 @@ private:
         const auto selected = m_app->selection().selectedFolderID();
         const bool inFolder = selected && *selected != FolderRecord::trashFolderID;
         const QUuid id = *m_app->createNote();
-        m_model.notes.push_back({id, inFolder ? *selected : m_project, {}, {}, {}, false});
+        m_model.notes.push_back({id, inFolder ? *selected : m_project, {}, {}, {}, {}, false});
     }
     void createFolder()
     {
@@ -291,13 +293,15 @@ private:
             return;
         ModelNote moved = m_model.note(anyNote());
         if (moved.container == FolderRecord::trashFolderID) {
-            m_app->restoreNoteFromTrash(moved.id);
-            const QList<QUuid> there = m_model.notesIn(m_project);
-            moved.container = m_project;
+            (void)m_app->restoreNoteFromTrash(moved.id);
+            const bool isThere = std::ranges::count(m_model.folders, moved.from, &ModelFolder::id);
+            moved.container = isThere ? moved.from : m_project;
+            const QList<QUuid> there = m_model.notesIn(moved.container);
             Model::place(m_model.notes, moved,
                          there.isEmpty() ? std::nullopt : std::optional(there.first()));
         } else {
             m_app->moveNoteToTrash(moved.id);
+            moved.from = moved.container;
             moved.container = FolderRecord::trashFolderID;
             Model::place(m_model.notes, moved, std::nullopt);
         }

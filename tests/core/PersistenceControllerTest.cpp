@@ -335,31 +335,40 @@ TEST_F(StoreFixture, OpensWhatEarlierVersionsWrote)
         "iconName TEXT, embeddedFileType TEXT, embeddedFileAssetID TEXT, isPinned INTEGER, "
         "pdfSourceURLString TEXT, titleRTF BLOB, bodyRTF INTEGER, richContentPayload INTEGER, "
         "editorTypingAttributesPayload INTEGER, embeddedFilePayload INTEGER, shapesPayload INTEGER";
-    for (const int schema : {1, 2}) {
+    for (const int schema : {1, 2, 3}) {
         SCOPED_TRACE(schema);
         QFile::remove(store());
         ASSERT_TRUE(open()->save(written));
         {
             SQLite::Database database(store().toStdString(), SQLite::OPEN_READWRITE);
-            std::string names;
-            for (const char* column :
-                 {"id", "folderID", "title", "createdAt", "updatedAt", "tagsJSON", "iconName",
-                  "embeddedFileType", "embeddedFileAssetID", "isPinned", "pdfSourceURLString",
-                  "titleRTF", "bodyRTF", "richContentPayload", "editorTypingAttributesPayload",
-                  "embeddedFilePayload", "shapesPayload", "body"})
-                names += std::string(", ") + column;
-            database.exec("ALTER TABLE OrvaneNote RENAME TO Other;"
-                          "CREATE TABLE OrvaneNote (row INTEGER PRIMARY KEY, " +
-                          beforeBody + ", body " + (schema == 1 ? "TEXT" : "INTEGER") +
-                          ", checksum INTEGER); INSERT INTO OrvaneNote SELECT row" + names +
-                          ", NULL FROM Other; DROP TABLE Other;"
-                          "UPDATE OrvaneNoteBytes SET row = row / 64 * 8 + row % 64;");
-            if (schema == 1)
-                database.exec("UPDATE OrvaneNote SET body = coalesce((SELECT CAST(bytes AS TEXT) "
-                              "FROM OrvaneNoteBytes AS text WHERE text.row = 8 * OrvaneNote.row + "
-                              "5), ''); DELETE FROM OrvaneNoteBytes WHERE row % 8 = 5;");
-            sumRows(database, "OrvaneNote", 19);
-            sumRows(database, "OrvaneNoteBytes", 3);
+            if (schema == 3) {
+                database.exec("ALTER TABLE OrvaneNote DROP COLUMN editorProfile;"
+                              "ALTER TABLE OrvaneNote DROP COLUMN trashedAt;"
+                              "ALTER TABLE OrvaneNote DROP COLUMN trashedFrom");
+                sumRows(database, "OrvaneNote", 20);
+            }
+            if (schema < 3) {
+                std::string names;
+                for (const char* column :
+                     {"id", "folderID", "title", "createdAt", "updatedAt", "tagsJSON", "iconName",
+                      "embeddedFileType", "embeddedFileAssetID", "isPinned", "pdfSourceURLString",
+                      "titleRTF", "bodyRTF", "richContentPayload", "editorTypingAttributesPayload",
+                      "embeddedFilePayload", "shapesPayload", "body"})
+                    names += std::string(", ") + column;
+                database.exec("ALTER TABLE OrvaneNote RENAME TO Other;"
+                              "CREATE TABLE OrvaneNote (row INTEGER PRIMARY KEY, " +
+                              beforeBody + ", body " + (schema == 1 ? "TEXT" : "INTEGER") +
+                              ", checksum INTEGER); INSERT INTO OrvaneNote SELECT row" + names +
+                              ", NULL FROM Other; DROP TABLE Other;"
+                              "UPDATE OrvaneNoteBytes SET row = row / 64 * 8 + row % 64;");
+                if (schema == 1)
+                    database.exec(
+                        "UPDATE OrvaneNote SET body = coalesce((SELECT CAST(bytes AS TEXT) "
+                        "FROM OrvaneNoteBytes AS text WHERE text.row = 8 * OrvaneNote.row + "
+                        "5), ''); DELETE FROM OrvaneNoteBytes WHERE row % 8 = 5;");
+                sumRows(database, "OrvaneNote", 19);
+                sumRows(database, "OrvaneNoteBytes", 3);
+            }
             database.exec("PRAGMA user_version = " + std::to_string(schema));
         }
         for (int time = 0; time < 2; ++time) {
@@ -386,7 +395,10 @@ TEST_F(StoreFixture, BringsNoDamageForwardAsSound)
     ASSERT_TRUE(open()->save({{makeFolder(1)}, {rich}, std::nullopt}));
     const auto toSchema2 = [&](const char* damage) {
         SQLite::Database database(store().toStdString(), SQLite::OPEN_READWRITE);
-        database.exec("ALTER TABLE OrvaneNote DROP COLUMN firstLine;"
+        database.exec("ALTER TABLE OrvaneNote DROP COLUMN editorProfile;"
+                      "ALTER TABLE OrvaneNote DROP COLUMN trashedAt;"
+                      "ALTER TABLE OrvaneNote DROP COLUMN trashedFrom;"
+                      "ALTER TABLE OrvaneNote DROP COLUMN firstLine;"
                       "UPDATE OrvaneNoteBytes SET row = row / 64 * 8 + row % 64;");
         sumRows(database, "OrvaneNote", 19);
         sumRows(database, "OrvaneNoteBytes", 3);

@@ -324,7 +324,41 @@ TEST_F(EditorModesTest, EachNoteRemembersItsModeAndFont)
     EXPECT_EQ(read.profile(c)->mode, u"Markdown"_s);
     test.defaults.set(key, DefaultsValue(QByteArray("no JSON")));
     app->selection().selectNote(a);
+    EXPECT_EQ(session->mode(), EditorMode::richText) << "as on a machine that never saw the note";
+    EXPECT_EQ(session->baseFont(), (TextFont{u"Inter"_s, 20}));
+    app->selection().selectNote(c);
+    EXPECT_EQ(session->mode(), EditorMode::markdown);
+    app->selection().selectNote(b);
     EXPECT_EQ(session->mode(), EditorMode::markdown) << "without a profile it takes what it finds";
+
+    // A rich note of an earlier version, on a machine that knows nothing of it.
+    const QUuid rich = *app->createNote(u"R"_s, {});
+    session->setMode(EditorMode::richText);
+    type(u" and more"_s);
+    session->saveFromExplicitCommand();
+    app->selection().selectNote(c);
+    app->keepEditorProfile(rich, u"{"_s);
+    test.defaults.set(key, DefaultsValue(QByteArray("{}")));
+    app->selection().selectNote(rich);
+    EXPECT_EQ(session->mode(), EditorMode::richText);
+}
+
+TEST_F(EditorModesTest, ANoteInTheTrashCanBeReadAndNotChanged)
+{
+    type(u" once more"_s);
+    const QString before = session->currentBodyPlain();
+    int told = 0;
+    QObject::connect(session.get(), &EditorSession::trashedChanged, [&] { ++told; });
+    (void)app->moveNoteToTrash(a);
+    app->openNote(a);
+    EXPECT_TRUE(session->isTrashed());
+    EXPECT_FALSE(session->isEditable());
+    EXPECT_EQ(app->note(a)->body, before) << "what was typed went along";
+    session->setTitle(u"Another"_s);
+    EXPECT_FALSE(session->isDirty());
+    (void)app->restoreNoteFromTrash(a);
+    EXPECT_TRUE(session->isEditable());
+    EXPECT_GT(told, 0);
 }
 
 TEST_F(EditorModesTest, AnotherFontIsForWhatIsTypedNextNotForWhatStands)

@@ -8,6 +8,7 @@
 
 #include <QClipboard>
 #include <QDropEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
@@ -332,6 +333,170 @@ TEST_F(BinderViewTest, GlassShowsTheBackdropThroughTheWholePane)
     for (const int edge : {list.top(), list.bottom() + 1})
         EXPECT_NEAR(lightness(edge - 1), lightness(edge), 1) << edge;
     EXPECT_GT(lightness(list.top()), lightness(list.bottom()));
+}
+
+TEST_F(BinderViewTest, RowsAreSelectedTogetherAndThePageStays)
+{
+    const QList<BinderRowID> two{note(notes[0]), note(notes[1])};
+    m_hand->press(Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(state().selection().rows(), two);
+    EXPECT_EQ(state().selection().selectedNoteID(), notes[0]) << "the page stays";
+    m_hand->press(Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(state().selection().rows().size(), 3);
+
+    (void)state().setRowsPinned(state().selection().rows(), true);
+    for (const QUuid& each : notes)
+        EXPECT_TRUE(state().note(each)->isPinned);
+    EXPECT_EQ(tree->selectionModel()->selectedIndexes().size(), 3) << "still selected";
+    ASSERT_TRUE(state().undoNotebookStep());
+    EXPECT_FALSE(state().note(notes[2])->isPinned) << "one step";
+
+    (void)state().updateNoteTags(notes[0], {u"ebb"_s, u"tide"_s});
+    (void)state().updateNoteTags(notes[1], {u"Tide"_s});
+    (void)state().updateNoteTags(notes[2], {u"tide"_s, u"wall"_s});
+    QApplication::processEvents();
+    EXPECT_NE(find<QLabel>(), nullptr);
+    QStringList labels;
+    for (const auto* label : window().findChildren<QLabel*>()) {
+        if (label->isVisible())
+            labels.append(label->text());
+    }
+    EXPECT_TRUE(labels.contains(u"3 Selected"_s)) << qPrintable(labels.join(u'|'));
+
+    m_hand->press(Qt::Key_Up);
+    EXPECT_TRUE(state().selection().rows().isEmpty());
+    EXPECT_EQ(state().selection().selectedNoteID(), notes[1]);
+}
+
+TEST_F(BinderViewTest, RowsOfTheTrashAreNotSelectedWithOthers)
+{
+    (void)state().moveNoteToTrash(notes[2]);
+    state().toggleExpanded(FolderRecord::trashFolderID);
+    state().openNote(loose);
+    QApplication::processEvents();
+    m_hand->press(Qt::Key_A, Qt::ControlModifier);
+    for (const BinderRowID& row : state().selection().rows()) {
+        EXPECT_NE(row.id, FolderRecord::trashFolderID);
+        EXPECT_NE(row.id, notes[2]);
+    }
+    EXPECT_EQ(state().selection().rows().size(), 5) << "two folders and three notes";
+    EXPECT_EQ(state().selection().selectedNoteID(), loose);
+}
+
+TEST_F(BinderViewTest, AltAndAnArrowMoveTheSelectedRows)
+{
+    struct Row {
+        const char* name;
+        QUuid selected;
+        Qt::Key arrow;
+        QStringList after;
+    };
+    const QStringList before = shown();
+    ASSERT_EQ(before, (QStringList{u"Full"_s, u"Alpha"_s, u"Beta"_s, u"Gamma"_s, u"Empty"_s,
+                                   u"Loose"_s, u"Trash"_s}));
+    const Row rows[] = {
+        {"a note down",
+         notes[0],
+         Qt::Key_Down,
+         {u"Full"_s, u"Beta"_s, u"Alpha"_s, u"Gamma"_s, u"Empty"_s, u"Loose"_s, u"Trash"_s}},
+        {"a note up",
+         notes[2],
+         Qt::Key_Up,
+         {u"Full"_s, u"Alpha"_s, u"Gamma"_s, u"Beta"_s, u"Empty"_s, u"Loose"_s, u"Trash"_s}},
+        {"the first note has nowhere to go", notes[0], Qt::Key_Up, before},
+        {"a note out of its folder",
+         notes[1],
+         Qt::Key_Left,
+         {u"Full"_s, u"Alpha"_s, u"Gamma"_s, u"Empty"_s, u"Beta"_s, u"Loose"_s, u"Trash"_s}},
+        {"a note into the folder above it",
+         loose,
+         Qt::Key_Right,
+         {u"Full"_s, u"Alpha"_s, u"Beta"_s, u"Gamma"_s, u"Empty"_s, u"Loose"_s, u"Trash"_s}},
+        {"a folder up",
+         empty,
+         Qt::Key_Up,
+         {u"Empty"_s, u"Full"_s, u"Alpha"_s, u"Beta"_s, u"Gamma"_s, u"Loose"_s, u"Trash"_s}},
+        {"a folder into the one above it",
+         empty,
+         Qt::Key_Right,
+         {u"Full"_s, u"Empty"_s, u"Alpha"_s, u"Beta"_s, u"Gamma"_s, u"Loose"_s, u"Trash"_s}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        state().selection().selectBinderRow(state().note(row.selected) ? note(row.selected)
+                                                                       : folder(row.selected));
+        QApplication::processEvents();
+        const auto selected = state().selection().selectedBinderRowID();
+        m_hand->press(row.arrow, Qt::AltModifier);
+        EXPECT_EQ(shown(), row.after);
+        EXPECT_EQ(state().selection().selectedBinderRowID(), selected);
+        if (row.after != before || row.selected == loose) {
+            ASSERT_TRUE(state().undoNotebookStep());
+        }
+        EXPECT_EQ(shown(), before);
+    }
+    EXPECT_EQ(state().note(loose)->folderID, state().projectRootContainerID());
+
+    state().openNote(notes[0]);
+    QApplication::processEvents();
+    m_hand->press(Qt::Key_Down, Qt::ShiftModifier);
+    m_hand->press(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(shown(), (QStringList{u"Full"_s, u"Gamma"_s, u"Empty"_s, u"Alpha"_s, u"Beta"_s,
+                                    u"Loose"_s, u"Trash"_s}));
+    EXPECT_EQ(state().selection().rows(), (QList{note(notes[0]), note(notes[1])}));
+    ASSERT_TRUE(state().undoNotebookStep());
+    EXPECT_EQ(shown(), before) << "both in one step";
+}
+
+TEST_F(BinderViewTest, RowsAreMovedToAFolderThatIsSearchedFor)
+{
+    m_hand->press(Qt::Key_Down, Qt::ShiftModifier);
+    QMenu* menu = menuAt(rectOf(note(notes[1])).center());
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(itemsOf(*menu), (QStringList{u"Move To…"_s, u"Pin"_s, u"Move to Trash"_s}));
+    choose(*menu, u"Move To…"_s);
+    EXPECT_EQ(sheetTitle(), u"Move 2 Rows To"_s);
+    m_hand->type(u"emp"_s);
+    m_hand->press(Qt::Key_Return);
+    EXPECT_EQ(sheetTitle(), QString());
+    EXPECT_EQ(state().note(notes[0])->folderID, empty);
+    EXPECT_EQ(state().note(notes[1])->folderID, empty);
+
+    state().openNote(notes[2]);
+    QApplication::processEvents();
+    menu = menuAt(rectOf(note(notes[2])).center());
+    ASSERT_NE(menu, nullptr);
+    choose(*menu, u"Move To…"_s);
+    press(u"New Folder…"_s);
+    m_hand->type(u"Deeper"_s);
+    m_hand->press(Qt::Key_Return);
+    EXPECT_EQ(sheetTitle(), QString());
+    EXPECT_EQ(state().folder(state().note(notes[2])->folderID)->name, u"Deeper"_s);
+    ASSERT_TRUE(state().undoNotebookStep());
+    EXPECT_EQ(state().note(notes[2])->folderID, full);
+    EXPECT_EQ(state().folders().size(), 3) << "made and moved in one step";
+}
+
+TEST_F(BinderViewTest, ANoteComesBackToWhereItLayOrSaysSo)
+{
+    (void)state().moveNoteToTrash(notes[0]);
+    (void)state().moveNoteToTrash(notes[1]);
+    EXPECT_TRUE(state().note(notes[0])->trashedAt);
+    state().toggleExpanded(FolderRecord::trashFolderID);
+    const auto restore = [this](const QUuid& id) {
+        state().openNote(id);
+        QApplication::processEvents();
+        QMenu* menu = menuAt(rectOf(note(id)).center());
+        ASSERT_NE(menu, nullptr);
+        choose(*menu, u"Restore"_s);
+    };
+    restore(notes[0]);
+    EXPECT_EQ(state().note(notes[0])->folderID, full);
+    EXPECT_FALSE(state().note(notes[0])->trashedAt);
+    (void)state().deleteFolder(full);
+    EXPECT_TRUE(answering([&] { restore(notes[1]); },
+                          [&] { EXPECT_EQ(sheetTitle(), u"Restored to the Top Level"_s); }));
+    EXPECT_EQ(state().note(notes[1])->folderID, state().projectRootContainerID());
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 #include "shell/inspector/VersionListView.h"
 #include "support/Versions.h"
 
+#include <QAccessible>
 #include <QDir>
 #include <QLabel>
 #include <QListWidget>
@@ -367,9 +368,16 @@ TEST_F(InspectorTest, AFolderHasTagsAndTheTrashACount)
     state().selection().selectFolder(FolderRecord::trashFolderID);
     TourHand::settle();
     EXPECT_EQ(find<TagField>(), nullptr);
-    auto* count = find<QLabel>(u"Notes"_s);
-    ASSERT_NE(count, nullptr);
+    const QLabel* name = nullptr;
+    for (const auto* label : window().findChildren<QLabel*>()) {
+        if (label->isVisible() && label->text() == u"Notes"_s && label->buddy())
+            name = label;
+    }
+    ASSERT_NE(name, nullptr);
+    const auto* count = static_cast<const QLabel*>(name->buddy());
     EXPECT_EQ(count->text(), u"1"_s);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(name->buddy())->text(QAccessible::Name), u"1"_s)
+        << "the value is read, its label stands beside it";
 }
 
 TEST(VersionRowsTest, SayWhenAndHowMuch)

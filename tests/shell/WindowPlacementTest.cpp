@@ -40,11 +40,15 @@ TEST(WindowPlacement, StaysWithinTheScreensThatThereAre)
         SCOPED_TRACE(row.name);
         EXPECT_EQ(placedOnScreens(row.wanted, row.screens, minimum), row.placed);
     }
+    EXPECT_EQ(placedOnScreens({0, 0, 2560, 1400}, {left}, minimum, {1, 24, 1, 1}),
+              QRect(1, 24, 1918, 1055))
+        << "the title bar stays on the screen";
 }
 
 TEST(WindowPlacement, OnlyWholeValuesAreTaken)
 {
-    const WindowPlacement placement{{-20, 30, 1200, 700}, WindowPlacement::State::Maximized};
+    const WindowPlacement placement{
+        {-20, 30, 1200, 700}, {1, 24, 1, 1}, WindowPlacement::State::Maximized};
     EXPECT_EQ(WindowPlacement::fromJson(placement.json()), placement);
     for (const auto& key : {u"x"_s, u"y"_s, u"width"_s, u"height"_s}) {
         QJsonObject object = placement.json();

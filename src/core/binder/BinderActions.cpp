@@ -230,6 +230,113 @@ std::optional<BinderMove> resolveDrop(const BinderRowID& dragged, const BinderRo
     return move;
 }
 
+namespace {
+
+/// Rows that lie in one folder, or at the top.
+struct Siblings {
+    std::optional<QUuid> folder;
+    QSet<QUuid> selected;
+    bool hasFolders = false;
+    bool hasNotes = false;
+};
+
+std::optional<Siblings> siblingsOf(const QList<BinderRowID>& rows,
+                                   const RecordTable<FolderRecord>& folders,
+                                   const RecordTable<NoteRecord>& notes)
+{
+    Siblings siblings;
+    for (const BinderRowID& row : rows) {
+        std::optional<QUuid> folder;
+        if (row.kind == BinderRowID::Kind::Folder) {
+            const auto* record = folders.find(row.id);
+            if (!record || (*record)->isTrash())
+                return std::nullopt;
+            folder = (*record)->parentFolderID;
+            siblings.hasFolders = true;
+        } else {
+            const auto* record = notes.find(row.id);
+            if (!record || (*record)->folderID == FolderRecord::trashFolderID)
+                return std::nullopt;
+            folder = (*record)->folderID;
+            siblings.hasNotes = true;
+        }
+        if (folder && !folders.contains(*folder))
+            folder.reset();
+        if (!siblings.selected.isEmpty() && siblings.folder != folder)
+            return std::nullopt;
+        siblings.folder = folder;
+        siblings.selected.insert(row.id);
+    }
+    return rows.isEmpty() ? std::nullopt : std::optional(std::move(siblings));
+}
+
+} // namespace
+
+std::optional<RowsMove> resolveStep(const QList<BinderRowID>& rows, RowsStep step,
+                                    BinderSortOrder sorting, const BinderOrder& order,
+                                    const RecordTable<FolderRecord>& folders,
+                                    const RecordTable<NoteRecord>& notes, const QUuid& projectID)
+{
+    const auto siblings = siblingsOf(rows, folders, notes);
+    if (!siblings)
+        return std::nullopt;
+    const auto foldersIn = [&](const std::optional<QUuid>& folder) {
+        return folder ? order.childFolderOrder.value(*folder) : order.rootFolderOrder;
+    };
+    const auto notesIn = [&](const std::optional<QUuid>& folder) {
+        return order.noteOrderByFolder.value(folder.value_or(projectID));
+    };
+    const auto isSelected = [&](const QUuid& id) {
+        return siblings->selected.contains(id);
+    };
+    const auto kind = siblings->hasFolders ? BinderRowID::Kind::Folder : BinderRowID::Kind::Note;
+    const auto before = [&](const QList<QUuid>& list, qsizetype at) {
+        return at < list.size() ? std::optional(BinderRowID{kind, list.at(at)}) : std::nullopt;
+    };
+    switch (step) {
+    case RowsStep::Up:
+    case RowsStep::Down: {
+        if ((siblings->hasFolders && siblings->hasNotes) ||
+            (siblings->hasNotes && sorting != BinderSortOrder::Custom))
+            return std::nullopt;
+        const QList<QUuid> list =
+            siblings->hasFolders ? foldersIn(siblings->folder) : notesIn(siblings->folder);
+        const auto first = std::ranges::find_if(list, isSelected) - list.begin();
+        const auto end =
+            list.size() - (std::find_if(list.rbegin(), list.rend(), isSelected) - list.rbegin());
+        // What lies between rows that are apart goes below them, or above them.
+        const bool isApart = end - first > siblings->selected.size();
+        if (step == RowsStep::Up && (first > 0 || isApart))
+            return RowsMove{siblings->folder, before(list, std::max<qsizetype>(first - 1, 0))};
+        if (step == RowsStep::Down && (end < list.size() || isApart))
+            return RowsMove{siblings->folder, before(list, end + 1)};
+        return std::nullopt;
+    }
+    case RowsStep::Outward: {
+        const auto* from = siblings->folder ? folders.find(*siblings->folder) : nullptr;
+        if (!from)
+            return std::nullopt;
+        const auto parent = (*from)->parentFolderID;
+        const auto above = parent && folders.contains(*parent) ? parent : std::nullopt;
+        const QList<QUuid> list = siblings->hasFolders ? foldersIn(above) : notesIn(above);
+        const qsizetype at = siblings->hasFolders ? list.indexOf(*siblings->folder) + 1 : 0;
+        return RowsMove{above, before(list, at)};
+    }
+    case RowsStep::Inward: {
+        std::optional<QUuid> into;
+        for (const QUuid& each : foldersIn(siblings->folder)) {
+            if (isSelected(each))
+                break;
+            into = each;
+        }
+        return into && *into != FolderRecord::trashFolderID
+                   ? std::optional(RowsMove{into, std::nullopt})
+                   : std::nullopt;
+    }
+    }
+    return std::nullopt;
+}
+
 std::optional<QUuid> neighbourAfterRemoval(const QList<QUuid>& list, const QSet<QUuid>& removed)
 {
     std::optional<QUuid> before;

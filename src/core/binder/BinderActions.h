@@ -80,6 +80,28 @@ resolveDrop(const BinderRowID& dragged, const BinderRowID& target, double y,
             const BinderOrder& order, const RecordTable<FolderRecord>& folders,
             const RecordTable<NoteRecord>& notes, const QUuid& projectID);
 
+/// One step of selected rows by the keyboard.
+enum class RowsStep {
+    Up,
+    Down,
+    Outward, ///< out of their folder, behind it
+    Inward,  ///< into the folder above them, to its end
+};
+struct RowsMove {
+    std::optional<QUuid> folder; ///< absent for the top level
+    std::optional<BinderRowID> before;
+
+    bool operator==(const RowsMove&) const = default;
+};
+/// Where rows of one folder go; nothing where they can't go that way: rows of several folders or of
+/// the Trash, a first row up, a last one down, both kinds at once up or down, notes up or down in
+/// an order that isn't by hand.
+[[nodiscard]] std::optional<RowsMove> resolveStep(const QList<BinderRowID>& rows, RowsStep step,
+                                                  BinderSortOrder sorting, const BinderOrder& order,
+                                                  const RecordTable<FolderRecord>& folders,
+                                                  const RecordTable<NoteRecord>& notes,
+                                                  const QUuid& projectID);
+
 /// What to select when the given notes leave a list: the next that stays behind the first of them,
 /// else the last that stays.
 [[nodiscard]] std::optional<QUuid> neighbourAfterRemoval(const QList<QUuid>& list,

@@ -46,15 +46,36 @@ changeTags(const Notebook& notebook, const QUuid& root,
 [[nodiscard]] NotebookEdit reorderNotes(const Notebook& notebook, const QUuid& root,
                                         const QUuid& container, QList<qsizetype> fromOffsets,
                                         qsizetype toOffset);
+/// Moves several rows, in this order, into a folder or to the top level: folders before the folder
+/// `before`, notes before the note `before`, else to the end. What lies below a folder that moves
+/// goes along in its place. Empty where one of them can't go there.
+[[nodiscard]] NotebookEdit moveRows(const Notebook& notebook, const QUuid& root,
+                                    const QList<BinderRowID>& rows,
+                                    const std::optional<QUuid>& folder,
+                                    const std::optional<BinderRowID>& before = std::nullopt);
+/// The same into a folder that is made for them, at the end of its parent's.
+[[nodiscard]] NotebookEdit moveRowsToNewFolder(const Notebook& notebook, const QUuid& root,
+                                               const QList<BinderRowID>& rows,
+                                               const FolderRecord& folder);
+/// Each row that is there is changed by one of the two.
+[[nodiscard]] NotebookEdit changeRows(const Notebook& notebook, const QUuid& root,
+                                      const QList<BinderRowID>& rows, const NoteChange& change,
+                                      const FolderChange& folderChange);
 [[nodiscard]] NotebookEdit expandFolders(const Notebook& notebook, const QUuid& root,
                                          const QList<QUuid>& ids, bool expanded);
 
 /// To the end of the Trash's list; notes that are there stay.
 [[nodiscard]] NotebookEdit trashNotes(const Notebook& notebook, const QUuid& root,
                                       const QList<QUuid>& ids, Timestamp now);
-/// To the beginning of the container's list.
-[[nodiscard]] NotebookEdit restoreNote(const Notebook& notebook, const QUuid& root, const QUuid& id,
-                                       const QUuid& container, Timestamp now);
+/// Notes to the end of the Trash's list; folders go, and all that lies below them.
+[[nodiscard]] NotebookEdit trashRows(const Notebook& notebook, const QUuid& root,
+                                     const QList<BinderRowID>& rows, Timestamp now);
+/// Where a note of the Trash lay before, while that is there; else the root.
+[[nodiscard]] QUuid containerToRestoreTo(const Notebook& notebook, const QUuid& root,
+                                         const NoteRecord& note);
+/// Each to the beginning of the list of `containerToRestoreTo`.
+[[nodiscard]] NotebookEdit restoreNotes(const Notebook& notebook, const QUuid& root,
+                                        const QList<QUuid>& ids, Timestamp now);
 [[nodiscard]] NotebookEdit eraseNotes(const Notebook& notebook, const QUuid& root,
                                       const QSet<QUuid>& ids);
 /// The folder and all below it go, their notes to the Trash.

@@ -97,6 +97,11 @@ Timestamp JsonObjectReader::date(QLatin1String key)
     return time.value_or(Timestamp());
 }
 
+std::optional<Timestamp> JsonObjectReader::optionalDate(QLatin1String key)
+{
+    return has(key) ? std::optional(date(key)) : std::nullopt;
+}
+
 double JsonObjectReader::number(QLatin1String key)
 {
     return take(key, QJsonValue::Double, "a number", true).toDouble();

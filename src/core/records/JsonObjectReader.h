@@ -44,6 +44,7 @@ public:
 
     std::optional<QString> optionalString(QLatin1String key);
     std::optional<QUuid> optionalUuid(QLatin1String key);
+    std::optional<Timestamp> optionalDate(QLatin1String key);
     std::optional<double> optionalNumber(QLatin1String key);
     std::optional<bool> optionalBoolean(QLatin1String key);
     /// Base64 text.

@@ -13,8 +13,7 @@
 
 namespace orvane {
 
-/// One note, or an imported PDF or other file kept as a note. A value; how it is edited (plain,
-/// Markdown, rich) is not part of it.
+/// One note, or an imported PDF or other file kept as a note. A value.
 struct NoteRecord {
     QUuid id;
     /// The container: a folder's id, the project's id at the project root, or
@@ -45,6 +44,12 @@ struct NoteRecord {
     bool isPinned = false;
     std::optional<Blob> shapesPayload;
     Rare<QString> pdfSourceURLString;
+    /// How the note is edited, as the editor wrote it down (docs/formats.md), so that it goes along
+    /// with the project to another machine.
+    Rare<QString> editorProfile;
+    /// Of a note in the Trash: when it was put there, and the container that it lay in.
+    Rare<Timestamp> trashedAt;
+    Rare<QUuid> trashedFrom;
 
     bool operator==(const NoteRecord&) const = default;
 

@@ -26,6 +26,7 @@ enum class RecordAspect : quint32 {
     Dates = 1 << 8,
     Came = 1 << 9,
     Went = 1 << 10,
+    Profile = 1 << 11, ///< how it is edited
 };
 Q_DECLARE_FLAGS(RecordAspects, RecordAspect)
 Q_DECLARE_OPERATORS_FOR_FLAGS(RecordAspects)
@@ -80,6 +81,9 @@ inline constexpr int bytesPerNote = 64;
                     3},
         RecordField{&N::shapesPayload, "shapesPayload", A::Shapes, "shapesPayload", 4},
         RecordField{&N::body, "body", A::Text, "body", 5},
+        RecordField{&N::editorProfile, "editorProfile", A::Profile},
+        RecordField{&N::trashedAt, "trashedAt", A::Place},
+        RecordField{&N::trashedFrom, "trashedFrom", A::Place},
     };
 }
 

@@ -85,6 +85,14 @@ void read(JsonObjectReader& reader, QLatin1String key, Rare<QString>& text)
 {
     text = reader.optionalString(key);
 }
+void read(JsonObjectReader& reader, QLatin1String key, Rare<Timestamp>& date)
+{
+    date = reader.optionalDate(key);
+}
+void read(JsonObjectReader& reader, QLatin1String key, Rare<QUuid>& id)
+{
+    id = reader.optionalUuid(key);
+}
 void read(JsonObjectReader& reader, QLatin1String key, std::optional<QUuid>& id)
 {
     id = reader.optionalUuid(key);

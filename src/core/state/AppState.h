@@ -94,6 +94,9 @@ public:
     {
         return m_refusedContents;
     }
+    /// Writes down with the note how it is edited; no change of its content, and no step. Does
+    /// nothing where notes may not be changed.
+    void keepEditorProfile(const QUuid& id, const QString& profile);
     /// Shows a title while it is typed; nothing is stored until `updateNote`.
     void applyLiveTitle(const QUuid& id, const QString& title);
     void toggleExpanded(const QUuid& folderID);
@@ -131,6 +134,16 @@ public:
     Accepted moveFolder(const QUuid& id, const std::optional<QUuid>& parent,
                         const std::optional<QUuid>& before);
     Accepted moveNote(const QUuid& id, const QUuid& container, const std::optional<QUuid>& before);
+    /// Several rows as one step: see `NotebookEdits::moveRows`.
+    Accepted moveRows(const QList<BinderRowID>& rows, const std::optional<QUuid>& folder,
+                      const std::optional<BinderRowID>& before = std::nullopt);
+    /// Into a folder of that name, which is made below `parent` or at the top.
+    Accepted moveRowsToNewFolder(const QList<BinderRowID>& rows, const QString& name,
+                                 const std::optional<QUuid>& parent);
+    Accepted moveRowsToTrash(const QList<BinderRowID>& rows);
+    Accepted setRowsPinned(const QList<BinderRowID>& rows, bool pinned);
+    Accepted addTagToRows(const QList<BinderRowID>& rows, const QString& tag);
+    Accepted removeTagFromRows(const QList<BinderRowID>& rows, const QString& tag);
     /// Carries out a drop as `resolveDrop` understood it.
     Accepted apply(const BinderMove& move);
     /// Moves the notes at `fromOffsets` of a container's list to where `toOffset` stands now.
@@ -142,10 +155,12 @@ public:
     /// The folder alone, without what is in it.
     std::expected<QUuid, Refusal> duplicateFolder(const QUuid& id);
     Accepted moveNoteToTrash(const QUuid& id);
-    /// Always to the top level: the old folder isn't remembered.
-    Accepted restoreNoteFromTrash(const QUuid& id);
+    /// To where it lay before, while that is there; else to the top level. Gives the container.
+    std::expected<QUuid, Refusal> restoreNoteFromTrash(const QUuid& id);
+    Accepted restoreNotesFromTrash(const QList<QUuid>& ids);
     /// The note and, once its removal is stored, its versions.
     Accepted eraseNotePermanently(const QUuid& id);
+    Accepted eraseNotesPermanently(const QList<QUuid>& ids);
     /// The folders vanish; every note below goes to the Trash.
     Accepted deleteFolder(const QUuid& id);
     /// Newest change first.
@@ -271,10 +286,13 @@ private:
     /// Changes fields of one record behind the guard.
     Accepted editNote(const QUuid& id, const std::function<void(NoteRecord&)>& edit);
     Accepted editFolder(const QUuid& id, const std::function<void(FolderRecord&)>& edit);
+    Accepted changeTagsOfRows(const QList<BinderRowID>& rows,
+                              const std::function<QStringList(QStringList)>& retagged);
     Accepted
     changeTagsEverywhere(const std::function<std::optional<QStringList>(const QStringList&)>& edit,
                          const std::function<void(TagSettings&)>& settings);
     void replaceInTagFilter(const QString& tag, const std::optional<QString>& by);
+    Accepted moveBy(const NotebookEdit& edit);
     void changeTagSettings(const std::function<void(TagSettings&)>& edit);
     Accepted eraseNotes(const QSet<QUuid>& ids);
     /// Takes up what an earlier run could not finish.

@@ -130,6 +130,8 @@ void AppState::show(const NotebookEdit& edit, Saving saving)
             m_refusedContents.remove(note.key());
     }
     emit notebookChanged(change);
+    if (!m_selection.rows().isEmpty())
+        m_selection.dropMissingRows();
     if (m_selection.selectedFolderID() &&
         !m_notebook.folders.contains(*m_selection.selectedFolderID()))
         m_selection.select(std::nullopt, m_selection.selectedNoteID());
@@ -314,6 +316,18 @@ Accepted AppState::updateNote(const QUuid& id, const NoteContent& content)
     if (!m_session.persistenceController() || m_session.saveFailure())
         return std::unexpected(Refusal::NotStored);
     return {};
+}
+
+void AppState::keepEditorProfile(const QUuid& id, const QString& profile)
+{
+    const NoteRecord* found = note(id);
+    if (!found || found->editorProfile.value_or(QString()) == profile || !canCreateOrEdit() ||
+        m_session.isOpening())
+        return;
+    (void)carryOut(
+        NotebookEdits::changeNotes(m_notebook, root(), {id},
+                                   [&](NoteRecord& note) { note.editorProfile = profile; }),
+        Step::Passing);
 }
 
 void AppState::applyLiveTitle(const QUuid& id, const QString& title)

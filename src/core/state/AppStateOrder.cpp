@@ -101,6 +101,47 @@ Accepted AppState::moveNote(const QUuid& id, const QUuid& container,
     return carryOut(NotebookEdits::moveNote(m_notebook, root(), id, container, before), Step::Kept);
 }
 
+Accepted AppState::moveRows(const QList<BinderRowID>& rows, const std::optional<QUuid>& folder,
+                            const std::optional<BinderRowID>& before)
+{
+    if (!m_session.currentProject())
+        return std::unexpected(Refusal::NotPossible);
+    if (auto may = mayEdit(); !may)
+        return may;
+    return moveBy(NotebookEdits::moveRows(m_notebook, root(), rows, folder, before));
+}
+
+Accepted AppState::moveRowsToNewFolder(const QList<BinderRowID>& rows, const QString& name,
+                                       const std::optional<QUuid>& parent)
+{
+    if (!m_session.currentProject())
+        return std::unexpected(Refusal::NotPossible);
+    if (auto may = mayEdit(); !may)
+        return may;
+    FolderRecord made;
+    made.id = QUuid::createUuid();
+    made.name = name.trimmed();
+    made.createdAt = m_services.clock.now();
+    if (parent && folder(*parent))
+        made.parentFolderID = parent;
+    return made.name.isEmpty()
+               ? std::unexpected(Refusal::NotPossible)
+               : moveBy(NotebookEdits::moveRowsToNewFolder(m_notebook, root(), rows, made));
+}
+
+// The selected note takes the selected folder along.
+Accepted AppState::moveBy(const NotebookEdit& edit)
+{
+    if (edit.isEmpty())
+        return std::unexpected(Refusal::NotPossible);
+    const auto selected = m_selection.selectedNoteID();
+    const Accepted done = carryOut(edit, Step::Kept);
+    const NoteRecord* note = selected ? this->note(*selected) : nullptr;
+    if (note && folder(note->folderID))
+        m_selection.followNote(note->folderID);
+    return done;
+}
+
 Accepted AppState::apply(const BinderMove& move)
 {
     if (move.row.kind == BinderRowID::Kind::Folder)

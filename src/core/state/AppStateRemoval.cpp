@@ -112,41 +112,90 @@ Accepted AppState::moveNoteToTrash(const QUuid& id)
     return done;
 }
 
+Accepted AppState::moveRowsToTrash(const QList<BinderRowID>& rows)
+{
+    if (auto may = mayEdit(); !may)
+        return may;
+    const auto selected = m_selection.selectedNoteID();
+    const auto edit = [&] {
+        return NotebookEdits::trashRows(m_notebook, root(), rows, m_services.clock.now());
+    };
+    const auto touches = [](const NotebookEdit& made, const QUuid& id) {
+        return std::ranges::any_of(made.notes,
+                                   [&](const auto& change) { return change.id() == id; });
+    };
+    const auto first = edit();
+    if (first.isEmpty())
+        return std::unexpected(Refusal::NotThere);
+    const bool selectedGoes = selected && touches(first, *selected);
+    std::optional<QUuid> next;
+    if (selectedGoes) {
+        emit noteAboutToBeReplaced(*selected);
+        QSet<QUuid> gone;
+        for (const auto& change : first.notes)
+            gone.insert(change.id());
+        next = neighbourAfterRemoval(filteredNoteIDs(), gone);
+    }
+    const Accepted done = carryOut(edit(), Step::Kept);
+    if (selectedGoes)
+        m_selection.selectNote(next);
+    else
+        m_selection.selectRows({});
+    return done;
+}
+
 QList<Shared<NoteRecord>> AppState::notesInTrash() const
 {
     return sortedNotes(orderedNotes(FolderRecord::trashFolderID), BinderSortOrder::RecentModified);
 }
 
-Accepted AppState::restoreNoteFromTrash(const QUuid& id)
+std::expected<QUuid, Refusal> AppState::restoreNoteFromTrash(const QUuid& id)
 {
-    const NoteRecord* found = note(id);
-    if (!found || found->folderID != FolderRecord::trashFolderID)
-        return std::unexpected(Refusal::NotThere);
+    const Accepted done = restoreNotesFromTrash({id});
+    if (!done)
+        return std::unexpected(done.error());
+    return note(id)->folderID;
+}
+
+Accepted AppState::restoreNotesFromTrash(const QList<QUuid>& ids)
+{
+    m_session.finishOpening();
     if (m_session.isReadOnly())
         return std::unexpected(Refusal::NotAllowed);
-    std::optional<QUuid> target = projectRootContainerID();
+    std::optional<QUuid> top = projectRootContainerID();
     for (const Shared<FolderRecord>& each : m_notebook.folders) {
-        if (!target && !each->isTrash())
-            target = each->id;
+        if (!top && !each->isTrash())
+            top = each->id;
     }
-    if (!target)
+    const auto edit =
+        top ? NotebookEdits::restoreNotes(m_notebook, *top, ids, m_services.clock.now())
+            : NotebookEdit();
+    if (edit.isEmpty())
         return std::unexpected(Refusal::NotThere);
-    const Accepted done = carryOut(
-        NotebookEdits::restoreNote(m_notebook, root(), id, *target, m_services.clock.now()),
-        Step::Kept);
-    if (m_selection.selectedNoteID() == id &&
-        m_selection.selectedFolderID() == FolderRecord::trashFolderID)
-        m_selection.select(std::nullopt, id);
+    const Accepted done = carryOut(edit, Step::Kept);
+    const auto selected = m_selection.selectedNoteID();
+    if (selected && ids.contains(*selected) &&
+        m_selection.selectedFolderID() == FolderRecord::trashFolderID) {
+        const QUuid container = note(*selected)->folderID;
+        m_selection.select(m_notebook.folders.contains(container) ? std::optional(container)
+                                                                  : std::nullopt,
+                           selected);
+    }
     return done;
 }
 
 Accepted AppState::eraseNotePermanently(const QUuid& id)
 {
+    return eraseNotesPermanently({id});
+}
+
+Accepted AppState::eraseNotesPermanently(const QList<QUuid>& ids)
+{
     if (auto may = mayEdit(); !may)
         return may;
-    if (!note(id))
+    if (std::ranges::none_of(ids, [this](const QUuid& id) { return note(id); }))
         return std::unexpected(Refusal::NotThere);
-    return eraseNotes({id});
+    return eraseNotes(QSet<QUuid>(ids.cbegin(), ids.cend()));
 }
 
 Accepted AppState::eraseNotes(const QSet<QUuid>& ids)

@@ -24,6 +24,53 @@ Accepted AppState::editFolder(const QUuid& id, const std::function<void(FolderRe
     return carryOut(NotebookEdits::changeFolder(m_notebook, root(), id, edit), Step::Kept);
 }
 
+Accepted AppState::setRowsPinned(const QList<BinderRowID>& rows, bool pinned)
+{
+    if (auto may = mayEdit(); !may)
+        return may;
+    return carryOut(NotebookEdits::changeRows(
+                        m_notebook, root(), rows, [&](NoteRecord& note) { note.isPinned = pinned; },
+                        [&](FolderRecord& folder) { folder.isPinned = pinned; }),
+                    Step::Kept);
+}
+
+Accepted AppState::changeTagsOfRows(const QList<BinderRowID>& rows,
+                                    const std::function<QStringList(QStringList)>& retagged)
+{
+    if (auto may = mayEdit(); !may)
+        return may;
+    const Timestamp now = m_services.clock.now();
+    const auto changeNote = [&](NoteRecord& note) {
+        const QStringList tags = normalizeTags(retagged(note.tags));
+        if (tags != note.tags)
+            note.updatedAt = now;
+        note.tags = tags;
+    };
+    return carryOut(NotebookEdits::changeRows(m_notebook, root(), rows, changeNote,
+                                              [&](FolderRecord& folder) {
+                                                  folder.tags =
+                                                      normalizeTags(retagged(folder.tags));
+                                              }),
+                    Step::Kept);
+}
+
+Accepted AppState::addTagToRows(const QList<BinderRowID>& rows, const QString& tag)
+{
+    return changeTagsOfRows(rows, [&](QStringList tags) {
+        if (!containsTag(tags, tag.trimmed()))
+            tags.append(tag);
+        return tags;
+    });
+}
+
+Accepted AppState::removeTagFromRows(const QList<BinderRowID>& rows, const QString& tag)
+{
+    return changeTagsOfRows(rows, [&](QStringList tags) {
+        tags.removeIf([&](const QString& each) { return containsTag({each}, tag); });
+        return tags;
+    });
+}
+
 Accepted AppState::updateNoteBinderTitle(const QUuid& id, const QString& plainTitle,
                                          const std::optional<Blob>& titleRTF)
 {

@@ -35,6 +35,7 @@ std::optional<BinderRowID> Selection::selectedBinderRowID() const
 
 void Selection::select(const std::optional<QUuid>& folder, const std::optional<QUuid>& note)
 {
+    selectRows({});
     if (m_folderID == folder && m_noteID == note)
         return;
     if (m_noteID != note)
@@ -44,6 +45,25 @@ void Selection::select(const std::optional<QUuid>& folder, const std::optional<Q
     if (note)
         holdBack(std::nullopt);
     emit selectionChanged();
+}
+
+void Selection::selectRows(const QList<BinderRowID>& rows)
+{
+    const QList<BinderRowID> together = rows.size() < 2 ? QList<BinderRowID>() : rows;
+    if (m_rows == together)
+        return;
+    m_rows = together;
+    emit rowsChanged();
+}
+
+void Selection::dropMissingRows()
+{
+    QList<BinderRowID> there = m_rows;
+    there.removeIf([this](const BinderRowID& row) {
+        return row.kind == BinderRowID::Kind::Note ? !m_notebook.notes.contains(row.id)
+                                                   : !m_notebook.folders.contains(row.id);
+    });
+    selectRows(there);
 }
 
 void Selection::holdBack(const std::optional<QUuid>& note)
@@ -67,7 +87,7 @@ void Selection::selectNote(const std::optional<QUuid>& id)
     }
     const QUuid container = (*selected)->folderID;
     const QUuid project = *m_projectID;
-    select(m_notebook.folders.contains(container) ? std::optional(container) : m_folderID, id);
+    select(m_notebook.folders.contains(container) ? std::optional(container) : std::nullopt, id);
     m_defaults.set(SessionKeys::lastOpenedNoteID(project), uuidText(*id));
     m_defaults.set(SessionKeys::lastOpenedProjectID, uuidText(project));
     selectProjectFolder(m_openFolder);
@@ -143,6 +163,7 @@ void Selection::projectMoved(const QString& from, const QString& to)
 void Selection::forget()
 {
     m_history.clear();
+    m_rows.clear();
     m_folderID.reset();
     m_noteID.reset();
     holdBack(std::nullopt);

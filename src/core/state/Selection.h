@@ -34,6 +34,14 @@ public:
     /// the last time or never ended; until a note is selected.
     [[nodiscard]] std::optional<QUuid> noteHeldBack() const { return m_noteHeldBack; }
 
+    /// The rows that are selected together, two or more, in the order of the Binder; none while one
+    /// row at most is. They are for what is done to all of them: the note and the folder stay.
+    [[nodiscard]] const QList<BinderRowID>& rows() const { return m_rows; }
+    /// Fewer than two select nothing together.
+    void selectRows(const QList<BinderRowID>& rows);
+    /// Lets go of rows that aren't there any more.
+    void dropMissingRows();
+
     /// A note takes its folder along and is remembered for the project's next opening; without one
     /// the folder stays.
     void selectNote(const std::optional<QUuid>& id);
@@ -69,6 +77,7 @@ signals:
     void selectedNoteAboutToChange(const std::optional<QUuid>& from,
                                    const std::optional<QUuid>& to);
     void selectionChanged();
+    void rowsChanged();
     void noteHeldBackChanged();
     void historyFlagsChanged();
     void selectedProjectChanged();
@@ -82,6 +91,7 @@ private:
     QString m_openFolder;
     std::optional<QUuid> m_folderID;
     std::optional<QUuid> m_noteID;
+    QList<BinderRowID> m_rows;
     std::optional<QUuid> m_noteHeldBack;
     std::optional<QString> m_projectFolder;
     NavigationHistory m_history;

@@ -12,8 +12,8 @@ const char* columnType(int place)
 {
     if constexpr (std::is_same_v<Type, std::optional<Blob>>)
         return place < 0 ? "BLOB" : "INTEGER";
-    else if constexpr (std::is_same_v<Type, Timestamp> || std::is_same_v<Type, bool> ||
-                       std::is_same_v<Type, NoteText>)
+    else if constexpr (std::is_same_v<Type, Timestamp> || std::is_same_v<Type, Rare<Timestamp>> ||
+                       std::is_same_v<Type, bool> || std::is_same_v<Type, NoteText>)
         return "INTEGER";
     else
         return "TEXT";

@@ -75,6 +75,19 @@ bool take(Rare<QString>& text, const StoreValue* value, const BytesPlace&)
     return true;
 }
 
+bool take(Rare<Timestamp>& date, const StoreValue* value, const BytesPlace&)
+{
+    if (value->isInteger())
+        date = Timestamp{value->integer()};
+    return true;
+}
+
+bool take(Rare<QUuid>& id, const StoreValue* value, const BytesPlace&)
+{
+    id = value->isText() ? uuidFromStore(value->bytes()) : std::nullopt;
+    return true;
+}
+
 bool take(Timestamp& date, const StoreValue* value, const BytesPlace&)
 {
     date = {value->integer()};

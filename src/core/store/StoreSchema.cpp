@@ -60,16 +60,24 @@ CREATE TABLE OrvaneNote (
 )";
 }
 
-std::string formerTables(const char* body)
-{
-    return std::string(otherTables) + R"(
+constexpr const char* formerFolderTable = R"(
 CREATE TABLE OrvaneFolder (
     row INTEGER PRIMARY KEY,
     id TEXT, name TEXT, createdAt INTEGER, parentFolderID TEXT, iconName TEXT, titleRTF BLOB,
     tagsJSON TEXT, isPinned INTEGER,
     checksum INTEGER
 );
-)" + formerNoteTable(body);
+)";
+
+std::string formerTables(const char* body)
+{
+    return std::string(otherTables) + formerFolderTable + formerNoteTable(body);
+}
+
+// Schema 3 didn't say how a note is edited, nor where one in the Trash came from.
+std::string noteTable3()
+{
+    return formerNoteTable("INTEGER, firstLine TEXT");
 }
 
 // One form for statements that differ only in how they are laid out and quoted.
@@ -196,21 +204,55 @@ void makeRoomBesideNotes(SQLite::Database& database)
         database.exec(std::string("ALTER TABLE ") + table + " RENAME TO " + table + '2');
     database.exec("CREATE TABLE OrvaneNoteBytes (row INTEGER PRIMARY KEY, checksum INTEGER, "
                   "bytes BLOB)");
-    database.exec(createTableStatement<NoteRecord>());
+    database.exec(noteTable3());
     moveBytes(database, storeKey);
     moveNotes(database, storeKey);
     database.exec("DROP TABLE OrvaneNote2");
     database.exec("DROP TABLE OrvaneNoteBytes2");
 }
 
+// A row of "OrvaneNote3" with its three new columns, which are empty.
+void addColumns(SQLite::Database& database)
+{
+    constexpr int columns = 21;
+    constexpr int added = 3;
+    const qint64 storeKey = database.execAndGet("SELECT storeKey FROM OrvaneStore").getInt64();
+    database.exec("ALTER TABLE OrvaneNote RENAME TO OrvaneNote3");
+    database.exec(createTableStatement<NoteRecord>());
+    {
+        StoreStatement from(database, "SELECT * FROM OrvaneNote3");
+        StoreStatement to(database, "INSERT INTO OrvaneNote VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, "
+                                    "?, ?, ?, ?, ?, ?, ?, ?, ?, ?, NULL, NULL, NULL, ?)");
+        while (from.step()) {
+            StoreChecksum sum(storeKey);
+            for (int column = 0; column < columns - 1; ++column) {
+                const StoreValue value = from.value(column);
+                value.addTo(sum);
+                to.bindValue(column + 1, value);
+            }
+            const StoreValue checksum = from.value(columns - 1);
+            if (!checksum.isNull() && checksum.integer() != sum.value())
+                throwDamage(QStringLiteral("the note in row %1 doesn't match its checksum")
+                                .arg(from.value(0).integer()));
+            for (int i = 0; i < added; ++i)
+                sum.addNull();
+            to.bindInteger(columns, sum.value());
+            to.run();
+        }
+    }
+    database.exec("DROP TABLE OrvaneNote3");
+}
+
 } // namespace
 
 const StoreSchema& StoreSchema::current()
 {
-    static const StoreSchema schema{3,
-                                    currentTables(),
-                                    {{1, formerTables("TEXT"), moveBodiesOut},
-                                     {2, formerTables("INTEGER"), makeRoomBesideNotes}}};
+    static const StoreSchema schema{
+        4,
+        currentTables(),
+        {{1, formerTables("TEXT"), moveBodiesOut},
+         {2, formerTables("INTEGER"), makeRoomBesideNotes},
+         {3, std::string(otherTables) + formerFolderTable + noteTable3(), addColumns}}};
     return schema;
 }
 

@@ -18,6 +18,13 @@ namespace {
 constexpr qsizetype largestValue = 900'000'000;
 constexpr qsizetype bytesPerUnit = 3;
 
+// Asked for with the text, so that it is made for records that have one.
+template <typename Record>
+std::optional<QString> firstLineBeside(const Record& record, const NoteText&)
+{
+    return storedFirstLine(record);
+}
+
 /// Binds the fields of a record in their order. What is bound stays here until the row is written.
 template <typename Record>
 class FieldBinder {
@@ -33,7 +40,7 @@ public:
         forEachField<Record>([&]<typename Type>(const RecordField<Record, Type>& field) {
             if constexpr (std::is_same_v<Type, NoteText>) {
                 m_row.integer((record.*field.member).utf8().size());
-                bind(storedFirstLine(record));
+                bind(firstLineBeside(record, record.*field.member));
             } else if constexpr (std::is_same_v<Type, std::optional<Blob>>) {
                 bindBytes(record.*field.member, field.place == field.inRecord);
             } else {

@@ -33,7 +33,7 @@ TagSettings TagSettings::load(const UserDefaults& defaults)
     TagAliases aliases;
     const QJsonObject stored = defaults.get<QJsonObject>(aliasesKey, {});
     for (auto it = stored.begin(); it != stored.end(); ++it) {
-        for (const QJsonValue& alias : it.value().toArray())
+        for (const auto& alias : it.value().toArray())
             aliases[it.key()].append(alias.toString());
     }
     settings.aliases = normalizedAliasMap(aliases);

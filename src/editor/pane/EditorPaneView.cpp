@@ -205,6 +205,10 @@ void EditorPaneView::connectSession()
 {
     connect(&m_session, &EditorSession::draftLoaded, this, &EditorPaneView::loadDraft);
     connect(&m_session, &EditorSession::dirtyChanged, this, &EditorPaneView::updateSavingState);
+    connect(&m_session, &EditorSession::trashedChanged, this, [this] {
+        updateEditable();
+        updateSavingState();
+    });
     connect(&m_session, &EditorSession::refusalChanged, this, &EditorPaneView::updateSavingState);
     connect(&m_session, &EditorSession::textAboutToBeReplaced, this,
             &EditorPaneView::textAboutToChange);
@@ -412,6 +416,9 @@ void EditorPaneView::updateSavingState()
         state.detail = tr("Your changes are kept in memory and are written as soon as saving works "
                           "again.\n%1")
                            .arg(failure->error);
+    } else if (m_session.isTrashed()) {
+        state.kind = SavingState::Kind::Trashed;
+        state.detail = tr("A note in the Trash can be read but not changed.");
     } else if (m_session.noteID() && !m_session.isReadable()) {
         state.kind = SavingState::Kind::Unreadable;
         state.detail = tr("The disk doesn’t give its text now, so it can’t be changed. What is "

@@ -139,6 +139,10 @@ void StatusStrip::showSavingState()
         text = tr("Read-only project");
         ink = t.text;
         break;
+    case SavingState::Kind::Trashed:
+        text = tr("Locked in the Trash");
+        ink = t.text;
+        break;
     case SavingState::Kind::Unreadable:
         text = tr("This note can’t be read");
         ink = t.danger;

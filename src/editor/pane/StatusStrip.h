@@ -16,7 +16,7 @@ class StripMenuButton;
 
 /// What the strip says about saving.
 struct SavingState {
-    enum class Kind { None, Saved, Edited, Refused, Failing, ReadOnly, Unreadable };
+    enum class Kind { None, Saved, Edited, Refused, Failing, ReadOnly, Unreadable, Trashed };
     Kind kind = Kind::None;
     /// Since when saving fails, as words; and the error behind it.
     QString since;

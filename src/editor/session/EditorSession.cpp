@@ -41,6 +41,8 @@ EditorSession::EditorSession(AppState& appState, QObject* parent)
             RecordAspect::Title | RecordAspect::Text | RecordAspect::Shapes;
         if (m_draft.noteID && change.ofNote(*m_draft.noteID) & drafted)
             recordChanged(*m_draft.noteID);
+        if (m_draft.noteID && change.ofNote(*m_draft.noteID) & RecordAspect::Place)
+            emit trashedChanged();
     });
     connect(&appState.projectSession(), &ProjectSession::projectMayBeLeft, this,
             &EditorSession::flushDraft);
@@ -80,6 +82,12 @@ QString EditorSession::currentBodyPlain()
 bool EditorSession::isEditable() const
 {
     return mayEdit() && m_appState.canCreateOrEdit();
+}
+
+bool EditorSession::isTrashed() const
+{
+    const NoteRecord* note = m_draft.noteID ? m_appState.note(*m_draft.noteID) : nullptr;
+    return note && note->folderID == FolderRecord::trashFolderID;
 }
 
 void EditorSession::setTitle(const QString& title)
@@ -219,8 +227,10 @@ Accepted EditorSession::write(const QUuid& noteID, const NoteContent& content)
     // What only the disk didn't take is in the record, which is written again when saving works.
     const bool isTaken = written || written.error() == Refusal::NotStored;
     setRefusal(isTaken ? std::nullopt : std::optional(written.error()));
-    if (isTaken)
+    if (isTaken) {
         m_recordShapes = content.shapesPayload;
+        m_appState.keepEditorProfile(noteID, m_profile.text());
+    }
     return written;
 }
 
@@ -324,11 +334,30 @@ void EditorSession::takeValues(const PerNoteEditorProfile& profile)
     m_baseFont = TextFont{profile.fontFamily, isSize ? profile.fontSize : defaultFontSize};
 }
 
+// What stands with the note counts first, then what this machine remembers. A note that nothing is
+// known of and that has a rich text was written as one.
+std::optional<PerNoteEditorProfile> EditorSession::profileOf(const QUuid& noteID)
+{
+    const NoteRecord* note = m_appState.note(noteID);
+    if (note && note->editorProfile) {
+        if (auto kept = PerNoteEditorProfile::of(*note->editorProfile))
+            return kept;
+    }
+    if (auto known = m_profiles.profile(noteID))
+        return known;
+    if (!note || !note->richContentPayload)
+        return std::nullopt;
+    PerNoteEditorProfile rich = m_profile;
+    rich.mode = rawValue(EditorMode::richText);
+    return rich;
+}
+
 void EditorSession::showProfileOf(const QUuid& noteID)
 {
-    const auto profile = m_profiles.profile(noteID);
+    const auto profile = profileOf(noteID);
+    m_profiles.setProfile(noteID, profile.value_or(m_profile));
     if (!profile)
-        return m_profiles.setProfile(noteID, m_profile);
+        return;
     const TextFont font = m_baseFont;
     takeValues(*profile);
     writeWorkingKeys(); // read by others once the text is shown
@@ -340,8 +369,10 @@ void EditorSession::changeProfile(const PerNoteEditorProfile& profile)
 {
     if (profile == m_profile)
         return;
-    if (m_draft.noteID)
+    if (m_draft.noteID) {
         m_profiles.setProfile(*m_draft.noteID, profile);
+        m_appState.keepEditorProfile(*m_draft.noteID, profile.text());
+    }
     const bool isOtherMode = profile.mode != m_profile.mode;
     const TextFont font = m_baseFont;
     if (isOtherMode)

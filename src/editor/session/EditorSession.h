@@ -47,6 +47,8 @@ public:
     QString currentBodyPlain();
     /// Whether anything may be edited now.
     [[nodiscard]] bool isEditable() const;
+    /// Whether the note lies in the Trash, where it can't be changed.
+    [[nodiscard]] bool isTrashed() const;
     /// False when what is stored of the note's text can't be read now. It is then left alone.
     [[nodiscard]] bool isReadable() const { return m_stage != Stage::unreadable; }
 
@@ -97,6 +99,8 @@ signals:
     /// out.
     void longTextWritten();
     void bodyEdited();
+    /// The note went to the Trash or came out of it.
+    void trashedChanged();
     void dirtyChanged(bool dirty);
     void refusalChanged();
     void titleChanged();
@@ -111,7 +115,7 @@ private:
 
     void recordChanged(const QUuid& noteID);
     void settingChanged(const QString& key);
-    [[nodiscard]] bool mayEdit() const { return m_stage == Stage::open; }
+    [[nodiscard]] bool mayEdit() const { return m_stage == Stage::open && !isTrashed(); }
     void markDirty();
     void scheduleAutosave();
     void cancelAutosave();
@@ -127,6 +131,7 @@ private:
 
     void takeValues(const PerNoteEditorProfile& profile);
     void writeWorkingKeys();
+    [[nodiscard]] std::optional<PerNoteEditorProfile> profileOf(const QUuid& noteID);
     void showProfileOf(const QUuid& noteID);
     void changeProfile(const PerNoteEditorProfile& profile);
 

@@ -17,6 +17,16 @@ namespace {
 
 const QString profilesKey = u"settings.editor.perNoteProfiles.v1"_s;
 
+std::optional<PerNoteEditorProfile> profileOf(const QJsonObject& object)
+{
+    const QJsonValue mode = object["mode"_L1];
+    const QJsonValue family = object["fontFamily"_L1];
+    const QJsonValue size = object["fontSize"_L1];
+    if (!mode.isString() || !family.isString() || !size.isDouble())
+        return std::nullopt;
+    return PerNoteEditorProfile{mode.toString(), family.toString(), size.toDouble()};
+}
+
 std::optional<QHash<QString, PerNoteEditorProfile>> decoded(const QByteArray& bytes)
 {
     const QJsonDocument document = QJsonDocument::fromJson(bytes);
@@ -25,13 +35,10 @@ std::optional<QHash<QString, PerNoteEditorProfile>> decoded(const QByteArray& by
     QHash<QString, PerNoteEditorProfile> profiles;
     const QJsonObject all = document.object();
     for (auto it = all.begin(); it != all.end(); ++it) {
-        const QJsonObject one = it->toObject();
-        const QJsonValue mode = one["mode"_L1];
-        const QJsonValue family = one["fontFamily"_L1];
-        const QJsonValue size = one["fontSize"_L1];
-        if (!mode.isString() || !family.isString() || !size.isDouble())
+        const auto one = profileOf(it->toObject());
+        if (!one)
             return std::nullopt;
-        profiles.insert(it.key(), {mode.toString(), family.toString(), size.toDouble()});
+        profiles.insert(it.key(), *one);
     }
     return profiles;
 }
@@ -62,6 +69,16 @@ QByteArray withMember(const QByteArray& bytes, const QString& key,
 }
 
 } // namespace
+
+QString PerNoteEditorProfile::text() const
+{
+    return QString::fromUtf8(QJsonDocument(asJson(*this)).toJson(QJsonDocument::Compact));
+}
+
+std::optional<PerNoteEditorProfile> PerNoteEditorProfile::of(const QString& text)
+{
+    return profileOf(QJsonDocument::fromJson(text.toUtf8()).object());
+}
 
 PerNoteEditorProfile PerNoteEditorProfile::current(const UserDefaults& defaults)
 {

@@ -6,6 +6,8 @@
 #include <QString>
 #include <QUuid>
 
+#include <optional>
+
 namespace orvane {
 
 class UserDefaults;
@@ -17,6 +19,10 @@ struct PerNoteEditorProfile {
     double fontSize = 16; ///< in points
 
     bool operator==(const PerNoteEditorProfile&) const = default;
+
+    /// As a note's record keeps it, and back; nothing for a text that is none.
+    [[nodiscard]] QString text() const;
+    [[nodiscard]] static std::optional<PerNoteEditorProfile> of(const QString& text);
 
     /// The working values in the settings.
     [[nodiscard]] static PerNoteEditorProfile current(const UserDefaults& defaults);

@@ -32,7 +32,10 @@ std::unique_ptr<QMenu> BinderMenus::menuFor(const std::optional<BinderRowID>& ro
         row && row->kind == BinderRowID::Kind::Note ? m_appState.note(row->id) : nullptr;
     const FolderRecord* folder =
         row && row->kind == BinderRowID::Kind::Folder ? m_appState.folder(row->id) : nullptr;
-    if (note && note->folderID == FolderRecord::trashFolderID)
+    const QList<BinderRowID>& rows = m_appState.selection().rows();
+    if (row && rows.contains(*row))
+        fillRowsMenu(*menu, rows);
+    else if (note && note->folderID == FolderRecord::trashFolderID)
         fillTrashedNoteMenu(*menu, *note);
     else if (note)
         fillNoteMenu(*menu, *note);
@@ -66,6 +69,40 @@ void BinderMenus::addNaming(QMenu& menu)
             &BinderMenus::iconsAndTitlesRequested);
 }
 
+void BinderMenus::addMoving(QMenu& menu)
+{
+    connect(menu.addAction(tr("Move To…")), &QAction::triggered, this,
+            &BinderMenus::moveSheetRequested);
+}
+
+void BinderMenus::fillRowsMenu(QMenu& menu, const QList<BinderRowID>& rows)
+{
+    const NoteRecord* first = m_appState.note(rows.first().id);
+    if (first && first->folderID == FolderRecord::trashFolderID) {
+        QList<QUuid> ids;
+        for (const BinderRowID& row : rows)
+            ids.append(row.id);
+        connect(menu.addAction(tr("Restore")), &QAction::triggered, this,
+                [this, ids] { restore(ids); });
+        menu.addSeparator();
+        connect(menu.addAction(tr("Delete Permanently…")), &QAction::triggered, this,
+                [this, rows] { remove(rows); });
+        return;
+    }
+    addMoving(menu);
+    const bool isPinned = std::ranges::all_of(rows, [this](const BinderRowID& row) {
+        const NoteRecord* note = m_appState.note(row.id);
+        const FolderRecord* folder = m_appState.folder(row.id);
+        return note ? note->isPinned : folder && folder->isPinned;
+    });
+    connect(menu.addAction(m_look.icon(Symbol::Pin), isPinned ? tr("Unpin") : tr("Pin")),
+            &QAction::triggered, this,
+            [this, rows, isPinned] { (void)m_appState.setRowsPinned(rows, !isPinned); });
+    menu.addSeparator();
+    connect(menu.addAction(m_look.icon(Symbol::Trash), tr("Move to Trash")), &QAction::triggered,
+            this, [this, rows] { remove(rows); });
+}
+
 void BinderMenus::fillNoteMenu(QMenu& menu, const NoteRecord& note)
 {
     const QUuid id = note.id;
@@ -73,6 +110,7 @@ void BinderMenus::fillNoteMenu(QMenu& menu, const NoteRecord& note)
     addNaming(menu);
     connect(menu.addAction(m_look.icon(Symbol::Pin), note.isPinned ? tr("Unpin") : tr("Pin")),
             &QAction::triggered, this, [this, id] { m_appState.togglePinNote(id); });
+    addMoving(menu);
     connect(menu.addAction(tr("Duplicate")), &QAction::triggered, this,
             [this, id] { m_appState.duplicateNote(id); });
     connect(menu.addAction(tr("Copy Link to Note")), &QAction::triggered, this,
@@ -86,7 +124,7 @@ void BinderMenus::fillTrashedNoteMenu(QMenu& menu, const NoteRecord& note)
 {
     const QUuid id = note.id;
     connect(menu.addAction(tr("Restore")), &QAction::triggered, this,
-            [this, id] { m_appState.restoreNoteFromTrash(id); });
+            [this, id] { restore({id}); });
     menu.addSeparator();
     connect(menu.addAction(tr("Delete Permanently…")), &QAction::triggered, this,
             [this, id] { erase(id); });
@@ -99,6 +137,7 @@ void BinderMenus::fillFolderMenu(QMenu& menu, const FolderRecord& folder)
     addNaming(menu);
     connect(menu.addAction(m_look.icon(Symbol::Pin), folder.isPinned ? tr("Unpin") : tr("Pin")),
             &QAction::triggered, this, [this, id] { m_appState.togglePinFolder(id); });
+    addMoving(menu);
     connect(menu.addAction(tr("Duplicate Without Contents")), &QAction::triggered, this,
             [this, id] { m_appState.duplicateFolder(id); });
     addSorting(menu);
@@ -180,6 +219,57 @@ void BinderMenus::remove(const BinderRowID& row)
         erase(row.id);
     else
         m_appState.moveNoteToTrash(row.id);
+}
+
+void BinderMenus::remove(const QList<BinderRowID>& rows)
+{
+    QList<QUuid> trashed;
+    qsizetype folders = 0;
+    for (const BinderRowID& row : rows) {
+        const NoteRecord* note = m_appState.note(row.id);
+        if (note && note->folderID == FolderRecord::trashFolderID)
+            trashed.append(row.id);
+        folders += row.kind == BinderRowID::Kind::Folder ? 1 : 0;
+    }
+    if (!trashed.isEmpty()) {
+        if (confirms(tr("Delete %n notes for good?", nullptr, int(trashed.size())),
+                     tr("The notes leave the project and can't be brought back."),
+                     tr("Delete Permanently")))
+            (void)m_appState.eraseNotesPermanently(trashed);
+        return;
+    }
+    if (folders == 0 ||
+        confirms(tr("Delete %n folders?", nullptr, int(folders)),
+                 tr("All notes that are selected, and those in these folders, go to the Trash and "
+                    "can be restored from there. The folders are gone for good."),
+                 tr("Delete")))
+        (void)m_appState.moveRowsToTrash(rows);
+}
+
+void BinderMenus::restore(const QList<QUuid>& ids)
+{
+    const auto root = m_appState.projectRootContainerID();
+    QStringList homeless;
+    for (const QUuid& id : ids) {
+        const NoteRecord* note = m_appState.note(id);
+        const auto from = note ? std::optional<QUuid>(note->trashedFrom) : std::nullopt;
+        if (note && !(from && (from == root || m_appState.folder(*from))))
+            homeless.append(note->titleForList());
+    }
+    if (!m_appState.restoreNotesFromTrash(ids) || homeless.isEmpty())
+        return;
+    const QString text =
+        homeless.size() == 1
+            ? tr("The folder of “%1” is gone. The note is at the top level of the project.")
+                  .arg(homeless.first())
+            : tr("The folders of %n notes are gone. The notes are at the top level of the project.",
+                 nullptr, int(homeless.size()));
+    m_appState.services().questions.ask({.title = tr("Restored to the Top Level"),
+                                         .text = text,
+                                         .buttons = {tr("OK")},
+                                         .suppression = {},
+                                         .choices = {},
+                                         .tone = {}});
 }
 
 bool BinderMenus::confirms(const QString& title, const QString& text, const QString& button)

@@ -27,6 +27,10 @@ public:
 
     /// Notes go to the Trash, from there for good; a folder goes and its notes go to the Trash.
     void remove(const BinderRowID& row);
+    /// The same with rows that are selected together.
+    void remove(const QList<BinderRowID>& rows);
+    /// Takes notes out of the Trash, and says so where their folder is gone.
+    void restore(const QList<QUuid>& ids);
     void emptyTrash();
 
 signals:
@@ -35,8 +39,11 @@ signals:
     void renameRequested();
     void iconsAndTitlesRequested();
     void tagSheetRequested();
+    void moveSheetRequested();
 
 private:
+    void fillRowsMenu(QMenu& menu, const QList<BinderRowID>& rows);
+    void addMoving(QMenu& menu);
     void fillNoteMenu(QMenu& menu, const NoteRecord& note);
     void fillTrashedNoteMenu(QMenu& menu, const NoteRecord& note);
     void fillFolderMenu(QMenu& menu, const FolderRecord& folder);

@@ -74,7 +74,7 @@ BinderTreeView::BinderTreeView(Look& look, QWidget* parent)
     setIndentation(0);
     setFrameShape(QFrame::NoFrame);
     setMouseTracking(true);
-    setSelectionMode(QAbstractItemView::SingleSelection);
+    setSelectionMode(QAbstractItemView::ExtendedSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -269,8 +269,45 @@ void BinderTreeView::mouseDoubleClickEvent(QMouseEvent* event)
         emit noteActivated();
 }
 
+namespace {
+
+bool movesRows(const QKeyEvent& event)
+{
+    const bool isArrow = event.key() == Qt::Key_Up || event.key() == Qt::Key_Down ||
+                         event.key() == Qt::Key_Left || event.key() == Qt::Key_Right;
+    // Arrows of a number pad say so, too.
+    return isArrow && (event.modifiers() & ~Qt::KeypadModifier) == Qt::AltModifier;
+}
+
+} // namespace
+
+// Who comes with the keyboard finds a row that shows where they are.
+void BinderTreeView::focusInEvent(QFocusEvent* event)
+{
+    QTreeView::focusInEvent(event);
+    const bool isByKey =
+        event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason ||
+        event->reason() == Qt::OtherFocusReason || event->reason() == Qt::ShortcutFocusReason;
+    if (isByKey && currentIndex().isValid() && !selectionModel()->hasSelection())
+        selectionModel()->setCurrentIndex(currentIndex(), QItemSelectionModel::ClearAndSelect);
+}
+
+bool BinderTreeView::event(QEvent* event)
+{
+    // Before the window goes back and forward by the same keys.
+    if (event->type() == QEvent::ShortcutOverride && movesRows(*static_cast<QKeyEvent*>(event))) {
+        event->accept();
+        return true;
+    }
+    return QTreeView::event(event);
+}
+
 void BinderTreeView::keyPressEvent(QKeyEvent* event)
 {
+    if (movesRows(*event)) {
+        emit moveRequested(Qt::Key(event->key()));
+        return;
+    }
     const bool isPlain = event->modifiers() == Qt::NoModifier;
     switch (isPlain ? event->key() : 0) {
     case Qt::Key_Return:
@@ -301,8 +338,8 @@ void BinderTreeView::contextMenuEvent(QContextMenuEvent* event)
 {
     const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
     const QModelIndex index = byKey ? currentIndex() : indexAt(event->pos());
-    if (index.isValid())
-        setCurrentIndex(index);
+    if (index.isValid() && !selectionModel()->isSelected(index))
+        selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
     const QPoint place =
         byKey && index.isValid()
             ? viewport()->mapToGlobal(visualRect(index).bottomLeft() + QPoint(24, 0))
@@ -338,7 +375,7 @@ void BinderTreeView::collapseCurrent()
     if (index.isValid() && isExpanded(index))
         setExpanded(index, false);
     else if (index.parent().isValid())
-        setCurrentIndex(index.parent());
+        selectionModel()->setCurrentIndex(index.parent(), QItemSelectionModel::ClearAndSelect);
 }
 
 void BinderTreeView::stepCurrent(int rows)
@@ -348,7 +385,7 @@ void BinderTreeView::stepCurrent(int rows)
                            : rows > 0      ? indexBelow(from)
                                            : indexAbove(from);
     if (to.isValid())
-        setCurrentIndex(to);
+        selectionModel()->setCurrentIndex(to, QItemSelectionModel::ClearAndSelect);
 }
 
 } // namespace orvane

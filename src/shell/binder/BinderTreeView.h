@@ -50,17 +50,21 @@ signals:
     /// The person goes on to the text of the current note.
     void noteActivated();
     void dropped(const orvane::BinderMove& move);
+    /// An arrow was pressed with Alt: the selected rows go that way.
+    void moveRequested(Qt::Key arrow);
     /// Delete was pressed on the current row.
     void removalRequested();
     /// `row` is absent below the last row.
     void menuRequested(const std::optional<orvane::BinderRowID>& row, const QPoint& globalPosition);
 
 protected:
+    bool event(QEvent* event) override;
     void drawRow(QPainter* painter, const QStyleOptionViewItem& options,
                  const QModelIndex& index) const override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void startDrag(Qt::DropActions actions) override;
     void dragEnterEvent(QDragEnterEvent* event) override;

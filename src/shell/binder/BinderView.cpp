@@ -20,6 +20,22 @@
 
 namespace orvane {
 
+namespace {
+
+// In the order from the top to the bottom of a tree.
+bool standsBefore(const QModelIndex& one, const QModelIndex& other)
+{
+    const auto wayTo = [](QModelIndex index) {
+        QList<int> way;
+        for (; index.isValid(); index = index.parent())
+            way.prepend(index.row());
+        return way;
+    };
+    return wayTo(one) < wayTo(other);
+}
+
+} // namespace
+
 BinderView::BinderView(AppState& appState, QAction& newNote, QAction& newFolder, Look& look,
                        QWidget* parent)
     : SurfacePanel(look, Surface::Binder, parent)
@@ -29,7 +45,6 @@ BinderView::BinderView(AppState& appState, QAction& newNote, QAction& newFolder,
     , m_menus(new BinderMenus(appState, look, this))
 {
     setMinimumWidth(220);
-    setMaximumWidth(420);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 8, 0, 8);
     layout->setSpacing(0);
@@ -107,7 +122,7 @@ QToolButton* BinderView::makeRailMenuButton(Symbol symbol, const QString& name,
 {
     auto* button = new QToolButton(this);
     const auto showPicture = [this, button, symbol] {
-        button->setIcon(look().icon(symbol, Surface::BinderRail, &SurfaceTokens::text));
+        button->setIcon(look().icon(symbol, Surface::BinderTopRail, &SurfaceTokens::text));
     };
     connect(&look(), &Look::changed, button, showPicture);
     showPicture();
@@ -134,12 +149,16 @@ void BinderView::connectMenus(QAction& newNote, QAction& newFolder)
     connect(m_menus, &BinderMenus::renameRequested, m_tree, &BinderTreeView::renameCurrent);
     connect(m_menus, &BinderMenus::iconsAndTitlesRequested, this, &BinderView::showIconsAndTitles);
     connect(m_tree, &BinderTreeView::menuRequested, this, &BinderView::showMenu);
+    connect(m_menus, &BinderMenus::moveSheetRequested, this, &BinderView::showMoveSheet);
     connect(m_tree, &BinderTreeView::removalRequested, this, [this] {
-        if (const auto row = m_appState.selection().selectedBinderRowID())
+        const QList<BinderRowID> rows = m_appState.selection().rows();
+        if (!rows.isEmpty())
+            m_menus->remove(rows);
+        else if (const auto row = m_appState.selection().selectedBinderRowID())
             m_menus->remove(*row);
     });
-    connect(m_tree, &BinderTreeView::dropped, this,
-            [this](const BinderMove& move) { (void)m_appState.apply(move); });
+    connect(m_tree, &BinderTreeView::dropped, this, &BinderView::drop);
+    connect(m_tree, &BinderTreeView::moveRequested, this, &BinderView::moveBy);
     m_tree->setDropResolver([this](const BinderRowID& dragged,
                                    const std::optional<BinderRowID>& target,
                                    double y) { return resolve(dragged, target, y); });
@@ -233,11 +252,9 @@ void BinderView::connectTree()
     connect(m_tree, &QTreeView::collapsed, this,
             [this](const QModelIndex& index) { userExpanded(index, false); });
     connect(m_tree, &BinderTreeView::noteActivated, this, &BinderView::noteActivated);
-    connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            [this](const QModelIndex& current) {
-                if (!m_following && m_removing == 0 && current.isValid())
-                    m_appState.selection().selectBinderRow(m_model->rowIdOf(current));
-            });
+    connect(m_tree->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &BinderView::takeSelection);
+    connect(&m_appState.selection(), &Selection::rowsChanged, this, &BinderView::showSelection);
 }
 
 void BinderView::follow(const NotebookChange& change)
@@ -292,6 +309,8 @@ void BinderView::expandBelow(const QModelIndex& parent)
 void BinderView::showSelection()
 {
     const QScopedValueRollback following(m_following, true);
+    if (const QList<BinderRowID>& rows = m_appState.selection().rows(); !rows.isEmpty())
+        return showRows(rows);
     const auto row = m_appState.selection().selectedBinderRowID();
     const QModelIndex index = row ? m_model->indexOf(*row) : QModelIndex();
     if (!index.isValid()) {
@@ -308,6 +327,115 @@ void BinderView::showSelection()
     }
     m_tree->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
     m_tree->scrollTo(index);
+}
+
+void BinderView::showRows(const QList<BinderRowID>& rows)
+{
+    QItemSelection selection;
+    for (const BinderRowID& row : rows) {
+        if (const QModelIndex index = m_model->indexOf(row); index.isValid())
+            selection.select(index, index);
+    }
+    m_tree->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+}
+
+// What the person has selected in the tree. Rows of the Trash and of the project are not selected
+// together: those stay that are on the side of the row that was selected before.
+void BinderView::takeSelection()
+{
+    if (m_following || m_removing > 0)
+        return;
+    QModelIndexList indexes = m_tree->selectionModel()->selectedIndexes();
+    if (indexes.size() > 1) {
+        const auto present = m_appState.selection().selectedBinderRowID();
+        const auto isTrashed = [this](const BinderRowID& row) {
+            const NoteRecord* note =
+                row.kind == BinderRowID::Kind::Note ? m_appState.note(row.id) : nullptr;
+            return note && note->folderID == FolderRecord::trashFolderID;
+        };
+        const bool inTrash = present && isTrashed(*present);
+        QItemSelection others;
+        indexes.removeIf([&](const QModelIndex& index) {
+            const bool stays = !index.data(BinderModel::IsTrashRole).toBool() &&
+                               isTrashed(m_model->rowIdOf(index)) == inTrash;
+            if (!stays)
+                others.select(index, index);
+            return !stays;
+        });
+        const QScopedValueRollback following(m_following, true);
+        m_tree->selectionModel()->select(others, QItemSelectionModel::Deselect);
+    }
+    if (indexes.size() == 1)
+        return m_appState.selection().selectBinderRow(m_model->rowIdOf(indexes.first()));
+    std::ranges::sort(indexes, standsBefore);
+    QList<BinderRowID> rows;
+    for (const QModelIndex& index : std::as_const(indexes))
+        rows.append(m_model->rowIdOf(index));
+    m_appState.selection().selectRows(rows);
+}
+
+QList<BinderRowID> BinderView::actedOn() const
+{
+    const Selection& selection = m_appState.selection();
+    if (!selection.rows().isEmpty())
+        return selection.rows();
+    const auto row = selection.selectedBinderRowID();
+    return row ? QList{*row} : QList<BinderRowID>();
+}
+
+void BinderView::restore(const QUuid& note)
+{
+    m_menus->restore({note});
+}
+
+void BinderView::erase(const QUuid& note)
+{
+    m_menus->remove(BinderRowID{BinderRowID::Kind::Note, note});
+}
+
+void BinderView::showMoveSheet()
+{
+    const QList<BinderRowID> rows = actedOn();
+    const auto isTrashed = [this](const BinderRowID& row) {
+        const NoteRecord* note = m_appState.note(row.id);
+        return row.id == FolderRecord::trashFolderID ||
+               (note && note->folderID == FolderRecord::trashFolderID);
+    };
+    if (rows.isEmpty() || std::ranges::any_of(rows, isTrashed) || !m_appState.canCreateOrEdit())
+        m_appState.services().beeper.beep();
+    else
+        emit moveSheetRequested(rows);
+}
+
+void BinderView::drop(const BinderMove& move)
+{
+    const QList<BinderRowID> rows = m_appState.selection().rows();
+    if (!rows.contains(move.row)) {
+        (void)m_appState.apply(move);
+        return;
+    }
+    if (move.container == FolderRecord::trashFolderID)
+        return m_menus->remove(rows);
+    const bool isTop = !move.container || move.container == m_appState.projectRootContainerID();
+    (void)m_appState.moveRows(rows, isTop ? std::nullopt : move.container,
+                              move.before ? std::optional(BinderRowID{move.row.kind, *move.before})
+                                          : std::nullopt);
+}
+
+void BinderView::moveBy(Qt::Key arrow)
+{
+    const auto project = m_appState.projectRootContainerID();
+    if (!project || !m_appState.activeTagFilter().isEmpty() || !m_model->titleFilter().isEmpty())
+        return m_appState.services().beeper.beep();
+    const RowsStep way = arrow == Qt::Key_Up     ? RowsStep::Up
+                         : arrow == Qt::Key_Down ? RowsStep::Down
+                         : arrow == Qt::Key_Left ? RowsStep::Outward
+                                                 : RowsStep::Inward;
+    const QList<BinderRowID> rows = actedOn();
+    const auto step = resolveStep(rows, way, m_appState.binderSortOrder(), m_appState.order(),
+                                  m_appState.folders(), m_appState.notes(), *project);
+    if (!step || !m_appState.moveRows(rows, step->folder, step->before))
+        m_appState.services().beeper.beep();
 }
 
 void BinderView::showEmptyState()

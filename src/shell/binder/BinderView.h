@@ -27,6 +27,11 @@ public:
 
     [[nodiscard]] BinderTreeView* tree() const { return m_tree; }
     void focusFilter();
+    /// Takes a note out of the Trash, or for good after a question.
+    void restore(const QUuid& note);
+    void erase(const QUuid& note);
+    /// Looks for the place where the selected rows are to go, unless they lie in the Trash.
+    void showMoveSheet();
     /// Opens "Icons and Titles" for the selected note or folder, else for the project.
     void showIconsAndTitles();
 
@@ -35,6 +40,8 @@ signals:
     void noteActivated();
     /// The person looks for a tag among more than a menu holds.
     void tagSheetRequested();
+    /// The person looks for the place where the selected rows are to go.
+    void moveSheetRequested(const QList<orvane::BinderRowID>& rows);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -53,6 +60,12 @@ private:
     void showExpansion();
     void expandBelow(const QModelIndex& parent);
     void showSelection();
+    void showRows(const QList<BinderRowID>& rows);
+    void takeSelection();
+    /// The rows that a command acts on: those selected together, else the selected one.
+    [[nodiscard]] QList<BinderRowID> actedOn() const;
+    void moveBy(Qt::Key arrow);
+    void drop(const BinderMove& move);
     void showEmptyState();
     void setFilter(const QString& text);
     void follow(const NotebookChange& change);

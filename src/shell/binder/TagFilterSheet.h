@@ -2,39 +2,30 @@
 #pragma once
 
 #include "core/state/AppState.h"
-#include "shell/sheets/SheetHost.h"
-
-class QLineEdit;
-class QListView;
+#include "shell/sheets/SearchListSheet.h"
 
 namespace orvane {
 
 class TagFilterModel;
 
 /// Finds tags by some of their letters and filters the Binder for them at once, for libraries that
-/// no menu holds. The keyboard stays in the field: Up and Down walk the list, Return filters for
-/// the marked tag or stops it.
-class TagFilterSheet : public Sheet {
+/// no menu holds. Choosing a tag filters for it, or stops that.
+class TagFilterSheet : public SearchListSheet {
     Q_OBJECT
 public:
     TagFilterSheet(AppState& appState, Look& look, QWidget* parent = nullptr);
     ~TagFilterSheet() override;
 
-    [[nodiscard]] QWidget* initialFocus() override;
-    [[nodiscard]] QSize sizeHint() const override;
-
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    void search(const QString& text) override;
+    void choose(const QModelIndex& index) override;
 
 private:
-    [[nodiscard]] QLayout* makeButtons();
-    void search(const QString& text);
-    void toggle(const QModelIndex& index);
+    TagFilterSheet(std::unique_ptr<TagFilterModel> model, AppState& appState, Look& look,
+                   QWidget* parent);
 
+    std::unique_ptr<TagFilterModel> m_model;
     AppState& m_appState;
-    TagFilterModel* m_model;
-    QLineEdit* m_field;
-    QListView* m_list;
 };
 
 } // namespace orvane

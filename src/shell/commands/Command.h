@@ -38,8 +38,9 @@ enum class DirectCommand {
     Quit,
     Guide,
     About,
+    MoveTo,
 };
-inline constexpr int directCommandCount = 20;
+inline constexpr int directCommandCount = 21;
 
 /// What must be there for a command to act.
 enum class CommandNeed {

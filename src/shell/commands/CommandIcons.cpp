@@ -19,6 +19,7 @@ constexpr Row rows[] = {
     {"newNote"_L1, "document-new"_L1},
     {"newNoteFromTemplate"_L1, "document-new-from-template"_L1},
     {"newFolder"_L1, "folder-new"_L1},
+    {"moveTo"_L1, "go-jump"_L1},
     {"newWindow"_L1, "window-new"_L1},
     {"showProjects"_L1, "view-grid"_L1},
     {"showInFinder"_L1, "document-open-folder"_L1},

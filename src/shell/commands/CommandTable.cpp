@@ -325,6 +325,7 @@ std::vector<CommandSection> noteSections()
                 postable<App::openTeleprompterFile>(), Need::Nothing),
           posts("teleprompterSettings", TITLE("Teleprompter Settings"),
                 postable<App::openTeleprompterSettings>(), Need::Nothing)}},
+        {Note, nullptr, {acts("moveTo", TITLE("Move To…"), Do::MoveTo)}},
         {Note,
          nullptr,
          {posts("bulletLibrary", TITLE("Bullet Library"),

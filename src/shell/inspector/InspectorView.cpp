@@ -57,7 +57,6 @@ InspectorView::InspectorView(AppState& appState, SheetHost& sheets, Look& look, 
     , m_refreshTimer(new QTimer(this))
 {
     setMinimumWidth(220);
-    setMaximumWidth(420);
     m_nothing->setWordWrap(true);
     m_nothing->setAlignment(Qt::AlignCenter);
     m_nothing->setContentsMargins(padding, 0, padding, 0);
@@ -144,6 +143,7 @@ QWidget* InspectorView::makeDivider(QWidget* parent)
 void InspectorView::connectAppState()
 {
     connect(&m_appState.selection(), &Selection::selectionChanged, this, &InspectorView::refresh);
+    connect(&m_appState.selection(), &Selection::rowsChanged, this, &InspectorView::refresh);
     connect(&m_appState, &AppState::notebookReset, this, &InspectorView::refresh);
     connect(&m_appState, &AppState::notebookCompleted, this, &InspectorView::refresh);
     const auto later = [this] {
@@ -159,7 +159,6 @@ QLabel* InspectorView::addRow(const QString& label)
     auto* value = new ElidedLabel;
     setTextStyle(value, TextStyle::Body);
     value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    value->setAccessibleName(label);
     name->setBuddy(value);
     m_grid->addWidget(name, row, 0);
     m_grid->addWidget(value, row, 1);
@@ -183,6 +182,8 @@ void InspectorView::show(const QString& heading, const QList<std::pair<QLabel*, 
 void InspectorView::refresh()
 {
     m_refreshTimer->stop();
+    if (const QList<BinderRowID>& rows = m_appState.selection().rows(); !rows.isEmpty())
+        return showRows(rows);
     const auto row = m_appState.selection().selectedBinderRowID();
     if (row && row->kind == BinderRowID::Kind::Note) {
         if (const NoteRecord* note = m_appState.note(row->id))
@@ -200,7 +201,7 @@ void InspectorView::showNote(const NoteRecord& note)
     const FolderRecord* folder = m_appState.folder(note.folderID);
     const QString body = note.body.readOrNothing();
     const int words = wordCount(body);
-    m_tags->setSubject({BinderRowID::Kind::Note, note.id});
+    m_tags->setSubjects({{BinderRowID::Kind::Note, note.id}});
     m_versions->setNote(note.id);
     m_versions->refresh(words);
     m_tagsPart->show();
@@ -212,6 +213,21 @@ void InspectorView::showNote(const NoteRecord& note)
                       {m_words, grouped(words)},
                       {m_characters, grouped(body.size())},
                       {m_folder, folder ? folder->titleForList() : tr("None")}});
+}
+
+void InspectorView::showRows(const QList<BinderRowID>& rows)
+{
+    const auto notes = std::ranges::count(rows, BinderRowID::Kind::Note, &BinderRowID::kind);
+    m_versionsPart->hide();
+    m_filler->show();
+    m_tagsPart->show();
+    m_tags->setSubjects(rows);
+    QList<std::pair<QLabel*, QString>> values;
+    if (notes > 0)
+        values.append({m_notes, grouped(notes)});
+    if (notes < rows.size())
+        values.append({m_folders, grouped(rows.size() - notes)});
+    show(tr("%n Selected", nullptr, int(rows.size())), values);
 }
 
 void InspectorView::showFolder(const FolderRecord& folder)
@@ -227,7 +243,7 @@ void InspectorView::showFolder(const FolderRecord& folder)
     m_tagsPart->setVisible(!folder.isTrash());
     if (folder.isTrash())
         return show(tr("Trash"), {{m_notes, grouped(notes)}});
-    m_tags->setSubject({BinderRowID::Kind::Folder, folder.id});
+    m_tags->setSubjects({{BinderRowID::Kind::Folder, folder.id}});
     show(tr("Folder"), {{m_title, folder.titleForList()},
                         {m_created, dayInWords(folder.createdAt)},
                         {m_folder, parent ? parent->titleForList() : tr("None")},

@@ -35,6 +35,7 @@ private:
     void show(const QString& heading, const QList<std::pair<QLabel*, QString>>& values);
     void refresh();
     void showNote(const NoteRecord& note);
+    void showRows(const QList<BinderRowID>& rows);
     void showFolder(const FolderRecord& folder);
 
     AppState& m_appState;

@@ -72,34 +72,30 @@ TagsSection::TagsSection(AppState& appState, SheetHost& sheets, Look& look, QWid
     connect(&appState, &AppState::tagSettingsChanged, this, &TagsSection::refresh);
 }
 
-void TagsSection::setSubject(const BinderRowID& subject)
+void TagsSection::setSubjects(const QList<BinderRowID>& subjects)
 {
-    if (m_subject != subject) {
+    if (m_subjects != subjects) {
         m_field->clear();
         m_mostChips = chipsAtOnce;
     }
-    m_subject = subject;
+    m_subjects = subjects;
     refresh();
 }
 
 QStringList TagsSection::subjectTags() const
 {
-    if (!m_subject)
-        return {};
-    if (m_subject->kind == BinderRowID::Kind::Note)
-        return m_appState.tagsForNote(m_subject->id);
-    const FolderRecord* folder = m_appState.folder(m_subject->id);
-    return folder ? folder->tags : QStringList();
-}
-
-void TagsSection::setSubjectTags(const QStringList& tags)
-{
-    if (!m_subject)
-        return;
-    if (m_subject->kind == BinderRowID::Kind::Note)
-        m_appState.updateNoteTags(m_subject->id, tags);
-    else
-        m_appState.updateFolderTags(m_subject->id, tags);
+    const auto tagsOf = [this](const BinderRowID& subject) {
+        if (subject.kind == BinderRowID::Kind::Note)
+            return m_appState.tagsForNote(subject.id);
+        const FolderRecord* folder = m_appState.folder(subject.id);
+        return folder ? folder->tags : QStringList();
+    };
+    QStringList common = m_subjects.isEmpty() ? QStringList() : tagsOf(m_subjects.first());
+    for (qsizetype i = 1; i < m_subjects.size() && !common.isEmpty(); ++i) {
+        const QStringList tags = tagsOf(m_subjects.at(i));
+        common.removeIf([&](const QString& tag) { return !containsTag(tags, tag); });
+    }
+    return common;
 }
 
 void TagsSection::refresh()
@@ -178,14 +174,14 @@ void TagsSection::showMore()
 void TagsSection::add(const QString& tag)
 {
     const QStringList tags = subjectTags();
-    if (!m_subject || containsTag(tags, tag))
+    if (m_subjects.isEmpty() || containsTag(tags, tag))
         return;
     QString spelling = tag;
     for (const TagRecord& record : m_appState.tagLibrary()) {
         if (record.name.compare(tag, Qt::CaseInsensitive) == 0)
             spelling = record.name;
     }
-    setSubjectTags(tags + QStringList{spelling});
+    (void)m_appState.addTagToRows(m_subjects, spelling);
 }
 
 void TagsSection::remove(const QString& tag)
@@ -196,7 +192,7 @@ void TagsSection::remove(const QString& tag)
     qsizetype at = 0;
     while (at < m_chips.size() && m_chips.at(at)->tag() != tag)
         ++at;
-    setSubjectTags(*rest);
+    (void)m_appState.removeTagFromRows(m_subjects, tag);
     focusChip(at);
 }
 
@@ -204,9 +200,11 @@ void TagsSection::showMenu(const QString& tag, QPoint position)
 {
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    const bool isNote = m_subject && m_subject->kind == BinderRowID::Kind::Note;
-    connect(menu->addAction(isNote ? tr("Remove from This Note\tDel")
-                                   : tr("Remove from This Folder\tDel")),
+    const bool isOne = m_subjects.size() == 1;
+    const bool isNote = isOne && m_subjects.first().kind == BinderRowID::Kind::Note;
+    connect(menu->addAction(!isOne   ? tr("Remove from All Selected\tDel")
+                            : isNote ? tr("Remove from This Note\tDel")
+                                     : tr("Remove from This Folder\tDel")),
             &QAction::triggered, this, [this, tag] { remove(tag); });
     menu->addSeparator();
     m_actions->addTo(*menu, tag);

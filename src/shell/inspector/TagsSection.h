@@ -14,21 +14,20 @@ class FlowLayout;
 class TagChip;
 class TagField;
 
-/// The tags of the selected note or folder as chips, and a field for more.
+/// The tags that all selected notes and folders have as chips, and a field for more.
 class TagsSection : public QWidget {
     Q_OBJECT
 public:
     TagsSection(AppState& appState, SheetHost& sheets, Look& look, QWidget* parent = nullptr);
 
     /// Whose tags are shown; they follow what happens to them.
-    void setSubject(const BinderRowID& subject);
+    void setSubjects(const QList<BinderRowID>& subjects);
     void refresh();
 
 private:
     [[nodiscard]] QStringList subjectTags() const;
     /// The tags to complete `text` from, without those that are there already.
     [[nodiscard]] QStringList choicesFor(const QString& text) const;
-    void setSubjectTags(const QStringList& tags);
     void showChips(const QStringList& tags);
     void showMore();
     [[nodiscard]] TagChip* makeChip(const QString& tag);
@@ -41,7 +40,7 @@ private:
     AppState& m_appState;
     Look& m_look;
     TagActions* m_actions;
-    std::optional<BinderRowID> m_subject;
+    QList<BinderRowID> m_subjects;
     FlowLayout* m_flow;
     QList<TagChip*> m_chips;
     /// At most so many tags have a chip; the button shows more.

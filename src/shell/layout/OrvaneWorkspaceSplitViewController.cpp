@@ -4,6 +4,7 @@
 #include "commands/AppCommandEvents.h"
 #include "shell/layout/PaneLayoutSettings.h"
 
+#include <QApplication>
 #include <QScopedValueRollback>
 
 #include <cmath>
@@ -74,8 +75,10 @@ OrvaneWorkspaceSplitViewController::OrvaneWorkspaceSplitViewController(
             &OrvaneWorkspaceSplitViewController::viewDidLayout);
     connect(&view, &ThreePaneSplitView::draggedByPerson, this,
             &OrvaneWorkspaceSplitViewController::publishPaneWidths);
-    connect(&view, &ThreePaneSplitView::slideFinished, this,
-            &OrvaneWorkspaceSplitViewController::publishPaneWidths);
+    connect(&view, &ThreePaneSplitView::slideFinished, this, [this] {
+        publishPaneWidths();
+        tellShown();
+    });
     connect(&paneLayout, &SplitPaneLayoutModel::changed, this, [this] {
         PaneLayoutSettings::writeLocks(m_services.defaults, m_paneLayout.locks());
         applyPaneLayoutIfNeeded();
@@ -101,14 +104,36 @@ void OrvaneWorkspaceSplitViewController::installLayoutCommandObservers()
     observe(AppCommandEvents::collapseLeftPane, [this] { collapseLeftPane(); });
     observe(AppCommandEvents::collapseRightPane, [this] { collapseRightPane(); });
     observe(AppCommandEvents::restoreThreePaneLayout, [this] { restoreDefaultThreePaneLayout(); });
-    observe(AppCommandEvents::toggleBinder, [this] {
-        const SideVisibility now = visibilityFromDefaults();
-        setVisibility({!now.binder, now.inspector});
-    });
-    observe(AppCommandEvents::toggleInspector, [this] {
-        const SideVisibility now = visibilityFromDefaults();
-        setVisibility({now.binder, !now.inspector});
-    });
+    observe(AppCommandEvents::toggleBinder, [this] { toggle(SidePane::Binder); });
+    observe(AppCommandEvents::toggleInspector, [this] { toggle(SidePane::Inspector); });
+}
+
+SideVisibility OrvaneWorkspaceSplitViewController::shown() const
+{
+    const SideVisibility wanted = visibilityFromDefaults();
+    if (!m_view.isVisible() || m_view.isSliding())
+        return wanted;
+    return {wanted.binder && m_view.liveWidths().binder > 0,
+            wanted.inspector && m_view.liveWidths().inspector > 0};
+}
+
+void OrvaneWorkspaceSplitViewController::tellShown()
+{
+    if (m_lastShown == shown())
+        return;
+    m_lastShown = shown();
+    emit shownChanged();
+}
+
+// A pane that is wanted and has no room comes in the place of the other one.
+void OrvaneWorkspaceSplitViewController::toggle(SidePane pane)
+{
+    const SideVisibility wanted = visibilityFromDefaults();
+    const bool isSqueezedOut = isVisible(wanted, pane) && !isVisible(shown(), pane);
+    if (pane == SidePane::Binder)
+        setVisibility({isSqueezedOut || !wanted.binder, !isSqueezedOut && wanted.inspector});
+    else
+        setVisibility({!isSqueezedOut && wanted.binder, isSqueezedOut || !wanted.inspector});
 }
 
 SideVisibility OrvaneWorkspaceSplitViewController::visibilityFromDefaults() const
@@ -151,6 +176,7 @@ void OrvaneWorkspaceSplitViewController::viewDidLayout()
     scheduleStartupLayoutRepairIfNeeded();
     applyPaneLayoutIfNeeded();
     publishPaneWidths();
+    tellShown();
     const PaneWidths& live = m_view.liveWidths();
     qCDebug(paneLayoutLog, "📏 viewDidLayout widths -> binder=%d editor=%d inspector=%d",
             int(live.binder), int(live.editor), int(live.inspector));
@@ -299,6 +325,13 @@ void OrvaneWorkspaceSplitViewController::synchronizePaneVisibilityWithDefaults(F
     qCInfo(paneLayoutLog, "🔧 synced binder split-item collapse -> %s", yesOrNo(!visible.binder));
     qCInfo(paneLayoutLog, "🔧 synced inspector split-item collapse -> %s",
            yesOrNo(!visible.inspector));
+    const auto keepsKeyboard = [this](ThreePaneSplitView::Pane pane) {
+        const QWidget* content = m_view.pane(pane);
+        return content && content->isAncestorOf(QApplication::focusWidget());
+    };
+    if ((!visible.binder && keepsKeyboard(ThreePaneSplitView::Pane::Binder)) ||
+        (!visible.inspector && keepsKeyboard(ThreePaneSplitView::Pane::Inspector)))
+        emit paneWithKeyboardHidden();
     layout.visible = visible;
     const SideWidths targets = sidePaneTargets(m_paneLayout.sideWidths());
     if (visible.binder && !m_view.splitLayout().visible.binder)
@@ -308,6 +341,7 @@ void OrvaneWorkspaceSplitViewController::synchronizePaneVisibilityWithDefaults(F
     apply(layout, motion);
     if (!m_view.isSliding())
         publishPaneWidths();
+    tellShown();
 }
 
 } // namespace orvane

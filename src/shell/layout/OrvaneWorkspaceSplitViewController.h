@@ -41,7 +41,17 @@ public:
     enum class Force { No, Yes };
     void synchronizePaneVisibilityWithDefaults(Force force, ThreePaneSplitView::Motion motion);
 
+    /// The side panes that are on the screen: one that is wanted has no room in a narrow window.
+    [[nodiscard]] SideVisibility shown() const;
+
+signals:
+    /// A pane is about to vanish with the keyboard in it.
+    void paneWithKeyboardHidden();
+    void shownChanged();
+
 private:
+    void toggle(SidePane pane);
+    void tellShown();
     void installLayoutCommandObservers();
     void defaultsChanged(const QString& key);
     void viewDidLayout();
@@ -64,6 +74,7 @@ private:
     std::vector<NotificationCenter::Observation> m_observers;
     std::vector<std::unique_ptr<Clock::Delay>> m_startupSteps;
     std::optional<SideVisibility> m_lastApplied;
+    std::optional<SideVisibility> m_lastShown;
     bool m_needsInitialSplitLayout = true;
     bool m_isApplyingPaneLayout = false;
     bool m_isWritingVisibility = false;

@@ -3,6 +3,7 @@
 
 #include <QEvent>
 #include <QGuiApplication>
+#include <QJsonArray>
 #include <QScreen>
 #include <QWidget>
 
@@ -17,6 +18,7 @@ namespace {
 
 constexpr auto saveDelay = 500ms;
 constexpr int farthest = 1'000'000;
+constexpr int widestFrame = 200;
 
 struct StateName {
     WindowPlacement::State state;
@@ -58,6 +60,7 @@ QJsonObject WindowPlacement::json() const
             {u"y"_s, normal.y()},
             {u"width"_s, normal.width()},
             {u"height"_s, normal.height()},
+            {u"frame"_s, QJsonArray{frame.left(), frame.top(), frame.right(), frame.bottom()}},
             {u"state"_s, named->name}};
 }
 
@@ -71,7 +74,14 @@ std::optional<WindowPlacement> WindowPlacement::fromJson(const QJsonObject& obje
             return std::nullopt;
         numbers[i] = int(std::clamp<double>(value.toDouble(), -farthest, farthest));
     }
-    WindowPlacement placement{{numbers[0], numbers[1], numbers[2], numbers[3]}, State::Normal};
+    WindowPlacement placement{{numbers[0], numbers[1], numbers[2], numbers[3]}, {}, State::Normal};
+    const QJsonArray frame = object.value("frame"_L1).toArray();
+    if (frame.size() == 4) {
+        const auto side = [&](int i) {
+            return std::clamp(frame.at(i).toInt(), 0, widestFrame);
+        };
+        placement.frame = {side(0), side(1), side(2), side(3)};
+    }
     if (placement.normal.isEmpty())
         return std::nullopt;
     const QString name = object.value("state"_L1).toString();
@@ -82,12 +92,14 @@ std::optional<WindowPlacement> WindowPlacement::fromJson(const QJsonObject& obje
     return placement;
 }
 
-QRect placedOnScreens(const QRect& wanted, const QList<QRect>& screens, const QSize& minimum)
+QRect placedOnScreens(const QRect& wanted, const QList<QRect>& screens, const QSize& minimum,
+                      const QMargins& frame)
 {
     if (screens.isEmpty())
         return wanted;
-    const QRect screen = *std::ranges::max_element(
-        screens, {}, [&](const QRect& each) { return area(each & wanted); });
+    const QRect screen = std::ranges::max_element(screens, {}, [&](const QRect& each) {
+                             return area(each & wanted);
+                         })->marginsRemoved(frame);
     if (screen.width() < minimum.width() || screen.height() < minimum.height())
         return wanted;
     const QSize size = wanted.size().boundedTo(screen.size()).expandedTo(minimum);
@@ -123,7 +135,8 @@ void WindowPlacementKeeper::restore()
         }
         return;
     }
-    m_window.setGeometry(placedOnScreens(placement->normal, screens, m_window.minimumSize()));
+    m_window.setGeometry(
+        placedOnScreens(placement->normal, screens, m_window.minimumSize(), placement->frame));
     if (placement->state == WindowPlacement::State::Maximized)
         m_window.setWindowState(Qt::WindowMaximized);
     else if (placement->state == WindowPlacement::State::FullScreen)
@@ -135,8 +148,12 @@ void WindowPlacementKeeper::save()
     m_pending.reset();
     const bool isNormal = stateOf(m_window) == WindowPlacement::State::Normal;
     const QRect normal = isNormal ? m_window.geometry() : m_window.normalGeometry();
+    const QRect inner = m_window.geometry();
+    const QRect outer = m_window.frameGeometry();
+    const QMargins frame(inner.left() - outer.left(), inner.top() - outer.top(),
+                         outer.right() - inner.right(), outer.bottom() - inner.bottom());
     if (!normal.isEmpty())
-        m_services.defaults.set(m_key, WindowPlacement{normal, stateOf(m_window)}.json());
+        m_services.defaults.set(m_key, WindowPlacement{normal, frame, stateOf(m_window)}.json());
 }
 
 bool WindowPlacementKeeper::eventFilter(QObject*, QEvent* event)

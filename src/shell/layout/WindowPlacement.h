@@ -5,6 +5,7 @@
 
 #include <QJsonObject>
 #include <QList>
+#include <QMargins>
 #include <QObject>
 #include <QRect>
 
@@ -16,7 +17,9 @@ namespace orvane {
 /// maximised nor full screen, and whether it is.
 struct WindowPlacement {
     enum class State { Normal, Maximized, FullScreen };
-    QRect normal;
+    QRect normal; ///< without what the desktop draws round it
+    /// What the desktop drew round it: a title bar, edges.
+    QMargins frame;
     State state = State::Normal;
 
     bool operator==(const WindowPlacement&) const = default;
@@ -26,9 +29,10 @@ struct WindowPlacement {
 };
 
 /// `wanted` moved and shrunk into the screen on which most of it lies, the first where none of it
-/// does; never below `minimum`. A screen that can't hold `minimum` says nothing: `wanted` stays.
+/// does, with room for the frame round it; never below `minimum`. A screen that can't hold
+/// `minimum` says nothing: `wanted` stays.
 [[nodiscard]] QRect placedOnScreens(const QRect& wanted, const QList<QRect>& screens,
-                                    const QSize& minimum);
+                                    const QSize& minimum, const QMargins& frame = {});
 
 /// Keeps the placement of a window under a key of the user defaults: puts the window there when it
 /// is made, and writes a moment after each change and when the window closes. Lives with the

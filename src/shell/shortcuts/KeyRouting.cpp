@@ -40,9 +40,9 @@ KeyRoute routeFixedKey(const KeyRow& row)
     return {KeyRoute::Kind::Post, row.command, moves};
 }
 
-KeyRoute routeAction(ShortcutAction action, KeyFocus focus)
+KeyRoute routeAction(ShortcutAction action, const ShortcutData& pressed, KeyFocus focus)
 {
-    if (focus == KeyFocus::Text && !worksInText(action))
+    if (focus == KeyFocus::Text && !worksInText(action) && isUsedByText(pressed))
         return {};
     switch (action) {
     case ShortcutAction::closeWindow:
@@ -76,7 +76,7 @@ KeyRoute routeKey(const KeyPress& press, KeyFocus focus, const ShortcutBindings&
     if (binderKey)
         return routeFixedKey(*binderKey);
     const auto action = bindings.firstMatch(*pressed);
-    return action ? routeAction(*action, focus) : KeyRoute{};
+    return action ? routeAction(*action, *pressed, focus) : KeyRoute{};
 }
 
 KeyFocus keyFocusOf(const QWidget* focusWidget)

@@ -33,7 +33,8 @@ struct KeyRoute {
 ///    Ctrl+Comma passes: the window itself opens the settings.
 /// 3. Outside text, those of `KeyPlace::Binder` walk the Binder and activate its selection, unless
 ///    the focused control uses them itself.
-/// 4. The first action that has the key fires; in text only if it works there, else the key passes.
+/// 4. The first action that has the key fires; in text only if it works there
+///    or the text has no use for the key, else the key passes.
 [[nodiscard]] KeyRoute routeKey(const KeyPress& press, KeyFocus focus,
                                 const ShortcutBindings& bindings);
 

@@ -9,6 +9,7 @@
 #include "shell/app/WorkspaceStateKeeper.h"
 #include "shell/binder/BinderTreeView.h"
 #include "shell/binder/BinderView.h"
+#include "shell/binder/MoveToSheet.h"
 #include "shell/binder/TagFilterSheet.h"
 #include "shell/commands/AppMenus.h"
 #include "shell/commands/CommandPalette.h"
@@ -30,6 +31,7 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QMenu>
+#include <QPointer>
 #include <QShortcut>
 #include <QStackedLayout>
 
@@ -216,8 +218,15 @@ QWidget* MainWindow::makePanes(QWidget* parent)
     m_binder = new BinderView(m_appState, *m_actions.newNote, *m_actions.newFolder, m_look, panes);
     connect(m_binder, &BinderView::tagSheetRequested, this,
             [this] { m_sheets->present(new TagFilterSheet(m_appState, m_look)); });
+    connect(m_binder, &BinderView::moveSheetRequested, this,
+            [this](const QList<BinderRowID>& rows) {
+                if (!m_sheets->topSheet())
+                    presentMoveSheet(rows);
+            });
     auto* page = new RecordPage(m_appState, m_look, panes);
     m_editor = &page->textPane();
+    connect(page, &RecordPage::restoreWanted, m_binder, &BinderView::restore);
+    connect(page, &RecordPage::eraseWanted, m_binder, &BinderView::erase);
     showKeys();
     m_inspector = new InspectorView(m_appState, *m_sheets, m_look, panes);
     panes->setPane(Pane::Binder, m_binder);
@@ -232,8 +241,10 @@ QWidget* MainWindow::makePanes(QWidget* parent)
     };
     connect(&m_look, &Look::changed, panes, color);
     color();
-    connect(&m_appState.services().defaults, &UserDefaults::changed, this,
+    connect(m_paneController, &OrvaneWorkspaceSplitViewController::shownChanged, this,
             &MainWindow::showPaneToggles);
+    connect(m_paneController, &OrvaneWorkspaceSplitViewController::paneWithKeyboardHidden, m_editor,
+            &EditorPaneView::focusText);
     showPaneToggles();
     return panes;
 }
@@ -245,8 +256,7 @@ void MainWindow::setReducedMotion(std::function<bool()> reducedMotion)
 
 void MainWindow::showPaneToggles()
 {
-    const SideVisibility visible =
-        PaneLayoutSettings::readVisibility(m_appState.services().defaults);
+    const SideVisibility visible = m_paneController->shown();
     m_actions.toggleBinder->setChecked(visible.binder);
     m_actions.toggleInspector->setChecked(visible.inspector);
 }
@@ -307,6 +317,12 @@ void MainWindow::makeDirectCommands()
     m_commands.setDirect(DirectCommand::FocusSentence, [services] { setFocusSentence(services); });
     m_commands.setDirect(DirectCommand::ToggleTypewriterMode,
                          [services] { toggleTypewriterMode(services); });
+    m_commands.setDirect(
+        DirectCommand::MoveTo, [this] { m_binder->showMoveSheet(); },
+        [this, showsPanes] {
+            return showsPanes() && m_appState.canCreateOrEdit() &&
+                   m_appState.selection().selectedBinderRowID();
+        });
     m_commands.setDirect(DirectCommand::Guide, [this] { m_projectActions->showGuide(); });
     m_commands.setDirect(DirectCommand::About, [this] { showAbout(); });
     addKey(FixedKey::quit, [this] { close(); });
@@ -420,6 +436,32 @@ void MainWindow::newNote()
 {
     if (m_appState.createNote())
         m_editor->focusTitle();
+}
+
+void MainWindow::presentMoveSheet(const QList<BinderRowID>& rows)
+{
+    auto* sheet = new MoveToSheet(m_appState, rows, m_look);
+    connect(sheet, &MoveToSheet::newFolderRequested, this,
+            [this, sheet, rows](const std::optional<QUuid>& parent) {
+                const FolderRecord* above = parent ? m_appState.folder(*parent) : nullptr;
+                const auto create = [this, sheet = QPointer(sheet), rows,
+                                     parent](const QString& name) -> std::optional<QString> {
+                    if (!m_appState.moveRowsToNewFolder(rows, name, parent))
+                        return tr("These rows can't be moved there.");
+                    if (sheet)
+                        sheet->dismiss();
+                    return std::nullopt;
+                };
+                m_sheets->present(new NameSheet(
+                    {.title = tr("New Folder"),
+                     .hint = above ? tr("It goes into “%1”.").arg(above->titleForList())
+                                   : tr("It goes to the top level of the project."),
+                     .placeholder = tr("Name of the folder"),
+                     .acceptButton = tr("Create Folder"),
+                     .initialName = {}},
+                    NameSheet::BlankName::Refused, create, m_look));
+            });
+    m_sheets->present(sheet);
 }
 
 void MainWindow::newFolder()

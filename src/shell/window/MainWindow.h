@@ -65,6 +65,7 @@ private:
     void showTitle();
     void updateActions();
     void newNote();
+    void presentMoveSheet(const QList<BinderRowID>& rows);
     void newFolder();
     void toggleBrowser();
     void findByTitle();
