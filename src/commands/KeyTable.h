@@ -85,7 +85,8 @@ struct KeyRow {
 [[nodiscard]] const KeyRow& keyRow(FixedKey key);
 /// The first row of a place that the key belongs to, or null.
 [[nodiscard]] const KeyRow* keyRowFor(const ShortcutData& pressed, KeyPlace place);
-/// Whether a text has a use for the key itself: types with it, or does what a row of its place says.
+/// Whether a text has a use for the key itself: types with it, or does what a row of its place
+/// says.
 [[nodiscard]] bool isUsedByText(const ShortcutData& pressed);
 /// Whether the key types a character or a blank.
 [[nodiscard]] bool typesCharacter(const ShortcutData& pressed);
