@@ -4,7 +4,7 @@
 
 BUILD_PACKAGES=(
     g++ cmake ninja-build ccache mold pkg-config python3 git
-    qt6-base-dev qt6-base-private-dev qt6-svg-dev libgl-dev
+    qt6-base-dev qt6-base-private-dev qt6-svg-dev qt6-l10n-tools libgl-dev
     libsqlite3-dev libsqlitecpp-dev libxxhash-dev libhunspell-dev libfontconfig-dev
 )
 RUN_PACKAGES=(

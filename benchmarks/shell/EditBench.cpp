@@ -244,6 +244,35 @@ Measurement typeTitleFiltered()
         [&] { return typeLetter(whole, note, round++); });
 }
 
+// Rows of one folder go one step down, as by Alt and the arrow, until they come round.
+double stepDown(ShownProject& shown, const QList<BinderRowID>& rows)
+{
+    return 1e3 * seconds([&] {
+               const auto step =
+                   resolveStep(rows, RowsStep::Down, BinderSortOrder::Custom, shown.app.order(),
+                               shown.app.folders(), shown.app.notes(), shown.root());
+               if (step)
+                   (void)shown.app.moveRows(rows, step->folder, step->before);
+               shown.paint();
+           });
+}
+
+Measurement moveRowsDown()
+{
+    const NotebookSnapshot snapshot = notebookOf(50'000, 100);
+    ShownProject many(snapshot);
+    ShownProject one(snapshot);
+    const auto rowsOf = [&](int count) {
+        QList<BinderRowID> rows;
+        for (int i = 0; i < count; ++i)
+            rows.append({BinderRowID::Kind::Note, snapshot.notes.at(i * 100)->id});
+        return rows;
+    };
+    return interleave(
+        40, [&, rows = rowsOf(100)] { return stepDown(many, rows); },
+        [&, rows = rowsOf(1)] { return stepDown(one, rows); });
+}
+
 } // namespace
 
 void addEditRows()
@@ -253,6 +282,7 @@ void addEditRows()
     add({"notebook/sorted-4k", "ms", 1.5, renameTagSorted});
     add({"binder/title-key-50k", "ms", 2, typeTitleSorted});
     add({"binder/filter-key-20k", "ms", 2, typeTitleFiltered});
+    add({"binder/move-100", "ms", 4, moveRowsDown});
 }
 
 } // namespace orvane::bench

@@ -574,6 +574,7 @@ int Tour::run()
     const auto take = [this](const QString& name) {
         picture(name);
     };
+    tourRows(*m_app, *m_hand, take);
     tourPages(*m_app, *m_hand, take);
     tourWriting(*m_app, *m_hand, m_folder, take);
     tourSafety(*m_app, take);

@@ -15,4 +15,8 @@ class TourHand;
 void tourPages(OrvaneWorkspaceApp& app, const TourHand& hand,
                const std::function<void(const QString& name)>& picture);
 
+/// Rows of the Binder that are selected together, where they can go, and a note in the Trash.
+void tourRows(OrvaneWorkspaceApp& app, const TourHand& hand,
+              const std::function<void(const QString&)>& picture);
+
 } // namespace orvane

@@ -11,6 +11,7 @@
 #include "editor/pane/EditorPaneView.h"
 #include "editor/session/EditorSession.h"
 #include "editor/view/EditorView.h"
+#include "shell/app/EnglishSentences.h"
 #include "shell/app/InputAfterOpening.h"
 #include "shell/app/SessionEnd.h"
 #include "shell/binder/BinderTreeView.h"
@@ -59,6 +60,7 @@ OrvaneWorkspaceApp::OrvaneWorkspaceApp(const UserFolders& folders,
     , m_beeper(std::make_unique<DesktopBeeper>())
     , m_trash(trash ? std::move(trash) : std::make_unique<DesktopTrash>())
 {
+    installEnglishSentences();
     const Services services{.defaults = m_defaults,
                             .notifications = m_notifications,
                             .questions = m_questions,

@@ -75,6 +75,20 @@ void BinderMenus::addMoving(QMenu& menu)
             &BinderMenus::moveSheetRequested);
 }
 
+bool BinderMenus::arePinned(const QList<BinderRowID>& rows) const
+{
+    return std::ranges::all_of(rows, [this](const BinderRowID& row) {
+        const NoteRecord* note = m_appState.note(row.id);
+        const FolderRecord* folder = m_appState.folder(row.id);
+        return note ? note->isPinned : folder && folder->isPinned;
+    });
+}
+
+void BinderMenus::togglePins(const QList<BinderRowID>& rows)
+{
+    (void)m_appState.setRowsPinned(rows, !arePinned(rows));
+}
+
 void BinderMenus::fillRowsMenu(QMenu& menu, const QList<BinderRowID>& rows)
 {
     const NoteRecord* first = m_appState.note(rows.first().id);
@@ -90,14 +104,8 @@ void BinderMenus::fillRowsMenu(QMenu& menu, const QList<BinderRowID>& rows)
         return;
     }
     addMoving(menu);
-    const bool isPinned = std::ranges::all_of(rows, [this](const BinderRowID& row) {
-        const NoteRecord* note = m_appState.note(row.id);
-        const FolderRecord* folder = m_appState.folder(row.id);
-        return note ? note->isPinned : folder && folder->isPinned;
-    });
-    connect(menu.addAction(m_look.icon(Symbol::Pin), isPinned ? tr("Unpin") : tr("Pin")),
-            &QAction::triggered, this,
-            [this, rows, isPinned] { (void)m_appState.setRowsPinned(rows, !isPinned); });
+    connect(menu.addAction(m_look.icon(Symbol::Pin), arePinned(rows) ? tr("Unpin") : tr("Pin")),
+            &QAction::triggered, this, [this, rows] { togglePins(rows); });
     menu.addSeparator();
     connect(menu.addAction(m_look.icon(Symbol::Trash), tr("Move to Trash")), &QAction::triggered,
             this, [this, rows] { remove(rows); });
@@ -318,9 +326,9 @@ void BinderMenus::emptyTrash()
     const qsizetype count = m_appState.notesInTrash().size();
     if (count == 0 ||
         !confirms(tr("Empty the Trash?"),
-                  tr("%1 notes leave the project. A copy of each as rich text goes to the "
-                     "desktop's trash.")
-                      .arg(grouped(count)),
+                  tr("%Ln notes leave the project. A copy of each as rich text goes to the "
+                     "desktop's trash.",
+                     nullptr, int(count)),
                   tr("Empty Trash")))
         return;
     if (const auto emptied = m_appState.emptyTrashToMacOSUserTrash();

@@ -32,6 +32,8 @@ public:
     /// Takes notes out of the Trash, and says so where their folder is gone.
     void restore(const QList<QUuid>& ids);
     void emptyTrash();
+    /// Pins all, or unpins them where all are pinned.
+    void togglePins(const QList<BinderRowID>& rows);
 
 signals:
     void newNoteRequested();
@@ -43,6 +45,7 @@ signals:
 
 private:
     void fillRowsMenu(QMenu& menu, const QList<BinderRowID>& rows);
+    [[nodiscard]] bool arePinned(const QList<BinderRowID>& rows) const;
     void addMoving(QMenu& menu);
     void fillNoteMenu(QMenu& menu, const NoteRecord& note);
     void fillTrashedNoteMenu(QMenu& menu, const NoteRecord& note);

@@ -242,9 +242,8 @@ QVariant BinderModel::folderData(const FolderRecord& folder, int role) const
     case Qt::DisplayRole:
         return folder.titleForList();
     case Qt::AccessibleTextRole: {
-        const int count = m_rows.countIn(folder.id);
-        return count == 1 ? tr("%1, folder, 1 note").arg(folder.titleForList())
-                          : tr("%1, folder, %2 notes").arg(folder.titleForList()).arg(count);
+        return tr("%1, folder, %Ln notes", nullptr, m_rows.countIn(folder.id))
+            .arg(folder.titleForList());
     }
     case CountRole:
         return m_rows.countIn(folder.id);

@@ -15,6 +15,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QScopedValueRollback>
+#include <QStackedLayout>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -212,13 +213,62 @@ QWidget* BinderView::makeBottomRail(QAction& newNote, QAction& newFolder)
     auto* rail = new SurfacePanel(look(), Surface::BinderRail, holder);
     rail->setFixedHeight(32);
     outer->addWidget(rail);
-    auto* row = new QHBoxLayout(rail);
+    m_rail = new QStackedLayout(rail);
+    auto* adding = new QWidget(rail);
+    auto* row = new QHBoxLayout(adding);
     row->setContentsMargins(4, 0, 4, 0);
     row->setSpacing(0);
     row->addWidget(makeRailButton(newNote, Symbol::NewNote));
     row->addWidget(makeRailButton(newFolder, Symbol::NewFolder));
     row->addStretch();
+    m_rail->addWidget(adding);
+    connect(&m_appState.selection(), &Selection::rowsChanged, this, &BinderView::showRail);
     return holder;
+}
+
+QToolButton* BinderView::makeRowsButton(Symbol symbol, const QString& name,
+                                        std::function<void()> act)
+{
+    auto* button = new QToolButton(this);
+    const auto showPicture = [this, button, symbol] {
+        button->setIcon(look().icon(symbol, Surface::BinderRail));
+    };
+    connect(&look(), &Look::changed, button, showPicture);
+    showPicture();
+    button->setIconSize({16, 16});
+    button->setFixedSize(28, 28);
+    button->setToolTip(name);
+    button->setAccessibleName(name);
+    button->setFocusPolicy(Qt::TabFocus);
+    connect(button, &QToolButton::clicked, this, [act = std::move(act)] { act(); });
+    return button;
+}
+
+QWidget* BinderView::makeRowsRail(QWidget* parent)
+{
+    auto* rows = new QWidget(parent);
+    auto* row = new QHBoxLayout(rows);
+    row->setContentsMargins(10, 0, 4, 0);
+    row->setSpacing(0);
+    m_selected = makeLabel({}, TextStyle::Body, LabelInk::Primary, rows);
+    row->addWidget(m_selected, 1);
+    row->addWidget(makeRowsButton(Symbol::Folder, tr("Move To…"), [this] { showMoveSheet(); }));
+    row->addWidget(makeRowsButton(Symbol::Pin, tr("Pin or Unpin"),
+                                  [this] { m_menus->togglePins(m_appState.selection().rows()); }));
+    row->addWidget(makeRowsButton(Symbol::Trash, tr("Move to Trash"),
+                                  [this] { m_menus->remove(m_appState.selection().rows()); }));
+    return rows;
+}
+
+// The second rail is made when it is first wanted.
+void BinderView::showRail()
+{
+    const qsizetype count = m_appState.selection().rows().size();
+    if (count > 0 && m_rail->count() == 1)
+        m_rail->addWidget(makeRowsRail(m_rail->parentWidget()));
+    if (count > 0)
+        m_selected->setText(tr("%n selected", nullptr, int(count)));
+    m_rail->setCurrentIndex(count > 0 ? 1 : 0);
 }
 
 void BinderView::connectTree()

@@ -8,6 +8,7 @@ class QAction;
 class QLabel;
 class QLineEdit;
 class QMenu;
+class QStackedLayout;
 class QToolButton;
 
 namespace orvane {
@@ -49,6 +50,10 @@ protected:
 private:
     [[nodiscard]] QWidget* makeTopRail();
     [[nodiscard]] QWidget* makeBottomRail(QAction& newNote, QAction& newFolder);
+    [[nodiscard]] QWidget* makeRowsRail(QWidget* parent);
+    [[nodiscard]] QToolButton* makeRowsButton(Symbol symbol, const QString& name,
+                                              std::function<void()> act);
+    void showRail();
     [[nodiscard]] QToolButton* makeRailButton(QAction& action, Symbol symbol);
     [[nodiscard]] QToolButton* makeRailMenuButton(Symbol symbol, const QString& name,
                                                   void (BinderMenus::*fill)(QMenu&));
@@ -77,6 +82,9 @@ private:
     BinderMenus* m_menus;
     QLineEdit* m_filter = nullptr;
     QLabel* m_empty = nullptr;
+    /// At the foot: ways to add something, or what can be done with the rows that are selected.
+    QStackedLayout* m_rail = nullptr;
+    QLabel* m_selected = nullptr;
     /// While the tree is made to follow the state, its signals are no wishes.
     bool m_following = false;
     int m_removing = 0;

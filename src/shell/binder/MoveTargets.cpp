@@ -18,6 +18,11 @@ constexpr int edge = 14;
 constexpr int symbolSize = 16;
 constexpr int deepest = 200; // as in the Binder
 
+bool isRun(const QList<qsizetype>& positions)
+{
+    return !positions.isEmpty() && positions.last() - positions.first() + 1 == positions.size();
+}
+
 } // namespace
 
 MoveTargets::MoveTargets(const AppState& appState, const QList<BinderRowID>& rows)
@@ -65,19 +70,22 @@ void MoveTargets::search(const QString& text)
     const QString pattern = foldedForMatch(text);
     beginResetModel();
     m_shown.clear();
-    int bestScore = std::numeric_limits<int>::min();
+    std::vector<std::optional<FuzzyMatch>> matches(m_places.size());
+    bool hasRun = false;
+    for (size_t i = 0; i < m_places.size() && !pattern.isEmpty(); ++i) {
+        matches[i] = fuzzyMatch(pattern, m_places[i].folded);
+        hasRun = hasRun || (matches[i] && isRun(matches[i]->positions));
+    }
     std::optional<size_t> best;
     std::vector<bool> isShown(m_places.size(), pattern.isEmpty());
     for (size_t i = 0; i < m_places.size(); ++i) {
-        const auto match =
-            pattern.isEmpty() ? std::nullopt : fuzzyMatch(pattern, m_places[i].folded);
-        m_places[i].found = match ? match->positions : QList<qsizetype>();
-        if (!match)
+        // Letters here and there count only where nothing has them together.
+        const bool counts = matches[i] && (!hasRun || isRun(matches[i]->positions));
+        m_places[i].found = counts ? matches[i]->positions : QList<qsizetype>();
+        if (!counts)
             continue;
-        if (match->score > bestScore) {
-            bestScore = match->score;
+        if (!best || matches[i]->score > matches[*best]->score)
             best = i;
-        }
         isShown[i] = true;
         // The folders above it show where it lies.
         int depth = m_places[i].depth;

@@ -157,7 +157,7 @@ void VersionHistorySection::show(const Versions& oldestFirst)
 void VersionHistorySection::showRows()
 {
     const bool any = !m_newestFirst.isEmpty();
-    m_count->setText(tr("%1 snapshots").arg(grouped(m_newestFirst.size())));
+    m_count->setText(tr("%Ln snapshots", nullptr, int(m_newestFirst.size())));
     m_count->setVisible(any);
     m_nothing->setText(inWords(m_problem));
     m_nothing->setToolTip(m_problem ? m_problem->detail : QString());

@@ -108,7 +108,7 @@ QLayout* VersionPreviewSheet::makeHead(Timestamp now, const NoteRecord& note)
     if (m_version.label)
         facts.append(*m_version.label);
     const int words = wordCount(m_version.bodyPlain);
-    facts.append(tr("%1 words").arg(grouped(words)));
+    facts.append(tr("%Ln words", nullptr, int(words)));
     const QString difference = differenceInWords(words, wordCount(note.body.readOrNothing()));
     if (!difference.isEmpty())
         facts.append(tr("%1 than now").arg(difference));

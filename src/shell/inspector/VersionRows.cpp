@@ -48,14 +48,14 @@ QList<VersionRow> versionRows(const QList<NoteVersionSummary>& newestFirst, int 
 {
     QList<VersionRow> rows;
     rows.reserve(newestFirst.size() + 1);
-    rows.append({Words::tr("Now"), Words::tr("%1 words").arg(grouped(wordsNow))});
+    rows.append({Words::tr("Now"), Words::tr("%Ln words", nullptr, int(wordsNow))});
     int later = wordsNow;
     for (const NoteVersionSummary& version : newestFirst) {
         const int words = version.wordCount;
         QStringList parts;
         if (version.label && !version.label->isEmpty())
             parts.append(*version.label);
-        parts.append(Words::tr("%1 words").arg(grouped(words)));
+        parts.append(Words::tr("%Ln words", nullptr, int(words)));
         if (const QString difference = differenceInWords(words, later); !difference.isEmpty())
             parts.append(difference);
         rows.append({versionMoment(version.capturedAt, now), parts.join(u", "_s)});

@@ -5,7 +5,6 @@
 #include "appearance/Drawing.h"
 #include "appearance/OrvaneStyle.h"
 #include "core/records/Wording.h"
-#include "shell/window/ElidedLabel.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -27,7 +26,7 @@ constexpr double edgeTint = 0.4;
 TrashStrip::TrashStrip(Look& look, QWidget* parent)
     : SurfacePanel(look, Surface::Page, parent)
     , m_picture(new QLabel(this))
-    , m_since(new ElidedLabel(this))
+    , m_since(makeLabel({}, TextStyle::Body, LabelInk::Primary, this))
 {
     setFixedHeight(stripHeight);
     setAccessibleName(tr("This note is in the Trash"));
@@ -37,7 +36,6 @@ TrashStrip::TrashStrip(Look& look, QWidget* parent)
     setButtonTone(erase, ButtonTone::DangerText);
     m_restore = restore;
     m_erase = erase;
-    setTextStyle(m_since, TextStyle::Body);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(padding, 0, padding - 4, 0);
     row->setSpacing(10);
