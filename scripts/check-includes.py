@@ -29,7 +29,7 @@ MAY_USE = {
 FLOORS = {
     "core": [["records"], ["binder"], ["tags"], ["notebook"], ["store"], ["library"], ["versions"],
              ["state"]],
-    "text": [["value"], ["archive"], ["store"], ["layout"], ["attachments"], ["rtf"], ["html"]],
+    "text": [["value"], ["archive"], ["store"], ["layout"], ["attachments"], ["lists"], ["rtf"], ["html"]],
 }
 NO_WIDGETS = {"text", "core", "charts"}
 WIDGET_HEADERS = re.compile(r"<(QtWidgets/|QWidget|QApplication|QMessageBox|QDialog|QLabel|QPushButton|QTextEdit|"

@@ -3,6 +3,9 @@
 #include "support/Bench.h"
 #include "text/archive/TextArchive.h"
 #include "text/attachments/AttachmentManager.h"
+#include "text/html/HtmlReader.h"
+#include "text/html/HtmlWriter.h"
+#include "text/rtf/ImportedList.h"
 #include "text/rtf/OrvaneWorkspaceRTF.h"
 
 #include <QGuiApplication>
@@ -35,6 +38,32 @@ std::function<double()> htmlRoundTrip(const AttributedString& text)
     };
 }
 
+/// The sample with three items of a list in every ten paragraphs.
+AttributedString sampleWithLists()
+{
+    const AttributedString sample = sampleText(words);
+    AttributedString text;
+    text.reserve(sample.length() + sample.length() / 100);
+    const SharedParagraphStyle item =
+        ImportedList::style({}, ImportedList::numberMarker(ListMarker::decimal, 1), 0);
+    int paragraph = 0;
+    sample.forEachParagraph([&](TextRange range, const SharedParagraphStyle& own) {
+        const int number = paragraph++ % 10 - 4;
+        const bool isItem = number >= 1 && number <= 3 && !range.isEmpty();
+        const SharedParagraphStyle& style = isItem ? item : own;
+        if (isItem) {
+            const QString marker = ImportedList::numberMarker(ListMarker::decimal, number);
+            text.append(ImportedList::prefix(marker, 0), sample.characterStyle(range.location),
+                        style);
+        }
+        range.length += range.end() < sample.length() ? 1 : 0;
+        sample.forEachCharacterRun(range, [&](TextRange run, const SharedCharacterStyle& look) {
+            text.append(QStringView(sample.text()).sliced(run.location, run.length), look, style);
+        });
+    });
+    return text;
+}
+
 Measurement archive()
 {
     const AttributedString text = sampleText(words);
@@ -51,13 +80,27 @@ Measurement archive()
 
 Measurement rtf()
 {
-    const AttributedString text = sampleText(words);
+    const AttributedString text = sampleWithLists();
     return interleave(
         rounds,
         [&] {
             return 1000 * seconds([&] {
                        const auto back = OrvaneWorkspaceRTF::read(*OrvaneWorkspaceRTF::data(text));
                        require(back && back->length() == text.length());
+                   });
+        },
+        htmlRoundTrip(text));
+}
+
+Measurement html()
+{
+    const AttributedString text = sampleWithLists();
+    return interleave(
+        rounds,
+        [&] {
+            return 1000 * seconds([&] {
+                       const AttributedString back = readHtmlBytes(writeHtml(text));
+                       require(back.length() > 5 * words);
                    });
         },
         htmlRoundTrip(text));
@@ -89,6 +132,7 @@ int main(int argc, char** argv)
     QGuiApplication application(argc, argv);
     add({"text/archive", "ms", 0.1, archive});
     add({"text/rtf", "ms", 0.3, rtf});
+    add({"text/html", "ms", 0.3, html});
     add({"text/payload", "ms", 150, payload, TargetOf::Figure});
     return runMain(argc, argv);
 }

@@ -3,12 +3,12 @@
 #include "appearance/AppearanceTokens.h"
 #include "commands/EditorFormatNotifications.h"
 #include "editor/find/FindStrip.h"
-#include "editor/lists/EditorListStyle.h"
 #include "editor/pane/EditorPaneView.h"
 #include "editor/session/StoredText.h"
 #include "editor/view/EditorView.h"
 #include "editor/writing/WritingBehaviours.h"
 #include "support/TestServices.h"
+#include "text/lists/EditorListStyle.h"
 #include "text/store/Graphemes.h"
 #include "text/store/TextStore.h"
 

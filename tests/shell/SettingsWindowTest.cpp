@@ -6,10 +6,10 @@
 #include "appearance/themes/BundledThemes.h"
 #include "commands/AppCommandEvents.h"
 #include "commands/ShortcutStorage.h"
-#include "editor/lists/CustomBullet.h"
 #include "editor/view/EditorView.h"
 #include "shell/settings/ShortcutRow.h"
 #include "shell/settings/ShortcutsPage.h"
+#include "text/lists/CustomBullet.h"
 
 #include <QAccessible>
 #include <QCheckBox>

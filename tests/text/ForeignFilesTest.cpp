@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "text/TextCompare.h"
+#include "text/html/HtmlReader.h"
+#include "text/html/HtmlWriter.h"
 #include "text/rtf/OrvaneWorkspaceRTF.h"
 #include "text/rtf/RtfReader.h"
 
@@ -59,6 +61,38 @@ TEST(ForeignFiles, RtfIsReadAsItIsMeant)
         const auto content = readRtf(contentsOf(u"rtf/%1.rtf"_s.arg(QLatin1String(row.name))));
         ASSERT_TRUE(content.has_value()) << row.name;
         EXPECT_EQ(listed(describeRuns(content->text)), listed(row.runs)) << row.name;
+        // What was read is told in the same way by our own RTF.
+        const auto again = OrvaneWorkspaceRTF::read(*OrvaneWorkspaceRTF::data(content->text));
+        EXPECT_EQ(listed(describeRuns(again.value_or(AttributedString()))), listed(row.runs))
+            << row.name << " written again";
+    }
+}
+
+TEST(ForeignFiles, HtmlIsReadAsItIsMeant)
+{
+    const FileRow rows[] = {
+        {"word-lists",
+         {u"L0|• bullet\n"_s, u"L1|\t■ nested\n"_s, u"L0|3. number "_s, u"b|bold\n"_s,
+          u"18 b|1.2 Heading\n"_s, u"|plain"_s}},
+        {"item-styles",
+         {u"L0|■ square\n"_s, u"L0|b. letter\n"_s, u"|none\n"_s, u"L0|• disc\n"_s,
+          u"L0|I. roman\n"_s, u"L0|2. number\n"_s, u"L0|▸ own\n"_s, u"L0|☑ done\n"_s,
+          u"L0|☐ open"_s}},
+        {"clipboard-header", {u"|words"_s}},
+        {"unseen", {u"|seen\nend"_s}},
+        {"missing-pictures", {u"|see a map here, logo, 😀smiled"_s}},
+        {"tables-without-border",
+         {u"cell 0.75|one\n"_s, u"cell 0.75|two\n"_s, u"cell|three\n"_s, u"cell|four\n"_s,
+          u"cell 0.75|five\n"_s}},
+        {"tab-stops", {u"tabs 36l 72r 108d /24|tabs\n"_s, u"|none"_s}},
+    };
+    for (const FileRow& row : rows) {
+        const QByteArray html = contentsOf(u"html/%1.html"_s.arg(QLatin1String(row.name)));
+        const HtmlReadOptions options{TextFont{u"Charis"_s, 12}, QUuid::createUuid};
+        const AttributedString text = readHtmlBytes(html, options);
+        EXPECT_EQ(listed(describeRuns(text)), listed(row.runs)) << row.name;
+        const AttributedString again = readHtmlBytes(writeHtml(text), options);
+        EXPECT_EQ(listed(describeRuns(again)), listed(row.runs)) << row.name << " written again";
     }
 }
 

@@ -245,6 +245,8 @@ AttributedString withoutTheInexpressible(AttributedString text)
               &ParagraphStyle::minimumLineHeight})
             kept.*length = std::round(style.*length * 100) / 100;
         kept.background = style.background;
+        kept.tabStops = style.tabStops;
+        kept.defaultTabInterval = style.defaultTabInterval;
         kept.cell = style.cell;
         style = kept;
     });

@@ -1,5 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "text/attachments/AttachmentManager.h"
+#include "text/html/HtmlWriter.h"
+#include "text/lists/ListItems.h"
+#include "text/lists/ListMarker.h"
+#include "text/rtf/ImportedList.h"
 #include "text/rtf/OrvaneWorkspaceRTF.h"
 #include "text/rtf/RtfReader.h"
 #include "text/value/OrvaneNoteImageAttachment.h"
@@ -28,6 +32,14 @@ protected:
 
     AttributedString resaved(const QByteArray& contents, const QString& name)
     {
+        const auto content = readRtf(converted(contents, name, u"rtf"_s));
+        EXPECT_TRUE(content.has_value());
+        return content ? content->text : AttributedString();
+    }
+
+    /// What the program makes of a file when it saves it in another form.
+    QByteArray converted(const QByteArray& contents, const QString& name, const QString& form)
+    {
         QFile file(m_folder.filePath(name));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(contents);
@@ -35,14 +47,12 @@ protected:
         QProcess process;
         process.start(m_program, {u"--headless"_s,
                                   u"-env:UserInstallation=file://"_s + m_folder.filePath(u"user"_s),
-                                  u"--convert-to"_s, u"rtf"_s, u"--outdir"_s,
+                                  u"--convert-to"_s, form, u"--outdir"_s,
                                   m_folder.filePath(u"out"_s), file.fileName()});
         EXPECT_TRUE(process.waitForFinished(120'000));
-        QFile saved(m_folder.filePath(u"out/"_s + name.section(u'.', 0, 0) + u".rtf"_s));
+        QFile saved(m_folder.filePath(u"out/"_s + name.section(u'.', 0, 0) + u'.' + form));
         EXPECT_TRUE(saved.open(QIODevice::ReadOnly)) << process.readAll().toStdString();
-        const auto content = readRtf(saved.readAll());
-        EXPECT_TRUE(content.has_value());
-        return content ? content->text : AttributedString();
+        return saved.readAll();
     }
 
 private:
@@ -196,6 +206,133 @@ TEST_F(WordProcessor, ItsOwnDocumentsReadWell)
     EXPECT_EQ(paragraphOf(text, u"wide"_s)->cell->columnSpan, 2);
     EXPECT_EQ(paragraphOf(text, u"tall"_s)->cell->rowSpan, 2);
     EXPECT_EQ(paragraphOf(text, u"c\n"_s)->cell->column, 1);
+}
+
+/// 45 list items of every kind, 6 headings, a table, links, highlights and a page break.
+AttributedString structuredDocument()
+{
+    namespace lists = ListContinuationHelper;
+    CharacterStyle base;
+    base.font = TextFont{u"Charis SIL"_s, 16};
+    AttributedString text;
+    const auto item = [&](EditorListStyle style, int level, int number) {
+        const ParagraphStyle look =
+            ImportedList::style({}, lists::markerPrefix(style, 0, number).trimmed(), level);
+        text.append(lists::markerPrefix(style, level, number) + u"item %1\n"_s.arg(text.length()),
+                    base, look);
+    };
+    const auto paragraph = [&](const QString& words) {
+        text.append(words + u'\n', base, ParagraphStyle{});
+    };
+    for (int level = 1; level <= 6; ++level) {
+        CharacterStyle heading = base;
+        heading.font->weight = 700;
+        heading.font->size = HeadingSizes().headings[std::size_t(level) - 1];
+        text.append(u"heading %1\n"_s.arg(level), heading, ParagraphStyle{});
+        paragraph(u"below it"_s);
+    }
+    for (int style = 0; style < editorListStyleCount; ++style) {
+        item(EditorListStyle(style), 0, 1);
+        item(EditorListStyle(style), 0, 2);
+    }
+    paragraph(u"between"_s);
+    for (int number = 3; number <= 5; ++number) {
+        item(EditorListStyle::decimal, 0, number);
+        item(EditorListStyle::lowerAlpha, 1, 1);
+        item(EditorListStyle::disc, 2, 1);
+        item(EditorListStyle::lowerAlpha, 1, 2);
+        item(EditorListStyle::lowerAlpha, 1, 3);
+    }
+    CharacterStyle marked = base;
+    marked.background = rgbaFromHex(u"#FFE066");
+    CharacterStyle linked = base;
+    linked.link = u"https://example.org/"_s;
+    text.append(u"marked"_s, marked, ParagraphStyle{});
+    text.append(u" and "_s, base);
+    text.append(u"linked\n"_s, linked);
+    paragraph(u"\f"_s);
+    paragraph(u"behind the page"_s);
+    const TextTable table{QUuid::createUuid(), 2};
+    for (int i = 0; i < 4; ++i) {
+        ParagraphStyle cell;
+        cell.cell = TableCellBlock{.table = table, .row = i / 2, .column = i % 2};
+        text.append(u"cell %1\n"_s.arg(i), base, cell);
+    }
+    text.append(u"end", base, ParagraphStyle{});
+    return text;
+}
+
+/// What other programs build an outline from.
+struct Structure {
+    QStringList items;
+    QStringList headings;
+    qsizetype cells = 0;
+    QStringList links;
+    QStringList marked;
+
+    bool operator==(const Structure&) const = default;
+};
+
+Structure structureOf(const AttributedString& text)
+{
+    Structure structure;
+    for (const ListItem& item : listItems(text)) {
+        structure.items += u"%1 %2 %3"_s.arg(item.level)
+                               .arg(rawValue(item.style),
+                                    text.text().sliced(item.marker.location, item.marker.length));
+    }
+    text.forEachParagraph([&](TextRange range, const SharedParagraphStyle& style) {
+        const int level = headingLevel(text, range, {});
+        if (level > 0)
+            structure.headings += QString::number(level);
+        structure.cells += style->cell.has_value();
+    });
+    const auto wordsAt = [&](TextRange range) {
+        return text.text().sliced(range.location, range.length).trimmed();
+    };
+    text.enumerate(&CharacterStyle::link, text.fullRange(), [&](TextRange range, const auto& link) {
+        if (!link.isEmpty())
+            structure.links += wordsAt(range);
+    });
+    text.enumerate(&CharacterStyle::background, text.fullRange(),
+                   [&](TextRange range, const auto& color) {
+                       if (color)
+                           structure.marked += wordsAt(range);
+                   });
+    return structure;
+}
+
+TEST_F(WordProcessor, KeepsTheStructureTripAfterTrip)
+{
+    const AttributedString text = structuredDocument();
+    const Structure structure = structureOf(text);
+    ASSERT_EQ(structure.items.size(), 45);
+    ASSERT_EQ(structure.headings.size(), 6);
+    AttributedString back = text;
+    for (const char* trip : {"first", "second"}) {
+        back = resaved(*OrvaneWorkspaceRTF::data(back), u"structure.rtf"_s);
+        EXPECT_EQ(back.text().trimmed().toStdString(), text.text().trimmed().toStdString()) << trip;
+        const Structure kept = structureOf(back);
+        EXPECT_EQ(kept.items.join(u'\n').toStdString(), structure.items.join(u'\n').toStdString())
+            << trip;
+        EXPECT_TRUE(kept == structure) << trip;
+    }
+}
+
+TEST_F(WordProcessor, SeesListsAndHeadingsAsSuch)
+{
+    const AttributedString text = structuredDocument();
+    const std::pair<QString, QByteArray> files[] = {
+        {u"outline.rtf"_s, *OrvaneWorkspaceRTF::data(text)},
+        {u"outline.html"_s, writeHtml(text)},
+    };
+    for (const auto& [name, contents] : files) {
+        const QByteArray seen = converted(contents, name, u"fodt"_s);
+        EXPECT_EQ(seen.count("<text:list-item"), 45) << name.toStdString();
+        for (int level = 1; level <= 6; ++level)
+            EXPECT_EQ(seen.count("text:outline-level=\"" + QByteArray::number(level) + "\">"), 1)
+                << name.toStdString() << level;
+    }
 }
 
 } // namespace

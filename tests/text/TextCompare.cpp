@@ -63,8 +63,17 @@ static QString describe(const ParagraphStyle& style)
         words += u"L%1 "_s.arg(std::lround((style.headIndent - 18) / 24));
     if (style.background)
         words += u"fill %1 "_s.arg(toHex(*style.background));
+    const bool hasTabs = style.textLists.isEmpty() && !style.tabStops.isEmpty();
+    if (hasTabs) {
+        words += u"tabs "_s;
+        for (const TextTab& tab : style.tabStops)
+            words += QString::number(tab.location) + u"lcrd"[int(tab.alignment)] + u' ';
+        words += u"/%1 "_s.arg(style.defaultTabInterval);
+    }
     if (style.cell)
         words += u"cell "_s;
+    if (style.cell && style.cell->look->borderWidth[0] > 0)
+        words += QString::number(style.cell->look->borderWidth[0]) + u' ';
     return words;
 }
 

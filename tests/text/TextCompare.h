@@ -16,7 +16,8 @@ void forgetIdentities(AttributedString& text);
 
 /// The text run by run, each as "looks|characters": what differs from Charis of 12 points ("b",
 /// "i", "u", "s", "super", "sub", "Arimo", "20", "#RRGGBB", "on #RRGGBB", "->link", "@target"), and
-/// at the start of a paragraph "L1" and so on for a list's level, "fill #RRGGBB" and "cell".
+/// at the start of a paragraph "L1" and so on for a list's level, "fill #RRGGBB", tab stops, "cell"
+/// and the width of the line above it.
 [[nodiscard]] QStringList describeRuns(const AttributedString& text);
 
 } // namespace orvane

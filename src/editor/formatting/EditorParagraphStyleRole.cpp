@@ -3,8 +3,6 @@
 
 #include "editor/view/EditorSettings.h"
 
-#include <cmath>
-
 namespace orvane {
 
 using enum EditorParagraphStyleRole;
@@ -30,20 +28,18 @@ double configuredSize(EditorParagraphStyleRole role, const UserDefaults& default
     return stored > 0 ? stored : setting.fallback;
 }
 
+HeadingSizes headingSizes(const UserDefaults& defaults)
+{
+    HeadingSizes sizes;
+    sizes.body = configuredSize(body, defaults);
+    for (std::size_t i = 0; i < headingCases.size(); ++i)
+        sizes.headings[i] = configuredSize(headingCases[i], defaults);
+    return sizes;
+}
+
 EditorParagraphStyleRole role(double size, double bodyFontSize, const UserDefaults& defaults)
 {
-    const auto distance = [&](EditorParagraphStyleRole role) {
-        return std::abs(configuredSize(role, defaults) - size);
-    };
-    const auto nearer = [&](EditorParagraphStyleRole one, EditorParagraphStyleRole other) {
-        return distance(one) < distance(other);
-    };
-    const EditorParagraphStyleRole heading =
-        *std::min_element(headingCases.begin(), headingCases.end(), nearer);
-    const EditorParagraphStyleRole nearest = nearer(heading, body) ? heading : body;
-    if (distance(nearest) <= 1)
-        return nearest;
-    return size < std::max(1.3 * bodyFontSize, bodyFontSize + 4) ? body : heading;
+    return EditorParagraphStyleRole(headingLevelOfSize(size, bodyFontSize, headingSizes(defaults)));
 }
 
 } // namespace orvane

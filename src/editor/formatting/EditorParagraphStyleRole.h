@@ -3,6 +3,7 @@
 
 #include "platform/StoredWords.h"
 #include "platform/UserDefaults.h"
+#include "text/value/HeadingSizes.h"
 
 #include <array>
 #include <optional>
@@ -37,6 +38,9 @@ inline constexpr auto storedWords<EditorParagraphStyleRole> = std::to_array<QStr
 /// The size in points that paragraphs of the role take. A stored size of 0 or less counts as not
 /// stored.
 [[nodiscard]] double configuredSize(EditorParagraphStyleRole role, const UserDefaults& defaults);
+
+/// The sizes of all roles, for those who tell headings without the settings.
+[[nodiscard]] HeadingSizes headingSizes(const UserDefaults& defaults);
 
 /// The role of a paragraph whose font has `size` points: the one with the nearest size, if that is
 /// within 1 point; else body for sizes that don't stand out from `bodyFontSize`, and for larger

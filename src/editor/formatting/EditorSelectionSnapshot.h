@@ -2,8 +2,8 @@
 #pragma once
 
 #include "editor/formatting/EditorParagraphStyleRole.h"
-#include "editor/lists/EditorListStyle.h"
 #include "platform/NotificationCenter.h"
+#include "text/lists/EditorListStyle.h"
 #include "text/value/ParagraphStyle.h"
 #include "text/value/RgbaColor.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/formatting/ListStyleNames.h"
 
-#include "editor/lists/ListMarker.h"
+#include "text/lists/ListMarker.h"
 
 #include <QCoreApplication>
 

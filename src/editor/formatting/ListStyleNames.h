@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "editor/lists/EditorListStyle.h"
+#include "text/lists/EditorListStyle.h"
 
 namespace orvane {
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "editor/lists/CustomBullet.h"
 #include "platform/NotificationCenter.h"
 #include "platform/UserDefaults.h"
+#include "text/lists/CustomBullet.h"
 
 #include <QObject>
 

@@ -57,15 +57,6 @@ QList<TextRange> paragraphLineRanges(QStringView text, TextRange range)
     return lines;
 }
 
-int listLevel(const ParagraphStyle& style, qsizetype leadingTabs)
-{
-    if (style.headIndent > markerWidth) {
-        const double levels = (style.headIndent - markerWidth) / indentPerLevel;
-        return int(std::min(levels, double(deepestStoredLevel)));
-    }
-    return int(std::min<qsizetype>(leadingTabs, 1'000'000));
-}
-
 ParagraphStyle listParagraphStyle(EditorListStyle style, int level)
 {
     ParagraphStyle paragraph;

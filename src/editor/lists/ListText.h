@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "editor/lists/ListMarker.h"
+#include "text/lists/ListMarker.h"
 #include "text/value/AttributedString.h"
 
 #include <functional>
@@ -48,12 +48,6 @@ struct Context {
     bool operator==(const Context&) const = default;
 };
 
-/// In points: what each level adds, and the room of the marker.
-inline constexpr double indentPerLevel = 24;
-inline constexpr double markerWidth = 18;
-/// No paragraph style counts as a deeper level than this.
-inline constexpr int deepestStoredLevel = 200;
-
 /// The item in the line that holds `position`, which is moved into the text if it lies outside;
 /// nothing if the line is no item.
 [[nodiscard]] std::optional<Context> listContext(const ListText& text, qsizetype position);
@@ -62,10 +56,6 @@ inline constexpr int deepestStoredLevel = 200;
 [[nodiscard]] TextRange lineRange(QStringView text, qsizetype position);
 /// The lines that `range` touches, in order; an empty range touches one.
 [[nodiscard]] QList<TextRange> paragraphLineRanges(QStringView text, TextRange range);
-
-/// The level of a line: from its paragraph style if that is indented by more than a marker, else
-/// the number of tabs.
-[[nodiscard]] int listLevel(const ParagraphStyle& style, qsizetype leadingTabs);
 
 /// The paragraph style of an item. The marker that people see is text; the style's `TextList` only
 /// labels the paragraph.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "editor/lists/CustomBullet.h"
+#include "text/lists/CustomBullet.h"
 
 #include <QWidget>
 

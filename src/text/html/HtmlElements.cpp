@@ -21,6 +21,15 @@ const QHash<QString, HtmlTag>& tagNames()
     static const QHash<QString, HtmlTag> names{
         {u"a"_s, a},
         {u"article"_s, section},
+        {u"audio"_s, unseen},
+        {u"button"_s, unseen},
+        {u"canvas"_s, unseen},
+        {u"datalist"_s, unseen},
+        {u"rp"_s, unseen},
+        {u"select"_s, unseen},
+        {u"svg"_s, unseen},
+        {u"template"_s, unseen},
+        {u"video"_s, unseen},
         {u"aside"_s, section},
         {u"b"_s, b},
         {u"big"_s, big},
@@ -210,6 +219,7 @@ void applyTag(HtmlLook& look, HtmlTag tag, const HtmlToken& token, const TextFon
         look.paragraph.alignment = TextAlignment::center;
         return;
     case HtmlTag::head:
+    case HtmlTag::unseen:
         look.isHidden = true;
         return;
     default:
@@ -290,6 +300,8 @@ bool applyCharacterDeclaration(HtmlLook& look, const CssDeclaration& declaration
         look.preservesSpace = value.startsWith(u"pre") && value != u"pre-line";
     } else if (name == u"display") {
         look.isHidden = look.isHidden || value == u"none";
+    } else if (name == u"mso-hide") {
+        look.isHidden = look.isHidden || value == u"all";
     } else {
         return false;
     }
@@ -327,6 +339,31 @@ void applyMargins(ParagraphStyle& paragraph, QStringView name, const QString& va
     set(u"margin-left", 3);
 }
 
+// "36pt center 72pt", as word processors write them.
+QList<TextTab> parseTabStops(const QString& value)
+{
+    constexpr qsizetype mostTabs = 64;
+    QList<TextTab> tabs;
+    TextTab next;
+    for (const QString& word : value.toLower().split(u' ', Qt::SkipEmptyParts)) {
+        if (word == u"left" || word == u"list") {
+            next.alignment = TabAlignment::left;
+        } else if (word == u"center") {
+            next.alignment = TabAlignment::center;
+        } else if (word == u"right") {
+            next.alignment = TabAlignment::right;
+        } else if (word == u"decimal") {
+            next.alignment = TabAlignment::decimal;
+        } else if (const auto points = parseCssLength(word, 12, 0)) {
+            next.location = *points;
+            if (tabs.size() < mostTabs)
+                tabs.append(next);
+            next = {};
+        }
+    }
+    return tabs;
+}
+
 void applyParagraphDeclaration(HtmlLook& look, const CssDeclaration& declaration, double em)
 {
     const auto& [name, value] = declaration;
@@ -340,6 +377,15 @@ void applyParagraphDeclaration(HtmlLook& look, const CssDeclaration& declaration
     } else if (name == u"text-indent") {
         const auto points = parseCssLength(value, em, 0);
         paragraph.firstLineHeadIndent = paragraph.headIndent + points.value_or(0);
+    } else if (name == u"tab-stops") {
+        paragraph.tabStops = parseTabStops(value);
+    } else if (name == u"tab-size") {
+        QStringView unit = value;
+        while (!unit.isEmpty() && !unit.front().isLetter())
+            unit = unit.sliced(1);
+        // A bare number counts blanks.
+        const auto points = unit.isEmpty() ? std::nullopt : parseCssLength(value, em, 0);
+        paragraph.defaultTabInterval = std::max(0.0, points.value_or(0));
     } else if (name == u"line-height") {
         bool isNumber = false;
         const double multiple = value.toDouble(&isNumber);
@@ -381,6 +427,7 @@ void applyHtmlElement(HtmlLook& look, HtmlTag tag, const HtmlToken& token, const
     applyTag(look, tag, token, base);
     if (token.attributes.isEmpty())
         return;
+    look.isHidden = look.isHidden || !token.attribute(u"hidden").isNull();
     setDirection(look.paragraph, token.attribute(u"dir"));
     if (block)
         setAlignment(look.paragraph, token.attribute(u"align"));

@@ -69,6 +69,7 @@ enum class HtmlTag : quint8 {
     tt,
     u,
     ul,
+    unseen, ///< what is no text of the document, as buttons and drawings
     var,
     wbr,
 };

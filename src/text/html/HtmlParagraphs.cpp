@@ -37,12 +37,18 @@ void HtmlParagraphs::append(QStringView text, const SharedCharacterStyle& style,
 {
     if (m_pending.isEmpty()) {
         m_pendingStyle = paragraph;
-        if (!m_marker.isEmpty()) {
-            const QString marker = std::exchange(m_marker, {});
-            m_pending.append(ImportedList::prefix(marker, m_markerLevel), style);
-            m_pendingStyle = shared(ImportedList::style(*paragraph, marker, m_markerLevel));
+        const auto level = std::exchange(m_itemLevel, std::nullopt);
+        if (level && !m_marker.isEmpty()) {
+            m_pending.append(ImportedList::prefix(m_marker, *level), style);
+            m_pendingStyle = shared(ImportedList::style(*paragraph, m_marker, *level));
         }
     }
+    const auto isWord = [](QChar c) {
+        return c.isLetterOrNumber();
+    };
+    if (std::exchange(m_isBehindAlternative, false) && isWord(text.front()) &&
+        !m_pending.isEmpty() && isWord(m_pending.text().back()))
+        m_pending.append(u" ", style);
     m_pending.append(text, style);
 }
 
@@ -140,10 +146,28 @@ void HtmlParagraphs::emitParagraph()
     });
 }
 
-void HtmlParagraphs::setListMarker(const QString& marker, int level)
+void HtmlParagraphs::beginItem(const QString& marker, int level)
 {
     m_marker = marker;
-    m_markerLevel = level;
+    m_itemLevel = level;
+}
+
+bool HtmlParagraphs::replaceMarker(const QString& marker)
+{
+    if (!m_itemLevel || !m_pending.isEmpty())
+        return false;
+    m_marker = marker;
+    return true;
+}
+
+void HtmlParagraphs::alternativeText(const QString& text, const SharedCharacterStyle& style,
+                                     const SharedParagraphStyle& paragraph)
+{
+    if (text.isEmpty())
+        return;
+    m_isBehindAlternative = true;
+    collapsedText(text, style, paragraph);
+    m_isBehindAlternative = true;
 }
 
 void HtmlParagraphs::beginTable(const HtmlToken& token, const QUuid& id)

@@ -6,6 +6,7 @@
 #include "text/value/StyleInterner.h"
 
 #include <memory>
+#include <optional>
 
 namespace orvane {
 
@@ -36,11 +37,17 @@ public:
     /// The block so far is a paragraph, if there is anything in it.
     void endBlock();
 
-    /// The marker of a list item, put before the next text.
-    void setListMarker(const QString& marker, int level);
+    /// A list item begins, whose marker is put before the next text; an empty one shows nothing.
+    void beginItem(const QString& marker, int level);
+    /// Puts another marker in the place of the one of the item that has just begun; false where
+    /// none has, or where it has text.
+    bool replaceMarker(const QString& marker);
+    void endItem() { m_itemLevel.reset(); }
+    /// Text in the place of something that can't be shown, which stands apart from words beside it.
+    void alternativeText(const QString& text, const SharedCharacterStyle& style,
+                         const SharedParagraphStyle& paragraph);
     /// Whether nothing has come yet.
     [[nodiscard]] bool isEmpty() const { return m_text.isEmpty() && m_pending.isEmpty(); }
-    void dropListMarker() { m_marker.clear(); }
 
     void beginTable(const HtmlToken& token, const QUuid& id);
     [[nodiscard]] HtmlTable* table() { return m_table.get(); }
@@ -59,8 +66,9 @@ private:
     SharedParagraphStyle m_pendingStyle;
     bool m_hasBlank = false; // white space that counts if text follows
     SharedCharacterStyle m_blankStyle;
-    QString m_marker;
-    int m_markerLevel = 0;
+    QString m_marker;               // of the item that has begun
+    std::optional<int> m_itemLevel; // of an item that has no text yet
+    bool m_isBehindAlternative = false;
     std::unique_ptr<HtmlTable> m_table;
     StyleInterner<ParagraphStyle> m_styles;
     StyleInterner<CellLook> m_looks;

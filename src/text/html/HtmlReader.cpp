@@ -4,8 +4,9 @@
 #include "text/html/CssDeclarations.h"
 #include "text/html/HtmlElements.h"
 #include "text/html/HtmlEntities.h"
+#include "text/html/HtmlLists.h"
 #include "text/html/HtmlParagraphs.h"
-#include "text/rtf/ImportedList.h"
+#include "text/lists/ListMarker.h"
 #include "text/value/OrvaneNoteImageAttachment.h"
 
 #include <QStringDecoder>
@@ -30,13 +31,7 @@ struct Element {
     bool preservesSpace = false;
     bool isHidden = false;
     bool breaksPageAfter = false;
-};
-
-struct List {
-    bool isNumbered = false;
-    ListMarker marker = ListMarker::disc;
-    bool hasMarker = true;
-    int next = 1;
+    std::optional<OfficeListStyle> officeList = std::nullopt;
 };
 
 class Reader {
@@ -65,9 +60,10 @@ private:
     [[nodiscard]] std::size_t find(HtmlTag tag, std::size_t name) const;
     void open(HtmlTag tag, const HtmlToken& token);
 
-    void startList(HtmlTag tag, const HtmlToken& token);
+    void endOfficeMarker();
     void startItem(const HtmlToken& token);
     void startTableElement(HtmlTag tag, const HtmlToken& token);
+    void checkBox(bool isTicked);
     void image(const HtmlToken& token);
     void voidElement(HtmlTag tag, const HtmlToken& token);
     void literal(const QString& text);
@@ -80,7 +76,8 @@ private:
     HtmlParagraphs m_paragraphs;
     StyleInterner<CharacterStyle> m_characterStyles;
     std::vector<Element> m_stack;
-    std::vector<List> m_lists;
+    std::vector<HtmlList> m_lists;
+    QString m_officeMarker;
     int m_tableDepth = 0;
     std::array<int, std::size_t(HtmlTag::wbr) + 1> m_openCount{};
 };
@@ -99,6 +96,12 @@ bool breaksPage(const HtmlToken& token, QStringView side)
     };
     const auto declarations = parseCssDeclarations(style);
     return std::ranges::any_of(declarations, breaks);
+}
+
+// Tells apart elements that share a tag.
+std::size_t nameOf(HtmlTag tag, const HtmlToken& token)
+{
+    return tag == HtmlTag::other || tag == HtmlTag::unseen ? qHash(token.name) : 0;
 }
 
 bool isCell(HtmlTag tag)
@@ -139,6 +142,10 @@ void Reader::text(QStringView text)
     if (top().isHidden)
         return;
     const QString decoded = decodeHtmlEntities(text);
+    if (top().officeList && top().officeList->isMarker) {
+        m_officeMarker += decoded;
+        return;
+    }
     if (top().preservesSpace)
         m_paragraphs.preservedText(decoded, top().characters, top().paragraph);
     else
@@ -167,16 +174,17 @@ void Reader::startTag(const HtmlToken& token)
     }
     if (tag == HtmlTag::table || tag == HtmlTag::tr || isCell(tag))
         startTableElement(tag, token);
-    else if (tag == HtmlTag::ul || tag == HtmlTag::ol)
-        startList(tag, token);
-    else if (tag == HtmlTag::li)
+    else if (tag == HtmlTag::ul || tag == HtmlTag::ol) {
+        if (m_stack.size() < deepestElement)
+            m_lists.push_back(htmlList(tag, token, m_lists.size()));
+    } else if (tag == HtmlTag::li)
         startItem(token);
     open(tag, token);
 }
 
 void Reader::open(HtmlTag tag, const HtmlToken& token)
 {
-    const std::size_t name = tag == HtmlTag::other ? qHash(token.name) : 0;
+    const std::size_t name = nameOf(tag, token);
     if (m_stack.size() >= deepestElement)
         return;
     Element element = top();
@@ -193,6 +201,10 @@ void Reader::open(HtmlTag tag, const HtmlToken& token)
         element.paragraph = m_paragraphs.shared(look.paragraph);
         element.preservesSpace = look.preservesSpace;
         element.isHidden = look.isHidden;
+        if (!element.officeList || !element.officeList->isMarker) {
+            if (const auto list = officeListStyle(token))
+                element.officeList = list;
+        }
     }
     m_stack.push_back(std::move(element));
     ++openCount(tag);
@@ -203,7 +215,7 @@ void Reader::endTag(const HtmlToken& token)
     const HtmlTag tag = htmlTag(token.name);
     if (tag == HtmlTag::br)
         return voidElement(tag, token);
-    const std::size_t index = find(tag, tag == HtmlTag::other ? qHash(token.name) : 0);
+    const std::size_t index = find(tag, nameOf(tag, token));
     if (index > 0)
         closeUpTo(index);
 }
@@ -242,10 +254,16 @@ void Reader::closeTop()
     const SharedCharacterStyle style = top().characters;
     if (top().breaksPageAfter)
         m_paragraphs.pageBreak(style, top().paragraph);
+    const auto isMarker = [](const Element& element) {
+        return element.officeList && element.officeList->isMarker;
+    };
+    if (isMarker(top()) && m_stack.size() > 1 && !isMarker(m_stack[m_stack.size() - 2]))
+        endOfficeMarker();
+    const bool isOfficeItem = tag == HtmlTag::p && top().officeList && !isMarker(top());
     m_stack.pop_back();
     --openCount(tag);
-    if (tag == HtmlTag::li)
-        m_paragraphs.dropListMarker();
+    if (tag == HtmlTag::li || isOfficeItem)
+        m_paragraphs.endItem();
     else if ((tag == HtmlTag::ul || tag == HtmlTag::ol) && !m_lists.empty())
         m_lists.pop_back();
     else if (isCell(tag) && m_tableDepth == 1)
@@ -280,61 +298,41 @@ void Reader::closeImplied(HtmlTag tag)
         closeFirstOf({p}, {table, td, th, li, blockquote, div, section, body});
 }
 
-void Reader::startList(HtmlTag tag, const HtmlToken& token)
-{
-    static constexpr std::array bullets{ListMarker::disc, ListMarker::circle, ListMarker::square};
-    List list;
-    list.isNumbered = tag == HtmlTag::ol;
-    list.marker = list.isNumbered ? ListMarker::decimal
-                                  : bullets[std::min(m_lists.size(), bullets.size() - 1)];
-    static const QHash<QString, ListMarker> kinds{
-        {u"a"_s, ListMarker::lowerAlpha},
-        {u"A"_s, ListMarker::upperAlpha},
-        {u"i"_s, ListMarker::lowerRoman},
-        {u"I"_s, ListMarker::upperRoman},
-        {u"1"_s, ListMarker::decimal},
-        {u"disc"_s, ListMarker::disc},
-        {u"circle"_s, ListMarker::circle},
-        {u"square"_s, ListMarker::square},
-        {u"decimal"_s, ListMarker::decimal},
-        {u"lower-alpha"_s, ListMarker::lowerAlpha},
-        {u"lower-latin"_s, ListMarker::lowerAlpha},
-        {u"upper-alpha"_s, ListMarker::upperAlpha},
-        {u"upper-latin"_s, ListMarker::upperAlpha},
-        {u"lower-roman"_s, ListMarker::lowerRoman},
-        {u"upper-roman"_s, ListMarker::upperRoman},
-    };
-    list.marker = kinds.value(token.attribute(u"type").trimmed(), list.marker);
-    for (const auto& [name, value] : parseCssDeclarations(token.attribute(u"style"))) {
-        if (name == u"list-style-type" || name == u"list-style") {
-            list.hasMarker = value != u"none";
-            list.marker = kinds.value(value, list.marker);
-        }
-    }
-    bool isNumber = false;
-    const int start = token.attribute(u"start").toInt(&isNumber);
-    list.next = isNumber ? start : 1;
-    if (m_stack.size() < deepestElement)
-        m_lists.push_back(list);
-}
-
 void Reader::startItem(const HtmlToken& token)
 {
-    List fallback;
-    List& list = m_lists.empty() ? fallback : m_lists.back();
+    HtmlList fallback;
+    HtmlList& list = m_lists.empty() ? fallback : m_lists.back();
     bool isNumber = false;
     const int value = token.attribute(u"value").toInt(&isNumber);
     if (isNumber)
         list.next = value;
     const int level = std::clamp(int(m_lists.size()) - 1, 0, deepestList);
-    QString marker = list.marker == ListMarker::circle   ? u"○"_s
-                     : list.marker == ListMarker::square ? u"■"_s
-                                                         : u"•"_s;
-    if (list.marker >= ListMarker::decimal)
-        marker = ImportedList::numberMarker(list.marker, list.next);
+    HtmlList own = list;
+    applyListStyle(own, token);
     list.next = std::min(list.next, 1'000'000'000) + 1;
-    if (list.hasMarker && !top().isHidden)
-        m_paragraphs.setListMarker(marker, level);
+    if (!top().isHidden)
+        m_paragraphs.beginItem(htmlMarker(own), level);
+}
+
+void Reader::endOfficeMarker()
+{
+    const Element& element = top();
+    const QString family = element.characters->font.value_or(m_options.baseFont).family;
+    const QString marker = officeMarker(std::exchange(m_officeMarker, {}), family);
+    const auto isItem = [](const Element& outer) {
+        return outer.officeList && !outer.officeList->isMarker;
+    };
+    const auto item = std::ranges::find_if(m_stack.rbegin(), m_stack.rend(), isItem);
+    if (marker.isEmpty() || item == m_stack.rend() || element.isHidden)
+        return;
+    // The number of a heading is part of its text.
+    const bool isHeading = std::ranges::any_of(m_stack, [](const Element& outer) {
+        return outer.tag >= HtmlTag::h1 && outer.tag <= HtmlTag::h6;
+    });
+    if (isHeading)
+        m_paragraphs.collapsedText(marker + u' ', element.characters, element.paragraph);
+    else
+        m_paragraphs.beginItem(marker, item->officeList->level);
 }
 
 // A table within a cell becomes lines of that cell.
@@ -368,12 +366,21 @@ void Reader::voidElement(HtmlTag tag, const HtmlToken& token)
     case HtmlTag::img:
         return image(token);
     case HtmlTag::input:
-        if (token.attribute(u"type").compare(u"checkbox", Qt::CaseInsensitive) == 0)
-            literal(token.attribute(u"checked").isNull() ? u"☐ "_s : u"☑ "_s);
+        if (token.attribute(u"type").compare(u"checkbox", Qt::CaseInsensitive) == 0 &&
+            !top().isHidden)
+            checkBox(!token.attribute(u"checked").isNull());
         return;
     default:
         return;
     }
+}
+
+void Reader::checkBox(bool isTicked)
+{
+    const QString box(
+        QChar(isTicked ? ListContinuationHelper::tickedBox : ListContinuationHelper::emptyBox));
+    if (!m_paragraphs.replaceMarker(box))
+        literal(box + u' ');
 }
 
 void Reader::image(const HtmlToken& token)
@@ -388,7 +395,8 @@ void Reader::image(const HtmlToken& token)
         header.endsWith(u";base64", Qt::CaseInsensitive))
         data = QByteArray::fromBase64(QStringView(source).sliced(comma + 1).toLatin1());
     if (!data.startsWith("\x89PNG\r\n\x1a\n") && !data.startsWith("\xff\xd8\xff"))
-        return literal(token.attribute(u"alt"));
+        return m_paragraphs.alternativeText(token.attribute(u"alt"), top().characters,
+                                            top().paragraph);
     auto image = OrvaneNoteImageAttachment::fromImageData(data, std::nullopt, m_options.newId());
     const auto width = parseCssLength(token.attribute(u"width"), 0, 0);
     const auto height = parseCssLength(token.attribute(u"height"), 0, 0);
@@ -404,8 +412,23 @@ void Reader::image(const HtmlToken& token)
 
 } // namespace
 
+namespace {
+
+// The clipboard of some systems puts lines before the document that tell where in it the selection
+// begins and ends.
+QStringView withoutClipboardHeader(QStringView html)
+{
+    const qsizetype begin = html.indexOf(u'<');
+    const bool hasHeader = begin > 0 && html.trimmed().startsWith(u"Version:") &&
+                           html.first(begin).contains(u"StartHTML:");
+    return hasHeader ? html.sliced(begin) : html;
+}
+
+} // namespace
+
 AttributedString readHtml(QStringView html, const HtmlReadOptions& options)
 {
+    html = withoutClipboardHeader(html);
     Reader reader(html.size(), options);
     reader.read(html);
     return reader.finish();

@@ -31,8 +31,10 @@ HtmlTable::HtmlTable(const HtmlToken& token, const QUuid& id)
 {
     m_table.id = id;
     const QString border = token.attribute(u"border");
+    const bool isSaid = m_look.saysBorder || !border.isNull();
     if (!border.isNull())
         m_look.border.fill(border.trimmed() == u"0" ? 0 : borderPoints);
+    m_hasOwnBorders = isSaid;
     const auto padding = parseCssLength(token.attribute(u"cellpadding"), 0, 0);
     m_look.padding.fill(std::clamp(padding.value_or(defaultPadding), 0.0, widestPadding));
 }
@@ -78,6 +80,7 @@ void HtmlTable::readBorder(Look& look, QStringView name, const QString& value)
         else if (!width && (word == u"solid" || word == u"dotted" || word == u"dashed"))
             width = borderPoints;
     }
+    look.saysBorder = look.saysBorder || width.has_value();
     for (std::size_t edge = 0; edge < edgeNames.size(); ++edge) {
         const bool isMeant = name == u"border" || name == u"border-color" ||
                              name == u"border-width" || name == u"border-style" ||
@@ -125,7 +128,9 @@ bool HtmlTable::beginCell(const HtmlToken& token)
     cell.column = m_column;
     cell.rowSpan = span(token.attribute(u"rowspan"), mostRowsSpanned);
     cell.columnSpan = span(token.attribute(u"colspan"), mostColumns - m_column);
-    if (const Look look = readLook(token); look != Look{})
+    const Look look = readLook(token);
+    m_hasOwnBorders = m_hasOwnBorders || look.saysBorder;
+    if (look != Look{})
         cell.look = std::make_shared<const Look>(look);
     m_column += cell.columnSpan;
     if (m_coveredUntil.size() < m_column)
@@ -209,6 +214,9 @@ void HtmlTable::appendTo(AttributedString& text, StyleInterner<ParagraphStyle>& 
     endCell({});
     if (m_cells.isEmpty())
         return;
+    // Without lines nobody sees that there is a table.
+    if (!m_hasOwnBorders)
+        m_look.border.fill(borderPoints);
     const QList<double> percents = columnPercents();
     qsizetype from = 0;
     for (const Cell& cell : m_cells) {

@@ -36,6 +36,7 @@ private:
         PerEdge<std::optional<RgbaColor>> borderColor{};
         PerEdge<std::optional<double>> padding{};
         std::optional<RgbaColor> background = std::nullopt;
+        bool saysBorder = false; ///< a line, or that there is none
 
         bool operator==(const Look&) const = default;
     };
@@ -57,6 +58,7 @@ private:
 
     TextTable m_table;
     Look m_look;
+    bool m_hasOwnBorders = false; // the document says something about lines
     int m_row = -1;
     int m_column = 0;
     QList<int> m_coveredUntil; // by column: the first row below what covers it

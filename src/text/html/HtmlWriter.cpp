@@ -2,6 +2,7 @@
 #include "text/html/HtmlWriter.h"
 
 #include "text/attachments/AttachmentManager.h"
+#include "text/html/HtmlListWriter.h"
 #include "text/layout/LineBreaker.h"
 #include "text/value/TableWalk.h"
 
@@ -82,6 +83,22 @@ QByteArray characterCss(const CharacterStyle& style)
     return text;
 }
 
+QByteArray tabCss(const ParagraphStyle& style)
+{
+    QByteArray text;
+    if (!style.tabStops.isEmpty()) {
+        static constexpr std::array<const char*, 4> kinds{"left", "center", "right", "decimal"};
+        text += "tab-stops:";
+        for (const TextTab& tab : style.tabStops)
+            text +=
+                QByteArray(kinds[std::size_t(tab.alignment)]) + ' ' + number(tab.location) + "pt ";
+        text.back() = ';';
+    }
+    if (style.defaultTabInterval > 0)
+        text += "tab-size:" + number(style.defaultTabInterval) + "pt;";
+    return text;
+}
+
 QByteArray paragraphCss(const ParagraphStyle& style)
 {
     QByteArray text = "white-space:pre-wrap;";
@@ -102,7 +119,15 @@ QByteArray paragraphCss(const ParagraphStyle& style)
         text += "line-height:" + number(style.minimumLineHeight) + "pt;";
     if (style.background)
         text += "background-color:" + css(*style.background) + ';';
-    return text;
+    return text + tabCss(style);
+}
+
+// A list item's indents and tab stop come from its list.
+QByteArray itemCss(ParagraphStyle style)
+{
+    style.headIndent = style.firstLineHeadIndent = style.defaultTabInterval = 0;
+    style.tabStops.clear();
+    return paragraphCss(style);
 }
 
 QByteArray cellAttributes(const TableCellBlock& cell)
@@ -130,14 +155,19 @@ QByteArray cellAttributes(const TableCellBlock& cell)
 
 class Writer {
 public:
-    explicit Writer(const AttributedString& text)
+    Writer(const AttributedString& text, const HeadingSizes& headings)
         : m_text(text)
+        , m_headings(headings)
+        , m_items(listItems(text))
+        , m_lists(m_html)
     {}
 
     QByteArray write();
 
 private:
     void paragraph(const TextParagraph& paragraph);
+    void item(const TextParagraph& paragraph, const ListItem& item);
+    void contents(TextRange range);
     void table(const TableRows& table);
     [[nodiscard]] bool isPageBreak(TextRange range) const
     {
@@ -147,7 +177,11 @@ private:
     void run(QStringView text, const SharedCharacterStyle& style);
     void picture(const CharacterStyle& style);
     const AttributedString& m_text;
+    HeadingSizes m_headings;
+    QList<ListItem> m_items;
+    qsizetype m_nextItem = 0;
     QByteArray m_html;
+    HtmlListWriter m_lists;
     QHash<const void*, QByteArray> m_spans;
     bool m_isPageBreak = false; // what is being written is one
 };
@@ -175,6 +209,7 @@ QByteArray Writer::write()
                 table(rows);
                 followsTable = true;
             });
+        m_lists.end();
     }
     m_html.append("\n</body></html>\n");
     return m_html;
@@ -183,19 +218,38 @@ QByteArray Writer::write()
 void Writer::paragraph(const TextParagraph& paragraph)
 {
     const TextRange range = paragraph.range;
-    m_html.append("<p style=\"" + paragraphCss(*paragraph.style) + "\">");
+    if (m_nextItem < m_items.size() && m_items[m_nextItem].paragraph.location == range.location)
+        return item(paragraph, m_items[m_nextItem++]);
+    m_lists.end();
+    const int level = headingLevel(m_text, range, m_headings);
+    const QByteArray tag = level > 0 ? 'h' + QByteArray::number(level) : QByteArray("p");
+    m_html.append('<' + tag + " style=\"" + paragraphCss(*paragraph.style) + "\">");
     m_isPageBreak = isPageBreak(range);
-    runs(range);
+    contents(range);
     m_isPageBreak = false;
+    m_html.append("</" + tag + ">\n");
+}
+
+void Writer::item(const TextParagraph& paragraph, const ListItem& item)
+{
+    const QStringView marker =
+        QStringView(m_text.text()).sliced(item.marker.location, item.marker.length);
+    m_lists.beginItem(item, marker, itemCss(*paragraph.style));
+    contents(TextRange::between(item.contentStart(), paragraph.range.end()));
+}
+
+void Writer::contents(TextRange range)
+{
+    runs(range);
     // A line break that ends a block counts for nothing, so one more is needed.
     if (range.isEmpty() || m_text.text()[range.end() - 1] == QChar(lineSeparator))
         m_html.append("<br>");
-    m_html.append("</p>\n");
 }
 
 void Writer::table(const TableRows& table)
 {
-    m_html.append("<table style=\"border-collapse:collapse;width:100%\">\n");
+    m_lists.end();
+    m_html.append("<table border=\"0\" style=\"border-collapse:collapse;width:100%\">\n");
     for (const QList<TablePlace>& row : table.rows) {
         m_html.append("<tr>");
         for (const TablePlace& place : row) {
@@ -270,9 +324,9 @@ void Writer::picture(const CharacterStyle& style)
 
 } // namespace
 
-QByteArray writeHtml(const AttributedString& text)
+QByteArray writeHtml(const AttributedString& text, const HeadingSizes& headings)
 {
-    return Writer(text).write();
+    return Writer(text, headings).write();
 }
 
 } // namespace orvane

@@ -7,11 +7,12 @@
 namespace orvane::OrvaneWorkspaceRTF {
 
 std::optional<QByteArray> data(const AttributedString& document,
-                               const std::optional<RgbaColor>& documentBackgroundColor)
+                               const std::optional<RgbaColor>& documentBackgroundColor,
+                               const HeadingSizes& headings)
 {
     if (document.isEmpty())
         return std::nullopt;
-    return RtfWriter(document).write(documentBackgroundColor);
+    return RtfWriter(document, headings).write(documentBackgroundColor);
 }
 
 std::optional<AttributedString> read(const QByteArray& rtf)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "text/value/AttributedString.h"
+#include "text/value/HeadingSizes.h"
 
 #include <QByteArray>
 
@@ -21,7 +22,8 @@ namespace orvane::OrvaneWorkspaceRTF {
 /// leading margin, and added space between lines.
 [[nodiscard]] std::optional<QByteArray>
 data(const AttributedString& document,
-     const std::optional<RgbaColor>& documentBackgroundColor = std::nullopt);
+     const std::optional<RgbaColor>& documentBackgroundColor = std::nullopt,
+     const HeadingSizes& headings = {});
 
 /// The text of an RTF document; nothing when the bytes are no RTF. The page's colour is left out.
 [[nodiscard]] std::optional<AttributedString> read(const QByteArray& rtf);

@@ -46,9 +46,7 @@ void RtfBuilder::text(QStringView text, const SharedCharacterStyle& style)
 
 void RtfBuilder::textBefore(const QString& text, const SharedCharacterStyle& style)
 {
-    m_pending.insert(
-        m_lineStart,
-        AttributedString(text, isAtLineStart() ? style : m_pending.characterStyle(m_lineStart)));
+    m_pending.insert(m_lineStart, AttributedString(text, style));
 }
 
 AttributedString RtfBuilder::takePending()

@@ -19,8 +19,13 @@ public:
     RtfBuilder(qsizetype inputSize, std::function<QUuid()> newTableId);
 
     void text(QStringView text, const SharedCharacterStyle& style);
-    /// Puts text before the paragraph, or line of a cell, that has begun, in the style of its first
-    /// character; in `style` where there is none.
+    /// The style of the first character of the paragraph, or line of a cell, that has begun;
+    /// `fallback` where there is none.
+    [[nodiscard]] SharedCharacterStyle lineStyle(const SharedCharacterStyle& fallback) const
+    {
+        return isAtLineStart() ? fallback : m_pending.characterStyle(m_lineStart);
+    }
+    /// Puts text before it.
     void textBefore(const QString& text, const SharedCharacterStyle& style);
     void endParagraph(const ParagraphStyle& paragraph, const SharedCharacterStyle& style);
     /// A page break before the paragraph that has begun, unless it is the first.

@@ -68,7 +68,17 @@ void RtfInterpreter::run()
 
 AttributedString RtfInterpreter::finish()
 {
+    const bool isBegun = m_hasPageToBegin || !m_builder.isAtParagraphStart();
+    const RtfParagraphFormat& format = *std::as_const(state().paragraph);
+    if (format.beginsPage && !format.inTable && isBegun)
+        m_builder.pageBreakBefore(currentParagraphStyle(), currentStyle());
     return m_builder.finish(endingParagraphStyle());
+}
+
+void RtfInterpreter::beginPage(bool begins)
+{
+    paragraph().beginsPage = begins;
+    m_hasPageToBegin = begins;
 }
 
 void RtfInterpreter::apply(const RtfToken& token)
@@ -280,6 +290,8 @@ void RtfInterpreter::insertText(QStringView text)
     case RtfDestination::numberingAfter:
     case RtfDestination::shapeName:
     case RtfDestination::shapeValue:
+        if (m_collected.isEmpty())
+            m_markerFormat = state().characters;
         if (m_collected.size() < longestCollected)
             m_collected += text;
         return;
@@ -384,6 +396,7 @@ void RtfInterpreter::endParagraph()
     if (state().destination != RtfDestination::body)
         return;
     m_isPageBreak = false;
+    m_hasPageToBegin = false;
     if (std::as_const(state().paragraph)->inTable) {
         (void)endingParagraphStyle();
         return m_builder.endLineInCell(currentStyle());
@@ -476,14 +489,8 @@ const SharedCharacterStyle& RtfInterpreter::currentStyle()
     CharacterStyle style;
     style.font =
         TextFont{fonts.value(currentFont()).family, halfPoints / 2.0, isBold ? 700 : 400, isItalic};
-    const auto colorAt = [&](int index) -> std::optional<RgbaColor> {
-        const QRgb found = color(index);
-        if (qAlpha(found) == 0)
-            return std::nullopt;
-        return RgbaColor::fromQColor(QColor::fromRgba(found));
-    };
-    style.foreground = colorAt(format.foreground);
-    style.background = colorAt(format.background);
+    style.foreground = colorOf(format.foreground);
+    style.background = colorOf(format.background);
     style.underline = TextLine(format.underline);
     style.strikethrough = TextLine(format.strikethrough);
     style.baselineShift = format.baselineShift;
@@ -500,6 +507,7 @@ ParagraphStyle RtfInterpreter::endingParagraphStyle()
     const RtfParagraphFormat& format = *std::as_const(state().paragraph);
     const QString number = numberedMarker(format);
     QString marker = std::exchange(m_listMarker, {});
+    const RtfCharacterFormat markerFormat = marker.isEmpty() ? state().characters : m_markerFormat;
     if (marker.isEmpty())
         marker = number;
     if (marker.isEmpty())
@@ -508,8 +516,31 @@ ParagraphStyle RtfInterpreter::endingParagraphStyle()
     const int level = format.inList           ? format.listLevel
                       : format.numbering >= 0 ? m_numberings[format.numbering].level
                                               : 0;
-    m_builder.textBefore(ImportedList::prefix(marker, level), currentStyle());
+    m_builder.textBefore(ImportedList::prefix(marker, level), markerStyle(markerFormat));
     return isItem ? ImportedList::style(std::move(style), marker, level) : style;
+}
+
+// Its font is that of the text: markers name fonts of pictures, and often no size.
+CharacterStyle RtfInterpreter::markerStyle(const RtfCharacterFormat& format)
+{
+    const CharacterStyle first = *m_builder.lineStyle(currentStyle());
+    CharacterStyle style;
+    style.font = first.font;
+    if (style.font) {
+        style.font->weight = format.bold ? 700 : 400;
+        style.font->italic = format.italic;
+    }
+    style.foreground = colorOf(format.foreground);
+    style.background = colorOf(format.background);
+    return style;
+}
+
+std::optional<RgbaColor> RtfInterpreter::colorOf(int index) const
+{
+    const QRgb found = color(index);
+    if (qAlpha(found) == 0)
+        return std::nullopt;
+    return RgbaColor::fromQColor(QColor::fromRgba(found));
 }
 
 QString RtfInterpreter::numberedMarker(const RtfParagraphFormat& format)
@@ -551,8 +582,7 @@ ParagraphStyle RtfInterpreter::currentParagraphStyle() const
     style.keepLinesTogether = format.keepsTogether;
     style.keepWithNext = format.keepsWithNext;
     style.widowControl = format.controlsWidows;
-    if (const QRgb fill = color(format.background); qAlpha(fill) != 0)
-        style.background = RgbaColor::fromQColor(QColor::fromRgba(fill));
+    style.background = colorOf(format.background);
     return style;
 }
 

@@ -47,6 +47,8 @@ public:
     /// `\uN`: the character, after which fallback characters are skipped.
     void insertUnicode(int value);
     void endParagraph();
+    /// The paragraph that comes, or has begun, begins a page.
+    void beginPage(bool begins);
     /// Text goes on in the next column of the page, here on the next line.
     void breakColumn();
     /// A form feed in a paragraph of its own; a cell has no pages.
@@ -107,6 +109,7 @@ private:
     void endShapeValue();
     void endFontName(QStringView text);
 
+    [[nodiscard]] std::optional<RgbaColor> colorOf(int index) const;
     [[nodiscard]] int currentFont() const;
     [[nodiscard]] int currentCodePage() const;
     [[nodiscard]] QString decoded(QByteArrayView bytes);
@@ -114,6 +117,8 @@ private:
     [[nodiscard]] ParagraphStyle currentParagraphStyle() const;
     /// The style of the paragraph, or line of a cell, that ends here; a list item gets its marker.
     [[nodiscard]] ParagraphStyle endingParagraphStyle();
+    /// The look of the marker before the line that ends here.
+    [[nodiscard]] CharacterStyle markerStyle(const RtfCharacterFormat& format);
     /// The marker of the paragraph that ends here where its numbering is of the `\pn` kind.
     [[nodiscard]] QString numberedMarker(const RtfParagraphFormat& format);
 
@@ -130,6 +135,8 @@ private:
     QString m_shapeName;
     QStringList m_links;
     QString m_listMarker;
+    RtfCharacterFormat m_markerFormat;
+    bool m_hasPageToBegin = false; // since the last paragraph ended
     QList<RtfNumbering> m_numberings;
     int m_lastNumbering = -1; // of the paragraph before
     int m_lastNumber = 0;

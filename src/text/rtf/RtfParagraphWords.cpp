@@ -69,6 +69,11 @@ void addTab(RtfInterpreter& interpreter, RtfParameter parameter, int)
     paragraph.tabs.insert(after, tab);
 }
 
+void setPageBegin(RtfInterpreter& interpreter, RtfParameter parameter, int)
+{
+    interpreter.beginPage(parameter.isOn());
+}
+
 void setList(RtfInterpreter& interpreter, RtfParameter parameter, int)
 {
     interpreter.paragraph().inList = parameter.value > 0;
@@ -102,7 +107,7 @@ void addParagraphWords(RtfWordTable& table)
         {"slmult", {setLineSpacingRule}},
         {"keep", {setFlag<&RtfParagraphFormat::keepsTogether>}},
         {"keepn", {setFlag<&RtfParagraphFormat::keepsWithNext>}},
-        {"pagebb", {setFlag<&RtfParagraphFormat::beginsPage>}},
+        {"pagebb", {setPageBegin}},
         {"widctlpar", {setFlag<&RtfParagraphFormat::controlsWidows>}},
         {"hyphpar", {setFlag<&RtfParagraphFormat::hyphenates>}},
         {"intbl", {setFlag<&RtfParagraphFormat::inTable>}},

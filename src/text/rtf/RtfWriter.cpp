@@ -2,6 +2,7 @@
 #include "text/rtf/RtfWriter.h"
 
 #include "text/attachments/AttachmentManager.h"
+#include "text/layout/LineBreaker.h"
 #include "text/rtf/RtfState.h"
 #include "text/rtf/RtfText.h"
 
@@ -38,6 +39,9 @@ QByteArray RtfWriter::write(const std::optional<RgbaColor>& pageBackground)
 
     QByteArray rtf("{\\rtf1\\ansi\\ansicpg1252\\deff0\\uc1\n");
     m_palette.appendTables(rtf);
+    if (m_hasHeadings)
+        appendStyleSheet(rtf);
+    m_lists.appendTables(rtf);
     if (pageBackground)
         appendPageBackground(rtf, *pageBackground);
     rtf.reserve(rtf.size() + m_body.size() + 2);
@@ -48,13 +52,54 @@ QByteArray RtfWriter::write(const std::optional<RgbaColor>& pageBackground)
 
 void RtfWriter::writeParagraph(const TextParagraph& paragraph)
 {
-    useParagraphStyle(paragraph.style);
-    writeText(paragraph.range);
+    if (breaksPageBeforeNext(paragraph.range)) {
+        m_beginsPage = true;
+        return;
+    }
+    TextRange contents = paragraph.range;
+    Role role{.beginsPage = std::exchange(m_beginsPage, false)};
+    const RtfListTable::Item* item = m_lists.itemAt(contents.location);
+    if (item) {
+        role.list = item->list;
+        role.level = item->level;
+        contents = TextRange::between(item->item.contentStart(), contents.end());
+    } else {
+        role.heading = headingLevel(m_document, contents, m_headings);
+        m_hasHeadings = m_hasHeadings || role.heading > 0;
+    }
+    useParagraphStyle(paragraph.style, role);
+    if (item)
+        writeMarker(*item);
+    writeText(contents);
     const qsizetype newline = paragraph.range.end();
     if (newline < m_document.length()) {
         useStyle(m_document.characterStyle(newline));
         m_body.append("\\par\n");
     }
+}
+
+// A page break is a property of the paragraph behind it: as a character of its own, other programs
+// would make a line of it.
+bool RtfWriter::breaksPageBeforeNext(TextRange paragraph) const
+{
+    const auto isBreakAt = [&](qsizetype position) {
+        return position < m_document.length() &&
+               m_document.text()[position] == QChar(pageBreakCharacter);
+    };
+    const qsizetype next = paragraph.end() + 1;
+    return paragraph.length == 1 && isBreakAt(paragraph.location) && paragraph.location > 0 &&
+           next <= m_document.length() && !isBreakAt(next) &&
+           !m_document.paragraphStyle(next)->cell;
+}
+
+// Programs that know no lists show this text; others count themselves.
+void RtfWriter::writeMarker(const RtfListTable::Item& item)
+{
+    const TextRange marker = item.item.marker;
+    m_body.append("{\\listtext");
+    m_body.append(characterWords(*m_document.characterStyle(marker.location)));
+    appendRtfText(m_body, QStringView(m_document.text()).sliced(marker.location, marker.length));
+    m_body.append("\\tab}");
 }
 
 void RtfWriter::writeText(TextRange range)
@@ -151,16 +196,45 @@ void RtfWriter::writePicture(const CharacterStyle& style)
     m_body.append("}}");
 }
 
-void RtfWriter::useParagraphStyle(const SharedParagraphStyle& style)
+void RtfWriter::useParagraphStyle(const SharedParagraphStyle& style, const Role& role)
 {
-    if (m_hasParagraphStyle && style.identity() == m_paragraphStyle.identity())
+    if (m_hasParagraphStyle && style.identity() == m_paragraphStyle.identity() && role == m_role)
         return;
     auto words = m_paragraphWords.constFind(style.identity());
     if (words == m_paragraphWords.constEnd())
         words = m_paragraphWords.insert(style.identity(), paragraphWords(*style));
     m_body.append(*words);
+    if (role != Role{}) {
+        m_body.chop(1); // the blank that ends the words
+        if (role.heading > 0) {
+            appendRtfWord(m_body, "\\s", role.heading);
+            appendRtfWord(m_body, "\\outlinelevel", role.heading - 1);
+        }
+        if (role.list > 0) {
+            appendRtfWord(m_body, "\\ls", role.list);
+            appendRtfWord(m_body, "\\ilvl", role.level);
+        }
+        if (role.beginsPage)
+            m_body.append("\\pagebb");
+        m_body.append(' ');
+    }
     m_paragraphStyle = style;
+    m_role = role;
     m_hasParagraphStyle = true;
+}
+
+void RtfWriter::appendStyleSheet(QByteArray& rtf) const
+{
+    rtf.append("{\\stylesheet{\\s0 Normal;}");
+    for (int level = 1; level <= int(m_headings.headings.size()); ++level) {
+        appendRtfWord(rtf, "{\\s", level);
+        appendRtfWord(rtf, "\\sbasedon0\\snext0\\sb0\\sa0\\outlinelevel", level - 1);
+        const double size = m_headings.headings[std::size_t(level) - 1];
+        appendRtfWord(rtf, "\\b\\fs", std::clamp(int(std::lround(size * 2)), 1, 3276));
+        appendRtfWord(rtf, " heading ", level);
+        rtf.append(";}");
+    }
+    rtf.append("}\n");
 }
 
 QByteArray RtfWriter::paragraphWords(const ParagraphStyle& style)

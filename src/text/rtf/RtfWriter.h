@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "text/rtf/RtfListTable.h"
 #include "text/rtf/RtfPalette.h"
 #include "text/value/AttributedString.h"
+#include "text/value/HeadingSizes.h"
 #include "text/value/TableWalk.h"
 
 #include <QByteArray>
@@ -15,14 +17,18 @@ namespace orvane {
 /// Writes one document as RTF.
 class RtfWriter {
 public:
-    explicit RtfWriter(const AttributedString& document)
+    RtfWriter(const AttributedString& document, const HeadingSizes& headings)
         : m_document(document)
+        , m_headings(headings)
+        , m_lists(document)
     {}
 
     [[nodiscard]] QByteArray write(const std::optional<RgbaColor>& pageBackground);
 
 private:
     void writeParagraph(const TextParagraph& paragraph);
+    [[nodiscard]] bool breaksPageBeforeNext(TextRange paragraph) const;
+    void writeMarker(const RtfListTable::Item& item);
     void writeTable(const TableRows& table);
     void writeRow(const QList<TablePlace>& row, const QList<int>& edges);
     void writeCellContents(const QList<TextParagraph>& paragraphs);
@@ -32,13 +38,28 @@ private:
     void useLink(const QString& link);
     void writePicture(const CharacterStyle& style);
 
-    void useParagraphStyle(const SharedParagraphStyle& style);
+    /// What a paragraph is beside its style.
+    struct Role {
+        int heading = 0; ///< its level, 0 for none
+        int list = 0;    ///< the number of its list, 0 for none
+        int level = 0;
+        bool beginsPage = false;
+
+        bool operator==(const Role&) const = default;
+    };
+    void useParagraphStyle(const SharedParagraphStyle& style) { useParagraphStyle(style, {}); }
+    void useParagraphStyle(const SharedParagraphStyle& style, const Role& role);
+    void appendStyleSheet(QByteArray& rtf) const;
     [[nodiscard]] QByteArray characterWords(const CharacterStyle& style);
     [[nodiscard]] QByteArray paragraphWords(const ParagraphStyle& style);
     void appendCellDefinition(const TablePlace& place, int rightEdge);
     void appendPageBackground(QByteArray& rtf, const RgbaColor& color) const;
 
     const AttributedString& m_document;
+    HeadingSizes m_headings;
+    RtfListTable m_lists;
+    bool m_hasHeadings = false;
+    bool m_beginsPage = false; // the paragraph that comes
     RtfPalette m_palette;
     QByteArray m_body;
     QHash<const void*, QByteArray> m_characterWords;
@@ -46,6 +67,7 @@ private:
     SharedCharacterStyle m_style;
     bool m_hasStyle = false;
     SharedParagraphStyle m_paragraphStyle;
+    Role m_role;
     bool m_hasParagraphStyle = false;
     QString m_link;
 };

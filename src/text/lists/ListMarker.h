@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "editor/lists/CustomBullet.h"
-#include "editor/lists/EditorListStyle.h"
+#include "text/lists/CustomBullet.h"
+#include "text/lists/EditorListStyle.h"
+#include "text/value/ParagraphStyle.h"
 
 namespace orvane::ListContinuationHelper {
 
@@ -30,6 +31,10 @@ struct PrefixMatch {
 [[nodiscard]] QString markerPrefix(EditorListStyle style, int level, int number = 1);
 /// The same for a bullet of the library.
 [[nodiscard]] QString markerPrefix(const QString& bullet, int level);
+/// The item's number or bullet alone, without the full stop.
+[[nodiscard]] QString markerText(EditorListStyle style, int number);
+/// The number that `letters` stand for in a numbered style; 0 where they are none.
+[[nodiscard]] int markerNumber(EditorListStyle style, QStringView letters);
 
 /// Capital Roman digits; numbers below 1 count as 1.
 [[nodiscard]] QString romanString(int number);
@@ -40,6 +45,16 @@ struct PrefixMatch {
 [[nodiscard]] int alphaNumber(QStringView letters);
 /// The number that Roman digits of either case add up to. Large numbers are cut off.
 [[nodiscard]] int romanNumber(QStringView digits);
+
+/// In points: what each level adds, and the room of the marker.
+inline constexpr double indentPerLevel = 24;
+inline constexpr double markerWidth = 18;
+/// No paragraph style counts as a deeper level than this.
+inline constexpr int deepestStoredLevel = 200;
+
+/// The level of a line: from its paragraph style if that is indented by more than a marker, else
+/// the number of tabs.
+[[nodiscard]] int listLevel(const ParagraphStyle& style, qsizetype leadingTabs);
 
 /// The boxes of the style `checkbox`.
 inline constexpr char16_t emptyBox = u'\u2610';

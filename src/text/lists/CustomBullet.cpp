@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "editor/lists/CustomBullet.h"
+#include "text/lists/CustomBullet.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "editor/lists/ListMarker.h"
+#include "text/lists/ListMarker.h"
 
 #include <algorithm>
 #include <array>
@@ -93,6 +93,21 @@ std::optional<PrefixMatch> numberedMatch(QStringView line)
     return std::nullopt;
 }
 
+} // namespace
+
+std::optional<PrefixMatch> matchedPrefix(QStringView line, const QList<CustomBullet>& bullets)
+{
+    if (line.size() < 2)
+        return std::nullopt;
+    if (line[1] == u' ') {
+        if (const auto style = bulletStyle(line[0]))
+            return PrefixMatch{*style, 2, {}};
+    }
+    if (const CustomBullet* bullet = matchingBullet(bullets, line))
+        return PrefixMatch{EditorListStyle::disc, bullet->character.size() + 1, *bullet};
+    return numberedMatch(line);
+}
+
 QString markerText(EditorListStyle style, int number)
 {
     switch (style) {
@@ -111,19 +126,29 @@ QString markerText(EditorListStyle style, int number)
     }
 }
 
-} // namespace
-
-std::optional<PrefixMatch> matchedPrefix(QStringView line, const QList<CustomBullet>& bullets)
+int markerNumber(EditorListStyle style, QStringView letters)
 {
-    if (line.size() < 2)
-        return std::nullopt;
-    if (line[1] == u' ') {
-        if (const auto style = bulletStyle(line[0]))
-            return PrefixMatch{*style, 2, {}};
+    switch (style) {
+    case EditorListStyle::decimal:
+        return letters.toInt();
+    case EditorListStyle::upperRoman:
+    case EditorListStyle::lowerRoman:
+        return romanNumber(letters);
+    case EditorListStyle::upperAlpha:
+    case EditorListStyle::lowerAlpha:
+        return alphaNumber(letters);
+    default:
+        return 0;
     }
-    if (const CustomBullet* bullet = matchingBullet(bullets, line))
-        return PrefixMatch{EditorListStyle::disc, bullet->character.size() + 1, *bullet};
-    return numberedMatch(line);
+}
+
+int listLevel(const ParagraphStyle& style, qsizetype leadingTabs)
+{
+    if (style.headIndent > markerWidth) {
+        const double levels = (style.headIndent - markerWidth) / indentPerLevel;
+        return int(std::min(levels, double(deepestStoredLevel)));
+    }
+    return int(std::min<qsizetype>(leadingTabs, 1'000'000));
 }
 
 QString markerPrefix(EditorListStyle style, int level, int number)
