@@ -101,7 +101,7 @@ std::expected<QString, FileError> FolderHandle::place() const
 
 QString FolderHandle::named(QString text) const
 {
-    const QString here = place().value_or(m_openedPath);
+    QString here = place().value_or(m_openedPath);
     if (text == m_path)
         return here;
     return text.replace(m_path + u'/', here + u'/');

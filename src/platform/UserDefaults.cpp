@@ -45,7 +45,7 @@ QJsonObject encode(const DefaultsValue& value)
 std::optional<DefaultsValue> decodeStrings(const QJsonValue& held)
 {
     QStringList texts;
-    for (const QJsonValue& item : held.toArray()) {
+    for (const auto& item : held.toArray()) {
         if (!item.isString())
             return std::nullopt;
         texts.append(item.toString());

@@ -370,11 +370,11 @@ void Tour::tagsAndVersions()
     const NoteContent now = NoteContent::of(*state.note(note));
     NoteContent earlier = now;
     earlier.body.replace(u"sixty years"_s, u"forty years"_s);
-    state.updateNote(note, earlier);
-    state.appendVersionSnapshot(note, u"Manual Save"_s);
-    state.updateNote(note, now);
+    (void)state.updateNote(note, earlier);
+    (void)state.appendVersionSnapshot(note, u"Manual Save"_s);
+    (void)state.updateNote(note, now);
     for (const auto& tag : {u"witness"_s, u"tide"_s})
-        state.addTagToNote(note, tag);
+        (void)state.addTagToNote(note, tag);
     picture(u"tags"_s);
     auto* versions = visible<VersionListView>();
     expect(versions, u"the Inspector lists versions"_s);

@@ -35,10 +35,10 @@ OpenRequest requestOf(const CommandLine& commandLine)
 /// Not every session has a runtime folder.
 QString runtimeFolder()
 {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
     if (!folder.isEmpty())
         return folder;
-    const QString own = UserFolders::ofThisUser().configuration;
+    QString own = UserFolders::ofThisUser().configuration;
     QDir().mkpath(own);
     return own;
 }

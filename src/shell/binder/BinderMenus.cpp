@@ -117,15 +117,15 @@ void BinderMenus::fillNoteMenu(QMenu& menu, const NoteRecord& note)
     addNewItems(menu);
     addNaming(menu);
     connect(menu.addAction(m_look.icon(Symbol::Pin), note.isPinned ? tr("Unpin") : tr("Pin")),
-            &QAction::triggered, this, [this, id] { m_appState.togglePinNote(id); });
+            &QAction::triggered, this, [this, id] { (void)m_appState.togglePinNote(id); });
     addMoving(menu);
     connect(menu.addAction(tr("Duplicate")), &QAction::triggered, this,
-            [this, id] { m_appState.duplicateNote(id); });
+            [this, id] { (void)m_appState.duplicateNote(id); });
     connect(menu.addAction(tr("Copy Link to Note")), &QAction::triggered, this,
             [id] { QGuiApplication::clipboard()->setText(InternalNoteLink::link(id)); });
     menu.addSeparator();
     connect(menu.addAction(m_look.icon(Symbol::Trash), tr("Move to Trash")), &QAction::triggered,
-            this, [this, id] { m_appState.moveNoteToTrash(id); });
+            this, [this, id] { (void)m_appState.moveNoteToTrash(id); });
 }
 
 void BinderMenus::fillTrashedNoteMenu(QMenu& menu, const NoteRecord& note)
@@ -144,10 +144,10 @@ void BinderMenus::fillFolderMenu(QMenu& menu, const FolderRecord& folder)
     addNewItems(menu);
     addNaming(menu);
     connect(menu.addAction(m_look.icon(Symbol::Pin), folder.isPinned ? tr("Unpin") : tr("Pin")),
-            &QAction::triggered, this, [this, id] { m_appState.togglePinFolder(id); });
+            &QAction::triggered, this, [this, id] { (void)m_appState.togglePinFolder(id); });
     addMoving(menu);
     connect(menu.addAction(tr("Duplicate Without Contents")), &QAction::triggered, this,
-            [this, id] { m_appState.duplicateFolder(id); });
+            [this, id] { (void)m_appState.duplicateFolder(id); });
     addSorting(menu);
     menu.addSeparator();
     connect(menu.addAction(m_look.icon(Symbol::Trash), tr("Delete Folder…")), &QAction::triggered,
@@ -226,7 +226,7 @@ void BinderMenus::remove(const BinderRowID& row)
     if (note && note->folderID == FolderRecord::trashFolderID)
         erase(row.id);
     else
-        m_appState.moveNoteToTrash(row.id);
+        (void)m_appState.moveNoteToTrash(row.id);
 }
 
 void BinderMenus::remove(const QList<BinderRowID>& rows)
@@ -309,7 +309,7 @@ void BinderMenus::deleteFolder(const QUuid& id)
             .arg(grouped(notes), grouped(subtree.size() - 1));
     if (isEmpty ||
         confirms(tr("Delete “%1”?").arg(folder->titleForList()), text, tr("Delete Folder")))
-        m_appState.deleteFolder(id);
+        (void)m_appState.deleteFolder(id);
 }
 
 void BinderMenus::erase(const QUuid& id)
@@ -318,7 +318,7 @@ void BinderMenus::erase(const QUuid& id)
     if (note && confirms(tr("Delete “%1” for good?").arg(note->titleForList()),
                          tr("The note leaves the project and can't be brought back."),
                          tr("Delete Permanently")))
-        m_appState.eraseNotePermanently(id);
+        (void)m_appState.eraseNotePermanently(id);
 }
 
 void BinderMenus::emptyTrash()

@@ -209,7 +209,7 @@ bool concernsTitles(const NotebookChange& change)
 {
     // The title of an untitled note is its first line.
     constexpr RecordAspects titles = RecordAspect::Title | RecordAspect::Text;
-    const auto isOfTitles = [](RecordAspects aspects) {
+    const auto isOfTitles = [&](RecordAspects aspects) {
         return bool(aspects & titles);
     };
     return std::ranges::any_of(change.notes, isOfTitles) ||

@@ -95,9 +95,9 @@ std::optional<BinderTreeView::DropGuide> BinderTreeView::guideAt(const QPoint& p
     return guide;
 }
 
-void BinderTreeView::showGuide(std::optional<DropGuide> guide)
+void BinderTreeView::showGuide(const std::optional<DropGuide>& guide)
 {
-    m_guide = std::move(guide);
+    m_guide = guide;
     viewport()->update();
 }
 
@@ -111,7 +111,7 @@ void BinderTreeView::dragEnterEvent(QDragEnterEvent* event)
 
 void BinderTreeView::dragMoveEvent(QDragMoveEvent* event)
 {
-    QAbstractItemView::dragMoveEvent(event); // scrolls near the edges
+    QAbstractItemView::dragMoveEvent(event); // NOLINT(bugprone-parent-virtual-call): scrolls only
     const QPoint position = event->position().toPoint();
     showGuide(guideAt(position, *event->mimeData()));
     const QModelIndex index = indexAt(position);

@@ -233,7 +233,7 @@ void BinderTreeView::drawTrailing(QPainter& painter, QRect& row, const QModelInd
         for (qsizetype i = std::min<qsizetype>(tags.size(), mostDots); i-- > 0;) {
             painter.setBrush(m_tagColor(tags.at(i)));
             painter.drawEllipse(
-                QRectF(row.right() + 1 - dot, row.center().y() - dot / 2 + 1, dot, dot));
+                QRectF(row.right() + 1 - dot, row.center().y() - dot / 2.0 + 1, dot, dot));
             row.setRight(row.right() - dot - 6);
         }
     }

@@ -86,7 +86,7 @@ private:
 
     [[nodiscard]] std::optional<DropGuide> guideAt(const QPoint& position,
                                                    const QMimeData& data) const;
-    void showGuide(std::optional<DropGuide> guide);
+    void showGuide(const std::optional<DropGuide>& guide);
     [[nodiscard]] QModelIndex trashIndex() const;
     [[nodiscard]] QModelIndex lastRow() const;
     [[nodiscard]] BinderRowID rowIdOf(const QModelIndex& index) const;

@@ -45,7 +45,8 @@ bool isSubsequence(const PatternLetters& letters, QStringView text)
 {
     qsizetype found = 0;
     for (const QChar unit : text) {
-        if (unit == letters[found].letter && ++found == letters.size())
+        found += unit == letters[found].letter ? 1 : 0;
+        if (found == letters.size())
             return true;
     }
     return false;

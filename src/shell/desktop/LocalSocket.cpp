@@ -56,11 +56,13 @@ LocalSocket LocalSocket::listeningAt(const QString& path)
     if (!address)
         return {};
     LocalSocket socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+    if (!socket.isOpen())
+        return {};
     // The mode before the name: what is made in the file system has it from the start.
     ::fchmod(socket.m_descriptor, S_IRUSR | S_IWUSR);
     ::unlink(address->sun_path);
     const auto* name = reinterpret_cast<const sockaddr*>(&*address);
-    if (!socket.isOpen() || ::bind(socket.m_descriptor, name, sizeof(*address)) != 0 ||
+    if (::bind(socket.m_descriptor, name, sizeof(*address)) != 0 ||
         ::listen(socket.m_descriptor, waitingPrograms) != 0)
         return {};
     return socket;

@@ -20,7 +20,7 @@ std::optional<QStringList> textsFrom(const QCborValue& value)
     if (!value.isArray())
         return std::nullopt;
     QStringList texts;
-    for (const QCborValue& each : value.toArray()) {
+    for (const auto& each : value.toArray()) {
         if (!each.isString())
             return std::nullopt;
         texts.append(each.toString());

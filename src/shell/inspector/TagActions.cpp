@@ -48,8 +48,8 @@ TagReach tagReach(const AppState& appState, const QString& tag)
 
 QString inWords(const TagReach& reach)
 {
-    const QString notes = reach.notes == 1 ? TagActions::tr("1 note")
-                                           : TagActions::tr("%1 notes").arg(grouped(reach.notes));
+    QString notes = reach.notes == 1 ? TagActions::tr("1 note")
+                                     : TagActions::tr("%1 notes").arg(grouped(reach.notes));
     const QString folders = reach.folders == 1
                                 ? TagActions::tr("1 folder")
                                 : TagActions::tr("%1 folders").arg(grouped(reach.folders));
@@ -123,7 +123,7 @@ std::optional<QString> TagActions::rename(const QString& tag, const QString& new
         if (answer.button != 0)
             return QString();
     }
-    m_appState.renameTag(tag, to);
+    (void)m_appState.renameTag(tag, to);
     return std::nullopt;
 }
 
@@ -160,7 +160,7 @@ void TagActions::removeFromLibrary(const QString& tag)
          .choices = {},
          .tone = Question::Tone::Destructive});
     if (self && answer.button == 0)
-        m_appState.removeTagFromLibrary(tag);
+        (void)m_appState.removeTagFromLibrary(tag);
 }
 
 } // namespace orvane

@@ -231,7 +231,7 @@ void ProjectActions::startWithStarterProject()
             tell(tr("Could Not Create Starter Project"), created.error());
         return;
     }
-    m_appState.createNote(starterBody, {});
+    (void)m_appState.createNote(starterBody, {});
 }
 
 void ProjectActions::showGuide()

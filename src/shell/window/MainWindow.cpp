@@ -467,7 +467,7 @@ void MainWindow::presentMoveSheet(const QList<BinderRowID>& rows)
 void MainWindow::newFolder()
 {
     const auto create = [this](const QString& name) -> std::optional<QString> {
-        m_appState.createFolder(name);
+        (void)m_appState.createFolder(name);
         return std::nullopt;
     };
     const auto selected = m_appState.selection().selectedFolderID();

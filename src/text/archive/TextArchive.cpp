@@ -77,7 +77,7 @@ template <typename Style, typename Read>
 QList<SharedValue<Style>> readStyles(CborCursor& cursor, qsizetype archiveSize, Read&& read)
 {
     StyleInterner<Style> interner(8'000'000 + 48 * archiveSize);
-    const SharedValue<Style> none;
+    SharedValue<Style> none;
     return readAll<SharedValue<Style>>(cursor, [&]() -> SharedValue<Style> {
         const Style style = read();
         if (style == *none)

@@ -255,7 +255,7 @@ void ParagraphLayout::layOutRow(const QTextBlock& cell)
         };
         ParagraphBox& box = boxFor(block);
         const qreal start = edges[std::size_t(column)];
-        box.cell = QRectF(start, 0, edges[std::size_t(column + span)] - start, 0);
+        box.cell = QRectF(start, 0, edges[std::size_t(column) + std::size_t(span)] - start, 0);
         const qreal left = box.cell.left() + inset(BoxEdge::left);
         prepare(block, box,
                 std::max(u, box.cell.width() - inset(BoxEdge::left) - inset(BoxEdge::right)));

@@ -194,7 +194,7 @@ AttributedString fitted(const TextStore& store, qsizetype position,
     if (isInCell(store, position))
         return asOneParagraph(insertion, store.paragraphStyle(position));
     AttributedString text = withOwnTables(insertion);
-    const SharedParagraphStyle here = store.paragraphStyle(position);
+    const SharedParagraphStyle& here = store.paragraphStyle(position);
     const bool endsInCell = text.paragraphStyle(text.length())->cell.has_value();
     if (endsInCell && !text.text().endsWith(u'\n')) {
         AttributedString end(QStringLiteral("\n"), {}, text.paragraphStyle(text.length()));

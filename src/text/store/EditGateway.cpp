@@ -122,7 +122,7 @@ SharedCharacterStyle EditGateway::typingStyleAt(qsizetype position) const
     // Typing goes on in the style of the character before, within the paragraph.
     const qsizetype from =
         std::min(position > paragraph.location ? position - 1 : position, m_store.length() - 1);
-    const SharedCharacterStyle found = m_store.characterStyle(from);
+    SharedCharacterStyle found = m_store.characterStyle(from);
     const bool leavesLink =
         !found->link.isEmpty() &&
         (position >= m_store.length() || m_store.characterStyle(position)->link != found->link);
@@ -395,7 +395,8 @@ bool EditGateway::redo()
 void EditGateway::restore(const HistoryEntry& step, StepDirection direction)
 {
     const bool isUndo = direction == StepDirection::undo;
-    const HistoryEntry entry = step;
+    // The history may let go of the step meanwhile.
+    const HistoryEntry entry = step; // NOLINT(performance-unnecessary-copy-initialization)
     const EditState before = m_state;
     const qsizetype lengthBefore = m_store.length();
     m_pending = {};
