@@ -215,5 +215,32 @@ TEST_F(KeyboardWalkTest, F6GoesRoundThePanesAndTheBarIsOne)
     EXPECT_EQ(at(), u"elsewhere"_s) << "plain text has no bar";
 }
 
+TEST_F(KeyboardWalkTest, WindowsSheetsAndBarsSayWhatTheyAre)
+{
+    dismissWelcome();
+    start();
+    ASSERT_TRUE(state().projectSession().createProject(u"Tidewater"_s, {}));
+    (void)state().createNote(u"Low water"_s, {});
+    TourHand::settle();
+    const auto roleOf = [](QWidget* widget) {
+        const auto* interface = QAccessible::queryAccessibleInterface(widget);
+        return interface ? interface->role() : QAccessible::NoRole;
+    };
+    QMap<QString, QAccessible::Role> roles;
+    for (QWidget* each : window().findChildren<QWidget*>())
+        roles.insert(QString::fromLatin1(each->metaObject()->className()), roleOf(each));
+    EXPECT_EQ(roleOf(&window()), QAccessible::Window);
+    EXPECT_EQ(roles.value(u"orvane::MainToolbar"_s), QAccessible::ToolBar);
+    EXPECT_EQ(roles.value(u"orvane::StatusStrip"_s), QAccessible::StatusBar);
+    EXPECT_FALSE(roleOf(&window().editorPane().textView()) == QAccessible::NoRole);
+    m_hand->press(Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
+    auto* sheet = window().sheets().topSheet();
+    ASSERT_NE(sheet, nullptr);
+    EXPECT_EQ(roleOf(sheet), QAccessible::Dialog);
+    const auto* interface = QAccessible::queryAccessibleInterface(sheet);
+    EXPECT_TRUE(interface->state().modal);
+    EXPECT_FALSE(interface->text(QAccessible::Name).isEmpty());
+}
+
 } // namespace
 } // namespace orvane

@@ -29,7 +29,11 @@ protected:
     }
     QString statusText()
     {
-        auto* label = find<QLabel>(u"Saving"_s);
+        const QLabel* label = nullptr;
+        for (const auto* each : window().findChildren<QLabel*>()) {
+            if (each->isVisible() && each->accessibleDescription() == u"Saving"_s)
+                label = each;
+        }
         return label ? label->text() : QString();
     }
     QStringList storedTexts()

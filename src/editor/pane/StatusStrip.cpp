@@ -22,6 +22,7 @@ StatusStrip::StatusStrip(Look& look, QWidget* parent)
     , m_lock(new QToolButton(this))
 {
     setFixedHeight(28);
+    setAccessibleName(tr("Status"));
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(12, 0, 4, 0);
     layout->setSpacing(12);
@@ -33,7 +34,7 @@ StatusStrip::StatusStrip(Look& look, QWidget* parent)
     m_buttons->addWidget(m_mode);
     m_buttons->addWidget(m_lock);
     layout->addLayout(m_buttons);
-    m_saving->setAccessibleName(tr("Saving"));
+    m_saving->setAccessibleDescription(tr("Saving"));
     makeModeMenu();
     m_lock->setCheckable(true);
     m_lock->setIconSize({16, 16});

@@ -14,6 +14,7 @@
 #include "shell/app/EnglishSentences.h"
 #include "shell/app/InputAfterOpening.h"
 #include "shell/app/SessionEnd.h"
+#include "shell/app/ShellAccessible.h"
 #include "shell/binder/BinderTreeView.h"
 #include "shell/desktop/RequestOpener.h"
 #include "shell/settings/SettingsWindow.h"
@@ -61,6 +62,7 @@ OrvaneWorkspaceApp::OrvaneWorkspaceApp(const UserFolders& folders,
     , m_trash(trash ? std::move(trash) : std::make_unique<DesktopTrash>())
 {
     installEnglishSentences();
+    installShellAccessibility();
     const Services services{.defaults = m_defaults,
                             .notifications = m_notifications,
                             .questions = m_questions,

@@ -50,6 +50,7 @@ MainToolbar::MainToolbar(AppState& appState, const Actions& actions, const Menus
     , m_overflow(new QMenu(this))
 {
     setFixedHeight(bandHeight);
+    setAccessibleName(tr("Toolbar"));
     setMinimumWidth(narrowest);
     m_row->setContentsMargins(12, 0, 12, 1);
     m_row->setSpacing(4);
