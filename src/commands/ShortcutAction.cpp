@@ -49,7 +49,7 @@ constexpr ActionRow rows[] = {
      {14, option | shift | command}, postable<App::exportCurrentNoteAsMarkdown>(), yes},
     {"printDocument", QT_TRANSLATE_NOOP("ShortcutAction", "Print"),
      {35, command}, postable<App::printCurrentNote>(), yes},
-    {"showInFinder", QT_TRANSLATE_NOOP("ShortcutAction", "Show Project Library in Finder"),
+    {"showInFinder", QT_TRANSLATE_NOOP("ShortcutAction", "Show Project Library in File Manager"),
      {31, option | command}, postable<App::openNotesLibrary>(), no},
     {"showProjects", QT_TRANSLATE_NOOP("ShortcutAction", "Open Project"),
      {31, command}, postable<App::showProjects>(), no},

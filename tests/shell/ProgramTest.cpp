@@ -32,6 +32,20 @@ TEST_F(ProgramTest, SaysWhatItIsWithoutADisplay)
     }
 }
 
+TEST_F(ProgramTest, SaysThatThereIsNoDisplay)
+{
+    QProcess process;
+    QProcessEnvironment bare = environment();
+    for (const char* name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
+        bare.remove(QLatin1String(name));
+    process.setProcessEnvironment(bare);
+    process.start(QStringLiteral(ORVANE_PROGRAM), {});
+    ASSERT_TRUE(process.waitForFinished(30'000));
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit) << "no abort";
+    EXPECT_EQ(process.exitCode(), 1);
+    EXPECT_TRUE(process.readAllStandardError().startsWith("OrvaneWorkspace needs a display"));
+}
+
 TEST_F(ProgramTest, ARunningProgramTakesLinksAndFilesOfFurtherStarts)
 {
     dismissWelcome();

@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 #include <cstdio>
@@ -41,6 +42,27 @@ QString runtimeFolder()
     QString own = UserFolders::ofThisUser().configuration;
     QDir().mkpath(own);
     return own;
+}
+
+/// Whether there is anything to show a window on.
+bool hasDisplay()
+{
+    const auto isSet = [](const char* name) {
+        return !qEnvironmentVariableIsEmpty(name);
+    };
+    return isSet("QT_QPA_PLATFORM") || isSet("DISPLAY") || isSet("WAYLAND_DISPLAY") ||
+           QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") +
+                             QStringLiteral("/wayland-0"));
+}
+
+/// Windows that are drawn by software need no graphics driver, which takes 50 MB of memory and
+/// makes a start half as long again. What the person has set counts.
+void leaveGraphicsDriversAlone()
+{
+    constexpr const char* wish = "QT_WAYLAND_DISABLE_HW_INTEGRATION";
+    if (!qEnvironmentVariableIsSet(wish) &&
+        !qEnvironmentVariableIsSet("QT_WAYLAND_CLIENT_BUFFER_INTEGRATION"))
+        qputenv(wish, "1");
 }
 
 int runProgram(QApplication& application, const OpenRequest& request,
@@ -83,6 +105,13 @@ int main(int argc, char** argv)
         std::fputs(qUtf8Printable(print->text), stdout);
         return 0;
     }
+    if (!hasDisplay()) {
+        std::fputs(
+            "OrvaneWorkspace needs a display to open its window on, and there is none here.\n",
+            stderr);
+        return 1;
+    }
+    leaveGraphicsDriversAlone();
     auto fontSettings = readFontSettings();
     const OpenRequest request = requestOf(*commandLine);
     QApplication application(argc, argv);

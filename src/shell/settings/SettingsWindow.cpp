@@ -5,6 +5,7 @@
 #include "shell/settings/SettingsSideList.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QStackedLayout>
@@ -140,6 +141,15 @@ void SettingsWindow::showPage(SettingsPageId id)
 SettingsPageId SettingsWindow::currentPage() const
 {
     return SettingsPageId(m_list->currentRow());
+}
+
+// What stands in it has had the key before.
+void SettingsWindow::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape)
+        close();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 void SettingsWindow::present()

@@ -32,6 +32,9 @@ public:
     [[nodiscard]] QWidget& page(SettingsPageId id);
     [[nodiscard]] SheetHost& sheets() { return *m_sheets; }
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
     [[nodiscard]] QWidget* makeBand();
     [[nodiscard]] QWidget* makeSide();
