@@ -4,6 +4,7 @@
 #include "text/html/HtmlWriter.h"
 #include "text/rtf/OrvaneWorkspaceRTF.h"
 #include "text/rtf/RtfReader.h"
+#include "text/value/LinkTargets.h"
 
 #include <QFile>
 #include <gtest/gtest.h>
@@ -84,6 +85,9 @@ TEST(ForeignFiles, HtmlIsReadAsItIsMeant)
         {"tables-without-border",
          {u"cell 0.75|one\n"_s, u"cell 0.75|two\n"_s, u"cell|three\n"_s, u"cell|four\n"_s,
           u"cell 0.75|five\n"_s}},
+        {"footnotes",
+         {u"|Text"_s, u"->#_ftn1 @_ftnref1|[1]"_s, u"| on, "_s, u"->#gone|nowhere"_s, u"|.\n"_s,
+          u"->#_ftnref1 @_ftn1|[1]"_s, u"| The note."_s}},
         {"tab-stops", {u"tabs 36l 72r 108d /24|tabs\n"_s, u"|none"_s}},
     };
     for (const FileRow& row : rows) {
@@ -94,6 +98,52 @@ TEST(ForeignFiles, HtmlIsReadAsItIsMeant)
         const AttributedString again = readHtmlBytes(writeHtml(text), options);
         EXPECT_EQ(listed(describeRuns(again)), listed(row.runs)) << row.name << " written again";
     }
+}
+
+TEST(ForeignFiles, NotesBesideTheTextComeInBehindItAndFootnotesLeaveAsSuch)
+{
+    const auto read = [](const QByteArray& rtf) {
+        return readRtf(rtf,
+                       [id = 0U]() mutable { return QUuid(++id, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0); });
+    };
+    const QString first = u"footnote-000000010000"_s;
+    const QString second = u"footnote-000000020000"_s;
+    const auto reference = [](const QString& name) {
+        return u"super ->#%1 @%1-reference|"_s.arg(name);
+    };
+    const auto number = [](const QString& name) {
+        return u"->#%1-reference @%1|"_s.arg(name);
+    };
+    const QStringList runs{u"|Text"_s,
+                           reference(first) + u'1',
+                           u"| goes on.\n"_s,
+                           u"i|Comment by Ann: "_s,
+                           u"|A remark.\nNext.\n"_s,
+                           u"i|Text box: "_s,
+                           u"|In a box.\n"_s,
+                           u"i|[Floating picture left out][Picture left out: metafile]"_s,
+                           u"|Last"_s,
+                           reference(second) + u'2',
+                           u"|\n"_s,
+                           number(first) + u"1."_s,
+                           u"| First "_s,
+                           u"b|bold"_s,
+                           u"| note.\u2028Second line.\n"_s,
+                           number(second) + u"2."_s,
+                           u"| other"_s};
+    const auto content = read(contentsOf(u"rtf/notes-beside-the-text.rtf"_s));
+    ASSERT_TRUE(content.has_value());
+    EXPECT_EQ(listed(describeRuns(content->text)), listed(runs));
+    EXPECT_TRUE(content->account == (RtfAccount{2, 1, 1, 2, 1}));
+    EXPECT_EQ(footnotes(content->text).size(), 2);
+    const auto target = findLinkTarget(content->text, first);
+    ASSERT_TRUE(target.has_value());
+    EXPECT_EQ(target->location, content->text.text().indexOf(u"1. First"));
+
+    const auto again = read(*OrvaneWorkspaceRTF::data(content->text));
+    ASSERT_TRUE(again.has_value());
+    EXPECT_EQ(listed(describeRuns(again->text)), listed(runs));
+    EXPECT_EQ(again->account.footnotes, 2);
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "text/rtf/ImportedList.h"
 #include "text/rtf/OrvaneWorkspaceRTF.h"
 #include "text/rtf/RtfReader.h"
+#include "text/value/LinkTargets.h"
 #include "text/value/OrvaneNoteImageAttachment.h"
 
 #include <QFile>
@@ -333,6 +334,16 @@ TEST_F(WordProcessor, SeesListsAndHeadingsAsSuch)
             EXPECT_EQ(seen.count("text:outline-level=\"" + QByteArray::number(level) + "\">"), 1)
                 << name.toStdString() << level;
     }
+}
+
+TEST_F(WordProcessor, KeepsFootnotes)
+{
+    const auto content = readRtf("{\\rtf1 one{\\super\\chftn{\\footnote note {\\b a}}} two"
+                                 "{\\super\\chftn{\\footnote note b}}\\par end}");
+    ASSERT_TRUE(content.has_value());
+    const AttributedString back = resaved(*OrvaneWorkspaceRTF::data(content->text), u"notes.rtf"_s);
+    EXPECT_EQ(back.text().toStdString(), "one1 two2\nend\n1. note a\n2. note b");
+    EXPECT_EQ(footnotes(back).size(), 2);
 }
 
 } // namespace

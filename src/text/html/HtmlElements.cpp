@@ -136,6 +136,11 @@ void applyLink(HtmlLook& look, const HtmlToken& token)
                         target.startsWith(u"data:", Qt::CaseInsensitive);
     if (!target.isEmpty() && !isCode && target.size() <= 8'192)
         look.characters.link = target;
+    // Of a footnote's two ends, each names itself and links to the other.
+    const QString id = token.attribute(u"id");
+    const QString name = id.isEmpty() ? token.attribute(u"name") : id;
+    if (!look.characters.link.isEmpty() && name.size() <= 256)
+        look.characters.targetName = name;
 }
 
 void applyFontTag(HtmlLook& look, HtmlTag tag, const TextFont& base)

@@ -7,6 +7,7 @@
 #include "text/html/HtmlLists.h"
 #include "text/html/HtmlParagraphs.h"
 #include "text/lists/ListMarker.h"
+#include "text/value/LinkTargets.h"
 #include "text/value/OrvaneNoteImageAttachment.h"
 
 #include <QStringDecoder>
@@ -34,6 +35,35 @@ struct Element {
     std::optional<OfficeListStyle> officeList = std::nullopt;
 };
 
+/// What an element's look depends on. The views are of the document.
+struct LookKey {
+    HtmlTag tag;
+    QStringView style;
+    const void* characters; // of the element round it
+    const void* paragraph;
+    bool preservesSpace;
+    bool isHidden;
+
+    bool operator==(const LookKey&) const = default;
+};
+
+std::size_t qHash(const LookKey& key, std::size_t seed = 0) noexcept
+{
+    return qHashMulti(seed, int(key.tag), key.style, key.characters, key.paragraph);
+}
+
+/// The look of an element, and what keeps the identities in its key alive.
+struct KnownLook {
+    SharedCharacterStyle outerCharacters;
+    SharedParagraphStyle outerParagraph;
+    SharedCharacterStyle characters = {};
+    SharedParagraphStyle paragraph = {};
+    bool preservesSpace = false;
+    bool isHidden = false;
+};
+
+constexpr qsizetype mostLooks = 4'096;
+
 class Reader {
 public:
     Reader(qsizetype inputSize, const HtmlReadOptions& options)
@@ -59,6 +89,8 @@ private:
     void closeTop();
     [[nodiscard]] std::size_t find(HtmlTag tag, std::size_t name) const;
     void open(HtmlTag tag, const HtmlToken& token);
+    void applyLook(Element& element, HtmlTag tag, const HtmlToken& token);
+    void readLook(Element& element, HtmlTag tag, const HtmlToken& token);
 
     void endOfficeMarker();
     void startItem(const HtmlToken& token);
@@ -75,6 +107,7 @@ private:
     const HtmlReadOptions& m_options;
     HtmlParagraphs m_paragraphs;
     StyleInterner<CharacterStyle> m_characterStyles;
+    QHash<LookKey, KnownLook> m_looks;
     std::vector<Element> m_stack;
     std::vector<HtmlList> m_lists;
     QString m_officeMarker;
@@ -134,7 +167,9 @@ AttributedString Reader::finish()
 {
     closeUpTo(1);
     m_paragraphs.endBlock();
-    return m_paragraphs.finish();
+    AttributedString text = m_paragraphs.finish();
+    dropUnlinkedTargets(text);
+    return text;
 }
 
 void Reader::text(QStringView text)
@@ -191,23 +226,61 @@ void Reader::open(HtmlTag tag, const HtmlToken& token)
     element.tag = tag;
     element.name = name;
     element.breaksPageAfter = isBlock(tag) && breaksPage(token, u"after");
-    if (tag != HtmlTag::other || !token.attributes.isEmpty()) {
-        HtmlLook look{*element.characters, *element.paragraph, element.preservesSpace,
-                      element.isHidden};
-        if (isCell(tag))
-            look.paragraph.background.reset();
-        applyHtmlElement(look, tag, token, m_options.baseFont);
-        element.characters = m_characterStyles.intern(look.characters, element.characters);
-        element.paragraph = m_paragraphs.shared(look.paragraph);
-        element.preservesSpace = look.preservesSpace;
-        element.isHidden = look.isHidden;
-        if (!element.officeList || !element.officeList->isMarker) {
-            if (const auto list = officeListStyle(token))
-                element.officeList = list;
-        }
-    }
+    if (tag != HtmlTag::other || !token.attributes.isEmpty())
+        applyLook(element, tag, token);
     m_stack.push_back(std::move(element));
     ++openCount(tag);
+}
+
+// Documents repeat few styles many times.
+void Reader::applyLook(Element& element, HtmlTag tag, const HtmlToken& token)
+{
+    const bool isPlain = token.attributes.isEmpty();
+    const bool isStyled = token.attributes.size() == 1 && token.attributes[0].name == u"style";
+    const LookKey key{tag,
+                      isStyled ? token.attributes[0].value : QStringView(),
+                      element.characters.identity(),
+                      element.paragraph.identity(),
+                      element.preservesSpace,
+                      element.isHidden};
+    if (isPlain || isStyled) {
+        const auto known = m_looks.constFind(key);
+        if (known != m_looks.constEnd()) {
+            element.characters = known->characters;
+            element.paragraph = known->paragraph;
+            element.preservesSpace = known->preservesSpace;
+            element.isHidden = known->isHidden;
+            return;
+        }
+    }
+    KnownLook look{.outerCharacters = element.characters, .outerParagraph = element.paragraph};
+    readLook(element, tag, token);
+    if ((isPlain || isStyled) && !element.officeList) {
+        if (m_looks.size() >= mostLooks)
+            m_looks.clear();
+        look.characters = element.characters;
+        look.paragraph = element.paragraph;
+        look.preservesSpace = element.preservesSpace;
+        look.isHidden = element.isHidden;
+        m_looks.insert(key, look);
+    }
+}
+
+void Reader::readLook(Element& element, HtmlTag tag, const HtmlToken& token)
+{
+    HtmlLook look{*element.characters, *element.paragraph, element.preservesSpace,
+                  element.isHidden};
+    if (isCell(tag))
+        look.paragraph.background.reset();
+    applyHtmlElement(look, tag, token, m_options.baseFont);
+    element.characters = m_characterStyles.intern(look.characters, element.characters);
+    element.paragraph = m_paragraphs.shared(look.paragraph);
+    element.preservesSpace = look.preservesSpace;
+    element.isHidden = look.isHidden;
+    if (!element.officeList || !element.officeList->isMarker) {
+        if (const auto list = officeListStyle(token))
+            element.officeList = list;
+    }
 }
 
 void Reader::endTag(const HtmlToken& token)

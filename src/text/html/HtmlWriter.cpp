@@ -282,8 +282,16 @@ void Writer::run(QStringView text, const SharedCharacterStyle& style)
     if (span == m_spans.constEnd())
         span = m_spans.insert(style.identity(), "<span style=\"" + characterCss(*style) + "\">");
     m_html.append(*span);
-    if (!style->link.isEmpty())
-        m_html.append("<a href=\"" + style->link.toHtmlEscaped().toUtf8() + "\">");
+    const QString& name = style->targetName;
+    const bool isAnchor = !style->link.isEmpty() || !name.isEmpty();
+    if (isAnchor) {
+        m_html.append("<a");
+        if (!name.isEmpty())
+            m_html.append(" id=\"" + name.toHtmlEscaped().toUtf8() + '"');
+        if (!style->link.isEmpty())
+            m_html.append(" href=\"" + style->link.toHtmlEscaped().toUtf8() + '"');
+        m_html.append('>');
+    }
     // Within the span, which says the size that it makes smaller.
     const bool isShifted = style->baselineShift != BaselineShift::none;
     const QByteArray shift = style->baselineShift == BaselineShift::superscript ? "sup>" : "sub>";
@@ -304,7 +312,7 @@ void Writer::run(QStringView text, const SharedCharacterStyle& style)
     }
     if (isShifted)
         m_html.append("</" + shift);
-    if (!style->link.isEmpty())
+    if (isAnchor)
         m_html.append("</a>");
     m_html.append("</span>");
 }

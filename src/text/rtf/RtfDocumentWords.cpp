@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "text/rtf/RtfWords.h"
 
+#include <QCoreApplication>
+
 namespace orvane {
 namespace {
 
@@ -24,6 +26,11 @@ void readThrough(RtfInterpreter&, RtfParameter, int) {}
 
 void beginPicture(RtfInterpreter& interpreter, RtfParameter, int)
 {
+    if (interpreter.state().destination == RtfDestination::shape) {
+        interpreter.placeholders.append(
+            QCoreApplication::translate("RtfReader", "[Floating picture left out]"));
+        return interpreter.skipGroup();
+    }
     interpreter.state().destination = RtfDestination::picture;
     interpreter.picture = {};
 }
@@ -38,20 +45,34 @@ void beginUnicodeAlternative(RtfInterpreter& interpreter, RtfParameter, int)
     interpreter.state().destination = RtfDestination::body;
 }
 
-// Shapes of the text itself are not read; the one that fills the page's background is.
+// Of a shape in the text its words are read; of the one that fills the page, its colour.
 void beginShape(RtfInterpreter& interpreter, RtfParameter, int)
 {
-    if (interpreter.state().destination != RtfDestination::pageBackground)
+    const RtfDestination present = interpreter.state().destination;
+    if (present == RtfDestination::body)
+        interpreter.state().destination = RtfDestination::shape;
+    else if (present != RtfDestination::pageBackground && present != RtfDestination::shape)
         interpreter.skipGroup();
 }
 
 void beginShapePart(RtfInterpreter& interpreter, RtfParameter, int destination)
 {
-    const RtfDestination present = interpreter.state().destination;
-    if (present == RtfDestination::pageBackground)
+    if (interpreter.state().destination == RtfDestination::pageBackground)
         interpreter.collect(RtfDestination(destination));
-    else
-        interpreter.skipGroup();
+    else if (interpreter.state().destination != RtfDestination::shape)
+        interpreter.skipGroup(); // a shape's own may hold a picture
+}
+
+void beginAside(RtfInterpreter& interpreter, RtfParameter, int kind)
+{
+    interpreter.beginAside(RtfInterpreter::AsideKind(kind));
+}
+
+void skipHeader(RtfInterpreter& interpreter, RtfParameter, int)
+{
+    if (interpreter.state().destination == RtfDestination::body)
+        ++interpreter.account.headers;
+    interpreter.skipGroup();
 }
 
 void setDocumentCodePage(RtfInterpreter& interpreter, RtfParameter parameter, int codePage)
@@ -91,9 +112,11 @@ void setColorChannel(RtfInterpreter& interpreter, RtfParameter parameter, int sh
     interpreter.pendingColor = others | channel | 0xFF000000U;
 }
 
-void setPictureFormat(RtfInterpreter& interpreter, RtfParameter, int)
+void setPictureFormat(RtfInterpreter& interpreter, RtfParameter, int format)
 {
-    interpreter.picture.isSupported = true;
+    interpreter.picture.kind =
+        format == 0 ? QCoreApplication::translate("RtfReader", "[Picture left out: metafile]")
+                    : QCoreApplication::translate("RtfReader", "[Picture left out: bitmap]");
 }
 
 template <int RtfInterpreter::Picture::*member>
@@ -146,6 +169,12 @@ void addDestinations(RtfWordTable& table)
         {"pict", {beginPicture}},
         {"shp", {beginShape}},
         {"shpinst", {beginShape}},
+        {"do", {beginShape}},
+        {"shptxt", {beginAside, int(RtfInterpreter::AsideKind::textBox)}},
+        {"dptxbxtext", {beginAside, int(RtfInterpreter::AsideKind::textBox)}},
+        {"footnote", {beginAside, int(RtfInterpreter::AsideKind::footnote)}},
+        {"annotation", {beginAside, int(RtfInterpreter::AsideKind::comment)}},
+        {"atnauthor", {collect, int(RtfDestination::commentAuthor)}},
         {"sn", {beginShapePart, int(RtfDestination::shapeName)}},
         {"sv", {beginShapePart, int(RtfDestination::shapeValue)}},
         {"shppict", {readThrough}},
@@ -154,17 +183,25 @@ void addDestinations(RtfWordTable& table)
         {"upr", {enter, int(RtfDestination::replaced)}},
         {"ud", {beginUnicodeAlternative}},
     });
-    for (const char* name : {"stylesheet", "info",      "header",    "headerl",
-                             "headerr",    "headerf",   "footer",    "footerl",
-                             "footerr",    "footerf",   "footnote",  "annotation",
-                             "nonshppict", "shprslt",   "listtable", "listoverridetable",
-                             "revtbl",     "rsidtbl",   "filetbl",   "xe",
-                             "tc",         "bkmkstart", "bkmkend",   "atnid",
-                             "atnauthor",  "template",  "private",   "ftnsep",
-                             "ftnsepc",    "aftnsep",   "aftnsepc",  "do",
-                             "objdata",    "objclass",  "objname",   "falt",
-                             "panose",     "fontemb",   "fontfile",  "themedata",
-                             "datafield",  "rxe",       "txe",       "nesttableprops",
+    for (const char* name :
+         {"header", "headerl", "headerr", "headerf", "footer", "footerl", "footerr", "footerf"})
+        table.insert({name, {skipHeader}});
+    for (const char* name : {"stylesheet", "info",
+                             "nonshppict", "shprslt",
+                             "listtable",  "listoverridetable",
+                             "revtbl",     "rsidtbl",
+                             "filetbl",    "xe",
+                             "tc",         "bkmkstart",
+                             "bkmkend",    "atnid",
+                             "template",   "private",
+                             "ftnsep",     "ftnsepc",
+                             "aftnsep",    "aftnsepc",
+                             "objdata",    "objclass",
+                             "objname",    "falt",
+                             "panose",     "fontemb",
+                             "fontfile",   "themedata",
+                             "datafield",  "rxe",
+                             "txe",        "nesttableprops",
                              "picprop",    "blipuid"})
         table.insert({name, {skip}});
 }
@@ -216,8 +253,12 @@ void addDocumentWords(RtfWordTable& table)
         {"red", {setColorChannel, 16}},
         {"green", {setColorChannel, 8}},
         {"blue", {setColorChannel, 0}},
-        {"pngblip", {setPictureFormat}},
-        {"jpegblip", {setPictureFormat}},
+        {"wmetafile", {setPictureFormat, 0}},
+        {"emfblip", {setPictureFormat, 0}},
+        {"macpict", {setPictureFormat, 0}},
+        {"pmmetafile", {setPictureFormat, 0}},
+        {"dibitmap", {setPictureFormat, 1}},
+        {"wbitmap", {setPictureFormat, 1}},
         {"picwgoal", {setPictureNumber<&RtfInterpreter::Picture::width>}},
         {"pichgoal", {setPictureNumber<&RtfInterpreter::Picture::height>}},
         {"picscalex", {setPictureNumber<&RtfInterpreter::Picture::scaleX>}},

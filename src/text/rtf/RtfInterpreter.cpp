@@ -45,6 +45,7 @@ int hexDigit(char c)
 
 RtfInterpreter::RtfInterpreter(QByteArrayView rtf, std::function<QUuid()> newId)
     : m_tokenizer(rtf)
+    , m_inputSize(rtf.size())
     , m_states(1)
     , m_characterStyles(4'000'000 + 48 * rtf.size())
     , m_newId(newId)
@@ -72,7 +73,12 @@ AttributedString RtfInterpreter::finish()
     const RtfParagraphFormat& format = *std::as_const(state().paragraph);
     if (format.beginsPage && !format.inTable && isBegun)
         m_builder.pageBreakBefore(currentParagraphStyle(), currentStyle());
-    return m_builder.finish(endingParagraphStyle());
+    if (!m_marked.isEmpty() && !m_builder.isAtParagraphStart())
+        endParagraph();
+    insertMarked();
+    AttributedString text = m_builder.finish(endingParagraphStyle());
+    appendFootnotes(text);
+    return text;
 }
 
 void RtfInterpreter::beginPage(bool begins)
@@ -136,6 +142,8 @@ void RtfInterpreter::closeGroup()
     m_skip = 0;
     if (m_states.size() < 2)
         return;
+    if (m_aside && m_deepDestinations.empty() && m_states.size() == m_aside->depth)
+        endAside();
     const RtfDestination closed = state().destination;
     if (!m_deepDestinations.empty()) {
         state().destination = m_deepDestinations.back();
@@ -166,6 +174,13 @@ void RtfInterpreter::endDestination(RtfDestination closed)
         return;
     case RtfDestination::picture:
         return endPicture();
+    case RtfDestination::shape:
+        for (const QString& words : std::exchange(placeholders, {}))
+            insertPlaceholder(words);
+        return;
+    case RtfDestination::commentAuthor:
+        m_commentAuthor = std::exchange(m_collected, {}).trimmed();
+        return;
     case RtfDestination::shapeName:
         m_shapeName = std::exchange(m_collected, {}).trimmed();
         return;
@@ -288,6 +303,7 @@ void RtfInterpreter::insertText(QStringView text)
     case RtfDestination::listText:
     case RtfDestination::numberingBefore:
     case RtfDestination::numberingAfter:
+    case RtfDestination::commentAuthor:
     case RtfDestination::shapeName:
     case RtfDestination::shapeValue:
         if (m_collected.isEmpty())
@@ -362,9 +378,13 @@ void RtfInterpreter::endNumbering()
 void RtfInterpreter::endPicture()
 {
     const Picture finished = std::exchange(picture, {});
-    if (!isPicture(finished.data) || state().destination != RtfDestination::body ||
-        !state().characters.isShown())
+    if (state().destination != RtfDestination::body || !state().characters.isShown())
         return;
+    if (!isPicture(finished.data)) {
+        if (!finished.kind.isEmpty() && !finished.data.isEmpty())
+            insertPlaceholder(finished.kind);
+        return;
+    }
     auto image = OrvaneNoteImageAttachment::fromImageData(finished.data, std::nullopt, m_newId());
     const double width =
         finished.width > 0 ? finished.width / twipsPerPoint : image.originalSize.width();
@@ -404,6 +424,7 @@ void RtfInterpreter::endParagraph()
     if (std::as_const(state().paragraph)->beginsPage)
         m_builder.pageBreakBefore(currentParagraphStyle(), currentStyle());
     m_builder.endParagraph(endingParagraphStyle(), currentStyle());
+    insertMarked();
 }
 
 void RtfInterpreter::breakColumn()

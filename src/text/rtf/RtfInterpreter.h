@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "text/rtf/RtfAccount.h"
 #include "text/rtf/RtfBuilder.h"
 #include "text/rtf/RtfCodePages.h"
 #include "text/rtf/RtfState.h"
@@ -37,6 +38,17 @@ public:
 
     [[nodiscard]] RtfState& state() { return m_states.back(); }
     [[nodiscard]] RtfParagraphFormat& paragraph() { return *m_states.back().paragraph; }
+    /// What stands beside the text and comes in behind it.
+    enum class AsideKind {
+        footnote, ///< numbered, at the end of the text
+        comment,  ///< behind its paragraph, as is a text box
+        textBox,
+    };
+    /// The group that has begun is read as an aside; within another it is skipped.
+    void beginAside(AsideKind kind);
+    /// Words in the place of something that can't be shown.
+    void insertPlaceholder(const QString& words);
+
     void skipGroup() { state().destination = RtfDestination::skipped; }
     /// The text of the group is collected for `destination`.
     void collect(RtfDestination destination);
@@ -63,7 +75,7 @@ public:
         int codePage = 0; ///< the same, as 0
     };
     struct Picture {
-        bool isSupported = false;
+        QString kind;  ///< of a picture that can't be read, for a person
         int width = 0; ///< wanted size in twips, 0 for the image's own
         int height = 0;
         int scaleX = 100;
@@ -88,8 +100,10 @@ public:
     int borderEdge = -1; ///< the `BoxEdge` that `\brdrw` and its like speak of
 
     Picture picture;
-    RtfNumbering numbering; ///< that is being defined
+    QStringList placeholders; ///< of the shape that is being read
+    RtfNumbering numbering;   ///< that is being defined
     std::optional<RgbaColor> pageBackground;
+    RtfAccount account;
 
 private:
     void openGroup();
@@ -122,7 +136,23 @@ private:
     /// The marker of the paragraph that ends here where its numbering is of the `\pn` kind.
     [[nodiscard]] QString numberedMarker(const RtfParagraphFormat& format);
 
+    /// What was being read when an aside began.
+    struct Aside {
+        AsideKind kind;
+        std::size_t depth; // of its group
+        QString name;      // of a footnote
+        RtfBuilder outer;
+        QString listMarker;
+        bool isPageBreak;
+        bool hasPageToBegin;
+    };
+    void endAside();
+    void addMarked(const QString& label, const AttributedString& words);
+    void insertMarked();
+    void appendFootnotes(AttributedString& text) const;
+
     RtfTokenizer m_tokenizer;
+    qsizetype m_inputSize;
     std::vector<RtfState> m_states;
     std::vector<RtfDestination> m_deepDestinations; // of the groups that share the last state
     bool m_isPageBreak = false;                     // the paragraph that has begun is one
@@ -146,6 +176,11 @@ private:
     StyleInterner<CharacterStyle> m_characterStyles;
     std::function<QUuid()> m_newId;
     RtfBuilder m_builder;
+
+    std::unique_ptr<Aside> m_aside;
+    QList<std::pair<QString, AttributedString>> m_footnotes; // names and words
+    QList<AttributedString> m_marked; // comments and boxes that wait for their paragraph's end
+    QString m_commentAuthor;
 };
 
 } // namespace orvane

@@ -17,6 +17,7 @@ std::optional<RtfContent> readRtf(QByteArrayView rtf, const std::function<QUuid(
     RtfContent content;
     content.text = interpreter.finish();
     content.backgroundColor = interpreter.pageBackground;
+    content.account = interpreter.account;
     return content;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "text/rtf/RtfAccount.h"
 #include "text/value/AttributedString.h"
 
 #include <QByteArrayView>
@@ -15,6 +16,9 @@ namespace orvane {
 struct RtfContent {
     AttributedString text;
     std::optional<RgbaColor> backgroundColor; ///< of the page
+    /// What came in beside the text and what stayed behind. Who opens or pastes a document tells a
+    /// person where any of it is above 0.
+    RtfAccount account;
 };
 
 /// Reads Rich Text Format: fonts, sizes, colours, highlight, bold, italic, underline, strike,
@@ -22,10 +26,14 @@ struct RtfContent {
 /// pictures, the page's background, Unicode and the code pages of the font table. What it does not
 /// know it skips.
 ///
+/// Footnotes (`LinkTargets.h`) come in as numbered paragraphs at the end, linked both ways by names
+/// that no other document has; comments and text boxes as marked paragraphs behind theirs; floating
+/// and metafile pictures as words that say what was there.
+///
 /// A document that is cut short gives what stands before the cut. Nothing when the bytes don't
 /// begin as RTF. Memory stays within a small multiple of the input, and the time is linear in it.
 ///
-/// `newId` makes the identities of tables and pictures.
+/// `newId` makes the identities of tables and pictures and the names of footnotes.
 [[nodiscard]] std::optional<RtfContent>
 readRtf(QByteArrayView rtf, const std::function<QUuid()>& newId = QUuid::createUuid);
 

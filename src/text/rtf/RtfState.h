@@ -28,6 +28,8 @@ enum class RtfDestination : quint8 {
     numberingBefore, ///< what stands before and behind its numbers
     numberingAfter,
     picture,
+    commentAuthor,
+    shape, ///< a drawing's description; text stands in groups of their own within it
     pageBackground,
     shapeName,
     shapeValue,

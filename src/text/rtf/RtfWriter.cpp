@@ -29,6 +29,17 @@ QByteArrayView underlineWord(TextLine line)
 
 } // namespace
 
+RtfWriter::RtfWriter(const AttributedString& document, const HeadingSizes& headings)
+    : m_document(document)
+    , m_headings(headings)
+    , m_lists(document)
+{
+    for (const Footnote& note : footnotes(document)) {
+        m_footnotes.insert(note.reference.location, note);
+        m_footnoteParagraphs.insert(note.paragraph.location);
+    }
+}
+
 QByteArray RtfWriter::write(const std::optional<RgbaColor>& pageBackground)
 {
     m_body.reserve(m_document.length() + m_document.length() / 2);
@@ -52,6 +63,8 @@ QByteArray RtfWriter::write(const std::optional<RgbaColor>& pageBackground)
 
 void RtfWriter::writeParagraph(const TextParagraph& paragraph)
 {
+    if (m_footnoteParagraphs.contains(paragraph.range.location))
+        return;
     if (breaksPageBeforeNext(paragraph.range)) {
         m_beginsPage = true;
         return;
@@ -105,11 +118,27 @@ void RtfWriter::writeMarker(const RtfListTable::Item& item)
 void RtfWriter::writeText(TextRange range)
 {
     m_document.forEachCharacterRun(range, [&](TextRange run, const SharedCharacterStyle& style) {
+        const auto note = m_footnotes.constFind(run.location);
+        if (note != m_footnotes.constEnd() && !style->targetName.isEmpty())
+            return writeFootnote(*note);
         useLink(style->link);
         useStyle(style);
         writeStyledText(QStringView(m_document.text()).sliced(run.location, run.length), style);
     });
     useLink({});
+}
+
+void RtfWriter::writeFootnote(const Footnote& note)
+{
+    useLink({});
+    CharacterStyle number = *m_document.characterStyle(note.reference.location);
+    number.baselineShift = BaselineShift::superscript;
+    const QByteArray words = characterWords(number) + "\\chftn";
+    m_body.append('{' + words + "{\\footnote\\pard{" + words + "}\\plain  ");
+    m_hasStyle = false;
+    writeText(note.content);
+    m_body.append("}}");
+    m_hasStyle = false;
 }
 
 void RtfWriter::writeStyledText(QStringView text, const SharedCharacterStyle& style)

@@ -5,10 +5,12 @@
 #include "text/rtf/RtfPalette.h"
 #include "text/value/AttributedString.h"
 #include "text/value/HeadingSizes.h"
+#include "text/value/LinkTargets.h"
 #include "text/value/TableWalk.h"
 
 #include <QByteArray>
 #include <QHash>
+#include <QSet>
 
 #include <optional>
 
@@ -17,11 +19,7 @@ namespace orvane {
 /// Writes one document as RTF.
 class RtfWriter {
 public:
-    RtfWriter(const AttributedString& document, const HeadingSizes& headings)
-        : m_document(document)
-        , m_headings(headings)
-        , m_lists(document)
-    {}
+    RtfWriter(const AttributedString& document, const HeadingSizes& headings);
 
     [[nodiscard]] QByteArray write(const std::optional<RgbaColor>& pageBackground);
 
@@ -33,6 +31,7 @@ private:
     void writeRow(const QList<TablePlace>& row, const QList<int>& edges);
     void writeCellContents(const QList<TextParagraph>& paragraphs);
     void writeText(TextRange range);
+    void writeFootnote(const Footnote& note);
     void writeStyledText(QStringView text, const SharedCharacterStyle& style);
     void useStyle(const SharedCharacterStyle& style);
     void useLink(const QString& link);
@@ -58,6 +57,8 @@ private:
     const AttributedString& m_document;
     HeadingSizes m_headings;
     RtfListTable m_lists;
+    QHash<qsizetype, Footnote> m_footnotes; // by the place of their references
+    QSet<qsizetype> m_footnoteParagraphs;
     bool m_hasHeadings = false;
     bool m_beginsPage = false; // the paragraph that comes
     RtfPalette m_palette;
