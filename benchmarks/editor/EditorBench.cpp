@@ -7,10 +7,12 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QPaintEvent>
 #include <QScrollBar>
 #include <QTextEdit>
 #include <QTextTable>
+#include <QVBoxLayout>
 
 #include <cstring>
 #include <malloc.h>
@@ -310,6 +312,34 @@ Measurement memory()
     return measured;
 }
 
+/// Steps of the wheel while the title is in sight, up and down.
+Measurement titleScroll()
+{
+    const AttributedString text = sampleText(10'000);
+    Ours titled(text);
+    auto* head = new QWidget;
+    auto* layout = new QVBoxLayout(head);
+    layout->setContentsMargins(60, 48, 60, 8);
+    auto* title = new QLineEdit(QStringLiteral("The harbour ledger"), head);
+    title->setFrame(false);
+    QFont font(QStringLiteral("Charis SIL"));
+    font.setPixelSize(28);
+    font.setBold(true);
+    title->setFont(font);
+    layout->addWidget(title);
+    titled.view.setHead(head);
+    titled.view.setHeadHeight(head->sizeHint().height());
+    head->show();
+    settle();
+    Ours plain(text);
+    const auto step = [](Ours& shown) {
+        QScrollBar& bar = *shown.view.verticalScrollBar();
+        return shown.frames.until([&] { bar.setValue(bar.value() > 0 ? 0 : 48); });
+    };
+    return interleave(
+        120, [&] { return step(titled); }, [&] { return step(plain); });
+}
+
 Measurement savePrepare()
 {
     LargeNotes& notes = LargeNotes::shared();
@@ -359,6 +389,7 @@ void addEditorRows()
     add({"editor/open-1m", "ms", 1.5, open});
     add({"editor/resize-1m", "ms", 0.05, resize});
     add({"editor/zoom-1m", "ms", 3, zoom});
+    add({"editor/title-scroll", "ms", 1.2, titleScroll});
     add({"editor/memory-1m", "MB", 1.0, memory});
     add({"text/save-prepare", "ms", 30, savePrepare, TargetOf::Figure});
 }

@@ -76,7 +76,7 @@ Measurement focusKey()
         200, [&] { return focused.note.typeNext(); }, [&] { return bare.typeNext(); });
 }
 
-/// Whether a quote opens or closes depends on all those before it.
+/// Whether a quote opens or closes depends on those before it in its paragraph.
 Measurement quoteKey()
 {
     const AttributedString text = sampleText(million);

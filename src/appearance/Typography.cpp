@@ -54,17 +54,18 @@ constexpr int smallestDisplaySize = 20;
 constexpr const char* styleProperty = "orvaneTextStyle";
 InkPolarity mainPolarity = InkPolarity::DarkOnLight;
 
-QFont::Weight aStepLighter(QFont::Weight weight)
+/// The name of the cut a step below a weight; empty for one that stays.
+QString lighterCut(QFont::Weight weight)
 {
     switch (weight) {
     case QFont::Normal:
-        return QFont::Light;
+        return u"Light"_s;
     case QFont::Medium:
-        return QFont::Normal;
+        return u"Regular"_s;
     case QFont::DemiBold:
-        return QFont::Medium;
+        return u"Medium"_s;
     default:
-        return weight;
+        return {};
     }
 }
 
@@ -75,7 +76,11 @@ QFont makeFont(TextStyle style, bool isThickened)
     QFont font(
         QStringList{isDisplay ? u"Inter Display"_s : u"Inter"_s, u"Inter"_s, desktopFamily()});
     font.setPixelSize(measure.pixels);
-    font.setWeight(isThickened ? aStepLighter(measure.weight) : measure.weight);
+    // The lighter cut goes by its name: a weight would govern the fonts, too, that other scripts
+    // fall back to, of which a light one is often of another kind or lacks the letters.
+    font.setWeight(measure.weight);
+    if (isThickened)
+        font.setStyleName(lighterCut(measure.weight));
     font.setHintingPreference(QFont::PreferNoHinting);
     if (measure.tracking != 0)
         font.setLetterSpacing(QFont::AbsoluteSpacing, measure.tracking);

@@ -192,6 +192,14 @@ inline constexpr Notification<CommandTarget> showColorRing{"OrvaneWorkspace.Show
 inline constexpr Notification<CommandTarget> showBulletRing{"OrvaneWorkspace.ShowBulletRing"};
 inline constexpr Notification<CommandTarget> toggleRuler{"OrvaneWorkspace.ToggleRuler"};
 inline constexpr Notification<CommandTarget> togglePageView{"OrvaneWorkspace.TogglePageView"};
+/// How large text and page are shown, in this view and all others.
+inline constexpr Notification<CommandTarget> zoomIn{"OrvaneWorkspace.ZoomIn"};
+inline constexpr Notification<CommandTarget> zoomOut{"OrvaneWorkspace.ZoomOut"};
+inline constexpr Notification<CommandTarget> resetZoom{"OrvaneWorkspace.ResetZoom"};
+/// How a note is written.
+inline constexpr Notification<CommandTarget> writeRichText{"OrvaneWorkspace.WriteRichText"};
+inline constexpr Notification<CommandTarget> writePlainText{"OrvaneWorkspace.WritePlainText"};
+inline constexpr Notification<CommandTarget> writeMarkdown{"OrvaneWorkspace.WriteMarkdown"};
 inline constexpr Notification<InsertChart> insertChart{"OrvaneWorkspace.InsertChart"};
 inline constexpr Notification<InsertShape> insertShape{"OrvaneWorkspace.InsertShape"};
 

@@ -59,6 +59,7 @@ constexpr KeyRow rows[] = {
     // In the order of FixedKey.
     key(Always, Qt::Key_Z, ctrl, TITLE("Undo")),
     key(Always, Qt::Key_Z, ctrl | shift, TITLE("Redo")),
+    key(Always, Qt::Key_Y, ctrl, TITLE("Redo")),
     key(Always, Qt::Key_Left, alt | shift, TITLE("Collapse Left Pane"), postable<App::collapseLeftPane>()),
     key(Always, Qt::Key_Right, alt | shift, TITLE("Collapse Right Pane"), postable<App::collapseRightPane>()),
     key(Always, Qt::Key_Up, alt | shift, TITLE("Restore Three-Pane Layout"), postable<App::restoreThreePaneLayout>()),
@@ -76,6 +77,9 @@ constexpr KeyRow rows[] = {
     key(Window, Qt::Key_F1, 0, TITLE("Guide")),
     key(Window, Qt::Key_F10, 0, TITLE("Open Menu")),
     key(Window, Qt::Key_F11, 0, TITLE("Full Screen")),
+    key(Window, Qt::Key_Plus, ctrl, TITLE("Zoom In"), postable<App::zoomIn>()),
+    key(Window, Qt::Key_Minus, ctrl, TITLE("Zoom Out"), postable<App::zoomOut>()),
+    key(Window, Qt::Key_0, ctrl, TITLE("Reset Zoom"), postable<App::resetZoom>()),
     key(Window, Qt::Key_Q, ctrl, TITLE("Quit")),
     key(Text, Qt::Key_H, ctrl, TITLE("Find and Replace")),
     key(Text, Qt::Key_F3, 0, TITLE("Next Match")),
@@ -85,6 +89,9 @@ constexpr KeyRow rows[] = {
     standard(Text, Std::Paste, TITLE("Paste")),
     standard(Text, Std::SelectAll, TITLE("Select All")),
 
+    // Where a keyboard has the sign.
+    key(Window, Qt::Key_Equal, ctrl, TITLE("Zoom In")),
+    key(Window, Qt::Key_Equal, ctrl | shift, TITLE("Zoom In")),
     key(Window, Qt::Key_Tab, 0, TITLE("Go to Next Control")),
     key(Window, Qt::Key_Tab, shift, TITLE("Go to Previous Control")),
 

@@ -28,6 +28,7 @@ enum class KeyPlace {
 enum class FixedKey {
     undo,
     redo,
+    redoByY,
     collapseLeftPane,
     collapseRightPane,
     restoreThreePaneLayout,
@@ -45,6 +46,9 @@ enum class FixedKey {
     guide,
     menu,
     fullScreen,
+    zoomIn,
+    zoomOut,
+    resetZoom,
     quit,
     findAndReplace,
     findNext,
@@ -55,7 +59,7 @@ enum class FixedKey {
     selectAll,
 };
 
-inline constexpr int fixedKeyCount = 27;
+inline constexpr int fixedKeyCount = 31;
 
 /// One key that no person chose.
 struct KeyRow {

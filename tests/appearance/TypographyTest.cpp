@@ -2,12 +2,51 @@
 #include "appearance/Typography.h"
 
 #include <QFontMetricsF>
+#include <QGlyphRun>
+#include <QRawFont>
+#include <QTextLayout>
 #include <gtest/gtest.h>
 
 namespace orvane {
 namespace {
 
 using namespace Qt::StringLiterals;
+
+/// The fonts and glyphs that show `text` in one line.
+QList<QGlyphRun> glyphsOf(const QString& text, const QFont& font)
+{
+    QTextLayout layout(text, font);
+    layout.beginLayout();
+    layout.createLine().setLineWidth(10'000);
+    layout.endLayout();
+    return layout.glyphRuns();
+}
+
+TEST(Typography, OtherScriptsKeepTheirFontsOnADarkGround)
+{
+    struct Row {
+        const char* name;
+        QString text;
+    };
+    const Row rows[] = {{"hebrew", u"\u05e9\u05dc\u05d5\u05dd"_s},
+                        {"arabic", u"\u0645\u0631\u062d\u0628\u0627"_s},
+                        {"chinese", u"\u4f60\u597d"_s}};
+    for (const TextStyle style : {TextStyle::Body, TextStyle::BodyMedium, TextStyle::BodyStrong}) {
+        const QFont light = interfaceFont(style, InkPolarity::LightOnDark);
+        const QFont dark = interfaceFont(style, InkPolarity::DarkOnLight);
+        for (const Row& row : rows) {
+            const QList<QGlyphRun> onDark = glyphsOf(row.text, light);
+            const QList<QGlyphRun> onLight = glyphsOf(row.text, dark);
+            ASSERT_EQ(onDark.size(), onLight.size()) << row.name;
+            for (qsizetype i = 0; i < onDark.size(); ++i) {
+                const QRawFont font = onDark[i].rawFont();
+                EXPECT_EQ(font.familyName(), onLight[i].rawFont().familyName()) << row.name;
+                EXPECT_EQ(font.styleName(), onLight[i].rawFont().styleName()) << row.name;
+                EXPECT_EQ(onDark[i].glyphIndexes(), onLight[i].glyphIndexes()) << row.name;
+            }
+        }
+    }
+}
 
 TEST(Typography, ATextIsCutWhereItDoesNotFit)
 {

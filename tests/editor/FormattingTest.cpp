@@ -70,7 +70,8 @@ TEST(Highlight, IsMadeFitToStandBehindText)
         {"too faint", {1, 0.5, 0.5, 0.01}, subtle, {1, 0.5, 0.5, 0.16}},
         {"within all bands", {0.5, 1, 0.75, 0.3}, strong, {0.5, 1, 0.75, 0.3}},
         {"dark", {0, 0, 0.4, 1}, strong, {0.0912, 0.0912, 0.76, 0.44}},
-        {"nearly grey", {0.5, 0.5, 0.49, 0.2}, standard, {0.76, 0.76, 0.6232, 0.2}},
+        {"nearly grey", {0.5, 0.5, 0.49, 0.2}, standard, {0.76, 0.76, 0.7448, 0.2}},
+        {"grey", {0.8, 0.8, 0.8, 0.2}, standard, {0.8, 0.8, 0.8, 0.2}},
         {"black", {0, 0, 0, 1}, subtle, {0, 0, 0, 0.24}},
     };
     for (const Row& row : rows) {

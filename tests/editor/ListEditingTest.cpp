@@ -45,6 +45,19 @@ TEST_F(ListEditingTest, KeysAndUndo)
         {"Tab", u"• a|"_s, {u"Tab"_s}, u"\t• a|"_s, "Indent"},
         {"Back-tab", u"\t• |a"_s, {u"Shift+Tab"_s}, u"• |a"_s, "Outdent"},
         {"Tab outside a list", u"a|"_s, {u"Tab"_s}, u"a\t|"_s, "Typing"},
+        {"Backspace behind a marker", u"• |b"_s, {u"Backspace"_s}, u"|b"_s, "List"},
+        {"on a deeper level", u"\t• |b"_s, {u"Backspace"_s}, u"|b"_s, "List"},
+        {"before one", u"• a\n|• b"_s, {u"Backspace"_s}, u"• a|b"_s, "Delete"},
+        {"below an empty line", u"\n|• b"_s, {u"Backspace"_s}, u"|• b"_s, "Delete"},
+        {"within the words", u"• a|b"_s, {u"Backspace"_s}, u"• |b"_s, "Delete"},
+        {"Delete at an item's end", u"• a|\n• b"_s, {u"Delete"_s}, u"• a|b"_s, "Delete"},
+        {"of a plain line", u"a|\n• b"_s, {u"Delete"_s}, u"a|b"_s, "Delete"},
+        {"of an empty one", u"|\n• b"_s, {u"Delete"_s}, u"|• b"_s, "Delete"},
+        {"which counts anew", u"1. a|\n2. b\n3. c"_s, {u"Delete"_s}, u"1. a|b\n2. c"_s, "Delete"},
+        {"a ticked box on Tab", u"☑ a|"_s, {u"Tab"_s}, u"\t☑ a|"_s, "Indent"},
+        {"prose", u"1984. It was|"_s, {u"Return"_s}, u"1984. It was\n|"_s, "Typing"},
+        {"a word", u"OK. So|"_s, {u"Return"_s}, u"OK. So\n|"_s, "Typing"},
+        {"below an item", u"1. a\n1984. b|"_s, {u"Return"_s}, u"1. a\n1984. b\n2. |"_s, "List"},
         {"Return over a selection", u"• [a]"_s, {u"Return"_s}, u"• \n|"_s, "Typing"},
     };
     for (const Row& row : rows) {
@@ -65,6 +78,71 @@ TEST_F(ListEditingTest, KeysAndUndo)
             view.undo();
         EXPECT_EQ(view.store().attributedText(), before);
     }
+}
+
+TEST_F(ListEditingTest, LettersGoOnPastRomanDigitsAndPastZ)
+{
+    for (const EditorListStyle style : {EditorListStyle::upperAlpha, EditorListStyle::lowerAlpha}) {
+        for (const ListForm form : {ListForm::rich, ListForm::plain}) {
+            lists.setForm(form);
+            set(u"|"_s);
+            lists.toggleList(style);
+            QString wanted;
+            for (int i = 1; i <= 60; ++i) {
+                type(u"x"_s);
+                EXPECT_EQ(lists.listContext(view.selection().position)->style, style) << i;
+                press(u"Return"_s);
+                wanted += ListContinuationHelper::markerPrefix(style, 0, i) + u"x\n"_s;
+            }
+            EXPECT_EQ(view.plainText().toStdString(),
+                      (wanted + ListContinuationHelper::markerPrefix(style, 0, 61)).toStdString());
+        }
+    }
+}
+
+TEST_F(ListEditingTest, APlainBoxGoesOnAsOne)
+{
+    lists.setForm(ListForm::plain);
+    view.setPlainText(u"\t- [x] ab"_s);
+    view.setSelection(TextSelection::caret(8));
+    press(u"Return"_s);
+    EXPECT_EQ(view.plainText(), u"\t- [x] a\n\t- [ ] b"_s);
+    EXPECT_EQ(view.selection(), TextSelection::caret(16));
+    QTest::keyClick(&view, Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(view.plainText(), u"\t- [x] a\n- [ ] b"_s);
+    press(u"Backspace"_s);
+    EXPECT_EQ(view.plainText(), u"\t- [x] a\nb"_s);
+    lists.setForm(ListForm::rich);
+    view.setPlainText(u"- [x] a"_s);
+    view.setSelection(TextSelection::caret(7));
+    press(u"Return"_s);
+    EXPECT_EQ(view.plainText(), u"- [x] a\n☐ "_s);
+}
+
+TEST_F(ListEditingTest, ALinkStaysWithItsWords)
+{
+    CharacterStyle link;
+    link.link = u"https://example.org"_s;
+    AttributedString text(u"• one two"_s);
+    text.modifyCharacterStyles({2, 7}, [&](CharacterStyle& style) { style = link; });
+    view.gateway().load(text, {});
+    view.setSelection(TextSelection::caret(6));
+    press(u"Return"_s);
+    EXPECT_EQ(marked(), u"• one \n• |two"_s);
+    EXPECT_EQ(view.store().characterStyle(7)->link, QString());
+    EXPECT_EQ(view.store().characterStyle(8)->link, QString());
+    EXPECT_EQ(view.store().characterStyle(9)->link, link.link);
+}
+
+TEST_F(ListEditingTest, APageBreakBetweenItemsStaysOne)
+{
+    set(u"[a\n\f\nb]"_s);
+    lists.toggleList(EditorListStyle::disc);
+    EXPECT_EQ(view.plainText(), u"• a\n\f\n• b"_s);
+    lists.toggleCustomBullet(u"✿"_s, std::nullopt);
+    EXPECT_EQ(view.plainText(), u"✿ a\n\f\n✿ b"_s);
+    lists.toggleCustomBullet(u"✿"_s, std::nullopt);
+    EXPECT_EQ(view.plainText(), u"a\n\f\nb"_s);
 }
 
 TEST_F(ListEditingTest, AClickTicksABoxAndNothingElse)

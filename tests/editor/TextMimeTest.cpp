@@ -45,7 +45,7 @@ TEST(TextMime, PlainViewsGiveAndTakeCharactersOnly)
     const auto rich = textMime::encode(sample(), TextFormatting::rich);
     CharacterStyle style;
     style.link = u"here"_s;
-    EXPECT_EQ(*textMime::decode(*rich, TextFormatting::plain, style),
+    EXPECT_EQ(*textMime::decode(*rich, TextFormatting::plain, {style, {}}),
               AttributedString(u"plain bold\nline\nnext"_s, style));
 }
 

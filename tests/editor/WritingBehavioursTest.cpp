@@ -87,7 +87,13 @@ TEST_F(WritingBehavioursTest, BracketsAndQuotes)
         {"a quote opens", u"say |"_s, u"\""_s, u"say \"|\""_s},
         {"is passed", u"\"a|\""_s, u"\""_s, u"\"a\"|"_s},
         {"and closes", u"\"a b |"_s, u"\""_s, u"\"a b \"|"_s},
-        {"counted from the text's start", u"it's\n|"_s, u"'"_s, u"it's\n'|"_s},
+        {"counted in its paragraph", u"it's\n|"_s, u"'"_s, u"it's\n'|'"_s},
+        {"one that is open there", u"it's |"_s, u"'"_s, u"it's '|"_s},
+        {"a mark of inches", u"a 5|"_s, u"\""_s, u"a 5\"|"_s},
+        {"of feet", u"a 6|"_s, u"'"_s, u"a 6'|"_s},
+        {"which isn't counted", u"a 5\" and |"_s, u"\""_s, u"a 5\" and \"|\""_s},
+        {"a digit at a quotation's end", u"\"in 1984|"_s, u"\""_s, u"\"in 1984\"|"_s},
+        {"behind which one opens", u"\"in 1984\" |"_s, u"\""_s, u"\"in 1984\" \"|\""_s},
         {"an even number opens again", u"'a' |"_s, u"'"_s, u"'a' '|'"_s},
         {"an apostrophe stays alone", u"don|"_s, u"'"_s, u"don'|"_s},
         {"a letter is a letter", u"(a|)"_s, u"b"_s, u"(ab|)"_s},
@@ -125,26 +131,106 @@ TEST_F(WritingBehavioursTest, BracketsAndQuotes)
     EXPECT_EQ(marked(), u"([[|"_s) << "never in Markdown";
 }
 
-TEST_F(WritingBehavioursTest, QuotesAreCountedWhereverOneWrites)
+TEST_F(WritingBehavioursTest, PastedLinesLookLikeTheParagraphAtTheCaret)
 {
-    std::mt19937 random(3);
-    for (int i = 0; i < 400; ++i) {
-        const auto pick = [&](qsizetype count) {
-            return qsizetype(random() % unsigned(count));
-        };
-        view.setSelection(TextSelection::caret(pick(view.store().length() + 1)));
-        press(QStringList{u"\""_s, u"'"_s, u"x"_s, u" "_s, u"Return"_s, u"Backspace"_s,
-                          u"Ctrl+Z"_s}[pick(7)]);
-        const qsizetype caret = view.selection().position;
-        const QString before = view.plainText().left(caret);
-        if (caret == view.store().length() || view.store().characterAt(caret) != u'"') {
-            view.setSelection(TextSelection::caret(caret));
-            const QString text = view.plainText();
-            press(u"\""_s);
-            const qsizetype typed = view.plainText().size() - text.size();
-            ASSERT_EQ(typed, before.count(u'"') % 2 == 1 ? 1 : 2) << qPrintable(before);
+    show(EditorMode::richText);
+    ParagraphStyle here;
+    here.headIndent = here.firstLineHeadIndent = 30;
+    here.alignment = TextAlignment::center;
+    ParagraphStyle behind;
+    behind.spacingBefore = 12;
+    const auto load = [&] {
+        AttributedString text(u"ab\nbehind"_s);
+        text.setParagraphStyle({0, 2}, here);
+        text.setParagraphStyle({4, 1}, behind);
+        view.gateway().load(text, {});
+        view.setSelection(TextSelection::caret(1));
+    };
+    const auto check = [&](const char* how) {
+        EXPECT_EQ(view.plainText(), u"aone\ntwo\nthreeb\nbehind"_s) << how;
+        for (const QString& word : {u"one"_s, u"two"_s, u"three"_s})
+            EXPECT_EQ(*view.store().paragraphStyle(view.plainText().indexOf(word)), here)
+                << how << word.toStdString();
+        EXPECT_EQ(*view.store().paragraphStyle(view.store().length()), behind) << how;
+    };
+    for (const bool isSmart : {false, true}) {
+        for (const char* keys : {"Ctrl+V", "Ctrl+Shift+V"}) {
+            smartPasteSetting.write(test.defaults, isSmart);
+            QGuiApplication::clipboard()->setText(u"one\ntwo\nthree"_s);
+            load();
+            if (keys == QByteArray("Ctrl+V"))
+                press(u"Ctrl+V"_s);
+            else
+                view.pastePlain();
+            check(keys);
+            press(u"Ctrl+Z"_s);
+            EXPECT_EQ(marked(), u"a|b\nbehind"_s);
         }
     }
+}
+
+TEST_F(WritingBehavioursTest, AddressesBecomeLinks)
+{
+    struct Case {
+        const char* name;
+        QString typed;
+        QString shown; ///< of the link, empty for none
+        QString address;
+    };
+    const Case cases[] = {
+        {"with a scheme", u"see https://example.org/a_b?c=d#e "_s,
+         u"https://example.org/a_b?c=d#e"_s, u"https://example.org/a_b?c=d#e"_s},
+        {"without", u"www.example.org "_s, u"www.example.org"_s, u"https://www.example.org"_s},
+        {"of mail", u"to a.b@example.org, "_s, u"a.b@example.org"_s, u"mailto:a.b@example.org"_s},
+        {"in brackets", u"(http://example.org/x). "_s, u"http://example.org/x"_s,
+         u"http://example.org/x"_s},
+        {"brackets of its own", u"https://example.org/x_(y) "_s, u"https://example.org/x_(y)"_s,
+         u"https://example.org/x_(y)"_s},
+        {"a file", u"notes.txt "_s, {}, {}},
+        {"an abbreviation", u"e.g. this "_s, {}, {}},
+        {"what would be run", u"file:///etc/passwd "_s, {}, {}},
+        {"a scheme alone", u"https:// "_s, {}, {}},
+        {"a sign alone", u"a @ b "_s, {}, {}},
+    };
+    const auto links = [&] {
+        QStringList found;
+        view.store().forEachCharacterRun({0, view.store().length()},
+                                         [&](TextRange run, const SharedCharacterStyle& style) {
+                                             if (!style->link.isEmpty())
+                                                 found << view.store().text(run) << style->link;
+                                         });
+        return found;
+    };
+    autoBracketingSetting.write(test.defaults, false);
+    for (const Case& one : cases) {
+        const QStringList wanted =
+            one.shown.isEmpty() ? QStringList() : QStringList{one.shown, one.address};
+        for (const char* end : {"", "Return", "Tab"}) {
+            show(EditorMode::richText);
+            view.gateway().load({}, {});
+            type(*end == 0 ? one.typed : one.typed.trimmed());
+            if (*end != 0)
+                press(QString::fromLatin1(end));
+            EXPECT_EQ(links(), wanted) << one.name << " typed " << end;
+            type(u"x"_s);
+            EXPECT_EQ(links(), wanted) << one.name << ", what follows";
+        }
+        view.gateway().load({}, {});
+        QGuiApplication::clipboard()->setText(one.typed.trimmed() + u"\nnext"_s);
+        press(u"Ctrl+V"_s);
+        EXPECT_EQ(links(), wanted) << one.name << " pasted";
+        show(EditorMode::plainText);
+        view.gateway().load({}, {});
+        type(one.typed);
+        EXPECT_TRUE(links().isEmpty()) << one.name << " without formatting";
+    }
+    show(EditorMode::richText);
+    view.gateway().load({}, {});
+    type(u"www.example.org "_s);
+    press(u"Ctrl+Z"_s);
+    press(u"Ctrl+Z"_s);
+    EXPECT_TRUE(links().isEmpty()) << "taken back";
+    EXPECT_EQ(view.plainText(), u"www.example.org"_s);
 }
 
 TEST_F(WritingBehavioursTest, PastedTextFitsThePlace)

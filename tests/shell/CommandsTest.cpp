@@ -50,7 +50,7 @@ protected:
     }
 
     TestServices m_test;
-    CommandContext m_context{true, true, true, false, false, true};
+    CommandContext m_context{true, true, true, false, false, true, true};
     ShortcutCenter m_shortcuts{m_test.services(), AppUndoRedoRouter({[] {
                                    return undoTargetOf(QApplication::focusWidget());
                                }})};
@@ -126,9 +126,9 @@ TEST_F(CommandsTest, ChoosingAnItemPostsItOnce)
 {
     observe(AppCommandEvents::applyHeading1);
     observe(AppCommandEvents::applyHeading2);
-    m_context.writesRichText = false;
-    EXPECT_FALSE(m_commands.wouldAct(commandWithId(u"heading1"_s))) << "in plain text";
-    m_context.writesRichText = true;
+    m_context.mayHaveFormatting = false;
+    EXPECT_FALSE(m_commands.wouldAct(commandWithId(u"heading1"_s))) << "in Markdown";
+    m_context.mayHaveFormatting = true;
     const std::unique_ptr<QMenu> menu(makeCommandMenu(CommandMenu::Format, m_commands, nullptr));
     EXPECT_EQ(open(*menu), QStringList{u"Heading"_s});
     open(*menu);

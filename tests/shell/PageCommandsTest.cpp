@@ -3,8 +3,12 @@
 #include "editor/page/PageRuler.h"
 #include "editor/pane/EditorPaneView.h"
 #include "editor/view/EditorView.h"
+#include "shell/binder/BinderTreeView.h"
 #include "shell/commands/AppMenus.h"
+#include "shell/toolbar/MainToolbar.h"
+#include "text/store/TextStore.h"
 
+#include <QLabel>
 #include <QMenu>
 
 namespace orvane {
@@ -67,6 +71,57 @@ TEST_F(PageCommandsTest, PageViewAndRulerByKeyWithTheirMarksInTheMenu)
     pane().session().setMode(EditorMode::markdown);
     EXPECT_FALSE(inViewMenu(u"toggleRuler"_s)->isEnabled());
     EXPECT_TRUE(inViewMenu(u"togglePageView"_s)->isEnabled());
+}
+
+TEST_F(PageCommandsTest, ZoomsByKeyFromWhereverTheKeyboardIs)
+{
+    openNote(u"Low water\nSeven posts."_s, EditorMode::plainText);
+    EXPECT_TRUE(inViewMenu(u"zoomIn"_s));
+    m_hand->press(Qt::Key_Plus, Qt::ControlModifier);
+    EXPECT_DOUBLE_EQ(pane().textView().zoom(), 1.5);
+    pane().focusTitle();
+    m_hand->press(Qt::Key_Minus, Qt::ControlModifier);
+    m_hand->press(Qt::Key_Minus, Qt::ControlModifier);
+    EXPECT_DOUBLE_EQ(pane().textView().zoom(), 1.1);
+    find<BinderTreeView>()->setFocus();
+    m_hand->press(Qt::Key_0, Qt::ControlModifier);
+    EXPECT_DOUBLE_EQ(pane().textView().zoom(), 1.25);
+}
+
+TEST_F(PageCommandsTest, AFormattingKeyInAPlainNoteMakesItRichAndActs)
+{
+    openNote(u"Low water\nSeven posts."_s, EditorMode::plainText);
+    pane().textView().setSelection({0, 3});
+    m_hand->press(Qt::Key_B, Qt::ControlModifier);
+    QAbstractButton* make = button(u"Make This Note Rich Text"_s);
+    ASSERT_TRUE(make);
+    m_hand->click(*make);
+    EXPECT_EQ(pane().session().mode(), EditorMode::richText);
+    EXPECT_TRUE(pane().textView().store().characterStyle(1)->font->isBold());
+}
+
+TEST_F(PageCommandsTest, TheNameIsInTheToolbarWhileTheTitleIsOutOfSight)
+{
+    openNote(u"Low water\nSeven posts."_s, EditorMode::plainText);
+    const auto isNamed = [this] {
+        for (auto* label : find<MainToolbar>()->findChildren<QLabel*>()) {
+            if (label->isVisible() && label->text() == u"Low water")
+                return true;
+        }
+        return false;
+    };
+    pane().textView().selectAll();
+    pane().textView().gateway().type(u"a line\n"_s.repeated(200));
+    TourHand::settle();
+    pane().focusTitle();
+    m_hand->type(u"Low water"_s);
+    pane().focusText();
+    m_hand->press(Qt::Key_End, Qt::ControlModifier);
+    TourHand::settle();
+    EXPECT_TRUE(isNamed());
+    m_hand->press(Qt::Key_Home, Qt::ControlModifier);
+    TourHand::settle();
+    EXPECT_FALSE(isNamed());
 }
 
 TEST_F(PageCommandsTest, APageBreakSurvivesTheRestart)

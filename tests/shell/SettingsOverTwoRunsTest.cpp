@@ -10,6 +10,7 @@
 #include "editor/pane/EditorPaneView.h"
 #include "editor/pane/EditorTextHost.h"
 #include "editor/pane/WritingLibrary.h"
+#include "editor/session/CaretPlaces.h"
 #include "editor/session/PerNoteEditorProfile.h"
 #include "editor/view/EditorSettings.h"
 #include "editor/view/EditorView.h"
@@ -106,6 +107,10 @@ void SettingsOverTwoRuns::addStart()
     add(
         SessionKeys::openProjectHistoryIDs, [] {},
         [this] { return state().projectSession().projectsByRecentOpen().first().id == m_project; });
+    add(
+        CaretPlaces::defaultsKey,
+        [this] { window().editorPane().textView().setSelection(TextSelection::caret(3)); },
+        [this] { return window().editorPane().textView().selection().position == 3; });
     add(SessionKeys::confirmBeforeOpen, false);
     add(autosaveEnabledSetting, false);
     add(autoSaveSecondsSetting, 4.5);

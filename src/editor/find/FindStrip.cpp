@@ -205,8 +205,11 @@ void FindStrip::replace()
 
 void FindStrip::replaceAll()
 {
-    m_session.replaceAll(m_replacement->text());
+    const qsizetype count = m_session.replaceAll(m_replacement->text());
     forgetTyping();
+    if (count > 0)
+        showInCount(count == 1 ? tr("1 replaced")
+                               : tr("%1 replaced").arg(QLocale(QLocale::English).toString(count)));
 }
 
 /// What is undone next is the replacement in the text.
@@ -218,6 +221,12 @@ void FindStrip::forgetTyping()
         field->setText(field->text());
         field->setCursorPosition(caret);
     }
+}
+
+void FindStrip::showInCount(const QString& text)
+{
+    m_count->setText(text);
+    m_count->setAccessibleName(text);
 }
 
 void FindStrip::showCount()
@@ -234,8 +243,7 @@ void FindStrip::showCount()
         text = tr("%1 of %2").arg(locale.toString(selected), locale.toString(count));
     else
         text = count == 1 ? tr("1 match") : tr("%1 matches").arg(locale.toString(count));
-    m_count->setText(text);
-    m_count->setAccessibleName(text);
+    showInCount(text);
     for (QWidget* widget :
          std::initializer_list<QWidget*>{m_previous, m_next, m_replace, m_replaceAll})
         widget->setEnabled(count > 0);

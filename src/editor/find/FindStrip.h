@@ -62,6 +62,7 @@ private:
     void replace();
     void replaceAll();
     void showCount();
+    void showInCount(const QString& text);
     void forgetTyping();
 
     FindSession& m_session;

@@ -15,6 +15,7 @@ struct Band {
 
 constexpr Band saturations{0.18, 0.88};
 constexpr double leastBrightness = 0.76;
+constexpr double mostOfGrey = 0.05;
 /// By strength.
 constexpr std::array<Band, 3> alphas{{{0.16, 0.24}, {0.18, 0.34}, {0.24, 0.44}}};
 
@@ -62,7 +63,9 @@ RgbaColor normalizeHighlight(const RgbaColor& color, EditorHighlightStrength str
     Hsb hsb = hsbOf(color);
     if (hsb.saturation <= 0 && hsb.brightness <= 0)
         return {color.red, color.green, color.blue, alpha};
-    hsb.saturation = within(saturations, hsb.saturation);
+    // What has no hue of its own stays grey.
+    if (hsb.saturation > mostOfGrey)
+        hsb.saturation = within(saturations, hsb.saturation);
     hsb.brightness = std::max(hsb.brightness, leastBrightness);
     return colorOf(hsb, alpha);
 }

@@ -5,6 +5,7 @@
 #include "editor/view/CaretNavigator.h"
 #include "editor/view/EditorView.h"
 #include "editor/view/TextEdits.h"
+#include "text/layout/LineBreaker.h"
 #include "text/layout/ParagraphLayout.h"
 #include "text/store/CellRules.h"
 #include "text/store/TextStore.h"
@@ -76,6 +77,24 @@ void appendInCase(QList<TextReplacement>& replacements, const AttributedString& 
     });
 }
 
+/// The parts of `range` outside page breaks, which look as they do whatever is done around them.
+QList<TextRange> withoutPageBreaks(const TextStore& store, TextRange range)
+{
+    QList<TextRange> parts;
+    qsizetype from = range.location;
+    for (QTextBlock block = store.blockAt(range.location);
+         block.isValid() && block.position() < range.end(); block = block.next()) {
+        if (!isPageBreak(block))
+            continue;
+        if (block.position() > from)
+            parts.append(TextRange::between(from, block.position()));
+        from = std::min<qsizetype>(block.position() + block.length(), range.end());
+    }
+    if (from < range.end() || parts.isEmpty())
+        parts.append(TextRange::between(from, std::max(from, range.end())));
+    return parts;
+}
+
 } // namespace
 
 FormatEditing::FormatEditing(EditorView& view, const UserDefaults& defaults)
@@ -118,8 +137,10 @@ void FormatEditing::changeCharacters(const QString& name, TextRange range,
     gateway.performUndoableDocumentEdit(name, [&](DocumentEditor& editor) {
         CharacterStyle typing = *editor.typingStyle();
         change(typing);
-        if (!range.isEmpty())
-            editor.modifyCharacterStyles(range, change);
+        for (const TextRange part : withoutPageBreaks(m_view.store(), range)) {
+            if (!part.isEmpty())
+                editor.modifyCharacterStyles(part, change);
+        }
         editor.setTypingStyle(SharedCharacterStyle(typing));
     });
 }
@@ -129,7 +150,8 @@ void FormatEditing::changeParagraphs(const QString& name,
 {
     m_view.gateway().performUndoableDocumentEdit(name, [&](DocumentEditor& editor) {
         const SharedCharacterStyle typing = editor.typingStyle();
-        editor.modifyParagraphStyles(selected(), change);
+        for (const TextRange part : withoutPageBreaks(m_view.store(), selected()))
+            editor.modifyParagraphStyles(part, change);
         editor.setTypingStyle(typing);
     });
 }

@@ -23,9 +23,9 @@ constexpr int barHeight = 40;
 constexpr int narrowest = 160;
 constexpr int buttonSize = 28;
 constexpr int gap = 4;
-constexpr int roleWidth = 104;
-constexpr int fontWidth = 128;
-constexpr int sizeWidth = 60;
+constexpr int roleWidth = 92;
+constexpr int fontWidth = 96;
+constexpr int sizeWidth = 52;
 
 /// The name of the notification behind an action's key.
 constexpr const char* commandProperty = "orvaneCommand";

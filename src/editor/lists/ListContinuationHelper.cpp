@@ -17,9 +17,12 @@ QString continuingPrefix(const ListText& text, const ListLine& line, int level)
     const auto match = matchOf(text, line);
     if (match && match->customBullet)
         return markerPrefix(match->customBullet->character, level);
-    const bool isHyphen = text.text[line.contentStart() - 2] == u'-';
-    if (isHyphen && text.form == ListForm::plain)
-        return markerPrefix(u"-"_s, level);
+    if (text.form == ListForm::plain) {
+        if (text.text[line.contentStart() - 2] == u'-')
+            return markerPrefix(u"-"_s, level);
+        if (text.text[line.contentStart() - 2] == u']')
+            return markerPrefix(u"- [ ]"_s, level);
+    }
     return markerPrefix(*line.item, level);
 }
 
@@ -49,9 +52,18 @@ TextEdits finishWithSelection(ListLines& lines, const QString& name, TextRange s
     return edits;
 }
 
-bool isItemAt(const ListText& text, qsizetype position)
+/// What an item begins with that only moves to another level: a ticked box stays ticked.
+QString movedPrefix(const ListText& text, const ListLine& line, int level)
 {
-    return recognisedLine(text, lineRange(text.text, position)).isItem();
+    if (line.item != EditorListStyle::checkbox)
+        return continuingPrefix(text, line, level);
+    QString marker = text.text.sliced(line.range.location, line.prefixLength).trimmed();
+    return markerPrefix(marker, level);
+}
+
+bool isPageBreak(const ListText& text, const ListLine& line)
+{
+    return line.range.length == 1 && text.text[line.range.location] == u'\f';
 }
 
 TextEdits withoutMarkers(ListLines& lines, ListLines::Span span, const QString& name,
@@ -68,11 +80,13 @@ TextEdits withoutMarkers(ListLines& lines, ListLines::Span span, const QString& 
 
 std::optional<TextEdits> handleReturn(const ListText& text, TextRange selection)
 {
-    if (!selection.isEmpty() || !isItemAt(text, selection.location))
+    if (!selection.isEmpty())
         return std::nullopt;
     ListLines lines(text);
     const qsizetype index = lines.indexAt(selection.location);
     const ListLine line = lines[index];
+    if (!line.isItem() || lines.isProseAt(index))
+        return std::nullopt;
     const QStringView content =
         QStringView(text.text).sliced(line.contentStart(), line.range.end() - line.contentStart());
     if (content.trimmed().isEmpty()) {
@@ -88,27 +102,30 @@ std::optional<TextEdits> handleReturn(const ListText& text, TextRange selection)
 
 std::optional<TextEdits> removeListMarker(const ListText& text, qsizetype position)
 {
-    if (!isItemAt(text, position))
-        return std::nullopt;
     ListLines lines(text);
-    lines.setPlain(lines.indexAt(position));
+    const qsizetype index = lines.indexAt(position);
+    if (!lines[index].isItem())
+        return std::nullopt;
+    lines.setPlain(index);
     return finish(lines, listName, position);
 }
 
 std::optional<TextEdits> updateListIndent(const ListText& text, TextRange selection, int delta)
 {
-    if (!selection.isEmpty() || !isItemAt(text, selection.location))
+    if (!selection.isEmpty())
         return std::nullopt;
     const QString name = delta > 0 ? u"Indent"_s : u"Outdent"_s;
     ListLines lines(text);
     const qsizetype index = lines.indexAt(selection.location);
     const ListLine line = lines[index];
+    if (!line.isItem())
+        return std::nullopt;
     const int level = line.level + delta;
     if (level < 0) {
         lines.setPlain(index);
         return finish(lines, name, std::max(selection.location, line.contentStart()));
     }
-    lines.setItem(index, *line.item, level, continuingPrefix(text, line, level));
+    lines.setItem(index, *line.item, level, movedPrefix(text, line, level));
     if (const auto color = continuingColor(text, line))
         lines.setMarkerColor(index, color);
     return finish(lines, name, std::max(selection.location, line.contentStart()));
@@ -128,10 +145,12 @@ TextEdits toggleList(const ListText& text, TextRange selection, EditorListStyle 
     const ListLines::Span span = lines.touchedBy(selection);
     bool removes = true;
     for (qsizetype i = span.first; i < span.end && removes; ++i)
-        removes = lines[i].item == style;
+        removes = lines[i].item == style || isPageBreak(text, lines[i]);
     if (removes)
         return withoutMarkers(lines, span, name, selection);
     for (qsizetype i = span.first; i < span.end; ++i) {
+        if (isPageBreak(text, lines[i]))
+            continue;
         const int level = lines[i].isItem() ? lines[i].level : 0;
         lines.setItem(i, style, level, markerPrefix(style, level));
     }
@@ -157,10 +176,12 @@ TextEdits toggleCustomBullet(const ListText& text, TextRange selection, const QS
     };
     bool removes = true;
     for (qsizetype i = span.first; i < span.end && removes; ++i)
-        removes = carries(lines[i]);
+        removes = carries(lines[i]) || isPageBreak(text, lines[i]);
     if (removes)
         return withoutMarkers(lines, span, name, selection);
     for (qsizetype i = span.first; i < span.end; ++i) {
+        if (isPageBreak(text, lines[i]))
+            continue;
         const int level = lines[i].isItem() ? lines[i].level : 0;
         lines.setItem(i, EditorListStyle::disc, level, markerPrefix(character, level));
         lines.setMarkerColor(i, color);
@@ -185,9 +206,10 @@ std::optional<TextEdits> toggleCheckbox(const ListText& text, qsizetype position
     if (position < 0 || position >= text.text.size())
         return std::nullopt;
     const ListLine line = recognisedLine(text, lineRange(text.text, position));
-    if (line.item != EditorListStyle::checkbox || position != line.contentStart() - 2)
-        return std::nullopt;
     const bool isTicked = text.text[position] == tickedBox;
+    if (line.item != EditorListStyle::checkbox || position != line.contentStart() - 2 ||
+        (!isTicked && text.text[position] != emptyBox))
+        return std::nullopt;
     TextEdits edits;
     edits.name = isTicked ? u"Untick"_s : u"Tick"_s;
     edits.replacements = {

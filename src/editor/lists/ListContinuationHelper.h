@@ -23,9 +23,11 @@
 /// counts only if its list is long enough for its number.
 namespace orvane::ListContinuationHelper {
 
-/// Return. Nothing if there is a selection or the caret's line is no item; then Return does what it
-/// always does. An item without text ends the list: its marker goes and no line is added. Any other
-/// item goes on: what follows the caret becomes the next item. Named "List".
+/// Return. Nothing if there is a selection or the caret's line is no item, or merely begins like
+/// one
+/// ("1984. It was") with no item above it; then Return does what it always does. An item without
+/// text ends the list: its marker goes and no line is added. Any other item goes on: what follows
+/// the caret becomes the next item. Named "List".
 [[nodiscard]] std::optional<TextEdits> handleReturn(const ListText& text, TextRange selection);
 
 /// Takes the marker and the indents of the item at `position` away. Named "List".

@@ -2,13 +2,28 @@
 #include "editor/lists/ListEditing.h"
 
 #include "editor/lists/CustomBulletLibrary.h"
+#include "editor/lists/ListLines.h"
 #include "editor/view/EditorView.h"
+#include "text/layout/LineBreaker.h"
 #include "text/layout/ParagraphLayout.h"
 #include "text/store/TextStore.h"
+
+#include <QCoreApplication>
 
 namespace orvane {
 
 namespace lists = ListContinuationHelper;
+
+namespace {
+
+struct Words {
+    Q_DECLARE_TR_FUNCTIONS(ListEditing)
+};
+
+/// How far back a list is read to tell letters from Roman digits.
+constexpr int longestRun = 800;
+
+} // namespace
 
 ListEditing::ListEditing(EditorView& view, const CustomBulletLibrary& library)
     : m_view(view)
@@ -29,14 +44,36 @@ ListText ListEditing::wholeText() const
             m_library.bullets(), m_form};
 }
 
-ListText ListEditing::paragraphAt(qsizetype position, qsizetype& start) const
+ListText ListEditing::textOf(TextRange range) const
 {
     const TextStore& store = m_view.store();
-    const TextRange paragraph = store.paragraphRange(position);
-    start = paragraph.location;
-    return {store.text(paragraph),
+    const qsizetype start = range.location;
+    return {store.text(range),
             [&store, start](qsizetype within) { return store.paragraphStyle(start + within); },
             m_library.bullets(), m_form};
+}
+
+ListText ListEditing::paragraphAt(qsizetype position, qsizetype& start) const
+{
+    const TextRange paragraph = m_view.store().paragraphRange(position);
+    start = paragraph.location;
+    return textOf(paragraph);
+}
+
+/// `paragraph` with the items above it, as far as they are of one list.
+TextRange ListEditing::runAbove(TextRange paragraph) const
+{
+    TextRange run = paragraph;
+    for (int i = 0; i < longestRun && run.location > 0; ++i) {
+        const TextRange above = m_view.store().paragraphRange(run.location - 1);
+        const ListText text = textOf(above);
+        const lists::ListLine line =
+            lists::recognisedLine(text, lists::lineRange(text.text, text.text.size() - 1));
+        if (!line.isItem() && !lists::dependsOnLinesAbove(text, line))
+            break;
+        run = TextRange::between(above.location, run.end());
+    }
+    return run;
 }
 
 std::optional<lists::Context> ListEditing::listContext(qsizetype position) const
@@ -44,6 +81,14 @@ std::optional<lists::Context> ListEditing::listContext(qsizetype position) const
     qsizetype start = 0;
     const ListText paragraph = paragraphAt(position, start);
     auto context = lists::listContext(paragraph, position - start);
+    const qsizetype within = std::clamp<qsizetype>(position - start, 0, paragraph.text.size());
+    const lists::ListLine line =
+        lists::recognisedLine(paragraph, lists::lineRange(paragraph.text, within));
+    if (lists::dependsOnLinesAbove(paragraph, line)) {
+        const TextRange run = runAbove(m_view.store().paragraphRange(position));
+        start = run.location;
+        context = lists::listContextInRun(textOf(run), position - start);
+    }
     if (context) {
         context->prefixRange.location += start;
         context->contentRange.location += start;
@@ -61,10 +106,72 @@ bool ListEditing::apply(const std::optional<TextEdits>& edits)
     return true;
 }
 
+/// Takes out `gap`, from a line's end to where the words of a line below begin; what is then one
+/// paragraph has `style`.
+bool ListEditing::joinLines(TextRange gap, const SharedParagraphStyle& style)
+{
+    EditGateway& gateway = m_view.gateway();
+    if (!gateway.shouldChangeText(gap, {}))
+        return true;
+    gateway.performUndoableDocumentEdit(
+        Words::tr("Delete"),
+        [&](DocumentEditor& editor) {
+            editor.remove(gap);
+            editor.setParagraphStyle({gap.location, 0}, style);
+            editor.setSelection(TextSelection::caret(gap.location));
+            orvane::apply(lists::renumberOrderedLists(wholeText(), {gap.location, 0}), gateway);
+        },
+        EditEffect::changesText);
+    return true;
+}
+
+/// Behind a marker it goes, and before one two lines become one without it.
+bool ListEditing::deleteBackward(qsizetype caret)
+{
+    const TextStore& store = m_view.store();
+    const auto item = listContext(caret);
+    if (!item)
+        return false;
+    if (caret == item->contentRange.location)
+        return apply(lists::removeListMarker(wholeText(), caret));
+    const TextRange here = store.paragraphRange(caret);
+    if (caret != here.location || caret == 0)
+        return false;
+    const TextRange above = store.paragraphRange(caret - 1);
+    const SharedParagraphStyle style = store.paragraphStyle(above.location);
+    if (style->cell || store.paragraphStyle(caret)->cell || isPageBreak(store.blockAt(caret - 1)))
+        return false;
+    if (above.length == 1)
+        return joinLines(above, store.paragraphStyle(caret));
+    return joinLines(TextRange::between(caret - 1, item->contentRange.location), style);
+}
+
+bool ListEditing::deleteForward(qsizetype caret)
+{
+    const TextStore& store = m_view.store();
+    const TextRange here = store.paragraphRange(caret);
+    if (caret + 1 != here.end() || here.end() >= store.length() ||
+        store.characterAt(caret) != u'\n')
+        return false;
+    const auto below = listContext(here.end());
+    const SharedParagraphStyle style = store.paragraphStyle(caret);
+    if (!below || style->cell || store.paragraphStyle(here.end())->cell)
+        return false;
+    if (here.length == 1)
+        return joinLines(here, store.paragraphStyle(here.end()));
+    return joinLines(TextRange::between(caret, below->contentRange.location), style);
+}
+
 bool ListEditing::command(EditAction command)
 {
     const TextRange selection = m_view.selection().range();
-    if (!selection.isEmpty() || !m_view.isEditable() || !listContext(selection.location))
+    if (!selection.isEmpty() || !m_view.isEditable())
+        return false;
+    if (command == EditAction::deleteForward)
+        return deleteForward(selection.location);
+    if (command == EditAction::deleteBackward)
+        return deleteBackward(selection.location);
+    if (!listContext(selection.location))
         return false;
     switch (command) {
     case EditAction::insertNewline:

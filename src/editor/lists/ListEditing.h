@@ -10,8 +10,8 @@ class CustomBulletLibrary;
 class EditGateway;
 class EditorView;
 
-/// Lists in a text view: Return, Tab and Back-tab on items, a click on a box, and what toolbars and
-/// menus ask for. Everything is one step to undo.
+/// Lists in a text view: Return, Tab, Back-tab, Backspace and Delete on items, a click on a box,
+/// and what toolbars and menus ask for. Everything is one step to undo.
 class ListEditing final : public EditorExtension {
 public:
     /// Adds itself to `view`; both arguments outlive it.
@@ -26,7 +26,8 @@ public:
     void toggleCustomBullet(const QString& character, const std::optional<RgbaColor>& color);
     void removeAnyCustomBullet();
 
-    /// The item in the line that holds `position`, or nothing. Reads only its paragraph.
+    /// The item in the line that holds `position`, or nothing. Reads only its paragraph, unless it
+    /// takes the items above to tell what it is.
     [[nodiscard]] std::optional<ListContinuationHelper::Context>
     listContext(qsizetype position) const;
 
@@ -36,7 +37,12 @@ public:
 
 private:
     [[nodiscard]] ListText wholeText() const;
+    [[nodiscard]] ListText textOf(TextRange range) const;
     [[nodiscard]] ListText paragraphAt(qsizetype position, qsizetype& start) const;
+    [[nodiscard]] TextRange runAbove(TextRange paragraph) const;
+    bool deleteBackward(qsizetype caret);
+    bool deleteForward(qsizetype caret);
+    bool joinLines(TextRange gap, const SharedParagraphStyle& style);
     [[nodiscard]] std::optional<qsizetype> boxAt(QPointF page) const;
     bool apply(const std::optional<TextEdits>& edits);
 

@@ -12,6 +12,11 @@ public:
     };
 
     void clear() { m_levels.clear(); }
+    [[nodiscard]] std::optional<Level> at(int level) const
+    {
+        return std::size_t(level) < m_levels.size() ? std::optional(m_levels[std::size_t(level)])
+                                                    : std::nullopt;
+    }
     void passBullet(int level)
     {
         m_levels.resize(std::min(m_levels.size(), std::size_t(level) + 1));
@@ -32,13 +37,13 @@ namespace {
 
 bool continuesLetters(EditorListStyle style, QStringView letters, EditorListStyle before, int count)
 {
-    const bool isUpper =
-        style == EditorListStyle::upperRoman && before == EditorListStyle::upperAlpha;
-    const bool isLower = style == EditorListStyle::lowerRoman &&
-                         before == EditorListStyle::lowerAlpha && letters != u"M";
-    if (count < 2 || (!isUpper && !isLower))
-        return false;
-    return letters.size() == 1 || (isUpper && count > 26);
+    // A capital "M" alone reads as a lower Roman digit.
+    const bool isCapital = !letters.isEmpty() && letters.front().isUpper();
+    const bool isRoman =
+        style == EditorListStyle::lowerRoman || style == EditorListStyle::upperRoman;
+    const bool goesOn =
+        isCapital ? before == EditorListStyle::upperAlpha : before == EditorListStyle::lowerAlpha;
+    return count >= 2 && isRoman && goesOn && (letters.size() == 1 || count > 26);
 }
 
 /// Whether an item could not be counted so high in a list of `runLength` lines.
@@ -69,6 +74,22 @@ qsizetype countTabs(QStringView line)
     return tabs;
 }
 
+void readPrefix(ListLine& line, const ListText& text, qsizetype tabs, const PrefixMatch& match)
+{
+    line.item = match.style;
+    line.prefixLength = tabs + match.prefixLength;
+    SharedParagraphStyle style;
+    if (text.form == ListForm::rich && line.isWholeParagraph)
+        style = text.paragraphStyleAt(line.range.location);
+    line.level = listLevel(*style, tabs);
+    line.isLabelled = !style->textLists.isEmpty();
+}
+
+QStringView contentOf(const ListText& text, const ListLine& line)
+{
+    return QStringView(text.text).sliced(line.range.location, line.range.length);
+}
+
 } // namespace
 
 ListLine recognisedLine(const ListText& text, TextRange full)
@@ -87,19 +108,21 @@ ListLine recognisedLine(const ListText& text, TextRange full)
     if (line.range.length > 0 && all[line.range.end() - 1] == u'\r')
         --line.range.length;
 
-    const QStringView content = all.sliced(line.range.location, line.range.length);
+    const QStringView content = contentOf(text, line);
     const qsizetype tabs = countTabs(content);
     const auto match = matchedPrefix(content.sliced(tabs), text.bullets);
     if (!match)
         return line;
-    line.item = match->style;
-    line.prefixLength = tabs + match->prefixLength;
-    SharedParagraphStyle style;
-    if (text.form == ListForm::rich && line.isWholeParagraph)
-        style = text.paragraphStyleAt(full.location);
-    line.level = listLevel(*style, tabs);
-    line.isLabelled = !style->textLists.isEmpty();
+    readPrefix(line, text, tabs, *match);
     return line;
+}
+
+bool dependsOnLinesAbove(const ListText& text, const ListLine& line)
+{
+    if (line.isItem())
+        return line.item == EditorListStyle::lowerRoman || line.item == EditorListStyle::upperRoman;
+    const QStringView content = contentOf(text, line);
+    return matchedLetters(content.sliced(countTabs(content))).has_value();
 }
 
 std::optional<PrefixMatch> matchOf(const ListText& text, const ListLine& line)
@@ -229,10 +252,35 @@ qsizetype ListLines::runEnd(qsizetype first) const
     return end;
 }
 
+bool ListLines::isProseAt(qsizetype index) const
+{
+    const bool followsItem = index > 0 && (*this)[index - 1].isItem();
+    return !followsItem && isProse((*this)[index], runEnd(index) - index);
+}
+
+/// Makes a line with several lower letters an item, where a list has come that far.
+void ListLines::readLetters(ListLine& line, const Counters& counters) const
+{
+    constexpr int uncounted = 3; // items may have gone since the list was counted
+    const QStringView content = contentOf(m_text, line);
+    const qsizetype tabs = countTabs(content);
+    const auto match = matchedLetters(content.sliced(tabs));
+    if (!match)
+        return;
+    ListLine item = line;
+    readPrefix(item, m_text, tabs, *match);
+    const auto level = counters.at(item.level);
+    if (level && level->style == EditorListStyle::lowerAlpha && level->count + uncounted > 26 &&
+        alphaNumber(lettersOf(m_text, item)) <= level->count + uncounted)
+        line = item;
+}
+
 void ListLines::resolveLetters()
 {
     Counters counters;
     for (ListLine& line : m_lines) {
+        if (!line.isItem())
+            readLetters(line, counters);
         if (!line.isItem()) {
             counters.clear();
         } else if (!isNumbered(*line.item)) {
@@ -265,10 +313,8 @@ void ListLines::renumberRun(qsizetype first, qsizetype end)
     Counters counters;
     for (qsizetype i = first; i < end; ++i) {
         const ListLine line = at(i);
-        if (isProse(line, end - first)) {
-            counters.clear();
+        if (isProse(line, end - first))
             continue;
-        }
         if (!isNumbered(*line.item)) {
             counters.passBullet(line.level);
             continue;

@@ -26,11 +26,16 @@ struct ListLine {
 /// The line `full`, which may include what ends it, read by itself.
 [[nodiscard]] ListLine recognisedLine(const ListText& text, TextRange full);
 
+/// Whether a line that reads so by itself may be something else behind other items: letters that
+/// are Roman digits too, or several lower letters.
+[[nodiscard]] bool dependsOnLinesAbove(const ListText& text, const ListLine& line);
+
 /// What the line's marker is, for a line that was an item.
 [[nodiscard]] std::optional<PrefixMatch> matchOf(const ListText& text, const ListLine& line);
 
 /// All lines of a text and what a list operation makes of them. Reading them resolves markers that
-/// could be two things by the item before: the "C." that follows a "B." is a letter.
+/// could be two things by the item before: the "C." that follows a "B." is a letter, and so is the
+/// "aa." that follows a "z.".
 class ListLines {
 public:
     explicit ListLines(const ListText& text);
@@ -40,6 +45,8 @@ public:
         return m_lines[std::size_t(index)];
     }
     [[nodiscard]] qsizetype indexAt(qsizetype position) const;
+    /// Whether a line with no item above it only happens to begin like one.
+    [[nodiscard]] bool isProseAt(qsizetype index) const;
     /// The lines that `range` touches, from `first` up to `end`; an empty range touches one.
     struct Span {
         qsizetype first = 0;
@@ -82,6 +89,7 @@ private:
     [[nodiscard]] bool isTouched(qsizetype index) const;
     [[nodiscard]] bool isProse(const ListLine& line, qsizetype runLength) const;
     [[nodiscard]] qsizetype runEnd(qsizetype first) const;
+    void readLetters(ListLine& line, const Counters& counters) const;
     void resolveLetters();
     void renumberRun(qsizetype first, qsizetype end);
     [[nodiscard]] std::optional<qsizetype> styleSource(const ListLine& line) const;

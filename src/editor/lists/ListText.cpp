@@ -14,11 +14,10 @@ ListText ListText::of(const AttributedString& text, const QList<CustomBullet>& b
 
 namespace ListContinuationHelper {
 
-std::optional<Context> listContext(const ListText& text, qsizetype position)
+namespace {
+
+std::optional<Context> contextOf(const ListText& text, const ListLine& line, TextRange full)
 {
-    const qsizetype clamped = std::clamp<qsizetype>(position, 0, text.text.size());
-    const TextRange full = lineRange(text.text, clamped);
-    const ListLine line = recognisedLine(text, full);
     if (!line.isItem())
         return std::nullopt;
     Context context;
@@ -33,6 +32,21 @@ std::optional<Context> listContext(const ListText& text, qsizetype position)
         context.customBulletColor = match->customBullet->color();
     }
     return context;
+}
+
+} // namespace
+
+std::optional<Context> listContext(const ListText& text, qsizetype position)
+{
+    const qsizetype clamped = std::clamp<qsizetype>(position, 0, text.text.size());
+    const TextRange full = lineRange(text.text, clamped);
+    return contextOf(text, recognisedLine(text, full), full);
+}
+
+std::optional<Context> listContextInRun(const ListText& text, qsizetype position)
+{
+    const ListLines lines(text);
+    return contextOf(text, lines[lines.indexAt(position)], lineRange(text.text, position));
 }
 
 TextRange lineRange(QStringView text, qsizetype position)

@@ -52,6 +52,9 @@ struct Context {
 /// nothing if the line is no item.
 [[nodiscard]] std::optional<Context> listContext(const ListText& text, qsizetype position);
 
+/// The same, read with all lines of `text` above it: the last of a run that ends with the line.
+[[nodiscard]] std::optional<Context> listContextInRun(const ListText& text, qsizetype position);
+
 /// The line that holds `position`, with what ends it.
 [[nodiscard]] TextRange lineRange(QStringView text, qsizetype position);
 /// The lines that `range` touches, in order; an empty range touches one.

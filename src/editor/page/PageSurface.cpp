@@ -34,8 +34,10 @@ QRectF PageSurface::sheet() const
     const qreal left = std::round(origin.x() - m_fit.leftMargin * zoom);
     const qreal end = origin.y() + (m_view.layout().height() + m_view.roomBelow()) * zoom;
     const qreal bottom = std::max(end, qreal(m_view.viewport()->height())) - deskAbovePage;
-    constexpr qreal above = 4 * sheetShadowReach; // its upper edge is not in this view
-    return {QPointF(left, -above),
+    // Its upper edge stands above the head; further up nobody sees where it is.
+    const qreal head = origin.y() - m_view.roomAbove() * zoom + deskAbovePage;
+    const qreal top = std::max(std::round(head), qreal(-4 * sheetShadowReach));
+    return {QPointF(left, top),
             QPointF(left + std::round(m_fit.width() * zoom), std::round(bottom))};
 }
 

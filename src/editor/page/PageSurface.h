@@ -13,8 +13,8 @@ namespace orvane {
 
 class EditorView;
 
-/// The paper behind the text in page view. It begins above the view, reaches down to the end of the
-/// text or of the view, and grows with the text. Main thread.
+/// The paper behind the text in page view. It begins above the title, reaches down to the end of
+/// the text or of the view, and grows with the text. Main thread.
 class PageSurface final : public QObject, public EditorExtension {
     Q_OBJECT
 public:

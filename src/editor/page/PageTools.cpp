@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/page/PageTools.h"
 
+#include "commands/KeyTable.h"
 #include "editor/page/PageBreaks.h"
 #include "editor/page/PageFit.h"
 #include "editor/page/PageRuler.h"
@@ -9,7 +10,9 @@
 #include "text/store/TextStore.h"
 
 #include <QBoxLayout>
+#include <QShortcut>
 
+#include <algorithm>
 #include <cmath>
 
 namespace orvane {
@@ -22,6 +25,7 @@ constexpr double zoomStep = 1.1;
 // As the settings offer it.
 constexpr double leastZoom = 0.5;
 constexpr double mostZoom = 3;
+constexpr double zoomLadder[] = {0.5, 0.75, 0.9, 1, 1.1, 1.25, 1.5, 1.75, 2, 2.5, 3};
 
 } // namespace
 
@@ -36,6 +40,10 @@ PageTools::PageTools(EditorTextHost& host, const Services& services, Look& look,
     connect(&host, &EditorTextHost::textPlaced, this, &PageTools::showRuler);
     showRuler();
     connect(&host.view(), &EditorView::zoomRequested, this, &PageTools::zoomBy);
+    observe(Commands::zoomIn, &PageTools::zoomIn);
+    observe(Commands::zoomOut, &PageTools::zoomOut);
+    observe(Commands::resetZoom, &PageTools::resetZoom);
+    makeZoomKeys();
     observe(Commands::togglePageView, &PageTools::togglePageView);
     observe(Commands::toggleRuler, &PageTools::toggleRuler);
     observe(Commands::insertPageBreak, &PageTools::breakPage);
@@ -75,6 +83,61 @@ void PageTools::toggleRuler()
         return;
     UserDefaults& defaults = m_services.defaults;
     rulerVisibleSetting.write(defaults, !rulerVisibleSetting.read(defaults));
+}
+
+void PageTools::makeZoomKeys()
+{
+    const auto addKey = [this](const QKeySequence& keys, void (PageTools::*act)()) {
+        connect(new QShortcut(keys, &m_host), &QShortcut::activated, this, act);
+    };
+    addKey(keySequence(FixedKey::zoomIn), &PageTools::zoomIn);
+    addKey(Qt::CTRL | Qt::Key_Equal, &PageTools::zoomIn);
+    addKey(keySequence(FixedKey::zoomOut), &PageTools::zoomOut);
+    addKey(keySequence(FixedKey::resetZoom), &PageTools::resetZoom);
+}
+
+QList<double> PageTools::zoomChoices() const
+{
+    const bool isPage = m_host.parameters().pageViewEnabled;
+    QList<double> choices;
+    for (const double zoom : zoomLadder) {
+        if (!isPage || (zoom >= leastPageZoom && zoom <= mostPageZoom))
+            choices.append(zoom);
+    }
+    return choices;
+}
+
+void PageTools::setZoom(double zoom)
+{
+    const QList<double> choices = zoomChoices();
+    editorDisplayZoomSetting.write(m_services.defaults,
+                                   qBound(choices.first(), zoom, choices.last()));
+}
+
+void PageTools::zoomIn()
+{
+    const QList<double> choices = zoomChoices();
+    const double shown = m_host.view().zoom();
+    const auto next = std::find_if(choices.begin(), choices.end(),
+                                   [&](double zoom) { return zoom > shown + 0.005; });
+    const bool hasRoom = shown > editorDisplayZoomSetting.read(m_services.defaults) - 0.005;
+    if (next != choices.end() && hasRoom)
+        setZoom(*next);
+}
+
+void PageTools::zoomOut()
+{
+    const QList<double> choices = zoomChoices();
+    const double shown = m_host.view().zoom();
+    const auto next = std::find_if(choices.rbegin(), choices.rend(),
+                                   [&](double zoom) { return zoom < shown - 0.005; });
+    if (next != choices.rend())
+        setZoom(*next);
+}
+
+void PageTools::resetZoom()
+{
+    setZoom(editorDisplayZoomSetting.fallback);
 }
 
 void PageTools::zoomBy(qreal steps)

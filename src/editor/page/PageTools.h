@@ -14,8 +14,8 @@ namespace orvane {
 class EditorTextHost;
 class PageRuler;
 
-/// The commands about the page of one text host: page view, ruler and page breaks; and its zoom by
-/// the wheel. Main thread.
+/// The commands about the page of one text host: page view, ruler and page breaks; and its zoom, by
+/// the wheel and by keys that work in all of its window. Main thread.
 class PageTools final : public QObject {
     Q_OBJECT
 public:
@@ -24,12 +24,20 @@ public:
     PageTools(EditorTextHost& host, const Services& services, Look& look, QWidget& afterRuler);
     ~PageTools() override;
 
+    /// The zooms that are offered, as shares of a pixel for a point, smallest first.
+    [[nodiscard]] QList<double> zoomChoices() const;
+    void setZoom(double zoom);
+
 private:
     void observe(const Notification<CommandTarget>& command, void (PageTools::*act)());
     void togglePageView();
     void toggleRuler();
     void breakPage();
     void zoomBy(qreal steps);
+    void zoomIn();
+    void zoomOut();
+    void resetZoom();
+    void makeZoomKeys();
     void showRuler();
 
     EditorTextHost& m_host;

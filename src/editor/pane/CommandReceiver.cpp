@@ -11,11 +11,9 @@ void CommandReceiver::setNote(const std::optional<QUuid>& note, EditorMode mode)
     m_mode = mode;
 }
 
-bool CommandReceiver::isMeant(const std::optional<QUuid>& note, CommandScope scope) const
+bool CommandReceiver::isMeant(const std::optional<QUuid>& note) const
 {
     if (!m_note || !m_view.isEditable())
-        return false;
-    if (scope == CommandScope::richNotes && m_mode != EditorMode::richText)
         return false;
     return note ? note == m_note : m_view.isVisible();
 }

@@ -6,6 +6,7 @@
 
 #include <QUuid>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -33,25 +34,40 @@ public:
     [[nodiscard]] const std::optional<QUuid>& note() const { return m_note; }
     [[nodiscard]] EditorMode mode() const { return m_mode; }
 
+    /// A command that only a rich note could carry out.
+    struct Refused {
+        const char* name;          ///< of the notification
+        std::function<void()> act; ///< what it would have done, once the note is rich
+    };
+    /// Told of commands that are meant for the view and come to a note that is not rich.
+    void setRefused(std::function<void(const Refused&)> refused) { m_refused = std::move(refused); }
+
     /// Calls `act(const Payload&)` for each command that is meant for the view, as long as this
     /// lives. The payload's `noteID` is the note that a command names.
     template <typename Payload, typename Action>
     void observe(const Notification<Payload>& command, CommandScope scope, Action act)
     {
-        m_observations.push_back(
-            m_notifications.observe(command, [this, scope, act](const Payload& payload) {
-                if (isMeant(payload.noteID, scope))
+        m_observations.push_back(m_notifications.observe(
+            command, [this, name = command.name, scope, act](const Payload& payload) {
+                if (!isMeant(payload.noteID))
+                    return;
+                if (scope == CommandScope::allNotes || m_mode == EditorMode::richText)
                     act(payload);
+                else if (m_refused)
+                    m_refused({name, [act, payload] {
+                                   act(payload);
+                               }});
             }));
     }
 
 private:
-    [[nodiscard]] bool isMeant(const std::optional<QUuid>& note, CommandScope scope) const;
+    [[nodiscard]] bool isMeant(const std::optional<QUuid>& note) const;
 
     const EditorView& m_view;
     NotificationCenter& m_notifications;
     std::optional<QUuid> m_note;
     EditorMode m_mode = EditorMode::plainText;
+    std::function<void(const Refused&)> m_refused;
     std::vector<NotificationCenter::Observation> m_observations;
 };
 

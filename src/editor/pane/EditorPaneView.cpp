@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/pane/EditorPaneView.h"
 
+#include "commands/EditorFormatNotifications.h"
 #include "core/versions/NoteVersion.h"
 #include "editor/page/PageFit.h"
-#include "editor/page/PageHead.h"
 #include "editor/page/PageTools.h"
 #include "editor/pane/EditorTextHost.h"
 #include "editor/pane/NoteLinks.h"
 #include "editor/pane/StatusStrip.h"
 #include "editor/pane/WritingTools.h"
+#include "editor/session/CaretPlaces.h"
 #include "editor/session/SlowNotes.h"
 #include "editor/view/EditorView.h"
 #include "text/store/Graphemes.h"
@@ -21,6 +22,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QStackedLayout>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -91,16 +93,24 @@ EditorPaneView::EditorPaneView(AppState& appState, Look& look, QWidget* parent)
     m_slowNotes = std::make_unique<SlowNotes>(m_text->view(), appState.services().defaults);
     m_slowNotes->begin(m_session.noteID(), m_session.gateway().store());
     m_tools->prepareText(m_session.gateway(), m_session.mode());
+    placeCaret();
     m_text->showText(&m_session.gateway());
     m_tools->showText(m_session.noteID());
     m_slowNotes->pause();
     m_links = std::make_unique<NoteLinks>(m_text->view(), m_session, appState);
     connect(m_links.get(), &NoteLinks::linkSheetWanted, this, &EditorPaneView::linkSheetWanted);
     m_pageTools = std::make_unique<PageTools>(*m_text, appState.services(), look, *m_title);
+    connect(m_status, &StatusStrip::zoomChosen, m_pageTools.get(), &PageTools::setZoom);
+    m_status->setZoomChoices([this] { return m_pageTools->zoomChoices(); });
+    connect(m_text, &EditorTextHost::textPlaced, this, &EditorPaneView::showZoom);
+    connect(&m_text->view(), &EditorView::headShown, this, &EditorPaneView::tellTitle);
+    connect(m_title, &QLineEdit::textChanged, this, &EditorPaneView::tellTitle);
+    observeModeCommands();
     loadDraft();
     updateSavingState();
     // By Tab from the top to the foot: the strip was made before the page.
     QWidget* last = &m_text->view();
+    setTabOrder(m_title, last);
     for (QWidget* part : std::initializer_list<QWidget*>{&m_tools->findStrip(), m_status}) {
         for (auto* each : part->findChildren<QWidget*>()) {
             if (each->focusPolicy() & Qt::TabFocus) {
@@ -137,7 +147,8 @@ QWidget* EditorPaneView::makePage()
     auto* layout = new QVBoxLayout(page);
     layout->setContentsMargins({});
     layout->setSpacing(0);
-    m_head = new PageHead(page);
+    m_text = new EditorTextHost(page);
+    m_head = new QWidget(m_text->view().viewport());
     auto* row = new QVBoxLayout(m_head);
     m_title = new QLineEdit(m_head);
     m_title->setFrame(false);
@@ -147,9 +158,8 @@ QWidget* EditorPaneView::makePage()
     m_title->setTextMargins(-2, 0, -2, 0);
     m_title->installEventFilter(this);
     row->addWidget(m_title);
-    layout->addWidget(m_head);
-    m_text = new EditorTextHost(page);
     layout->addWidget(m_text, 1);
+    m_text->view().setHead(m_head);
     return page;
 }
 
@@ -216,6 +226,7 @@ void EditorPaneView::connectSession()
         m_slowNotes->begin(m_session.noteID(), m_session.gateway().store());
         applyHostLook();
         m_tools->prepareText(m_session.gateway(), m_session.mode());
+        placeCaret();
         m_text->showText(&m_session.gateway());
         updateMode();
         emit textChanged();
@@ -246,7 +257,10 @@ void EditorPaneView::connectSession()
 
 void EditorPaneView::connectTools()
 {
-    connect(this, &EditorPaneView::textAboutToChange, this, [this] { m_tools->leaveText(); });
+    connect(this, &EditorPaneView::textAboutToChange, this, [this] {
+        rememberCaret();
+        m_tools->leaveText();
+    });
     connect(this, &EditorPaneView::textChanged, this,
             [this] { m_tools->showText(m_session.noteID()); });
     connect(&m_session, &EditorSession::draftLoaded, this, [this](FindControls find) {
@@ -297,6 +311,7 @@ void EditorPaneView::resizeEvent(QResizeEvent* event)
 void EditorPaneView::placeTitle()
 {
     const TextColumn column = m_text->columnIn(width());
+    const int seen = width() - m_text->view().verticalScrollBar()->sizeHint().width();
     const auto& sheet = m_text->parameters().look.sheet;
     int top = titleTop;
     if (sheet) {
@@ -304,9 +319,9 @@ void EditorPaneView::placeTitle()
         const int title = m_title->sizeHint().height() + titleGap;
         top = deskAbovePage + qMax(column.topMargin - title, leastPaperAboveTitle);
     }
-    m_head->layout()->setContentsMargins(column.left, top, width() - column.left - column.width,
-                                         titleGap);
-    m_head->setSheet(sheet, column.sheetLeft, column.sheetWidth);
+    m_head->layout()->setContentsMargins(column.left, top,
+                                         qMax(0, seen - column.left - column.width), titleGap);
+    m_text->view().setHeadHeight(m_head->sizeHint().height());
 }
 
 bool EditorPaneView::eventFilter(QObject* watched, QEvent* event)
@@ -321,6 +336,7 @@ bool EditorPaneView::eventFilter(QObject* watched, QEvent* event)
 
 void EditorPaneView::focusTitle()
 {
+    m_text->view().verticalScrollBar()->setValue(0);
     if (m_session.noteID())
         m_title->setFocus(Qt::OtherFocusReason);
     m_title->selectAll();
@@ -361,6 +377,9 @@ void EditorPaneView::loadDraft()
     if (m_title->text() != draft.title)
         m_title->setText(draft.title);
     m_title->setCursorPosition(0);
+    m_status->endOffer();
+    showZoom();
+    tellTitle();
     updateEditable();
     updateMode();
     updateCounts();
@@ -383,11 +402,99 @@ void EditorPaneView::updateCounts()
     if (!m_session.noteID())
         return m_status->setCounts({}, 0);
     const QString body = m_session.currentBodyPlain();
-    m_status->setCounts(wordCount(body), body.size());
+    const int words = wordCount(body);
+    m_status->setCounts(words, body.size());
+    emit counted(*m_session.noteID(), words, body.size());
+}
+
+void EditorPaneView::showZoom()
+{
+    m_status->setZoom(m_session.noteID() ? std::optional(m_text->view().zoom()) : std::nullopt);
+}
+
+/// A note that is shown for the first time in this run stands where it was left in the last one.
+void EditorPaneView::placeCaret()
+{
+    m_caretNote = m_session.noteID();
+    if (!m_caretNote || m_placed.contains(*m_caretNote))
+        return;
+    m_placed.insert(*m_caretNote);
+    EditGateway& gateway = m_session.gateway();
+    const UserDefaults& defaults = m_appState.services().defaults;
+    const auto place = CaretPlaces::placeIn(defaults, *m_caretNote);
+    if (place && gateway.selection() == TextSelection())
+        gateway.setSelection(TextSelection::caret(std::min(*place, gateway.store().length())));
+}
+
+void EditorPaneView::rememberCaret()
+{
+    if (!m_caretNote)
+        return;
+    CaretPlaces::remember(m_appState.services().defaults, *m_caretNote,
+                          m_text->view().selection().position);
+    m_caretNote.reset();
+}
+
+void EditorPaneView::tellTitle()
+{
+    const bool isOut = m_session.noteID() && !m_text->view().showsHead();
+    const QString title = m_title->text().simplified();
+    emit titleOutOfSight(!isOut ? QString() : title.isEmpty() ? tr("Untitled") : title);
+}
+
+void EditorPaneView::observeModeCommands()
+{
+    const auto observe = [this](const Notification<CommandTarget>& command, EditorMode mode) {
+        m_observations.push_back(m_appState.services().notifications.observe(
+            command, [this, mode](const CommandTarget& target) {
+                const auto& shown = m_session.noteID();
+                if (shown && (target.noteID ? target.noteID == shown : isVisible()))
+                    m_session.setMode(mode);
+            }));
+    };
+    observe(AppCommandEvents::writeRichText, EditorMode::richText);
+    observe(AppCommandEvents::writePlainText, EditorMode::plainText);
+    observe(AppCommandEvents::writeMarkdown, EditorMode::markdown);
+    connect(m_tools.get(), &WritingTools::formattingRefused, this,
+            &EditorPaneView::offerFormatting);
+}
+
+void EditorPaneView::offerFormatting(const QByteArray& command, const std::function<void()>& act)
+{
+    namespace Format = EditorFormatNotifications;
+    const QUuid note = *m_session.noteID();
+    if (m_offered.contains(note))
+        return;
+    m_offered.insert(note);
+    const auto isAny = [&](const auto&... commands) {
+        return ((command == commands.name) || ...);
+    };
+    const QString text = isAny(Format::bold)            ? tr("Plain Text has no bold.")
+                         : isAny(Format::italic)        ? tr("Plain Text has no italics.")
+                         : isAny(Format::underline)     ? tr("Plain Text has no underlining.")
+                         : isAny(Format::strikethrough) ? tr("Plain Text has no strikethrough.")
+                         : isAny(AppCommandEvents::applyHeading1, AppCommandEvents::applyHeading2,
+                                 AppCommandEvents::applyHeading3, AppCommandEvents::applyHeading4,
+                                 AppCommandEvents::applyHeading5, AppCommandEvents::applyHeading6)
+                             ? tr("Plain Text has no headings.")
+                             : tr("Plain Text has no formatting.");
+    m_status->offer(text, tr("Make This Note Rich Text"), [this, note, act] {
+        if (m_session.noteID() != note)
+            return;
+        const TextSelection selection = m_text->view().selection();
+        m_session.setMode(EditorMode::richText);
+        if (m_session.mode() != EditorMode::richText)
+            return;
+        m_text->view().setSelection(selection);
+        act();
+        focusText();
+    });
 }
 
 void EditorPaneView::updateMode()
 {
+    if (m_session.mode() != EditorMode::plainText)
+        m_status->endOffer();
     m_status->setMode(m_session.noteID() ? std::optional(m_session.mode()) : std::nullopt);
 }
 

@@ -6,6 +6,8 @@
 #include "editor/pane/WritingLibrary.h"
 #include "editor/session/EditorSession.h"
 
+#include <QSet>
+
 class QLabel;
 class QLineEdit;
 class QStackedLayout;
@@ -16,7 +18,6 @@ namespace orvane {
 class EditorTextHost;
 class EditorView;
 class NoteLinks;
-class PageHead;
 class PageTools;
 class SlowNotes;
 class StatusStrip;
@@ -52,6 +53,10 @@ signals:
     /// The text view shows another note, another text of the same note or another mode; the session
     /// tells which.
     void textChanged();
+    /// The words and characters of the text as it is typed, some time after the last key.
+    void counted(const QUuid& note, int words, qsizetype characters);
+    /// The title as it is while it stands above what is seen; empty while it is in sight.
+    void titleOutOfSight(const QString& title);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -69,16 +74,22 @@ private:
     void placeTitle();
     void loadDraft();
     void updateCounts();
+    void showZoom();
+    void tellTitle();
+    void placeCaret();
+    void rememberCaret();
     void updateSavingState();
     void updateEditable();
     void updateMode();
     void settingChanged(const QString& key);
+    void observeModeCommands();
+    void offerFormatting(const QByteArray& command, const std::function<void()>& act);
 
     AppState& m_appState;
     EditorSession m_session;
     WritingLibrary m_library;
     QStackedLayout* m_stack;
-    PageHead* m_head = nullptr;
+    QWidget* m_head = nullptr;
     QLineEdit* m_title = nullptr;
     EditorTextHost* m_text = nullptr;
     std::unique_ptr<WritingTools> m_tools;
@@ -90,6 +101,12 @@ private:
     QTimer* m_countTimer;
     std::unique_ptr<NoteLinks> m_links;
     std::unique_ptr<PageTools> m_pageTools;
+    /// The note whose caret is remembered once it is left, and those that have come to theirs.
+    std::optional<QUuid> m_caretNote;
+    QSet<QUuid> m_placed;
+    /// Notes to which formatting was offered since the program has started.
+    QSet<QUuid> m_offered;
+    std::vector<NotificationCenter::Observation> m_observations;
 };
 
 } // namespace orvane

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLocale>
 #include <QMenu>
+#include <QPushButton>
 #include <QToolButton>
 
 namespace orvane {
@@ -19,7 +20,11 @@ StatusStrip::StatusStrip(Look& look, QWidget* parent)
     , m_saving(makeLabel({}, TextStyle::Label))
     , m_mode(new StripMenuButton(this))
     , m_buttons(new QHBoxLayout)
+    , m_zoom(new StripMenuButton(this))
     , m_lock(new QToolButton(this))
+    , m_offer(new QWidget(this))
+    , m_offerText(makeLabel({}, TextStyle::Label))
+    , m_offerAction(new QPushButton(m_offer))
 {
     setFixedHeight(28);
     setAccessibleName(tr("Status"));
@@ -29,13 +34,19 @@ StatusStrip::StatusStrip(Look& look, QWidget* parent)
     layout->addWidget(m_words);
     layout->addWidget(m_characters);
     layout->addStretch();
+    layout->addWidget(m_offer);
+    layout->addStretch();
     layout->addWidget(m_saving);
     m_buttons->setSpacing(4);
     m_buttons->addWidget(m_mode);
+    m_buttons->addWidget(m_zoom);
     m_buttons->addWidget(m_lock);
     layout->addLayout(m_buttons);
     m_saving->setAccessibleDescription(tr("Saving"));
     makeModeMenu();
+    makeOffer();
+    m_zoom->setFill([this](QMenu& menu) { fillZoomMenu(menu); });
+    setZoom(std::nullopt);
     m_lock->setCheckable(true);
     m_lock->setIconSize({16, 16});
     m_lock->setFixedSize(24, 24);
@@ -60,6 +71,73 @@ void StatusStrip::makeModeMenu()
         action->setData(int(mode));
         group->addAction(action);
         connect(action, &QAction::triggered, this, [this, mode] { emit modeChosen(mode); });
+    }
+}
+
+void StatusStrip::makeOffer()
+{
+    auto* row = new QHBoxLayout(m_offer);
+    row->setContentsMargins(10, 0, 2, 0);
+    row->setSpacing(8);
+    setTextStyle(m_offerAction, TextStyle::Label);
+    m_offerAction->setDefault(true);
+    m_offerAction->setFixedHeight(20);
+    auto* close = new QToolButton(m_offer);
+    close->setIcon(look().icon(Symbol::Close, Surface::StatusStrip, &SurfaceTokens::textSecondary));
+    close->setIconSize({12, 12});
+    close->setFixedSize(20, 20);
+    close->setFocusPolicy(Qt::TabFocus);
+    close->setToolTip(tr("Not Now"));
+    close->setAccessibleName(tr("Not Now"));
+    row->addWidget(m_offerText);
+    row->addWidget(m_offerAction);
+    row->addWidget(close);
+    m_offer->hide();
+    connect(close, &QToolButton::clicked, this, &StatusStrip::endOffer);
+    connect(m_offerAction, &QPushButton::clicked, this, [this] {
+        const std::function<void()> accept = m_acceptOffer;
+        endOffer();
+        if (accept)
+            accept();
+    });
+}
+
+void StatusStrip::offer(const QString& text, const QString& action, std::function<void()> act)
+{
+    m_offerText->setText(text);
+    m_offerAction->setText(action);
+    m_acceptOffer = std::move(act);
+    m_offer->show();
+}
+
+void StatusStrip::endOffer()
+{
+    m_acceptOffer = nullptr;
+    m_offer->hide();
+}
+
+void StatusStrip::setZoom(std::optional<double> zoom)
+{
+    m_zoom->setVisible(zoom.has_value());
+    m_shownZoom = zoom.value_or(0);
+    if (zoom)
+        m_zoom->setChoice(tr("Zoom"), tr("%1 %").arg(qRound(*zoom * 100)));
+}
+
+void StatusStrip::setZoomChoices(std::function<QList<double>()> choices)
+{
+    m_zoomChoices = std::move(choices);
+}
+
+void StatusStrip::fillZoomMenu(QMenu& menu)
+{
+    menu.clear();
+    const QList<double> choices = m_zoomChoices ? m_zoomChoices() : QList<double>();
+    for (const double zoom : choices) {
+        QAction* action = menu.addAction(tr("%1 %").arg(qRound(zoom * 100)));
+        action->setCheckable(true);
+        action->setChecked(qRound(zoom * 100) == qRound(m_shownZoom * 100));
+        connect(action, &QAction::triggered, this, [this, zoom] { emit zoomChosen(zoom); });
     }
 }
 

@@ -4,10 +4,13 @@
 #include "appearance/SurfacePanel.h"
 #include "editor/view/EditorSettings.h"
 
+#include <functional>
 #include <optional>
 
 class QLabel;
 class QHBoxLayout;
+class QMenu;
+class QPushButton;
 class QToolButton;
 
 namespace orvane {
@@ -25,8 +28,8 @@ struct SavingState {
     bool operator==(const SavingState&) const = default;
 };
 
-/// The line below the page: words and characters on the left; saving, the menu of modes and the
-/// lock of the pane's width on the right.
+/// The line below the page: words and characters on the left; in the middle an offer while there is
+/// one; saving, the menus of modes and zooms and the lock of the pane's width on the right.
 class StatusStrip : public SurfacePanel {
     Q_OBJECT
 public:
@@ -38,15 +41,25 @@ public:
     /// Without a mode there is no menu.
     void setMode(std::optional<EditorMode> mode);
     void setWidthLocked(bool locked);
+    /// Pixels for a point; nothing without a note.
+    void setZoom(std::optional<double> zoom);
+    /// What the menu of zooms holds, made anew whenever it opens.
+    void setZoomChoices(std::function<QList<double>()> choices);
+    /// Says `text` with a button `action` beside it, until that is pressed or it is closed.
+    void offer(const QString& text, const QString& action, std::function<void()> act);
+    void endOffer();
     /// Puts a further choice before that of the mode, and owns it.
     void addChoice(StripMenuButton* button);
 
 signals:
     void modeChosen(orvane::EditorMode mode);
     void widthLockChosen(bool locked);
+    void zoomChosen(double zoom);
 
 private:
     void makeModeMenu();
+    void makeOffer();
+    void fillZoomMenu(QMenu& menu);
     void showSavingState();
     void showLock();
 
@@ -55,7 +68,14 @@ private:
     QLabel* m_saving;
     StripMenuButton* m_mode;
     QHBoxLayout* m_buttons;
+    StripMenuButton* m_zoom;
     QToolButton* m_lock;
+    QWidget* m_offer;
+    QLabel* m_offerText;
+    QPushButton* m_offerAction;
+    std::function<void()> m_acceptOffer;
+    std::function<QList<double>()> m_zoomChoices;
+    double m_shownZoom = 0;
     SavingState m_state;
     bool m_isLocked = false;
 };

@@ -87,6 +87,10 @@ void WritingTools::observeCommands(NotificationCenter& notifications)
     m_observations.push_back(notifications.observe(AppCommandEvents::toggleDocumentFind,
                                                    [this](const NoPayload&) { toggleFind(); }));
     observeListCommands();
+    m_commands.setRefused([this](const CommandReceiver::Refused& refused) {
+        if (m_mode == EditorMode::plainText)
+            emit formattingRefused(refused.name, refused.act);
+    });
 }
 
 void WritingTools::observeListCommands()
@@ -140,6 +144,8 @@ bool WritingTools::isCaretInSight() const
 void WritingTools::showText(const std::optional<QUuid>& note)
 {
     m_note = note;
+    if (note && m_view.store().isEmpty() && m_view.isEditable())
+        m_languages.beginNote(*note);
     m_commands.setNote(note, m_mode);
     m_behaviours.showText(note, m_mode);
     m_lists.setForm(m_mode == EditorMode::richText ? ListForm::rich : ListForm::plain);

@@ -52,6 +52,10 @@ public:
     void toggleFind();
     void openFind(FindStrip::Controls controls);
 
+signals:
+    /// Formatting was asked for in a plain note. `act` does it, once the note is rich.
+    void formattingRefused(const QByteArray& command, const std::function<void()>& act);
+
 private:
     void makeKeys(QWidget& pane);
     void observeCommands(NotificationCenter& notifications);

@@ -75,8 +75,19 @@ QString Spelling::languageOf(const QUuid& note) const
 void Spelling::setLanguage(const QUuid& note, const QString& language)
 {
     auto languages = m_defaults.get<QJsonObject>(languagesKey(), {});
-    languages.insert(keyOf(note),
-                     language.isEmpty() ? QString::fromUtf16(noSpellingLanguage) : language);
+    const QString chosen = language.isEmpty() ? QString::fromUtf16(noSpellingLanguage) : language;
+    languages.insert(keyOf(note), chosen);
+    languages.insert(QString::fromUtf16(lastSpellingLanguage), chosen);
+    m_defaults.set(languagesKey(), DefaultsValue(languages));
+}
+
+void Spelling::beginNote(const QUuid& note)
+{
+    auto languages = m_defaults.get<QJsonObject>(languagesKey(), {});
+    const QString last = languages.value(QString::fromUtf16(lastSpellingLanguage)).toString();
+    if (last.isEmpty() || languages.contains(keyOf(note)))
+        return;
+    languages.insert(keyOf(note), last);
     m_defaults.set(languagesKey(), DefaultsValue(languages));
 }
 

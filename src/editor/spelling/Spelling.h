@@ -33,6 +33,8 @@ public:
     [[nodiscard]] QString languageOf(const QUuid& note) const;
     /// An empty language for no checking.
     void setLanguage(const QUuid& note, const QString& language);
+    /// Gives a note that has no language of its own, as a new one, that which was chosen last.
+    void beginNote(const QUuid& note);
     /// The checker for the note's language; null if there is none or checking is off.
     [[nodiscard]] SpellChecker* checkerFor(const QUuid& note);
 
@@ -53,6 +55,8 @@ private:
 /// settings.editor.spelling.enabled, and the languages of notes by upper-case UUID text.
 inline constexpr Setting<bool> spellingEnabledSetting{u"settings.editor.spelling.enabled", true};
 inline constexpr char16_t spellingLanguagesKey[] = u"settings.editor.spelling.languages";
+/// Beside the notes: what was chosen last.
+inline constexpr char16_t lastSpellingLanguage[] = u"last";
 /// In place of a language: the note is not checked.
 inline constexpr char16_t noSpellingLanguage[] = u"none";
 

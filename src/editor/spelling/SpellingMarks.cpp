@@ -246,6 +246,7 @@ void SpellingMarks::addSuggestions(QMenu& menu, TextRange word)
     for (const QString& suggestion : suggestions) {
         QAction* action = menu.addAction(QString(suggestion).replace(u'&', QStringLiteral("&&")));
         QFont font = action->font();
+        font.setStyleName({}); // which would decide
         font.setBold(true);
         action->setFont(font);
         connect(action, &QAction::triggered, this,

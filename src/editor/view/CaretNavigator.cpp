@@ -192,10 +192,7 @@ CaretPlace CaretNavigator::moved(ParagraphLayout& layout, const TextStore& store
     case CaretMove::lineEnd: {
         const LaidOutLine line = layout.lineAt(int(from.position), from.side);
         CaretPlace end;
-        end.position = layout.positionInLine(line, line.rect.right() + 1e6, &end.side);
-        // In a right-to-left line the far right is its start.
-        if (end.position <= line.range.location && !line.range.isEmpty())
-            end.position = layout.positionInLine(line, line.rect.left() - 1e6, &end.side);
+        end.position = layout.endOfLine(line, &end.side);
         return end;
     }
     case CaretMove::paragraphUp:

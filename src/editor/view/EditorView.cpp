@@ -176,10 +176,11 @@ void EditorView::setZoom(qreal zoom)
     zoom = std::clamp(zoom, leastZoom, mostZoom);
     if (qFuzzyCompare(zoom, m_zoom))
         return;
+    const bool isAtTop = m_scroller->offset() <= 0;
     const qreal top = toPage({0, 0}).y();
     m_zoom = zoom;
     updateColumn();
-    m_scroller->jumpTo(top);
+    m_scroller->jumpTo(isAtTop ? -roomAbove() : top);
     viewport()->update();
 }
 
@@ -204,6 +205,40 @@ void EditorView::setLeastShareBelow(qreal share)
 qreal EditorView::roomBelow() const
 {
     return std::max(m_geometry.bottomPadding, m_leastShareBelow * viewport()->height() / m_zoom);
+}
+
+void EditorView::setHead(QWidget* head)
+{
+    m_head = head;
+    if (head)
+        head->setParent(viewport());
+    placeHead();
+}
+
+void EditorView::setHeadHeight(int height)
+{
+    if (height == m_headHeight)
+        return;
+    const bool isAtTop = m_scroller->offset() <= 0;
+    const qreal top = toPage({0, 0}).y();
+    m_headHeight = height;
+    m_scroller->jumpTo(isAtTop ? -roomAbove() : top);
+    viewport()->update();
+}
+
+bool EditorView::showsHead() const
+{
+    return m_scroller->offset() < m_headHeight;
+}
+
+void EditorView::placeHead()
+{
+    if (!m_head)
+        return;
+    const int top = -int(std::lround(m_scroller->offset()));
+    m_head->setGeometry(0, top, viewport()->width(), m_headHeight);
+    if (std::exchange(m_showedHead, showsHead()) != m_showedHead)
+        emit headShown(m_showedHead);
 }
 
 void EditorView::setObjectPainter(ObjectPainter* painter)
@@ -261,7 +296,7 @@ qreal EditorView::columnLeft() const
 
 QPointF EditorView::textOrigin() const
 {
-    return {columnLeft(), m_geometry.verticalMargin * m_zoom - m_scroller->offset()};
+    return {columnLeft(), roomAbove() * m_zoom - m_scroller->offset()};
 }
 
 QPointF EditorView::toPage(QPointF viewportPoint) const
@@ -431,8 +466,12 @@ void EditorView::ensureCaretVisible()
         m_scroller->jumpTo(top - height / m_zoom / 2);
         caret = caretRect();
     }
+    // Above the first line there is the head.
+    const bool isFirstLine = toPage(caret.center()).y() < caret.height() / m_zoom;
+    const bool fitsBelowHead = roomAbove() * m_zoom + caret.height() + air < height;
     if (caret.top() < air)
-        m_scroller->scrollBy(caret.top() - air);
+        m_scroller->scrollBy(isFirstLine && fitsBelowHead ? -std::ceil(m_scroller->offset())
+                                                          : caret.top() - air);
     else if (caret.bottom() > height - air)
         m_scroller->scrollBy(std::min(caret.bottom() - height + air, caret.top() - air));
     updateCaret();
@@ -554,6 +593,7 @@ void EditorView::resizeEvent(QResizeEvent* event)
     QAbstractScrollArea::resizeEvent(event);
     updateColumn();
     m_scroller->settle();
+    placeHead();
     viewport()->update();
 }
 

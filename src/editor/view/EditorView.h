@@ -13,6 +13,7 @@
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
 #include <QHash>
+#include <QPointer>
 
 #include <memory>
 
@@ -89,6 +90,18 @@ public:
     void setLeastShareBelow(qreal share);
     /// The room below the last line, in points.
     [[nodiscard]] qreal roomBelow() const;
+    /// What stands above the text and scrolls with it, as wide as the viewport, whose child it
+    /// becomes; null for nothing.
+    void setHead(QWidget* head);
+    /// In pixels. The text that is seen stays where it is, unless it is seen from its top.
+    void setHeadHeight(int height);
+    /// The room above the first line, in points.
+    [[nodiscard]] qreal roomAbove() const
+    {
+        return m_geometry.verticalMargin + m_headHeight / m_zoom;
+    }
+    /// Whether some of the head is in sight.
+    [[nodiscard]] bool showsHead() const;
     /// Who draws attachments; must outlive the view. Null for the view's own, which draws what
     /// attachments carry.
     void setObjectPainter(ObjectPainter* painter);
@@ -159,6 +172,8 @@ signals:
     /// A person has turned the wheel with Ctrl held; `steps` are notches, with parts of them.
     void zoomRequested(qreal steps);
     void scrolled();
+    /// The head has come into sight or left it.
+    void headShown(bool isShown);
 
 protected:
     bool event(QEvent* event) override;
@@ -198,6 +213,7 @@ private:
     void select(TextSelection selection, CaretSide side);
     void onSelectionChanged();
     void moveContents(int pixels);
+    void placeHead();
     /// Moves what is shown below a paragraph that has become higher or lower, where that is by
     /// whole pixels; false where it has to be drawn.
     bool moveBelow(qreal oldY, qreal newY);
@@ -238,6 +254,9 @@ private:
     EditorLook m_look;
     EditorGeometry m_geometry;
     qreal m_leastShareBelow = 0;
+    QPointer<QWidget> m_head;
+    int m_headHeight = 0;
+    bool m_showedHead = true;
     TextFont m_baseFont{editorFontFamilySetting.fallback, editorFontSizeSetting.fallback};
     LineSettings m_lineSettings{1.6};
     AttachmentPainter m_ownPainter;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 // What a person does to the text: keys, mouse, wheel, menu, input methods.
+#include "commands/KeyTable.h"
 #include "editor/view/EditorView.h"
 #include "editor/view/InputMethodBridge.h"
 #include "editor/view/MouseSelection.h"
@@ -119,8 +120,11 @@ bool EditorView::viewportEvent(QEvent* event)
     return QAbstractScrollArea::viewportEvent(event);
 }
 
-bool EditorView::focusNextPrevChild(bool /*next*/)
+bool EditorView::focusNextPrevChild(bool next)
 {
+    // Tab is typed, but not where the head has the keyboard.
+    if (m_head && m_head->isAncestorOf(QApplication::focusWidget()))
+        return QAbstractScrollArea::focusNextPrevChild(next);
     return false; // Tab belongs to the text.
 }
 
@@ -178,7 +182,8 @@ bool EditorView::handleCommandKey(QKeyEvent* event)
         paste();
     else if (event->matches(QKeySequence::Undo))
         undo();
-    else if (event->matches(QKeySequence::Redo))
+    else if (event->matches(QKeySequence::Redo) ||
+             event->keyCombination() == keySequence(FixedKey::redoByY)[0])
         redo();
     else if (event->matches(QKeySequence::SelectAll))
         selectAll();
@@ -228,7 +233,11 @@ bool EditorView::runCommand(EditAction command)
         m_gateway->insertParagraph();
         break;
     case EditAction::insertLineBreak:
-        m_gateway->insertLineBreak();
+        // Text without formatting has one kind of line end.
+        if (m_formatting == TextFormatting::rich)
+            m_gateway->insertLineBreak();
+        else
+            m_gateway->insertParagraph();
         break;
     case EditAction::insertTab:
         m_gateway->type(QStringLiteral("\t"));

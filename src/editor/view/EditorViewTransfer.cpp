@@ -106,7 +106,8 @@ bool EditorView::canPaste(const QMimeData* data) const
 bool EditorView::insertFrom(const QMimeData& data, const QString& actionName,
                             TextFormatting formatting)
 {
-    const auto content = textMime::decode(data, formatting, m_gateway->typingStyle());
+    const SharedParagraphStyle paragraph = store().paragraphStyle(selection().range().location);
+    const auto content = textMime::decode(data, formatting, {m_gateway->typingStyle(), paragraph});
     return content && m_gateway->insert(*content, actionName);
 }
 
@@ -220,7 +221,8 @@ Qt::DropAction EditorView::takeDrop(const QDropEvent& event)
         return m_gateway->move(selection().range(), position, tr("Drag")) ? Qt::MoveAction
                                                                           : Qt::IgnoreAction;
     const auto style = m_gateway->typingStyleAt(position);
-    const auto content = textMime::decode(data, m_formatting, style);
+    const auto content =
+        textMime::decode(data, m_formatting, {style, store().paragraphStyle(position)});
     if (!content)
         return Qt::IgnoreAction;
     const bool canCopy = event.possibleActions().testFlag(Qt::CopyAction);

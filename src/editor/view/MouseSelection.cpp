@@ -266,8 +266,9 @@ void MouseSelection::pastePrimary(QPointF point)
         return;
     CaretSide side = CaretSide::lowerLine;
     const qsizetype position = m_view.positionAt(point, &side);
-    const auto content =
-        textMime::decode(*data, m_view.formatting(), m_view.gateway().typingStyleAt(position));
+    const auto content = textMime::decode(
+        *data, m_view.formatting(),
+        {m_view.gateway().typingStyleAt(position), m_view.store().paragraphStyle(position)});
     if (!content)
         return;
     m_view.setSelection(TextSelection::caret(position), side);

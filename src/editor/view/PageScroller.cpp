@@ -25,6 +25,7 @@ void PageScroller::reset()
     m_remainder = 0;
     m_view.verticalScrollBar()->setValue(0);
     m_view.viewport()->update();
+    m_view.placeHead();
 }
 
 void PageScroller::Anchor::follow(const TextChange& change)
@@ -71,7 +72,7 @@ void PageScroller::placeAnchor(Hold hold)
         m_anchor.top = m_view.viewport()->height() - below * m_view.zoom();
         return;
     }
-    const qreal top = value / m_view.zoom() - m_view.textGeometry().verticalMargin;
+    const qreal top = value / m_view.zoom() - m_view.roomAbove();
     const PagePlace place = layout.placeAtY(std::max(0.0, top));
     m_anchor.position = place.position;
     m_anchor.top = (place.top - top) * m_view.zoom();
@@ -107,14 +108,14 @@ void PageScroller::adjustBar()
 {
     ParagraphLayout& layout = m_view.layout();
     QScrollBar& bar = *m_view.verticalScrollBar();
-    const EditorGeometry& geometry = m_view.textGeometry();
+    const qreal above = m_view.roomAbove();
     const qreal zoom = m_view.zoom();
     const int height = m_view.viewport()->height();
-    const qreal page = (geometry.verticalMargin + layout.height() + m_view.roomBelow()) * zoom;
+    const qreal page = (above + layout.height() + m_view.roomBelow()) * zoom;
     const int maximum = std::max(0, int(std::ceil(page)) - height);
 
     const qreal anchor = layout.placeAt(m_anchor.position).top;
-    const qreal wanted = (geometry.verticalMargin + anchor) * zoom - m_anchor.top;
+    const qreal wanted = (above + anchor) * zoom - m_anchor.top;
     m_offset = std::clamp(wanted, 0.0, qreal(maximum));
     bar.setRange(0, maximum);
     bar.setPageStep(height);
@@ -123,7 +124,7 @@ void PageScroller::adjustBar()
     bar.setValue(m_settledValue);
 
     // The topmost in sight holds the page the next time.
-    const qreal top = m_offset / zoom - geometry.verticalMargin;
+    const qreal top = m_offset / zoom - above;
     const PagePlace first = layout.placeAtY(std::max(0.0, top));
     m_anchor.position = first.position;
     m_anchor.top = (first.top - top) * zoom;
@@ -173,13 +174,14 @@ void PageScroller::moveShown()
     const qreal distance = now - m_shown.top;
     m_shown = m_anchor;
     if (std::abs(distance) < 0.01)
-        return;
+        return m_view.placeHead();
     const qreal ratio = viewport.devicePixelRatioF();
     const bool isWhole = std::abs(distance - std::round(distance)) < 0.01 && ratio == int(ratio);
     if (isWhole && std::abs(distance) < viewport.height())
         m_view.moveContents(int(std::lround(distance)));
     else
         viewport.update();
+    m_view.placeHead();
 }
 
 void PageScroller::scrollBy(qreal pixels)

@@ -68,7 +68,7 @@ void applyTo(Target& target, const TextEdits& edits, const SharedCharacterStyle&
     qsizetype shift = 0;
     for (const TextReplacement& replacement : edits.replacements) {
         const TextRange range{replacement.range.location + shift, replacement.range.length};
-        SharedCharacterStyle style = typingStyle;
+        SharedCharacterStyle style = newTextStyle(typingStyle, false);
         if (replacement.styleFrom) {
             const SharedCharacterStyle source = styleAt(*replacement.styleFrom + shift);
             style = newTextStyle(source,

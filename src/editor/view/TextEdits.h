@@ -18,7 +18,7 @@ struct TextReplacement {
     QString text;
     /// The position, before the edit, of the character whose style the new text takes; it stands
     /// behind the replacement before and not behind the next one. A link comes along only where
-    /// text of that link is replaced. Absent for the style in which one would type.
+    /// text of that link is replaced. Absent for the style in which one would type, without a link.
     std::optional<qsizetype> styleFrom;
 
     bool operator==(const TextReplacement&) const = default;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/view/TextMime.h"
 
+#include "editor/writing/AddressLinks.h"
 #include "text/archive/TextArchive.h"
 #include "text/html/HtmlReader.h"
 #include "text/html/HtmlWriter.h"
@@ -153,18 +154,23 @@ bool canDecode(const QMimeData& data, TextFormatting formatting)
 }
 
 std::optional<AttributedString> decode(const QMimeData& data, TextFormatting formatting,
-                                       const SharedCharacterStyle& style)
+                                       const Surroundings& place)
 {
-    if (formatting == TextFormatting::rich) {
-        if (auto text = decodeRich(data, style))
-            return text;
+    const bool isRich = formatting == TextFormatting::rich;
+    if (isRich) {
+        if (auto text = decodeRich(data, place.style))
+            return data.hasFormat(archiveType()) ? text : withAddressLinks(*std::move(text));
     }
     if (!data.hasText())
         return std::nullopt;
     QString text = data.text();
     text.replace("\r\n"_L1, "\n"_L1);
     text.replace(u'\r', u'\n');
-    return AttributedString(text, style);
+    AttributedString plain(text, place.style);
+    ParagraphStyle paragraph = *place.paragraph;
+    paragraph.cell.reset();
+    plain.setParagraphStyle(plain.fullRange(), paragraph);
+    return isRich ? withAddressLinks(std::move(plain)) : plain;
 }
 
 bool bringsAll(const QMimeData& data, const AttributedString& decoded)

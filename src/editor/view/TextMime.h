@@ -29,10 +29,15 @@ namespace textMime {
                                                      TextFormatting formatting);
 
 [[nodiscard]] bool canDecode(const QMimeData& data, TextFormatting formatting);
-/// The text of the richest form that can be read; characters that bring no attributes of their own
-/// get `style`.
+/// How text looks where it goes.
+struct Surroundings {
+    SharedCharacterStyle style;
+    SharedParagraphStyle paragraph;
+};
+/// The text of the richest form that can be read. What brings no attributes of its own takes those
+/// of `place`; addresses in a rich text are links.
 [[nodiscard]] std::optional<AttributedString>
-decode(const QMimeData& data, TextFormatting formatting, const SharedCharacterStyle& style);
+decode(const QMimeData& data, TextFormatting formatting, const Surroundings& place);
 /// Whether `decoded` has all the text and objects of the data it was decoded from: no file is only
 /// named, no picture left out.
 [[nodiscard]] bool bringsAll(const QMimeData& data, const AttributedString& decoded);

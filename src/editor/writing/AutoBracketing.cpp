@@ -6,6 +6,8 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
+
 namespace orvane {
 
 namespace {
@@ -13,6 +15,9 @@ namespace {
 constexpr char16_t bracketPairs[][2] = {
     {u'(', u')'}, {u'[', u']'}, {u'{', u'}'}, {u'"', u'"'}, {u'\'', u'\''},
 };
+
+/// A quote further back than this closes nothing.
+constexpr qsizetype longestQuotation = 100'000;
 
 bool isQuote(QChar c)
 {
@@ -47,38 +52,28 @@ BracketAction bracketAction(QChar typed, const BracketPlace& place)
     if (!isQuote(typed))
         return BracketAction::pair;
     const bool isApostrophe = typed == u'\'' && place.before.isLetterOrNumber();
-    const bool closes = isApostrophe || place.countBefore(typed) % 2 == 1;
-    return closes ? BracketAction::type : BracketAction::pair;
+    const bool isAlone = isApostrophe || place.before.isDigit() || place.isQuoteOpen(typed);
+    return isAlone ? BracketAction::type : BracketAction::pair;
 }
 
-qsizetype QuoteCount::before(const TextStore& store, qsizetype position, QChar quote)
+bool isQuoteOpen(QStringView paragraph, QChar quote)
 {
-    const TextRange between =
-        TextRange::between(std::min(position, m_position), std::max(position, m_position));
-    const int sign = position < m_position ? -1 : 1;
-    m_single += sign * store.count(u'\'', between);
-    m_double += sign * store.count(u'"', between);
-    m_position = position;
-    return quote == u'"' ? m_double : m_single;
-}
-
-void QuoteCount::follow(const TextChange& change)
-{
-    if (change.location < m_position)
-        reset();
+    bool isOpen = false;
+    for (qsizetype i = paragraph.indexOf(quote); i >= 0; i = paragraph.indexOf(quote, i + 1)) {
+        const bool isMark = !isOpen && i > 0 && paragraph[i - 1].isDigit();
+        isOpen = isOpen != !isMark;
+    }
+    return isOpen;
 }
 
 AutoBracketing::AutoBracketing(EditorView& view)
     : m_view(view)
-    , m_changes(QObject::connect(&view, &EditorView::textChanged, &view,
-                                 [this](const TextChange& change) { m_quotes.follow(change); }))
 {
     m_view.addExtension(this, ExtensionPriority::writing);
 }
 
 AutoBracketing::~AutoBracketing()
 {
-    QObject::disconnect(m_changes);
     m_view.removeExtension(this);
 }
 
@@ -89,10 +84,13 @@ bool AutoBracketing::textTyped(const QString& text)
     const QChar typed = text.front();
     const TextStore& store = m_view.store();
     const TextRange selected = m_view.selection().range();
-    const BracketPlace place{!selected.isEmpty(), store.characterAt(selected.location - 1),
-                             store.characterAt(selected.end()), [&](QChar c) {
-                                 return m_quotes.before(store, selected.location, c);
-                             }};
+    const BracketPlace place{
+        !selected.isEmpty(), store.characterAt(selected.location - 1),
+        store.characterAt(selected.end()), [&](QChar c) {
+            const qsizetype from = std::max(store.paragraphRange(selected.location).location,
+                                            selected.location - longestQuotation);
+            return isQuoteOpen(store.text(TextRange::between(from, selected.location)), c);
+        }};
     switch (bracketAction(typed, place)) {
     case BracketAction::type:
         return false;

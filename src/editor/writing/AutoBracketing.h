@@ -5,21 +5,19 @@
 #include "text/value/TextSelection.h"
 
 #include <QChar>
-#include <QObject>
 
 #include <functional>
 
 namespace orvane {
 
 class EditorView;
-class TextStore;
 
 /// Where a character is typed, as far as brackets need to know.
 struct BracketPlace {
     bool hasSelection = false;
-    QChar before;                                ///< a null character at the start of the text
-    QChar next;                                  ///< a null character at its end
-    std::function<qsizetype(QChar)> countBefore; ///< how often a character stands before the caret
+    QChar before;                           ///< a null character at the start of the text
+    QChar next;                             ///< a null character at its end
+    std::function<bool(QChar)> isQuoteOpen; ///< whether one before the caret waits to be closed
 };
 
 /// What typing a bracket or a quote does.
@@ -33,24 +31,13 @@ enum class BracketAction {
 /// The character that closes what `open` opens, a quote itself; null for all other characters.
 [[nodiscard]] QChar closingBracket(QChar open);
 
-/// A quote opens where their number before the caret is even, except a single one behind a letter
-/// or a digit, which is an apostrophe.
+/// A quote opens where none is open, except a single one behind a letter, which is an apostrophe,
+/// and one behind a digit, which counts feet or inches.
 [[nodiscard]] BracketAction bracketAction(QChar typed, const BracketPlace& place);
 
-/// How many quotes stand before a place. Counts from where it was asked the last time, so a quote
-/// in a long text costs no more than in a short one as long as one writes on.
-class QuoteCount {
-public:
-    [[nodiscard]] qsizetype before(const TextStore& store, qsizetype position, QChar quote);
-    void follow(const TextChange& change);
-    /// Another text.
-    void reset() { *this = {}; }
-
-private:
-    qsizetype m_position = 0;
-    qsizetype m_single = 0;
-    qsizetype m_double = 0;
-};
+/// Whether a quote in `paragraph`, what stands of one before the caret, waits to be closed. Behind
+/// a digit one that closes nothing is a mark of length.
+[[nodiscard]] bool isQuoteOpen(QStringView paragraph, QChar quote);
 
 /// Closes brackets and quotes while they are typed in a view. Off until told otherwise.
 class AutoBracketing final : public EditorExtension {
@@ -60,17 +47,12 @@ public:
     ~AutoBracketing() override;
 
     void setEnabled(bool enabled) { m_isEnabled = enabled; }
-    /// The view shows another text.
-    void showText() { m_quotes.reset(); }
-
     bool textTyped(const QString& text) override;
 
 private:
     void surround(QChar open, QChar close);
 
     EditorView& m_view;
-    QMetaObject::Connection m_changes;
-    QuoteCount m_quotes;
     bool m_isEnabled = false;
 };
 

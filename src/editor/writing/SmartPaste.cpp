@@ -50,7 +50,9 @@ bool SmartPaste::paste(const QMimeData& data)
         return false;
     EditGateway& gateway = m_view.gateway();
     const SharedCharacterStyle typing = gateway.typingStyle();
-    auto text = textMime::decode(data, TextFormatting::rich, typing);
+    const SharedParagraphStyle paragraph =
+        gateway.store().paragraphStyle(gateway.selection().range().location);
+    auto text = textMime::decode(data, TextFormatting::rich, {typing, paragraph});
     if (!text)
         return false;
     gateway.insert(cleanWebFormatting(*std::move(text), *typing, m_view.layout().baseFont()),

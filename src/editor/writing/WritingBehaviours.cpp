@@ -7,6 +7,7 @@ WritingBehaviours::WritingBehaviours(EditorView& view, const Services& services,
     : QObject(parent)
     , m_defaults(services.defaults)
     , m_menu(view, services)
+    , m_links(view)
     , m_brackets(view)
     , m_paste(view)
     , m_focus(view)
@@ -23,7 +24,6 @@ void WritingBehaviours::showText(const std::optional<QUuid>& note, EditorMode mo
 {
     m_mode = mode;
     m_menu.showText(note, mode);
-    m_brackets.showText();
     applySettings();
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "editor/writing/AddressLinks.h"
 #include "editor/writing/AutoBracketing.h"
 #include "editor/writing/FocusMode.h"
 #include "editor/writing/SmartPaste.h"
@@ -9,9 +10,9 @@
 
 namespace orvane {
 
-/// What a writer feels in a view beside the typing itself: brackets that close, pasted text that
-/// fits, focus and typewriter mode, and the context menu's part for them. Follows the settings, so
-/// a change of one acts at once. Main thread.
+/// What a writer feels in a view beside the typing itself: brackets that close, addresses
+/// that become links, pasted text that fits, focus and typewriter mode, and the context menu's part
+/// for them. Follows the settings, so a change of one acts at once. Main thread.
 class WritingBehaviours final : public QObject {
     Q_OBJECT
 public:
@@ -26,6 +27,7 @@ private:
 
     UserDefaults& m_defaults;
     WritingMenu m_menu;
+    AddressLinks m_links;
     AutoBracketing m_brackets;
     SmartPaste m_paste;
     FocusMode m_focus;

@@ -49,9 +49,10 @@ enum class CommandNeed {
     WritableProject, ///< one that may be changed now
     Note,            ///< a selected note
     WritableNote,
-    RichNote, ///< a selected note that is written as rich text and may be changed
-    Back,     ///< a note to go back to
-    Forward,  ///< and one to go forward to
+    FormattableNote, ///< one that is written as rich text, or offers to be
+    RichNote,        ///< a selected note that is written as rich text and may be changed
+    Back,            ///< a note to go back to
+    Forward,         ///< and one to go forward to
 };
 
 /// What there is, as a value.
@@ -61,7 +62,8 @@ struct CommandContext {
     bool hasNote = false;
     bool canGoBack = false;
     bool canGoForward = false;
-    bool writesRichText = false; ///< the selected note is written so
+    bool writesRichText = false;    ///< the selected note is written so
+    bool mayHaveFormatting = false; ///< it is, or as plain text, which offers to become rich
 };
 
 [[nodiscard]] bool isMet(CommandNeed need, const CommandContext& context);

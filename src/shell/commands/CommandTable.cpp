@@ -105,6 +105,12 @@ bool isSet(const UserDefaults& defaults)
     return setting.read(defaults);
 }
 
+template <EditorMode mode>
+bool writesIn(const UserDefaults& defaults)
+{
+    return editorModeSetting.read(defaults) == rawValue(mode);
+}
+
 template <FocusGranularity granularity>
 bool focusesOn(const UserDefaults& defaults)
 {
@@ -195,8 +201,17 @@ std::vector<CommandSection> editSections()
 std::vector<CommandSection> formatSections()
 {
     constexpr Need note = Need::WritableNote;
-    constexpr Need rich = Need::RichNote;
+    constexpr Need rich = Need::FormattableNote;
     return {
+        {Format,
+         TITLE("Mode of the Note"),
+         {turnsOnAndOff(
+              posts("plainText", TITLE("Plain Text"), postable<App::writePlainText>(), note),
+              writesIn<EditorMode::plainText>),
+          turnsOnAndOff(posts("richText", TITLE("Rich Text"), postable<App::writeRichText>(), note),
+                        writesIn<EditorMode::richText>),
+          turnsOnAndOff(posts("markdown", TITLE("Markdown"), postable<App::writeMarkdown>(), note),
+                        writesIn<EditorMode::markdown>)}},
         {Format,
          nullptr,
          {ofAction(Key::bold, rich), ofAction(Key::italic, rich), ofAction(Key::underline, rich),
@@ -283,6 +298,11 @@ std::vector<CommandSection> viewSections()
               [](const UserDefaults& defaults) { return pageViewEnabledSetting.read(defaults); }),
           posts("customizeToolbar", TITLE("Customize Toolbar"),
                 postable<App::customizeMainToolbar>(), Need::Nothing)}},
+        {View,
+         nullptr,
+         {ofKey("zoomIn", FixedKey::zoomIn, Need::Note),
+          ofKey("zoomOut", FixedKey::zoomOut, Need::Note),
+          ofKey("resetZoom", FixedKey::resetZoom, Need::Note)}},
         {View,
          nullptr,
          {switches("toggleTypewriterMode", TITLE("Typewriter Mode"), Do::ToggleTypewriterMode,
@@ -383,6 +403,9 @@ bool isMet(CommandNeed need, const CommandContext& context)
         return context.showsProject && context.hasNote;
     case CommandNeed::WritableNote:
         return context.showsProject && context.hasNote && context.mayWrite;
+    case CommandNeed::FormattableNote:
+        return context.showsProject && context.hasNote && context.mayWrite &&
+               context.mayHaveFormatting;
     case CommandNeed::RichNote:
         return context.showsProject && context.hasNote && context.mayWrite &&
                context.writesRichText;

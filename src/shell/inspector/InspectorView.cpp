@@ -179,6 +179,15 @@ void InspectorView::show(const QString& heading, const QList<std::pair<QLabel*, 
     m_stack->setCurrentWidget(values.isEmpty() ? static_cast<QWidget*>(m_nothing) : m_scroll);
 }
 
+void InspectorView::showCounts(const QUuid& note, int words, qsizetype characters)
+{
+    const auto row = m_appState.selection().selectedBinderRowID();
+    if (row != BinderRowID{BinderRowID::Kind::Note, note})
+        return;
+    m_words->setText(grouped(words));
+    m_characters->setText(grouped(characters));
+}
+
 void InspectorView::refresh()
 {
     m_refreshTimer->stop();

@@ -23,6 +23,9 @@ class InspectorView : public SurfacePanel {
 public:
     InspectorView(AppState& appState, SheetHost& sheets, Look& look, QWidget* parent = nullptr);
 
+    /// How much the text of a note has while it is typed, where that note is selected.
+    void showCounts(const QUuid& note, int words, qsizetype characters);
+
 protected:
     void showEvent(QShowEvent* event) override;
 

@@ -32,7 +32,7 @@ KeyRoute routeFixedKey(const KeyRow& row)
     const auto key = fixedKeyOf(row);
     if (key == FixedKey::undo)
         return {KeyRoute::Kind::Undo, {}, true};
-    if (key == FixedKey::redo)
+    if (key == FixedKey::redo || key == FixedKey::redoByY)
         return {KeyRoute::Kind::Redo, {}, true};
     if (key == FixedKey::settings)
         return {};

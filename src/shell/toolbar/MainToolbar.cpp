@@ -3,6 +3,7 @@
 
 #include "appearance/Drawing.h"
 #include "shell/toolbar/ToolbarButtons.h"
+#include "shell/window/ElidedLabel.h"
 
 #include <QAction>
 #include <QHBoxLayout>
@@ -16,6 +17,7 @@ namespace {
 
 constexpr int bandHeight = 48;
 constexpr int narrowest = 320;
+constexpr int widestTitle = 240;
 
 class Separator final : public QWidget {
 public:
@@ -63,6 +65,13 @@ MainToolbar::MainToolbar(AppState& appState, const Actions& actions, const Menus
     addSeparator();
     addWritingButtons(actions);
     m_optional += {{forward, actions.forward}, {back, actions.back}};
+    m_titleSeparator = addSeparator();
+    m_noteTitle = new ElidedLabel(this);
+    setTextStyle(m_noteTitle, TextStyle::BodyMedium);
+    m_noteTitle->setAccessibleName(tr("Note"));
+    m_noteTitle->setMaximumWidth(widestTitle);
+    m_row->addWidget(m_noteTitle);
+    setNoteTitle({});
     m_row->addStretch(1);
     addFinder(*actions.find);
     m_row->addStretch(1);
@@ -152,6 +161,17 @@ void MainToolbar::openMenu()
     const QPoint corner = m_menuButton->mapToGlobal(m_menuButton->rect().bottomRight());
     m_menu->popup(corner + QPoint(1 - m_menu->sizeHint().width(), 5));
     m_menuButton->setDown(false);
+}
+
+void MainToolbar::setNoteTitle(const QString& title)
+{
+    m_noteTitle->setText(title);
+    m_noteTitle->setMinimumWidth(
+        qMin(widestTitle, m_noteTitle->fontMetrics().horizontalAdvance(title) + 1));
+    m_noteTitle->setVisible(!title.isEmpty());
+    m_titleSeparator->setVisible(!title.isEmpty());
+    if (m_finder)
+        fit();
 }
 
 void MainToolbar::showProject()

@@ -11,6 +11,7 @@ class QToolButton;
 
 namespace orvane {
 
+class ElidedLabel;
 class FinderButton;
 class ProjectSwitcher;
 
@@ -41,6 +42,8 @@ public:
                 QWidget* parent = nullptr);
 
     void openMenu();
+    /// The name of the note whose title is out of sight; empty for none.
+    void setNoteTitle(const QString& title);
     /// Puts a tool of another part of the program, such as a badge, before the toggles of the
     /// panes; the toolbar takes it over.
     void addTool(QWidget* tool);
@@ -67,7 +70,9 @@ private:
     AppState& m_appState;
     QHBoxLayout* m_row;
     ProjectSwitcher* m_project;
-    FinderButton* m_finder;
+    FinderButton* m_finder = nullptr;
+    QWidget* m_titleSeparator = nullptr;
+    ElidedLabel* m_noteTitle = nullptr;
     QToolButton* m_insertButton = nullptr;
     QToolButton* m_overflowButton = nullptr;
     QToolButton* m_menuButton = nullptr;

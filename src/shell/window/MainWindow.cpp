@@ -203,6 +203,7 @@ QWidget* MainWindow::makeWorkspace()
     layout->addWidget(m_toolbar);
     layout->addWidget(makePanes(workspace), 1);
     connect(m_binder, &BinderView::noteActivated, m_editor, &EditorPaneView::focusText);
+    connect(m_editor, &EditorPaneView::titleOutOfSight, m_toolbar, &MainToolbar::setNoteTitle);
     connect(m_editor, &EditorPaneView::newNoteRequested, this, &MainWindow::newNote);
     connect(m_editor, &EditorPaneView::linkSheetWanted, this, [this] {
         if (!m_sheets->topSheet())
@@ -229,6 +230,7 @@ QWidget* MainWindow::makePanes(QWidget* parent)
     connect(page, &RecordPage::eraseWanted, m_binder, &BinderView::erase);
     showKeys();
     m_inspector = new InspectorView(m_appState, *m_sheets, m_look, panes);
+    connect(m_editor, &EditorPaneView::counted, m_inspector, &InspectorView::showCounts);
     panes->setPane(Pane::Binder, m_binder);
     panes->setPane(Pane::Editor, page);
     panes->setPane(Pane::Inspector, m_inspector);
@@ -270,7 +272,8 @@ CommandContext MainWindow::commandContext() const
             .hasNote = m_appState.selection().selectedNoteID().has_value(),
             .canGoBack = m_appState.selection().canNavigateMainEditorBack(),
             .canGoForward = m_appState.selection().canNavigateMainEditorForward(),
-            .writesRichText = m_editor && m_editor->session().mode() == EditorMode::richText};
+            .writesRichText = m_editor && m_editor->session().mode() == EditorMode::richText,
+            .mayHaveFormatting = m_editor && m_editor->session().mode() != EditorMode::markdown};
 }
 
 void MainWindow::addKey(FixedKey key, std::function<void()> act)

@@ -134,7 +134,14 @@ int markerLength(const ParagraphSource& source)
     while (tabs < text.size() && text.at(tabs) == u'\t')
         ++tabs;
     const qsizetype space = text.indexOf(u' ', tabs);
-    return space > tabs && space - tabs <= longestMarker ? int(space) + 1 : 0;
+    if (space <= tabs || space - tabs > longestMarker)
+        return 0;
+    // A word is none, as where the marker was removed by hand.
+    const QStringView marker = QStringView(text).sliced(tabs, space - tabs);
+    const bool isWord =
+        marker.back() != u'.' && marker.back() != u')' &&
+        std::any_of(marker.begin(), marker.end(), [](QChar c) { return c.isLetterOrNumber(); });
+    return isWord ? 0 : int(space) + 1;
 }
 
 /// Finds lines that stand within a word so long that no line holds it. To break such a line at a

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 // Where positions of the text stand on the page, and back.
+#include "text/layout/LineGeometry.h"
 #include "text/layout/ParagraphLayout.h"
 #include "text/value/LayoutUnits.h"
 
-#include <QGlyphRun>
-#include <QRawFont>
 #include <QTextDocument>
 
 #include <algorithm>
-#include <cmath>
+#include <limits>
 
 namespace orvane {
 
@@ -18,49 +17,9 @@ constexpr qreal u = layoutUnitsPerPoint;
 /// How a selected "\n" shows in a line that is full.
 constexpr qreal newlineWidth = 4 * u;
 
-using Stretch = std::pair<qreal, qreal>;
-
-bool isRightToLeft(QChar character)
+LineGeometry geometryOf(const PieceLayout& piece, int line)
 {
-    if (character.unicode() < 0x590)
-        return false;
-    const QChar::Direction direction = character.direction();
-    return direction == QChar::DirR || direction == QChar::DirAL || direction == QChar::DirAN ||
-           direction == QChar::DirRLE || direction == QChar::DirRLO || direction == QChar::DirRLI;
-}
-
-/// Where the glyphs of [from, to) stand, as few stretches as they form. For lines in which
-/// neighbouring characters may stand far apart.
-QList<Stretch> glyphStretches(const QTextLine& line, int from, int to)
-{
-    QList<Stretch> glyphs;
-    for (const QGlyphRun& run : line.glyphRuns(from, to - from)) {
-        const QList<QPointF> positions = run.positions();
-        const QList<QPointF> advances = run.rawFont().advancesForGlyphIndexes(run.glyphIndexes());
-        for (qsizetype i = 0; i < positions.size(); ++i)
-            glyphs.append({positions[i].x(), positions[i].x() + advances[i].x()});
-    }
-    std::sort(glyphs.begin(), glyphs.end());
-    // Kerning and justification leave small gaps between neighbours.
-    const qreal gap = (line.ascent() + line.descent()) / 6;
-    QList<Stretch> joined;
-    for (const Stretch& glyph : glyphs) {
-        if (!joined.isEmpty() && glyph.first <= joined.last().second + gap)
-            joined.last().second = std::max(joined.last().second, glyph.second);
-        else
-            joined.append(glyph);
-    }
-    return joined;
-}
-
-/// The stretches of [from, to) in a line, left and right, in layout units.
-QList<Stretch> stretchesOf(const QTextLine& line, QStringView lineText, int from, int to)
-{
-    if (std::any_of(lineText.begin(), lineText.end(), isRightToLeft))
-        return glyphStretches(line, from, to);
-    const qreal a = line.cursorToX(from);
-    const qreal b = line.cursorToX(to);
-    return {{std::min(a, b), std::max(a, b)}};
+    return {piece.text(), piece.line(line), piece.characters()};
 }
 
 } // namespace
@@ -123,7 +82,8 @@ QRectF ParagraphLayout::caretRect(int position, CaretSide side)
     const ParagraphBox& about = box(block);
     const PieceLayout& piece = *about.pieces[std::size_t(index.piece)].layout;
     const QTextLine line = piece.line(index.line);
-    const qreal x = about.content.left() + line.cursorToX(piece.toLayout(inBlock));
+    const qreal x =
+        about.content.left() + geometryOf(piece, index.line).caretX(piece.toLayout(inBlock));
     qreal height = line.ascent() + line.descent();
     if (block.length() == 1 && !hasPreedit()) {
         const QFontMetricsF metrics(closingFont(block, m_font));
@@ -142,23 +102,27 @@ int ParagraphLayout::positionInLine(const LaidOutLine& line, qreal x, CaretSide*
     const ParagraphBox& about = box(block);
     const PieceLayout& piece = *about.pieces[std::size_t(index.piece)].layout;
     const QTextLine laidOut = piece.line(index.line);
-    const auto toDocument = [&](int inLayout) {
-        return block.position() + piece.toParagraph(inLayout);
-    };
-    const int hit = laidOut.xToCursor(x * u - about.content.left());
+    const int hit = geometryOf(piece, index.line).placeAt(x * u - about.content.left());
     const int lineEnd = laidOut.textStart() + laidOut.textLength();
     if (hit < lineEnd || line.endsParagraph || laidOut.textLength() == 0)
-        return toDocument(std::min(hit, lineEnd));
-    // Beyond the end of a wrapped line: before its last blank or its line break, or, where a word
-    // was cut, at the cut itself.
-    const QChar last = hasPreedit() && block.contains(m_preedit.position)
-                           ? QChar()
-                           : document().characterAt(toDocument(lineEnd) - 1);
-    if (last.isSpace())
-        return toDocument(lineEnd - 1);
+        return block.position() + piece.toParagraph(hit);
+    return endOfLine(line, side);
+}
+
+int ParagraphLayout::endOfLine(const LaidOutLine& line, CaretSide* side) const
+{
+    if (side)
+        *side = CaretSide::lowerLine;
+    const auto end = int(line.range.end());
+    if (line.endsParagraph || line.range.isEmpty())
+        return end;
+    const bool isWithinPreedit =
+        hasPreedit() && document().findBlock(end) == document().findBlock(m_preedit.position);
+    if (!isWithinPreedit && document().characterAt(end - 1).isSpace())
+        return end - 1;
     if (side)
         *side = CaretSide::upperLine;
-    return toDocument(lineEnd);
+    return end;
 }
 
 LaidOutLine ParagraphLayout::lineAtY(const QTextBlock& block, qreal y)
@@ -276,7 +240,6 @@ QList<QRectF> ParagraphLayout::rectsInPiece(const QTextBlock& block, int index, 
     const ParagraphBox& about = box(block);
     const ParagraphPiece& piece = about.pieces[std::size_t(index)];
     const PieceLayout& laidOut = *piece.layout;
-    const QString& text = laidOut.characters();
     const qreal top = pieceTop(block, about, index);
     const bool endsText = index + 1 == int(about.pieces.size());
     const int textEnd = block.length() - 1;
@@ -302,17 +265,21 @@ QList<QRectF> ParagraphLayout::rectsInPiece(const QTextBlock& block, int index, 
         const int a = std::max(first, lineStart);
         const int b = std::min(past, lineEnd);
         if (a < b) {
-            for (const auto& [left, right] :
-                 stretchesOf(line, QStringView(text).mid(lineStart, lineEnd - lineStart), a, b))
+            for (const auto& [left, right] : geometryOf(laidOut, i).stretchesOf(a, b))
                 add(left, right);
         }
         // A selection that goes on in the next line fills this one to its end.
         const bool begins = first < lineEnd || (isLast && first <= lineEnd);
         const bool continues = begins && (isLast ? goesOn : past > lineEnd);
         if (fill == LineFill::wholeLines && continues) {
-            const qreal end = line.naturalTextRect().right();
-            add(std::min(end, about.column),
-                std::max(isLast ? end + newlineWidth : end, about.column));
+            const QRectF drawn = line.naturalTextRect();
+            const qreal newline = isLast ? newlineWidth : 0;
+            if (laidOut.text().textOption().textDirection() == Qt::RightToLeft) {
+                add(std::min(drawn.left() - newline, 0.0), std::max(drawn.left(), 0.0));
+            } else {
+                add(std::min(drawn.right(), about.column),
+                    std::max(drawn.right() + newline, about.column));
+            }
         }
     }
     return rects;

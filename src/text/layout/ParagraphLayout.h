@@ -138,6 +138,9 @@ public:
     [[nodiscard]] int positionAt(QPointF point, CaretSide* side = nullptr);
     /// The same among the positions of one line.
     [[nodiscard]] int positionInLine(const LaidOutLine& line, qreal x, CaretSide* side = nullptr);
+    /// Where a caret stands at the end of a line: of a wrapped one before its last blank or its
+    /// line break, or, where a word was cut, at the cut itself.
+    [[nodiscard]] int endOfLine(const LaidOutLine& line, CaretSide* side = nullptr) const;
     [[nodiscard]] LaidOutLine lineAt(int position, CaretSide side = CaretSide::lowerLine);
     /// The lines above and below, through table cells column by column; nothing at the ends.
     [[nodiscard]] std::optional<LaidOutLine> lineAbove(const LaidOutLine& line, qreal x);

@@ -62,6 +62,15 @@ qsizetype numberedLength(QStringView line, qsizetype mostCharacters, Predicate i
     return matches ? count + 2 : 0;
 }
 
+/// The length of "- [ ] " or "- [x] ".
+constexpr qsizetype writtenBoxLength = 6;
+
+bool beginsWithWrittenBox(QStringView line)
+{
+    return line.size() >= writtenBoxLength && line.startsWith(u"- [") && isOneOf(u" xX", line[3]) &&
+           line[4] == u']' && line[5] == u' ';
+}
+
 std::optional<PrefixMatch> numberedMatch(QStringView line)
 {
     constexpr qsizetype any = 1'000'000;
@@ -99,6 +108,8 @@ std::optional<PrefixMatch> matchedPrefix(QStringView line, const QList<CustomBul
 {
     if (line.size() < 2)
         return std::nullopt;
+    if (beginsWithWrittenBox(line))
+        return PrefixMatch{EditorListStyle::checkbox, writtenBoxLength, {}};
     if (line[1] == u' ') {
         if (const auto style = bulletStyle(line[0]))
             return PrefixMatch{*style, 2, {}};
@@ -149,6 +160,18 @@ int listLevel(const ParagraphStyle& style, qsizetype leadingTabs)
         return int(std::min(levels, double(deepestStoredLevel)));
     }
     return int(std::min<qsizetype>(leadingTabs, 1'000'000));
+}
+
+std::optional<PrefixMatch> matchedLetters(QStringView line)
+{
+    constexpr qsizetype most = 3; // items beyond "zzz" nobody counts
+    const auto isLower = [](QChar c) {
+        return c >= u'a' && c <= u'z';
+    };
+    const qsizetype length = numberedLength(line, most, isLower);
+    if (length < 4)
+        return std::nullopt;
+    return PrefixMatch{EditorListStyle::lowerAlpha, length, {}};
 }
 
 QString markerPrefix(EditorListStyle style, int level, int number)

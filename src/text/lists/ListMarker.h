@@ -19,13 +19,18 @@ struct PrefixMatch {
 /// The marker at the beginning of `line`, which is a line's text after its tabs; nothing for a line
 /// that is no list item. Tried in this order:
 ///
-/// 1. The bullets of the styles, also "- " for a dash and a ticked box.
+/// 1. The bullets of the styles, also "- " for a dash, a ticked box, and boxes written as "- [ ] "
+///    and "- [x] ".
 /// 2. The bullets of the library; the match has the style `disc`.
 /// 3. Digits, lower Roman, upper Roman, one lower letter, upper letters, each with a full stop and
 ///    a space. Some markers could be two things and are always read as the earlier one: "c. " is
 ///    Roman. The lower Roman digits are "ivxlcd" and "M".
 [[nodiscard]] std::optional<PrefixMatch> matchedPrefix(QStringView line,
                                                        const QList<CustomBullet>& bullets = {});
+
+/// The same for lower letters of which there are several, as the "aa. " behind a "z. ": only what
+/// stands before such a line tells it from a short word.
+[[nodiscard]] std::optional<PrefixMatch> matchedLetters(QStringView line);
 
 /// `level` tabs, the marker and a space: what an item of the style begins with.
 [[nodiscard]] QString markerPrefix(EditorListStyle style, int level, int number = 1);

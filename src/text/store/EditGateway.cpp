@@ -58,6 +58,19 @@ QString normalized(QString text)
 
 } // namespace
 
+namespace {
+
+/// A text without a letter has no list, and nothing that indents one.
+void leaveList(ParagraphStyle& style)
+{
+    if (style.textLists.isEmpty())
+        return;
+    style.textLists.clear();
+    style.firstLineHeadIndent = style.headIndent = 0;
+}
+
+} // namespace
+
 EditGateway::EditGateway(TextStore& store)
     : m_store(store)
 {
@@ -73,7 +86,15 @@ void EditGateway::load(const AttributedString& content, const SharedCharacterSty
 {
     Q_ASSERT(m_depth == 0);
     const qsizetype before = m_store.length();
-    m_store.setContent(content);
+    if (content.isEmpty()) {
+        AttributedString plain = content;
+        ParagraphStyle style = *plain.paragraphStyle(0);
+        leaveList(style);
+        plain.setParagraphStyle({0, 0}, style);
+        m_store.setContent(plain);
+    } else {
+        m_store.setContent(content);
+    }
     m_history.clear();
     m_state = {TextSelection(), typingStyle};
     emit textChanged({0, before, m_store.length()});
@@ -242,6 +263,8 @@ qsizetype EditGateway::removeParts(DocumentEditor& editor, TextRange range)
                                          [](ParagraphStyle& style) { style.cell.reset(); });
         }
     }
+    if (!parts.isEmpty() && m_store.isEmpty())
+        editor.modifyParagraphStyles({0, 0}, leaveList);
     return range.location;
 }
 
