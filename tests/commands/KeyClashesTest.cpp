@@ -20,7 +20,8 @@ constexpr auto super = Qt::MetaModifier;
 
 ShortcutData shortcutOf(Qt::Key key, Qt::KeyboardModifiers modifiers)
 {
-    return {codeOfKey(key).value(), modifierFlagsOf(modifiers)};
+    constexpr quint16 keypadPlus = 69; // of all keys the one that has a place there alone
+    return {codeOfKey(key).value_or(keypadPlus), modifierFlagsOf(modifiers)};
 }
 
 QStringList sentences(Action action, const ShortcutData& shortcut,
@@ -62,7 +63,7 @@ TEST(KeyClashes, WhatAKeyTakesAway)
          Action::newNote,
          Qt::Key_F6,
          shift,
-         {u"Outside of texts, Shift+F6 no longer does “Go to Previous Pane”."_s}},
+         {u"Shift+F6 no longer does “Go to Previous Pane”."_s}},
         {"of the text",
          Action::bold,
          Qt::Key_C,

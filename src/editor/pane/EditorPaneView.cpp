@@ -109,6 +109,7 @@ EditorPaneView::EditorPaneView(AppState& appState, Look& look, QWidget* parent)
     loadDraft();
     updateSavingState();
     // By Tab from the top to the foot: the strip was made before the page.
+    m_text->view().installEventFilter(this);
     QWidget* last = &m_text->view();
     setTabOrder(m_title, last);
     for (QWidget* part : std::initializer_list<QWidget*>{&m_tools->findStrip(), m_status}) {
@@ -157,6 +158,7 @@ QWidget* EditorPaneView::makePage()
     // The field keeps 2 px on either side; the title stands in line with the text.
     m_title->setTextMargins(-2, 0, -2, 0);
     m_title->installEventFilter(this);
+    m_head->installEventFilter(this);
     row->addWidget(m_title);
     layout->addWidget(m_text, 1);
     m_text->view().setHead(m_head);
@@ -246,7 +248,6 @@ void EditorPaneView::connectSession()
     m_status->setWidthLocked(editorWidthLockSetting.read(defaults));
     connect(m_text, &EditorTextHost::leftAtTop, this, &EditorPaneView::focusTitle);
     connect(m_title, &QLineEdit::textEdited, &m_session, &EditorSession::setTitle);
-    connect(m_title, &QLineEdit::returnPressed, this, &EditorPaneView::focusText);
     connect(&m_appState.projectSession(), &ProjectSession::saveFailureChanged, this,
             &EditorPaneView::updateSavingState);
     connect(&m_appState.projectSession(), &ProjectSession::currentProjectChanged, this, [this] {
@@ -326,12 +327,39 @@ void EditorPaneView::placeTitle()
 
 bool EditorPaneView::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == m_title && event->type() == QEvent::KeyPress &&
-        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Down) {
+    // The title stands in the text's view and comes before the text.
+    if (watched == &m_text->view() && event->type() == QEvent::FocusIn &&
+        static_cast<QFocusEvent*>(event)->reason() == Qt::TabFocusReason && m_title->isVisible())
+        m_title->setFocus(Qt::TabFocusReason);
+    if (event->type() != QEvent::KeyPress)
+        return SurfacePanel::eventFilter(watched, event);
+    // What the title has no use for is not for the text, in which it stands.
+    if (watched == m_head) {
+        event->accept();
+        return true;
+    }
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (watched == m_title && (key == Qt::Key_Down || key == Qt::Key_Return ||
+                               key == Qt::Key_Enter || key == Qt::Key_Tab)) {
         focusText();
         return true;
     }
+    if (watched == m_title && key == Qt::Key_Backtab) {
+        focusBeforeText();
+        return true;
+    }
     return SurfacePanel::eventFilter(watched, event);
+}
+
+void EditorPaneView::focusBeforeText()
+{
+    const QWidget* view = &m_text->view();
+    for (QWidget* each = view->previousInFocusChain(); each != view;
+         each = each->previousInFocusChain()) {
+        if ((each->focusPolicy() & Qt::TabFocus) && each->isVisible() && each->isEnabled() &&
+            each->window() == window() && !view->isAncestorOf(each))
+            return each->setFocus(Qt::BacktabFocusReason);
+    }
 }
 
 void EditorPaneView::focusTitle()

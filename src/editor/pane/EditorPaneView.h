@@ -64,6 +64,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void focusBeforeText();
     [[nodiscard]] QWidget* makePage();
     [[nodiscard]] QWidget* makeEmptyState();
     void updateEmptyState();
