@@ -35,6 +35,22 @@ bool standsBefore(const QModelIndex& one, const QModelIndex& other)
     return wayTo(one) < wayTo(other);
 }
 
+// A button of a rail, whose picture follows the look.
+QToolButton* makePictureButton(QWidget& parent, Look& look, const QString& name,
+                               const std::function<QIcon()>& picture)
+{
+    auto* button = new QToolButton(&parent);
+    QObject::connect(&look, &Look::changed, button,
+                     [button, picture] { button->setIcon(picture()); });
+    button->setIcon(picture());
+    button->setIconSize({16, 16});
+    button->setFixedSize(28, 28);
+    button->setToolTip(name);
+    button->setAccessibleName(name);
+    button->setFocusPolicy(Qt::TabFocus);
+    return button;
+}
+
 } // namespace
 
 BinderView::BinderView(AppState& appState, QAction& newNote, QAction& newFolder, Look& look,
@@ -121,17 +137,9 @@ QToolButton* BinderView::makeRailButton(QAction& action, Symbol symbol)
 QToolButton* BinderView::makeRailMenuButton(Symbol symbol, const QString& name,
                                             void (BinderMenus::*fill)(QMenu&))
 {
-    auto* button = new QToolButton(this);
-    const auto showPicture = [this, button, symbol] {
-        button->setIcon(look().icon(symbol, Surface::BinderTopRail, &SurfaceTokens::text));
-    };
-    connect(&look(), &Look::changed, button, showPicture);
-    showPicture();
-    button->setIconSize({16, 16});
-    button->setFixedSize(28, 28);
-    button->setToolTip(name);
-    button->setAccessibleName(name);
-    button->setFocusPolicy(Qt::TabFocus);
+    QToolButton* button = makePictureButton(*this, look(), name, [this, symbol] {
+        return look().icon(symbol, Surface::BinderTopRail, &SurfaceTokens::text);
+    });
     auto* menu = new QMenu(button);
     connect(menu, &QMenu::aboutToShow, this, [this, menu, fill] {
         menu->clear();
@@ -229,17 +237,8 @@ QWidget* BinderView::makeBottomRail(QAction& newNote, QAction& newFolder)
 QToolButton* BinderView::makeRowsButton(Symbol symbol, const QString& name,
                                         std::function<void()> act)
 {
-    auto* button = new QToolButton(this);
-    const auto showPicture = [this, button, symbol] {
-        button->setIcon(look().icon(symbol, Surface::BinderRail));
-    };
-    connect(&look(), &Look::changed, button, showPicture);
-    showPicture();
-    button->setIconSize({16, 16});
-    button->setFixedSize(28, 28);
-    button->setToolTip(name);
-    button->setAccessibleName(name);
-    button->setFocusPolicy(Qt::TabFocus);
+    QToolButton* button = makePictureButton(
+        *this, look(), name, [this, symbol] { return look().icon(symbol, Surface::BinderRail); });
     connect(button, &QToolButton::clicked, this, [act = std::move(act)] { act(); });
     return button;
 }
