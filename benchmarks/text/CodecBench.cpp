@@ -72,7 +72,7 @@ Measurement archive()
         [&] {
             return 1000 * seconds([&] {
                        const auto back = TextArchive::decode(TextArchive::encode(text));
-                       require(back && back->length() == text.length());
+                       require(back && back->text.length() == text.length());
                    });
         },
         htmlRoundTrip(text));
@@ -85,8 +85,9 @@ Measurement rtf()
         rounds,
         [&] {
             return 1000 * seconds([&] {
-                       const auto back = OrvaneWorkspaceRTF::read(*OrvaneWorkspaceRTF::data(text));
-                       require(back && back->length() == text.length());
+                       const auto back = OrvaneWorkspaceRTF::read(
+                           *OrvaneWorkspaceRTF::data(text, HeadingSizes()));
+                       require(back && back->text.length() == text.length());
                    });
         },
         htmlRoundTrip(text));
@@ -99,8 +100,8 @@ Measurement html()
         rounds,
         [&] {
             return 1000 * seconds([&] {
-                       const AttributedString back = readHtmlBytes(writeHtml(text));
-                       require(back.length() > 5 * words);
+                       const auto back = readHtmlBytes(writeHtml(text, HeadingSizes()));
+                       require(back.text.length() > 5 * words);
                    });
         },
         htmlRoundTrip(text));

@@ -46,7 +46,7 @@ struct Pane {
     QUuid addNote(const AttributedString& text)
     {
         const QUuid id = *app.createNote(u"Note"_s, {});
-        const RichForms forms = richForms(text);
+        const RichForms forms = richForms(text, HeadingSizes());
         NoteContent content = NoteContent::of(*app.note(id));
         content.body = plainForm(text.text());
         content.bodyRTF = Blob(*forms.rtf);

@@ -15,7 +15,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     AttributedString text;
     {
         const fuzz::MemoryLimit limit(std::size_t(html.size()));
-        text = readHtmlBytes(html);
+        text = readHtmlBytes(html).text;
     }
     if (!TextArchive::decode(TextArchive::encode(text)))
         std::abort();

@@ -19,7 +19,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t siz
     }
     if (!content || content->text.isEmpty())
         return 0;
-    const auto written = OrvaneWorkspaceRTF::data(content->text, content->backgroundColor);
+    const auto written =
+        OrvaneWorkspaceRTF::data(content->text, HeadingSizes(), content->backgroundColor);
     if (!written || !OrvaneWorkspaceRTF::read(*written))
         std::abort();
     return 0;

@@ -81,7 +81,7 @@ int main(int argc, char** argv)
         save(folder, u"typing_attributes"_s, seed,
              NoteEditorTypingAttributesCodec::archive({all.characterStyle(), all.paragraphStyle()})
                  .value_or(QByteArray()));
-        const auto rtf = OrvaneWorkspaceRTF::data(text).value_or(QByteArray());
+        const auto rtf = OrvaneWorkspaceRTF::data(text, HeadingSizes()).value_or(QByteArray());
         save(folder, u"rtf"_s, seed, rtf);
         QTextDocument document;
         document.setPlainText(text.text());

@@ -50,12 +50,31 @@ TEST_F(EditorModesTest, ARichNoteIsStoredInAllItsFormsAndComesBack)
     ASSERT_TRUE(stored);
     EXPECT_EQ(*stored, session->gateway().store().attributedText());
     const auto rtf = OrvaneWorkspaceRTF::read(content(a).bodyRTF->readOrNothing());
-    EXPECT_EQ(rtf->text(), stored->text());
+    EXPECT_EQ(rtf->text.text(), stored->text());
 
     reopen();
     EXPECT_EQ(session->gateway().store().attributedText(), *stored);
     EXPECT_TRUE(isBold(9));
     EXPECT_FALSE(session->isDirty());
+}
+
+TEST_F(EditorModesTest, HeadingsOfAPersonsOwnSizesAreStoredAsHeadings)
+{
+    // By the usual sizes it would be a heading of the first level.
+    heading3SizeSetting.write(test.services().defaults, 60);
+    for (const qsizetype length : {0, 60'000}) {
+        session->gateway().performUndoableDocumentEdit(u"H"_s, [&](DocumentEditor& editor) {
+            editor.replace({0, session->gateway().store().length()},
+                           AttributedString(u"head\n"_s + QString(length, u'x')));
+            editor.modifyCharacterStyles({0, 5}, [](CharacterStyle& style) {
+                style.font = TextFont{u"Inter"_s, 60, 700, false};
+            });
+        });
+        session->flushDraftToDisk(a);
+        const QByteArray rtf = content(a).bodyRTF->readOrNothing();
+        EXPECT_TRUE(rtf.contains("heading 4")) << length;
+        EXPECT_EQ(rtf.count("\\outlinelevel3"), 2) << length;
+    }
 }
 
 TEST_F(EditorModesTest, ARichNoteOpensFromTheFirstFormThatCanBeRead)
@@ -64,7 +83,7 @@ TEST_F(EditorModesTest, ARichNoteOpensFromTheFirstFormThatCanBeRead)
         return Blob(AttachmentManager::archivePayload(AttributedString(text)));
     };
     const auto rtfOf = [](const QString& text) {
-        return Blob(*OrvaneWorkspaceRTF::data(AttributedString(text)));
+        return Blob(*OrvaneWorkspaceRTF::data(AttributedString(text), {}));
     };
     QByteArray versionTwo = payloadOf(u"payload"_s).readOrNothing();
     versionTwo.replace("\"version\":1", "\"version\":2");
@@ -230,7 +249,7 @@ TEST_F(EditorModesTest, ALongNoteIsPreparedElsewhereAndNeverLosesALetter)
         const auto archived =
             AttachmentManager::decodePayload(content(a).richContentPayload->readOrNothing());
         EXPECT_EQ(archived->text(), text);
-        EXPECT_EQ(OrvaneWorkspaceRTF::read(content(a).bodyRTF->readOrNothing())->text(), text);
+        EXPECT_EQ(OrvaneWorkspaceRTF::read(content(a).bodyRTF->readOrNothing())->text.text(), text);
         const Timestamp written = app->note(a)->updatedAt;
         test.clock.advance(5s);
         QTest::qWait(20);

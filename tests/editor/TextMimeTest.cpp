@@ -21,7 +21,7 @@ AttributedString sample()
 
 TEST(TextMime, EachFormCarriesTheTextToWhoTakesNoOther)
 {
-    const auto data = textMime::encode(sample(), TextFormatting::rich);
+    const auto data = textMime::encode(sample(), TextFormatting::rich, {});
     EXPECT_EQ(data->text(), u"plain bold\nline\nnext"_s);
     for (const QString& type : data->formats()) {
         if (type == u"text/plain"_s)
@@ -40,9 +40,9 @@ TEST(TextMime, EachFormCarriesTheTextToWhoTakesNoOther)
 
 TEST(TextMime, PlainViewsGiveAndTakeCharactersOnly)
 {
-    const auto plain = textMime::encode(sample(), TextFormatting::plain);
+    const auto plain = textMime::encode(sample(), TextFormatting::plain, {});
     EXPECT_EQ(plain->formats(), QStringList{u"text/plain"_s});
-    const auto rich = textMime::encode(sample(), TextFormatting::rich);
+    const auto rich = textMime::encode(sample(), TextFormatting::rich, {});
     CharacterStyle style;
     style.link = u"here"_s;
     EXPECT_EQ(*textMime::decode(*rich, TextFormatting::plain, {style, {}}),

@@ -245,7 +245,7 @@ TEST_F(WritingBehavioursTest, PastedTextFitsThePlace)
     CharacterStyle foreign;
     foreign.font = TextFont{u"Courier"_s, 40, 700, false};
     foreign.background = RgbaColor{1, 1, 0, 1};
-    const QByteArray rtf = *OrvaneWorkspaceRTF::data(AttributedString(u"from rtf"_s, foreign));
+    const QByteArray rtf = *OrvaneWorkspaceRTF::data(AttributedString(u"from rtf"_s, foreign), {});
     const auto pasteInto = [&](const std::function<void(QMimeData&)>& fill) {
         view.gateway().load(AttributedString(u"ab"_s, here), here);
         view.setSelection(TextSelection::caret(1));
@@ -516,7 +516,7 @@ TEST_F(WritingBehavioursTest, TheContextMenuBeginsWithTheSelection)
                                    [&](const SelectionForNewNote& posted) { saved = posted; });
     menu.actions().at(0)->trigger();
     EXPECT_EQ(saved.text, u"two"_s);
-    EXPECT_EQ(OrvaneWorkspaceRTF::read(saved.rtf)->text(), u"two"_s);
+    EXPECT_EQ(OrvaneWorkspaceRTF::read(saved.rtf)->text.text(), u"two"_s);
     QByteArray png;
     QBuffer buffer(&png);
     QImage(4, 4, QImage::Format_RGB32).save(&buffer, "PNG");
@@ -527,7 +527,7 @@ TEST_F(WritingBehavioursTest, TheContextMenuBeginsWithTheSelection)
     view.setSelection({0, 5});
     menu.actions().at(0)->trigger();
     EXPECT_EQ(saved.text, u"see  "_s) << "an image is a blank to a reader of plain text";
-    EXPECT_TRUE(OrvaneWorkspaceRTF::read(saved.rtf)->characterStyle(4)->imageAttachment());
+    EXPECT_TRUE(OrvaneWorkspaceRTF::read(saved.rtf)->text.characterStyle(4)->imageAttachment());
 
     show(EditorMode::plainText);
     menu.actions().at(0)->trigger();

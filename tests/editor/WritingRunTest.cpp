@@ -203,7 +203,7 @@ struct WritingRunTest : ::testing::Test {
             AttachmentManager::decodePayload(note.richContentPayload->readOrNothing());
         ASSERT_EQ(*archived, *wanted.rich);
         const auto rtf = OrvaneWorkspaceRTF::read(note.bodyRTF->readOrNothing());
-        ASSERT_EQ(rtf->text(), wanted.rich->text());
+        ASSERT_EQ(rtf->text.text(), wanted.rich->text());
     }
     void checkStored()
     {

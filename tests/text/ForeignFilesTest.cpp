@@ -63,8 +63,8 @@ TEST(ForeignFiles, RtfIsReadAsItIsMeant)
         ASSERT_TRUE(content.has_value()) << row.name;
         EXPECT_EQ(listed(describeRuns(content->text)), listed(row.runs)) << row.name;
         // What was read is told in the same way by our own RTF.
-        const auto again = OrvaneWorkspaceRTF::read(*OrvaneWorkspaceRTF::data(content->text));
-        EXPECT_EQ(listed(describeRuns(again.value_or(AttributedString()))), listed(row.runs))
+        const auto again = OrvaneWorkspaceRTF::read(*OrvaneWorkspaceRTF::data(content->text, {}));
+        EXPECT_EQ(listed(describeRuns(again.value_or(ImportedText()).text)), listed(row.runs))
             << row.name << " written again";
     }
 }
@@ -93,9 +93,9 @@ TEST(ForeignFiles, HtmlIsReadAsItIsMeant)
     for (const FileRow& row : rows) {
         const QByteArray html = contentsOf(u"html/%1.html"_s.arg(QLatin1String(row.name)));
         const HtmlReadOptions options{TextFont{u"Charis"_s, 12}, QUuid::createUuid};
-        const AttributedString text = readHtmlBytes(html, options);
+        const AttributedString text = readHtmlBytes(html, options).text;
         EXPECT_EQ(listed(describeRuns(text)), listed(row.runs)) << row.name;
-        const AttributedString again = readHtmlBytes(writeHtml(text), options);
+        const AttributedString again = readHtmlBytes(writeHtml(text, {}), options).text;
         EXPECT_EQ(listed(describeRuns(again)), listed(row.runs)) << row.name << " written again";
     }
 }
@@ -134,13 +134,13 @@ TEST(ForeignFiles, NotesBesideTheTextComeInBehindItAndFootnotesLeaveAsSuch)
     const auto content = read(contentsOf(u"rtf/notes-beside-the-text.rtf"_s));
     ASSERT_TRUE(content.has_value());
     EXPECT_EQ(listed(describeRuns(content->text)), listed(runs));
-    EXPECT_TRUE(content->account == (RtfAccount{2, 1, 1, 2, 1}));
+    EXPECT_TRUE(content->account == (ImportAccount{2, 1, 1, 2, 1}));
     EXPECT_EQ(footnotes(content->text).size(), 2);
     const auto target = findLinkTarget(content->text, first);
     ASSERT_TRUE(target.has_value());
     EXPECT_EQ(target->location, content->text.text().indexOf(u"1. First"));
 
-    const auto again = read(*OrvaneWorkspaceRTF::data(content->text));
+    const auto again = read(*OrvaneWorkspaceRTF::data(content->text, {}));
     ASSERT_TRUE(again.has_value());
     EXPECT_EQ(listed(describeRuns(again->text)), listed(runs));
     EXPECT_EQ(again->account.footnotes, 2);

@@ -68,7 +68,7 @@ TEST(Html, ReadsText)
         {"empty", u"", u""},
     };
     for (const TextRow& row : rows)
-        EXPECT_EQ(readHtml(row.html, options()).text().toStdString(),
+        EXPECT_EQ(readHtml(row.html, options()).text.text().toStdString(),
                   QStringView(row.text).toString().toStdString())
             << row.name;
 }
@@ -156,7 +156,7 @@ TEST(Html, ReadsLooks)
          }},
     };
     for (const LookRow& row : rows) {
-        const AttributedString text = readHtml(row.html, options());
+        const AttributedString text = readHtml(row.html, options()).text;
         const qsizetype position = text.text().indexOf(u'x');
         ASSERT_GE(position, 0) << row.name;
         CharacterStyle characters;
@@ -204,7 +204,7 @@ TEST(Html, ReadsTables)
     };
     for (const Row& row : rows) {
         const QString html = u"<p>before</p>%1after"_s.arg(QStringView(row.html));
-        const AttributedString text = readHtml(html, options());
+        const AttributedString text = readHtml(html, options()).text;
         EXPECT_EQ(describeCells(text), row.cells) << row.name;
         EXPECT_TRUE(text.text().startsWith(u"before\n")) << row.name;
         EXPECT_TRUE(text.text().endsWith(u"\nafter")) << row.name;
@@ -218,7 +218,8 @@ TEST(Html, TakesImagesFromDataUrlsOnly)
     picture.fill(Qt::red);
     const QByteArray png = *AttachmentManager::pngData(picture);
     const QString source = u"data:image/png;base64,"_s + QString::fromLatin1(png.toBase64());
-    const AttributedString text = readHtml(u"a<img width=40 src=\"%1\">b"_s.arg(source), options());
+    const AttributedString text =
+        readHtml(u"a<img width=40 src=\"%1\">b"_s.arg(source), options()).text;
     ASSERT_EQ(text.text(), u"a\uFFFCb");
     const OrvaneNoteImageAttachment* image = text.characterStyle(1)->imageAttachment();
     ASSERT_NE(image, nullptr);
@@ -227,7 +228,7 @@ TEST(Html, TakesImagesFromDataUrlsOnly)
     EXPECT_EQ(image->renderedSize, QSizeF(30, 15));
     for (const QString& other : {u"file:///etc/passwd"_s, u"data:image/png;base64,AAAA"_s,
                                  u"data:text/html;base64,PGI+"_s, u"x.png"_s})
-        EXPECT_EQ(readHtml(u"a<img src='%1'>b"_s.arg(other), options()).text(), u"ab");
+        EXPECT_EQ(readHtml(u"a<img src='%1'>b"_s.arg(other), options()).text.text(), u"ab");
 }
 
 /// Takes out what HTML as we write it has no word for.
@@ -275,8 +276,8 @@ TEST(Html, KeepsWhatItCanExpress)
         for (qsizetype at; (at = text.text().indexOf(u'\f')) >= 0;)
             text.remove({at, 1});
         const AttributedString expected = withoutTheInexpressible(text);
-        const QByteArray html = writeHtml(expected);
-        const AttributedString read = withoutTheInexpressible(readHtmlBytes(html));
+        const QByteArray html = writeHtml(expected, {});
+        const AttributedString read = withoutTheInexpressible(readHtmlBytes(html).text);
         ASSERT_EQ(read.text().toStdString(), expected.text().toStdString()) << seed << html.data();
         const bool isOneLine = !expected.text().contains(u'\n'); // has no paragraph of its own
         for (qsizetype i = 0; i < read.length(); ++i) {
@@ -300,8 +301,38 @@ TEST(Html, KeepsPageBreaks)
         for (qsizetype at = -1; (at = body.indexOf(u'\f', at + 1)) >= 0;)
             text.setParagraphStyle({at, 0}, paragraph);
         text = withoutTheInexpressible(text);
-        EXPECT_TRUE(withoutTheInexpressible(readHtmlBytes(writeHtml(text))) == text)
+        EXPECT_TRUE(withoutTheInexpressible(readHtmlBytes(writeHtml(text, {})).text) == text)
             << body.toStdString();
+    }
+}
+
+TEST(Html, CountsWhatStaysBehind)
+{
+    struct CountRow {
+        const char* name;
+        const char16_t* html;
+        int pictures;
+        int media;
+    };
+    const CountRow rows[] = {
+        {"pictures", u"<img src=a.png alt='a map'><img src=b.png><img src='data:image/gif;,'>", 3,
+         0},
+        {"what comes in", u"<img src='data:image/png;base64,iVBORw0KGgo='>a", 0, 0},
+        {"decoration", u"<img src=a.png alt=''><img src=b.png alt=😀><svg aria-hidden=true></svg>",
+         0, 0},
+        {"no larger than a letter", u"<img src=a.png width=1 height=1><img src=b.png width=24px>",
+         0, 0},
+        {"larger", u"<img src=a.png width=25 height=40><img src=b.png width=80%>", 2, 0},
+        {"media", u"<video><img src=a.png></video><audio></audio><iframe src=a><b></iframe><svg>",
+         0, 4},
+        {"controls", u"<button><img src=a.png></button><select></select>", 0, 0},
+        {"hidden", u"<div hidden><img src=a.png><video></video></div>", 0, 0},
+    };
+    for (const CountRow& row : rows) {
+        const ImportAccount account = readHtml(row.html, options()).account;
+        EXPECT_EQ(account.pictures, row.pictures) << row.name;
+        EXPECT_EQ(account.media, row.media) << row.name;
+        EXPECT_EQ(account.isEmpty(), row.pictures + row.media == 0) << row.name;
     }
 }
 
@@ -309,13 +340,13 @@ TEST(Html, ReadsBytesInTheirEncoding)
 {
     EXPECT_EQ(readHtmlBytes("<p>gr\xC3\xB6\xC3\x9F"
                             "e")
-                  .text(),
+                  .text.text(),
               u"größe");
-    EXPECT_EQ(readHtmlBytes("<meta charset='windows-1251'>\xEF").text(), u"п");
+    EXPECT_EQ(readHtmlBytes("<meta charset='windows-1251'>\xEF").text.text(), u"п");
     EXPECT_EQ(readHtmlBytes(QByteArrayView("\xFF\xFE"
                                            "a\0b\0",
                                            6))
-                  .text(),
+                  .text.text(),
               u"ab");
 }
 

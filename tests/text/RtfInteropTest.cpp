@@ -155,7 +155,7 @@ TEST_F(WordProcessor, KeepsWhatWeWrite)
         *AttachmentManager::pngData(green), QSizeF(100, 50), QUuid::createUuid())));
     text.append(u"end", base);
 
-    const AttributedString back = resaved(*OrvaneWorkspaceRTF::data(text), u"ours.rtf"_s);
+    const AttributedString back = resaved(*OrvaneWorkspaceRTF::data(text, {}), u"ours.rtf"_s);
     EXPECT_EQ(back.text().trimmed(), text.text().trimmed());
     for (const Run& run : runs) {
         CharacterStyle expected = base;
@@ -311,7 +311,7 @@ TEST_F(WordProcessor, KeepsTheStructureTripAfterTrip)
     ASSERT_EQ(structure.headings.size(), 6);
     AttributedString back = text;
     for (const char* trip : {"first", "second"}) {
-        back = resaved(*OrvaneWorkspaceRTF::data(back), u"structure.rtf"_s);
+        back = resaved(*OrvaneWorkspaceRTF::data(back, {}), u"structure.rtf"_s);
         EXPECT_EQ(back.text().trimmed().toStdString(), text.text().trimmed().toStdString()) << trip;
         const Structure kept = structureOf(back);
         EXPECT_EQ(kept.items.join(u'\n').toStdString(), structure.items.join(u'\n').toStdString())
@@ -324,8 +324,8 @@ TEST_F(WordProcessor, SeesListsAndHeadingsAsSuch)
 {
     const AttributedString text = structuredDocument();
     const std::pair<QString, QByteArray> files[] = {
-        {u"outline.rtf"_s, *OrvaneWorkspaceRTF::data(text)},
-        {u"outline.html"_s, writeHtml(text)},
+        {u"outline.rtf"_s, *OrvaneWorkspaceRTF::data(text, {})},
+        {u"outline.html"_s, writeHtml(text, {})},
     };
     for (const auto& [name, contents] : files) {
         const QByteArray seen = converted(contents, name, u"fodt"_s);
@@ -341,7 +341,8 @@ TEST_F(WordProcessor, KeepsFootnotes)
     const auto content = readRtf("{\\rtf1 one{\\super\\chftn{\\footnote note {\\b a}}} two"
                                  "{\\super\\chftn{\\footnote note b}}\\par end}");
     ASSERT_TRUE(content.has_value());
-    const AttributedString back = resaved(*OrvaneWorkspaceRTF::data(content->text), u"notes.rtf"_s);
+    const AttributedString back =
+        resaved(*OrvaneWorkspaceRTF::data(content->text, {}), u"notes.rtf"_s);
     EXPECT_EQ(back.text().toStdString(), "one1 two2\nend\n1. note a\n2. note b");
     EXPECT_EQ(footnotes(back).size(), 2);
 }

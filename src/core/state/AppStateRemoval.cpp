@@ -29,7 +29,7 @@ QByteArray rtfForTrash(const NoteRecord& note)
     style.font = TextFont{};
     style.font->size = 12;
     const QString body = note.body.isEmpty() ? QStringLiteral("\n") : note.body.readOrNothing();
-    return OrvaneWorkspaceRTF::data(AttributedString(body, style))
+    return OrvaneWorkspaceRTF::data(AttributedString(body, style), HeadingSizes())
         .value_or(note.body.utf8().readOrNothing());
 }
 

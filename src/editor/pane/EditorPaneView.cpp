@@ -279,6 +279,7 @@ void EditorPaneView::applyHostLook()
     host.editorMode = m_session.mode();
     host.fontName = font.family;
     host.fontSize = font.size;
+    host.headingSizes = m_session.headingSizes();
     host.visualZoom = qBound(0.5, editorDisplayZoomSetting.read(defaults), 3.0);
     host.pageViewEnabled = pageViewEnabledSetting.read(defaults);
     host.pageMargins = {pageMarginLeftSetting.read(defaults), pageMarginTopSetting.read(defaults),
@@ -533,7 +534,9 @@ void EditorPaneView::settingChanged(const QString& key)
     else if (isOneOf(key, editorDisplayZoomSetting, bottomDocumentPaddingSetting,
                      focusModeDimOpacitySetting, pageViewEnabledSetting, pageMarginTopSetting,
                      pageMarginBottomSetting, pageMarginLeftSetting, pageMarginRightSetting,
-                     rulerVisibleSetting))
+                     rulerVisibleSetting, headingTitleSizeSetting, heading1SizeSetting,
+                     heading2SizeSetting, heading3SizeSetting, heading4SizeSetting,
+                     heading5SizeSetting))
         applyHostLook();
 }
 

@@ -53,6 +53,7 @@ void EditorTextHost::applyParent(const RichTextViewRepresentable& parent)
     font.family = parent.fontName;
     font.size = parent.fontSize;
     m_view->setBaseFont(font);
+    m_view->setHeadingSizes(parent.headingSizes);
     placeText();
     m_view->setFormatting(parent.editorMode == EditorMode::richText ? TextFormatting::rich
                                                                     : TextFormatting::plain);

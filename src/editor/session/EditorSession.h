@@ -76,6 +76,8 @@ public:
     void setMode(EditorMode mode);
     /// The font of the note's profile.
     [[nodiscard]] const TextFont& baseFont() const { return m_baseFont; }
+    /// By which the headings of this text are told.
+    [[nodiscard]] HeadingSizes headingSizes() const;
 
     // --- Edits. Without a note they do nothing. ---
     void setTitle(const QString& title);

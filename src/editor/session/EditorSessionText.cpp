@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 // The part of EditorSession that holds the text of the draft: which one is shown in which mode, and
 // what becomes of it in the draft.
+#include "editor/formatting/EditorParagraphStyleRole.h"
 #include "editor/session/EditorSession.h"
 #include "editor/session/FormattingLoss.h"
 #include "platform/Log.h"
@@ -216,11 +217,18 @@ void EditorSession::pullText()
     if (m_formsMaker.hasStarted(m_generation))
         forms = m_formsMaker.take();
     else if (isLong())
-        forms = m_formsMaker.makeNow(m_text->store.snapshot());
+        forms = m_formsMaker.makeNow(m_text->store.snapshot(), headingSizes());
     else
-        forms = richForms(m_text->store.attributedText());
+        forms = richForms(m_text->store.attributedText(), headingSizes());
     m_draft.bodyRTF = blobOf(forms.rtf);
     m_draft.bodyRich = blobOf(forms.rich);
+}
+
+HeadingSizes EditorSession::headingSizes() const
+{
+    HeadingSizes sizes = orvane::headingSizes(m_appState.services().defaults);
+    sizes.body = m_baseFont.size;
+    return sizes;
 }
 
 bool EditorSession::isLong() const
@@ -238,7 +246,7 @@ void EditorSession::prepareForms()
     // What is to be written whatever is typed isn't given up for what was typed.
     const bool isKept = std::holds_alternative<BoundState::MakingForms>(m_bound);
     if (needsLongForms() && !m_formsMaker.hasStarted(m_generation) && !isKept)
-        m_formsMaker.start(m_generation, m_text->store.snapshot());
+        m_formsMaker.start(m_generation, m_text->store.snapshot(), headingSizes());
 }
 
 void EditorSession::formsFinished(quint64 generation)

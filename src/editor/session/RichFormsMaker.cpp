@@ -18,12 +18,12 @@ RichFormsMaker::~RichFormsMaker()
     m_pool.waitForDone();
 }
 
-void RichFormsMaker::start(quint64 generation, TextSnapshot text)
+void RichFormsMaker::start(quint64 generation, TextSnapshot text, const HeadingSizes& headings)
 {
     auto promise = std::make_shared<std::promise<RichForms>>();
     m_job = Job{generation, promise->get_future()};
-    m_pool.start([this, generation, promise, text = std::move(text)] {
-        promise->set_value(richForms(text.toAttributedString()));
+    m_pool.start([this, generation, promise, text = std::move(text), headings] {
+        promise->set_value(richForms(text.toAttributedString(), headings));
         QMetaObject::invokeMethod(
             this, [this, generation] { emit finished(generation); }, Qt::QueuedConnection);
     });
@@ -48,14 +48,15 @@ RichForms RichFormsMaker::take()
     return forms;
 }
 
-RichForms RichFormsMaker::makeNow(const TextSnapshot& snapshot)
+RichForms RichFormsMaker::makeNow(const TextSnapshot& snapshot, const HeadingSizes& headings)
 {
     const AttributedString text = snapshot.toAttributedString();
     if (text.isEmpty())
         return {};
     auto rtf = std::make_shared<std::promise<std::optional<QByteArray>>>();
     auto made = rtf->get_future();
-    m_pool.start([rtf, text] { rtf->set_value(OrvaneWorkspaceRTF::data(text)); });
+    m_pool.start(
+        [rtf, text, headings] { rtf->set_value(OrvaneWorkspaceRTF::data(text, headings)); });
     RichForms forms;
     forms.rich = AttachmentManager::archivePayload(text);
     forms.plain = plainForm(text.text());

@@ -21,14 +21,14 @@ public:
     ~RichFormsMaker() override;
 
     /// Begins with `text`; what was made of another generation is forgotten.
-    void start(quint64 generation, TextSnapshot text);
+    void start(quint64 generation, TextSnapshot text, const HeadingSizes& headings);
     [[nodiscard]] bool hasStarted(quint64 generation) const;
     [[nodiscard]] bool hasFinished(quint64 generation) const;
     /// The forms of what was started last; waits until they are made.
     [[nodiscard]] RichForms take();
 
     /// The forms of `text` as soon as they can be had, with the help of another thread.
-    [[nodiscard]] RichForms makeNow(const TextSnapshot& text);
+    [[nodiscard]] RichForms makeNow(const TextSnapshot& text, const HeadingSizes& headings);
 
 signals:
     void finished(quint64 generation);

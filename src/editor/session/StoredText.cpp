@@ -39,8 +39,10 @@ AttributedString readRichText(const StoredText& stored, const TextFont& base)
     std::optional<AttributedString> text;
     if (stored.rich)
         text = AttachmentManager::decodePayload(stored.rich->readOrNothing());
-    if (!text && stored.rtf)
-        text = OrvaneWorkspaceRTF::read(stored.rtf->readOrNothing());
+    if (!text && stored.rtf) {
+        if (auto rtf = OrvaneWorkspaceRTF::read(stored.rtf->readOrNothing()))
+            text = std::move(rtf->text);
+    }
     if (!text || text->isEmpty())
         text = AttributedString(withNewlines(stored.plain));
     text->modifyCharacterStyles(text->fullRange(), [&](CharacterStyle& style) {
@@ -76,11 +78,11 @@ QString plainForm(QString text)
     return text;
 }
 
-RichForms richForms(const AttributedString& text)
+RichForms richForms(const AttributedString& text, const HeadingSizes& headings)
 {
     if (text.isEmpty())
         return {};
-    return {OrvaneWorkspaceRTF::data(text), AttachmentManager::archivePayload(text),
+    return {OrvaneWorkspaceRTF::data(text, headings), AttachmentManager::archivePayload(text),
             plainForm(text.text())};
 }
 

@@ -3,6 +3,7 @@
 
 #include "core/records/Blob.h"
 #include "text/value/AttributedString.h"
+#include "text/value/HeadingSizes.h"
 
 #include <QString>
 
@@ -44,7 +45,7 @@ struct RichForms {
     std::optional<QByteArray> rich;
     QString plain;
 };
-/// May run on any thread.
-[[nodiscard]] RichForms richForms(const AttributedString& text);
+/// Headings are told by `headings`. May run on any thread.
+[[nodiscard]] RichForms richForms(const AttributedString& text, const HeadingSizes& headings);
 
 } // namespace orvane

@@ -114,6 +114,9 @@ public:
     /// Plain views copy and paste characters only.
     void setFormatting(TextFormatting formatting) { m_formatting = formatting; }
     [[nodiscard]] TextFormatting formatting() const { return m_formatting; }
+    /// By which what is copied and dragged has its headings.
+    void setHeadingSizes(const HeadingSizes& sizes) { m_headingSizes = sizes; }
+    [[nodiscard]] const HeadingSizes& headingSizes() const { return m_headingSizes; }
     void setEditable(bool editable);
     [[nodiscard]] bool isEditable() const;
     /// Extensions belong to someone else, who removes them before they go.
@@ -264,6 +267,7 @@ private:
     QHash<const EditGateway*, const ParagraphDecorator*> m_decorators;
     qreal m_zoom = 1;
     TextFormatting m_formatting = TextFormatting::rich;
+    HeadingSizes m_headingSizes;
     bool m_isEditable = true;
     std::optional<TextRange> m_focusRange;
     ExtensionList m_extensions;

@@ -131,12 +131,12 @@ std::unique_ptr<QMimeData> EditorView::selectedMime() const
     constexpr qsizetype copiedAtOnce = 20'000;
     const TextRange range = selection().range();
     if (range.length <= copiedAtOnce)
-        return textMime::encode(store().attributedText(range), m_formatting);
+        return textMime::encode(store().attributedText(range), m_formatting, m_headingSizes);
     return textMime::encodeLater(
         [range, snapshot = store().snapshot()] {
             return snapshot.toAttributedString().sliced(range);
         },
-        m_formatting);
+        m_formatting, m_headingSizes);
 }
 
 void EditorView::dragEnterEvent(QDragEnterEvent* event)

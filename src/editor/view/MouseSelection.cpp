@@ -247,8 +247,9 @@ void MouseSelection::startDrag()
 {
     const TextRange range = m_view.selection().range();
     auto* drag = new QDrag(m_view.viewport());
-    drag->setMimeData(
-        textMime::encode(m_view.store().attributedText(range), m_view.formatting()).release());
+    drag->setMimeData(textMime::encode(m_view.store().attributedText(range), m_view.formatting(),
+                                       m_view.headingSizes())
+                          .release());
     const Qt::DropActions actions =
         m_view.isEditable() ? Qt::CopyAction | Qt::MoveAction : Qt::DropActions(Qt::CopyAction);
     const Qt::DropAction done = drag->exec(actions, Qt::MoveAction);

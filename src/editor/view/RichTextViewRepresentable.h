@@ -3,6 +3,7 @@
 
 #include "editor/view/EditorLook.h"
 #include "editor/view/EditorSettings.h"
+#include "text/value/HeadingSizes.h"
 
 #include <QMarginsF>
 #include <QString>
@@ -18,6 +19,7 @@ struct RichTextViewRepresentable {
     std::optional<QUuid> noteID;
     QString fontName;
     double fontSize = 16; ///< in points, before the zoom
+    HeadingSizes headingSizes;
     EditorLook look;
     EditorMode editorMode = EditorMode::plainText;
     /// Empty space below the last line, in points.

@@ -41,9 +41,11 @@ QString asPlainText(const AttributedString& text)
 
 class TextMimeData : public QMimeData {
 public:
-    TextMimeData(std::function<AttributedString()> text, TextFormatting formatting)
+    TextMimeData(std::function<AttributedString()> text, TextFormatting formatting,
+                 const HeadingSizes& headings)
         : m_text(std::move(text))
         , m_formatting(formatting)
+        , m_headings(headings)
     {}
 
     [[nodiscard]] QStringList formats() const override
@@ -68,15 +70,16 @@ protected:
         if (type == archiveType())
             return TextArchive::encode(text);
         if (rtfTypes().contains(type))
-            return OrvaneWorkspaceRTF::data(text).value_or(QByteArray());
+            return OrvaneWorkspaceRTF::data(text, m_headings).value_or(QByteArray());
         if (type == htmlType())
-            return QString::fromUtf8(writeHtml(text));
+            return QString::fromUtf8(writeHtml(text, m_headings));
         return asPlainText(text);
     }
 
 private:
     std::function<AttributedString()> m_text;
     TextFormatting m_formatting;
+    HeadingSizes m_headings;
 };
 
 std::optional<AttributedString> decodeRich(const QMimeData& data, const SharedCharacterStyle& style)
@@ -88,14 +91,15 @@ std::optional<AttributedString> decodeRich(const QMimeData& data, const SharedCh
     for (const QString& type : rtfTypes()) {
         if (!data.hasFormat(type))
             continue;
-        if (auto text = OrvaneWorkspaceRTF::read(data.data(type)); text && !text->isEmpty())
-            return text;
+        if (auto imported = OrvaneWorkspaceRTF::read(data.data(type));
+            imported && !imported->text.isEmpty())
+            return std::move(imported->text);
     }
     if (data.hasHtml()) {
         HtmlReadOptions options;
         if (style->font)
             options.baseFont = *style->font;
-        if (AttributedString text = readHtml(data.html(), options); !text.isEmpty())
+        if (AttributedString text = readHtml(data.html(), options).text; !text.isEmpty())
             return text;
     }
     return std::nullopt;
@@ -130,15 +134,16 @@ QString archiveType()
     return u"application/x-orvaneworkspace-text"_s;
 }
 
-std::unique_ptr<QMimeData> encode(const AttributedString& text, TextFormatting formatting)
+std::unique_ptr<QMimeData> encode(const AttributedString& text, TextFormatting formatting,
+                                  const HeadingSizes& headings)
 {
-    return encodeLater([text] { return text; }, formatting);
+    return encodeLater([text] { return text; }, formatting, headings);
 }
 
 std::unique_ptr<QMimeData> encodeLater(std::function<AttributedString()> text,
-                                       TextFormatting formatting)
+                                       TextFormatting formatting, const HeadingSizes& headings)
 {
-    return std::make_unique<TextMimeData>(std::move(text), formatting);
+    return std::make_unique<TextMimeData>(std::move(text), formatting, headings);
 }
 
 bool canDecode(const QMimeData& data, TextFormatting formatting)

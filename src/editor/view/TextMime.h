@@ -2,6 +2,7 @@
 #pragma once
 
 #include "text/value/AttributedString.h"
+#include "text/value/HeadingSizes.h"
 
 #include <QMimeData>
 
@@ -21,12 +22,14 @@ namespace textMime {
 /// The type of our own form, the archive of a rich note.
 [[nodiscard]] QString archiveType();
 
-/// Each form is made when someone asks for it, so copying a long text costs little.
-[[nodiscard]] std::unique_ptr<QMimeData> encode(const AttributedString& text,
-                                                TextFormatting formatting);
+/// Each form is made when someone asks for it, so copying a long text costs little. Headings are
+/// told by `headings`.
+[[nodiscard]] std::unique_ptr<QMimeData>
+encode(const AttributedString& text, TextFormatting formatting, const HeadingSizes& headings);
 /// The same for the text that `text()` gives, which is called when a form is asked for.
 [[nodiscard]] std::unique_ptr<QMimeData> encodeLater(std::function<AttributedString()> text,
-                                                     TextFormatting formatting);
+                                                     TextFormatting formatting,
+                                                     const HeadingSizes& headings);
 
 [[nodiscard]] bool canDecode(const QMimeData& data, TextFormatting formatting);
 /// How text looks where it goes.

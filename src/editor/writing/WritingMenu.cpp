@@ -38,8 +38,9 @@ void WritingMenu::saveSelectionToNewNote()
     SelectionForNewNote selection;
     selection.text = plainForm(m_view.store().text(selected));
     if (m_mode == EditorMode::richText)
-        selection.rtf = OrvaneWorkspaceRTF::data(m_view.store().attributedText(selected))
-                            .value_or(QByteArray());
+        selection.rtf =
+            OrvaneWorkspaceRTF::data(m_view.store().attributedText(selected), m_view.headingSizes())
+                .value_or(QByteArray());
     m_services.notifications.post(AppCommandEvents::saveSelectionToNewNote, selection);
 }
 

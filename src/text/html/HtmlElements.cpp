@@ -64,6 +64,7 @@ const QHash<QString, HtmlTag>& tagNames()
         {u"header"_s, section},
         {u"hr"_s, hr},
         {u"i"_s, i},
+        {u"iframe"_s, unseen},
         {u"img"_s, img},
         {u"input"_s, input},
         {u"ins"_s, ins},
@@ -422,6 +423,30 @@ bool isVoid(HtmlTag tag)
     using enum HtmlTag;
     return tag == br || tag == col || tag == hr || tag == img || tag == input || tag == link ||
            tag == meta || tag == wbr;
+}
+
+bool isDecoration(const HtmlToken& token)
+{
+    constexpr double letterSize = 18; // points
+    const QString alternative = token.attribute(u"alt");
+    const auto isWord = [](QChar c) {
+        return c.isLetterOrNumber();
+    };
+    if ((!alternative.isNull() && std::ranges::none_of(alternative, isWord)) ||
+        token.attribute(u"aria-hidden").compare(u"true", Qt::CaseInsensitive) == 0)
+        return true;
+    const auto isSmall = [&](QStringView name) {
+        const auto points = parseCssLength(token.attribute(name), letterSize, 1'000);
+        return points && *points <= letterSize;
+    };
+    return isSmall(u"width") || isSmall(u"height");
+}
+
+bool isLeftOutMedium(const HtmlToken& token)
+{
+    static constexpr std::array<QStringView, 5> media{u"audio", u"canvas", u"iframe", u"svg",
+                                                      u"video"};
+    return std::ranges::find(media, token.name) != media.end() && !isDecoration(token);
 }
 
 void applyHtmlElement(HtmlLook& look, HtmlTag tag, const HtmlToken& token, const TextFont& base)

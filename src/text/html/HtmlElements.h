@@ -80,6 +80,12 @@ enum class HtmlTag : quint8 {
 /// Whether it has no contents and no end tag.
 [[nodiscard]] bool isVoid(HtmlTag tag);
 
+/// Whether the element is a picture or drawing that says nothing: by the document's word, for
+/// standing in the place of a sign, or for being no larger than a letter.
+[[nodiscard]] bool isDecoration(const HtmlToken& token);
+/// Whether an `unseen` element is something that a reader of the page would miss.
+[[nodiscard]] bool isLeftOutMedium(const HtmlToken& token);
+
 /// What an element gives to the text within it.
 struct HtmlLook {
     CharacterStyle characters;

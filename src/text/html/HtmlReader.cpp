@@ -77,7 +77,7 @@ public:
     }
 
     void read(QStringView html);
-    AttributedString finish();
+    ImportedText finish();
 
 private:
     void startTag(const HtmlToken& token);
@@ -111,6 +111,7 @@ private:
     std::vector<Element> m_stack;
     std::vector<HtmlList> m_lists;
     QString m_officeMarker;
+    ImportAccount m_account;
     int m_tableDepth = 0;
     std::array<int, std::size_t(HtmlTag::wbr) + 1> m_openCount{};
 };
@@ -163,13 +164,13 @@ void Reader::read(QStringView html)
     }
 }
 
-AttributedString Reader::finish()
+ImportedText Reader::finish()
 {
     closeUpTo(1);
     m_paragraphs.endBlock();
     AttributedString text = m_paragraphs.finish();
     dropUnlinkedTargets(text);
-    return text;
+    return {std::move(text), m_account};
 }
 
 void Reader::text(QStringView text)
@@ -198,6 +199,8 @@ void Reader::startTag(const HtmlToken& token)
     const HtmlTag tag = htmlTag(token.name);
     if (isVoid(tag))
         return voidElement(tag, token);
+    if (tag == HtmlTag::unseen && !top().isHidden && isLeftOutMedium(token))
+        ++m_account.media;
     if (tag == HtmlTag::body)
         closeUpTo(1); // whatever the head left open
     closeImplied(tag);
@@ -467,9 +470,11 @@ void Reader::image(const HtmlToken& token)
     if (header.startsWith(u"data:image/", Qt::CaseInsensitive) &&
         header.endsWith(u";base64", Qt::CaseInsensitive))
         data = QByteArray::fromBase64(QStringView(source).sliced(comma + 1).toLatin1());
-    if (!data.startsWith("\x89PNG\r\n\x1a\n") && !data.startsWith("\xff\xd8\xff"))
+    if (!data.startsWith("\x89PNG\r\n\x1a\n") && !data.startsWith("\xff\xd8\xff")) {
+        m_account.pictures += isDecoration(token) ? 0 : 1;
         return m_paragraphs.alternativeText(token.attribute(u"alt"), top().characters,
                                             top().paragraph);
+    }
     auto image = OrvaneNoteImageAttachment::fromImageData(data, std::nullopt, m_options.newId());
     const auto width = parseCssLength(token.attribute(u"width"), 0, 0);
     const auto height = parseCssLength(token.attribute(u"height"), 0, 0);
@@ -499,7 +504,7 @@ QStringView withoutClipboardHeader(QStringView html)
 
 } // namespace
 
-AttributedString readHtml(QStringView html, const HtmlReadOptions& options)
+ImportedText readHtml(QStringView html, const HtmlReadOptions& options)
 {
     html = withoutClipboardHeader(html);
     Reader reader(html.size(), options);
@@ -507,7 +512,7 @@ AttributedString readHtml(QStringView html, const HtmlReadOptions& options)
     return reader.finish();
 }
 
-AttributedString readHtmlBytes(QByteArrayView html, const HtmlReadOptions& options)
+ImportedText readHtmlBytes(QByteArrayView html, const HtmlReadOptions& options)
 {
     QStringDecoder decoder = QStringDecoder::decoderForHtml(html);
     if (!decoder.isValid())

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "text/value/AttributedString.h"
+#include "text/value/ImportedText.h"
 
 #include <QByteArrayView>
 #include <QUuid>
@@ -21,13 +21,14 @@ struct HtmlReadOptions {
 /// headings, lists (their markers become text), tables, links, the usual character formats, and
 /// inline style declarations. Style sheets and scripts are passed over, and nothing is ever
 /// fetched: images are taken from PNG and JPEG data URLs only; others give their alternative text.
+/// The account counts what stays behind; not what is mere decoration, by the document's word or by
+/// being no larger than a letter.
 ///
 /// No input is an error. Memory stays within a small multiple of the input, and the time is linear
 /// in it. Paragraphs are parted by "\n"; there is none behind the last.
-[[nodiscard]] AttributedString readHtml(QStringView html, const HtmlReadOptions& options = {});
+[[nodiscard]] ImportedText readHtml(QStringView html, const HtmlReadOptions& options = {});
 
 /// The same from the bytes of a file, in the encoding that they say, else UTF-8.
-[[nodiscard]] AttributedString readHtmlBytes(QByteArrayView html,
-                                             const HtmlReadOptions& options = {});
+[[nodiscard]] ImportedText readHtmlBytes(QByteArrayView html, const HtmlReadOptions& options = {});
 
 } // namespace orvane

@@ -14,11 +14,12 @@ namespace orvane {
 /// picture). `readHtml` gives all of these back, but not the look of a list's markers, nor what an
 /// item's style has beside the usual indents.
 ///
-/// List items (`ListItems.h`) are items of lists, boxes are check boxes, and headings, told by
-/// `headings`, are headings, for outlines and numbering.
+/// List items (`ListItems.h`) are items of lists, boxes are check boxes, and headings, which are
+/// told by the sizes that they have at this person's (`headings`), are headings, for outlines and
+/// numbering.
 ///
 /// Text within one paragraph, without "\n", is written without a paragraph round it, so that it can
 /// be pasted into a line.
-[[nodiscard]] QByteArray writeHtml(const AttributedString& text, const HeadingSizes& headings = {});
+[[nodiscard]] QByteArray writeHtml(const AttributedString& text, const HeadingSizes& headings);
 
 } // namespace orvane

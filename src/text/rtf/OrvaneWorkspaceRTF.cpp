@@ -6,21 +6,20 @@
 
 namespace orvane::OrvaneWorkspaceRTF {
 
-std::optional<QByteArray> data(const AttributedString& document,
-                               const std::optional<RgbaColor>& documentBackgroundColor,
-                               const HeadingSizes& headings)
+std::optional<QByteArray> data(const AttributedString& document, const HeadingSizes& headings,
+                               const std::optional<RgbaColor>& documentBackgroundColor)
 {
     if (document.isEmpty())
         return std::nullopt;
     return RtfWriter(document, headings).write(documentBackgroundColor);
 }
 
-std::optional<AttributedString> read(const QByteArray& rtf)
+std::optional<ImportedText> read(const QByteArray& rtf)
 {
     auto content = readRtf(rtf);
     if (!content)
         return std::nullopt;
-    return std::move(content->text);
+    return ImportedText{std::move(content->text), content->account};
 }
 
 } // namespace orvane::OrvaneWorkspaceRTF

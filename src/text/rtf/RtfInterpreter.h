@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "text/rtf/RtfAccount.h"
 #include "text/rtf/RtfBuilder.h"
 #include "text/rtf/RtfCodePages.h"
 #include "text/rtf/RtfState.h"
 #include "text/rtf/RtfTokenizer.h"
+#include "text/value/ImportedText.h"
 
 #include <QStringList>
 
@@ -103,7 +103,7 @@ public:
     QStringList placeholders; ///< of the shape that is being read
     RtfNumbering numbering;   ///< that is being defined
     std::optional<RgbaColor> pageBackground;
-    RtfAccount account;
+    ImportAccount account;
 
 private:
     void openGroup();

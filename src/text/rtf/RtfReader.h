@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "text/rtf/RtfAccount.h"
-#include "text/value/AttributedString.h"
+#include "text/value/ImportedText.h"
 
 #include <QByteArrayView>
 #include <QUuid>
@@ -16,9 +15,7 @@ namespace orvane {
 struct RtfContent {
     AttributedString text;
     std::optional<RgbaColor> backgroundColor; ///< of the page
-    /// What came in beside the text and what stayed behind. Who opens or pastes a document tells a
-    /// person where any of it is above 0.
-    RtfAccount account;
+    ImportAccount account;
 };
 
 /// Reads Rich Text Format: fonts, sizes, colours, highlight, bold, italic, underline, strike,
