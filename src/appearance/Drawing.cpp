@@ -107,7 +107,8 @@ void drawCardShadow(QPainter& painter, const QRectF& card, double radius)
     painter.setPen(Qt::NoPen);
     for (int step = depth; step > 0; step -= 2) {
         // Thinner outwards, so that no edge of it is seen.
-        painter.setBrush(QColor(0, 0, 0, 1 + 5 * (depth - step) / depth));
+        const double inwards = double(depth - step) / depth;
+        painter.setBrush(QColor(0, 0, 0, 1 + qRound(3 * inwards * inwards)));
         painter.drawRoundedRect(card.adjusted(-step, drop - step, step, drop + step), radius + step,
                                 radius + step);
     }

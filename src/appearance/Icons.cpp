@@ -69,6 +69,10 @@ Drawing drawingOf(Symbol symbol)
         return {"actions"_L1, "games-hint"_L1};
     case Symbol::Highlight:
         return {"actions"_L1, "draw-highlight"_L1};
+    case Symbol::Details:
+        return {"actions"_L1, "view-list-details"_L1};
+    case Symbol::Paste:
+        return {"actions"_L1, "edit-paste"_L1};
     case Symbol::History:
         return {"actions"_L1, "view-history"_L1};
     case Symbol::Italic:

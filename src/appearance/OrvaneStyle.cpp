@@ -28,6 +28,7 @@ constexpr const char* toneProperty = "orvaneTone";
 constexpr const char* ringProperty = "orvaneRingAroundFace";
 /// The popup of a combo box, which is a class of the toolkit's own.
 constexpr const char* listOfComboBox = "QComboBoxPrivateContainer";
+constexpr char toolTip[] = "QTipLabel";
 
 ButtonTone toneOf(const QStyleOptionButton& option, const QWidget* widget)
 {
@@ -143,17 +144,25 @@ void OrvaneStyle::polish(QWidget* widget)
         qobject_cast<QScrollBar*>(widget) || qobject_cast<QAbstractSpinBox*>(widget))
         widget->setAttribute(Qt::WA_Hover);
     const bool isPopup = qobject_cast<QMenu*>(widget) || widget->inherits(listOfComboBox);
-    if (isPopup || widget->inherits("QTipLabel"))
+    const bool isToolTip = widget->inherits(toolTip);
+    if (isPopup || isToolTip) {
         widget->setAttribute(Qt::WA_TranslucentBackground);
-    if (isPopup) {
-        widget->setPalette(surfacePalette(m_tokens, Surface::Card));
         widget->installEventFilter(this);
     }
+    if (isPopup)
+        widget->setPalette(surfacePalette(m_tokens, Surface::Card));
 }
 
 bool OrvaneStyle::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::Show) {
+    if (watched->inherits(toolTip)) {
+        // Under Wayland a popup stays where it was mapped: what moves is mapped anew.
+        auto* tip = static_cast<QWidget*>(watched);
+        if (event->type() == QEvent::Move && tip->isVisible()) {
+            tip->hide();
+            tip->show();
+        }
+    } else if (event->type() == QEvent::Show) {
         auto* popup = static_cast<QWidget*>(watched);
         popup->setPalette(surfacePalette(m_tokens, Surface::Card));
         if (auto* list = popup->findChild<QAbstractItemView*>())

@@ -2,6 +2,7 @@
 // How the style draws menus.
 #include "appearance/Drawing.h"
 #include "appearance/OrvaneStyle.h"
+#include "appearance/Typography.h"
 
 #include <QPainter>
 #include <QStyleOption>
@@ -11,6 +12,8 @@ namespace orvane {
 namespace {
 
 constexpr int rowHeight = 28;
+/// Of an item whose text has a second line, which says what it is for.
+constexpr int explainedRowHeight = 42;
 constexpr int separatorHeight = 9;
 constexpr int sidePadding = 10;
 constexpr int iconColumn = 24;
@@ -57,9 +60,16 @@ void OrvaneStyle::drawMenuItem(const QStyleOptionMenuItem& option, QPainter& pai
         rect.setLeft(rect.left() + iconColumn);
     }
     const QStringList parts = option.text.split(u'\t');
+    const QStringList lines = parts.value(0).split(u'\n');
+    QRect first = rect;
+    if (lines.size() > 1) {
+        first = QRect(rect.left(), rect.top() + 5, rect.width(), 18);
+        drawTextLine(painter, QRect(rect.left(), rect.top() + 23, rect.width(), 14),
+                     interfaceFont(TextStyle::Label), second, lines.at(1));
+    }
     painter.setFont(option.font);
     painter.setPen(ink);
-    painter.drawText(rect, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextHideMnemonic, parts.value(0));
+    painter.drawText(first, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextHideMnemonic, lines.first());
     if (parts.size() > 1) {
         painter.setPen(second);
         painter.drawText(rect, Qt::AlignVCenter | Qt::AlignRight, parts.at(1));
@@ -74,14 +84,19 @@ QSize OrvaneStyle::menuItemSize(const QStyleOptionMenuItem& option) const
     if (option.menuItemType == QStyleOptionMenuItem::Separator)
         return {10, separatorHeight};
     const QStringList parts = option.text.split(u'\t');
-    int width = option.fontMetrics.horizontalAdvance(parts.value(0)) + 2 * sidePadding;
+    const QStringList lines = parts.value(0).split(u'\n');
+    int width = option.fontMetrics.horizontalAdvance(lines.first());
+    if (lines.size() > 1)
+        width = qMax(width,
+                     QFontMetrics(interfaceFont(TextStyle::Label)).horizontalAdvance(lines.at(1)));
+    width += 2 * sidePadding;
     if (parts.size() > 1)
         width += option.fontMetrics.horizontalAdvance(parts.at(1)) + 32;
     if (hasLeadingColumn(option))
         width += iconColumn;
     if (option.menuItemType == QStyleOptionMenuItem::SubMenu)
         width += 20;
-    return {qMax(width, 160), rowHeight};
+    return {qMax(width, 160), lines.size() > 1 ? explainedRowHeight : rowHeight};
 }
 
 } // namespace orvane

@@ -78,6 +78,9 @@ inline constexpr Notification<CommandTarget> italic{"OrvaneWorkspace.EditorForma
 inline constexpr Notification<CommandTarget> underline{"OrvaneWorkspace.EditorFormat.Underline"};
 inline constexpr Notification<CommandTarget> strikethrough{
     "OrvaneWorkspace.EditorFormat.Strikethrough"};
+inline constexpr Notification<CommandTarget> superscript{
+    "OrvaneWorkspace.EditorFormat.Superscript"};
+inline constexpr Notification<CommandTarget> subscript{"OrvaneWorkspace.EditorFormat.Subscript"};
 inline constexpr Notification<CommandTarget> alignLeft{"OrvaneWorkspace.EditorFormat.AlignLeft"};
 inline constexpr Notification<CommandTarget> alignCenter{
     "OrvaneWorkspace.EditorFormat.AlignCenter"};

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "commands/KeyTable.h"
 
-#include "commands/AppCommandEvents.h"
+#include "commands/EditorFormatNotifications.h"
 #include "commands/KeyCodes.h"
 
 #include <QCoreApplication>
@@ -16,6 +16,7 @@ namespace {
 
 using namespace KeyModifier;
 namespace App = AppCommandEvents;
+namespace Format = EditorFormatNotifications;
 
 constexpr quint32 ctrl = command;
 constexpr quint32 alt = option;
@@ -80,6 +81,8 @@ constexpr KeyRow rows[] = {
     key(Window, Qt::Key_Plus, ctrl, TITLE("Zoom In"), postable<App::zoomIn>()),
     key(Window, Qt::Key_Minus, ctrl, TITLE("Zoom Out"), postable<App::zoomOut>()),
     key(Window, Qt::Key_0, ctrl, TITLE("Reset Zoom"), postable<App::resetZoom>()),
+    key(Text, Qt::Key_Equal, ctrl | alt, TITLE("Superscript"), postable<Format::superscript>()),
+    key(Text, Qt::Key_Minus, ctrl | alt, TITLE("Subscript"), postable<Format::subscript>()),
     key(Window, Qt::Key_Q, ctrl, TITLE("Quit")),
     key(Text, Qt::Key_H, ctrl, TITLE("Find and Replace")),
     key(Text, Qt::Key_F3, 0, TITLE("Next Match")),
@@ -87,6 +90,7 @@ constexpr KeyRow rows[] = {
     standard(Text, Std::Cut, TITLE("Cut")),
     standard(Text, Std::Copy, TITLE("Copy")),
     standard(Text, Std::Paste, TITLE("Paste")),
+    key(Text, Qt::Key_V, ctrl | shift, TITLE("Paste as Plain Text")),
     standard(Text, Std::SelectAll, TITLE("Select All")),
 
     // Where a keyboard has the sign.

@@ -49,6 +49,8 @@ enum class FixedKey {
     zoomIn,
     zoomOut,
     resetZoom,
+    superscript,
+    subscript,
     quit,
     findAndReplace,
     findNext,
@@ -56,10 +58,11 @@ enum class FixedKey {
     cut,
     copy,
     paste,
+    pastePlain,
     selectAll,
 };
 
-inline constexpr int fixedKeyCount = 31;
+inline constexpr int fixedKeyCount = 34;
 
 /// One key that no person chose.
 struct KeyRow {

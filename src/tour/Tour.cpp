@@ -376,11 +376,13 @@ void Tour::tagsAndVersions()
     for (const auto& tag : {u"witness"_s, u"tide"_s})
         (void)state.addTagToNote(note, tag);
     picture(u"tags"_s);
+    press(u"Versions"_s);
     auto* versions = visible<VersionListView>();
     expect(versions, u"the Inspector lists versions"_s);
     versions->selectVersion(0);
     for (const auto mode : {AppearanceThemeMode::Light, AppearanceThemeMode::Dark}) {
         m_app->themes().applyTheme(signatureBundle().id, mode);
+        picture(u"versions-"_s + modeText(mode));
         press(u"Preview"_s);
         picture(u"version-preview-"_s + modeText(mode));
         m_hand->press(Qt::Key_Escape);
@@ -395,6 +397,7 @@ void Tour::tagsAndVersions()
         expect(icons->grab().save(file), u"picture written to "_s + file);
         icons->close();
     }
+    press(u"Details"_s);
 }
 
 /// The main window in the other built-in looks, and the settings.
@@ -587,6 +590,7 @@ int Tour::run()
                     m_folder, take, [this](bool holds, const QString& what) {
                         expect(holds, what);
                     }});
+    tourOthers(*m_app, *m_hand, take);
     narrowWindow();
     protectedProject();
     end();

@@ -19,4 +19,9 @@ void tourPages(OrvaneWorkspaceApp& app, const TourHand& hand,
 void tourRows(OrvaneWorkspaceApp& app, const TourHand& hand,
               const std::function<void(const QString&)>& picture);
 
+/// A note that is pasted from another program's document, with what came and what stayed behind.
+/// The note stays.
+void tourOthers(OrvaneWorkspaceApp& app, const TourHand& hand,
+                const std::function<void(const QString&)>& picture);
+
 } // namespace orvane

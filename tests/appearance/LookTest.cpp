@@ -7,9 +7,12 @@
 #include "appearance/WornLook.h"
 
 #include <QApplication>
+#include <QHelpEvent>
 #include <QPainter>
 #include <QPushButton>
 #include <QStyleFactory>
+#include <QToolButton>
+#include <QToolTip>
 #include <gtest/gtest.h>
 
 namespace orvane {
@@ -94,6 +97,42 @@ TEST_F(WornLookTest, EverySymbolHasADrawingInTheTokensColour)
         }
         EXPECT_TRUE(hasInk) << "symbol " << i;
     }
+}
+
+TEST_F(WornLookTest, AToolTipIsMappedAnewWhereItMoves)
+{
+    QWidget window;
+    window.resize(300, 100);
+    QToolButton one(&window);
+    QToolButton other(&window);
+    one.setToolTip(u"One"_s);
+    other.setToolTip(u"Other"_s);
+    other.move(200, 60);
+    window.show();
+    const auto rest = [](QWidget& on) {
+        QHelpEvent event(QEvent::ToolTip, QPoint(2, 2), on.mapToGlobal(QPoint(2, 2)));
+        QApplication::sendEvent(&on, &event);
+    };
+    rest(one);
+    QWidget* tip = nullptr;
+    for (QWidget* each : QApplication::topLevelWidgets())
+        tip = each->inherits("QTipLabel") ? each : tip;
+    ASSERT_NE(tip, nullptr);
+    struct : QObject {
+        int shown = 0;
+        bool eventFilter(QObject*, QEvent* event) override
+        {
+            shown += event->type() == QEvent::Show ? 1 : 0;
+            return false;
+        }
+    } shows;
+    tip->installEventFilter(&shows);
+    const QPoint before = tip->pos();
+    rest(other);
+    EXPECT_NE(tip->pos(), before);
+    EXPECT_TRUE(tip->isVisible());
+    EXPECT_EQ(shows.shown, 1);
+    QToolTip::hideText();
 }
 
 TEST_F(WornLookTest, FamiliesFallToTheirStandIns)

@@ -102,12 +102,16 @@ void CommandWalkTest::fillSteps()
         steps.push_back({piece, [this, piece] {
                              gateway().type(piece);
                          }});
-    for (const auto& command :
-         {Format::bold, Format::italic, Format::underline, Format::strikethrough, Format::alignLeft,
-          Format::alignCenter, Format::alignRight, Format::alignJustified, Format::bulletList,
-          Format::numberedList, Format::paragraphBody, Format::removeCustomBullet,
-          App::applyHeading1, App::applyHeading4, App::makeUppercase, App::makeLowercase,
-          App::capitalize, App::insertPageBreak})
+    for (const auto& command : {Format::bold,          Format::italic,
+                                Format::underline,     Format::strikethrough,
+                                Format::superscript,   Format::subscript,
+                                Format::alignLeft,     Format::alignCenter,
+                                Format::alignRight,    Format::alignJustified,
+                                Format::bulletList,    Format::numberedList,
+                                Format::paragraphBody, Format::removeCustomBullet,
+                                App::applyHeading1,    App::applyHeading4,
+                                App::makeUppercase,    App::makeLowercase,
+                                App::capitalize,       App::insertPageBreak})
         posts(command);
     posts(Format::setListStyle, ListStyleChoice{u"upperRoman"_s, {}});
     posts(Format::setCustomBullet, CustomBulletChoice{u"\u2726"_s, RgbaColor{1, 0, 0, 1}, {}});

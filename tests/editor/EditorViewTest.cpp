@@ -504,7 +504,8 @@ TEST_F(EditorViewTest, TheTableOfKeysKnowsEachThatATextTakes)
     const auto isOfThePane = [](const KeyRow& row) {
         const auto key = fixedKeyOf(row);
         return key == FixedKey::findAndReplace || key == FixedKey::findNext ||
-               key == FixedKey::findPrevious;
+               key == FixedKey::findPrevious || key == FixedKey::superscript ||
+               key == FixedKey::subscript || key == FixedKey::pastePlain;
     };
     int taken = 0;
     forEachKey([&](const ShortcutData& pressed) {

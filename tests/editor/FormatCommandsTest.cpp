@@ -105,6 +105,14 @@ TEST_F(FormatCommands, ATogglePassesOverWhatIsMixed)
          [](const CharacterStyle& s) {
              return s.strikethrough == TextLine::single;
          }},
+        {"superscript", Format::superscript,
+         [](const CharacterStyle& s) {
+             return s.baselineShift == BaselineShift::superscript;
+         }},
+        {"subscript", Format::subscript,
+         [](const CharacterStyle& s) {
+             return s.baselineShift == BaselineShift::subscript;
+         }},
     };
     for (const Row& row : rows) {
         const AttributedString before = pane.view->store().attributedText();

@@ -3,15 +3,18 @@
 #include "SelectedNoteFixture.h"
 #include "appearance/AppearanceTokens.h"
 #include "commands/EditorFormatNotifications.h"
+#include "core/records/InternalNoteLink.h"
 #include "editor/pane/EditorPaneView.h"
 #include "editor/view/EditorView.h"
 #include "support/TestServices.h"
 #include "text/store/TextStore.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMimeData>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
@@ -236,6 +239,111 @@ TEST_F(HeadAndStripTest, FormattingInAPlainNoteOffersARichOne)
     app.selection().selectNote(other);
     settle();
     EXPECT_FALSE(seen<QPushButton>(make)) << "goes with its note";
+}
+
+TEST_F(HeadAndStripTest, APasteSaysWhatCameAndWhatStayedBehind)
+{
+    pane->session().setMode(EditorMode::richText);
+    view().selectAll();
+    view().gateway().type(u"before"_s);
+    auto* clipboard = new QMimeData;
+    clipboard->setData(
+        u"text/rtf"_s,
+        R"({\rtf1 one{\super\chftn}{\footnote{\super\chftn} Note.} two{\header top}\par})");
+    clipboard->setText(u"one two"_s);
+    QGuiApplication::clipboard()->setMimeData(clipboard);
+    const auto paste = [this] {
+        view().selectAll();
+        press(Qt::Key_V, Qt::ControlModifier);
+        EXPECT_TRUE(view().store().text().contains(u"Note."_s));
+        EXPECT_TRUE(seen<QLabel>(u"Pasted with 1 footnotes."_s));
+        EXPECT_TRUE(seen<QLabel>(u"1 headers and footers stayed behind."_s));
+        const QWidget* strip = seen<QPushButton>(u"Undo"_s)->parentWidget();
+        for (const auto* label : strip->findChildren<QLabel*>())
+            EXPECT_TRUE(label->wordWrap() || label->width() >= label->sizeHint().width())
+                << qUtf8Printable(label->text());
+        for (const auto* button : strip->findChildren<QPushButton*>())
+            EXPECT_GE(button->width(), button->sizeHint().width());
+    };
+    paste();
+    press(Qt::Key_Shift);
+    const auto* plain = seen<QPushButton>(u"Paste as Plain Text"_s);
+    ASSERT_NE(plain, nullptr);
+    EXPECT_TRUE(pane->rect().contains(QRect(plain->mapTo(pane.get(), QPoint()), plain->size())));
+    pane->resize(430, 600);
+    settle();
+    for (const auto* label : plain->parentWidget()->findChildren<QLabel*>())
+        EXPECT_TRUE(pane->rect().contains(QRect(label->mapTo(pane.get(), QPoint()), label->size())))
+            << "also in a narrow pane";
+    press(Qt::Key_Right);
+    EXPECT_FALSE(seen<QPushButton>(u"Undo"_s)) << "leaves at the next key";
+
+    paste();
+    QTest::mouseClick(seen<QPushButton>(u"Undo"_s), Qt::LeftButton);
+    EXPECT_FALSE(seen<QPushButton>(u"Undo"_s));
+    EXPECT_TRUE(view().hasFocus());
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(view().store().text(), u"before"_s);
+
+    paste();
+    QTest::mouseClick(seen<QPushButton>(u"Paste as Plain Text"_s), Qt::LeftButton);
+    EXPECT_EQ(view().store().text(), u"one two"_s);
+    EXPECT_FALSE(seen<QPushButton>(u"Undo"_s)) << "words alone are no news";
+
+    paste();
+    app.openNote(other);
+    settle();
+    EXPECT_FALSE(seen<QPushButton>(u"Undo"_s)) << "goes with its note";
+}
+
+TEST_F(HeadAndStripTest, LinksLeadToPlacesWithinNotes)
+{
+    const auto write = [this](const QUuid& id) {
+        app.openNote(id);
+        settle();
+        pane->session().setMode(EditorMode::richText);
+        CharacterStyle number;
+        number.link = u"#fn-1"_s;
+        number.targetName = u"ref-1"_s;
+        AttributedString text(u"1"_s, number);
+        text.append(u"\na line"_s.repeated(80), CharacterStyle());
+        number = {};
+        number.link = u"#ref-1"_s;
+        number.targetName = u"fn-1"_s;
+        text.append(u"\n"_s, CharacterStyle());
+        text.append(u"1. "_s, number);
+        text.append(u"the note"_s, CharacterStyle());
+        view().selectAll();
+        view().gateway().insert(text, u"Paste"_s);
+        view().setSelection(TextSelection::caret(0));
+        settle();
+    };
+    write(other);
+    write(note);
+    const auto caretsLine = [this] {
+        const QString text = view().store().text();
+        const qsizetype from = text.lastIndexOf(u'\n', view().selection().position) + 1;
+        return text.mid(from, 5);
+    };
+    pane->openLink(u"#fn-1"_s);
+    EXPECT_EQ(caretsLine(), u"1. th"_s);
+    EXPECT_TRUE(pane->rect().contains(caretRect())) << "in sight";
+    pane->openLink(u"#ref-1"_s);
+    EXPECT_EQ(view().selection(), TextSelection::caret(0));
+    pane->openLink(u"#nowhere"_s);
+    EXPECT_EQ(view().selection(), TextSelection::caret(0));
+    EXPECT_EQ(test.beeper.count, 1);
+
+    pane->openLink(u"orvaneworkspace://note/%1#fn-1"_s.arg(other.toString(QUuid::WithoutBraces)));
+    settle();
+    EXPECT_EQ(pane->session().noteID(), other);
+    EXPECT_EQ(caretsLine(), u"1. th"_s);
+    pane->openLink(InternalNoteLink::link(note));
+    settle();
+    EXPECT_EQ(pane->session().noteID(), note);
+    EXPECT_EQ(view().selection(), TextSelection::caret(0)) << "where it was";
+    pane->openLink(InternalNoteLink::link(QUuid::createUuid()));
+    EXPECT_EQ(test.beeper.count, 2);
 }
 
 TEST_F(HeadAndStripTest, AnEmptiedListLeavesNoIndent)

@@ -4,6 +4,7 @@
 #include "appearance/AppearanceTokens.h"
 #include "appearance/themes/BundledThemes.h"
 #include "commands/EditorFormatNotifications.h"
+#include "editor/page/PageBreaks.h"
 #include "editor/pane/StripMenuButton.h"
 #include "editor/view/EditorView.h"
 #include "support/TestServices.h"
@@ -210,6 +211,41 @@ TEST_F(WritingToolsTest, ListsInEachMode)
     view->setEditable(true);
     services.notifications.post(EditorFormatNotifications::setListStyle, {u"star"_s, note});
     EXPECT_EQ(view->plainText(), u"1. a\n★ b\n2. c"_s);
+}
+
+TEST_F(WritingToolsTest, ABreakOfThePageKeepsItsFormUnderOtherFormatting)
+{
+    view->setPlainText(u"one\ntwo"_s);
+    show(note, EditorMode::richText);
+    view->setSelection(TextSelection::caret(3));
+    ASSERT_TRUE(insertPageBreak(view->gateway(), TextFormatting::rich, Qt::gray));
+    const auto breakIn = [this] {
+        const qsizetype at = view->store().text().indexOf(u'\f');
+        return view->store().attributedText({at, 1});
+    };
+    const AttributedString before = breakIn();
+    view->selectAll();
+    services.notifications.post(EditorFormatNotifications::bulletList, {note});
+    EXPECT_EQ(view->plainText(), u"• one\n\f\n• \n• two"_s);
+    EXPECT_EQ(breakIn(), before);
+    services.notifications.post(AppCommandEvents::applyHeading1, {note});
+    EXPECT_GT(view->store().characterStyle(3)->font->size, 20);
+    EXPECT_EQ(breakIn(), before);
+}
+
+TEST_F(WritingToolsTest, TextWithoutFormattingHasOneKindOfLineEnd)
+{
+    for (const EditorMode mode :
+         {EditorMode::markdown, EditorMode::plainText, EditorMode::richText}) {
+        tools->leaveText();
+        view->setPlainText(u"ab"_s);
+        view->setFormatting(mode == EditorMode::richText ? TextFormatting::rich
+                                                         : TextFormatting::plain);
+        show(note, mode);
+        view->setSelection(TextSelection::caret(1));
+        press(Qt::Key_Return, Qt::ShiftModifier);
+        EXPECT_EQ(view->plainText(), mode == EditorMode::richText ? u"a\u2028b"_s : u"a\nb"_s);
+    }
 }
 
 TEST_F(WritingToolsTest, OnlyMarkdownIsColoured)

@@ -449,6 +449,29 @@ TEST_F(BinderViewTest, AltAndAnArrowMoveTheSelectedRows)
     EXPECT_EQ(shown(), before) << "both in one step";
 }
 
+TEST_F(BinderViewTest, TheRailGivesATagToAllRowsThatAreSelectedAndTakesIt)
+{
+    (void)state().updateNoteTags(notes[0], {u"R&D"_s});
+    (void)state().updateNoteTags(notes[2], {u"tide"_s});
+    m_hand->press(Qt::Key_Down, Qt::ShiftModifier);
+    const auto take = [&](const QString& tag, bool wasOn) {
+        press(u"Tags"_s);
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        ASSERT_EQ(itemsOf(*menu), (QStringList{u"R&&D"_s, u"tide"_s}));
+        EXPECT_EQ(menu->actions().at(tag == u"tide"_s)->isChecked(), wasOn);
+        choose(*menu, tag);
+    };
+    take(u"R&&D"_s, false); // only one of them has it
+    EXPECT_EQ(state().tagsForNote(notes[1]), QStringList{u"R&D"_s});
+    take(u"tide"_s, false);
+    take(u"R&&D"_s, true);
+    for (const QUuid& each : {notes[0], notes[1]})
+        EXPECT_EQ(state().tagsForNote(each), QStringList{u"tide"_s});
+    ASSERT_TRUE(state().undoNotebookStep());
+    EXPECT_EQ(state().tagsForNote(notes[0]), (QStringList{u"R&D"_s, u"tide"_s})) << "one step";
+}
+
 TEST_F(BinderViewTest, RowsAreMovedToAFolderThatIsSearchedFor)
 {
     m_hand->press(Qt::Key_Down, Qt::ShiftModifier);
@@ -456,7 +479,7 @@ TEST_F(BinderViewTest, RowsAreMovedToAFolderThatIsSearchedFor)
     ASSERT_NE(menu, nullptr);
     EXPECT_EQ(itemsOf(*menu), (QStringList{u"Move To…"_s, u"Pin"_s, u"Move to Trash"_s}));
     choose(*menu, u"Move To…"_s);
-    EXPECT_EQ(sheetTitle(), u"Move 2 Rows To"_s);
+    EXPECT_EQ(sheetTitle(), u"Move 2 notes to…"_s);
     m_hand->type(u"emp"_s);
     m_hand->press(Qt::Key_Return);
     EXPECT_EQ(sheetTitle(), QString());
@@ -468,7 +491,7 @@ TEST_F(BinderViewTest, RowsAreMovedToAFolderThatIsSearchedFor)
     menu = menuAt(rectOf(note(notes[2])).center());
     ASSERT_NE(menu, nullptr);
     choose(*menu, u"Move To…"_s);
-    press(u"New Folder…"_s);
+    press(u"New Folder"_s);
     m_hand->type(u"Deeper"_s);
     m_hand->press(Qt::Key_Return);
     EXPECT_EQ(sheetTitle(), QString());

@@ -15,6 +15,7 @@
 #include <QMenu>
 #include <QTest>
 #include <QTextEdit>
+#include <QToolButton>
 
 namespace orvane {
 namespace {
@@ -190,6 +191,7 @@ TEST_F(InspectorTest, ATagHasAColourAndAliases)
 
 TEST_F(InspectorTest, AVersionIsReadRestoredAndDeleted)
 {
+    press(u"Versions"_s);
     EXPECT_TRUE(says(u"No snapshots yet."_s));
     state().appendVersionSnapshot(m_note, u"Manual Save"_s);
     NoteContent content = NoteContent::of(*state().note(m_note));
@@ -199,7 +201,8 @@ TEST_F(InspectorTest, AVersionIsReadRestoredAndDeleted)
     TourHand::settle();
     EXPECT_TRUE(says(u"Select a snapshot to preview or restore."_s));
     auto* list = find<VersionListView>();
-    const int made = list->model()->rowCount() - 1;
+    ASSERT_NE(list, nullptr);
+    const int made = int(versionsOf(state(), m_note).size());
     EXPECT_TRUE(says(made == 1 ? u"1 snapshot"_s : u"%1 snapshots"_s.arg(made)));
 
     list->setFocus(Qt::TabFocusReason);
@@ -220,7 +223,12 @@ TEST_F(InspectorTest, AVersionIsReadRestoredAndDeleted)
     EXPECT_EQ(state().note(m_note)->body, before);
     EXPECT_EQ(sheetTitle(), QString());
     EXPECT_TRUE(list->model()
-                    ->index(1, 0)
+                    ->index(2, 0)
+                    .data(Qt::AccessibleTextRole)
+                    .toString()
+                    .startsWith(u"Today, "_s));
+    EXPECT_TRUE(list->model()
+                    ->index(2, 0)
                     .data(Qt::AccessibleTextRole)
                     .toString()
                     .contains(u"Before Restore"_s));
@@ -231,7 +239,36 @@ TEST_F(InspectorTest, AVersionIsReadRestoredAndDeleted)
     EXPECT_EQ(list->model()->rowCount(), rows);
     EXPECT_TRUE(answering([&] { press(u"Delete"_s); }, [&] { press(u"Delete"_s); }));
     EXPECT_EQ(list->model()->rowCount(), rows - 1);
-    EXPECT_EQ(versionsOf(state(), m_note).size(), rows - 2);
+    EXPECT_EQ(versionsOf(state(), m_note).size(), rows - 3);
+}
+
+TEST_F(InspectorTest, TheRailsSectionIsKeptOverARestartAndHasItsCommand)
+{
+    const auto* details = find<QToolButton>(u"Details"_s);
+    const auto* versions = find<QToolButton>(u"Versions"_s);
+    ASSERT_TRUE(details && versions);
+    EXPECT_TRUE(details->isChecked());
+    EXPECT_EQ(find<VersionListView>(), nullptr);
+    state().appendVersionSnapshot(m_note, u"Manual Save"_s);
+    m_hand->press(Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
+    m_hand->type(u"show versions\n"_s);
+    ASSERT_NE(find<VersionListView>(), nullptr);
+    EXPECT_TRUE(find<VersionListView>()->hasFocus());
+    EXPECT_TRUE(versions->isChecked());
+    EXPECT_EQ(find<TagField>(), nullptr);
+    state().selection().selectNote(m_other);
+    TourHand::settle();
+    EXPECT_TRUE(says(u"No snapshots yet."_s));
+
+    const QUuid project = state().projectSession().currentProject()->id;
+    quit();
+    start();
+    state().projectSession().openProject(project, false);
+    state().selection().selectNote(m_note);
+    TourHand::settle();
+    ASSERT_NE(find<VersionListView>(), nullptr);
+    press(u"Details"_s);
+    EXPECT_NE(find<TagField>(), nullptr);
 }
 
 TEST_F(InspectorTest, SaysWhenVersionsCantBeReadAndRestoresNothingThen)
@@ -243,6 +280,7 @@ TEST_F(InspectorTest, SaysWhenVersionsCantBeReadAndRestoresNothingThen)
     content.body = u"other words"_s;
     state().updateNote(m_note, content);
     TourHand::settle();
+    press(u"Versions"_s);
     find<VersionListView>()->setFocus(Qt::TabFocusReason);
     // What a failing disk is to a file, a folder in its place is for good.
     ASSERT_TRUE(QFile::rename(path, path + u".whole"_s));
@@ -382,8 +420,8 @@ TEST_F(InspectorTest, AFolderHasTagsAndTheTrashACount)
 
 TEST(VersionRowsTest, SayWhenAndHowMuch)
 {
-    const auto at = [](int day, int hour, int minute) {
-        return Timestamp{QDateTime(QDate(2026, 11, day), QTime(hour, minute), Qt::LocalTime)
+    const auto at = [](int year, int month, int day, int hour, int minute) {
+        return Timestamp{QDateTime(QDate(year, month, day), QTime(hour, minute), Qt::LocalTime)
                              .toMSecsSinceEpoch()};
     };
     const auto version = [&](Timestamp when, int words, const std::optional<QString>& label) {
@@ -393,16 +431,25 @@ TEST(VersionRowsTest, SayWhenAndHowMuch)
         version.label = label;
         return version;
     };
-    const QList<VersionRow> expected{{u"Now"_s, u"2,011 words"_s},
-                                     {u"Today, 14:02"_s, u"1,964 words, 47 fewer"_s},
-                                     {u"Today, 00:00"_s, u"Manual Save, 1,964 words"_s},
-                                     {u"Yesterday, 23:59"_s, u"2,000 words, 36 more"_s},
-                                     {u"Nov 2, 22:15"_s, u"3 words, 1,997 fewer"_s}};
-    EXPECT_EQ(versionRows({version(at(21, 14, 2), 1964, std::nullopt),
-                           version(at(21, 0, 0), 1964, u"Manual Save"_s),
-                           version(at(20, 23, 59), 2000, std::nullopt),
-                           version(at(2, 22, 15), 3, std::nullopt)},
-                          2011, at(21, 23, 0)),
+    using enum VersionRow::Kind;
+    const QList<VersionRow> expected{
+        {Now, u"Now"_s, u"2,011 words"_s, {}, -1},
+        {Day, u"Today"_s, {}, {}, -1},
+        {Version, u"14:02"_s, u"1,964 words"_s, u"47 fewer"_s, 0},
+        {Version, u"00:00"_s, u"Manual Save, 1,964 words"_s, {}, 1},
+        {Day, u"Yesterday"_s, {}, {}, -1},
+        {Version, u"23:59"_s, u"2,000 words"_s, u"36 more"_s, 2},
+        {Day, u"2 November"_s, {}, {}, -1},
+        {Version, u"22:15"_s, u"3 words"_s, u"1,997 fewer"_s, 3},
+        {Day, u"2 November 2025"_s, {}, {}, -1},
+        {Version, u"22:15"_s, u"1 word"_s, u"2 fewer"_s, 4},
+    };
+    EXPECT_EQ(versionRows({version(at(2026, 11, 21, 14, 2), 1964, std::nullopt),
+                           version(at(2026, 11, 21, 0, 0), 1964, u"Manual Save"_s),
+                           version(at(2026, 11, 20, 23, 59), 2000, std::nullopt),
+                           version(at(2026, 11, 2, 22, 15), 3, QString()),
+                           version(at(2025, 11, 2, 22, 15), 1, std::nullopt)},
+                          2011, at(2026, 11, 21, 23, 0)),
               expected);
 }
 

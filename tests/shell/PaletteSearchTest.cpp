@@ -51,8 +51,12 @@ TEST(PaletteSearch, BothSectionsByHowWellTheyMatch)
     };
     const Row rows[] = {
         {"both", u"ins t"_s,
-         u"| Commands: [Insert Table] Insert Shape, Toggle Right Pane (Inspector), | Notes: Inside "
-         "the wall, Insurance table, 1909,"_s},
+         u"| Commands: [Insert Table] | Notes: Inside the wall, Insurance table, 1909,"_s},
+        {"letters here and there give way to a word, also of the other section", u"wall"_s,
+         u"| Notes: [Inside the wall]"_s},
+        {"and are better than nothing", u"nwnt"_s, u"| Commands: [New Note]"_s},
+        {"initials are no chance", u"nn"_s, u"| Commands: [New Note]"_s},
+        {"a piece of a word", u"spec"_s, u"| Commands: [Toggle Right Pane (Inspector)]"_s},
         {"the best is a note", u"salt"_s, u"| Notes: [Salt]"_s},
         {"equals: the command is meant", u"brain map"_s,
          u"| Commands: [Brain Map] | Notes: Brain Map,"_s},

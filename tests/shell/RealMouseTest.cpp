@@ -2,6 +2,9 @@
 // The program under a window system of its own, worked by its pointer: what a drag is there, no
 // event that a test sends can show.
 #include "ProgramFixture.h"
+#include "editor/pane/EditorPaneView.h"
+#include "editor/session/EditorSession.h"
+#include "editor/view/EditorView.h"
 #include "shell/binder/BinderModel.h"
 #include "shell/binder/BinderTreeView.h"
 #include "shell/layout/WindowPlacement.h"
@@ -64,6 +67,25 @@ protected:
         pointer({u"mouseup"_s, u"1"_s});
     }
 
+    /// Starts the program; the id of its window once it is there.
+    QString startProgram()
+    {
+        m_program.setProcessEnvironment(m_environment);
+        m_program.start(QStringLiteral(ORVANE_PROGRAM), QStringList());
+        QString id;
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] {
+                id = pointer(
+                    {u"search"_s, u"--onlyvisible"_s, u"--class"_s, u"^orvaneworkspace$"_s});
+                return !id.isEmpty();
+            },
+            30'000))
+            << m_program.state() << m_program.exitCode()
+            << m_program.readAllStandardError().toStdString();
+        QTest::qWait(500);
+        return id;
+    }
+
     QProcessEnvironment m_environment;
     QProcess m_screen;
     QProcess m_program;
@@ -90,15 +112,8 @@ TEST_F(RealMouseTest, ARowIsDraggedIntoAFolder)
     SessionKeys::launchDestination.write(defaults(), u"lastNote"_s);
     quit();
 
-    m_program.setProcessEnvironment(m_environment);
-    m_program.start(QStringLiteral(ORVANE_PROGRAM), QStringList());
-    const QStringList search{u"search"_s, u"--onlyvisible"_s, u"--class"_s, u"^orvaneworkspace$"_s};
-    QString id;
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !(id = pointer(search)).isEmpty(); }, 30'000))
-        << m_program.state() << m_program.exitCode()
-        << m_program.readAllStandardError().toStdString();
+    const QString id = startProgram();
     EXPECT_EQ(pointer({u"getwindowname"_s, id}), u"Tidewater — OrvaneWorkspace"_s);
-    QTest::qWait(500);
     drag(from, to);
     QTest::qWait(500);
     m_program.terminate();
@@ -107,6 +122,46 @@ TEST_F(RealMouseTest, ARowIsDraggedIntoAFolder)
     start();
     state().projectSession().openProject(project, false);
     EXPECT_EQ(state().note(loose)->folderID, folder);
+}
+
+TEST_F(RealMouseTest, WhatIsCopiedIsTextForOtherPrograms)
+{
+    if (QStandardPaths::findExecutable(u"xclip"_s).isEmpty())
+        GTEST_SKIP() << "xclip is not installed";
+    dismissWelcome();
+    start();
+    window().setGeometry(0, 0, 1200, 800);
+    ASSERT_TRUE(state().projectSession().createProject(u"Tidewater"_s, {}));
+    (void)*state().createNote(u"Low water\nMara counts “posts” – ä."_s, {});
+    TourHand::settle();
+    window().editorPane().session().setMode(EditorMode::richText);
+    const QWidget* text = window().editorPane().textView().viewport();
+    const QPoint place = text->mapTo(&window(), text->rect().center());
+    SessionKeys::launchDestination.write(defaults(), u"lastNote"_s);
+    quit();
+
+    startProgram();
+    moveTo(place);
+    pointer({u"click"_s, u"1"_s});
+    pointer({u"key"_s, u"ctrl+a"_s});
+    pointer({u"key"_s, u"ctrl+c"_s});
+    const auto given = [this](const QString& selection, const QString& type) {
+        QProcess tool;
+        tool.setProcessEnvironment(m_environment);
+        tool.start(u"xclip"_s, {u"-o"_s, u"-selection"_s, selection, u"-t"_s, type});
+        return tool.waitForFinished(20'000) ? QString::fromUtf8(tool.readAll()) : QString();
+    };
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return given(u"clipboard"_s, u"TARGETS"_s).contains(u"UTF8_STRING"_s); }, 20'000));
+    for (const QString& selection : {u"clipboard"_s, u"primary"_s}) {
+        for (const QString& type :
+             {u"text/plain;charset=utf-8"_s, u"UTF8_STRING"_s, u"text/plain"_s}) {
+            EXPECT_EQ(given(selection, type), u"Low water\nMara counts “posts” – ä."_s)
+                << selection.toStdString() << ' ' << type.toStdString();
+        }
+    }
+    m_program.terminate();
+    ASSERT_TRUE(m_program.waitForFinished(30'000));
 }
 
 } // namespace

@@ -235,6 +235,7 @@ void SettingsOverTwoRuns::addPanes()
         [this] { return find<BinderTreeView>() == nullptr; });
     add(PaneLayoutSettings::inspectorVisible, false,
         [this] { return find<InspectorView>() == nullptr; });
+    add(PaneLayoutSettings::inspectorSection, u"versions"_s);
     // The locks are the exception: they end with the run.
     for (const auto* lock : {&PaneLayoutSettings::binderLock, &PaneLayoutSettings::editorLock,
                              &PaneLayoutSettings::inspectorLock})

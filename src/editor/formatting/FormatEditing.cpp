@@ -197,6 +197,16 @@ void FormatEditing::toggleStrikethrough()
     });
 }
 
+void FormatEditing::toggleBaselineShift(BaselineShift shift)
+{
+    const bool wanted =
+        !allOf([shift](const CharacterStyle& style) { return style.baselineShift == shift; });
+    changeCharacters(
+        shift == BaselineShift::superscript ? Words::tr("Superscript") : Words::tr("Subscript"),
+        selected(),
+        [&](CharacterStyle& style) { style.baselineShift = wanted ? shift : BaselineShift::none; });
+}
+
 void FormatEditing::applyRequestedFont(const std::optional<QString>& family,
                                        const std::optional<double>& size)
 {

@@ -24,6 +24,8 @@ public:
     void toggleFontTrait(FontTrait trait);
     void toggleUnderline();
     void toggleStrikethrough();
+    /// Raised or lowered and smaller; not `none`.
+    void toggleBaselineShift(BaselineShift shift);
     /// Each run keeps its weight and slant. A family that this machine can't show changes no font.
     void applyRequestedFont(const std::optional<QString>& family,
                             const std::optional<double>& size);

@@ -54,6 +54,12 @@ void FormattingTools::observeCharacterCommands()
                        [this](const CommandTarget&) { m_editing.toggleUnderline(); });
     m_commands.observe(Format::strikethrough, rich,
                        [this](const CommandTarget&) { m_editing.toggleStrikethrough(); });
+    m_commands.observe(Format::superscript, rich, [this](const CommandTarget&) {
+        m_editing.toggleBaselineShift(BaselineShift::superscript);
+    });
+    m_commands.observe(Format::subscript, rich, [this](const CommandTarget&) {
+        m_editing.toggleBaselineShift(BaselineShift::subscript);
+    });
     m_commands.observe(Format::setFont, rich, [this](const FontChoice& choice) {
         m_editing.applyRequestedFont(choice.fontName, choice.fontSize);
     });

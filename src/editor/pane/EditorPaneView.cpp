@@ -7,6 +7,7 @@
 #include "editor/page/PageTools.h"
 #include "editor/pane/EditorTextHost.h"
 #include "editor/pane/NoteLinks.h"
+#include "editor/pane/PasteStrip.h"
 #include "editor/pane/StatusStrip.h"
 #include "editor/pane/WritingTools.h"
 #include "editor/session/CaretPlaces.h"
@@ -105,6 +106,8 @@ EditorPaneView::EditorPaneView(AppState& appState, Look& look, QWidget* parent)
     connect(m_text, &EditorTextHost::textPlaced, this, &EditorPaneView::showZoom);
     connect(&m_text->view(), &EditorView::headShown, this, &EditorPaneView::tellTitle);
     connect(m_title, &QLineEdit::textChanged, this, &EditorPaneView::tellTitle);
+    m_pasteStrip = new PasteStrip(m_text->view(), look, m_status->height(), *this);
+    connect(this, &EditorPaneView::textAboutToChange, m_pasteStrip, &QWidget::hide);
     observeModeCommands();
     loadDraft();
     updateSavingState();
@@ -112,7 +115,8 @@ EditorPaneView::EditorPaneView(AppState& appState, Look& look, QWidget* parent)
     m_text->view().installEventFilter(this);
     QWidget* last = &m_text->view();
     setTabOrder(m_title, last);
-    for (QWidget* part : std::initializer_list<QWidget*>{&m_tools->findStrip(), m_status}) {
+    for (QWidget* part :
+         std::initializer_list<QWidget*>{&m_tools->findStrip(), m_pasteStrip, m_status}) {
         for (auto* each : part->findChildren<QWidget*>()) {
             if (each->focusPolicy() & Qt::TabFocus) {
                 setTabOrder(last, each);
@@ -464,6 +468,11 @@ void EditorPaneView::rememberCaret()
     m_caretNote.reset();
 }
 
+void EditorPaneView::openLink(const QString& address)
+{
+    m_links->open(address);
+}
+
 void EditorPaneView::tellTitle()
 {
     const bool isOut = m_session.noteID() && !m_text->view().showsHead();
@@ -502,6 +511,8 @@ void EditorPaneView::offerFormatting(const QByteArray& command, const std::funct
                          : isAny(Format::italic)        ? tr("Plain Text has no italics.")
                          : isAny(Format::underline)     ? tr("Plain Text has no underlining.")
                          : isAny(Format::strikethrough) ? tr("Plain Text has no strikethrough.")
+                         : isAny(Format::superscript, Format::subscript)
+                             ? tr("Plain Text has no raised or lowered letters.")
                          : isAny(AppCommandEvents::applyHeading1, AppCommandEvents::applyHeading2,
                                  AppCommandEvents::applyHeading3, AppCommandEvents::applyHeading4,
                                  AppCommandEvents::applyHeading5, AppCommandEvents::applyHeading6)

@@ -18,6 +18,7 @@ namespace orvane {
 class EditorTextHost;
 class EditorView;
 class NoteLinks;
+class PasteStrip;
 class PageTools;
 class SlowNotes;
 class StatusStrip;
@@ -39,6 +40,8 @@ public:
     /// Puts the caret into the title, all of it selected, or into the text.
     void focusTitle();
     void focusText();
+    /// As a click on it does: shows the note, and the place in it, or opens it outside.
+    void openLink(const QString& address);
     /// For the tool tips of controls that post commands; again whenever keys have changed.
     void setKeyTexts(const KeyTextOf& keyTextOf);
 
@@ -101,6 +104,7 @@ private:
     StatusStrip* m_status;
     QTimer* m_countTimer;
     std::unique_ptr<NoteLinks> m_links;
+    PasteStrip* m_pasteStrip = nullptr;
     std::unique_ptr<PageTools> m_pageTools;
     /// The note whose caret is remembered once it is left, and those that have come to theirs.
     std::optional<QUuid> m_caretNote;

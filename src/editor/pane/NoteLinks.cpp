@@ -5,6 +5,8 @@
 #include "editor/session/EditorSession.h"
 #include "editor/view/EditorView.h"
 #include "editor/writing/LinkAddress.h"
+#include "text/store/TextStore.h"
+#include "text/value/LinkTargets.h"
 
 #include <QDesktopServices>
 #include <QUrl>
@@ -36,6 +38,13 @@ NoteLinks::NoteLinks(EditorView& view, EditorSession& session, AppState& appStat
     , m_appState(appState)
 {
     connect(&view, &EditorView::linkActivated, this, &NoteLinks::open);
+    connect(
+        &session, &EditorSession::draftLoaded, this,
+        [this] {
+            if (const QString target = std::exchange(m_wantedTarget, {}); !target.isEmpty())
+                goTo(target);
+        },
+        Qt::QueuedConnection);
     const auto observe = [&](const Notification<CommandTarget>& command, void (NoteLinks::*act)()) {
         return appState.services().notifications.observe(
             command, [this, act](const CommandTarget& target) {
@@ -50,16 +59,31 @@ NoteLinks::NoteLinks(EditorView& view, EditorSession& session, AppState& appStat
 
 void NoteLinks::open(const QString& address)
 {
-    if (const auto note = InternalNoteLink::noteID(address)) {
-        if (m_appState.note(*note))
-            m_appState.openNote(*note);
-        else
-            m_appState.services().beeper.beep();
-        return;
+    const QString target = linkedTargetName(address);
+    const auto note = InternalNoteLink::noteID(address);
+    if (note && note != m_session.noteID()) {
+        if (!m_appState.note(*note))
+            return m_appState.services().beeper.beep();
+        m_wantedTarget = target;
+        return m_appState.openNote(*note);
     }
+    if (!target.isEmpty())
+        return goTo(target);
+    if (note)
+        return;
     const QUrl url = QUrl::fromUserInput(address);
     if (!opensOutside(url) || !QDesktopServices::openUrl(url))
         m_appState.services().beeper.beep();
+}
+
+void NoteLinks::goTo(const QString& targetName)
+{
+    const auto place = findLinkTarget(m_view.store().snapshot().toAttributedString(), targetName);
+    if (!place)
+        return m_appState.services().beeper.beep();
+    m_view.setSelection(TextSelection::caret(place->location));
+    m_view.scrollToRange(*place);
+    m_view.setFocus();
 }
 
 void NoteLinks::say(const QString& title, const QString& text)

@@ -36,8 +36,8 @@ public:
     NoteLinks(EditorView& view, EditorSession& session, AppState& appState,
               QObject* parent = nullptr);
 
-    /// A link to a note selects it, with a beep where there is no such note. Other addresses are
-    /// opened outside.
+    /// A link to a note selects it, and goes to the place in it that the link names; with a beep
+    /// where there is no such note or place. Other addresses are opened outside.
     void open(const QString& address);
     /// Asks for the note that the selection is to lead to.
     void linkSelectionToNote();
@@ -50,11 +50,15 @@ signals:
     void linkSheetWanted();
 
 private:
+    /// To a place of the note that is shown.
+    void goTo(const QString& targetName);
     void say(const QString& title, const QString& text);
 
     EditorView& m_view;
     EditorSession& m_session;
     AppState& m_appState;
+    /// Where to go as soon as the text of the note that is being opened is there.
+    QString m_wantedTarget;
     std::array<NotificationCenter::Observation, 2> m_commands;
 };
 

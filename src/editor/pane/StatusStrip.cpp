@@ -64,13 +64,17 @@ void StatusStrip::makeModeMenu()
 {
     QMenu& modes = m_mode->choices();
     auto* group = new QActionGroup(&modes);
-    for (const EditorMode mode :
-         {EditorMode::richText, EditorMode::plainText, EditorMode::markdown}) {
-        QAction* action = modes.addAction(rawValue(mode));
+    const std::initializer_list<std::pair<EditorMode, QString>> choices = {
+        {EditorMode::plainText, tr("Plain Text\nLetters and nothing else")},
+        {EditorMode::richText, tr("Rich Text\nBold, headings, lists, tables, images")},
+        {EditorMode::markdown, tr("Markdown\nText with its marks, # and *")},
+    };
+    for (const auto& [mode, text] : choices) {
+        QAction* action = modes.addAction(text);
         action->setCheckable(true);
         action->setData(int(mode));
         group->addAction(action);
-        connect(action, &QAction::triggered, this, [this, mode] { emit modeChosen(mode); });
+        connect(action, &QAction::triggered, this, [this, mode = mode] { emit modeChosen(mode); });
     }
 }
 

@@ -66,11 +66,11 @@ WritingTools::WritingTools(EditorView& view, WritingLibrary& library, const Serv
             applyLook();
     });
     observeCommands(services.notifications);
-    makeKeys(pane);
+    makeKeys(pane, services.notifications);
     applyLook();
 }
 
-void WritingTools::makeKeys(QWidget& pane)
+void WritingTools::makeKeys(QWidget& pane, NotificationCenter& notifications)
 {
     const auto addKey = [&](FixedKey key, auto act) {
         auto* shortcut = new QShortcut(keySequence(key), &pane);
@@ -80,6 +80,9 @@ void WritingTools::makeKeys(QWidget& pane)
     addKey(FixedKey::findAndReplace, [this] { openFind(FindStrip::Controls::findAndReplace); });
     addKey(FixedKey::findNext, [this] { findAgain(FindDirection::forward); });
     addKey(FixedKey::findPrevious, [this] { findAgain(FindDirection::backward); });
+    addKey(FixedKey::pastePlain, [this] { m_view.pastePlain(); });
+    for (const FixedKey key : {FixedKey::superscript, FixedKey::subscript})
+        addKey(key, [&notifications, key] { keyRow(key).command.post(notifications); });
 }
 
 void WritingTools::observeCommands(NotificationCenter& notifications)

@@ -57,7 +57,7 @@ signals:
     void formattingRefused(const QByteArray& command, const std::function<void()>& act);
 
 private:
-    void makeKeys(QWidget& pane);
+    void makeKeys(QWidget& pane, NotificationCenter& notifications);
     void observeCommands(NotificationCenter& notifications);
     void observeListCommands();
     void applyLook();

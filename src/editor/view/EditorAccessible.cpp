@@ -247,6 +247,9 @@ private:
             add(u"text-underline-style"_s, u"solid"_s);
         if (style.strikethrough != TextLine::none)
             add(u"text-line-through-type"_s, u"single"_s);
+        if (style.baselineShift != BaselineShift::none)
+            add(u"text-position"_s,
+                style.baselineShift == BaselineShift::superscript ? u"super"_s : u"sub"_s);
         add(u"color"_s, color(ink));
         if (style.background)
             add(u"background-color"_s, color(style.background->toQColor()));

@@ -130,6 +130,8 @@ public:
     void moveCaret(CaretMove move, SelectionMode mode);
     /// Scrolls as little as needed to show the caret.
     void ensureCaretVisible();
+    /// Emits `pasted` where a text from `data` brought, or left behind, more than text.
+    void tellPasted(const ImportAccount& account, const QMimeData& data);
     /// Scrolls so that the caret's line begins at `share` of the view's height, as far as the text
     /// allows. Does nothing within one point.
     void scrollCaretTo(qreal share);
@@ -165,6 +167,8 @@ public slots:
     void copy();
     void paste();
     void pastePlain();
+    /// As if these words were on the clipboard.
+    void pastePlain(const QString& text);
     void deleteSelection();
     void selectAll();
 
@@ -172,6 +176,8 @@ signals:
     void textChanged(const orvane::TextChange& change);
     void selectionChanged();
     void linkActivated(const QString& address);
+    /// A text of another program has come in that had more than text; `plainText` are its words.
+    void pasted(const orvane::ImportAccount& account, const QString& plainText);
     /// A person has turned the wheel with Ctrl held; `steps` are notches, with parts of them.
     void zoomRequested(qreal steps);
     void scrolled();

@@ -83,6 +83,13 @@ void EditorView::pastePlain()
     pasteFrom(QGuiApplication::clipboard()->mimeData(), TextFormatting::plain);
 }
 
+void EditorView::pastePlain(const QString& text)
+{
+    QMimeData data;
+    data.setText(text);
+    pasteFrom(&data, TextFormatting::plain);
+}
+
 void EditorView::pasteFrom(const QMimeData* data, TextFormatting formatting)
 {
     if (!data || !isEditable())
@@ -108,7 +115,18 @@ bool EditorView::insertFrom(const QMimeData& data, const QString& actionName,
 {
     const SharedParagraphStyle paragraph = store().paragraphStyle(selection().range().location);
     const auto content = textMime::decode(data, formatting, {m_gateway->typingStyle(), paragraph});
-    return content && m_gateway->insert(*content, actionName);
+    if (!content || !m_gateway->insert(content->text, actionName))
+        return false;
+    tellPasted(content->account, data);
+    return true;
+}
+
+void EditorView::tellPasted(const ImportAccount& account, const QMimeData& data)
+{
+    if (account.isEmpty())
+        return;
+    const auto plain = textMime::decode(data, TextFormatting::plain, {{}, {}});
+    emit pasted(account, plain ? plain->text.text() : QString());
 }
 
 void EditorView::selectAll()
@@ -226,16 +244,17 @@ Qt::DropAction EditorView::takeDrop(const QDropEvent& event)
     if (!content)
         return Qt::IgnoreAction;
     const bool canCopy = event.possibleActions().testFlag(Qt::CopyAction);
-    const bool bringsAll = textMime::bringsAll(data, *content);
+    const bool bringsAll = textMime::bringsAll(data, content->text);
     if (!bringsAll && !canCopy)
         return Qt::IgnoreAction;
     const TextSelection before = selection();
     setSelection(TextSelection::caret(position), side);
-    if (!m_gateway->insert(*content, tr("Drag"))) {
+    if (!m_gateway->insert(content->text, tr("Drag"))) {
         setSelection(before);
         return Qt::IgnoreAction;
     }
     m_gateway->setSelection({position, selection().position});
+    tellPasted(content->account, data);
     const bool isMove = event.proposedAction() == Qt::MoveAction;
     return isMove && !bringsAll ? Qt::CopyAction : event.proposedAction();
 }

@@ -273,7 +273,8 @@ void MouseSelection::pastePrimary(QPointF point)
     if (!content)
         return;
     m_view.setSelection(TextSelection::caret(position), side);
-    m_view.gateway().insert(*content, EditorView::tr("Paste"));
+    if (m_view.gateway().insert(content->text, EditorView::tr("Paste")))
+        m_view.tellPasted(content->account, *data);
 }
 
 void MouseSelection::updatePointer(QPointF point)

@@ -19,6 +19,13 @@ const QString& plainType()
     return type;
 }
 
+/// What GTK programs ask for under Wayland; they don't take the type without its charset.
+const QString& utf8Type()
+{
+    static const QString type = u"text/plain;charset=utf-8"_s;
+    return type;
+}
+
 const QString& htmlType()
 {
     static const QString type = u"text/html"_s;
@@ -51,9 +58,9 @@ public:
     [[nodiscard]] QStringList formats() const override
     {
         if (m_formatting == TextFormatting::plain)
-            return {plainType()};
+            return {utf8Type(), plainType()};
         return QStringList{archiveType()} + rtfTypes().first(2) +
-               QStringList{htmlType(), plainType()};
+               QStringList{htmlType(), utf8Type(), plainType()};
     }
 
     [[nodiscard]] bool hasFormat(const QString& type) const override
@@ -73,6 +80,8 @@ protected:
             return OrvaneWorkspaceRTF::data(text, m_headings).value_or(QByteArray());
         if (type == htmlType())
             return QString::fromUtf8(writeHtml(text, m_headings));
+        if (type == utf8Type())
+            return asPlainText(text).toUtf8();
         return asPlainText(text);
     }
 
@@ -82,25 +91,25 @@ private:
     HeadingSizes m_headings;
 };
 
-std::optional<AttributedString> decodeRich(const QMimeData& data, const SharedCharacterStyle& style)
+std::optional<ImportedText> decodeRich(const QMimeData& data, const SharedCharacterStyle& style)
 {
     if (data.hasFormat(archiveType())) {
         if (auto text = TextArchive::decode(data.data(archiveType())))
-            return *std::move(text);
+            return ImportedText{*std::move(text), {}};
     }
     for (const QString& type : rtfTypes()) {
         if (!data.hasFormat(type))
             continue;
         if (auto imported = OrvaneWorkspaceRTF::read(data.data(type));
             imported && !imported->text.isEmpty())
-            return std::move(imported->text);
+            return *std::move(imported);
     }
     if (data.hasHtml()) {
         HtmlReadOptions options;
         if (style->font)
             options.baseFont = *style->font;
-        if (AttributedString text = readHtml(data.html(), options).text; !text.isEmpty())
-            return text;
+        if (ImportedText imported = readHtml(data.html(), options); !imported.text.isEmpty())
+            return imported;
     }
     return std::nullopt;
 }
@@ -158,13 +167,16 @@ bool canDecode(const QMimeData& data, TextFormatting formatting)
                        [&](const QString& type) { return formats.contains(type); });
 }
 
-std::optional<AttributedString> decode(const QMimeData& data, TextFormatting formatting,
-                                       const Surroundings& place)
+std::optional<ImportedText> decode(const QMimeData& data, TextFormatting formatting,
+                                   const Surroundings& place)
 {
     const bool isRich = formatting == TextFormatting::rich;
     if (isRich) {
-        if (auto text = decodeRich(data, place.style))
-            return data.hasFormat(archiveType()) ? text : withAddressLinks(*std::move(text));
+        if (auto imported = decodeRich(data, place.style)) {
+            if (!data.hasFormat(archiveType()))
+                imported->text = withAddressLinks(std::move(imported->text));
+            return imported;
+        }
     }
     if (!data.hasText())
         return std::nullopt;
@@ -175,7 +187,7 @@ std::optional<AttributedString> decode(const QMimeData& data, TextFormatting for
     ParagraphStyle paragraph = *place.paragraph;
     paragraph.cell.reset();
     plain.setParagraphStyle(plain.fullRange(), paragraph);
-    return isRich ? withAddressLinks(std::move(plain)) : plain;
+    return ImportedText{isRich ? withAddressLinks(std::move(plain)) : std::move(plain), {}};
 }
 
 bool bringsAll(const QMimeData& data, const AttributedString& decoded)

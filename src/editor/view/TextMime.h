@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include "text/value/AttributedString.h"
 #include "text/value/HeadingSizes.h"
+#include "text/value/ImportedText.h"
 
 #include <QMimeData>
 
@@ -38,9 +38,10 @@ struct Surroundings {
     SharedParagraphStyle paragraph;
 };
 /// The text of the richest form that can be read. What brings no attributes of its own takes those
-/// of `place`; addresses in a rich text are links.
-[[nodiscard]] std::optional<AttributedString>
-decode(const QMimeData& data, TextFormatting formatting, const Surroundings& place);
+/// of `place`; addresses in a rich text are links. With what another program's document had beside
+/// its text.
+[[nodiscard]] std::optional<ImportedText> decode(const QMimeData& data, TextFormatting formatting,
+                                                 const Surroundings& place);
 /// Whether `decoded` has all the text and objects of the data it was decoded from: no file is only
 /// named, no picture left out.
 [[nodiscard]] bool bringsAll(const QMimeData& data, const AttributedString& decoded);

@@ -2,6 +2,7 @@
 #include "editor/writing/LinkAddress.h"
 
 #include "core/records/InternalNoteLink.h"
+#include "text/value/LinkTargets.h"
 
 #include <QRegularExpression>
 #include <QUrl>
@@ -42,8 +43,11 @@ bool opensOutside(const QUrl& url)
 std::optional<QString> linkAddress(const QString& typed)
 {
     const QString text = typed.trimmed();
+    const QString target = linkedTargetName(text);
     if (const auto note = InternalNoteLink::noteID(text))
-        return InternalNoteLink::link(*note);
+        return target.isEmpty() ? InternalNoteLink::link(*note) : noteTargetLink(*note, target);
+    if (!target.isEmpty())
+        return text;
     if (isMailAddress(text))
         return u"mailto:"_s + text;
     if (isWebAddress(text))

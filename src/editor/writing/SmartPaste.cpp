@@ -52,11 +52,13 @@ bool SmartPaste::paste(const QMimeData& data)
     const SharedCharacterStyle typing = gateway.typingStyle();
     const SharedParagraphStyle paragraph =
         gateway.store().paragraphStyle(gateway.selection().range().location);
-    auto text = textMime::decode(data, TextFormatting::rich, {typing, paragraph});
-    if (!text)
+    auto imported = textMime::decode(data, TextFormatting::rich, {typing, paragraph});
+    if (!imported)
         return false;
-    gateway.insert(cleanWebFormatting(*std::move(text), *typing, m_view.layout().baseFont()),
-                   QCoreApplication::translate("orvane::EditorView", "Paste"));
+    if (gateway.insert(
+            cleanWebFormatting(std::move(imported->text), *typing, m_view.layout().baseFont()),
+            QCoreApplication::translate("orvane::EditorView", "Paste")))
+        m_view.tellPasted(imported->account, data);
     return true;
 }
 

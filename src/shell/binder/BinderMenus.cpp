@@ -3,6 +3,8 @@
 
 #include "core/records/InternalNoteLink.h"
 #include "core/records/Wording.h"
+#include "shell/commands/AppMenus.h"
+#include "shell/inspector/TagActions.h"
 
 #include <QActionGroup>
 #include <QClipboard>
@@ -199,8 +201,8 @@ void BinderMenus::fillTagMenu(QMenu& menu)
         const bool isOn = containsTag(filter, tag.name);
         if (!isOn && !fits)
             continue;
-        QAction* action =
-            menu.addAction(tr("%1  (%2)").arg(tag.name, grouped(m_appState.tagCount(tag.name))));
+        QAction* action = menu.addAction(
+            tr("%1  (%2)").arg(menuText(tag.name), grouped(m_appState.tagCount(tag.name))));
         action->setCheckable(true);
         action->setChecked(isOn);
         connect(action, &QAction::triggered, this,
@@ -211,6 +213,28 @@ void BinderMenus::fillTagMenu(QMenu& menu)
     menu.addSeparator();
     connect(menu.addAction(tr("Find a Tag…")), &QAction::triggered, this,
             &BinderMenus::tagSheetRequested);
+}
+
+void BinderMenus::fillRowsTagMenu(QMenu& menu)
+{
+    const QList<BinderRowID> rows = m_appState.selection().rows();
+    const QList<TagRecord>& tags = m_appState.tagLibrary();
+    const QStringList common = commonTags(m_appState, rows);
+    if (tags.isEmpty())
+        menu.addAction(tr("No tags yet. Add them to a note in the Inspector."))->setEnabled(false);
+    for (const TagRecord& tag : tags.first(qMin(tags.size(), mostTagsInMenu))) {
+        const bool isOn = containsTag(common, tag.name);
+        QAction* action = menu.addAction(menuText(tag.name));
+        action->setCheckable(true);
+        action->setChecked(isOn);
+        action->setEnabled(m_appState.canCreateOrEdit());
+        connect(action, &QAction::triggered, this, [this, rows, isOn, name = tag.name] {
+            if (isOn)
+                (void)m_appState.removeTagFromRows(rows, name);
+            else
+                (void)m_appState.addTagToRows(rows, name);
+        });
+    }
 }
 
 void BinderMenus::remove(const BinderRowID& row)

@@ -25,6 +25,10 @@ public:
     /// the way to the others.
     void fillTagMenu(QMenu& menu);
 
+    /// The tags in use, marked where all rows that are selected together have them, to give to all
+    /// or to take from all.
+    void fillRowsTagMenu(QMenu& menu);
+
     /// Notes go to the Trash, from there for good; a folder goes and its notes go to the Trash.
     void remove(const BinderRowID& row);
     /// The same with rows that are selected together.

@@ -7,6 +7,7 @@
 #include "shell/binder/BinderTreeView.h"
 #include "shell/binder/IconsAndTitlesWindow.h"
 #include "shell/binder/TagFilterBar.h"
+#include "shell/window/PaneRail.h"
 
 #include <QAction>
 #include <QHBoxLayout>
@@ -33,22 +34,6 @@ bool standsBefore(const QModelIndex& one, const QModelIndex& other)
         return way;
     };
     return wayTo(one) < wayTo(other);
-}
-
-// A button of a rail, whose picture follows the look.
-QToolButton* makePictureButton(QWidget& parent, Look& look, const QString& name,
-                               const std::function<QIcon()>& picture)
-{
-    auto* button = new QToolButton(&parent);
-    QObject::connect(&look, &Look::changed, button,
-                     [button, picture] { button->setIcon(picture()); });
-    button->setIcon(picture());
-    button->setIconSize({16, 16});
-    button->setFixedSize(28, 28);
-    button->setToolTip(name);
-    button->setAccessibleName(name);
-    button->setFocusPolicy(Qt::TabFocus);
-    return button;
 }
 
 } // namespace
@@ -89,15 +74,10 @@ BinderView::BinderView(AppState& appState, QAction& newNote, QAction& newFolder,
 
 QWidget* BinderView::makeTopRail()
 {
-    auto* holder = new QWidget(this);
-    auto* outer = new QHBoxLayout(holder);
-    outer->setContentsMargins(8, 0, 8, 0);
-    auto* rail = new SurfacePanel(look(), Surface::BinderTopRail, holder);
-    rail->setFixedHeight(32);
-    outer->addWidget(rail);
-    auto* row = new QHBoxLayout(rail);
+    auto* rail = new PaneRail(look(), Surface::BinderTopRail, this);
+    auto* row = new QHBoxLayout(rail->capsule());
     row->setContentsMargins(4, 0, 4, 0);
-    m_filter = new QLineEdit(rail);
+    m_filter = new QLineEdit(rail->capsule());
     m_filter->setFrame(false);
     m_filter->setPlaceholderText(tr("Filter titles"));
     m_filter->setAccessibleName(tr("Filter titles"));
@@ -106,20 +86,24 @@ QWidget* BinderView::makeTopRail()
         QLineEdit::LeadingPosition);
     m_filter->installEventFilter(this);
     row->addWidget(m_filter);
-    row->addWidget(makeRailMenuButton(Symbol::Tag, tr("Filter by Tag"), &BinderMenus::fillTagMenu));
-    row->addWidget(makeRailMenuButton(Symbol::Sort, tr("Sort Notes"), &BinderMenus::fillSortMenu));
+    QToolButton* tags = rail->makeButton(Symbol::Tag, tr("Filter by Tag"));
+    QToolButton* sort = rail->makeButton(Symbol::Sort, tr("Sort Notes"));
+    row->addWidget(tags);
+    row->addWidget(sort);
+    opensMenu(tags, &BinderMenus::fillTagMenu);
+    opensMenu(sort, &BinderMenus::fillSortMenu);
     connect(m_filter, &QLineEdit::textChanged, this, &BinderView::setFilter);
     const auto applyFont = [this] {
         m_filter->setFont(interfaceFont(TextStyle::Body, look().polarity(Surface::BinderTopRail)));
     };
     connect(&look(), &Look::changed, this, applyFont);
     applyFont();
-    return holder;
+    return rail;
 }
 
-QToolButton* BinderView::makeRailButton(QAction& action, Symbol symbol)
+QToolButton* BinderView::makeActionButton(PaneRail& rail, QAction& action, Symbol symbol)
 {
-    auto* button = new QToolButton(this);
+    QToolButton* button = rail.makeButton(symbol, action.text());
     button->setDefaultAction(&action);
     // The action's own picture has the ink of a dark pane.
     const auto showPicture = [this, button, symbol] {
@@ -127,19 +111,11 @@ QToolButton* BinderView::makeRailButton(QAction& action, Symbol symbol)
     };
     connect(&action, &QAction::changed, button, showPicture);
     showPicture();
-    button->setIconSize({16, 16});
-    button->setFixedSize(28, 28);
-    button->setAccessibleName(action.text());
-    button->setFocusPolicy(Qt::TabFocus);
     return button;
 }
 
-QToolButton* BinderView::makeRailMenuButton(Symbol symbol, const QString& name,
-                                            void (BinderMenus::*fill)(QMenu&))
+void BinderView::opensMenu(QToolButton* button, void (BinderMenus::*fill)(QMenu&))
 {
-    QToolButton* button = makePictureButton(*this, look(), name, [this, symbol] {
-        return look().icon(symbol, Surface::BinderTopRail, &SurfaceTokens::text);
-    });
     auto* menu = new QMenu(button);
     connect(menu, &QMenu::aboutToShow, this, [this, menu, fill] {
         menu->clear();
@@ -147,7 +123,6 @@ QToolButton* BinderView::makeRailMenuButton(Symbol symbol, const QString& name,
     });
     connect(button, &QToolButton::clicked, menu,
             [button, menu] { menu->popup(button->mapToGlobal(button->rect().bottomLeft())); });
-    return button;
 }
 
 void BinderView::connectMenus(QAction& newNote, QAction& newFolder)
@@ -173,6 +148,17 @@ void BinderView::connectMenus(QAction& newNote, QAction& newFolder)
                                    double y) { return resolve(dragged, target, y); });
     m_tree->setTagColor(
         [this](const QString& tag) { return tagColor(m_appState.tagSettings(), tag).toQColor(); });
+}
+
+QRect BinderView::rectOfRows(const QWidget& window) const
+{
+    QRect rows;
+    for (const QModelIndex& index : m_tree->selectionModel()->selectedIndexes())
+        rows |= m_tree->visualRect(index);
+    const QWidget* viewport = m_tree->viewport();
+    rows &= viewport->rect();
+    const int top = viewport->mapTo(&window, rows.isEmpty() ? QPoint() : rows.topLeft()).y();
+    return {mapTo(&window, QPoint()).x(), top, width(), qMax(1, rows.height())};
 }
 
 void BinderView::showIconsAndTitles()
@@ -215,56 +201,50 @@ void BinderView::showMenu(const std::optional<BinderRowID>& row, const QPoint& g
 
 QWidget* BinderView::makeBottomRail(QAction& newNote, QAction& newFolder)
 {
-    auto* holder = new QWidget(this);
-    auto* outer = new QHBoxLayout(holder);
-    outer->setContentsMargins(8, 0, 8, 0);
-    auto* rail = new SurfacePanel(look(), Surface::BinderRail, holder);
-    rail->setFixedHeight(32);
-    outer->addWidget(rail);
-    m_rail = new QStackedLayout(rail);
-    auto* adding = new QWidget(rail);
+    auto* rail = new PaneRail(look(), Surface::BinderRail, this);
+    m_rail = new QStackedLayout(rail->capsule());
+    auto* adding = new QWidget(rail->capsule());
     auto* row = new QHBoxLayout(adding);
     row->setContentsMargins(4, 0, 4, 0);
     row->setSpacing(0);
-    row->addWidget(makeRailButton(newNote, Symbol::NewNote));
-    row->addWidget(makeRailButton(newFolder, Symbol::NewFolder));
+    row->addWidget(makeActionButton(*rail, newNote, Symbol::NewNote));
+    row->addWidget(makeActionButton(*rail, newFolder, Symbol::NewFolder));
     row->addStretch();
     m_rail->addWidget(adding);
-    connect(&m_appState.selection(), &Selection::rowsChanged, this, &BinderView::showRail);
-    return holder;
+    connect(&m_appState.selection(), &Selection::rowsChanged, this,
+            [this, rail] { showRail(*rail); });
+    return rail;
 }
 
-QToolButton* BinderView::makeRowsButton(Symbol symbol, const QString& name,
-                                        std::function<void()> act)
+QWidget* BinderView::makeRowsRail(PaneRail& rail)
 {
-    QToolButton* button = makePictureButton(
-        *this, look(), name, [this, symbol] { return look().icon(symbol, Surface::BinderRail); });
-    connect(button, &QToolButton::clicked, this, [act = std::move(act)] { act(); });
-    return button;
-}
-
-QWidget* BinderView::makeRowsRail(QWidget* parent)
-{
-    auto* rows = new QWidget(parent);
+    auto* rows = new QWidget(rail.capsule());
     auto* row = new QHBoxLayout(rows);
     row->setContentsMargins(10, 0, 4, 0);
     row->setSpacing(0);
-    m_selected = makeLabel({}, TextStyle::Body, LabelInk::Primary, rows);
+    m_selected = rail.makeText(rows);
     row->addWidget(m_selected, 1);
-    row->addWidget(makeRowsButton(Symbol::Folder, tr("Move To…"), [this] { showMoveSheet(); }));
-    row->addWidget(makeRowsButton(Symbol::Pin, tr("Pin or Unpin"),
-                                  [this] { m_menus->togglePins(m_appState.selection().rows()); }));
-    row->addWidget(makeRowsButton(Symbol::Trash, tr("Move to Trash"),
-                                  [this] { m_menus->remove(m_appState.selection().rows()); }));
+    const auto addButton = [&](Symbol symbol, const QString& name, std::function<void()> act) {
+        QToolButton* button = rail.makeButton(symbol, name, rows);
+        connect(button, &QToolButton::clicked, this, [act = std::move(act)] { act(); });
+        row->addWidget(button);
+        return button;
+    };
+    addButton(Symbol::Folder, tr("Move To…"), [this] { showMoveSheet(); });
+    opensMenu(addButton(Symbol::Tag, tr("Tags"), [] {}), &BinderMenus::fillRowsTagMenu);
+    addButton(Symbol::Pin, tr("Pin or Unpin"),
+              [this] { m_menus->togglePins(m_appState.selection().rows()); });
+    addButton(Symbol::Trash, tr("Move to Trash"),
+              [this] { m_menus->remove(m_appState.selection().rows()); });
     return rows;
 }
 
 // The second rail is made when it is first wanted.
-void BinderView::showRail()
+void BinderView::showRail(PaneRail& rail)
 {
     const qsizetype count = m_appState.selection().rows().size();
     if (count > 0 && m_rail->count() == 1)
-        m_rail->addWidget(makeRowsRail(m_rail->parentWidget()));
+        m_rail->addWidget(makeRowsRail(rail));
     if (count > 0)
         m_selected->setText(tr("%n selected", nullptr, int(count)));
     m_rail->setCurrentIndex(count > 0 ? 1 : 0);

@@ -16,6 +16,7 @@ namespace orvane {
 class BinderMenus;
 class BinderModel;
 class BinderTreeView;
+class PaneRail;
 
 /// The Binder pane: the tree between a rail with the title filter and a rail with the ways to add
 /// something.
@@ -33,6 +34,8 @@ public:
     void erase(const QUuid& note);
     /// Looks for the place where the selected rows are to go, unless they lie in the Trash.
     void showMoveSheet();
+    /// The place of the current row in `window`, over the width of the pane.
+    [[nodiscard]] QRect rectOfRows(const QWidget& window) const;
     /// Opens "Icons and Titles" for the selected note or folder, else for the project.
     void showIconsAndTitles();
 
@@ -50,13 +53,10 @@ protected:
 private:
     [[nodiscard]] QWidget* makeTopRail();
     [[nodiscard]] QWidget* makeBottomRail(QAction& newNote, QAction& newFolder);
-    [[nodiscard]] QWidget* makeRowsRail(QWidget* parent);
-    [[nodiscard]] QToolButton* makeRowsButton(Symbol symbol, const QString& name,
-                                              std::function<void()> act);
-    void showRail();
-    [[nodiscard]] QToolButton* makeRailButton(QAction& action, Symbol symbol);
-    [[nodiscard]] QToolButton* makeRailMenuButton(Symbol symbol, const QString& name,
-                                                  void (BinderMenus::*fill)(QMenu&));
+    [[nodiscard]] QWidget* makeRowsRail(PaneRail& rail);
+    void showRail(PaneRail& rail);
+    [[nodiscard]] QToolButton* makeActionButton(PaneRail& rail, QAction& action, Symbol symbol);
+    void opensMenu(QToolButton* button, void (BinderMenus::*fill)(QMenu&));
     void connectTree();
     void connectMenus(QAction& newNote, QAction& newFolder);
     void showMenu(const std::optional<BinderRowID>& row, const QPoint& globalPosition);

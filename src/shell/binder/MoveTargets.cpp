@@ -165,7 +165,7 @@ void MoveTargetDelegate::paint(QPainter* painter, const QStyleOptionViewItem& op
     const auto mirrored = [&](const QRect& part) {
         return QStyle::visualRect(option.direction, row, part);
     };
-    drawRowGround(*painter, row, {isMarked, option.state.testFlag(QStyle::State_MouseOver), true},
+    drawRowGround(*painter, row, {isMarked, option.state.testFlag(QStyle::State_MouseOver), false},
                   t);
     const QColor ink = isMarked ? t.textOnSelectedRow : t.text;
     const QColor second = isMarked ? t.textSecondaryOnSelectedRow : t.textSecondary;

@@ -10,21 +10,33 @@
 
 namespace orvane {
 
+QString MoveToSheet::titleFor(const QList<BinderRowID>& rows)
+{
+    const auto isNote = [](const BinderRowID& row) {
+        return row.kind == BinderRowID::Kind::Note;
+    };
+    const int count = int(rows.size());
+    if (std::ranges::all_of(rows, isNote))
+        return tr("Move %n notes to…", nullptr, count);
+    if (std::ranges::none_of(rows, isNote))
+        return tr("Move %n folders to…", nullptr, count);
+    return tr("Move %n rows to…", nullptr, count);
+}
+
 MoveToSheet::MoveToSheet(AppState& appState, QList<BinderRowID> rows, Look& look, QWidget* parent)
     : MoveToSheet(std::make_unique<MoveTargets>(appState, rows), appState, rows, look, parent)
 {}
 
 MoveToSheet::MoveToSheet(std::unique_ptr<MoveTargets> targets, AppState& appState,
                          QList<BinderRowID> rows, Look& look, QWidget* parent)
-    : SearchListSheet({tr("Move %n Rows To", nullptr, int(rows.size())), tr("Find a folder")},
-                      *targets, look, parent)
+    : SearchListSheet({titleFor(rows), tr("Find a folder")}, *targets, Form::Popover, look, parent)
     , m_targets(std::move(targets))
     , m_appState(appState)
     , m_rows(std::move(rows))
 {
     list().setItemDelegate(new MoveTargetDelegate(look, this));
     auto* newFolder =
-        new QPushButton(look.icon(Symbol::NewFolder, Surface::Card), tr("New Folder…"), this);
+        new QPushButton(look.icon(Symbol::NewFolder, Surface::Card), tr("New Folder"), this);
     buttons().insertWidget(0, newFolder);
     QPushButton* cancel = addButton(tr("Cancel"));
     QPushButton* move = addButton(tr("Move"));

@@ -28,6 +28,7 @@ protected:
     [[nodiscard]] QModelIndex best() const override;
 
 private:
+    [[nodiscard]] static QString titleFor(const QList<BinderRowID>& rows);
     MoveToSheet(std::unique_ptr<MoveTargets> targets, AppState& appState, QList<BinderRowID> rows,
                 Look& look, QWidget* parent);
 

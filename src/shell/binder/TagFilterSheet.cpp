@@ -59,7 +59,7 @@ TagFilterSheet::TagFilterSheet(AppState& appState, Look& look, QWidget* parent)
 
 TagFilterSheet::TagFilterSheet(std::unique_ptr<TagFilterModel> model, AppState& appState,
                                Look& look, QWidget* parent)
-    : SearchListSheet({tr("Filter by Tag"), tr("Find a tag")}, *model, look, parent)
+    : SearchListSheet({tr("Filter by Tag"), tr("Find a tag")}, *model, Form::Sheet, look, parent)
     , m_model(std::move(model))
     , m_appState(appState)
 {

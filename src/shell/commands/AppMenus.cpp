@@ -7,18 +7,23 @@
 
 namespace orvane {
 
+QString menuText(QString plain)
+{
+    return plain.replace(u'&', QStringLiteral("&&"));
+}
+
 namespace {
 
-QString menuText(const CommandCenter& commands, const Command& command)
+QString textWithKey(const CommandCenter& commands, const Command& command)
 {
-    const QString title = commandTitle(command).replace(u'&', QStringLiteral("&&"));
+    const QString title = menuText(commandTitle(command));
     const QString key = commands.keyText(command);
     return key.isEmpty() ? title : title + u'\t' + key;
 }
 
 void addCommand(QMenu& menu, CommandCenter& commands, const Command& command)
 {
-    QAction* action = menu.addAction(menuText(commands, command));
+    QAction* action = menu.addAction(textWithKey(commands, command));
     action->setObjectName(command.id);
     action->setEnabled(commands.wouldAct(command));
     if (const auto isOn = commands.isOn(command)) {

@@ -8,6 +8,9 @@ class QWidget;
 
 namespace orvane {
 
+/// A plain text as a menu or a button shows it: "&" marks a mnemonic there.
+[[nodiscard]] QString menuText(QString plain);
+
 /// A menu of the command table. Each time it opens, it shows the commands that this program has,
 /// with their keys as they are then, enabled where they would act. The keys are texts only:
 /// `ShortcutCenter` sees them first.

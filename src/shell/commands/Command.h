@@ -24,6 +24,7 @@ enum class DirectCommand {
     Cut,
     Copy,
     Paste,
+    PastePlain,
     SelectAll,
     CommandPalette,
     NextPane,
@@ -39,8 +40,10 @@ enum class DirectCommand {
     Guide,
     About,
     MoveTo,
+    ShowDetails,
+    ShowVersions,
 };
-inline constexpr int directCommandCount = 21;
+inline constexpr int directCommandCount = 24;
 
 /// What must be there for a command to act.
 enum class CommandNeed {
@@ -64,6 +67,9 @@ struct CommandContext {
     bool canGoForward = false;
     bool writesRichText = false;    ///< the selected note is written so
     bool mayHaveFormatting = false; ///< it is, or as plain text, which offers to become rich
+    bool showsBinder = false;
+    bool showsInspector = false;
+    bool showsVersions = false; ///< in the Inspector, in place of the details
 };
 
 [[nodiscard]] bool isMet(CommandNeed need, const CommandContext& context);
@@ -84,7 +90,7 @@ struct Command {
     PaletteListing palette = PaletteListing::Listed;
     /// For what is on or off, or is one of several choices: whether it is on now. Its item in a
     /// menu carries a mark then.
-    bool (*isOn)(const UserDefaults& defaults) = nullptr;
+    bool (*isOn)(const UserDefaults& defaults, const CommandContext& context) = nullptr;
 };
 
 /// Commands that stand together in a menu, or in a menu inside it.

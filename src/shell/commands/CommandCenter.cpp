@@ -36,6 +36,7 @@ CommandCenter::CommandCenter(const Services& services, ShortcutCenter& shortcuts
     setClipboardCommand(DirectCommand::Cut, "cut");
     setClipboardCommand(DirectCommand::Copy, "copy");
     setClipboardCommand(DirectCommand::Paste, "paste");
+    setClipboardCommand(DirectCommand::PastePlain, "pastePlain");
     setClipboardCommand(DirectCommand::SelectAll, "selectAll");
 }
 
@@ -74,7 +75,8 @@ bool CommandCenter::wouldAct(const Command& command) const
 
 std::optional<bool> CommandCenter::isOn(const Command& command) const
 {
-    return command.isOn ? std::optional(command.isOn(m_services.defaults)) : std::nullopt;
+    return command.isOn ? std::optional(command.isOn(m_services.defaults, m_context()))
+                        : std::nullopt;
 }
 
 void CommandCenter::run(const Command& command)

@@ -5,6 +5,7 @@
 #include "shell/commands/CommandPaletteModel.h"
 
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QPainter>
@@ -92,6 +93,10 @@ CommandPalette::CommandPalette(AppState& appState, CommandCenter& commands, Look
     field->addWidget(m_field);
     column->addLayout(field);
     column->addWidget(m_list);
+    m_nothing = makeLabel({}, TextStyle::Body, LabelInk::Secondary, this);
+    m_nothing->setContentsMargins(18, 14, 18, 6);
+    m_nothing->setWordWrap(true);
+    column->addWidget(m_nothing);
     setFixedWidth(paletteWidth);
     connect(m_field, &QLineEdit::textChanged, this, &CommandPalette::search);
     connect(m_list, &QListView::clicked, this, &CommandPalette::take);
@@ -114,6 +119,10 @@ void CommandPalette::search(const QString& text)
     m_model->setQuery(text);
     m_list->scrollToTop();
     m_list->setCurrentIndex(m_model->best());
+    const bool isFound = m_model->rowCount() > 0;
+    m_nothing->setText(tr("No command and no note has “%1” in its name.").arg(text.trimmed()));
+    m_nothing->setVisible(!isFound);
+    m_list->setVisible(isFound);
     fitHeight();
 }
 
@@ -180,9 +189,8 @@ bool CommandPalette::eventFilter(QObject* watched, QEvent* event)
 void CommandPalette::paintEvent(QPaintEvent* event)
 {
     Sheet::paintEvent(event);
-    if (m_model->rowCount() > 0)
-        QPainter(this).fillRect(1, fieldHeight + 1, width() - 2, 1,
-                                look().tokens().on(Surface::Card).border);
+    QPainter(this).fillRect(1, fieldHeight + 1, width() - 2, 1,
+                            look().tokens().on(Surface::Card).border);
 }
 
 } // namespace orvane

@@ -7,6 +7,7 @@
 #include "shell/sheets/SheetHost.h"
 
 class QLineEdit;
+class QLabel;
 class QListView;
 
 namespace orvane {
@@ -40,6 +41,7 @@ private:
     CommandPaletteModel* m_model;
     QLineEdit* m_field;
     QListView* m_list;
+    QLabel* m_nothing = nullptr;
 };
 
 } // namespace orvane

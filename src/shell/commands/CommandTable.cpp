@@ -70,7 +70,7 @@ Command unlisted(Command command)
     return command;
 }
 
-Command turnsOnAndOff(Command command, bool (*isOn)(const UserDefaults& defaults))
+Command turnsOnAndOff(Command command, decltype(Command::isOn) isOn)
 {
     command.isOn = isOn;
     return command;
@@ -90,29 +90,38 @@ Command opensSettings()
     return command;
 }
 
-/// A command of a project's view that is on while `isOn` says so.
-Command switches(const char* id, const char* title, Do direct,
-                 bool (*isOn)(const UserDefaults& defaults))
+Command inProject(Command command)
 {
-    Command command = acts(id, title, direct);
     command.need = Need::Project;
-    return turnsOnAndOff(std::move(command), isOn);
+    return command;
+}
+
+/// A command of a project's view that is on while `isOn` says so.
+Command switches(const char* id, const char* title, Do direct, decltype(Command::isOn) isOn)
+{
+    return turnsOnAndOff(inProject(acts(id, title, direct)), isOn);
 }
 
 template <const auto& setting>
-bool isSet(const UserDefaults& defaults)
+bool isSet(const UserDefaults& defaults, const CommandContext&)
 {
     return setting.read(defaults);
 }
 
+template <bool CommandContext::*pane>
+bool shows(const UserDefaults&, const CommandContext& context)
+{
+    return context.*pane;
+}
+
 template <EditorMode mode>
-bool writesIn(const UserDefaults& defaults)
+bool writesIn(const UserDefaults& defaults, const CommandContext&)
 {
     return editorModeSetting.read(defaults) == rawValue(mode);
 }
 
 template <FocusGranularity granularity>
-bool focusesOn(const UserDefaults& defaults)
+bool focusesOn(const UserDefaults& defaults, const CommandContext&)
 {
     return focusGranularityNamed(focusModeGranularitySetting.read(defaults)) == granularity;
 }
@@ -188,6 +197,7 @@ std::vector<CommandSection> editSections()
          {unlisted(ofKey("cut", FixedKey::cut, Do::Cut)),
           unlisted(ofKey("copy", FixedKey::copy, Do::Copy)),
           unlisted(ofKey("paste", FixedKey::paste, Do::Paste)),
+          unlisted(ofKey("pastePlain", FixedKey::pastePlain, Do::PastePlain)),
           unlisted(ofKey("selectAll", FixedKey::selectAll, Do::SelectAll))}},
         {Edit,
          nullptr,
@@ -215,7 +225,8 @@ std::vector<CommandSection> formatSections()
         {Format,
          nullptr,
          {ofAction(Key::bold, rich), ofAction(Key::italic, rich), ofAction(Key::underline, rich),
-          ofAction(Key::strikethrough, rich)}},
+          ofAction(Key::strikethrough, rich), ofKey("superscript", FixedKey::superscript, rich),
+          ofKey("subscript", FixedKey::subscript, rich)}},
         {Format, nullptr, {ofAction(Key::colorRing, rich), ofAction(Key::bulletRing, rich)}},
         {Format,
          nullptr,
@@ -278,24 +289,32 @@ std::vector<CommandSection> viewSections()
          {unlisted(ofKey("commandPalette", FixedKey::commandPalette, Do::CommandPalette))}},
         {View,
          nullptr,
-         {ofAction(Key::toggleBinder, Need::Project, TITLE("Toggle Left Pane (Binder)")),
-          ofAction(Key::toggleInspector, Need::Project, TITLE("Toggle Right Pane (Inspector)")),
+         {turnsOnAndOff(
+              ofAction(Key::toggleBinder, Need::Project, TITLE("Toggle Left Pane (Binder)")),
+              shows<&CommandContext::showsBinder>),
+          turnsOnAndOff(
+              ofAction(Key::toggleInspector, Need::Project, TITLE("Toggle Right Pane (Inspector)")),
+              shows<&CommandContext::showsInspector>),
           ofKey("restoreThreePaneLayout", FixedKey::restoreThreePaneLayout, Need::Project),
           ofAction(Key::focusBinder, Need::Project),
           ofKey("nextPane", FixedKey::nextPane, Do::NextPane),
           ofKey("previousPane", FixedKey::previousPane, Do::PreviousPane)}},
         {View,
+         TITLE("Inspector"),
+         {turnsOnAndOff(inProject(acts("showDetails", TITLE("Show Details"), Do::ShowDetails)),
+                        [](const UserDefaults&, const CommandContext& context) {
+                            return context.showsInspector && !context.showsVersions;
+                        }),
+          turnsOnAndOff(inProject(acts("showVersions", TITLE("Show Versions"), Do::ShowVersions)),
+                        [](const UserDefaults&, const CommandContext& context) {
+                            return context.showsInspector && context.showsVersions;
+                        })}},
+        {View,
          nullptr,
          {turnsOnAndOff(ofAction(Key::toggleFormattingBar, Need::Project),
-                        [](const UserDefaults& defaults) {
-                            return showFormattingToolbarSetting.read(defaults);
-                        }),
-          turnsOnAndOff(
-              ofAction(Key::toggleRuler, Need::RichNote),
-              [](const UserDefaults& defaults) { return rulerVisibleSetting.read(defaults); }),
-          turnsOnAndOff(
-              ofAction(Key::togglePageView, Need::Note),
-              [](const UserDefaults& defaults) { return pageViewEnabledSetting.read(defaults); }),
+                        isSet<showFormattingToolbarSetting>),
+          turnsOnAndOff(ofAction(Key::toggleRuler, Need::RichNote), isSet<rulerVisibleSetting>),
+          turnsOnAndOff(ofAction(Key::togglePageView, Need::Note), isSet<pageViewEnabledSetting>),
           posts("customizeToolbar", TITLE("Customize Toolbar"),
                 postable<App::customizeMainToolbar>(), Need::Nothing)}},
         {View,

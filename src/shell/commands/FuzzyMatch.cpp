@@ -111,7 +111,7 @@ std::optional<FuzzyMatch> bestPlaces(const PatternLetters& letters, QStringView 
         if (cell(last, i).score > cell(last, column).score)
             column = i;
     }
-    FuzzyMatch match{cell(last, column).score, {}};
+    FuzzyMatch match{cell(last, column).score, {}, false};
     if (match.score <= impossible)
         return std::nullopt;
     for (qsizetype row = last; row >= 0; --row) {
@@ -131,6 +131,22 @@ std::optional<FuzzyMatch> matchInOrder(QStringView pattern, QStringView text)
     return bestPlaces(letters, text);
 }
 
+/// Whether a run of found letters neither begins a word nor is long enough to mean something.
+bool isScattered(const QList<qsizetype>& positions, QStringView text, QStringView pattern)
+{
+    constexpr qsizetype leastWithinWord = 3;
+    for (qsizetype from = 0; from < positions.size();) {
+        qsizetype to = from + 1;
+        while (to < positions.size() && positions[to] == positions[to - 1] + 1)
+            ++to;
+        const bool isWholePattern = to - from == positions.size() && pattern.size() == to - from;
+        if (!isWordStart(text, positions[from]) && to - from < leastWithinWord && !isWholePattern)
+            return true;
+        from = to;
+    }
+    return false;
+}
+
 } // namespace
 
 QString foldedForMatch(QStringView text)
@@ -148,12 +164,14 @@ QString foldedForMatch(QStringView text)
 
 std::optional<FuzzyMatch> fuzzyMatch(QStringView pattern, QStringView text)
 {
-    if (auto match = matchInOrder(pattern, text))
+    if (auto match = matchInOrder(pattern, text)) {
+        match->isScattered = isScattered(match->positions, text, pattern);
         return match;
+    }
     const auto words = pattern.split(u' ', Qt::SkipEmptyParts);
     if (words.size() < 2)
         return std::nullopt;
-    FuzzyMatch whole{-disorderPenalty, {}};
+    FuzzyMatch whole{-disorderPenalty, {}, false};
     for (const QStringView word : words) {
         const auto match = matchInOrder(word, text);
         if (!match)
@@ -164,6 +182,7 @@ std::optional<FuzzyMatch> fuzzyMatch(QStringView pattern, QStringView text)
     std::sort(whole.positions.begin(), whole.positions.end());
     whole.positions.erase(std::unique(whole.positions.begin(), whole.positions.end()),
                           whole.positions.end());
+    whole.isScattered = isScattered(whole.positions, text, pattern);
     return whole;
 }
 

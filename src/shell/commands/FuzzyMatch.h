@@ -17,6 +17,8 @@ struct FuzzyMatch {
     int score = 0;
     /// The units of the text that were found, ascending.
     QList<qsizetype> positions;
+    /// Only single letters, or pairs, stand within words: chance more than meaning.
+    bool isScattered = false;
 };
 
 /// Finds the letters of `pattern` in `text`, both folded, in their order. Beginnings of words and

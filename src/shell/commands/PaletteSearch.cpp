@@ -30,6 +30,8 @@ QList<PaletteRow> matches(Kind kind, const QString& pattern, const std::vector<Q
                           qsizetype most)
 {
     const auto isBetter = [](const PaletteRow& left, const PaletteRow& right) {
+        if (left.isScattered != right.isScattered)
+            return right.isScattered;
         return left.score != right.score ? left.score > right.score : left.index < right.index;
     };
     QList<PaletteRow> best;
@@ -37,7 +39,8 @@ QList<PaletteRow> matches(Kind kind, const QString& pattern, const std::vector<Q
         auto match = fuzzyMatch(pattern, titles[i]);
         if (!match)
             continue;
-        const PaletteRow row{kind, qsizetype(i), match->score, std::move(match->positions)};
+        const PaletteRow row{kind, qsizetype(i), match->score, std::move(match->positions),
+                             match->isScattered};
         if (best.size() == most && !isBetter(row, best.last()))
             continue;
         best.insert(std::upper_bound(best.begin(), best.end(), row, isBetter), row);
@@ -51,7 +54,7 @@ void append(QList<PaletteRow>& rows, Kind head, const QList<PaletteRow>& section
 {
     if (section.isEmpty())
         return;
-    rows.append(PaletteRow{head, 0, 0, {}});
+    rows.append(PaletteRow{head, 0, 0, {}, false});
     rows.append(section);
 }
 
@@ -70,12 +73,21 @@ QList<PaletteRow> PaletteSearch::rows(const QString& query) const
 {
     const QString pattern = foldedForMatch(query.trimmed());
     const bool all = pattern.isEmpty();
+    QList<PaletteRow> commands = matches(Kind::Command, pattern, m_foldedCommands,
+                                         all ? qsizetype(m_commands.size()) : mostCommands);
+    QList<PaletteRow> notes =
+        matches(Kind::Note, pattern, m_foldedNotes, all ? recentNotes : mostNotes);
+    if (!std::ranges::all_of(commands, &PaletteRow::isScattered) ||
+        !std::ranges::all_of(notes, &PaletteRow::isScattered)) {
+        const auto isScattered = [](const PaletteRow& row) {
+            return row.isScattered;
+        };
+        commands.removeIf(isScattered);
+        notes.removeIf(isScattered);
+    }
     QList<PaletteRow> rows;
-    append(rows, Kind::CommandsHead,
-           matches(Kind::Command, pattern, m_foldedCommands,
-                   all ? qsizetype(m_commands.size()) : mostCommands));
-    append(rows, Kind::NotesHead,
-           matches(Kind::Note, pattern, m_foldedNotes, all ? recentNotes : mostNotes));
+    append(rows, Kind::CommandsHead, commands);
+    append(rows, Kind::NotesHead, notes);
     return rows;
 }
 

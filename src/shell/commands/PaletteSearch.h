@@ -37,6 +37,7 @@ struct PaletteRow {
     qsizetype index = 0;
     int score = 0;
     QList<qsizetype> found;
+    bool isScattered = false; ///< see `FuzzyMatch`
 
     bool operator==(const PaletteRow&) const = default;
     [[nodiscard]] bool isHead() const
@@ -51,7 +52,8 @@ public:
     PaletteSearch(std::vector<PaletteCommand> commands, std::vector<PaletteNote> notes);
 
     /// Commands first, then notes, each by how well it matches; equals as they came, notes the last
-    /// changed first. An empty query lists all commands and the notes last changed.
+    /// changed first. Titles that have the letters only here and there are listed where nothing
+    /// better is found. An empty query lists all commands and the notes last changed.
     [[nodiscard]] QList<PaletteRow> rows(const QString& query) const;
     /// The row that is meant best, of either kind; -1 when there is none.
     [[nodiscard]] static qsizetype bestRow(const QList<PaletteRow>& rows);

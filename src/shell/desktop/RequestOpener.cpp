@@ -3,6 +3,7 @@
 
 #include "core/library/NoteLocator.h"
 #include "core/records/InternalNoteLink.h"
+#include "editor/pane/EditorPaneView.h"
 #include "shell/desktop/OpeningSheet.h"
 #include "shell/window/MainWindow.h"
 
@@ -130,7 +131,10 @@ QString RequestOpener::openLink(const QString& link)
             return {}; // what stands in the way is told by the one who opens
     }
     m_appState.projectSession().presentEditor();
-    m_appState.openNote(*note);
+    if (InternalNoteLink::noteID(link))
+        m_window.editorPane().openLink(link); // also to the place that it names
+    else
+        m_appState.openNote(*note);
     return {};
 }
 

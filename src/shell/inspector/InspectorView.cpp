@@ -5,8 +5,11 @@
 #include "core/versions/NoteVersion.h"
 #include "shell/inspector/TagsSection.h"
 #include "shell/inspector/VersionHistorySection.h"
+#include "shell/layout/PaneLayoutSettings.h"
 #include "shell/window/ElidedLabel.h"
+#include "shell/window/PaneRail.h"
 
+#include <QButtonGroup>
 #include <QCoreApplication>
 #include <QGridLayout>
 #include <QLabel>
@@ -14,6 +17,7 @@
 #include <QScrollArea>
 #include <QStackedLayout>
 #include <QTimer>
+#include <QToolButton>
 
 namespace orvane {
 
@@ -43,17 +47,31 @@ private:
     const Look& m_look;
 };
 
+QString nameOf(InspectorView::Section section)
+{
+    return section == InspectorView::Section::Versions ? InspectorView::tr("Versions")
+                                                       : InspectorView::tr("Details");
+}
+
+// As the settings hold it.
+QString storedName(InspectorView::Section section)
+{
+    return section == InspectorView::Section::Versions ? QStringLiteral("versions")
+                                                       : QStringLiteral("details");
+}
+
 } // namespace
 
 InspectorView::InspectorView(AppState& appState, SheetHost& sheets, Look& look, QWidget* parent)
     : SurfacePanel(look, Surface::Inspector, parent)
     , m_appState(appState)
-    , m_stack(new QStackedLayout(this))
+    , m_sections(new QButtonGroup(this))
+    , m_stack(new QStackedLayout)
     , m_scroll(new QScrollArea(this))
-    , m_nothing(makeLabel(tr("Select a note to see its details."), TextStyle::Body,
-                          LabelInk::Secondary, this))
+    , m_nothing(makeLabel({}, TextStyle::Body, LabelInk::Secondary, this))
     , m_heading(makeLabel({}, TextStyle::SectionHead, LabelInk::Secondary))
     , m_grid(new QGridLayout)
+    , m_versions(new VersionHistorySection(appState, sheets, look, this))
     , m_refreshTimer(new QTimer(this))
 {
     setMinimumWidth(220);
@@ -65,19 +83,22 @@ InspectorView::InspectorView(AppState& appState, SheetHost& sheets, Look& look, 
     m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_scroll->setFocusPolicy(Qt::NoFocus);
     m_scroll->viewport()->setAutoFillBackground(false);
-    // Set while it is empty, for it is measured then.
-    auto* column = new QWidget;
-    m_scroll->setWidget(column);
-    column->setAutoFillBackground(false);
-    fillColumn(column, sheets);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 8, 0, 8);
+    column->setSpacing(0);
+    column->addWidget(makeRail());
+    column->addLayout(m_stack, 1);
+    m_scroll->setWidget(makeDetails(sheets));
+    m_scroll->widget()->setAutoFillBackground(false);
     m_stack->setContentsMargins({});
     m_stack->addWidget(m_scroll);
+    m_stack->addWidget(m_versions);
     m_stack->addWidget(m_nothing);
     m_refreshTimer->setSingleShot(true);
     m_refreshTimer->setInterval(refreshPause);
-    connect(m_refreshTimer, &QTimer::timeout, this, &InspectorView::refresh);
     connectAppState();
-    refresh();
+    const QString chosen = PaneLayoutSettings::inspectorSection.read(appState.services().defaults);
+    showSection(chosen == storedName(Section::Versions) ? Section::Versions : Section::Details);
 }
 
 void InspectorView::showEvent(QShowEvent* event)
@@ -87,30 +108,75 @@ void InspectorView::showEvent(QShowEvent* event)
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
 }
 
-void InspectorView::fillColumn(QWidget* column, SheetHost& sheets)
+QWidget* InspectorView::makeRail()
 {
-    auto* layout = new QVBoxLayout(column);
-    layout->setContentsMargins(0, 16, 0, 16);
-    layout->setSpacing(0);
-    layout->addWidget(makeFacts(column));
-    const auto addPart = [&](QWidget* content, int stretch) {
-        auto* part = new QWidget(column);
-        auto* inside = new QVBoxLayout(part);
-        inside->setContentsMargins({});
-        inside->setSpacing(0);
-        inside->addSpacing(16);
-        inside->addWidget(makeDivider(part));
-        inside->addSpacing(12);
-        inside->addWidget(content, 1);
-        layout->addWidget(part, stretch);
-        return part;
+    auto* rail = new PaneRail(look(), Surface::InspectorTopRail, this);
+    auto* row = new QHBoxLayout(rail->capsule());
+    row->setContentsMargins(2, 0, 10, 0);
+    row->setSpacing(0);
+    const auto add = [&](Section section, Symbol symbol) {
+        QToolButton* button = rail->makeButton(symbol, nameOf(section));
+        button->setCheckable(true);
+        m_sections->addButton(button, int(section));
+        row->addWidget(button);
     };
-    m_tags = new TagsSection(m_appState, sheets, look(), column);
-    m_tagsPart = addPart(m_tags, 0);
-    m_versions = new VersionHistorySection(m_appState, sheets, look(), column);
-    m_versionsPart = addPart(m_versions, 1);
-    m_filler = new QWidget(column);
-    layout->addWidget(m_filler, 1);
+    add(Section::Details, Symbol::Details);
+    add(Section::Versions, Symbol::History);
+    row->addSpacing(8);
+    m_sectionName = rail->makeText();
+    row->addWidget(m_sectionName, 1);
+    connect(m_sections, &QButtonGroup::idClicked, this,
+            [this](int section) { showSection(Section(section)); });
+    return rail;
+}
+
+InspectorView::Section InspectorView::section() const
+{
+    return Section(m_sections->checkedId());
+}
+
+void InspectorView::showSection(Section section)
+{
+    m_sections->button(int(section))->setChecked(true);
+    m_sectionName->setText(nameOf(section));
+    UserDefaults& defaults = m_appState.services().defaults;
+    if (PaneLayoutSettings::inspectorSection.read(defaults) != storedName(section))
+        PaneLayoutSettings::inspectorSection.write(defaults, storedName(section));
+    refresh();
+}
+
+void InspectorView::focusSection()
+{
+    QWidget* shown = m_stack->currentWidget();
+    for (QWidget* next = shown; (next = next->nextInFocusChain()) != shown;) {
+        if (shown->isAncestorOf(next) && next->isVisible() && next->isEnabled() &&
+            next->focusPolicy() & Qt::TabFocus)
+            return next->setFocus(Qt::TabFocusReason);
+    }
+    m_sections->checkedButton()->setFocus(Qt::TabFocusReason);
+}
+
+QWidget* InspectorView::makeDetails(SheetHost& sheets)
+{
+    auto* details = new QWidget;
+    auto* layout = new QVBoxLayout(details);
+    layout->setContentsMargins(0, 15, 0, 8);
+    layout->setSpacing(0);
+    layout->addWidget(makeFacts(details));
+    m_tagsPart = new QWidget(details);
+    auto* inside = new QVBoxLayout(m_tagsPart);
+    inside->setContentsMargins({});
+    inside->setSpacing(0);
+    inside->addSpacing(16);
+    inside->addWidget(makeDivider(m_tagsPart));
+    inside->addSpacing(12);
+    m_tags = new TagsSection(m_appState, sheets, look(), m_tagsPart);
+    inside->addWidget(m_tags);
+    inside->addSpacing(16);
+    inside->addWidget(makeDivider(m_tagsPart));
+    layout->addWidget(m_tagsPart);
+    layout->addStretch();
+    return details;
 }
 
 QWidget* InspectorView::makeFacts(QWidget* parent)
@@ -118,7 +184,7 @@ QWidget* InspectorView::makeFacts(QWidget* parent)
     auto* facts = new QWidget(parent);
     auto* layout = new QVBoxLayout(facts);
     layout->setContentsMargins(padding, 0, padding, 0);
-    layout->setSpacing(10);
+    layout->setSpacing(13);
     layout->addWidget(m_heading);
     m_grid->setHorizontalSpacing(16);
     m_grid->setVerticalSpacing(6);
@@ -176,7 +242,13 @@ void InspectorView::show(const QString& heading, const QList<std::pair<QLabel*, 
         const int at = m_grid->indexOf(label);
         m_grid->itemAt(at - 1)->widget()->show();
     }
-    m_stack->setCurrentWidget(values.isEmpty() ? static_cast<QWidget*>(m_nothing) : m_scroll);
+    m_stack->setCurrentWidget(m_scroll);
+}
+
+void InspectorView::showNothing(const QString& why)
+{
+    m_nothing->setText(why);
+    m_stack->setCurrentWidget(m_nothing);
 }
 
 void InspectorView::showCounts(const QUuid& note, int words, qsizetype characters)
@@ -191,17 +263,26 @@ void InspectorView::showCounts(const QUuid& note, int words, qsizetype character
 void InspectorView::refresh()
 {
     m_refreshTimer->stop();
-    if (const QList<BinderRowID>& rows = m_appState.selection().rows(); !rows.isEmpty())
-        return showRows(rows);
+    const QList<BinderRowID>& rows = m_appState.selection().rows();
     const auto row = m_appState.selection().selectedBinderRowID();
-    if (row && row->kind == BinderRowID::Kind::Note) {
-        if (const NoteRecord* note = m_appState.note(row->id))
-            return showNote(*note);
-    } else if (row) {
-        if (const FolderRecord* folder = m_appState.folder(row->id))
-            return showFolder(*folder);
+    const bool isOne = rows.isEmpty() && row;
+    const NoteRecord* note =
+        isOne && row->kind == BinderRowID::Kind::Note ? m_appState.note(row->id) : nullptr;
+    const FolderRecord* folder =
+        isOne && row->kind == BinderRowID::Kind::Folder ? m_appState.folder(row->id) : nullptr;
+    if (section() == Section::Versions) {
+        if (note)
+            return showVersions(*note);
+        return showNothing(tr("Select a note to see its versions."));
     }
-    show({}, {});
+    if (!rows.isEmpty())
+        showRows(rows);
+    else if (note)
+        showNote(*note);
+    else if (folder)
+        showFolder(*folder);
+    else
+        showNothing(tr("Select a note to see its details."));
 }
 
 void InspectorView::showNote(const NoteRecord& note)
@@ -209,26 +290,26 @@ void InspectorView::showNote(const NoteRecord& note)
     const Timestamp now = m_appState.services().clock.now();
     const FolderRecord* folder = m_appState.folder(note.folderID);
     const QString body = note.body.readOrNothing();
-    const int words = wordCount(body);
     m_tags->setSubjects({{BinderRowID::Kind::Note, note.id}});
-    m_versions->setNote(note.id);
-    m_versions->refresh(words);
     m_tagsPart->show();
-    m_versionsPart->show();
-    m_filler->hide();
     show(tr("Note"), {{m_title, note.titleForList()},
                       {m_created, dayInWords(note.createdAt)},
                       {m_changed, momentInWords(note.updatedAt, now)},
-                      {m_words, grouped(words)},
+                      {m_words, grouped(wordCount(body))},
                       {m_characters, grouped(body.size())},
                       {m_folder, folder ? folder->titleForList() : tr("None")}});
+}
+
+void InspectorView::showVersions(const NoteRecord& note)
+{
+    m_versions->setNote(note.id);
+    m_versions->refresh(wordCount(note.body.readOrNothing()));
+    m_stack->setCurrentWidget(m_versions);
 }
 
 void InspectorView::showRows(const QList<BinderRowID>& rows)
 {
     const auto notes = std::ranges::count(rows, BinderRowID::Kind::Note, &BinderRowID::kind);
-    m_versionsPart->hide();
-    m_filler->show();
     m_tagsPart->show();
     m_tags->setSubjects(rows);
     QList<std::pair<QLabel*, QString>> values;
@@ -247,8 +328,6 @@ void InspectorView::showFolder(const FolderRecord& folder)
     const qsizetype folders =
         std::count_if(m_appState.folders().begin(), m_appState.folders().end(),
                       [&](const auto& each) { return each->parentFolderID == folder.id; });
-    m_versionsPart->hide();
-    m_filler->show();
     m_tagsPart->setVisible(!folder.isTrash());
     if (folder.isTrash())
         return show(tr("Trash"), {{m_notes, grouped(notes)}});

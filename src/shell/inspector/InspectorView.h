@@ -4,6 +4,7 @@
 #include "appearance/SurfacePanel.h"
 #include "core/state/AppState.h"
 
+class QButtonGroup;
 class QGridLayout;
 class QLabel;
 class QScrollArea;
@@ -12,16 +13,24 @@ class QTimer;
 
 namespace orvane {
 
+class PaneRail;
 class SheetHost;
 class TagsSection;
 class VersionHistorySection;
 
-/// The Inspector pane: what there is to know about the selected note, or folder, its tags and its
-/// versions.
+/// The Inspector pane: a rail with its two sections, of which one is shown: what there is to know
+/// about the selected rows with their tags, and the versions of the selected note. The chosen
+/// section is remembered.
 class InspectorView : public SurfacePanel {
     Q_OBJECT
 public:
     InspectorView(AppState& appState, SheetHost& sheets, Look& look, QWidget* parent = nullptr);
+
+    enum class Section { Details, Versions };
+    [[nodiscard]] Section section() const;
+    void showSection(Section section);
+    /// Puts the keyboard into the section that is shown.
+    void focusSection();
 
     /// How much the text of a note has while it is typed, where that note is selected.
     void showCounts(const QUuid& note, int words, qsizetype characters);
@@ -30,18 +39,23 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    void fillColumn(QWidget* column, SheetHost& sheets);
+    [[nodiscard]] QWidget* makeRail();
+    [[nodiscard]] QWidget* makeDetails(SheetHost& sheets);
     [[nodiscard]] QWidget* makeFacts(QWidget* parent);
     [[nodiscard]] QWidget* makeDivider(QWidget* parent);
     void connectAppState();
     QLabel* addRow(const QString& label);
     void show(const QString& heading, const QList<std::pair<QLabel*, QString>>& values);
+    void showNothing(const QString& why);
     void refresh();
     void showNote(const NoteRecord& note);
+    void showVersions(const NoteRecord& note);
     void showRows(const QList<BinderRowID>& rows);
     void showFolder(const FolderRecord& folder);
 
     AppState& m_appState;
+    QButtonGroup* m_sections;
+    QLabel* m_sectionName = nullptr;
     QStackedLayout* m_stack;
     QScrollArea* m_scroll;
     QLabel* m_nothing;
@@ -57,9 +71,7 @@ private:
     QLabel* m_notes = nullptr;
     QWidget* m_tagsPart = nullptr;
     TagsSection* m_tags = nullptr;
-    QWidget* m_versionsPart = nullptr;
     VersionHistorySection* m_versions = nullptr;
-    QWidget* m_filler = nullptr;
     QTimer* m_refreshTimer;
 };
 

@@ -46,6 +46,22 @@ TagReach tagReach(const AppState& appState, const QString& tag)
     return reach;
 }
 
+QStringList commonTags(const AppState& appState, const QList<BinderRowID>& rows)
+{
+    const auto tagsOf = [&](const BinderRowID& row) {
+        if (row.kind == BinderRowID::Kind::Note)
+            return appState.tagsForNote(row.id);
+        const FolderRecord* folder = appState.folder(row.id);
+        return folder ? folder->tags : QStringList();
+    };
+    QStringList common = rows.isEmpty() ? QStringList() : tagsOf(rows.first());
+    for (qsizetype i = 1; i < rows.size() && !common.isEmpty(); ++i) {
+        const QStringList tags = tagsOf(rows.at(i));
+        common.removeIf([&](const QString& tag) { return !containsTag(tags, tag); });
+    }
+    return common;
+}
+
 QString inWords(const TagReach& reach)
 {
     QString notes = reach.notes == 1 ? TagActions::tr("1 note")

@@ -20,6 +20,8 @@ struct TagReach {
 };
 
 [[nodiscard]] TagReach tagReach(const AppState& appState, const QString& tag);
+/// The tags that all these notes and folders have, in the order of the first.
+[[nodiscard]] QStringList commonTags(const AppState& appState, const QList<BinderRowID>& rows);
 /// "3 notes and 1 folder".
 [[nodiscard]] QString inWords(const TagReach& reach);
 

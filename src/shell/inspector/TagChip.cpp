@@ -3,6 +3,7 @@
 
 #include "appearance/Contrast.h"
 #include "appearance/Drawing.h"
+#include "shell/commands/AppMenus.h"
 
 #include <QContextMenuEvent>
 #include <QKeyEvent>
@@ -30,7 +31,7 @@ TagChip::TagChip(const QString& tag, const QColor& color, Look& look, QWidget* p
     , m_look(look)
 {
     setTextStyle(this, TextStyle::Body);
-    setText(QString(tag).replace(u'&', QStringLiteral("&&")));
+    setText(menuText(tag));
     setToolTip(tag);
     setAccessibleName(tr("Tag %1").arg(tag));
     setAccessibleDescription(tr("Space opens its menu, Delete removes it."));

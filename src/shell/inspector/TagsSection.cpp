@@ -84,18 +84,7 @@ void TagsSection::setSubjects(const QList<BinderRowID>& subjects)
 
 QStringList TagsSection::subjectTags() const
 {
-    const auto tagsOf = [this](const BinderRowID& subject) {
-        if (subject.kind == BinderRowID::Kind::Note)
-            return m_appState.tagsForNote(subject.id);
-        const FolderRecord* folder = m_appState.folder(subject.id);
-        return folder ? folder->tags : QStringList();
-    };
-    QStringList common = m_subjects.isEmpty() ? QStringList() : tagsOf(m_subjects.first());
-    for (qsizetype i = 1; i < m_subjects.size() && !common.isEmpty(); ++i) {
-        const QStringList tags = tagsOf(m_subjects.at(i));
-        common.removeIf([&](const QString& tag) { return !containsTag(tags, tag); });
-    }
-    return common;
+    return commonTags(m_appState, m_subjects);
 }
 
 void TagsSection::refresh()
@@ -106,10 +95,20 @@ void TagsSection::refresh()
     m_more->setVisible(tags.size() > m_chips.size());
     for (TagChip* chip : m_chips) {
         chip->setColor(tagColor(m_appState.tagSettings(), chip->tag()).toQColor());
-        chip->setEnabled(!m_appState.projectSession().isReadOnly());
+        chip->setEnabled(mayChange());
     }
-    m_field->setVisible(!m_appState.projectSession().isReadOnly());
-    m_plus->setVisible(!m_appState.projectSession().isReadOnly());
+    m_field->setVisible(mayChange());
+    m_plus->setVisible(mayChange());
+}
+
+/// What lies in the Trash stays as it is.
+bool TagsSection::mayChange() const
+{
+    return !m_appState.projectSession().isReadOnly() &&
+           std::ranges::none_of(m_subjects, [this](const BinderRowID& row) {
+               const NoteRecord* note = m_appState.note(row.id);
+               return note && note->folderID == FolderRecord::trashFolderID;
+           });
 }
 
 QStringList TagsSection::choicesFor(const QString& text) const
@@ -174,7 +173,7 @@ void TagsSection::showMore()
 void TagsSection::add(const QString& tag)
 {
     const QStringList tags = subjectTags();
-    if (m_subjects.isEmpty() || containsTag(tags, tag))
+    if (m_subjects.isEmpty() || !mayChange() || containsTag(tags, tag))
         return;
     QString spelling = tag;
     for (const TagRecord& record : m_appState.tagLibrary()) {
@@ -187,7 +186,7 @@ void TagsSection::add(const QString& tag)
 void TagsSection::remove(const QString& tag)
 {
     const auto rest = removingTag(subjectTags(), tag);
-    if (!rest || m_appState.projectSession().isReadOnly())
+    if (!rest || !mayChange())
         return;
     qsizetype at = 0;
     while (at < m_chips.size() && m_chips.at(at)->tag() != tag)

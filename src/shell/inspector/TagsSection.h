@@ -26,6 +26,7 @@ public:
 
 private:
     [[nodiscard]] QStringList subjectTags() const;
+    [[nodiscard]] bool mayChange() const;
     /// The tags to complete `text` from, without those that are there already.
     [[nodiscard]] QStringList choicesFor(const QString& text) const;
     void showChips(const QStringList& tags);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/inspector/VersionHistorySection.h"
 
+#include "appearance/OrvaneStyle.h"
 #include "core/records/Wording.h"
 #include "editor/pane/EditorPaneView.h"
 #include "shell/inspector/FlowLayout.h"
@@ -20,19 +21,19 @@ namespace {
 constexpr int padding = 16;
 /// A file up to this size is read within a frame.
 constexpr qint64 readAtOnce = 1'000'000;
-constexpr int leastRowsShown = 3;
 
 /// What stands in the place of a list of versions.
 QString inWords(const std::optional<VersionHistoryError>& problem)
 {
-    using Section = VersionHistorySection;
     if (!problem)
-        return Section::tr("No snapshots yet.");
+        return VersionHistorySection::tr("No snapshots yet.");
     if (problem->code == VersionHistoryError::Code::Damaged)
-        return Section::tr("The snapshots of this note are damaged. Their file stays as it is and "
-                           "is set aside when the next snapshot is kept.");
-    return Section::tr("The snapshots of this note can't be read at the moment. Nothing is "
-                       "changed in their file.");
+        return VersionHistorySection::tr(
+            "The snapshots of this note are damaged. Their file stays as it is and "
+            "is set aside when the next snapshot is kept.");
+    return VersionHistorySection::tr(
+        "The snapshots of this note can't be read at the moment. Nothing is "
+        "changed in their file.");
 }
 
 } // namespace
@@ -49,9 +50,9 @@ VersionHistorySection::VersionHistorySection(AppState& appState, SheetHost& shee
     , m_hint(makeLabel(tr("Select a snapshot to preview or restore."), TextStyle::Label,
                        LabelInk::Secondary, this))
 {
-    m_buttons = makeButtons();
+    m_list->setActions(makeButtons());
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins({});
+    layout->setContentsMargins(0, 15, 0, 0);
     layout->setSpacing(0);
     auto* head = new QHBoxLayout;
     head->setContentsMargins(padding, 0, padding, 0);
@@ -68,7 +69,6 @@ VersionHistorySection::VersionHistorySection(AppState& appState, SheetHost& shee
     layout->addWidget(m_nothing);
     layout->addWidget(m_list, 1);
     layout->addWidget(m_hint);
-    layout->addWidget(m_buttons);
     layout->addStretch();
     connect(m_list, &VersionListView::selectionMoved, this, &VersionHistorySection::showChoice);
     connect(m_list, &VersionListView::versionActivated, this, &VersionHistorySection::preview);
@@ -84,18 +84,21 @@ VersionHistorySection::VersionHistorySection(AppState& appState, SheetHost& shee
 
 QWidget* VersionHistorySection::makeButtons()
 {
-    auto* holder = new QWidget(this);
+    auto* holder = new QWidget;
     auto* outer = new QVBoxLayout(holder);
-    outer->setContentsMargins(padding, 12, padding, 0);
+    outer->setContentsMargins(padding, 0, padding, 0);
     auto* row = new QWidget(holder);
     outer->addWidget(row);
     auto* flow = new FlowLayout(row, 8);
     auto* preview = new QPushButton(tr("Preview"), row);
     m_restore = new QPushButton(tr("Restore"), row);
     m_delete = new QPushButton(tr("Delete"), row);
+    setButtonTone(m_delete, ButtonTone::DangerText);
     int at = 0;
-    for (QPushButton* button : {preview, m_restore, m_delete})
+    for (QPushButton* button : {preview, m_restore, m_delete}) {
+        button->setFixedHeight(28);
         flow->insertWidget(at++, button);
+    }
     connect(preview, &QPushButton::clicked, this, &VersionHistorySection::preview);
     connect(m_restore, &QPushButton::clicked, this, [this] {
         if (const auto version = readSelected())
@@ -164,9 +167,6 @@ void VersionHistorySection::showRows()
     m_nothing->setVisible(!any);
     m_list->setVisible(any);
     m_list->setRows(versionRows(m_newestFirst, m_wordsNow, m_appState.services().clock.now()));
-    const int rows = int(m_newestFirst.size()) + 1;
-    m_list->setMinimumHeight(qMin(rows, leastRowsShown) * VersionListView::rowHeight);
-    m_list->setMaximumHeight(rows * VersionListView::rowHeight);
     showChoice();
 }
 
@@ -175,7 +175,7 @@ void VersionHistorySection::showChoice()
     const bool any = !m_newestFirst.isEmpty();
     const bool chosen = selected().has_value();
     m_hint->setVisible(any && !chosen);
-    m_buttons->setVisible(any && chosen);
+    m_list->setMaximumHeight(m_list->contentHeight());
     m_restore->setEnabled(!m_appState.projectSession().isReadOnly());
     m_delete->setEnabled(!m_appState.projectSession().isReadOnly());
 }

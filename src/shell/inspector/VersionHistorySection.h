@@ -57,7 +57,6 @@ private:
     QLabel* m_nothing;
     VersionListView* m_list;
     QLabel* m_hint;
-    QWidget* m_buttons = nullptr;
     QPushButton* m_restore = nullptr;
     QPushButton* m_delete = nullptr;
     NotificationCenter::Observation m_observation;

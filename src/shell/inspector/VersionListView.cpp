@@ -12,10 +12,11 @@
 
 namespace orvane {
 
-/// The rows as the toolkit's model; the version's line of details stands in `DetailRole`.
+/// The rows as the toolkit's model; the version's line of details stands in `DetailRole`, the kind
+/// of the row in `KindRole`.
 class VersionListModel final : public QAbstractListModel {
 public:
-    enum Role { DetailRole = Qt::UserRole };
+    enum Role { DetailRole = Qt::UserRole, KindRole };
 
     using QAbstractListModel::QAbstractListModel;
 
@@ -37,21 +38,65 @@ public:
     }
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override
     {
-        const VersionRow row = m_rows.value(index.row());
-        if (role == Qt::DisplayRole)
+        const VersionRow& row = m_rows.at(index.row());
+        switch (role) {
+        case Qt::DisplayRole:
             return row.title;
-        if (role == DetailRole)
+        case Qt::ToolTipRole:
+            return row.difference;
+        case Qt::AccessibleTextRole:
+            return inWords(index.row());
+        case DetailRole:
             return row.detail;
-        if (role == Qt::AccessibleTextRole)
-            return QString(row.title + QStringLiteral(", ") + row.detail);
-        return {};
+        case KindRole:
+            return int(row.kind);
+        default:
+            return {};
+        }
     }
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override
     {
-        return index.row() == 0 ? Qt::ItemIsEnabled : Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+        switch (m_rows.at(index.row()).kind) {
+        case VersionRow::Kind::Now:
+            return Qt::ItemIsEnabled;
+        case VersionRow::Kind::Version:
+            return Qt::ItemIsEnabled | Qt::ItemIsSelectable;
+        case VersionRow::Kind::Day:
+            break;
+        }
+        return Qt::NoItemFlags;
+    }
+    [[nodiscard]] int versionAt(int row) const { return m_rows.at(row).version; }
+    /// The row of a version, or of the last one when it lies beyond; -1 when there is none.
+    [[nodiscard]] int rowOf(int version) const
+    {
+        int found = -1;
+        for (int row = 0; row < m_rows.size(); ++row) {
+            if (m_rows.at(row).version >= 0 && m_rows.at(row).version <= version)
+                found = row;
+        }
+        return found;
     }
 
 private:
+    /// With the day, which who hears the rows has not before the eyes.
+    [[nodiscard]] QString inWords(int at) const
+    {
+        const VersionRow& row = m_rows.at(at);
+        if (row.kind == VersionRow::Kind::Day)
+            return row.title;
+        QStringList parts{row.title, row.detail};
+        if (!row.difference.isEmpty())
+            parts.append(row.difference);
+        for (int above = at; row.kind == VersionRow::Kind::Version && above >= 0; --above) {
+            if (m_rows.at(above).kind == VersionRow::Kind::Day) {
+                parts.prepend(m_rows.at(above).title);
+                break;
+            }
+        }
+        return parts.join(QStringLiteral(", "));
+    }
+
     QList<VersionRow> m_rows;
 };
 
@@ -61,6 +106,10 @@ constexpr int inset = 8;
 constexpr int dotCentre = 21;
 constexpr double dotRadius = 4;
 constexpr int textLeft = 36;
+constexpr int dayLeft = 16;
+/// Above and below what stands under the selected row.
+constexpr int actionsAbove = 8;
+constexpr int actionsBelow = 6;
 
 class VersionDelegate final : public QStyledItemDelegate {
 public:
@@ -69,16 +118,31 @@ public:
         , m_look(look)
     {}
 
-    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
+                                 const QModelIndex& index) const override
     {
-        return {100, VersionListView::rowHeight};
+        if (isDay(index))
+            return {100, VersionListView::dayHeight};
+        const auto* list = static_cast<const VersionListView*>(option.widget);
+        const bool isSelected = list && list->selectionModel()->isSelected(index);
+        return {100, VersionListView::rowHeight + (isSelected ? m_below : 0)};
     }
+
+    /// How much room the selected row leaves below it.
+    void setRoomBelow(int height) { m_below = height; }
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override
     {
         const SurfaceTokens& t = m_look.tokens().on(Surface::Inspector);
-        const QRect row = option.rect;
+        QRect row = option.rect;
+        if (isDay(index)) {
+            drawTextLine(*painter, row.adjusted(dayLeft, 9, -16, -3),
+                         interfaceFont(TextStyle::SectionHead), t.textSecondary,
+                         index.data().toString());
+            return;
+        }
+        row.setHeight(VersionListView::rowHeight);
         const bool selected = option.state.testFlag(QStyle::State_Selected);
         const QRect ground = row.adjusted(inset, 0, -inset, 0);
         const bool hovered = option.state.testFlag(QStyle::State_MouseOver) && index.row() > 0;
@@ -96,6 +160,11 @@ public:
     }
 
 private:
+    [[nodiscard]] static bool isDay(const QModelIndex& index)
+    {
+        return index.data(VersionListModel::KindRole).toInt() == int(VersionRow::Kind::Day);
+    }
+
     void drawDot(QPainter& painter, QPointF centre, bool isNow) const
     {
         const SurfaceTokens& t = m_look.tokens().on(Surface::Inspector);
@@ -109,6 +178,7 @@ private:
     }
 
     const Look& m_look;
+    int m_below = 0;
 };
 
 } // namespace
@@ -122,7 +192,6 @@ VersionListView::VersionListView(Look& look, QWidget* parent)
     setFrameShape(QFrame::NoFrame);
     setSelectionMode(QAbstractItemView::SingleSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
-    setUniformItemSizes(true);
     setMouseTracking(true);
     setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -139,18 +208,35 @@ VersionListView::VersionListView(Look& look, QWidget* parent)
 void VersionListView::setRows(const QList<VersionRow>& rows)
 {
     m_rows->setRows(rows);
+    scheduleDelayedItemsLayout();
+}
+
+void VersionListView::setActions(QWidget* actions)
+{
+    m_actions = actions;
+    actions->setParent(viewport());
+    actions->hide();
+    setTabOrder(this, actions);
+}
+
+int VersionListView::contentHeight() const
+{
+    int height = 0;
+    for (int row = 0; row < m_rows->rowCount({}); ++row)
+        height += sizeHintForIndex(m_rows->index(row)).height();
+    return height;
 }
 
 int VersionListView::selectedVersion() const
 {
     const QModelIndexList selected = selectionModel()->selectedIndexes();
-    return selected.isEmpty() ? -1 : selected.first().row() - 1;
+    return selected.isEmpty() ? -1 : m_rows->versionAt(selected.first().row());
 }
 
 void VersionListView::selectVersion(int version)
 {
-    const int row = qMin(version + 1, m_rows->rowCount({}) - 1);
-    if (version < 0 || row < 1)
+    const int row = m_rows->rowOf(version);
+    if (row < 0)
         return selectionModel()->clear();
     selectionModel()->setCurrentIndex(m_rows->index(row), QItemSelectionModel::ClearAndSelect);
     scrollTo(m_rows->index(row));
@@ -160,7 +246,36 @@ void VersionListView::selectionChanged(const QItemSelection& selected,
                                        const QItemSelection& deselected)
 {
     QListView::selectionChanged(selected, deselected);
+    if (m_actions)
+        static_cast<VersionDelegate*>(itemDelegate())
+            ->setRoomBelow(actionsAbove + actionsHeight() + actionsBelow);
+    doItemsLayout();
     emit selectionMoved();
+}
+
+void VersionListView::updateGeometries()
+{
+    QListView::updateGeometries();
+    placeActions();
+}
+
+void VersionListView::placeActions()
+{
+    if (!m_actions)
+        return;
+    const QModelIndexList selected = selectionModel()->selectedIndexes();
+    m_actions->setVisible(!selected.isEmpty());
+    if (selected.isEmpty())
+        return;
+    const QRect row = visualRect(selected.first());
+    m_actions->setGeometry(row.left(), row.top() + rowHeight + actionsAbove, row.width(),
+                           actionsHeight());
+}
+
+int VersionListView::actionsHeight() const
+{
+    const int wrapped = m_actions->heightForWidth(viewport()->width());
+    return wrapped > 0 ? wrapped : m_actions->sizeHint().height();
 }
 
 void VersionListView::focusInEvent(QFocusEvent* event)

@@ -27,7 +27,8 @@ QString versionDay(Timestamp moment, Timestamp now)
     if (daysAgo == 1)
         return Words::tr("Yesterday");
     static const QLocale words(QLocale::English, QLocale::UnitedKingdom);
-    return words.toString(day, u"MMM d"_s);
+    const bool isThisYear = day.year() == now.toLocal().date().year();
+    return words.toString(day, isThisYear ? u"d MMMM"_s : u"d MMMM yyyy"_s);
 }
 
 QString versionMoment(Timestamp moment, Timestamp now)
@@ -46,20 +47,27 @@ QString differenceInWords(int earlier, int later)
 QList<VersionRow> versionRows(const QList<NoteVersionSummary>& newestFirst, int wordsNow,
                               Timestamp now)
 {
+    using Kind = VersionRow::Kind;
     QList<VersionRow> rows;
-    rows.reserve(newestFirst.size() + 1);
-    rows.append({Words::tr("Now"), Words::tr("%Ln words", nullptr, int(wordsNow))});
+    rows.reserve(newestFirst.size() + 8);
+    rows.append({Kind::Now, Words::tr("Now"), Words::tr("%Ln words", nullptr, wordsNow), {}, -1});
     int later = wordsNow;
-    for (const NoteVersionSummary& version : newestFirst) {
-        const int words = version.wordCount;
-        QStringList parts;
-        if (version.label && !version.label->isEmpty())
-            parts.append(*version.label);
-        parts.append(Words::tr("%Ln words", nullptr, int(words)));
-        if (const QString difference = differenceInWords(words, later); !difference.isEmpty())
-            parts.append(difference);
-        rows.append({versionMoment(version.capturedAt, now), parts.join(u", "_s)});
-        later = words;
+    QString dayBefore;
+    for (qsizetype i = 0; i < newestFirst.size(); ++i) {
+        const NoteVersionSummary& version = newestFirst.at(i);
+        const QString day = versionDay(version.capturedAt, now);
+        if (day != dayBefore)
+            rows.append({Kind::Day, day, {}, {}, -1});
+        dayBefore = day;
+        const QString words = Words::tr("%Ln words", nullptr, version.wordCount);
+        const bool isLabelled = version.label && !version.label->isEmpty();
+        rows.append(
+            {Kind::Version, version.capturedAt.toLocal().toString(u"HH:mm"_s),
+             isLabelled
+                 ? Words::tr("%1, %2", "label and number of words").arg(*version.label, words)
+                 : words,
+             differenceInWords(version.wordCount, later), int(i)});
+        later = version.wordCount;
     }
     return rows;
 }

@@ -12,6 +12,9 @@ inline constexpr Setting<bool> inspectorVisible{u"settings.layout.inspectorVisib
 inline constexpr Setting<bool> binderLock{u"settings.layout.lock.binder", false};
 inline constexpr Setting<bool> editorLock{u"settings.layout.lock.editor", false};
 inline constexpr Setting<bool> inspectorLock{u"settings.layout.lock.inspector", false};
+/// What the Inspector shows: "details" or "versions".
+inline const Setting<QString> inspectorSection{u"settings.layout.inspectorSection",
+                                               QStringLiteral("details")};
 /// The width of the page, which also says how narrow the editor may become.
 inline constexpr Setting<double> editorPageWidth{u"settings.appearance.editorPageWidth",
                                                  PaneMetrics::editorPageWidthDefault};

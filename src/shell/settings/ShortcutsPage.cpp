@@ -17,6 +17,7 @@ ShortcutsPage::ShortcutsPage(const Services& services, ShortcutCenter& shortcuts
                     tr("Press a key to record another one in its place. It works at once in every "
                        "window.")},
                    services.defaults, look, parent)
+    , m_notifications(services.notifications)
     , m_shortcuts(shortcuts)
 {
     makeTitleControls();
@@ -132,12 +133,25 @@ void ShortcutsPage::filter(const QString& words)
     const QString wanted = words.trimmed();
     bool any = false;
     for (ShortcutRow* row : m_rows) {
-        const bool matches = row->matches(wanted);
+        const bool matches = isAnswered(row->action()) && row->matches(wanted);
         row->setVisible(matches);
         any = any || matches;
     }
     m_nothing->setText(tr("No action has “%1” in its name or key.").arg(wanted));
     m_nothing->setVisible(!any);
+}
+
+/// A command that nothing in this program answers has no row.
+bool ShortcutsPage::isAnswered(ShortcutAction action) const
+{
+    const PostableCommand command = notification(action);
+    return !command || command.isObserved(m_notifications);
+}
+
+void ShortcutsPage::showEvent(QShowEvent* event)
+{
+    filter(m_filter->text());
+    SettingsPage::showEvent(event);
 }
 
 void ShortcutsPage::hideEvent(QHideEvent* event)

@@ -24,6 +24,7 @@ public:
     [[nodiscard]] ShortcutRow& row(ShortcutAction action) const;
 
 protected:
+    void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -35,7 +36,9 @@ private:
     void record(ShortcutAction action);
     void stopRecording();
     void filter(const QString& words);
+    [[nodiscard]] bool isAnswered(ShortcutAction action) const;
 
+    NotificationCenter& m_notifications;
     ShortcutCenter& m_shortcuts;
     QList<ShortcutRow*> m_rows;
     QLineEdit* m_filter = nullptr;

@@ -182,8 +182,12 @@ QSize LinkSheet::sizeHint() const
 
 std::optional<QString> LinkSheet::address() const
 {
-    if (target() == Target::note)
-        return InternalNoteLink::link(m_notes->currentData().toUuid());
+    if (target() == Target::note) {
+        const QUuid note = m_notes->currentData().toUuid();
+        // With the place in the note that it names.
+        return InternalNoteLink::noteID(m_place.address) == note ? m_place.address
+                                                                 : InternalNoteLink::link(note);
+    }
     return linkAddress(m_address->text());
 }
 

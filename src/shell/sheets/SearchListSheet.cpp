@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace orvane {
@@ -16,29 +17,42 @@ namespace {
 
 constexpr int cardWidth = 440;
 constexpr int padding = 28;
+constexpr int popoverWidth = 340;
+constexpr int popoverPadding = 12;
 constexpr int listHeight = 320;
+constexpr int popoverListHeight = 248;
 
 } // namespace
 
-SearchListSheet::SearchListSheet(const Words& words, QAbstractItemModel& model, Look& look,
-                                 QWidget* parent)
+SearchListSheet::SearchListSheet(const Words& words, QAbstractItemModel& model, Form form,
+                                 Look& look, QWidget* parent)
     : Sheet(look, parent)
+    , m_form(form)
     , m_field(new QLineEdit(this))
     , m_list(new QListView(this))
     , m_buttons(new QHBoxLayout)
 {
     setAccessibleName(words.title);
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(padding, padding - 4, padding, padding - 4);
+    const bool isSheet = form == Form::Sheet;
+    if (isSheet)
+        layout->setContentsMargins(padding, padding - 4, padding, padding - 4);
+    else
+        layout->setContentsMargins(popoverPadding, 8, popoverPadding, popoverPadding);
     layout->setSpacing(8);
-    layout->addWidget(makeLabel(words.title, TextStyle::WindowTitle));
+    layout->addLayout(makeHead(words.title));
     m_field->setPlaceholderText(words.placeholder);
     m_field->setAccessibleName(words.placeholder);
     m_field->installEventFilter(this);
+    if (!isSheet) {
+        m_field->addAction(look.icon(Symbol::Search, Surface::Card, &SurfaceTokens::textSecondary),
+                           QLineEdit::LeadingPosition);
+        m_list->viewport()->setAutoFillBackground(false);
+    }
     layout->addWidget(m_field);
     m_list->setModel(&model);
     m_list->setAccessibleName(words.title);
-    m_list->setFixedHeight(listHeight);
+    m_list->setFixedHeight(isSheet ? listHeight : popoverListHeight);
     m_list->setFrameShape(QFrame::NoFrame);
     m_list->setUniformItemSizes(true);
     m_list->setFocusPolicy(Qt::NoFocus);
@@ -52,6 +66,31 @@ SearchListSheet::SearchListSheet(const Words& words, QAbstractItemModel& model, 
     connect(m_list, &QListView::clicked, this, &SearchListSheet::clicked);
 }
 
+QLayout* SearchListSheet::makeHead(const QString& title)
+{
+    auto* head = new QHBoxLayout;
+    if (m_form == Form::Sheet) {
+        head->addWidget(makeLabel(title, TextStyle::WindowTitle));
+        return head;
+    }
+    head->addWidget(makeLabel(title, TextStyle::SectionHead, LabelInk::Secondary), 1);
+    auto* close = new QToolButton(this);
+    close->setIcon(look().icon(Symbol::Close, Surface::Card, &SurfaceTokens::textSecondary));
+    close->setIconSize({14, 14});
+    close->setFixedSize(24, 24);
+    close->setFocusPolicy(Qt::TabFocus);
+    close->setToolTip(tr("Close"));
+    close->setAccessibleName(tr("Close"));
+    connect(close, &QToolButton::clicked, this, [this] { dismiss(); });
+    head->addWidget(close);
+    return head;
+}
+
+Sheet::Placement SearchListSheet::placement() const
+{
+    return m_form == Form::Sheet ? Placement::Middle : Placement::Beside;
+}
+
 QWidget* SearchListSheet::initialFocus()
 {
     return m_field;
@@ -59,7 +98,7 @@ QWidget* SearchListSheet::initialFocus()
 
 QSize SearchListSheet::sizeHint() const
 {
-    return {cardWidth, layout()->sizeHint().height()};
+    return {m_form == Form::Sheet ? cardWidth : popoverWidth, layout()->sizeHint().height()};
 }
 
 void SearchListSheet::refresh()

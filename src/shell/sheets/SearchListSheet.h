@@ -22,12 +22,16 @@ public:
         QString placeholder;
     };
 
+    /// A sheet in the middle of the window, or a small one beside what it is about.
+    enum class Form { Sheet, Popover };
+
     /// The model lives as long as this.
-    SearchListSheet(const Words& words, QAbstractItemModel& model, Look& look,
+    SearchListSheet(const Words& words, QAbstractItemModel& model, Form form, Look& look,
                     QWidget* parent = nullptr);
 
     [[nodiscard]] QWidget* initialFocus() override;
     [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] Placement placement() const override;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -48,6 +52,9 @@ protected:
     [[nodiscard]] QHBoxLayout& buttons() const { return *m_buttons; }
 
 private:
+    [[nodiscard]] QLayout* makeHead(const QString& title);
+
+    Form m_form;
     QLineEdit* m_field;
     QListView* m_list;
     QHBoxLayout* m_buttons;

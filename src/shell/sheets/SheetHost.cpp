@@ -14,6 +14,7 @@ namespace orvane {
 namespace {
 
 constexpr int topPlacement = 96;
+constexpr int gapBeside = 12;
 
 QList<QWidget*> tabStops(QWidget* sheet)
 {
@@ -154,12 +155,30 @@ void SheetHost::layOut()
         if (sheet->hasHeightForWidth())
             size.setHeight(sheet->heightForWidth(size.width()));
         sheet->resize(size.boundedTo(room));
-        const int top = sheet->placement() == Sheet::Placement::Top
-                            ? std::min(topPlacement, (height() - sheet->height()) / 2)
-                            : (height() - sheet->height()) / 2;
-        sheet->move((width() - sheet->width()) / 2, top);
+        sheet->move(placeOf(*sheet));
     }
     update();
+}
+
+QPoint SheetHost::placeOf(const Sheet& sheet) const
+{
+    const QPoint middle((width() - sheet.width()) / 2, (height() - sheet.height()) / 2);
+    switch (sheet.placement()) {
+    case Sheet::Placement::Middle:
+        break;
+    case Sheet::Placement::Top:
+        return {middle.x(), std::min(topPlacement, middle.y())};
+    case Sheet::Placement::Beside: {
+        const bool isRightToLeft = layoutDirection() == Qt::RightToLeft;
+        const int x = isRightToLeft ? sheet.m_anchor.left() - gapBeside - sheet.width()
+                                    : sheet.m_anchor.right() + gapBeside;
+        const QPoint last(width() - sheet.width() - gapBeside,
+                          height() - sheet.height() - gapBeside);
+        return {std::max(gapBeside, std::min(x, last.x())),
+                std::max(gapBeside, std::min(sheet.m_anchor.top(), last.y()))};
+    }
+    }
+    return middle;
 }
 
 bool SheetHost::eventFilter(QObject* watched, QEvent* event)
@@ -173,7 +192,8 @@ void SheetHost::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     for (const Sheet* sheet : m_sheets) {
-        painter.fillRect(rect(), m_look.tokens().backdrop);
+        if (sheet->placement() != Sheet::Placement::Beside)
+            painter.fillRect(rect(), m_look.tokens().backdrop);
         drawCardShadow(painter, sheet->geometry(), 12);
     }
 }
@@ -181,7 +201,7 @@ void SheetHost::paintEvent(QPaintEvent*)
 void SheetHost::mousePressEvent(QMouseEvent* event)
 {
     event->accept();
-    if (topSheet() && topSheet()->placement() == Sheet::Placement::Top)
+    if (topSheet() && topSheet()->placement() != Sheet::Placement::Middle)
         topSheet()->dismiss();
 }
 

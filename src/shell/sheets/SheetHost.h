@@ -23,9 +23,12 @@ public:
     /// What Escape does: takes the answer that leaves things alone, or nothing where the sheet
     /// must be answered.
     virtual void dismiss() { close(); }
-    /// A sheet at the top is a tool of the moment: a press beside it dismisses it.
-    enum class Placement { Middle, Top };
+    /// A sheet at the top or beside something is a tool of the moment: a press beside it dismisses
+    /// it. Beside something it stands over a window that isn't dimmed.
+    enum class Placement { Middle, Top, Beside };
     [[nodiscard]] virtual Placement placement() const { return Placement::Middle; }
+    /// What it stands beside, in the window's coordinates.
+    void setAnchor(const QRect& anchor) { m_anchor = anchor; }
 
 signals:
     /// It has been answered and is gone from the screen.
@@ -44,6 +47,7 @@ private:
     friend class SheetHost;
     Look& m_look;
     QPointer<SheetHost> m_host;
+    QRect m_anchor;
 };
 
 /// Covers a window while it has sheets to show; the last one given is on top. One per window.
@@ -72,6 +76,7 @@ protected:
 private:
     friend class Sheet;
     void remove(Sheet* sheet);
+    [[nodiscard]] QPoint placeOf(const Sheet& sheet) const;
     void focusInto(Sheet* sheet);
 
     Look& m_look;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/toolbar/ProjectMenu.h"
 
+#include "shell/commands/AppMenus.h"
 #include "shell/projects/ProjectActions.h"
 
 #include <QMenu>
@@ -20,7 +21,7 @@ void fill(QMenu& menu, AppState& appState, ProjectActions& actions, QAction& sho
          projects.first(std::min(projects.size(), mostProjects))) {
         const QString title = menu.fontMetrics().elidedText(project.titleForDisplay().simplified(),
                                                             Qt::ElideRight, longestTitle);
-        QAction* item = menu.addAction(QString(title).replace(u'&', QStringLiteral("&&")));
+        QAction* item = menu.addAction(menuText(title));
         const bool isOpen =
             appState.projectSession().currentProject() &&
             appState.projectSession().currentProject()->rootPath == project.rootPath;

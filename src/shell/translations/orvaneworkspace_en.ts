@@ -161,10 +161,69 @@
 <context>
     <name>orvane::MoveToSheet</name>
     <message numerus="yes">
-        <source>Move %n Rows To</source>
+        <source>Move %n notes to…</source>
         <translation>
-            <numerusform>Move %n Row To</numerusform>
-            <numerusform>Move %n Rows To</numerusform>
+            <numerusform>Move %n note to…</numerusform>
+            <numerusform>Move %n notes to…</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Move %n folders to…</source>
+        <translation>
+            <numerusform>Move %n folder to…</numerusform>
+            <numerusform>Move %n folders to…</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Move %n rows to…</source>
+        <translation>
+            <numerusform>Move %n row to…</numerusform>
+            <numerusform>Move %n rows to…</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>orvane::PasteStrip</name>
+    <message numerus="yes">
+        <source>%Ln footnotes</source>
+        <translation>
+            <numerusform>%Ln footnote</numerusform>
+            <numerusform>%Ln footnotes</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln comments</source>
+        <translation>
+            <numerusform>%Ln comment</numerusform>
+            <numerusform>%Ln comments</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln text boxes</source>
+        <translation>
+            <numerusform>%Ln text box</numerusform>
+            <numerusform>%Ln text boxes</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln pictures</source>
+        <translation>
+            <numerusform>%Ln picture</numerusform>
+            <numerusform>%Ln pictures</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln headers and footers</source>
+        <translation>
+            <numerusform>%Ln header or footer</numerusform>
+            <numerusform>%Ln headers and footers</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln embedded objects</source>
+        <translation>
+            <numerusform>%Ln embedded object</numerusform>
+            <numerusform>%Ln embedded objects</numerusform>
         </translation>
     </message>
 </context>

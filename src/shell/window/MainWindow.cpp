@@ -273,7 +273,11 @@ CommandContext MainWindow::commandContext() const
             .canGoBack = m_appState.selection().canNavigateMainEditorBack(),
             .canGoForward = m_appState.selection().canNavigateMainEditorForward(),
             .writesRichText = m_editor && m_editor->session().mode() == EditorMode::richText,
-            .mayHaveFormatting = m_editor && m_editor->session().mode() != EditorMode::markdown};
+            .mayHaveFormatting = m_editor && m_editor->session().mode() != EditorMode::markdown,
+            .showsBinder = m_actions.toggleBinder->isChecked(),
+            .showsInspector = m_actions.toggleInspector->isChecked(),
+            .showsVersions =
+                m_inspector && m_inspector->section() == InspectorView::Section::Versions};
 }
 
 void MainWindow::addKey(FixedKey key, std::function<void()> act)
@@ -326,6 +330,15 @@ void MainWindow::makeDirectCommands()
             return showsPanes() && m_appState.canCreateOrEdit() &&
                    m_appState.selection().selectedBinderRowID();
         });
+    const auto showSection = [this](InspectorView::Section section) {
+        PaneLayoutSettings::inspectorVisible.write(m_appState.services().defaults, true);
+        m_inspector->showSection(section);
+        m_inspector->focusSection();
+    };
+    m_commands.setDirect(DirectCommand::ShowDetails,
+                         [showSection] { showSection(InspectorView::Section::Details); });
+    m_commands.setDirect(DirectCommand::ShowVersions,
+                         [showSection] { showSection(InspectorView::Section::Versions); });
     m_commands.setDirect(DirectCommand::Guide, [this] { m_projectActions->showGuide(); });
     m_commands.setDirect(DirectCommand::About, [this] { showAbout(); });
     addKey(FixedKey::quit, [this] { close(); });
@@ -444,6 +457,7 @@ void MainWindow::newNote()
 void MainWindow::presentMoveSheet(const QList<BinderRowID>& rows)
 {
     auto* sheet = new MoveToSheet(m_appState, rows, m_look);
+    sheet->setAnchor(m_binder->rectOfRows(*this));
     connect(sheet, &MoveToSheet::newFolderRequested, this,
             [this, sheet, rows](const std::optional<QUuid>& parent) {
                 const FolderRecord* above = parent ? m_appState.folder(*parent) : nullptr;
