@@ -12,6 +12,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double asideIndent = 24; // points
+/// The yellow of a marker, thin enough for black and for white letters.
+constexpr RgbaColor asideTint{0.98, 0.78, 0.24, 0.18};
 constexpr qsizetype nameDigits = 12;
 
 // One paragraph, whatever it was made of.
@@ -138,6 +140,7 @@ void RtfInterpreter::insertMarked()
         return;
     ParagraphStyle paragraph;
     paragraph.headIndent = paragraph.firstLineHeadIndent = asideIndent;
+    paragraph.background = asideTint;
     for (const AttributedString& marked : std::exchange(m_marked, {})) {
         marked.forEachCharacterRun(
             marked.fullRange(), [&](TextRange run, const SharedCharacterStyle& style) {

@@ -115,8 +115,8 @@ void setColorChannel(RtfInterpreter& interpreter, RtfParameter parameter, int sh
 void setPictureFormat(RtfInterpreter& interpreter, RtfParameter, int format)
 {
     interpreter.picture.kind =
-        format == 0 ? QCoreApplication::translate("RtfReader", "[Picture left out: metafile]")
-                    : QCoreApplication::translate("RtfReader", "[Picture left out: bitmap]");
+        format == 0 ? QCoreApplication::translate("RtfReader", "metafile", "kind of picture")
+                    : QCoreApplication::translate("RtfReader", "bitmap", "kind of picture");
 }
 
 template <int RtfInterpreter::Picture::*member>

@@ -7,6 +7,7 @@
 #include "text/rtf/RtfWords.h"
 #include "text/value/OrvaneNoteImageAttachment.h"
 
+#include <QCoreApplication>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -39,6 +40,17 @@ int hexDigit(char c)
         return c - '0';
     const char lower = char(c | 0x20);
     return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+}
+
+/// What stands in the place of a picture that can't be shown; sizes in twips, 0 where unknown.
+QString leftOutWords(const QString& kind, int width, int height)
+{
+    if (width <= 0 || height <= 0)
+        return QCoreApplication::translate("RtfReader", "[Picture left out: %1]").arg(kind);
+    constexpr double twipsPerCentimetre = 1440 / 2.54;
+    return QCoreApplication::translate("RtfReader", "[Picture left out: %1, %2 × %3 cm]")
+        .arg(kind, QString::number(width / twipsPerCentimetre, 'f', 1),
+             QString::number(height / twipsPerCentimetre, 'f', 1));
 }
 
 } // namespace
@@ -382,7 +394,7 @@ void RtfInterpreter::endPicture()
         return;
     if (!isPicture(finished.data)) {
         if (!finished.kind.isEmpty() && !finished.data.isEmpty())
-            insertPlaceholder(finished.kind);
+            insertPlaceholder(leftOutWords(finished.kind, finished.width, finished.height));
         return;
     }
     auto image = OrvaneNoteImageAttachment::fromImageData(finished.data, std::nullopt, m_newId());

@@ -27,6 +27,15 @@ QByteArrayView underlineWord(TextLine line)
     return words[std::size_t(line)];
 }
 
+/// A thin colour as it looks on white: the format knows no other.
+RgbaColor onPaper(const RgbaColor& color)
+{
+    const auto over = [&](double part) {
+        return 1 - color.alpha * (1 - part);
+    };
+    return {over(color.red), over(color.green), over(color.blue), 1};
+}
+
 } // namespace
 
 RtfWriter::RtfWriter(const AttributedString& document, const HeadingSizes& headings)
@@ -185,7 +194,7 @@ QByteArray RtfWriter::characterWords(const CharacterStyle& style)
     if (style.foreground)
         appendRtfWord(words, "\\cf", m_palette.color(*style.foreground));
     if (style.background && style.background->alpha > 0) {
-        const int color = m_palette.color(*style.background);
+        const int color = m_palette.color(onPaper(*style.background));
         appendRtfWord(words, "\\chshdng0\\chcbpat", color);
         appendRtfWord(words, "\\cb", color);
     }
@@ -307,7 +316,7 @@ QByteArray RtfWriter::paragraphWords(const ParagraphStyle& style)
     if (style.widowControl)
         words.append("\\widctlpar");
     if (style.background && style.background->alpha > 0)
-        appendRtfWord(words, "\\cbpat", m_palette.color(*style.background));
+        appendRtfWord(words, "\\cbpat", m_palette.color(onPaper(*style.background)));
     words.append(' ');
     return words;
 }
