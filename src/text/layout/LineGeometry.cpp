@@ -30,14 +30,22 @@ bool isRightToLeft(QChar character)
            direction == QChar::DirRLE || direction == QChar::DirRLO || direction == QChar::DirRLI;
 }
 
+bool isLeftToRight(QChar character)
+{
+    const QChar::Direction direction = character.direction();
+    return direction == QChar::DirL || direction == QChar::DirEN || direction == QChar::DirLRE ||
+           direction == QChar::DirLRO || direction == QChar::DirLRI;
+}
+
 } // namespace
 
 LineGeometry::LineGeometry(const QTextLayout& layout, const QTextLine& line, QStringView text)
     : m_layout(layout)
     , m_line(line)
     , m_lineText(text.mid(line.textStart(), line.textLength()))
-    , m_hasBothDirections(std::any_of(m_lineText.begin(), m_lineText.end(), isRightToLeft))
     , m_runsRightToLeft(layout.textOption().textDirection() == Qt::RightToLeft)
+    , m_hasBothDirections(std::any_of(m_lineText.begin(), m_lineText.end(),
+                                      m_runsRightToLeft ? isLeftToRight : isRightToLeft))
 {
     if (m_hasBothDirections || m_runsRightToLeft)
         findUndrawnBlanks();
@@ -90,6 +98,21 @@ int LineGeometry::placeAt(qreal x) const
     return nearest;
 }
 
+// It has no glyph, and runs as the paragraph does whatever stands beside it (UAX #9, L1). So it
+// reaches to the next caret on that side.
+Stretch LineGeometry::stretchOfTab(int tab) const
+{
+    const qreal start = caretX(tab);
+    qreal end = start;
+    for (int place = m_line.textStart(); place <= m_line.textStart() + m_lineText.size(); ++place) {
+        const qreal x = caretX(place);
+        const bool isBehind = m_runsRightToLeft ? x < start - sameCaret : x > start + sameCaret;
+        if (isBehind && (end == start || std::abs(x - start) < std::abs(end - start)))
+            end = x;
+    }
+    return {std::min(start, end), std::max(start, end)};
+}
+
 QList<Stretch> LineGeometry::stretchesOf(int from, int to) const
 {
     if (!m_hasBothDirections) {
@@ -103,6 +126,10 @@ QList<Stretch> LineGeometry::stretchesOf(int from, int to) const
         const QList<QPointF> advances = run.rawFont().advancesForGlyphIndexes(run.glyphIndexes());
         for (qsizetype i = 0; i < positions.size(); ++i)
             glyphs.append({positions[i].x(), positions[i].x() + advances[i].x()});
+    }
+    for (int place = from; place < to; ++place) {
+        if (m_lineText[place - m_line.textStart()] == u'\t')
+            glyphs.append(stretchOfTab(place));
     }
     std::sort(glyphs.begin(), glyphs.end());
     // Kerning and justification leave small gaps between neighbours.

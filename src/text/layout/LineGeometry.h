@@ -24,17 +24,19 @@ public:
     [[nodiscard]] qreal caretX(int place) const;
     /// The place in the line whose caret stands nearest to `x`; of several the first.
     [[nodiscard]] int placeAt(qreal x) const;
-    /// The stretches that the glyphs of [from, to) form, left and right, as few as can be.
+    /// The stretches that the glyphs and tabs of [from, to) form, left and right, as few
+    /// as can be.
     [[nodiscard]] QList<std::pair<qreal, qreal>> stretchesOf(int from, int to) const;
 
 private:
     void findUndrawnBlanks();
+    [[nodiscard]] std::pair<qreal, qreal> stretchOfTab(int tab) const;
 
     const QTextLayout& m_layout;
     QTextLine m_line;
     QStringView m_lineText;
-    bool m_hasBothDirections;
     bool m_runsRightToLeft;
+    bool m_hasBothDirections; ///< something in it runs against the paragraph
     qreal m_undrawn = 0;      ///< the width of the blanks that aren't drawn
     qreal m_undrawnRight = 0; ///< up to where the toolkit's caret has them
 };

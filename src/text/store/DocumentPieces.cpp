@@ -65,10 +65,12 @@ void DocumentPieces::forEachFormat(
 {
     const auto& pieces = m_access->pieces;
     qsizetype position = range.location;
-    for (auto piece = pieces.find(int(position)); position < range.end(); ++piece) {
-        const auto end = std::min<qsizetype>(piece.position() + int(piece.size()), range.end());
-        visit(TextRange::between(position, end),
-              pieces.formatCollection()->charFormat(piece->format));
+    for (auto piece = pieces.find(int(position)); position < range.end();) {
+        const int format = piece->format;
+        qsizetype end = position;
+        for (; end < range.end() && piece->format == format; ++piece)
+            end = std::min<qsizetype>(piece.position() + int(piece.size()), range.end());
+        visit(TextRange::between(position, end), pieces.formatCollection()->charFormat(format));
         position = end;
     }
 }

@@ -37,7 +37,8 @@ public:
     /// How often `character` stands in `range`.
     [[nodiscard]] qsizetype count(QChar character, TextRange range) const;
     [[nodiscard]] QTextCharFormat formatAt(int position) const;
-    /// Calls `visit` for the runs of one format in `range` in turn; neighbours may be equal.
+    /// Calls `visit` for the runs of one format in `range` in turn; however often the text was
+    /// edited, neighbours in one paragraph differ.
     void forEachFormat(TextRange range,
                        const std::function<void(TextRange, const QTextCharFormat&)>& visit) const;
 
