@@ -13,9 +13,9 @@
 namespace orvane::OrvaneWorkspaceRTF {
 
 /// The document as RTF that word processors read: fonts, sizes, colours, highlight, bold, italic,
-/// underline, strike, super- and subscript, alignment, indents, tabs, spacing, hyperlinks, tables
-/// and pictures (a chart as its picture), and the colour of the page where one is given. Nothing
-/// for an empty document.
+/// underline, strike, super- and subscript, alignment, indents, tabs, spacing, hyperlinks, link
+/// targets, tables and pictures (a chart as its picture), and the colour of the page where one is
+/// given. Nothing for an empty document.
 ///
 /// List items (`ListItems.h`) are items of lists, and headings, which are told by the sizes that
 /// they have at this person's (`headings`), are headings, for outlines and numbering.

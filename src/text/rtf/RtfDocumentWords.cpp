@@ -68,6 +68,14 @@ void beginAside(RtfInterpreter& interpreter, RtfParameter, int kind)
     interpreter.beginAside(RtfInterpreter::AsideKind(kind));
 }
 
+void beginTargetName(RtfInterpreter& interpreter, RtfParameter, int)
+{
+    if (interpreter.state().destination == RtfDestination::body)
+        interpreter.collect(RtfDestination::targetName);
+    else
+        interpreter.skipGroup();
+}
+
 void skipHeader(RtfInterpreter& interpreter, RtfParameter, int)
 {
     if (interpreter.state().destination == RtfDestination::body)
@@ -174,6 +182,7 @@ void addDestinations(RtfWordTable& table)
         {"dptxbxtext", {beginAside, int(RtfInterpreter::AsideKind::textBox)}},
         {"footnote", {beginAside, int(RtfInterpreter::AsideKind::footnote)}},
         {"annotation", {beginAside, int(RtfInterpreter::AsideKind::comment)}},
+        {"bkmkstart", {beginTargetName}},
         {"atnauthor", {collect, int(RtfDestination::commentAuthor)}},
         {"sn", {beginShapePart, int(RtfDestination::shapeName)}},
         {"sv", {beginShapePart, int(RtfDestination::shapeValue)}},
@@ -186,23 +195,13 @@ void addDestinations(RtfWordTable& table)
     for (const char* name :
          {"header", "headerl", "headerr", "headerf", "footer", "footerl", "footerr", "footerf"})
         table.insert({name, {skipHeader}});
-    for (const char* name : {"stylesheet", "info",
-                             "nonshppict", "shprslt",
-                             "listtable",  "listoverridetable",
-                             "revtbl",     "rsidtbl",
-                             "filetbl",    "xe",
-                             "tc",         "bkmkstart",
-                             "bkmkend",    "atnid",
-                             "template",   "private",
-                             "ftnsep",     "ftnsepc",
-                             "aftnsep",    "aftnsepc",
-                             "objdata",    "objclass",
-                             "objname",    "falt",
-                             "panose",     "fontemb",
-                             "fontfile",   "themedata",
-                             "datafield",  "rxe",
-                             "txe",        "nesttableprops",
-                             "picprop",    "blipuid"})
+    for (const char* name :
+         {"stylesheet", "info",      "nonshppict", "shprslt", "revtbl",         "rsidtbl",
+          "filetbl",    "xe",        "tc",         "bkmkend", "atnid",          "template",
+          "private",    "ftnsep",    "ftnsepc",    "aftnsep", "aftnsepc",       "objdata",
+          "objclass",   "objname",   "falt",       "panose",  "fontemb",        "fontfile",
+          "themedata",  "datafield", "rxe",        "txe",     "nesttableprops", "picprop",
+          "blipuid"})
         table.insert({name, {skip}});
 }
 

@@ -2,9 +2,9 @@
 #include "text/rtf/RtfInterpreter.h"
 
 #include "text/layout/LineBreaker.h"
-#include "text/rtf/ImportedList.h"
 #include "text/rtf/RtfFontName.h"
 #include "text/rtf/RtfWords.h"
+#include "text/value/LinkTargets.h"
 #include "text/value/OrvaneNoteImageAttachment.h"
 
 #include <QCoreApplication>
@@ -22,6 +22,7 @@ namespace {
 constexpr std::size_t deepestState = 500;
 constexpr qsizetype longestCollected = 65'536;
 constexpr qsizetype longestListMarker = 32;
+constexpr qsizetype longestTargetName = 256;
 
 bool isPicture(const QByteArray& data)
 {
@@ -90,6 +91,7 @@ AttributedString RtfInterpreter::finish()
     insertMarked();
     AttributedString text = m_builder.finish(endingParagraphStyle());
     appendFootnotes(text);
+    dropUnlinkedTargets(text);
     return text;
 }
 
@@ -176,6 +178,8 @@ void RtfInterpreter::endDestination(RtfDestination closed)
         return endField();
     case RtfDestination::listText:
         return endListText();
+    case RtfDestination::levelText:
+        return endLevelText();
     case RtfDestination::numbering:
         return endNumbering();
     case RtfDestination::numberingBefore:
@@ -192,6 +196,9 @@ void RtfInterpreter::endDestination(RtfDestination closed)
         return;
     case RtfDestination::commentAuthor:
         m_commentAuthor = std::exchange(m_collected, {}).trimmed();
+        return;
+    case RtfDestination::targetName:
+        m_targetName = std::exchange(m_collected, {}).trimmed().left(longestTargetName);
         return;
     case RtfDestination::shapeName:
         m_shapeName = std::exchange(m_collected, {}).trimmed();
@@ -300,6 +307,8 @@ void RtfInterpreter::insertText(QStringView text)
         }
         if (m_isPageBreak && !text.isEmpty())
             endParagraph();
+        if (!m_targetName.isEmpty())
+            insertTarget(text);
         m_builder.text(text, currentStyle());
         return;
     }
@@ -313,9 +322,11 @@ void RtfInterpreter::insertText(QStringView text)
         return;
     case RtfDestination::fieldInstruction:
     case RtfDestination::listText:
+    case RtfDestination::levelText:
     case RtfDestination::numberingBefore:
     case RtfDestination::numberingAfter:
     case RtfDestination::commentAuthor:
+    case RtfDestination::targetName:
     case RtfDestination::shapeName:
     case RtfDestination::shapeValue:
         if (m_collected.isEmpty())
@@ -373,8 +384,34 @@ void RtfInterpreter::endField()
     m_links.append(target);
 }
 
+// The first letter behind a bookmark is the place; a link that leads there needs no more.
+void RtfInterpreter::insertTarget(QStringView& text)
+{
+    if (text.isEmpty())
+        return;
+    // Half of a letter may come by itself, and the other half behind it.
+    const bool isHigh = text[0].isHighSurrogate();
+    const qsizetype length = isHigh && text.size() > 1 ? 2 : 1;
+    CharacterStyle style = *currentStyle();
+    style.targetName = m_targetName;
+    m_builder.text(text.first(length), style);
+    text = text.sliced(length);
+    if (!isHigh || length == 2)
+        m_targetName.clear();
+}
+
+// The first character is the number of those that follow.
+void RtfInterpreter::endLevelText()
+{
+    const QString text = std::exchange(m_collected, {});
+    if (RtfListCounter::Level* level = lists.level(); level && !text.isEmpty())
+        level->text = text.sliced(1, std::min<qsizetype>(text[0].unicode(), text.size() - 1))
+                          .left(longestListMarker);
+}
+
 void RtfInterpreter::endListText()
 {
+    m_hasListText = m_builder.isAtLineStart();
     const QString marker = std::exchange(m_collected, {}).trimmed();
     if (m_builder.isAtLineStart() && marker.size() <= longestListMarker)
         m_listMarker = marker;
@@ -505,118 +542,6 @@ QString RtfInterpreter::decoded(QByteArrayView bytes)
     for (const char byte : bytes)
         text += symbolCharacter(uchar(byte), family);
     return text;
-}
-
-const SharedCharacterStyle& RtfInterpreter::currentStyle()
-{
-    const RtfCharacterFormat& format = state().characters;
-    if (m_styledFormat == format && m_style.identity())
-        return m_style;
-    const bool mirrors = format.rightToLeft;
-    const int halfPoints = mirrors && format.rightToLeftHalfPoints > 0
-                               ? format.rightToLeftHalfPoints
-                               : format.halfPoints;
-    const bool isBold = mirrors ? format.rightToLeftBold.value_or(format.bold) : format.bold;
-    const bool isItalic =
-        mirrors ? format.rightToLeftItalic.value_or(format.italic) : format.italic;
-    CharacterStyle style;
-    style.font =
-        TextFont{fonts.value(currentFont()).family, halfPoints / 2.0, isBold ? 700 : 400, isItalic};
-    style.foreground = colorOf(format.foreground);
-    style.background = colorOf(format.background);
-    style.underline = TextLine(format.underline);
-    style.strikethrough = TextLine(format.strikethrough);
-    style.baselineShift = format.baselineShift;
-    style.link = m_links.value(format.link);
-    m_style = m_characterStyles.intern(style, m_style);
-    m_styledFormat = format;
-    return m_style;
-}
-
-// The level of a list item may stand behind its marker, so the marker waits for the end.
-ParagraphStyle RtfInterpreter::endingParagraphStyle()
-{
-    ParagraphStyle style = currentParagraphStyle();
-    const RtfParagraphFormat& format = *std::as_const(state().paragraph);
-    const QString number = numberedMarker(format);
-    QString marker = std::exchange(m_listMarker, {});
-    const RtfCharacterFormat markerFormat = marker.isEmpty() ? state().characters : m_markerFormat;
-    if (marker.isEmpty())
-        marker = number;
-    if (marker.isEmpty())
-        return style;
-    const bool isItem = (format.inList || format.numbering >= 0) && !m_builder.isBehindLine();
-    const int level = format.inList           ? format.listLevel
-                      : format.numbering >= 0 ? m_numberings[format.numbering].level
-                                              : 0;
-    m_builder.textBefore(ImportedList::prefix(marker, level), markerStyle(markerFormat));
-    return isItem ? ImportedList::style(std::move(style), marker, level) : style;
-}
-
-// Its font is that of the text: markers name fonts of pictures, and often no size.
-CharacterStyle RtfInterpreter::markerStyle(const RtfCharacterFormat& format)
-{
-    const CharacterStyle first = *m_builder.lineStyle(currentStyle());
-    CharacterStyle style;
-    style.font = first.font;
-    if (style.font) {
-        style.font->weight = format.bold ? 700 : 400;
-        style.font->italic = format.italic;
-    }
-    style.foreground = colorOf(format.foreground);
-    style.background = colorOf(format.background);
-    return style;
-}
-
-std::optional<RgbaColor> RtfInterpreter::colorOf(int index) const
-{
-    const QRgb found = color(index);
-    if (qAlpha(found) == 0)
-        return std::nullopt;
-    return RgbaColor::fromQColor(QColor::fromRgba(found));
-}
-
-QString RtfInterpreter::numberedMarker(const RtfParagraphFormat& format)
-{
-    if (format.numbering < 0) {
-        m_lastNumbering = -1;
-        return {};
-    }
-    const RtfNumbering& numbers = m_numberings[format.numbering];
-    if (numbers.isUnmarked || m_builder.isAtLineStart())
-        return {};
-    const bool continues = std::exchange(m_lastNumbering, format.numbering) == format.numbering;
-    m_lastNumber = continues ? m_lastNumber + 1 : numbers.start;
-    if (numbers.isBullet)
-        return numbers.before.isEmpty() ? u"•"_s : numbers.before;
-    return numbers.before + ImportedList::numberText(numbers.kind, m_lastNumber) + numbers.after;
-}
-
-ParagraphStyle RtfInterpreter::currentParagraphStyle() const
-{
-    const RtfParagraphFormat& format = *std::as_const(m_states.back().paragraph);
-    ParagraphStyle style;
-    style.alignment = format.alignment;
-    style.direction = format.direction;
-    style.headIndent = format.leftIndent / twipsPerPoint;
-    style.firstLineHeadIndent = (format.leftIndent + format.firstIndent) / twipsPerPoint;
-    style.tailIndent = -format.rightIndent / twipsPerPoint + 0.0;
-    style.tabStops = format.tabs;
-    style.defaultTabInterval = defaultTab / twipsPerPoint;
-    if (format.lineSpacing != 0 && format.lineSpacingIsMultiple)
-        style.lineHeightMultiple = std::abs(format.lineSpacing) / 240.0;
-    else if (format.lineSpacing != 0)
-        style.minimumLineHeight = std::abs(format.lineSpacing) / twipsPerPoint;
-    if (format.lineSpacing < 0 && !format.lineSpacingIsMultiple)
-        style.maximumLineHeight = style.minimumLineHeight;
-    style.spacingBefore = format.spaceBefore / twipsPerPoint;
-    style.spacingAfter = format.spaceAfter / twipsPerPoint;
-    style.hyphenationFactor = format.hyphenates ? 1 : 0;
-    style.keepLinesTogether = format.keepsTogether;
-    style.keepWithNext = format.keepsWithNext;
-    style.widowControl = format.controlsWidows;
-    style.background = colorOf(format.background);
-    return style;
 }
 
 } // namespace orvane

@@ -3,6 +3,7 @@
 
 #include "text/rtf/RtfBuilder.h"
 #include "text/rtf/RtfCodePages.h"
+#include "text/rtf/RtfListCounter.h"
 #include "text/rtf/RtfState.h"
 #include "text/rtf/RtfTokenizer.h"
 #include "text/value/ImportedText.h"
@@ -102,6 +103,7 @@ public:
     Picture picture;
     QStringList placeholders; ///< of the shape that is being read
     RtfNumbering numbering;   ///< that is being defined
+    RtfListCounter lists;
     std::optional<RgbaColor> pageBackground;
     ImportAccount account;
 
@@ -118,6 +120,8 @@ private:
 
     void endField();
     void endListText();
+    void endLevelText();
+    void insertTarget(QStringView& text);
     void endNumbering();
     void endPicture();
     void endShapeValue();
@@ -165,6 +169,8 @@ private:
     QString m_shapeName;
     QStringList m_links;
     QString m_listMarker;
+    bool m_hasListText = false; // the document says the marker itself, which may be none
+    QString m_targetName;       // of the text that comes
     RtfCharacterFormat m_markerFormat;
     bool m_hasPageToBegin = false; // since the last paragraph ended
     QList<RtfNumbering> m_numberings;

@@ -76,7 +76,10 @@ void setPageBegin(RtfInterpreter& interpreter, RtfParameter parameter, int)
 
 void setList(RtfInterpreter& interpreter, RtfParameter parameter, int)
 {
-    interpreter.paragraph().inList = parameter.value > 0;
+    if (interpreter.state().destination == RtfDestination::listOverrideTable)
+        interpreter.lists.setOverrideNumber(parameter.value);
+    else
+        interpreter.paragraph().list = std::max(0, parameter.value);
 }
 
 void setListLevel(RtfInterpreter& interpreter, RtfParameter parameter, int)

@@ -19,7 +19,8 @@ struct RtfContent {
 };
 
 /// Reads Rich Text Format: fonts, sizes, colours, highlight, bold, italic, underline, strike,
-/// super- and subscript, alignment, indents, tabs, spacing, lists, hyperlinks, tables, PNG and JPEG
+/// super- and subscript, alignment, indents, tabs, spacing, lists (also those that only the list
+/// table describes), hyperlinks, bookmarks that one of them leads to, tables, PNG and JPEG
 /// pictures, the page's background, Unicode and the code pages of the font table. What it does not
 /// know it skips.
 ///

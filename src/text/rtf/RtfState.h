@@ -24,12 +24,16 @@ enum class RtfDestination : quint8 {
     colorTable,
     fieldInstruction,
     listText,
+    listTable,
+    listOverrideTable,
+    levelText,       ///< of a level of a list that is being defined
     numbering,       ///< `\pn`, numbering of the days before list tables
     numberingBefore, ///< what stands before and behind its numbers
     numberingAfter,
     picture,
     commentAuthor,
-    shape, ///< a drawing's description; text stands in groups of their own within it
+    targetName, ///< of the place that follows
+    shape,      ///< a drawing's description; text stands in groups of their own within it
     pageBackground,
     shapeName,
     shapeValue,
@@ -86,7 +90,7 @@ struct RtfParagraphFormat : QSharedData {
     int background = noColorIndex;
     int numbering = -1; ///< of the `\pn` kind
     int listLevel = 0;
-    bool inList = false;
+    int list = 0; ///< by the override that it names; 0 for none
     TabAlignment nextTab = TabAlignment::left;
     QList<TextTab> tabs;
 };

@@ -29,7 +29,7 @@ using RtfWordTable = std::unordered_map<std::string_view, RtfWord>;
 void addCharacterWords(RtfWordTable& table);
 void addParagraphWords(RtfWordTable& table);
 void addTableWords(RtfWordTable& table);
-/// Numbering that paragraphs define themselves, without a list table.
+/// Numbering: the list tables, and what paragraphs define themselves.
 void addNumberingWords(RtfWordTable& table);
 /// The header, and the words that begin a destination or hold a special character.
 void addDocumentWords(RtfWordTable& table);

@@ -131,10 +131,22 @@ void RtfWriter::writeText(TextRange range)
         if (note != m_footnotes.constEnd() && !style->targetName.isEmpty())
             return writeFootnote(*note);
         useLink(style->link);
+        const QString& name = style->targetName;
+        if (!name.isEmpty())
+            writeTarget("{\\*\\bkmkstart ", name);
         useStyle(style);
         writeStyledText(QStringView(m_document.text()).sliced(run.location, run.length), style);
+        if (!name.isEmpty())
+            writeTarget("{\\*\\bkmkend ", name);
     });
     useLink({});
+}
+
+void RtfWriter::writeTarget(QByteArrayView word, const QString& name)
+{
+    m_body.append(word);
+    appendRtfText(m_body, name);
+    m_body.append('}');
 }
 
 void RtfWriter::writeFootnote(const Footnote& note)
@@ -215,8 +227,10 @@ void RtfWriter::useLink(const QString& link)
         return;
     QString target = link;
     target.replace(u'"', u"%22"_s).replace(u'\\', u"\\\\"_s);
-    m_body.append("{\\field{\\*\\fldinst{HYPERLINK \"");
-    appendRtfText(m_body, target);
+    m_body.append("{\\field{\\*\\fldinst{HYPERLINK ");
+    const bool isWithin = target.size() > 1 && target.startsWith(u'#');
+    m_body.append(isWithin ? "\\\\l \"" : "\"");
+    appendRtfText(m_body, isWithin ? QStringView(target).sliced(1) : QStringView(target));
     m_body.append("\"}}{\\fldrslt ");
 }
 

@@ -31,6 +31,7 @@ private:
     void writeRow(const QList<TablePlace>& row, const QList<int>& edges);
     void writeCellContents(const QList<TextParagraph>& paragraphs);
     void writeText(TextRange range);
+    void writeTarget(QByteArrayView word, const QString& name);
     void writeFootnote(const Footnote& note);
     void writeStyledText(QStringView text, const SharedCharacterStyle& style);
     void useStyle(const SharedCharacterStyle& style);
