@@ -111,7 +111,8 @@ Measurement key(Page page)
     return measured;
 }
 
-/// One row of as many bytes, with the store's settings: the journal is not folded while one waits.
+/// One row of as many bytes, with the store's settings: the write-ahead log is not checkpointed
+/// while one waits.
 class PlainRow {
 public:
     PlainRow()
@@ -145,7 +146,7 @@ public:
     }
 
     /// What the store does when nobody waits.
-    void foldJournal() { run("PRAGMA wal_checkpoint(TRUNCATE)"); }
+    void checkpoint() { run("PRAGMA wal_checkpoint(TRUNCATE)"); }
 
 private:
     void run(const char* statement)
@@ -186,7 +187,7 @@ Measurement flush(bool afterPause)
             const QByteArray rtf = stored.bodyRTF->readOrNothing();
             const QByteArray rich = stored.richContentPayload->readOrNothing();
             const double time = seconds([&] { plain.updateAndCommit(body, rtf, rich); });
-            plain.foldJournal();
+            plain.checkpoint();
             return 1e3 * time;
         });
 }

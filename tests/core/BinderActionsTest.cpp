@@ -132,7 +132,7 @@ TEST_F(BinderActionsTest, NotesAreSortedInAPersonsOrder)
         {BinderSortOrder::CreatedOldest, "31 32 34 35 36 "},
     };
     for (const Row& row : table) {
-        SCOPED_TRACE(storedValue(row.order).toStdString());
+        SCOPED_TRACE(rawValue(row.order).toStdString());
         std::string shown;
         const auto sorted = sortedNotes(notes, row.order);
         const NoteOrder order(row.order);
@@ -145,9 +145,9 @@ TEST_F(BinderActionsTest, NotesAreSortedInAPersonsOrder)
         if (row.shown) {
             EXPECT_EQ(shown, row.shown);
         }
-        EXPECT_EQ(orvane::binderSortOrder(storedValue(row.order)), row.order);
+        EXPECT_EQ(orvane::binderSortOrder(rawValue(row.order)), row.order);
     }
-    EXPECT_EQ(storedValue(BinderSortOrder::AlphabeticalAZ), u"A → Z"_s);
+    EXPECT_EQ(rawValue(BinderSortOrder::AlphabeticalAZ), u"A → Z"_s);
     EXPECT_EQ(orvane::binderSortOrder(u"by mood"_s), BinderSortOrder::Custom);
 }
 

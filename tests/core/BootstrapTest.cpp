@@ -45,8 +45,8 @@ TEST(Bootstrap, DecidesWhatIsSeenFirst)
     }
     for (const Destination each :
          {Destination::Projects, Destination::LastProject, Destination::LastNote})
-        EXPECT_EQ(launchDestination(storedValue(each)), each);
-    EXPECT_EQ(launchDestination(QString()), std::nullopt);
+        EXPECT_EQ(fromRawValue<OrvaneWorkspaceLaunchDestination>(rawValue(each)), each);
+    EXPECT_EQ(fromRawValue<OrvaneWorkspaceLaunchDestination>(QString()), std::nullopt);
 }
 
 const auto everything = [](const QUuid&) {

@@ -121,7 +121,7 @@ TEST_F(StoreFixture, WritesOnlyWhatDiffers)
     controller = open();
     memory = controller->load();
     auto grown = [&, before = qint64(0)]() mutable {
-        const qint64 now = QFileInfo(journal()).size();
+        const qint64 now = QFileInfo(wal()).size();
         return now - std::exchange(before, now);
     };
     grown();
@@ -148,13 +148,13 @@ TEST_F(StoreFixture, ASaveThatFailsGoesOutWithTheNext)
     big.bodyRTF = Blob(QByteArray(100'000, 'b'));
     ASSERT_TRUE(controller->save({{makeFolder(9)}, {first}, BinderLayoutSnapshot{}}));
     {
-        const FullDisk full(QFileInfo(journal()).size() + 4096);
+        const FullDisk full(QFileInfo(wal()).size() + 4096);
         EXPECT_FALSE(controller->saveNote(big));
         EXPECT_FALSE(controller->saveLayout({{}, {}, {idOf(9)}}));
     }
     ASSERT_TRUE(controller->saveNote(first));
     {
-        const FullDisk full(QFileInfo(journal()).size());
+        const FullDisk full(QFileInfo(wal()).size());
         EXPECT_FALSE(controller->saveNote(makeNote(3, idOf(9))));
     }
     controller.reset(); // with the last attempt
@@ -195,7 +195,7 @@ TEST(StorePath, PrefersTheCurrentName)
     };
     const Row rows[] = {
         {"nothing", {}, u"OrvaneWorkspace.store"_s},
-        {"legacy journal alone", {u"OrvaneNotes.store-wal"_s}, u"OrvaneNotes.store"_s},
+        {"legacy write-ahead log alone", {u"OrvaneNotes.store-wal"_s}, u"OrvaneNotes.store"_s},
         {"both",
          {u"OrvaneNotes.store"_s, u"OrvaneWorkspace.store-shm"_s},
          u"OrvaneWorkspace.store"_s},

@@ -77,14 +77,14 @@ TEST_F(StoreAccess, AReadOnlyFolderOpensForReading)
         const char* name;
         bool afterACrash;
     };
-    for (const Row& row : {Row{"at rest", false}, Row{"with a journal", true}}) {
+    for (const Row& row : {Row{"at rest", false}, Row{"with a write-ahead log", true}}) {
         SCOPED_TRACE(row.name);
         NotebookSnapshot expected = saved;
         if (row.afterACrash) {
             auto controller = open();
             expected = controller->load();
-            expected.notes[0] =
-                expected.notes[0].with([](NoteRecord& note) { note.title = u"in the journal"_s; });
+            expected.notes[0] = expected.notes[0].with(
+                [](NoteRecord& note) { note.title = u"in the write-ahead log"_s; });
             for (const auto& note : expected.notes)
                 ASSERT_TRUE(note->body.isReadable() && note->bodyRTF->read());
             ASSERT_TRUE(controller->saveNote(expected.notes[0]));
@@ -252,7 +252,8 @@ TEST(RecoveryMarker, NamesAPlaceEvenWhenItCantBeRead)
     EXPECT_EQ(PersistentStoreRecovery::decoded(recovery.encoded()), recovery);
 }
 
-// The full check says what it finds, stops when its store closes, and the journal is still folded.
+// The full check says what it finds, stops when its store closes, and the write-ahead log is still
+// checkpointed.
 TEST_F(StoreAccess, TheFullCheckRunsBesideWriting)
 {
     auto controller = open();

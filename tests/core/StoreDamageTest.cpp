@@ -20,7 +20,7 @@ namespace {
 enum class State {
     Opened,    ///< with everything
     Poorer,    ///< with every record; the Binder's order may have lost something
-    Before,    ///< with everything up to the last fold of the journal
+    Before,    ///< with everything up to the last checkpoint of the write-ahead log
     LastLost,  ///< with everything but the last commit
     Protected, ///< files moved aside, marker written, an empty store in their place
     Refused,   ///< an error; nothing was touched
@@ -56,7 +56,7 @@ protected:
     NotebookContents contents;
     /// The project as a crash left it, one commit and eight commits after it was at rest.
     QByteArray crashedStore;
-    QByteArray crashedJournal;
+    QByteArray crashedWal;
     NotebookContents crashedContents;
     NotebookContents beforeLastCommit;
 
@@ -89,8 +89,8 @@ protected:
                     static_cast<void>(bytes->read());
             });
         crashedStore = bytesOf(store());
-        crashedJournal = bytesOf(journal());
-        ASSERT_GT(crashedJournal.size(), 8 * 4096);
+        crashedWal = bytesOf(wal());
+        ASSERT_GT(crashedWal.size(), 8 * 4096);
     }
 
     void clearFolder()
@@ -107,7 +107,7 @@ protected:
     {
         clearFolder();
         writeBytes(store(), crashedStore);
-        writeBytes(journal(), crashedJournal);
+        writeBytes(wal(), crashedWal);
     }
     void execute(const char* sql)
     {
@@ -221,18 +221,18 @@ TEST_F(StoreDamage, EndsInANamedState)
          State::Poorer},
         {"newer schema", false, [&] { execute("PRAGMA user_version = 1000"); }, State::Refused},
         {"schema nought", false, [&] { execute("PRAGMA user_version = 0"); }, State::Protected},
-        {"journal missing", true, [&] { QFile::remove(journal()); }, State::Before},
-        {"journal of zero bytes", true, [&] { writeBytes(journal(), {}); }, State::Before},
-        {"journal of zeros", true,
-         [&] { writeBytes(journal(), QByteArray(crashedJournal.size(), '\0')); }, State::Protected},
-        {"journal's header damaged", true, [&] { flip(journal(), 17); }, State::Protected},
-        {"journal's first commit damaged", true, [&] { flip(journal(), 32 + 100); },
+        {"write-ahead log missing", true, [&] { QFile::remove(wal()); }, State::Before},
+        {"write-ahead log of zero bytes", true, [&] { writeBytes(wal(), {}); }, State::Before},
+        {"write-ahead log of zeros", true,
+         [&] { writeBytes(wal(), QByteArray(crashedWal.size(), '\0')); }, State::Protected},
+        {"write-ahead log's header damaged", true, [&] { flip(wal(), 17); }, State::Protected},
+        {"write-ahead log's first commit damaged", true, [&] { flip(wal(), 32 + 100); },
          State::Protected},
-        {"journal's last commit damaged", true,
-         [&] { flip(journal(), crashedJournal.size() - frame / 2); }, State::LastLost},
-        {"journal cut inside its last commit", true,
-         [&] { writeBytes(journal(), crashedJournal.chopped(frame / 2)); }, State::LastLost},
-        {"journal alone", true, [&] { QFile::remove(store()); }, State::Protected},
+        {"write-ahead log's last commit damaged", true,
+         [&] { flip(wal(), crashedWal.size() - frame / 2); }, State::LastLost},
+        {"write-ahead log cut inside its last commit", true,
+         [&] { writeBytes(wal(), crashedWal.chopped(frame / 2)); }, State::LastLost},
+        {"write-ahead log alone", true, [&] { QFile::remove(store()); }, State::Protected},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -245,9 +245,9 @@ TEST_F(StoreDamage, EndsInANamedState)
     }
 }
 
-// A journal belongs to one store and one moment; any other is told from it before a page of it
-// reaches the store.
-TEST_F(StoreDamage, AJournalOfAnotherStoreOrTimeProtectsTheProject)
+// A write-ahead log belongs to one store and one moment; any other is told from it before a page of
+// it reaches the store.
+TEST_F(StoreDamage, AWriteAheadLogOfAnotherStoreOrTimeProtectsTheProject)
 {
     const QString other = temporary.filePath(u"other"_s);
     struct Row {
@@ -260,13 +260,13 @@ TEST_F(StoreDamage, AJournalOfAnotherStoreOrTimeProtectsTheProject)
              putCrashed();
              const auto controller = *PersistenceController::open(other, clock);
              ASSERT_TRUE(controller->save(sample(9)));
-             writeBytes(journal(), bytesOf(persistentStoreFiles(storePath(other)).at(1)));
+             writeBytes(wal(), bytesOf(persistentStoreFiles(storePath(other)).at(1)));
          }},
         {"from before the store was closed",
          [&] {
              putCrashed();
              open().reset();
-             writeBytes(journal(), crashedJournal);
+             writeBytes(wal(), crashedWal);
          }},
         {"from before later changes",
          [&] {
@@ -275,7 +275,7 @@ TEST_F(StoreDamage, AJournalOfAnotherStoreOrTimeProtectsTheProject)
                  const auto controller = open();
                  ASSERT_TRUE(controller->saveFolder(makeFolder(77)));
              }
-             writeBytes(journal(), crashedJournal);
+             writeBytes(wal(), crashedWal);
          }},
         {"of a later time than the store",
          [&] {
@@ -285,10 +285,10 @@ TEST_F(StoreDamage, AJournalOfAnotherStoreOrTimeProtectsTheProject)
              {
                  const auto controller = open();
                  ASSERT_TRUE(controller->saveFolder(makeFolder(77)));
-                 later = bytesOf(journal());
+                 later = bytesOf(wal());
              }
              putAtRest();
-             writeBytes(journal(), later);
+             writeBytes(wal(), later);
          }},
     };
     for (const Row& row : rows) {
@@ -369,14 +369,14 @@ TEST_F(StoreDamage, OneFlippedBitIsNeverSilent)
     EXPECT_GT(unreadable, 10);
 }
 
-// The same for the journal that a crash left: no commit but the last is ever lost silently.
-TEST_F(StoreDamage, OneFlippedBitInTheJournalLosesAtMostTheLastCommit)
+// The same for the write-ahead log that a crash left: no commit but the last is ever lost silently.
+TEST_F(StoreDamage, OneFlippedBitInTheWriteAheadLogLosesAtMostTheLastCommit)
 {
     QRandomGenerator random(815);
     std::map<State, int> states;
     for (int i = 0; i < 60; ++i) {
         putCrashed();
-        flip(journal(), random.bounded(int(crashedJournal.size())), int(random.bounded(8)));
+        flip(wal(), random.bounded(int(crashedWal.size())), int(random.bounded(8)));
         ++states[outcome(crashedContents)];
     }
     EXPECT_EQ(states[State::Before] + states[State::Poorer], 0);

@@ -105,7 +105,8 @@ public:
         saveNote(2, u"second"_s);
         static_cast<void>(m_store->saveFolder(makeFolder(9)));
         for (int i = 0; i < 6; ++i)
-            saveNote(3 + i % 2, u"long %1 "_s.arg(i).repeated(1500)); // until the journal is folded
+            saveNote(3 + i % 2, u"long %1 "_s.arg(i).repeated(
+                                    1500)); // until the write-ahead log is checkpointed
         static_cast<void>(m_store->saveLayout(BinderLayoutSnapshot{{}, {}, {idOf(1)}}));
         m_store.reset();
         if (!open())
@@ -131,7 +132,7 @@ private:
     bool open()
     {
         for (int attempt = 0; attempt < m_attempts; ++attempt) {
-            auto opened = PersistenceController::open(m_folder, m_clock, {.foldAtPages = 12});
+            auto opened = PersistenceController::open(m_folder, m_clock, {.checkpointAtPages = 12});
             if (!opened)
                 continue;
             m_store = *std::move(opened);

@@ -33,7 +33,7 @@ protected:
         return *std::move(opened);
     }
     [[nodiscard]] QString store() const { return storePath(folder); }
-    [[nodiscard]] QString journal() const { return persistentStoreFiles(store()).at(1); }
+    [[nodiscard]] QString wal() const { return persistentStoreFiles(store()).at(1); }
     [[nodiscard]] QStringList files() const
     {
         return QDir(folder).entryList(QDir::Files | QDir::Hidden, QDir::Name);
@@ -53,7 +53,7 @@ inline void writeBytes(const QString& path, const QByteArray& bytes)
     ASSERT_EQ(file.write(bytes), bytes.size());
 }
 
-/// The store and its journal as they stand, by file name.
+/// The store and its write-ahead log as they stand, by file name.
 inline QMap<QString, QByteArray> storeBytes(const QString& path)
 {
     QMap<QString, QByteArray> bytes;

@@ -48,8 +48,9 @@ protected:
     }
 };
 
-// Every acknowledged commit is there after a kill at any moment: while opening, writing, folding
-// the journal, closing. What is there beyond is at most the one step that was under way, whole.
+// Every acknowledged commit is there after a kill at any moment: while opening, writing,
+// checkpointing the write-ahead log, closing. What is there beyond is at most the one step that was
+// under way, whole.
 TEST_F(StoreKill, LosesNoAcknowledgedCommit)
 {
     const int runs = qEnvironmentVariableIsSet("ORVANE_LONG") ? 300 : 20;

@@ -143,7 +143,7 @@ protected:
     void reopen()
     {
         controller.reset();
-        controller = open({.foldAtPages = 40});
+        controller = open({.checkpointAtPages = 40});
         ASSERT_TRUE(controller);
         ASSERT_FALSE(controller->persistentStoreRecovery());
     }
@@ -203,7 +203,7 @@ TEST_P(StoreModel, HoldsWhatTheLastSuccessfulSaveStoodFor)
         model.change();
         std::optional<FullDisk> full;
         if (model.below(6) == 0)
-            full.emplace(QFileInfo(journal()).size() + model.below(3) * 4096);
+            full.emplace(QFileInfo(wal()).size() + model.below(3) * 4096);
         const bool saved = save(model);
         EXPECT_TRUE(saved || full);
         full.reset();

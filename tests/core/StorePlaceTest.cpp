@@ -136,15 +136,15 @@ TEST_F(StorePlace, AStoreThatIsNotInItsPlaceIsNotSavedTo)
              QFile::link(u"none"_s, store());
          }},
     };
-    for (const bool withJournal : {false, true}) {
+    for (const bool withWal : {false, true}) {
         for (const Row& row : rows) {
-            SCOPED_TRACE(row.name + std::string(withJournal ? ", journal in use" : ""));
+            SCOPED_TRACE(row.name + std::string(withWal ? ", write-ahead log in use" : ""));
             controller.reset();
             QDir(folder).removeRecursively();
             ASSERT_TRUE(open()->save(saved));
             controller = open();
-            const auto before = changed(2, withJournal ? u"before "_s : u"b"_s);
-            if (withJournal) {
+            const auto before = changed(2, withWal ? u"before "_s : u"b"_s);
+            if (withWal) {
                 ASSERT_TRUE(controller->saveNote(before));
             }
             ASSERT_TRUE(QDir().rename(store(), aside));
@@ -166,11 +166,11 @@ TEST_F(StorePlace, AStoreThatIsNotInItsPlaceIsNotSavedTo)
             const auto mine = PersistenceController::readOnlyCopy(copy);
             ASSERT_TRUE(mine);
             EXPECT_TRUE(holds(*mine, words));
-            EXPECT_EQ(holds(*mine, before), withJournal);
+            EXPECT_EQ(holds(*mine, before), withWal);
             EXPECT_FALSE(controller->writeCopy(copy)) << "where something stands";
             QFile::remove(copy);
 
-            if (row.takeAway && row.code == StoreError::Code::Replaced && !withJournal) {
+            if (row.takeAway && row.code == StoreError::Code::Replaced && !withWal) {
                 controller->discardUnsaved();
                 EXPECT_FALSE(controller->hasUnsaved());
                 controller.reset();
@@ -185,12 +185,12 @@ TEST_F(StorePlace, AStoreThatIsNotInItsPlaceIsNotSavedTo)
             controller = open();
             const NotebookSnapshot found = controller->load();
             EXPECT_TRUE(holds(found, words));
-            EXPECT_EQ(holds(found, before), withJournal);
+            EXPECT_EQ(holds(found, before), withWal);
         }
     }
 }
 
-TEST_F(StorePlace, ClosingLeavesAnotherStoreAndNoJournalOfOursBesideIt)
+TEST_F(StorePlace, ClosingLeavesAnotherStoreAndNoWriteAheadLogOfOursBesideIt)
 {
     for (const bool savedSince : {false, true}) {
         SCOPED_TRACE(savedSince);
@@ -204,7 +204,7 @@ TEST_F(StorePlace, ClosingLeavesAnotherStoreAndNoJournalOfOursBesideIt)
         }
         controller.reset();
         EXPECT_EQ(bytesOf(store()), theirs);
-        EXPECT_FALSE(QFile::exists(journal())) << "it would be taken for theirs";
+        EXPECT_FALSE(QFile::exists(wal())) << "it would be taken for theirs";
         EXPECT_EQ(open()->load().notes.first()->id, idOf(9));
     }
     EXPECT_EQ(QDir(folder).entryList({u"*-wal.aside-*"_s}).size(), 2);
@@ -220,8 +220,8 @@ TEST_F(StorePlace, AVanishedFolderIsMissing)
     EXPECT_FALSE(QFile::exists(folder));
 }
 
-// The journal alone: what was acknowledged is in the connection's hands, and goes back.
-TEST_F(StorePlace, AJournalThatIsTakenAwayIsWrittenAnew)
+// The write-ahead log alone: what was acknowledged is in the connection's hands, and goes back.
+TEST_F(StorePlace, AWriteAheadLogThatIsTakenAwayIsWrittenAnew)
 {
     struct Row {
         const char* name;
@@ -229,17 +229,17 @@ TEST_F(StorePlace, AJournalThatIsTakenAwayIsWrittenAnew)
         int setAside;
     };
     const Row rows[] = {
-        {"removed", [&] { QFile::remove(journal()); }, 0},
+        {"removed", [&] { QFile::remove(wal()); }, 0},
         {"removed with its index",
          [&] {
-             QFile::remove(journal());
+             QFile::remove(wal());
              QFile::remove(persistentStoreFiles(store()).at(2));
          },
          0},
         {"another in its place",
          [&] {
-             QFile::remove(journal());
-             writeBytes(journal(), QByteArray(9000, 'j'));
+             QFile::remove(wal());
+             writeBytes(wal(), QByteArray(9000, 'j'));
          },
          1},
     };
@@ -277,7 +277,7 @@ TEST_F(StorePlace, WhatIsUnsavedIsToldExactly)
 {
     const NotebookSnapshot stored = controller->load();
     {
-        const FullDisk full(QFileInfo(journal()).size());
+        const FullDisk full(QFileInfo(wal()).size());
         const auto words = changed(2, u"words "_s);
         ASSERT_FALSE(controller->saveNote(words));
         EXPECT_EQ(controller->unsavedNotes(), QList{words});
@@ -355,9 +355,9 @@ TEST_F(StorePlace, ARecordThatCantBeStoredWaitsAlone)
     EXPECT_TRUE(controller->saveNote(huge));
 }
 
-TEST_F(StorePlace, ACopyReadsAForeignStoreWithItsJournalAndTouchesNothing)
+TEST_F(StorePlace, ACopyReadsAForeignStoreWithItsWriteAheadLogAndTouchesNothing)
 {
-    ASSERT_TRUE(controller->saveNote(changed(2, u"in the journal "_s)));
+    ASSERT_TRUE(controller->saveNote(changed(2, u"in the write-ahead log "_s)));
     const QString foreign = temporary.filePath(u"foreign"_s);
     ASSERT_TRUE(QDir().mkpath(foreign));
     const QString path = foreign + u"/OrvaneWorkspace.store"_s;
@@ -367,7 +367,7 @@ TEST_F(StorePlace, ACopyReadsAForeignStoreWithItsJournalAndTouchesNothing)
         writeBytes(foreign + u'/' + file.key(), *file);
     const auto read = PersistenceController::readOnlyCopy(path);
     ASSERT_TRUE(read);
-    EXPECT_TRUE(holds(*read, changed(2, u"in the journal "_s)));
+    EXPECT_TRUE(holds(*read, changed(2, u"in the write-ahead log "_s)));
     EXPECT_TRUE(storeBytes(path) == bytes);
     EXPECT_EQ(everythingBelow(foreign).size(), 2);
 
@@ -445,7 +445,7 @@ TEST_F(StorePlace, AStoreBehindALinkStaysThere)
     ASSERT_TRUE(QFile::link(u"../elsewhere/real.store"_s, store()));
     controller = open({.ifMissing = IfMissing::Refuse});
     ASSERT_TRUE(controller->saveNote(changed(2, u"through the link "_s)));
-    EXPECT_GT(QFileInfo(target + u"-wal"_s).size(), 0) << "its journal is beside the file";
+    EXPECT_GT(QFileInfo(target + u"-wal"_s).size(), 0) << "its write-ahead log is beside the file";
     controller.reset();
     EXPECT_TRUE(QFileInfo(store()).isSymLink());
     EXPECT_EQ(everythingBelow(elsewhere), QStringList{u"real.store"_s});

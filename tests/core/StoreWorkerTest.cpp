@@ -151,7 +151,8 @@ TEST_F(StoreWorkerTest, AStoreThatClosesTellsNobodyAndWaitsForNoLongRead)
     EXPECT_LT(timer.elapsed(), 5'000);
     QCoreApplication::processEvents();
     EXPECT_FALSE(told);
-    EXPECT_EQ(files(), QStringList{u"OrvaneWorkspace.store"_s}) << "its journal is in the file";
+    EXPECT_EQ(files(), QStringList{u"OrvaneWorkspace.store"_s})
+        << "its write-ahead log is in the file";
 }
 
 TEST_F(StoreWorkerTest, BeginningsAreLearntWithoutReadingTexts)

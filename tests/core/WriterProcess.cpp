@@ -34,8 +34,8 @@ void say(const QByteArray& line)
 int writeToStore(const QString& folder, quint32 seed)
 {
     const SystemClock clock;
-    // Folded often, so that many kills fall into a fold.
-    const PersistenceController::Options options{.foldAtPages = 60};
+    // Checkpointed often, so that many kills fall into a checkpoint.
+    const PersistenceController::Options options{.checkpointAtPages = 60};
     const auto open = [&] {
         return PersistenceController::open(folder, clock, options);
     };

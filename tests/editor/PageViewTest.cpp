@@ -24,10 +24,10 @@ using namespace Qt::StringLiterals;
 
 TEST(PageSizePreset, KnowsItsWordsAndMeasures)
 {
-    EXPECT_FALSE(pageSizePreset(u"a4"_s));
-    EXPECT_FALSE(pageSizePreset({}));
+    EXPECT_FALSE(fromRawValue<PageSizePreset>(u"a4"));
+    EXPECT_FALSE(fromRawValue<PageSizePreset>({}));
     for (const PageSizePreset preset : pageSizePresets)
-        EXPECT_EQ(pageSizePreset(rawValue(preset)), preset);
+        EXPECT_EQ(fromRawValue<PageSizePreset>(rawValue(preset)), preset);
     EXPECT_EQ(pageSize(PageSizePreset::usLetter), QSizeF(612, 792));
     EXPECT_NEAR(pageSize(PageSizePreset::a4).height(), 841.89, 0.005);
 }

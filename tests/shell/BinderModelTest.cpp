@@ -204,7 +204,7 @@ TEST_F(BinderModelTest, AChangedNoteFindsItsPlaceInEachOrder)
             m_state.toggleTagFilter(u"sea"_s);
         else
             m_state.setBinderSortOrder(BinderSortOrder(turn));
-        SCOPED_TRACE(filters ? "filtered" : storedValue(BinderSortOrder(turn)).toStdString());
+        SCOPED_TRACE(filters ? "filtered" : rawValue(BinderSortOrder(turn)).toStdString());
         listing();
         const QUuid followed = ids.at(3);
         const QPersistentModelIndex kept = m_model.indexOf({BinderRowID::Kind::Note, followed});

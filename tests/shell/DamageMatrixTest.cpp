@@ -59,7 +59,7 @@ protected:
     QString crashed() const { return m_home.filePath(u"crashed"_s); }
     QString data() const { return ProjectLibraryController::projectDataDirectoryPath(root); }
     QString store() const { return storePath(data()); }
-    QString journal() const { return persistentStoreFiles(store()).at(1); }
+    QString wal() const { return persistentStoreFiles(store()).at(1); }
     void putBack(const QString& from) const
     {
         ASSERT_TRUE(QDir(root).removeRecursively());
@@ -196,13 +196,11 @@ const std::vector<Damage>& DamageMatrix::rows()
         {"TheOrderIsUnreadable", false,
          sql("UPDATE OrvaneNotebookMeta SET binderLayoutJSON = x'7b' WHERE id = 'main'"),
          Ends::Opens},
-        {"TheJournalOfACrashIsMissing", true, with([=](Home h) { remove(h.journal()); }),
-         Ends::Poorer},
-        {"TheJournalIsZeros", true, with([](Home h) {
-             writeBytes(h.journal(), QByteArray(QFileInfo(h.journal()).size(), '\0'));
-         }),
+        {"TheLogOfACrashIsMissing", true, with([=](Home h) { remove(h.wal()); }), Ends::Poorer},
+        {"TheLogIsZeros", true,
+         with([](Home h) { writeBytes(h.wal(), QByteArray(QFileInfo(h.wal()).size(), '\0')); }),
          Ends::Protected, isProtected},
-        {"TheJournalAlone", true, with([=](Home h) { remove(h.store()); }), Ends::Protected,
+        {"TheLogAlone", true, with([=](Home h) { remove(h.store()); }), Ends::Protected,
          isProtected},
         {"StoreDeleted", false, with([=](Home h) { remove(h.store()); }), Ends::Refused,
          "OrvaneWorkspace.store"},
@@ -281,7 +279,7 @@ TEST_P(DamageMatrix, EndsAsItIsPromised)
         const auto recovery = PersistentStoreRecovery::read(data());
         ASSERT_TRUE(recovery);
         const QString backup = recovery->backupDirectoryURL.toLocalFile();
-        for (const QString& file : {store(), journal()}) {
+        for (const QString& file : {store(), wal()}) {
             EXPECT_EQ(bytesOf(backup + u'/' + QFileInfo(file).fileName()), before.value(file))
                 << qPrintable(file);
         }
@@ -368,11 +366,10 @@ const std::vector<Change>& ChangeMatrix::rows()
              h.holder->exec("BEGIN IMMEDIATE");
          }),
          Kept::Rescued},
-        {"JournalRemoved", with([](Home h) { ASSERT_TRUE(QFile::remove(h.journal())); }),
-         Kept::InPlace},
-        {"JournalEmptied", with([](Home h) {
-             ASSERT_TRUE(QFile::rename(h.journal(), h.journal() + u".old"_s));
-             writeBytes(h.journal(), {});
+        {"LogRemoved", with([](Home h) { ASSERT_TRUE(QFile::remove(h.wal())); }), Kept::InPlace},
+        {"LogEmptied", with([](Home h) {
+             ASSERT_TRUE(QFile::rename(h.wal(), h.wal() + u".old"_s));
+             writeBytes(h.wal(), {});
          }),
          Kept::InPlace},
         {"ManifestRemoved", with([](Home h) {

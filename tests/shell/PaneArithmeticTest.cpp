@@ -98,7 +98,7 @@ TEST(PaneArithmetic, Limits)
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        EXPECT_EQ(sideLimits(row.visible, row.locked, row.width, row.remembered), row.expected);
+        EXPECT_EQ(sideLimits({row.visible, row.locked}, row.width, row.remembered), row.expected);
     }
 }
 

@@ -67,8 +67,6 @@ Model modelOf(const DocumentPieces& pieces)
 void expectReads(const DocumentPieces& pieces, const Model& model, TextRange range)
 {
     EXPECT_EQ(pieces.text(range), model.text.sliced(range.location, range.length));
-    EXPECT_EQ(pieces.count(u'a', range),
-              model.text.sliced(range.location, range.length).count(u'a'));
     QList<int> formats;
     qsizetype at = range.location;
     pieces.forEachFormat(range, [&](TextRange run, const QTextCharFormat& format) {

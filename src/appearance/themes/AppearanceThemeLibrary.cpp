@@ -77,7 +77,8 @@ bool AppearanceThemeLibrary::lookIsActiveTheme() const
 
 void AppearanceThemeLibrary::load()
 {
-    const bool fresh = shouldApplySignatureDefault();
+    const FreshDefault fresh =
+        shouldApplySignatureDefault() ? FreshDefault::WearSignature : FreshDefault::Leave;
     readBundles();
     const bool renamed = normalizeLegacyThemeDisplayNames();
     m_activeThemeID = uuidFromText(m_defaults.get<QString>(activeIDKey, {}));
@@ -138,7 +139,7 @@ AppearanceThemeLibrary::existingBundledTheme(const AppearanceThemeBundle& bundle
     return it == m_bundles.cend() ? nullptr : &*it;
 }
 
-void AppearanceThemeLibrary::installBundledThemesIfNeeded(bool applySignatureAsFreshDefault)
+void AppearanceThemeLibrary::installBundledThemesIfNeeded(FreshDefault freshDefault)
 {
     bool added = false;
     for (const BundledTheme& theme : bundledThemes()) {
@@ -150,12 +151,13 @@ void AppearanceThemeLibrary::installBundledThemesIfNeeded(bool applySignatureAsF
     }
     if (added)
         sortByName(m_bundles);
-    if (applySignatureAsFreshDefault) {
+    const bool wearsSignature = freshDefault == FreshDefault::WearSignature;
+    if (wearsSignature) {
         signatureBundle().dark.applyToUserDefaults(m_defaults);
         m_activeThemeID = signatureBundle().id;
         m_activeMode = AppearanceThemeMode::Dark;
     }
-    if (added || applySignatureAsFreshDefault)
+    if (added || wearsSignature)
         save();
 }
 

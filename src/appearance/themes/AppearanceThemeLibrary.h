@@ -69,7 +69,9 @@ private:
     [[nodiscard]] bool shouldApplySignatureDefault() const;
     void readBundles();
     [[nodiscard]] bool normalizeLegacyThemeDisplayNames();
-    void installBundledThemesIfNeeded(bool applySignatureAsFreshDefault);
+    /// Whether a home without any look of its own gets the Signature one.
+    enum class FreshDefault { Leave, WearSignature };
+    void installBundledThemesIfNeeded(FreshDefault freshDefault);
     [[nodiscard]] const AppearanceThemeBundle*
     existingBundledTheme(const AppearanceThemeBundle& bundled) const;
 

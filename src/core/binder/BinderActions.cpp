@@ -4,6 +4,7 @@
 #include "core/records/JsonObjectReader.h"
 
 #include <QCollator>
+#include <QCoreApplication>
 
 namespace orvane {
 
@@ -18,10 +19,6 @@ constexpr QLatin1String notePrefix("note:");
 constexpr double folderUpperZone = 14;
 constexpr double folderLowerZone = 34;
 constexpr double noteMiddle = 20;
-
-constexpr std::array<const char16_t*, binderSortOrderCount> sortOrderNames{
-    u"Custom",     u"Recent",           u"Oldest",          u"A \u2192 Z",
-    u"Z \u2192 A", u"Created (Newest)", u"Created (Oldest)"};
 
 /// Each thread has its own: a collator may not be used by two.
 const QCollator& titleCollator()
@@ -87,18 +84,22 @@ std::optional<BinderMove> dropFolder(const QUuid& dragged, const FolderRecord& t
 
 } // namespace
 
-QString storedValue(BinderSortOrder order)
+QString label(BinderSortOrder order)
 {
-    return QString::fromUtf16(sortOrderNames.at(size_t(order)));
+    static constexpr std::array<const char*, binderSortOrderCount> names{
+        QT_TRANSLATE_NOOP("BinderSortOrder", "Custom"),
+        QT_TRANSLATE_NOOP("BinderSortOrder", "Recent"),
+        QT_TRANSLATE_NOOP("BinderSortOrder", "Oldest"),
+        QT_TRANSLATE_NOOP("BinderSortOrder", "A \u2192 Z"),
+        QT_TRANSLATE_NOOP("BinderSortOrder", "Z \u2192 A"),
+        QT_TRANSLATE_NOOP("BinderSortOrder", "Created (Newest)"),
+        QT_TRANSLATE_NOOP("BinderSortOrder", "Created (Oldest)")};
+    return QCoreApplication::translate("BinderSortOrder", names.at(size_t(order)));
 }
 
 BinderSortOrder binderSortOrder(const QString& stored)
 {
-    for (size_t i = 0; i < sortOrderNames.size(); ++i) {
-        if (stored == QStringView(sortOrderNames.at(i)))
-            return BinderSortOrder(i);
-    }
-    return BinderSortOrder::Custom;
+    return fromRawValue<BinderSortOrder>(stored).value_or(BinderSortOrder::Custom);
 }
 
 int NoteOrder::compare(const NoteRecord& a, const NoteRecord& b) const

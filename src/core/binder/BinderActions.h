@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/binder/BinderOrder.h"
+#include "platform/StoredWords.h"
 
 #include <QString>
 
@@ -22,8 +23,13 @@ enum class BinderSortOrder {
 inline constexpr int binderSortOrderCount = 7;
 
 inline constexpr QLatin1StringView binderSortOrderKey("settings.binder.sortOrder");
-/// As stored under `binderSortOrderKey`, and as shown in the menu.
-[[nodiscard]] QString storedValue(BinderSortOrder order);
+template <>
+inline constexpr auto storedWords<BinderSortOrder> =
+    std::to_array<QStringView>({u"Custom", u"Recent", u"Oldest", u"A \u2192 Z", u"Z \u2192 A",
+                                u"Created (Newest)", u"Created (Oldest)"});
+
+/// As the menu names it.
+[[nodiscard]] QString label(BinderSortOrder order);
 /// `Custom` for a text that names none.
 [[nodiscard]] BinderSortOrder binderSortOrder(const QString& stored);
 

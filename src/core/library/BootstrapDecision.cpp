@@ -7,19 +7,6 @@ namespace orvane {
 
 using Destination = OrvaneWorkspaceLaunchDestination;
 
-QString storedValue(Destination destination)
-{
-    switch (destination) {
-    case Destination::Projects:
-        return QStringLiteral("projects");
-    case Destination::LastProject:
-        return QStringLiteral("lastProject");
-    case Destination::LastNote:
-        return QStringLiteral("lastNote");
-    }
-    return {};
-}
-
 QString label(Destination destination)
 {
     switch (destination) {
@@ -31,16 +18,6 @@ QString label(Destination destination)
         return QCoreApplication::translate("LaunchDestination", "Launch to Last Note");
     }
     return {};
-}
-
-std::optional<Destination> launchDestination(const QString& stored)
-{
-    for (const Destination each :
-         {Destination::Projects, Destination::LastProject, Destination::LastNote}) {
-        if (stored == storedValue(each))
-            return each;
-    }
-    return std::nullopt;
 }
 
 BootstrapDecision decideBootstrap(const QList<OrvaneProjectRecord>& projects, bool welcomeDismissed,

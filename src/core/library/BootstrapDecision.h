@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/records/ProjectRecord.h"
+#include "platform/StoredWords.h"
 
 #include <QList>
 #include <QUuid>
@@ -14,12 +15,12 @@ namespace orvane {
 /// Where the program goes at its start, as stored under `settings.general.launchDestination`.
 enum class OrvaneWorkspaceLaunchDestination { Projects, LastProject, LastNote };
 
-[[nodiscard]] QString storedValue(OrvaneWorkspaceLaunchDestination destination);
+template <>
+inline constexpr auto storedWords<OrvaneWorkspaceLaunchDestination> =
+    std::to_array<QStringView>({u"projects", u"lastProject", u"lastNote"});
+
 /// The words in the settings, "Launch to Projects" and so on.
 [[nodiscard]] QString label(OrvaneWorkspaceLaunchDestination destination);
-/// Nothing for a text that names none.
-[[nodiscard]] std::optional<OrvaneWorkspaceLaunchDestination>
-launchDestination(const QString& stored);
 
 /// What to show first.
 struct ShowBrowser {

@@ -15,7 +15,7 @@ namespace orvane {
 
 namespace {
 
-/// A store with a journal beside it is in use, or was when its program died.
+/// A store with a write-ahead log beside it is in use, or was when its program died.
 bool isAtRest(const QString& store)
 {
     return QFileInfo::exists(store) && QFileInfo(store + QStringLiteral("-wal")).size() == 0;

@@ -5,8 +5,6 @@
 
 namespace orvane {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 constexpr double pointsPerMillimetre = 72 / 25.4;
@@ -17,30 +15,6 @@ QSizeF millimetres(double width, double height)
 }
 
 } // namespace
-
-QString rawValue(PageSizePreset preset)
-{
-    switch (preset) {
-    case PageSizePreset::a4:
-        return u"A4"_s;
-    case PageSizePreset::legal:
-        return u"US Legal"_s;
-    case PageSizePreset::a5:
-        return u"A5"_s;
-    case PageSizePreset::usLetter:
-        break;
-    }
-    return u"US Letter"_s;
-}
-
-std::optional<PageSizePreset> pageSizePreset(const QString& raw)
-{
-    for (const PageSizePreset preset : pageSizePresets) {
-        if (raw == rawValue(preset))
-            return preset;
-    }
-    return std::nullopt;
-}
 
 QString label(PageSizePreset preset)
 {

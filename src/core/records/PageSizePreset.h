@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "platform/StoredWords.h"
+
 #include <QSizeF>
 #include <QString>
 
@@ -16,10 +18,10 @@ enum class PageSizePreset { usLetter, a4, legal, a5 };
 inline constexpr std::array pageSizePresets{PageSizePreset::usLetter, PageSizePreset::a4,
                                             PageSizePreset::legal, PageSizePreset::a5};
 
-/// The stored word: "US Letter", "A4", "US Legal" or "A5".
-[[nodiscard]] QString rawValue(PageSizePreset preset);
-/// The preset that a stored word means; none for any other word.
-[[nodiscard]] std::optional<PageSizePreset> pageSizePreset(const QString& rawValue);
+template <>
+inline constexpr auto storedWords<PageSizePreset> =
+    std::to_array<QStringView>({u"US Letter", u"A4", u"US Legal", u"A5"});
+
 /// The name with its measures, translated.
 [[nodiscard]] QString label(PageSizePreset preset);
 /// Upright, in points (72 to the inch). Those of ISO 216 are exact, not whole points.

@@ -85,8 +85,7 @@ void AppState::restoreWorkspaceSelectionIfNeeded(const ProjectWorkspaceState& st
 
 void AppState::restoreLastOpenedNoteIfNeeded()
 {
-    const auto destination =
-        launchDestination(SessionKeys::launchDestination.read(m_services.defaults));
+    const auto destination = SessionKeys::readLaunchDestination(m_services.defaults);
     if (!m_session.currentProject() || destination != OrvaneWorkspaceLaunchDestination::LastNote)
         return;
     const auto note = SessionKeys::readUuid(

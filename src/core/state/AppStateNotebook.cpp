@@ -177,7 +177,7 @@ Accepted AppState::carryOut(NotebookStep step)
         emit tagSettingsChanged();
     }
     if (step.sortOrder && binderSortOrder() == step.sortOrder->first) {
-        m_services.defaults.set(binderSortOrderKey, storedValue(step.sortOrder->second));
+        m_services.defaults.set(binderSortOrderKey, rawValue(step.sortOrder->second));
         emit binderSortOrderChanged();
     }
     return carryOut(step.edit, Step::Passing);

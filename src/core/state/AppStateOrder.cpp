@@ -15,7 +15,7 @@ void AppState::setBinderSortOrder(BinderSortOrder order)
     const BinderSortOrder before = binderSortOrder();
     if (order == before)
         return;
-    m_services.defaults.set(binderSortOrderKey, storedValue(order));
+    m_services.defaults.set(binderSortOrderKey, rawValue(order));
     remember({{}, std::pair(before, order), {}});
     emit binderSortOrderChanged();
 }

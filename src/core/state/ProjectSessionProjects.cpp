@@ -164,7 +164,7 @@ std::expected<void, QString> ProjectSession::moveProjectToTrash(const QString& f
     if (m_currentProject && isSameFolder(m_currentProject->rootPath, rootPath)) {
         if (!mayLeaveProject())
             return std::unexpected(QString());
-        closeOpenProject(); // its store is folded into one file before its folder moves
+        closeOpenProject(); // its store is checkpointed into one file before its folder moves
         setMode(RootPresentationMode::Projects);
     }
     const auto moved = m_services.trash.moveToTrash(rootPath);

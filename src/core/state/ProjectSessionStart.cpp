@@ -63,7 +63,7 @@ void ProjectSession::prepareBootstrap()
     const UserDefaults& defaults = m_services.defaults;
     m_bootstrapDecision =
         decideBootstrap(m_projects, SessionKeys::welcomeDismissed.read(defaults),
-                        launchDestination(SessionKeys::launchDestination.read(defaults)),
+                        SessionKeys::readLaunchDestination(defaults),
                         SessionKeys::readUuid(defaults, SessionKeys::lastOpenedProjectID));
     const auto* saved = std::get_if<OpenSavedProject>(&*m_bootstrapDecision);
     if (const OrvaneProjectRecord* found = saved ? project(saved->projectID) : nullptr) {
@@ -204,7 +204,7 @@ BeginningWish ProjectSession::beginningOf(const OrvaneProjectRecord& project) co
     if (const auto state = ProjectWorkspaceStateStore::load(project.rootPath)) {
         wish.note = state->selectedNoteID;
         wish.folder = state->selectedFolderID;
-    } else if (launchDestination(SessionKeys::launchDestination.read(defaults)) ==
+    } else if (SessionKeys::readLaunchDestination(defaults) ==
                OrvaneWorkspaceLaunchDestination::LastNote) {
         wish.note = SessionKeys::readUuid(defaults, SessionKeys::lastOpenedNoteID(project.id));
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "core/library/BootstrapDecision.h"
 #include "core/records/JsonObjectReader.h"
 #include "platform/UserDefaults.h"
 
@@ -71,6 +72,13 @@ inline void writeUuids(UserDefaults& defaults, const QString& key, const QList<Q
     for (const QUuid& id : ids)
         texts.append(uuidText(id));
     defaults.set(key, texts);
+}
+
+/// Nothing where the setting holds a word that names none.
+[[nodiscard]] inline std::optional<OrvaneWorkspaceLaunchDestination>
+readLaunchDestination(const UserDefaults& defaults)
+{
+    return fromRawValue<OrvaneWorkspaceLaunchDestination>(launchDestination.read(defaults));
 }
 
 } // namespace orvane::SessionKeys

@@ -5,8 +5,8 @@
 #include "core/records/RecordJson.h"
 #include "core/store/StoreCopy.h"
 #include "core/store/StoreFiles.h"
-#include "core/store/StoreJournal.h"
 #include "core/store/StoreSession.h"
+#include "core/store/WriteAheadLog.h"
 #include "platform/AtomicFile.h"
 
 #include <QDir>
@@ -179,8 +179,8 @@ std::expected<void, StoreOpenError> PersistenceController::Private::openFiles()
         return create();
     if (QFileInfo::exists(path) && !QFileInfo(path).isWritable())
         return openForReading();
-    if (lock->wasStale() && !hasJournal(path))
-        qWarning("%ls was not closed by its last program and has no journal",
+    if (lock->wasStale() && !hasWal(path))
+        qWarning("%ls was not closed by its last program and has no write-ahead log",
                  qUtf16Printable(files->place()));
 
     auto opened = openStore(path, schema, StoreAccess::ReadWrite, options.beginning);
@@ -240,8 +240,8 @@ PersistenceController::Private::recover(const StoreDamage& damage)
 
 void PersistenceController::Private::use(OpenedStore&& opened, bool readOnly)
 {
-    session =
-        std::make_unique<StoreSession>(std::move(opened), *files, options.foldAtPages, readOnly);
+    session = std::make_unique<StoreSession>(std::move(opened), *files, options.checkpointAtPages,
+                                             readOnly);
 }
 
 void PersistenceController::Private::importLegacyJSONIfNeeded(const QString& legacyPath)
@@ -421,7 +421,7 @@ StoreWorker* PersistenceController::worker()
 {
     if (m_private->session->store().copy)
         return nullptr;
-    // One that began with a journal that was mended since sees what was in the former one.
+    // One that began with a write-ahead log that was mended since sees what was in the former one.
     const int mendings = m_private->session->mendings();
     if (!m_private->worker || std::exchange(m_private->workerMendings, mendings) != mendings)
         m_private->worker = std::make_unique<StoreWorker>(m_private->files->path());
@@ -483,7 +483,7 @@ void PersistenceController::checkInBackground(StoreCheck::Done done)
     const bool aside = session.store().copy != nullptr;
     if (m_private->check || aside || !session.confirmFiles())
         return;
-    // A check that began with a journal that was not ours says nothing about the store.
+    // A check that began with a write-ahead log that was not ours says nothing about the store.
     const auto report = [&session, mendings = session.mendings(),
                          done = std::move(done)](StoreCheckResult result) {
         if (!session.confirmFiles() || session.mendings() != mendings)
@@ -507,7 +507,7 @@ PersistenceController::protectAfterDamage(std::unique_ptr<PersistenceController>
     p.check.reset();
     p.worker.reset();
     const auto ours = p.session->confirmFiles();
-    p.session->abandon(); // with its journal, as it is
+    p.session->abandon(); // with its write-ahead log, as it is
     if (!ours)
         return failed(ours.error().text());
     auto aside = moveAside(*p.files, errorDescription, clock.now());

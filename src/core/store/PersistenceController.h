@@ -37,9 +37,9 @@ struct StoreSchema;
 /// somebody still holds it.
 ///
 /// Only one controller can have a project open; drop the old one before the same project is opened
-/// again. Destroying it tries once more what could not be saved, and folds the journal into the
-/// store, so that a project at rest is one file. Main thread, but for
-/// opening and the first `load`.
+/// again. Destroying it tries once more what could not be saved, and checkpoints the write-ahead
+/// log into the store, so that a project at rest is one file. Main thread, but for opening and the
+/// first `load`.
 class PersistenceController {
 public:
     enum class IfMissing {
@@ -52,8 +52,8 @@ public:
         bool shouldImportLegacyJSON = false;
         /// The schema to open with; the program's own when null.
         const StoreSchema* schema = nullptr;
-        /// After how many pages of 4 KiB the journal is folded into the file.
-        int foldAtPages = 1000;
+        /// After how many pages of 4 KiB the write-ahead log is checkpointed into the file.
+        int checkpointAtPages = 1000;
         /// The data folder, held; with it no folder is ever made. Without it the controller holds
         /// the folder itself.
         std::shared_ptr<const FolderHandle> folder = nullptr;
@@ -136,9 +136,9 @@ public:
     /// been replaced or removed. When it succeeds the copy is whole and on the disk. Pending
     /// records whose bytes can't be read have there what is stored of them.
     std::expected<void, StoreError> writeCopy(const QString& path);
-    /// What the store at `path` holds, its journal included, with all bytes in memory that can be
-    /// read. It is read from a copy in a temporary folder; nothing at its place is touched, locked
-    /// or moved, and damage is an error (`Unreadable`). Not for a store that is open in this
+    /// What the store at `path` holds, its write-ahead log included, with all bytes in memory that
+    /// can be read. It is read from a copy in a temporary folder; nothing at its place is touched,
+    /// locked or moved, and damage is an error (`Unreadable`). Not for a store that is open in this
     /// process. Any thread.
     [[nodiscard]] static std::expected<NotebookSnapshot, StoreOpenError>
     readOnlyCopy(const QString& path);

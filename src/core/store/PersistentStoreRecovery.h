@@ -40,7 +40,7 @@ struct PersistentStoreRecovery {
 /// files (or links) of that earlier name are there.
 [[nodiscard]] QString storePath(const QString& dataFolder);
 
-/// The store's file and its two journal companions, whether they exist or not.
+/// The store's file and its two write-ahead log companions, whether they exist or not.
 [[nodiscard]] QStringList persistentStoreFiles(const QString& storePath);
 
 /// The folder to which a backup at `now` goes: "PersistentStoreRecovery-<unix seconds>", beside

@@ -234,10 +234,8 @@ bool PendingChanges::differFrom(const OpenedStore& store) const
                           !store.folders.differenceTo(m_snapshot->folders).removed.isEmpty());
 }
 
-std::expected<std::optional<StoreError>, StoreFailure> commitChanges(OpenedStore& store,
-                                                                     StoreWriter& writer,
-                                                                     PendingChanges& changes,
-                                                                     JournalState journal)
+std::expected<std::optional<StoreError>, StoreFailure>
+commitChanges(OpenedStore& store, StoreWriter& writer, PendingChanges& changes, WalState wal)
 {
     SQLite::Database& database = store.connection->database();
     StoreState next = store.state;
@@ -257,7 +255,7 @@ std::expected<std::optional<StoreError>, StoreFailure> commitChanges(OpenedStore
         if (changes.layout())
             store.layout.write(database, next.storeKey, changes.layout());
         const bool wrote = sqlite3_total_changes64(database.getHandle()) != before;
-        if (wrote && journal == JournalState::Folded)
+        if (wrote && wal == WalState::Checkpointed)
             ++next.generation;
         if (differ(next, store.state))
             writer.writeState(next);

@@ -50,14 +50,13 @@ private:
     std::optional<BinderLayoutSnapshot> m_layout;
 };
 
-/// Whether the transaction is the first one since the journal was folded.
-enum class JournalState { Folded, InUse };
+/// Whether the transaction is the first one since the write-ahead log was checkpointed.
+enum class WalState { Checkpointed, InUse };
 
 /// Stores the changes in one transaction, touching only rows that differ, and brings the image in
 /// `store` up to date when that has succeeded. A record that is too big, or whose bytes can't be
 /// read from where they are, is left out: it alone stays in `changes`, and the result says why.
 [[nodiscard]] std::expected<std::optional<StoreError>, StoreFailure>
-commitChanges(OpenedStore& store, StoreWriter& writer, PendingChanges& changes,
-              JournalState journal);
+commitChanges(OpenedStore& store, StoreWriter& writer, PendingChanges& changes, WalState wal);
 
 } // namespace orvane

@@ -16,7 +16,7 @@ namespace {
 
 // Nobody who types waits longer for another program; saving is tried again by itself.
 constexpr int busyTimeoutMs = 400;
-constexpr qsizetype journalPiece = 1 << 24;
+constexpr qsizetype walPiece = 1 << 24;
 
 StoreError::Code codeOf(int systemError)
 {
@@ -132,9 +132,9 @@ void StoreConnection::configure(Access access)
 {
     sqlite3* handle = m_database->getHandle();
     sqlite3_extended_result_codes(handle, 1);
-    // A store that turns out to be damaged keeps its journal.
+    // A store that turns out to be damaged keeps its write-ahead log.
     sqlite3_db_config(handle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
-    // Reading a file whose fold was cut short needs a pragma that this would forbid.
+    // Reading a file whose checkpoint was cut short needs a pragma that this would forbid.
     if (access != Access::Immutable)
         sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
@@ -146,10 +146,10 @@ void StoreConnection::configure(Access access)
     m_database->exec("PRAGMA synchronous = FULL");
     m_database->exec("PRAGMA secure_delete = FAST");
     const auto countPages = [](void* self, sqlite3*, const char*, int pages) {
-        static_cast<StoreConnection*>(self)->m_journalPages = pages;
+        static_cast<StoreConnection*>(self)->m_walPages = pages;
         return SQLITE_OK;
     };
-    // The journal is folded by us, not by SQLite's own hook, which this one replaces.
+    // The write-ahead log is checkpointed by us, not by SQLite's own hook, which this one replaces.
     sqlite3_wal_hook(handle, countPages, this);
 }
 
@@ -173,23 +173,23 @@ std::expected<bool, StoreFailure> StoreConnection::checkpoint()
 {
     return run([&] {
         sqlite3* handle = m_database->getHandle();
-        int inJournal = 0;
+        int inWal = 0;
         int copied = 0;
-        const int code = sqlite3_wal_checkpoint_v2(handle, nullptr, SQLITE_CHECKPOINT_PASSIVE,
-                                                   &inJournal, &copied);
+        const int code =
+            sqlite3_wal_checkpoint_v2(handle, nullptr, SQLITE_CHECKPOINT_PASSIVE, &inWal, &copied);
         if (code != SQLITE_OK)
             throw SQLite::Exception(handle, code);
-        m_journalPages = inJournal - copied;
-        return inJournal == copied;
+        m_walPages = inWal - copied;
+        return inWal == copied;
     });
 }
 
-void StoreConnection::closeFolded()
+void StoreConnection::closeCheckpointed()
 {
     sqlite3_db_config(m_database->getHandle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 0, nullptr);
 }
 
-std::expected<QByteArray, StoreFailure> StoreConnection::journalBytes()
+std::expected<QByteArray, StoreFailure> StoreConnection::walBytes()
 {
     return run([&] {
         sqlite3* handle = m_database->getHandle();
@@ -206,8 +206,8 @@ std::expected<QByteArray, StoreFailure> StoreConnection::journalBytes()
         sqlite3_int64 size = 0;
         check(file->pMethods->xFileSize(file, &size));
         bytes.resize(qsizetype(size));
-        for (qsizetype at = 0; at < bytes.size(); at += journalPiece) {
-            const auto length = int(std::min(journalPiece, bytes.size() - at));
+        for (qsizetype at = 0; at < bytes.size(); at += walPiece) {
+            const auto length = int(std::min(walPiece, bytes.size() - at));
             check(file->pMethods->xRead(file, bytes.data() + at, length, at));
         }
         return bytes;

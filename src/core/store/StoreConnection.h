@@ -40,13 +40,13 @@ public:
     enum class Access {
         ReadWrite,
         ReadOnly,  ///< beside a connection that writes
-        Immutable, ///< the file alone, without journal and locks; nothing may be writing it
+        Immutable, ///< the file alone, without write-ahead log and locks; nothing may be writing it
     };
 
     [[nodiscard]] static std::expected<std::unique_ptr<StoreConnection>, StoreFailure>
     open(const QString& path, Access access);
 
-    /// Leaves the journal as it is, unless `closeFolded` was called.
+    /// Leaves the write-ahead log as it is, unless `closeCheckpointed` was called.
     ~StoreConnection();
     StoreConnection(const StoreConnection&) = delete;
     StoreConnection& operator=(const StoreConnection&) = delete;
@@ -84,15 +84,16 @@ public:
         return done;
     }
 
-    /// Pages in the journal after the last commit.
-    [[nodiscard]] int journalPages() const { return m_journalPages; }
-    /// Copies the journal's pages into the store's file. True when all of them are there.
+    /// Pages in the write-ahead log after the last commit.
+    [[nodiscard]] int walPages() const { return m_walPages; }
+    /// Copies the write-ahead log's pages into the store's file. True when all of them are there.
     [[nodiscard]] std::expected<bool, StoreFailure> checkpoint();
-    /// Lets the destructor fold the journal into the file and remove it.
-    void closeFolded();
+    /// Lets the destructor checkpoint the write-ahead log into the file and remove it.
+    void closeCheckpointed();
 
-    /// The journal that is open, as its file holds it, even when the file has no name any more.
-    [[nodiscard]] std::expected<QByteArray, StoreFailure> journalBytes();
+    /// The write-ahead log that is open, as its file holds it, even when the file has no name any
+    /// more.
+    [[nodiscard]] std::expected<QByteArray, StoreFailure> walBytes();
 
     /// Whether SQLite could open the file for reading only.
     [[nodiscard]] bool isReadOnly() const;
@@ -104,7 +105,7 @@ private:
     void rollBack();
 
     std::unique_ptr<SQLite::Database> m_database;
-    int m_journalPages = 0;
+    int m_walPages = 0;
 };
 
 } // namespace orvane

@@ -4,8 +4,8 @@
 #include "core/records/RecordFields.h"
 #include "core/store/PersistentStoreRecovery.h"
 #include "core/store/StoreFiles.h"
-#include "core/store/StoreJournal.h"
 #include "core/store/StoreStatement.h"
+#include "core/store/WriteAheadLog.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -55,7 +55,8 @@ StoreError errorOf(const StoreOpenFailure& failure)
     return {code, error.text()};
 }
 
-// A copy has no journal: what is pending goes into it, and its generation says that all is there.
+// A copy has no write-ahead log: what is pending goes into it, and its generation says that all is
+// there.
 std::expected<void, StoreError> complete(const QString& path, PendingChanges pending,
                                          const StoreSchema& schema)
 {
@@ -63,7 +64,7 @@ std::expected<void, StoreError> complete(const QString& path, PendingChanges pen
     if (!opened)
         return std::unexpected(errorOf(opened.error()));
     StoreWriter writer(*opened->connection, opened->state.storeKey);
-    const auto done = commitChanges(*opened, writer, pending, JournalState::InUse);
+    const auto done = commitChanges(*opened, writer, pending, WalState::InUse);
     if (!done)
         return std::unexpected(done.error().toStoreError());
     if (const auto& left = *done)
@@ -73,13 +74,13 @@ std::expected<void, StoreError> complete(const QString& path, PendingChanges pen
     const auto even = opened->connection->transact([&] { writer.writeState(state); });
     if (!even)
         return std::unexpected(even.error().toStoreError());
-    const auto folded = opened->connection->checkpoint();
-    if (!folded || !*folded)
-        return std::unexpected(folded ? StoreError{StoreError::Code::Busy, path}
-                                      : folded.error().toStoreError());
+    const auto checkpointed = opened->connection->checkpoint();
+    if (!checkpointed || !*checkpointed)
+        return std::unexpected(checkpointed ? StoreError{StoreError::Code::Busy, path}
+                                            : checkpointed.error().toStoreError());
     opened->bytes->detach();
     opened->layout.detach();
-    opened->connection->closeFolded();
+    opened->connection->closeCheckpointed();
     return {};
 }
 
@@ -130,7 +131,7 @@ std::expected<NotebookSnapshot, StoreOpenError> readStoreCopy(const QString& pat
     const QStringList from = persistentStoreFiles(info.absoluteFilePath());
     const QStringList to = persistentStoreFiles(copy);
     if (QFileInfo(from.at(1)).isFile() && !QFile::copy(from.at(1), to.at(1)))
-        return refused(Code::NoSpace, u"its journal can't be copied for reading"_s);
+        return refused(Code::NoSpace, u"its write-ahead log can't be copied for reading"_s);
     for (const QString& file : to)
         QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
 

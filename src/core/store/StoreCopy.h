@@ -14,9 +14,9 @@ namespace orvane {
                                                              const QString& path,
                                                              const StoreSchema& schema);
 
-/// What the store at `path` holds, its journal included, with all bytes that can be read in memory.
-/// It is read from a copy: nothing beside it is made, changed or locked. Not for a store that this
-/// process has open, whose locks would be lost.
+/// What the store at `path` holds, its write-ahead log included, with all bytes that can be read in
+/// memory. It is read from a copy: nothing beside it is made, changed or locked. Not for a store
+/// that this process has open, whose locks would be lost.
 [[nodiscard]] std::expected<NotebookSnapshot, StoreOpenError>
 readStoreCopy(const QString& path, const StoreSchema& schema);
 

@@ -50,7 +50,7 @@ bool sync(const QString& path, int flags)
     return done;
 }
 
-QString journalOf(const QString& path)
+QString walOf(const QString& path)
 {
     return persistentStoreFiles(path).at(1);
 }
@@ -106,7 +106,7 @@ void StoreFiles::remember()
         return found ? std::optional(*found) : std::nullopt;
     };
     m_store = identity(m_path);
-    m_journal = identity(journalOf(m_path));
+    m_wal = identity(walOf(m_path));
 }
 
 std::expected<FileIdentity, FileError> StoreFiles::identityOf(const QString& path) const
@@ -134,36 +134,36 @@ std::expected<void, StoreError> StoreFiles::storeInPlace() const
     return {};
 }
 
-std::expected<bool, StoreError> StoreFiles::journalInPlace() const
+std::expected<bool, StoreError> StoreFiles::walInPlace() const
 {
-    if (!m_journal)
+    if (!m_wal)
         return true;
-    const auto now = identityOf(journalOf(m_path));
+    const auto now = identityOf(walOf(m_path));
     if (!now && now.error().code != FileError::Code::NotFound)
         return std::unexpected(unreachable(now.error()));
-    return now && *now == *m_journal;
+    return now && *now == *m_wal;
 }
 
-std::expected<void, StoreError> StoreFiles::setJournalAside() const
+std::expected<void, StoreError> StoreFiles::setWalAside() const
 {
-    const QString journal = journalOf(m_path);
+    const QString wal = walOf(m_path);
     for (int number = 1; number < asideNames; ++number) {
-        const QString aside = u"%1.aside-%2"_s.arg(journal).arg(number);
+        const QString aside = u"%1.aside-%2"_s.arg(wal).arg(number);
         if (stands(aside))
             continue;
-        const auto renamed = renameToFreeName(journal, aside);
+        const auto renamed = renameToFreeName(wal, aside);
         if (!renamed && stands(aside))
             continue;
         if (!renamed && renamed.error().code == FileError::Code::NotFound)
             return {};
         if (!renamed)
             return std::unexpected(StoreError{StoreError::Code::Other, renamed.error().text()});
-        qWarning("%ls was set aside as %ls", qUtf16Printable(named(journal)),
+        qWarning("%ls was set aside as %ls", qUtf16Printable(named(wal)),
                  qUtf16Printable(named(aside)));
         return {};
     }
     return std::unexpected(
-        StoreError{StoreError::Code::Other, named(journal) + u": no name is free for it"_s});
+        StoreError{StoreError::Code::Other, named(wal) + u": no name is free for it"_s});
 }
 
 std::expected<void, FileError> renameToFreeName(const QString& from, const QString& to)

@@ -21,7 +21,7 @@ public:
     explicit StoreFiles(std::shared_ptr<const FolderHandle> folder);
 
     /// The data folder and the store's file, for working with. The file is the one to which a link
-    /// leads where a link has the store's name; its journal is beside it.
+    /// leads where a link has the store's name; its write-ahead log is beside it.
     [[nodiscard]] const QString& folder() const { return m_folder->path(); }
     [[nodiscard]] const QString& path() const { return m_path; }
     /// The same for a person's eyes: where they are now, or were last.
@@ -31,7 +31,8 @@ public:
     /// knows.
     [[nodiscard]] QString named(QString text) const;
 
-    /// Whether anything stands under the store's name or its journal's, a link to nowhere included.
+    /// Whether anything stands under the store's name or its write-ahead log's, a link to nowhere
+    /// included.
     [[nodiscard]] bool anyStands() const;
     /// Whether the store is a link: to a file elsewhere, to nothing, or in a circle.
     [[nodiscard]] bool isLink() const { return m_isLink; }
@@ -44,12 +45,12 @@ public:
     /// Whether the file under the store's name is the one that was remembered: `Replaced`,
     /// `Missing`, or `Other` where the system doesn't tell.
     [[nodiscard]] std::expected<void, StoreError> storeInPlace() const;
-    /// Whether the journal's name still has the file that was remembered, if one was. The error is
-    /// that the system doesn't tell.
-    [[nodiscard]] std::expected<bool, StoreError> journalInPlace() const;
-    /// Renames what stands under the journal's name to a name that is free, "-wal.aside-1" and so
-    /// on. Nothing is lost by it: a journal that is open is still written and read.
-    [[nodiscard]] std::expected<void, StoreError> setJournalAside() const;
+    /// Whether the write-ahead log's name still has the file that was remembered, if one was. The
+    /// error is that the system doesn't tell.
+    [[nodiscard]] std::expected<bool, StoreError> walInPlace() const;
+    /// Renames what stands under the write-ahead log's name to a name that is free, "-wal.aside-1"
+    /// and so on. Nothing is lost by it: a write-ahead log that is open is still written and read.
+    [[nodiscard]] std::expected<void, StoreError> setWalAside() const;
 
 private:
     /// Of a file beside the store, or of the store.
@@ -63,7 +64,7 @@ private:
     QString m_path;
     mutable QString m_lastPlace;
     std::optional<FileIdentity> m_store;
-    std::optional<FileIdentity> m_journal;
+    std::optional<FileIdentity> m_wal;
 };
 
 /// Renames a file where nothing, not even a link, has the new name. Both are in one folder.

@@ -3,8 +3,8 @@
 
 #include "core/store/PersistentStoreRecovery.h"
 #include "core/store/StoreFiles.h"
-#include "core/store/StoreJournal.h"
 #include "core/store/StoreVfs.h"
+#include "core/store/WriteAheadLog.h"
 #include "platform/AtomicFile.h"
 
 #include <QDir>
@@ -75,7 +75,7 @@ Result<int> schemaInHeader(const QString& path, const StoreSchema& schema)
     if (::stat(QFile::encodeName(path).constData(), &status) != 0) {
         if (errno == ENOENT)
             return std::unexpected(
-                damage(u"the store's file is missing and its journal is there"_s));
+                damage(u"the store's file is missing and its write-ahead log is there"_s));
         return failed(StoreOpenError::Code::Unreadable, path, qt_error_string(errno));
     }
     if (!S_ISREG(status.st_mode))
@@ -192,17 +192,17 @@ std::expected<void, StoreFailure> readAll(OpenedStore& store, const BeginningWis
     });
 }
 
-// A store in a folder that can't be written: alone it is read where it is; with a journal beside
-// it, from a copy, because reading through a journal needs files beside the store.
+// A store in a folder that can't be written: alone it is read where it is; with a write-ahead log
+// beside it, from a copy, because reading through a write-ahead log needs files beside the store.
 Result<QString> placeForReading(OpenedStore& store, const QString& path)
 {
-    if (!hasJournal(path))
+    if (!hasWal(path))
         return path;
     store.copy = std::make_unique<QTemporaryDir>();
     QString target = store.copy->filePath(QFileInfo(path).fileName());
-    const QString journal = persistentStoreFiles(path).at(1);
+    const QString wal = persistentStoreFiles(path).at(1);
     if (!store.copy->isValid() || !QFile::copy(path, target) ||
-        !QFile::copy(journal, persistentStoreFiles(target).at(1)))
+        !QFile::copy(wal, persistentStoreFiles(target).at(1)))
         return failed(StoreOpenError::Code::NoSpace, path, u"it can't be copied for reading"_s);
     for (const QString& file : persistentStoreFiles(target))
         QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
@@ -240,10 +240,10 @@ Result<OpenedStore> openStore(const QString& path, const StoreSchema& schema, St
             return std::unexpected(readable.error());
         place = *readable;
     }
-    const bool journalLeft = hasJournal(place);
-    if (const auto problem = journalLeft ? journalDamage(place) : std::nullopt)
+    const bool walLeft = hasWal(place);
+    if (const auto problem = walLeft ? walDamage(place) : std::nullopt)
         return std::unexpected(damage(*problem));
-    const auto alone = journalLeft ? stateWithoutJournal(place) : std::nullopt;
+    const auto alone = walLeft ? stateWithoutWal(place) : std::nullopt;
 
     const bool immutable = access == StoreAccess::ReadOnly && !store.copy;
     auto connection = StoreConnection::open(place, immutable ? StoreConnection::Access::Immutable
@@ -260,8 +260,8 @@ Result<OpenedStore> openStore(const QString& path, const StoreSchema& schema, St
     }
     if (const std::string* tables = schema.tablesOf(*version)) {
         if (const auto ours = schemaIsOurs(store, path, *tables); !ours) {
-            if (!journalLeft && !immutable)
-                store.connection->closeFolded(); // which leaves no file beside it
+            if (!walLeft && !immutable)
+                store.connection->closeCheckpointed(); // which leaves no file beside it
             return std::unexpected(ours.error());
         }
     }
@@ -270,8 +270,9 @@ Result<OpenedStore> openStore(const QString& path, const StoreSchema& schema, St
             store.connection->run([&] { return readStoreState(store.connection->database()); });
         if (!together)
             return failed(path, together.error());
-        if (!journalFits(*alone, *together))
-            return std::unexpected(damage(u"the journal beside the store is not its own"_s));
+        if (!walFits(*alone, *together))
+            return std::unexpected(
+                damage(u"the write-ahead log beside the store is not its own"_s));
     }
     if (auto migrated = migrate(store, path, *version, schema, access); !migrated)
         return std::unexpected(migrated.error());

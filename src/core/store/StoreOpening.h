@@ -44,9 +44,9 @@ using StoreOpenFailure = std::variant<StoreOpenError, StoreDamage>;
 enum class StoreAccess { ReadWrite, ReadOnly };
 
 /// Opens the store at `path`, which exists at least in part, and reads all of it but the rich
-/// bytes. An older schema is brought forward and a journal left over is folded in. For reading
-/// only, nothing in the folder is changed. `wish` gets the beginning of a store that can be written
-/// before the rest is read.
+/// bytes. An older schema is brought forward and a write-ahead log left over is checkpointed. For
+/// reading only, nothing in the folder is changed. `wish` gets the beginning of a store that can be
+/// written before the rest is read.
 [[nodiscard]] std::expected<OpenedStore, StoreOpenFailure>
 openStore(const QString& path, const StoreSchema& schema, StoreAccess access,
           const BeginningWish* wish = nullptr);

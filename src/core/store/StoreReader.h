@@ -24,7 +24,7 @@ namespace orvane {
 struct StoreState {
     /// A random number of this store's own; seeds its checksums.
     qint64 storeKey = 0;
-    /// Even while everything is in the file, odd while the journal holds changes.
+    /// Even while everything is in the file, odd while the write-ahead log holds changes.
     qint64 generation = 0;
     qint64 folderCount = 0;
     qint64 noteCount = 0;

@@ -2,7 +2,7 @@
 #include "core/store/StoreSession.h"
 
 #include "core/store/StoreCopy.h"
-#include "core/store/StoreJournal.h"
+#include "core/store/WriteAheadLog.h"
 
 namespace orvane {
 
@@ -23,21 +23,22 @@ StoreError replaced(const QString& detail)
 
 } // namespace
 
-StoreSession::StoreSession(OpenedStore&& opened, StoreFiles& files, int foldAtPages,
+StoreSession::StoreSession(OpenedStore&& opened, StoreFiles& files, int checkpointAtPages,
                            bool isReadOnly)
     : m_store(std::move(opened))
     , m_files(files)
-    , m_foldAtPages(foldAtPages)
+    , m_checkpointAtPages(checkpointAtPages)
     , m_readOnly(isReadOnly || m_store.connection->isReadOnly())
 {
     if (m_readOnly)
         return;
     m_files.remember();
     m_writer = std::make_unique<StoreWriter>(*m_store.connection, m_store.state.storeKey);
-    // Without a journal, an odd generation was copied or mended by hand from one with a journal.
-    if (hasJournal(m_files.path()) || m_store.state.generation % 2 != 0) {
-        m_journal = JournalState::InUse;
-        fold();
+    // Without a write-ahead log, an odd generation was copied or mended by hand from one with a
+    // write-ahead log.
+    if (hasWal(m_files.path()) || m_store.state.generation % 2 != 0) {
+        m_wal = WalState::InUse;
+        checkpoint();
     }
 }
 
@@ -46,9 +47,9 @@ StoreSession::~StoreSession()
     close();
 }
 
-// Copies the journal into the file. The generation is raised first, so that a copy of the journal
-// made before no longer fits the file.
-bool StoreSession::fold()
+// Copies the write-ahead log into the file. The generation is raised first, so that a copy of the
+// write-ahead log made before no longer fits the file.
+bool StoreSession::checkpoint()
 {
     if (m_store.state.generation % 2 != 0) {
         StoreState next = m_store.state;
@@ -61,7 +62,7 @@ bool StoreSession::fold()
     const auto complete = m_store.connection->checkpoint();
     if (!complete || !*complete)
         return false;
-    m_journal = JournalState::Folded;
+    m_wal = WalState::Checkpointed;
     return true;
 }
 
@@ -74,13 +75,13 @@ std::expected<void, StoreError> StoreSession::flush()
     }
     if (auto ours = confirmFiles(); !ours)
         return ours;
-    auto done = commitChanges(m_store, *m_writer, m_pending, m_journal);
+    auto done = commitChanges(m_store, *m_writer, m_pending, m_wal);
     if (!done)
         return std::unexpected(done.error().toStoreError());
     if (m_store.state.generation % 2 != 0)
-        m_journal = JournalState::InUse;
-    if (m_store.connection->journalPages() >= m_foldAtPages)
-        fold();
+        m_wal = WalState::InUse;
+    if (m_store.connection->walPages() >= m_checkpointAtPages)
+        checkpoint();
     if (const auto& problem = *done)
         return std::unexpected(*problem);
     return {};
@@ -91,25 +92,24 @@ std::expected<void, StoreError> StoreSession::confirmFiles()
     if (m_readOnly || !m_store.connection)
         return {};
     if (auto ours = m_files.storeInPlace(); !ours) {
-        // Beside another file our journal would be taken for that file's.
-        if (ours.error().code == StoreError::Code::Replaced &&
-            m_files.journalInPlace().value_or(false))
-            static_cast<void>(m_files.setJournalAside());
+        // Beside another file our write-ahead log would be taken for that file's.
+        if (ours.error().code == StoreError::Code::Replaced && m_files.walInPlace().value_or(false))
+            static_cast<void>(m_files.setWalAside());
         return ours;
     }
-    const auto journal = m_files.journalInPlace();
-    if (!journal)
-        return std::unexpected(journal.error());
-    return *journal ? std::expected<void, StoreError>() : mendJournal();
+    const auto wal = m_files.walInPlace();
+    if (!wal)
+        return std::unexpected(wal.error());
+    return *wal ? std::expected<void, StoreError>() : mendWal();
 }
 
-// The connection has the journal open, with or without a name: its bytes go back under the name,
-// as a crash would have left them, and another connection takes over.
-std::expected<void, StoreError> StoreSession::mendJournal()
+// The connection has the write-ahead log open, with or without a name: its bytes go back under the
+// name, as a crash would have left them, and another connection takes over.
+std::expected<void, StoreError> StoreSession::mendWal()
 {
-    if (auto aside = m_files.setJournalAside(); !aside)
+    if (auto aside = m_files.setWalAside(); !aside)
         return aside;
-    if (const auto restored = restoreJournal(*m_store.connection, m_files.path()); !restored) {
+    if (const auto restored = restoreWal(*m_store.connection, m_files.path()); !restored) {
         const auto code = restored.error().code == FileError::Code::NoSpace
                               ? StoreError::Code::NoSpace
                               : StoreError::Code::Other;
@@ -120,14 +120,14 @@ std::expected<void, StoreError> StoreSession::mendJournal()
         return std::unexpected(replaced(opened.error().detail));
     const auto state = (*opened)->run([&] { return readStoreState((*opened)->database()); });
     if (!state || !sameState(*state, m_store.state))
-        return std::unexpected(replaced(u"the journal can't be put back"_s));
+        return std::unexpected(replaced(u"the write-ahead log can't be put back"_s));
     m_store.bytes->attach(**opened);
     m_store.layout.detach();
     m_writer = std::make_unique<StoreWriter>(**opened, m_store.state.storeKey);
     m_store.connection = *std::move(opened);
     m_files.remember();
     ++m_mendings;
-    qWarning("The journal of %ls was taken away and was written anew",
+    qWarning("The write-ahead log of %ls was taken away and was written anew",
              qUtf16Printable(m_files.place()));
     return {};
 }
@@ -148,10 +148,11 @@ void StoreSession::close()
                       qUtf16Printable(saved.error().text()));
     }
     const bool ours = !m_readOnly && confirmFiles().has_value();
-    if (ours && (m_journal == JournalState::Folded || fold()))
-        m_store.connection->closeFolded();
+    if (ours && (m_wal == WalState::Checkpointed || checkpoint()))
+        m_store.connection->closeCheckpointed();
     else if (!m_readOnly)
-        qWarning("%ls is closed with its journal beside it", qUtf16Printable(m_files.place()));
+        qWarning("%ls is closed with its write-ahead log beside it",
+                 qUtf16Printable(m_files.place()));
     abandon();
 }
 

@@ -14,18 +14,20 @@
 
 namespace orvane {
 
-/// A store that is open: what it holds, what is to be stored and isn't yet, and its journal.
+/// A store that is open: what it holds, what is to be stored and isn't yet, and its write-ahead
+/// log.
 ///
 /// Before each save the files under the store's names are held against those that are open. Where
 /// another file stands in the store's place, or none, nothing is written and everything stays
-/// pending. Where only the journal was taken away or exchanged, it is written anew from the one
-/// that is open, a foreign one being set aside, and the save goes on. What isn't ours is never
-/// written, folded into, or removed. Main thread, but for being made.
+/// pending. Where only the write-ahead log was taken away or exchanged, it is written anew from the
+/// one that is open, a foreign one being set aside, and the save goes on. What isn't ours is never
+/// written, checkpointed into, or removed. Main thread, but for being made.
 class StoreSession {
 public:
     /// `files` outlives this.
-    StoreSession(OpenedStore&& opened, StoreFiles& files, int foldAtPages, bool isReadOnly);
-    /// Tries once more what is pending, folds the journal into the file and removes it.
+    StoreSession(OpenedStore&& opened, StoreFiles& files, int checkpointAtPages, bool isReadOnly);
+    /// Tries once more what is pending, checkpoints the write-ahead log into the file and removes
+    /// it.
     ~StoreSession();
     StoreSession(const StoreSession&) = delete;
     StoreSession& operator=(const StoreSession&) = delete;
@@ -38,29 +40,30 @@ public:
     /// Stores what is pending. After an error it is still pending, or of it the records that the
     /// error is about.
     std::expected<void, StoreError> flush();
-    /// Whether the files are still those that are open, the journal being mended where it must be.
+    /// Whether the files are still those that are open, the write-ahead log being mended where it
+    /// must be.
     std::expected<void, StoreError> confirmFiles();
-    /// How often the journal was mended.
+    /// How often the write-ahead log was mended.
     [[nodiscard]] int mendings() const { return m_mendings; }
 
     /// Writes what is stored, with what is pending, to a store of its own at `path`.
     std::expected<void, StoreError> writeCopy(const QString& path, const StoreSchema& schema);
 
-    /// Closes without storing or folding anything: the files stay as they are.
+    /// Closes without storing or checkpointing anything: the files stay as they are.
     void abandon();
 
 private:
-    bool fold();
-    std::expected<void, StoreError> mendJournal();
+    bool checkpoint();
+    std::expected<void, StoreError> mendWal();
     void close();
 
     OpenedStore m_store;
     StoreFiles& m_files;
-    int m_foldAtPages;
+    int m_checkpointAtPages;
     bool m_readOnly;
     std::unique_ptr<StoreWriter> m_writer;
     PendingChanges m_pending;
-    JournalState m_journal = JournalState::Folded;
+    WalState m_wal = WalState::Checkpointed;
     int m_mendings = 0;
 };
 

@@ -64,8 +64,7 @@ void EditorView::setGateway(EditGateway* gateway)
         disconnect(connection);
     m_connections.clear();
     m_gateway = gateway ? gateway : m_ownGateway.get();
-    m_layout =
-        std::make_unique<ParagraphLayout>(store(), columnWidth(), m_baseFont, m_lineSettings);
+    m_layout = std::make_unique<ParagraphLayout>(store(), columnWidth(), m_baseFont, lineSettings);
     m_layout->setObjectPainter(m_objectPainter);
     m_layout->setDecorator(m_decorators.value(m_gateway));
     m_focusRange.reset();
@@ -152,13 +151,7 @@ void EditorView::setLook(const EditorLook& look)
 void EditorView::setBaseFont(const TextFont& font)
 {
     m_baseFont = font;
-    layout().setSettings(m_baseFont, m_lineSettings);
-}
-
-void EditorView::setLineSettings(const LineSettings& settings)
-{
-    m_lineSettings = settings;
-    layout().setSettings(m_baseFont, m_lineSettings);
+    layout().setSettings(m_baseFont, lineSettings);
 }
 
 void EditorView::setGeometry(const EditorGeometry& geometry)

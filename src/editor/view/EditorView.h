@@ -73,7 +73,6 @@ public:
     [[nodiscard]] const EditorLook& look() const { return m_look; }
     /// The font of text that names none.
     void setBaseFont(const TextFont& font);
-    void setLineSettings(const LineSettings& settings);
     void setGeometry(const EditorGeometry& geometry);
     using QWidget::setGeometry;
     [[nodiscard]] const EditorGeometry& textGeometry() const { return m_geometry; }
@@ -267,7 +266,7 @@ private:
     int m_headHeight = 0;
     bool m_showedHead = true;
     TextFont m_baseFont{editorFontFamilySetting.fallback, editorFontSizeSetting.fallback};
-    LineSettings m_lineSettings{1.6};
+    static constexpr LineSettings lineSettings{1.6};
     AttachmentPainter m_ownPainter;
     ObjectPainter* m_objectPainter = &m_ownPainter;
     QHash<const EditGateway*, const ParagraphDecorator*> m_decorators;

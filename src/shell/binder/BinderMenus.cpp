@@ -181,7 +181,7 @@ void BinderMenus::fillSortMenu(QMenu& menu)
     const BinderSortOrder present = m_appState.binderSortOrder();
     for (int i = 0; i < binderSortOrderCount; ++i) {
         const auto order = BinderSortOrder(i);
-        QAction* action = menu.addAction(storedValue(order));
+        QAction* action = menu.addAction(label(order));
         action->setCheckable(true);
         action->setChecked(order == present);
         group->addAction(action);

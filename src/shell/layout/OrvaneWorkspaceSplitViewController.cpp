@@ -189,8 +189,9 @@ void OrvaneWorkspaceSplitViewController::applyLockConstraints()
     for (const SidePane pane : sidePanes) {
         const bool locked = pane == SidePane::Binder ? layout.locks.binder : layout.locks.inspector;
         double& preferred = widthOf(layout.preferred, pane);
-        const SideLimits limits = sideLimits(isVisible(layout.visible, pane), locked, preferred,
-                                             widthOf(m_paneLayout.sideWidths(), pane));
+        const SideLimits limits =
+            sideLimits({.isVisible = isVisible(layout.visible, pane), .isLocked = locked},
+                       preferred, widthOf(m_paneLayout.sideWidths(), pane));
         preferred = std::clamp(preferred, limits.minimum, limits.maximum);
     }
     apply(layout, Motion::None);

@@ -117,11 +117,11 @@ SideWidths balancedSideWidths(double available, const SideWidths& targets,
     return room >= sum(targets) ? targets : scaledToFit(room, targets);
 }
 
-SideLimits sideLimits(bool visible, bool locked, double width, double remembered)
+SideLimits sideLimits(const SidePaneState& state, double width, double remembered)
 {
-    if (!visible)
+    if (!state.isVisible)
         return {};
-    if (locked) {
+    if (state.isLocked) {
         const double fixed = clampedToSide(width);
         return {fixed, fixed, false};
     }

@@ -75,9 +75,14 @@ struct SideLimits {
     bool operator==(const SideLimits&) const = default;
 };
 
+struct SidePaneState {
+    bool isVisible;
+    bool isLocked;
+};
+
 /// `width` is the pane's width now, `remembered` the stored one. A locked pane may measure one
 /// width only.
-[[nodiscard]] SideLimits sideLimits(bool visible, bool locked, double width, double remembered);
+[[nodiscard]] SideLimits sideLimits(const SidePaneState& state, double width, double remembered);
 
 /// Everything that decides where the panes stand. The panes and the dividers of the side panes that
 /// have a width always add up to `total`.

@@ -38,7 +38,7 @@ QWidget* makeGeneralPage(const SettingsServices& s)
     for (const auto destination :
          {OrvaneWorkspaceLaunchDestination::Projects, OrvaneWorkspaceLaunchDestination::LastProject,
           OrvaneWorkspaceLaunchDestination::LastNote})
-        destinations.append({storedValue(destination), label(destination)});
+        destinations.append({rawValue(destination), label(destination)});
     page->addChoice(
         SessionKeys::launchDestination,
         {Words::tr("When the program starts"), Words::tr("What is on the screen first.")},

@@ -77,7 +77,7 @@ OrvaneNoteImageAttachment readImage(CborCursor& cursor)
     expectKey(cursor, u"imageData");
     image.imageData = cursor.readBytes();
     expectKey(cursor, u"wrapMode");
-    const auto mode = imageWrapModeFromRawValue(cursor.readText());
+    const auto mode = fromRawValue<OrvaneNoteImageWrapMode>(cursor.readText());
     cursor.require(mode.has_value());
     image.wrapMode = mode.value_or(OrvaneNoteImageWrapMode::inLine);
     expectKey(cursor, u"floatingOffset");

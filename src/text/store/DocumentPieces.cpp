@@ -38,22 +38,6 @@ QString DocumentPieces::text(TextRange range) const
     return result;
 }
 
-qsizetype DocumentPieces::count(QChar character, TextRange range) const
-{
-    const auto& pieces = m_access->pieces;
-    const QString buffer = pieces.buffer();
-    qsizetype count = 0;
-    qsizetype position = range.location;
-    for (auto piece = pieces.find(int(position)); position < range.end(); ++piece) {
-        const qsizetype from = position - piece.position();
-        const auto length = std::min<qsizetype>(int(piece.size()) - from, range.end() - position);
-        const QStringView part = QStringView(buffer).mid(piece->stringPosition + from, length);
-        count += std::count(part.utf16(), part.utf16() + part.size(), character.unicode());
-        position += length;
-    }
-    return count;
-}
-
 QTextCharFormat DocumentPieces::formatAt(int position) const
 {
     const auto& pieces = m_access->pieces;

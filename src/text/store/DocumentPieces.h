@@ -34,8 +34,6 @@ public:
     // Reading. Costs the same in a paragraph of any length.
 
     [[nodiscard]] QString text(TextRange range) const;
-    /// How often `character` stands in `range`.
-    [[nodiscard]] qsizetype count(QChar character, TextRange range) const;
     [[nodiscard]] QTextCharFormat formatAt(int position) const;
     /// Calls `visit` for the runs of one format in `range` in turn; however often the text was
     /// edited, neighbours in one paragraph differ.

@@ -35,11 +35,6 @@ QString DocumentPieces::text(TextRange range) const
     return Access::cursor(m_document, range).selectedText();
 }
 
-qsizetype DocumentPieces::count(QChar character, TextRange range) const
-{
-    return text(range).count(character);
-}
-
 QTextCharFormat DocumentPieces::formatAt(int position) const
 {
     QTextCharFormat found;

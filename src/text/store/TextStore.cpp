@@ -89,11 +89,6 @@ QString TextStore::text(TextRange range) const
     return text;
 }
 
-qsizetype TextStore::count(QChar character, TextRange range) const
-{
-    return m_pieces.count(character, range);
-}
-
 QChar TextStore::characterAt(qsizetype position) const
 {
     if (position < 0 || position >= length())

@@ -42,8 +42,6 @@ public:
     /// Plain text with "\n" between paragraphs; every other character as it is.
     [[nodiscard]] QString text() const;
     [[nodiscard]] QString text(TextRange range) const;
-    /// How often `character`, which is not "\n", stands in `range`. Copies no text.
-    [[nodiscard]] qsizetype count(QChar character, TextRange range) const;
     /// The character at `position`, or a null character at the end of the text.
     [[nodiscard]] QChar characterAt(qsizetype position) const;
 

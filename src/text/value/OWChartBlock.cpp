@@ -14,8 +14,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr std::array kindWords{u"bar", u"line", u"pie", u"donut"};
-
 double clampedOr(double value, double low, double high, double fallback)
 {
     return std::isfinite(value) ? std::clamp(value, low, high) : fallback;
@@ -78,20 +76,6 @@ OWChartDataPoint pointFrom(const QJsonValue& value, const QUuid& chart, qsizetyp
 }
 
 } // namespace
-
-QString rawValue(OWChartKind kind)
-{
-    return QString::fromUtf16(kindWords[std::size_t(kind)]);
-}
-
-std::optional<OWChartKind> chartKindFromRawValue(QStringView text)
-{
-    const auto found =
-        std::ranges::find(kindWords, text, [](auto word) { return QStringView(word); });
-    if (found == kindWords.end())
-        return std::nullopt;
-    return OWChartKind(found - kindWords.begin());
-}
 
 const QList<OWChartDataPoint>& OWChartBlock::defaultDataPoints()
 {
@@ -158,7 +142,7 @@ std::optional<OWChartBlock> OWChartBlock::fromJson(const QByteArray& json)
     const QJsonObject object = document.object();
     OWChartBlock block;
     if (object.contains(u"kind")) {
-        const auto kind = chartKindFromRawValue(object[u"kind"].toString());
+        const auto kind = fromRawValue<OWChartKind>(object[u"kind"].toString());
         if (!kind)
             return std::nullopt;
         block.kind = *kind;

@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
-#include <QString>
-
-#include <optional>
+#include "platform/StoredWords.h"
 
 namespace orvane {
 
 enum class OWChartKind { bar, line, pie, donut };
 
-/// The stored words: "bar", "line", "pie", "donut".
-[[nodiscard]] QString rawValue(OWChartKind kind);
-[[nodiscard]] std::optional<OWChartKind> chartKindFromRawValue(QStringView text);
+template <>
+inline constexpr auto storedWords<OWChartKind> = std::to_array<QStringView>({u"bar", u"line",
+                                                                             u"pie", u"donut"});
 
 } // namespace orvane

@@ -12,13 +12,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-const std::array<QString, 4>& wrapModeWords()
-{
-    static const std::array<QString, 4> words{u"In Line with Text"_s, u"Top and Bottom"_s,
-                                              u"Behind Text"_s, u"In Front of Text"_s};
-    return words;
-}
-
 bool isUsable(QSizeF size)
 {
     return std::isfinite(size.width()) && std::isfinite(size.height()) && size.width() > 0 &&
@@ -26,20 +19,6 @@ bool isUsable(QSizeF size)
 }
 
 } // namespace
-
-QString rawValue(OrvaneNoteImageWrapMode mode)
-{
-    return wrapModeWords()[std::size_t(mode)];
-}
-
-std::optional<OrvaneNoteImageWrapMode> imageWrapModeFromRawValue(QStringView text)
-{
-    for (std::size_t i = 0; i < wrapModeWords().size(); ++i) {
-        if (text == wrapModeWords()[i])
-            return OrvaneNoteImageWrapMode(i);
-    }
-    return std::nullopt;
-}
 
 QSizeF OrvaneNoteImageAttachment::bounds() const
 {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "platform/StoredWords.h"
+
 #include <QByteArray>
 #include <QPointF>
 #include <QSizeF>
@@ -19,9 +21,9 @@ enum class OrvaneNoteImageWrapMode {
     inFrontOfText,
 };
 
-/// The stored words: "In Line with Text", "Top and Bottom", "Behind Text", "In Front of Text".
-[[nodiscard]] QString rawValue(OrvaneNoteImageWrapMode mode);
-[[nodiscard]] std::optional<OrvaneNoteImageWrapMode> imageWrapModeFromRawValue(QStringView text);
+template <>
+inline constexpr auto storedWords<OrvaneNoteImageWrapMode> = std::to_array<QStringView>(
+    {u"In Line with Text", u"Top and Bottom", u"Behind Text", u"In Front of Text"});
 
 /// An image in a rich note, on one object character (U+FFFC) of the text. Lengths are in points.
 struct OrvaneNoteImageAttachment {

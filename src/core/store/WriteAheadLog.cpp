@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
-#include "core/store/StoreJournal.h"
+#include "core/store/WriteAheadLog.h"
 
 #include "core/store/PersistentStoreRecovery.h"
 #include "core/store/StoreConnection.h"
@@ -26,7 +26,7 @@ quint32 number(QByteArrayView bytes, qsizetype at)
 }
 
 // The running checksum over header and frames.
-struct JournalSum {
+struct WalSum {
     bool bigEndian = false;
     quint32 first = 0;
     quint32 second = 0;
@@ -50,28 +50,29 @@ private:
     }
 };
 
-// The frames that belong to this use of the journal, before and behind the first damaged one.
-struct JournalScan {
+// The frames that belong to this use of the write-ahead log, before and behind the first damaged
+// one.
+struct WalScan {
     bool readableHeader = false;
     int commitsBehindDamage = 0;
 };
 
-JournalScan scan(QByteArrayView journal)
+WalScan scan(QByteArrayView wal)
 {
-    JournalScan result;
-    const quint32 magic = number(journal, 0);
-    JournalSum sum{magic == magicBigEndian};
-    sum.add(journal.first(24));
+    WalScan result;
+    const quint32 magic = number(wal, 0);
+    WalSum sum{magic == magicBigEndian};
+    sum.add(wal.first(24));
     result.readableHeader =
-        (magic == magicBigEndian || magic == magicLittleEndian) && sum.matches(journal, 24);
-    const qsizetype pageSize = number(journal, 8);
+        (magic == magicBigEndian || magic == magicLittleEndian) && sum.matches(wal, 24);
+    const qsizetype pageSize = number(wal, 8);
     if (!result.readableHeader || pageSize < 512 || pageSize > 65536)
         return result;
     bool sound = true;
     const qsizetype frameSize = frameHeaderSize + pageSize;
-    for (qsizetype at = headerSize; at + frameSize <= journal.size(); at += frameSize) {
-        const QByteArrayView frame = journal.sliced(at, frameSize);
-        const bool ours = frame.sliced(8, 8) == journal.sliced(16, 8); // both salts
+    for (qsizetype at = headerSize; at + frameSize <= wal.size(); at += frameSize) {
+        const QByteArrayView frame = wal.sliced(at, frameSize);
+        const bool ours = frame.sliced(8, 8) == wal.sliced(16, 8); // both salts
         if (sound && ours) {
             sum.add(frame.first(8));
             sum.add(frame.sliced(frameHeaderSize));
@@ -87,51 +88,51 @@ JournalScan scan(QByteArrayView journal)
 
 } // namespace
 
-bool hasJournal(const QString& storePath)
+bool hasWal(const QString& storePath)
 {
     return QFileInfo(persistentStoreFiles(storePath).at(1)).size() > 0;
 }
 
-std::optional<QString> journalDamage(const QString& storePath)
+std::optional<QString> walDamage(const QString& storePath)
 {
     QFile file(persistentStoreFiles(storePath).at(1));
     if (!file.open(QIODevice::ReadOnly))
         return std::nullopt;
-    const QByteArray journal = file.readAll();
-    if (journal.size() < headerSize + frameHeaderSize)
+    const QByteArray wal = file.readAll();
+    if (wal.size() < headerSize + frameHeaderSize)
         return std::nullopt;
-    const JournalScan result = scan(journal);
+    const WalScan result = scan(wal);
     if (!result.readableHeader)
-        return u"the journal's header is damaged"_s;
+        return u"the write-ahead log's header is damaged"_s;
     if (result.commitsBehindDamage > 1)
-        return u"the journal is damaged, and %1 commits behind the damage can't be read"_s.arg(
-            result.commitsBehindDamage);
+        return u"the write-ahead log is damaged, and %1 commits behind the damage can't be read"_s
+            .arg(result.commitsBehindDamage);
     return std::nullopt;
 }
 
-std::optional<StoreState> stateWithoutJournal(const QString& storePath)
+std::optional<StoreState> stateWithoutWal(const QString& storePath)
 {
     auto connection = StoreConnection::open(storePath, StoreConnection::Access::Immutable);
     if (!connection)
         return std::nullopt;
     const auto state = (*connection)->run([&] {
-        // A fold that was cut short may leave a file shorter than its header says.
+        // A checkpoint that was cut short may leave a file shorter than its header says.
         (*connection)->database().exec("PRAGMA writable_schema = ON");
         return readStoreState((*connection)->database());
     });
     return state ? std::optional(*state) : std::nullopt;
 }
 
-bool journalFits(const StoreState& alone, const StoreState& together)
+bool walFits(const StoreState& alone, const StoreState& together)
 {
     const qint64 raised = together.generation - alone.generation;
     return alone.storeKey == together.storeKey && raised >= 0 && raised <= 2;
 }
 
-std::expected<void, FileError> restoreJournal(StoreConnection& connection, const QString& storePath)
+std::expected<void, FileError> restoreWal(StoreConnection& connection, const QString& storePath)
 {
     const QString path = persistentStoreFiles(storePath).at(1);
-    const auto bytes = connection.journalBytes();
+    const auto bytes = connection.walBytes();
     if (!bytes)
         return std::unexpected(FileError{FileError::Code::Other, path, bytes.error().detail});
     return writeNewFile(path, *bytes);
