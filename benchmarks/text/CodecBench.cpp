@@ -72,7 +72,7 @@ Measurement archive()
         [&] {
             return 1000 * seconds([&] {
                        const auto back = TextArchive::decode(TextArchive::encode(text));
-                       require(back && back->text.length() == text.length());
+                       require(back && back->length() == text.length());
                    });
         },
         htmlRoundTrip(text));

@@ -231,7 +231,7 @@ bool ListEditing::mousePressed(const EditorMouse& mouse)
         return false;
     for (TextReplacement& replacement : edits->replacements) {
         replacement.range.location += start;
-        replacement.styleFrom = *box;
+        replacement.styleFrom = box;
     }
     edits->selection = m_view.selection().range();
     return apply(edits);

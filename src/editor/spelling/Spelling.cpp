@@ -40,7 +40,7 @@ QString Spelling::displayName(const QString& language)
     const QLocale locale(language);
     if (locale.language() == QLocale::C)
         return language;
-    const QString name = QLocale::languageToString(locale.language());
+    QString name = QLocale::languageToString(locale.language());
     if (!language.contains(u'_'))
         return name;
     return QStringLiteral("%1 (%2)").arg(name, QLocale::territoryToString(locale.territory()));

@@ -95,7 +95,8 @@ std::optional<QList<CustomBullet>> customBulletsFromJson(const QByteArray& json)
     if (!document.isArray())
         return std::nullopt;
     QList<CustomBullet> bullets;
-    for (const QJsonValue& value : document.array()) {
+    const QJsonArray values = document.array();
+    for (const auto& value : values) {
         std::optional<CustomBullet> bullet = bulletFrom(value.toObject());
         if (!bullet)
             return std::nullopt;

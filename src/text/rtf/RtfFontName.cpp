@@ -41,7 +41,7 @@ QString rtfFontFamily(const QString& name, int charset)
         u"oblique"_s,      u"bolditalic"_s,     u"boldoblique"_s,  u"lightitalic"_s,
         u"mediumitalic"_s, u"semibolditalic"_s, u"lightoblique"_s,
     };
-    const QString family = withoutScript(name.trimmed(), charset);
+    QString family = withoutScript(name.trimmed(), charset);
     const qsizetype hyphen = family.lastIndexOf(u'-');
     if (hyphen > 0 && styles.contains(family.sliced(hyphen + 1).toLower()))
         return family.first(hyphen);
