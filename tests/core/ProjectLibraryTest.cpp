@@ -144,6 +144,34 @@ TEST_F(ProjectLibrary, ChangesOnDiskAreSeenThoughManifestsAreRemembered)
     EXPECT_EQ(titles(), QStringList());
 }
 
+TEST_F(ProjectLibrary, AProjectThatIsBeingCopiedInIsListedOnceItIsThere)
+{
+    add(u"P"_s, u"orvaneworkspace-project.json"_s);
+    const QString elsewhere = folder.path() + u"/disk"_s;
+    const QString whole = add(u"Whole"_s, u"orvaneworkspace-project.json"_s, {5}, elsewhere);
+    const auto bytes = readFile(whole + u"/orvaneworkspace-project.json"_s, FileLimit::manifest);
+    ASSERT_TRUE(bytes && orvane::makeFolder(root + u"/Copy"_s));
+    const QString manifest = root + u"/Copy/orvaneworkspace-project.json"_s;
+    // Looked at after each step, with nothing in between that changes the library's own folder.
+    const auto lookedAt = [this] {
+        QThread::msleep(80);
+        titles();
+        return titles();
+    };
+    EXPECT_EQ(lookedAt(), QStringList{u"P"_s});
+    ASSERT_TRUE(writeFileAtomically(manifest, bytes->first(20)));
+    EXPECT_EQ(lookedAt(), QStringList{u"P"_s}) << "half a manifest is none";
+    ASSERT_TRUE(writeFileAtomically(manifest, *bytes));
+    EXPECT_EQ(lookedAt(), (QStringList{u"P"_s, u"Whole"_s}));
+
+    // A link whose disk is away for a while.
+    ASSERT_TRUE(QFile::rename(elsewhere, elsewhere + u"-away"_s));
+    ASSERT_TRUE(QFile::link(whole, root + u"/Linked"_s));
+    EXPECT_EQ(lookedAt().size(), 2);
+    ASSERT_TRUE(QFile::rename(elsewhere + u"-away"_s, elsewhere));
+    EXPECT_EQ(lookedAt().size(), 3);
+}
+
 TEST_F(ProjectLibrary, SortsByDateThenTitleWithoutCase)
 {
     add(u"beta"_s, u"orvaneworkspace-project.json"_s, {5});

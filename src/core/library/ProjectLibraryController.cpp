@@ -104,31 +104,39 @@ std::expected<void, FileError> ProjectLibraryController::ensureProjectsDirectory
     return makeFolder(projectsDirectoryPath());
 }
 
+ProjectLibraryController::ListedRoot ProjectLibraryController::list(const QString& root) const
+{
+    ListedRoot listed;
+    listed.known.path = root;
+    // Looked at before it is read, so that a change in between shows the next time.
+    listed.known.folder = FileStamp::of(root);
+    const QStringList names = QDir(root).entryList(
+        QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Unsorted);
+    for (const QString& name : names) {
+        if (name.startsWith(unfinishedPrefix))
+            continue;
+        QString path = root + u'/' + name;
+        const FileStamp folder = FileStamp::of(path);
+        if (folder.exists && !folder.isFolder)
+            continue; // a link that leads nowhere may lead to a folder when its disk is back
+        // A manifest appears or vanishes only with a change of its folder.
+        const auto cached = m_cache.constFind(path);
+        const bool known =
+            cached != m_cache.cend() && cached->folder.isSettled && cached->folder == folder;
+        listed.known.children.push_back({QFile::encodeName(name), {}, folder, {}});
+        if (folder.exists && (known || existingManifest(path)))
+            listed.projects.append(std::move(path));
+    }
+    listed.projects.sort();
+    return listed;
+}
+
 QStringList ProjectLibraryController::projectRootPathsWithManifests()
 {
     (void)ensureProjectsDirectoryExists();
     QStringList found;
-    for (const QString& root : readableProjectsDirectoryPaths()) {
-        const QStringList names = QDir(root).entryList(
-            QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Unsorted);
-        QStringList inRoot;
-        for (const QString& name : names) {
-            if (name.startsWith(unfinishedPrefix))
-                continue;
-            QString path = root + u'/' + name;
-            const FileStamp folder = FileStamp::of(path);
-            if (!folder.isFolder)
-                continue;
-            // A manifest appears or vanishes only with a change of its folder.
-            const auto cached = m_cache.constFind(path);
-            const bool known =
-                cached != m_cache.cend() && cached->folder.isSettled && cached->folder == folder;
-            if (known || existingManifest(path))
-                inRoot.append(std::move(path));
-        }
-        inRoot.sort();
-        found += inRoot;
-    }
+    for (const QString& root : readableProjectsDirectoryPaths())
+        found += list(root).projects;
     return found;
 }
 
@@ -170,38 +178,32 @@ QList<OrvaneProjectRecord> ProjectLibraryController::sortedProjects()
 {
     if (isUnchanged())
         return m_sorted;
-    // Looked at before it is read, so that a change in between shows the next time.
-    QList<FileStamp> before;
-    for (const QString& root : readableProjectsDirectoryPaths())
-        before.append(FileStamp::of(root));
-    const QStringList paths = projectRootPathsWithManifests();
+    (void)ensureProjectsDirectoryExists();
+    QStringList paths;
+    m_knownRoots.clear();
+    for (const QString& root : readableProjectsDirectoryPaths()) {
+        ListedRoot listed = list(root);
+        paths += listed.projects;
+        m_knownRoots.push_back(std::move(listed.known));
+    }
     m_manifestCount = paths.size();
     m_sorted = decodedProjects(paths);
     sortProjects(m_sorted);
-    m_knownRoots = knownRoots(paths);
-    for (size_t i = 0; i < m_knownRoots.size() && i < size_t(before.size()); ++i)
-        m_knownRoots[i].folder = before.at(qsizetype(i));
+    for (KnownRoot& root : m_knownRoots)
+        completeChildren(root);
     return m_sorted;
 }
 
-std::vector<ProjectLibraryController::KnownRoot>
-ProjectLibraryController::knownRoots(const QStringList& projectPaths) const
+void ProjectLibraryController::completeChildren(KnownRoot& root) const
 {
-    std::vector<KnownRoot> roots;
-    for (const QString& root : readableProjectsDirectoryPaths()) {
-        KnownRoot known;
-        known.path = root;
-        for (const QString& path : projectPaths) {
-            const auto cached = m_cache.constFind(path);
-            if (!path.startsWith(root + u'/') || cached == m_cache.cend())
-                continue;
-            known.children.push_back({QFile::encodeName(path.mid(root.size() + 1)),
-                                      QFile::encodeName(cached->manifestPath.mid(root.size() + 1)),
-                                      cached->folder, cached->manifest});
-        }
-        roots.push_back(std::move(known));
+    for (KnownRoot::Child& child : root.children) {
+        const auto cached =
+            m_cache.constFind(root.path + u'/' + QFile::decodeName(child.folderName));
+        if (cached == m_cache.cend() || cached->folder != child.folder)
+            continue;
+        child.manifestName = QFile::encodeName(cached->manifestPath.mid(root.path.size() + 1));
+        child.manifest = cached->manifest;
     }
-    return roots;
 }
 
 bool ProjectLibraryController::isUnchanged() const
@@ -215,10 +217,12 @@ bool ProjectLibraryController::isUnchanged() const
         if (known.path != roots.at(qsizetype(i)) || !known.folder.isSettled ||
             stamps.of({}) != known.folder)
             return false;
+        const auto isAsBefore = [&](const QByteArray& name, const FileStamp& before) {
+            return (before.isSettled || !before.exists) && stamps.of(name) == before;
+        };
         for (const KnownRoot::Child& child : known.children) {
-            if (!child.folder.isSettled || !child.manifest.isSettled ||
-                stamps.of(child.folderName) != child.folder ||
-                stamps.of(child.manifestName) != child.manifest)
+            if (!isAsBefore(child.folderName, child.folder) ||
+                (!child.manifestName.isEmpty() && !isAsBefore(child.manifestName, child.manifest)))
                 return false;
         }
     }

@@ -97,11 +97,13 @@ private:
         std::optional<OrvaneProjectRecord> record;
     };
 
-    /// A readable root as it was when it was last listed, and what tells that it still is.
+    /// A readable root as it was when it was last listed, and what tells that it still is. Folders
+    /// without a manifest belong to it: a project that is being copied in gets its manifest later,
+    /// and the root doesn't change then.
     struct KnownRoot {
         struct Child {
             QByteArray folderName;
-            QByteArray manifestName; ///< below the root
+            QByteArray manifestName; ///< below the root; empty for a folder without one
             FileStamp folder;
             FileStamp manifest;
         };
@@ -110,9 +112,15 @@ private:
         std::vector<Child> children;
     };
 
+    /// What was listed of one root, and the folders in it that hold a manifest.
+    struct ListedRoot {
+        KnownRoot known;
+        QStringList projects;
+    };
+    [[nodiscard]] ListedRoot list(const QString& root) const;
     std::optional<OrvaneProjectRecord> decodedProject(const QString& rootPath);
     [[nodiscard]] bool isUnchanged() const;
-    [[nodiscard]] std::vector<KnownRoot> knownRoots(const QStringList& projectPaths) const;
+    void completeChildren(KnownRoot& root) const;
 
     UserFolders m_folders;
     std::optional<QString> m_override;
