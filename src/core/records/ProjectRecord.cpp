@@ -7,9 +7,23 @@
 #include <QCollator>
 #include <QCoreApplication>
 
+#include <algorithm>
+#include <limits>
+
 namespace orvane {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+std::optional<int> countIn(JsonObjectReader& reader, QLatin1String key)
+{
+    const auto number = reader.optionalNumber(key);
+    constexpr double most = std::numeric_limits<int>::max();
+    return number ? std::optional(int(std::clamp(*number, 0.0, most))) : std::nullopt;
+}
+
+} // namespace
 
 QByteArray OrvaneProjectManifest::encoded() const
 {
@@ -25,6 +39,12 @@ QByteArray OrvaneProjectManifest::encoded() const
         object.insert("titleRTF"_L1, QString::fromLatin1(titleRTF->toBase64()));
     if (hasStore)
         object.insert("hasStore"_L1, true);
+    if (coverColor)
+        object.insert("coverColor"_L1, *coverColor);
+    if (noteCount)
+        object.insert("noteCount"_L1, *noteCount);
+    if (wordCount)
+        object.insert("wordCount"_L1, *wordCount);
     return encodeJson(object);
 }
 
@@ -43,6 +63,9 @@ OrvaneProjectManifest::decoded(const QByteArray& bytes)
     manifest.iconName = reader.optionalString("iconName"_L1);
     manifest.titleRTF = reader.optionalBytes("titleRTF"_L1);
     manifest.hasStore = reader.optionalBoolean("hasStore"_L1).value_or(false);
+    manifest.coverColor = reader.optionalString("coverColor"_L1);
+    manifest.noteCount = countIn(reader, "noteCount"_L1);
+    manifest.wordCount = countIn(reader, "wordCount"_L1);
     return reader.finish(std::move(manifest));
 }
 

@@ -25,6 +25,11 @@ struct OrvaneProjectManifest {
     std::optional<QByteArray> titleRTF;
     /// The project has had a store: from then on a missing one is a loss.
     bool hasStore = false;
+    /// The colour of its cover, "#RRGGBB"; without one the icon decides.
+    std::optional<QString> coverColor;
+    /// What it held when its date was written, outside its Trash; for showing alone.
+    std::optional<int> noteCount;
+    std::optional<int> wordCount;
 
     bool operator==(const OrvaneProjectManifest&) const = default;
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "core/state/ProjectSession.h"
 
+#include "core/state/ProjectFigures.h"
 #include "core/state/SessionKeys.h"
 #include "platform/Log.h"
 
@@ -245,8 +246,11 @@ void ProjectSession::dropController()
         m_controller->discardUnsaved();
     m_nextCheck.reset();
     m_nextTry.reset();
+    m_isClosing = true;
     writePendingTouch();
+    m_isClosing = false;
     m_open.finishVersions();
+    m_figures.reset(); // reads the store
     m_controller.reset();
     m_folder.reset();
     m_rescue.reset(); // stays on the disk

@@ -24,6 +24,8 @@
 
 namespace orvane {
 
+class ProjectFigures;
+
 /// What the main window shows: the browser of projects, or the open project.
 enum class RootPresentationMode { Projects, Editor };
 
@@ -92,6 +94,8 @@ public:
                                const std::optional<QByteArray>& titleRTF,
                                const std::optional<QString>& iconName);
     void updateProjectIcon(const QString& folder, const std::optional<QString>& iconName);
+    /// "#RRGGBB", or nothing for the colour that goes with the icon.
+    void updateProjectCover(const QString& folder, const std::optional<QString>& color);
     /// Gives the folder to the desktop's trash; the open project is left first, and it alone when
     /// the folder is its own. The error is a sentence for a person, empty when they or the licence
     /// decided otherwise.
@@ -262,6 +266,10 @@ private:
     void migrateLegacyNotebookIfNeeded();
     void touchCurrentProjectUpdatedAt();
     void writePendingTouch();
+    /// What the tile says beside the date, in memory: as far as that means to read no more than so
+    /// many bytes now.
+    void takeFigures(qsizetype bytesAtOnce);
+    void writeProject(const OrvaneProjectRecord& changed);
     enum class CountsAsChange { No, Yes };
     void saved(const std::expected<void, StoreError>& result, const char* failureLine,
                CountsAsChange counts);
@@ -320,10 +328,13 @@ private:
     bool m_leavesUnsaved = false;
     std::optional<ProjectWorkspaceState> m_workspaceState;
     std::unique_ptr<PersistenceController> m_controller;
+    /// Of the open project, once something was changed in it.
+    std::unique_ptr<ProjectFigures> m_figures;
     std::optional<BootstrapDecision> m_bootstrapDecision;
     std::optional<OpeningProject> m_openingProject;
     bool m_isShownAhead = false;
     std::unique_ptr<Clock::Delay> m_pendingTouch;
+    bool m_isClosing = false;
     bool m_terminating = false;
 };
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 // The part of ProjectSession that lists the projects and changes them from outside.
+#include "core/state/ProjectFigures.h"
 #include "core/state/ProjectSession.h"
 #include "core/state/SessionKeys.h"
 #include "platform/Log.h"
@@ -21,6 +22,9 @@ struct Words {
 // once when the project closes.
 constexpr auto touchDelay = 2s;
 constexpr qsizetype openHistoryLength = 20;
+// A hundredth of a second, and what an end may wait for.
+constexpr qsizetype bytesCountedAtOnce = 256 * 1024;
+constexpr qsizetype bytesCountedAtAnEnd = 4 * 1024 * 1024;
 
 } // namespace
 
@@ -130,14 +134,31 @@ void ProjectSession::updateProjectMetadata(const QString& folder, const QString&
     changed.titleRTF = titleRTF;
     changed.iconName = iconName;
     changed.updatedAt = m_services.clock.now();
-    const bool isOpen = m_currentProject && m_currentProject->rootPath == folder;
-    const QString place = isOpen ? projectAccessPath() : folder;
+    writeProject(changed);
+}
+
+void ProjectSession::updateProjectCover(const QString& folder, const std::optional<QString>& color)
+{
+    finishOpening();
+    if (!passesLicence())
+        return;
+    const OrvaneProjectRecord* found = projectAt(folder);
+    if (!found || found->coverColor == color)
+        return;
+    OrvaneProjectRecord changed = *found;
+    changed.coverColor = color;
+    writeProject(changed);
+}
+
+void ProjectSession::writeProject(const OrvaneProjectRecord& changed)
+{
+    const bool isOpen = m_currentProject && m_currentProject->rootPath == changed.rootPath;
+    const QString place = isOpen ? projectAccessPath() : changed.rootPath;
     if (const auto written = ProjectLibraryController::writeManifest(changed, place); !written) {
         qWarning().noquote() << "OrvaneWorkspace project manifest error:" << written.error().text();
         return;
     }
     if (isOpen) {
-        m_pendingTouch.reset(); // this write carries a newer date
         m_currentProject = changed;
         emit currentProjectChanged();
     }
@@ -198,6 +219,27 @@ void ProjectSession::touchCurrentProjectUpdatedAt()
         m_pendingTouch = m_services.clock.after(touchDelay, [this] { writePendingTouch(); });
 }
 
+void ProjectSession::takeFigures(qsizetype bytesAtOnce)
+{
+    if (!m_controller || isReadOnly())
+        return;
+    if (!m_figures)
+        m_figures = std::make_unique<ProjectFigures>(openStorePath(), [this] {
+            if (!m_pendingTouch)
+                m_pendingTouch = m_services.clock.after(0s, [this] { writePendingTouch(); });
+        });
+    m_currentProject->noteCount = ProjectFigures::notes(m_open.notebook());
+    if (const auto words = m_figures->words(m_open.notebook(), bytesAtOnce))
+        m_currentProject->wordCount =
+            words; // else what was counted last, until the count is through
+    const auto it =
+        std::ranges::find(m_projects, m_currentProject->rootPath, &OrvaneProjectRecord::rootPath);
+    if (it != m_projects.end()) {
+        it->noteCount = m_currentProject->noteCount;
+        it->wordCount = m_currentProject->wordCount;
+    }
+}
+
 void ProjectSession::writePendingTouch()
 {
     if (!m_pendingTouch)
@@ -205,6 +247,7 @@ void ProjectSession::writePendingTouch()
     m_pendingTouch.reset();
     if (!m_currentProject)
         return;
+    takeFigures(m_isClosing ? bytesCountedAtAnEnd : bytesCountedAtOnce);
     if (const auto written =
             ProjectLibraryController::writeManifest(*m_currentProject, projectAccessPath());
         !written)

@@ -3,6 +3,7 @@
 // another program has put in its place; and that copies a project whole.
 #include "core/records/RecordFields.h"
 #include "core/records/Wording.h"
+#include "core/state/ProjectFigures.h"
 #include "core/state/ProjectSession.h"
 #include "core/store/StoreReader.h"
 
@@ -144,6 +145,7 @@ std::expected<void, QString> ProjectSession::keepMyStore()
     const BinderOrder order = m_open.notebook().order;
     const auto selected = m_selection.selectedNoteID();
     m_controller->discardUnsaved();
+    m_figures.reset();
     m_controller.reset();
     for (const QString& file : persistentStoreFiles(place))
         QFile::remove(file);

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QSysInfo>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -123,6 +124,22 @@ bool isStillAt(int descriptor, const QByteArray& path)
            held.st_ino == named.st_ino && held.st_dev == named.st_dev;
 }
 
+// Whether any process has the file of this number locked, by the system's list of locks, whose
+// lines end in "DEVICE:DEVICE:NUMBER START END". Nothing where there is no such list.
+std::optional<bool> isLocked(quint64 inode)
+{
+    QFile list(u"/proc/locks"_s);
+    if (!list.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    const QByteArray wanted = ':' + QByteArray::number(inode) + ' ';
+    const QList<QByteArray> lines = list.readAll().split('\n');
+    if (lines.size() < 2)
+        return std::nullopt; // a sandbox that hides them
+    return std::ranges::any_of(lines, [&](const QByteArray& line) {
+        return line.contains(" FLOCK ") && line.contains(wanted);
+    });
+}
+
 // A file system without locks (some network shares) leaves only what the file says.
 bool locksAreMissing(int error)
 {
@@ -159,6 +176,25 @@ bool ProjectLock::wasStale() const
 QString ProjectLock::pathIn(const QString& folder)
 {
     return folder + "/OrvaneWorkspace.lock"_L1;
+}
+
+std::optional<LockHolder> ProjectLock::holder(const QString& folder)
+{
+    const QByteArray path = QFile::encodeName(pathIn(folder));
+    const Descriptor file(::open(path.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    struct stat status = {};
+    if (file.number() < 0 || ::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode))
+        return std::nullopt;
+    const auto written = readContents(file.number());
+    if (!written)
+        return std::nullopt;
+    if (isFromElsewhere(*written))
+        return written->holder;
+    if (written->holder.processId == QCoreApplication::applicationPid() ||
+        !isLocked(quint64(status.st_ino))
+             .value_or(::kill(pid_t(written->holder.processId), 0) == 0))
+        return std::nullopt;
+    return written->holder;
 }
 
 std::expected<ProjectLock, ProjectLock::Failure> ProjectLock::take(const QString& folder,

@@ -49,6 +49,11 @@ public:
     ProjectLock& operator=(ProjectLock&&) noexcept;
     ~ProjectLock();
 
+    /// Who has the project of this data folder open, told without taking anything: nothing where
+    /// nobody has, or this process has. The file alone decides where the system doesn't tell its
+    /// locks.
+    [[nodiscard]] static std::optional<LockHolder> holder(const QString& folder);
+
     /// True when the last holder ended without giving the lock back.
     [[nodiscard]] bool wasStale() const;
 
