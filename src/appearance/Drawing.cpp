@@ -7,6 +7,8 @@
 #include <QPaintDevice>
 #include <QPaintEngine>
 #include <QPainter>
+#include <QStyle>
+#include <QStyleOption>
 #include <QWidget>
 
 #include <cmath>
@@ -64,6 +66,31 @@ void drawPanel(QPainter& painter, const QRectF& rect, double radius, const QColo
         painter.drawRoundedRect(rect, radius, radius);
     }
     painter.restore();
+}
+
+QRegion panelRegion(const QSize& size, double radius)
+{
+    QRegion region(QRect(QPoint(), size));
+    for (int y = 0; y < int(radius) && 2 * y < size.height(); ++y) {
+        // The corner of a pixel that is next to the middle of the arc counts.
+        const double below = radius - (y + 1);
+        const int inset =
+            std::max(0, int(std::floor(radius - std::sqrt(radius * radius - below * below))));
+        for (const int line : {y, size.height() - 1 - y}) {
+            region -= QRect(0, line, inset, 1);
+            region -= QRect(size.width() - inset, line, inset, 1);
+        }
+    }
+    return region;
+}
+
+void cutCorners(QWidget& popup)
+{
+    QStyleOption option;
+    option.initFrom(&popup);
+    QStyleHintReturnMask mask;
+    if (popup.style()->styleHint(QStyle::SH_Menu_Mask, &option, &popup, &mask))
+        popup.setMask(mask.region);
 }
 
 void drawDashedEdge(QPainter& painter, const QRectF& rect, double radius, const QColor& color)

@@ -9,6 +9,7 @@
 #include <QColor>
 #include <QFont>
 #include <QPixmap>
+#include <QRegion>
 #include <QString>
 
 class QPainter;
@@ -36,6 +37,14 @@ void drawSymbol(QPainter& painter, const QRectF& rect, Symbol symbol, double siz
 /// A rectangle with round corners, its 1 px edge on the pixel grid; invalid colours are left out.
 void drawPanel(QPainter& painter, const QRectF& rect, double radius, const QColor& fill,
                const QColor& edge = {});
+
+/// The corners of popups.
+inline constexpr double popupRadius = 10;
+/// Every pixel that a panel of that size and radius covers, if only in part.
+[[nodiscard]] QRegion panelRegion(const QSize& size, double radius);
+/// Gives a popup that draws itself as a panel its corners, by `QStyle::SH_Menu_Mask`; whenever it
+/// has another size.
+void cutCorners(QWidget& popup);
 
 /// The dashed 1 px edge of a place where something can be put.
 void drawDashedEdge(QPainter& painter, const QRectF& rect, double radius, const QColor& color);

@@ -27,6 +27,7 @@ namespace {
 constexpr const char* toneProperty = "orvaneTone";
 constexpr const char* ringProperty = "orvaneRingAroundFace";
 /// The popup of a combo box, which is a class of the toolkit's own.
+constexpr double toolTipRadius = 6;
 constexpr const char* listOfComboBox = "QComboBoxPrivateContainer";
 constexpr char toolTip[] = "QTipLabel";
 
@@ -204,16 +205,16 @@ void OrvaneStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
         return;
     case PE_Frame:
         if (widget && widget->inherits(listOfComboBox))
-            drawPanel(*painter, option->rect, 10, card.ground, card.border);
+            drawPanel(*painter, option->rect, popupRadius, card.ground, card.border);
         return;
     case PE_FrameDefaultButton:
     case PE_FrameButtonTool:
     case PE_FrameStatusBarItem:
         return;
     case PE_PanelTipLabel:
-        return drawPanel(*painter, option->rect, 6, card.ground, card.border);
+        return drawPanel(*painter, option->rect, toolTipRadius, card.ground, card.border);
     case PE_PanelMenu:
-        return drawPanel(*painter, option->rect, 10, card.ground, card.border);
+        return drawPanel(*painter, option->rect, popupRadius, card.ground, card.border);
     case PE_FrameMenu:
         return;
     case PE_IndicatorCheckBox:
@@ -427,6 +428,16 @@ int OrvaneStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWi
         if (widget && widget->property(longListProperty).toBool())
             return 0;
         return QProxyStyle::styleHint(hint, option, widget, returnData);
+    case SH_Menu_Mask:
+    case SH_ToolTip_Mask:
+        // Under X11 what a popup leaves free is black where nothing composes the screen.
+        if (auto* mask = qstyleoption_cast<QStyleHintReturnMask*>(returnData);
+            mask && option && QGuiApplication::platformName() == "xcb"_L1) {
+            mask->region = panelRegion(option->rect.size(),
+                                       hint == SH_ToolTip_Mask ? toolTipRadius : popupRadius);
+            return 1;
+        }
+        return 0;
     case SH_ScrollBar_LeftClickAbsolutePosition:
     case SH_ItemView_ShowDecorationSelected:
         return 1;

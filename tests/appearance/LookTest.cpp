@@ -3,8 +3,10 @@
 
 #include "appearance/AppearanceTokens.h"
 #include "appearance/Contrast.h"
+#include "appearance/CoverColors.h"
 #include "appearance/Drawing.h"
 #include "appearance/WornLook.h"
+#include "appearance/themes/BundledThemes.h"
 
 #include <QApplication>
 #include <QHelpEvent>
@@ -25,6 +27,50 @@ TEST(ContrastTest, FiguresOfTheStandard)
     EXPECT_DOUBLE_EQ(contrastRatio(Qt::black, Qt::white), 21);
     EXPECT_NEAR(contrastRatio(QColor(0x77, 0x77, 0x77), Qt::white), 4.48, 0.01);
     EXPECT_EQ(readableInk(Qt::black, Qt::white), QColor(Qt::black)) << "a good ink stays";
+}
+
+TEST(ContrastTest, ACoverOfAnyColourShowsItsPicture)
+{
+    const Tokens looks[] = {signatureDarkTokens(), tokensFor(signatureBundle().light.values)};
+    QStringList colors{{}, u"#000000"_s, u"#FFFFFF"_s, u"#808080"_s, u"no colour"_s};
+    for (const CoverChoice& choice : coverChoices())
+        colors.append(choice.stored);
+    for (const Tokens& look : looks) {
+        for (const QString& color : std::as_const(colors)) {
+            for (const auto& icon : {u"pencil"_s, u"book"_s, u"of a later version"_s}) {
+                for (const auto state : {CoverState::Plain, CoverState::Hovered}) {
+                    const CoverColors cover = coverColors(color, icon, look, state);
+                    EXPECT_GE(contrastRatio(cover.ink, cover.washStart), iconContrast);
+                    EXPECT_GE(contrastRatio(cover.ink, cover.washEnd), iconContrast);
+                }
+            }
+        }
+        EXPECT_EQ(coverColors({}, u"pencil"_s, look).ink, coverColors(u"blau"_s, {}, look).ink)
+            << "writing, and what is unknown, has the accent";
+        EXPECT_NE(coverColors({}, u"book"_s, look).ink, coverColors({}, u"compass"_s, look).ink);
+    }
+}
+
+TEST(DrawingTest, APopupCoversEveryPixelThatItsPanelTouches)
+{
+    const QSize size(40, 30);
+    QImage drawn(size, QImage::Format_ARGB32_Premultiplied);
+    drawn.fill(Qt::transparent);
+    QPainter painter(&drawn);
+    drawPanel(painter, QRectF(QPointF(), size), popupRadius, Qt::white);
+    painter.end();
+    const QRegion region = panelRegion(size, popupRadius);
+    int outside = 0;
+    for (int y = 0; y < size.height(); ++y) {
+        for (int x = 0; x < size.width(); ++x) {
+            const bool isCovered = region.contains(QPoint(x, y));
+            outside += !isCovered;
+            if (qAlpha(drawn.pixel(x, y)) > 8) {
+                EXPECT_TRUE(isCovered) << x << ',' << y;
+            }
+        }
+    }
+    EXPECT_GT(outside, 40) << "the corners are cut";
 }
 
 /// An application that wears the look, and its plain style again afterwards.

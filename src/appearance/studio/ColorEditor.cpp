@@ -292,7 +292,13 @@ void ColorEditor::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     const SurfaceTokens& card = m_look.tokens().on(Surface::Card);
-    drawPanel(painter, rect(), 10, card.ground, card.border);
+    drawPanel(painter, rect(), popupRadius, card.ground, card.border);
+}
+
+void ColorEditor::resizeEvent(QResizeEvent* event)
+{
+    QFrame::resizeEvent(event);
+    cutCorners(*this);
 }
 
 void ColorEditor::keyPressEvent(QKeyEvent* event)

@@ -53,7 +53,13 @@ void BarPopup::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     const SurfaceTokens& card = m_look.tokens().on(Surface::Card);
-    drawPanel(painter, rect(), 10, card.ground, card.border);
+    drawPanel(painter, rect(), popupRadius, card.ground, card.border);
+}
+
+void BarPopup::resizeEvent(QResizeEvent* event)
+{
+    QFrame::resizeEvent(event);
+    cutCorners(*this);
 }
 
 void BarPopup::keyPressEvent(QKeyEvent* event)
