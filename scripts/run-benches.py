@@ -8,6 +8,16 @@ import os
 import pathlib
 import subprocess
 import sys
+import threading
+
+# What the off-screen platform says of every window that has a least size.
+NOISE = "This plugin does not support propagateSizeHints()"
+
+
+def pass_on(errors):
+    for line in errors:
+        if NOISE not in line:
+            sys.stderr.write(line)
 
 
 def main():
@@ -31,7 +41,10 @@ def main():
         wanted = [n for n in arguments if n in listed or (n.endswith("/") and any(l.startswith(n) for l in listed))]
         if arguments and not wanted:
             continue
-        process = subprocess.Popen([program, *wanted], env=environment, stdout=subprocess.PIPE, text=True)
+        process = subprocess.Popen([program, *wanted], env=environment, stdout=subprocess.PIPE,
+                                   stderr=subprocess.PIPE, text=True)
+        errors = threading.Thread(target=pass_on, args=(process.stderr,))
+        errors.start()
         for line in process.stdout:
             if not line.startswith("{"):
                 continue
@@ -40,6 +53,7 @@ def main():
             target = f"{row['target']:g}" if row["targetOf"] == "ratio" else f"{row['target']:g}{row['unit']}"
             print(layout.format(row["name"], f"{row['figure']:.4g}", row["unit"], f"{row['baseline']:.4g}",
                                 f"{row['ratio']:.3g}", target, "yes" if row["holds"] else "NO"), flush=True)
+        errors.join()
         if process.wait() != 0:
             print(f"{program.name} ended with status {process.returncode}", file=sys.stderr)
             return 1

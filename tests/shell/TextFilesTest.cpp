@@ -137,6 +137,27 @@ TEST_F(SlowDiskTest, SeveralFilesShowOneProgressAndCanBeCancelled)
     }
 }
 
+TEST_F(SlowDiskTest, WhatTheDesktopCallsTextIsOpenedAndMarkupIsLeftAlone)
+{
+    QStringList files;
+    const std::pair<QString, QByteArray> rows[] = {{u"README"_s, "Low water.\n"},
+                                                   {u"page.html"_s, "<html><p>Low</p></html>"},
+                                                   {u"letter.rtf"_s, "{\\rtf1 Low water}"}};
+    for (const auto& [name, bytes] : rows) {
+        files.append(m_home.filePath(name));
+        ASSERT_TRUE(writeFileAtomically(files.last(), bytes));
+    }
+    QString words;
+    EXPECT_TRUE(answering(
+        [&] {
+            m_opener->open({{}, files, {}});
+        },
+        [&] { words = find<MessageText>()->toPlainText(); }));
+    EXPECT_EQ(words.count(u"is neither a project nor a text file"_s), 2) << qPrintable(words);
+    ASSERT_EQ(state().notes().size(), 1);
+    EXPECT_EQ((*state().notes().begin())->title, u"README"_s);
+}
+
 TEST_F(SlowDiskTest, AllOfThemBecomeNotesAndWhatCantIsSaid)
 {
     const QString bad = m_home.filePath(u"picture.txt"_s);

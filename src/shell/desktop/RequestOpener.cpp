@@ -8,6 +8,7 @@
 #include "shell/window/MainWindow.h"
 
 #include <QFileInfo>
+#include <QMimeDatabase>
 #include <QUrl>
 
 namespace orvane {
@@ -42,10 +43,14 @@ std::optional<QUuid> linkedNote(const QString& link)
     return url.host() == "pdf"_L1 && !id.isNull() ? std::optional(id) : std::nullopt;
 }
 
+// The types that the desktop is told of; what only derives from them, as RTF does, is none.
 bool isTextFile(const QString& path)
 {
     const QString suffix = QFileInfo(path).suffix().toLower();
-    return suffix == "txt"_L1 || suffix == "md"_L1 || suffix == "markdown"_L1;
+    if (suffix == "txt"_L1 || suffix == "md"_L1 || suffix == "markdown"_L1)
+        return true;
+    const QString type = QMimeDatabase().mimeTypeForFile(path).name();
+    return type == "text/plain"_L1 || type == "text/markdown"_L1;
 }
 
 } // namespace
