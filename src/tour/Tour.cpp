@@ -72,8 +72,9 @@ const QString novel = u"Tidewater, a novel"_s;
 
 class Tour {
 public:
-    explicit Tour(const QString& folder)
+    Tour(const QString& folder, const ScreenSeen& seen)
         : m_folder(folder)
+        , m_seen(seen)
     {}
 
     int run();
@@ -98,12 +99,17 @@ private:
     void protectedProject();
 
     void newProject(const QString& name);
+    /// Goes on from what a new project is offered.
+    void leaveIconsAndTitles();
     void newFolder(const QString& name);
     void newNote(const SampleNote& note);
     void selectRow(const QString& title);
     void picture(const QString& name);
+    /// The same of any window, without a number.
+    void picture(QWidget& shown, const QString& name);
     /// The same at two pixels for each, without a number.
     void picture2x(QWidget& shown, const QString& name);
+    void pictureOfPopup(QWidget& popup, const QString& name);
     void expect(bool holds, const QString& what);
     /// Does `trigger`, which asks a question, and answers it by the button.
     void answering(const std::function<void()>& trigger, const QString& button,
@@ -115,6 +121,7 @@ private:
     [[nodiscard]] MainWindow& window() { return m_app->window(); }
 
     QString m_folder;
+    const ScreenSeen& m_seen;
     QTemporaryDir m_home;
     std::unique_ptr<OrvaneWorkspaceApp> m_app;
     std::unique_ptr<TourHand> m_hand;
@@ -142,20 +149,36 @@ void Tour::expect(bool holds, const QString& what)
 
 void Tour::picture(const QString& name)
 {
+    picture(window(), u"%1-%2"_s.arg(++m_pictures, 2, 10, QChar(u'0')).arg(name));
+}
+
+void Tour::picture(QWidget& shown, const QString& name)
+{
     TourHand::settle();
-    const QString file =
-        u"%1/%2-%3.png"_s.arg(m_folder).arg(++m_pictures, 2, 10, QChar(u'0')).arg(name);
-    expect(window().grab().save(file), u"picture written to "_s + file);
+    if (m_seen)
+        return m_seen(*m_app, shown, name);
+    const QString file = u"%1/%2.png"_s.arg(m_folder, name);
+    expect(shown.grab().save(file), u"picture written to "_s + file);
 }
 
 void Tour::picture2x(QWidget& shown, const QString& name)
 {
+    if (m_seen)
+        return;
     TourHand::settle();
     QPixmap pixmap(shown.size() * 2);
     pixmap.setDevicePixelRatio(2);
+    pixmap.fill(Qt::transparent);
     shown.render(&pixmap);
     const QString file = u"%1/%2-2x.png"_s.arg(m_folder, name);
     expect(pixmap.save(file), u"picture written to "_s + file);
+}
+
+void Tour::pictureOfPopup(QWidget& popup, const QString& name)
+{
+    if (m_seen)
+        return picture(popup, name);
+    picture2x(popup, name);
 }
 
 QAbstractButton* Tour::button(const QString& name) const
@@ -230,6 +253,7 @@ void Tour::welcome()
     expect(m_app->appState().projectSession().rootPresentationMode() ==
                RootPresentationMode::Editor,
            u"a new project opens"_s);
+    leaveIconsAndTitles();
     picture(u"empty-project"_s);
 }
 
@@ -239,6 +263,7 @@ void Tour::newProject(const QString& name)
     press(u"New Project"_s);
     m_hand->type(name);
     press(u"Create Project"_s);
+    leaveIconsAndTitles();
     const auto& project = m_app->appState().projectSession().currentProject();
     expect(project && project->name == name, u"the project “%1” is open"_s.arg(name));
 }
@@ -248,6 +273,20 @@ void Tour::makeProjects()
     for (const QString& name : otherProjects.mid(1))
         newProject(name);
     newProject(novel);
+}
+
+void Tour::leaveIconsAndTitles()
+{
+    IconsAndTitlesWindow* offered = nullptr;
+    expect(TourHand::waitFor([&] {
+               offered = qobject_cast<IconsAndTitlesWindow*>(QApplication::activeWindow());
+               return offered != nullptr;
+           }),
+           u"a new project is offered its icon"_s);
+    if (offered)
+        TourHand(*offered).press(Qt::Key_Return);
+    expect(TourHand::waitFor([this] { return window().isActiveWindow(); }),
+           u"Return goes on to the new project"_s);
 }
 
 void Tour::newFolder(const QString& name)
@@ -392,9 +431,7 @@ void Tour::tagsAndVersions()
         aliases->dismiss();
         auto* icons = IconsAndTitlesWindow::open({TitledItem::Kind::Note, note}, state,
                                                  m_app->look(), &window());
-        TourHand::settle();
-        const QString file = u"%1/icons-and-titles-%2.png"_s.arg(m_folder, modeText(mode));
-        expect(icons->grab().save(file), u"picture written to "_s + file);
+        picture(*icons, u"icons-and-titles-"_s + modeText(mode));
         icons->close();
     }
     press(u"Details"_s);
@@ -428,11 +465,10 @@ void Tour::settings()
         m_app->themes().applyTheme(signatureBundle().id, mode);
         for (int page = 0; page < settingsPageCount; ++page) {
             settings.showPage(SettingsPageId(page));
-            TourHand::settle();
-            const QString file = u"%1/settings-%2-%3.png"_s.arg(
-                m_folder, QString(title(SettingsPageId(page))).toLower().replace(u' ', u'-'),
-                modeText(mode));
-            expect(settings.grab().save(file), u"picture written to "_s + file);
+            picture(settings,
+                    u"settings-%1-%2"_s.arg(
+                        QString(title(SettingsPageId(page))).toLower().replace(u' ', u'-'),
+                        modeText(mode)));
         }
         settings.showPage(SettingsPageId::Appearance);
         picture2x(settings, u"settings-appearance-"_s + modeText(mode));
@@ -445,6 +481,9 @@ void Tour::browse()
     press(u"Projects"_s);
     picture(u"browser"_s);
     picture2x(window(), u"browser-dark"_s);
+    m_app->themes().applyTheme(signatureBundle().id, AppearanceThemeMode::Light);
+    picture(u"browser-light"_s);
+    m_app->themes().applyTheme(signatureBundle().id, AppearanceThemeMode::Dark);
     auto* tiles = visible<QListView>();
     tiles->setFocus();
     m_hand->press(Qt::Key_Home);
@@ -459,7 +498,7 @@ void Tour::browse()
     m_hand->click(*tiles->viewport(), tiles->visualRect(tiles->model()->index(0, 0)).center(),
                   Qt::RightButton);
     if (QWidget* menu = QApplication::activePopupWidget()) {
-        expect(menu->grab().save(m_folder + u"/menu-project.png"_s), u"picture of the menu"_s);
+        pictureOfPopup(*menu, u"menu-project"_s);
         menu->close();
     } else {
         expect(false, u"a menu for the project"_s);
@@ -579,7 +618,10 @@ int Tour::run()
     };
     tourRows(*m_app, *m_hand, take);
     tourPages(*m_app, *m_hand, take);
-    tourWriting(*m_app, *m_hand, m_folder, take);
+    const auto takePopup = [this](QWidget& popup, const QString& name) {
+        pictureOfPopup(popup, name);
+    };
+    tourWriting(*m_app, *m_hand, take, takePopup);
     tourSafety(*m_app, take);
     tagsAndVersions();
     looks();
@@ -587,7 +629,7 @@ int Tour::run()
     quitAndComeBack();
     checkEveryWord();
     tourFormatting({window(), *m_hand, m_app->themes(), m_app->appState().services().notifications,
-                    m_folder, take, [this](bool holds, const QString& what) {
+                    take, takePopup, [this](bool holds, const QString& what) {
                         expect(holds, what);
                     }});
     tourOthers(*m_app, *m_hand, take);
@@ -602,9 +644,9 @@ int Tour::run()
 
 } // namespace
 
-int runTour(const QString& folder)
+int runTour(const QString& folder, const ScreenSeen& seen)
 {
-    return Tour(folder).run();
+    return Tour(folder, seen).run();
 }
 
 } // namespace orvane

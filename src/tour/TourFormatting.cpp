@@ -57,12 +57,7 @@ void pictureOfPopup(const TourStop& stop, const QString& name, const QString& pi
     if (!popup)
         return;
     TourHand::settle();
-    const QString file = u"%1/%2.png"_s.arg(stop.folder, pictureName);
-    QPixmap pixmap(popup->size() * 2);
-    pixmap.setDevicePixelRatio(2);
-    pixmap.fill(Qt::transparent);
-    popup->render(&pixmap);
-    stop.expect(pixmap.save(file), u"picture written to "_s + file);
+    stop.pictureOfPopup(*popup, pictureName);
     popup->close();
     TourHand::settle();
 }

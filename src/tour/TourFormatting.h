@@ -5,6 +5,8 @@
 
 #include <functional>
 
+class QWidget;
+
 namespace orvane {
 
 class AppearanceThemeLibrary;
@@ -18,8 +20,8 @@ struct TourStop {
     const TourHand& hand;
     AppearanceThemeLibrary& themes;
     NotificationCenter& notifications;
-    QString folder; ///< where pictures of single widgets go
     std::function<void(const QString& name)> picture;
+    std::function<void(QWidget& shown, const QString& name)> pictureOfPopup;
     std::function<void(bool holds, const QString& what)> expect;
 };
 

@@ -46,7 +46,7 @@ public:
         run(u"Focus Mode"_s);
     }
 
-    void contextMenu(const QString& file)
+    void contextMenu(const std::function<void(QWidget&, const QString&)>& pictureOfPopup)
     {
         EditorView& view = m_app.window().editorPane().textView();
         m_hand.press(Qt::Key_Home, Qt::ControlModifier);
@@ -55,7 +55,7 @@ public:
         view.fillContextMenu(menu, view.caretRect().center());
         menu.popup(view.mapToGlobal(view.caretRect().bottomLeft().toPoint()));
         TourHand::settle();
-        menu.grab().save(file);
+        pictureOfPopup(menu, u"menu-text"_s);
         menu.close();
         m_hand.press(Qt::Key_Home);
     }
@@ -109,13 +109,14 @@ private:
 
 } // namespace
 
-void tourWriting(OrvaneWorkspaceApp& app, const TourHand& hand, const QString& folder,
-                 const std::function<void(const QString& name)>& picture)
+void tourWriting(OrvaneWorkspaceApp& app, const TourHand& hand,
+                 const std::function<void(const QString& name)>& picture,
+                 const std::function<void(QWidget& shown, const QString& name)>& pictureOfPopup)
 {
     app.window().editorPane().focusText();
     WritingStops stops(app, hand, picture);
     stops.focusMode();
-    stops.contextMenu(folder + u"/menu-text.png"_s);
+    stops.contextMenu(pictureOfPopup);
     stops.linkSheet();
 }
 

@@ -26,6 +26,7 @@ protected:
         press(u"New Project"_s);
         m_hand->type(name);
         m_hand->press(Qt::Key_Return);
+        leaveIconsAndTitles();
     }
     QString statusText()
     {

@@ -2,7 +2,9 @@
 #include "ShellFixture.h"
 #include "appearance/AppearanceTokens.h"
 #include "commands/AppCommandEvents.h"
+#include "core/records/Wording.h"
 #include "core/store/ProjectLock.h"
+#include "shell/app/EnglishSentences.h"
 #include "shell/projects/ProjectTilesModel.h"
 #include "shell/sheets/MessageText.h"
 
@@ -59,7 +61,7 @@ TEST_F(ProjectsBrowserTest, WelcomeMakesAStarterProject)
 {
     start();
     ASSERT_EQ(sheetTitle(), u"Welcome to OrvaneWorkspace"_s);
-    EXPECT_FALSE(text(u"local-first Mac workspace."_s).isEmpty());
+    EXPECT_FALSE(text(u"local-first workspace."_s).isEmpty());
     m_hand->press(Qt::Key_Return);
     EXPECT_TRUE(TourHand::waitFor([&] { return isOpen(); }));
     EXPECT_TRUE(SessionKeys::welcomeDismissed.read(defaults()));
@@ -88,6 +90,48 @@ TEST_F(ProjectsBrowserTest, WelcomeLeadsToABlankProject)
     quit();
     start();
     EXPECT_EQ(window().sheets().topSheet(), nullptr) << "an answered welcome stays away";
+}
+
+TEST_F(ProjectsBrowserTest, ATileSaysWhatItsProjectHoldsAndWhoHasIt)
+{
+    struct Row {
+        const char* name;
+        std::optional<int> notes;
+        std::optional<int> words;
+        std::optional<LockHolder> holder;
+        QString details;
+    };
+    const ManualClock clock({1'795'354'320'000}); // 22 November 2026, 13:32 UTC
+    const Timestamp now = clock.now();
+    const Timestamp earlier{now.msecs - 27 * 60'000};
+    const QString today = u"Changed "_s + momentInWords(now, now);
+    const Row rows[] = {
+        {"of an earlier version", {}, {}, {}, today},
+        {"counted", 41, 86'420, {}, today + u" · 41 notes · 86,420 words"_s},
+        {"one of each", 1, 1, {}, today + u" · 1 note · 1 word"_s},
+        {"words not counted yet", 18, {}, {}, today + u" · 18 notes"_s},
+        {"open on another machine", 18, 9'310, LockHolder{7, {}, u"tern"_s, earlier},
+         u"Open on “tern” since "_s + timeInWords(earlier) + u" · 18 notes · 9,310 words"_s},
+    };
+    installEnglishSentences();
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        OrvaneProjectRecord project;
+        project.id = QUuid::createUuid();
+        project.name = u"Tidewater"_s;
+        project.updatedAt = now;
+        project.rootPath = u"/library/Tidewater"_s;
+        project.noteCount = row.notes;
+        project.wordCount = row.words;
+        ProjectTilesModel::Holders holders;
+        if (row.holder)
+            holders.insert(project.rootPath, *row.holder);
+        ProjectTilesModel model(clock);
+        model.setProjects({project}, {}, {}, holders);
+        EXPECT_EQ(model.index(0).data(ProjectTilesModel::DetailsRole).toString(), row.details);
+        EXPECT_EQ(model.index(0).data(ProjectTilesModel::IsHeldRole).toBool(),
+                  row.holder.has_value());
+    }
 }
 
 TEST_F(ProjectsBrowserTest, WelcomeStaysWhereTheLicenceSaysNo)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 // The program under a window system of its own, worked by its pointer: what a drag is there, no
 // event that a test sends can show.
-#include "ProgramFixture.h"
+#include "RealScreen.h"
 #include "editor/pane/EditorPaneView.h"
 #include "editor/session/EditorSession.h"
 #include "editor/view/EditorView.h"
@@ -9,86 +9,47 @@
 #include "shell/binder/BinderTreeView.h"
 #include "shell/layout/WindowPlacement.h"
 
-#include <QStandardPaths>
-#include <QTest>
-
 namespace orvane {
 namespace {
 
 using namespace Qt::StringLiterals;
 
-class RealMouseTest : public ProgramTest {
+class RealMouseTest : public RealScreenTest {
 protected:
     void SetUp() override
     {
         for (const auto& tool : {u"Xvfb"_s, u"xdotool"_s}) {
-            if (QStandardPaths::findExecutable(tool).isEmpty())
+            if (!isInstalled(tool))
                 GTEST_SKIP() << tool.toStdString() << " is not installed";
         }
-        // Without a reset, which turns new clients away whenever the last one has left.
-        m_screen.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1400x900x24"_s,
-                                   u"-nolisten"_s, u"tcp"_s, u"-noreset"_s});
-        ASSERT_TRUE(QTest::qWaitFor([this] { return m_screen.canReadLine(); }, 20'000));
-        m_environment = environment();
-        m_environment.insert(u"DISPLAY"_s,
-                             u':' + QString::fromLatin1(m_screen.readLine().trimmed()));
-        m_environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
-        m_environment.remove(u"WAYLAND_DISPLAY"_s);
-    }
-    void TearDown() override
-    {
-        for (QProcess* process : {&m_program, &m_screen}) {
-            if (process->state() == QProcess::NotRunning)
-                continue;
-            process->terminate();
-            process->waitForFinished(20'000);
-        }
-    }
-    QString pointer(const QStringList& words) const
-    {
-        QProcess tool;
-        tool.setProcessEnvironment(m_environment);
-        tool.start(u"xdotool"_s, words);
-        return tool.waitForFinished(20'000) ? QString::fromUtf8(tool.readAll()).trimmed()
-                                            : QString();
+        startX11(u"1400x900"_s);
     }
     void moveTo(const QPoint& place) const
     {
-        pointer({u"mousemove"_s, QString::number(place.x()), QString::number(place.y())});
+        hand({u"mousemove"_s, QString::number(place.x()), QString::number(place.y())});
         QTest::qWait(60);
     }
     void drag(const QPoint& from, const QPoint& to) const
     {
         moveTo(from);
-        pointer({u"mousedown"_s, u"1"_s});
+        hand({u"mousedown"_s, u"1"_s});
         constexpr int steps = 8;
         for (int i = 1; i <= steps; ++i)
             moveTo(from + (to - from) * i / steps);
-        pointer({u"mouseup"_s, u"1"_s});
+        hand({u"mouseup"_s, u"1"_s});
     }
 
     /// Starts the program; the id of its window once it is there.
-    QString startProgram()
+    QString startAndFind()
     {
-        m_program.setProcessEnvironment(m_environment);
-        m_program.start(QStringLiteral(ORVANE_PROGRAM), QStringList());
+        startProgram();
         QString id;
-        EXPECT_TRUE(QTest::qWaitFor(
-            [&] {
-                id = pointer(
-                    {u"search"_s, u"--onlyvisible"_s, u"--class"_s, u"^orvaneworkspace$"_s});
-                return !id.isEmpty();
-            },
-            30'000))
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !(id = windowId()).isEmpty(); }, 30'000))
             << m_program.state() << m_program.exitCode()
             << m_program.readAllStandardError().toStdString();
         QTest::qWait(500);
         return id;
     }
-
-    QProcessEnvironment m_environment;
-    QProcess m_screen;
-    QProcess m_program;
 };
 
 TEST_F(RealMouseTest, ARowIsDraggedIntoAFolder)
@@ -112,8 +73,8 @@ TEST_F(RealMouseTest, ARowIsDraggedIntoAFolder)
     SessionKeys::launchDestination.write(defaults(), u"lastNote"_s);
     quit();
 
-    const QString id = startProgram();
-    EXPECT_EQ(pointer({u"getwindowname"_s, id}), u"Tidewater — OrvaneWorkspace"_s);
+    const QString id = startAndFind();
+    EXPECT_EQ(hand({u"getwindowname"_s, id}), u"Tidewater — OrvaneWorkspace"_s);
     drag(from, to);
     QTest::qWait(500);
     m_program.terminate();
@@ -126,7 +87,7 @@ TEST_F(RealMouseTest, ARowIsDraggedIntoAFolder)
 
 TEST_F(RealMouseTest, WhatIsCopiedIsTextForOtherPrograms)
 {
-    if (QStandardPaths::findExecutable(u"xclip"_s).isEmpty())
+    if (!isInstalled(u"xclip"_s))
         GTEST_SKIP() << "xclip is not installed";
     dismissWelcome();
     start();
@@ -140,11 +101,11 @@ TEST_F(RealMouseTest, WhatIsCopiedIsTextForOtherPrograms)
     SessionKeys::launchDestination.write(defaults(), u"lastNote"_s);
     quit();
 
-    startProgram();
+    startAndFind();
     moveTo(place);
-    pointer({u"click"_s, u"1"_s});
-    pointer({u"key"_s, u"ctrl+a"_s});
-    pointer({u"key"_s, u"ctrl+c"_s});
+    hand({u"click"_s, u"1"_s});
+    hand({u"key"_s, u"ctrl+a"_s});
+    hand({u"key"_s, u"ctrl+c"_s});
     const auto given = [this](const QString& selection, const QString& type) {
         QProcess tool;
         tool.setProcessEnvironment(m_environment);

@@ -346,6 +346,7 @@ TEST_F(SettingsOverTwoRuns, EveryKeyIsReadAgainWithItsEffect)
         press(u"New Project"_s);
         m_hand->type(name);
         m_hand->press(Qt::Key_Return);
+        leaveIconsAndTitles();
         state().projectSession().presentProjectsBrowser();
         TourHand::settle();
     }

@@ -79,6 +79,18 @@ protected:
         ASSERT_NE(found, nullptr) << qUtf8Printable(text);
         m_hand->click(*found);
     }
+    /// The window that a new project's icon is offered in, closed again.
+    void leaveIconsAndTitles()
+    {
+        const auto offered = [] {
+            QWidget* window = QApplication::activeWindow();
+            return window && window->objectName() == QLatin1String("iconsAndTitles");
+        };
+        EXPECT_TRUE(TourHand::waitFor(offered));
+        if (offered())
+            TourHand(*QApplication::activeWindow()).press(Qt::Key_Escape);
+        EXPECT_TRUE(TourHand::waitFor([this] { return window().isActiveWindow(); }));
+    }
     QString sheetTitle()
     {
         const Sheet* sheet = window().sheets().topSheet();

@@ -45,6 +45,27 @@ TEST(WindowPlacement, StaysWithinTheScreensThatThereAre)
         << "the title bar stays on the screen";
 }
 
+TEST(WindowPlacement, AWindowComesUpInTheMiddleOfItsParent)
+{
+    const QRect screen(0, 0, 1920, 1080);
+    struct Row {
+        const char* name;
+        QRect parent;
+        QSize size;
+        QRect placed;
+    };
+    const Row rows[] = {
+        {"in the middle", {200, 100, 1400, 800}, {1000, 600}, {399, 199, 1000, 600}},
+        {"as large as its parent", {0, 40, 1100, 720}, {1100, 720}, {0, 40, 1100, 720}},
+        {"at the screen's edge", {1500, 700, 960, 600}, {1100, 720}, {820, 360, 1100, 720}},
+        {"its title bar stays on the screen", {0, 0, 960, 600}, {1100, 720}, {0, 40, 1100, 720}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(centredOver(row.parent, row.size, {screen}, {960, 560}), row.placed);
+    }
+}
+
 TEST(WindowPlacement, OnlyWholeValuesAreTaken)
 {
     const WindowPlacement placement{

@@ -146,6 +146,11 @@ QWidget& EditorPaneView::formattingBar() const
     return m_tools->formattingBar();
 }
 
+QWidget& EditorPaneView::offerPart() const
+{
+    return m_status->offerPart();
+}
+
 QWidget* EditorPaneView::makePage()
 {
     auto* page = new QWidget(this);
@@ -495,6 +500,7 @@ void EditorPaneView::observeModeCommands()
     observe(AppCommandEvents::writeMarkdown, EditorMode::markdown);
     connect(m_tools.get(), &WritingTools::formattingRefused, this,
             &EditorPaneView::offerFormatting);
+    connect(m_status, &StatusStrip::offerLeft, this, &EditorPaneView::focusText);
 }
 
 void EditorPaneView::offerFormatting(const QByteArray& command, const std::function<void()>& act)

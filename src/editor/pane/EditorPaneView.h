@@ -37,6 +37,8 @@ public:
     [[nodiscard]] EditorView& textView() const;
     /// The place of the formatting bar; not visible where there is none.
     [[nodiscard]] QWidget& formattingBar() const;
+    /// The place of what the status strip offers; not visible while there is nothing.
+    [[nodiscard]] QWidget& offerPart() const;
     /// Puts the caret into the title, all of it selected, or into the text.
     void focusTitle();
     void focusText();

@@ -3,8 +3,11 @@
 
 #include "editor/pane/StripMenuButton.h"
 
+#include <QAccessible>
 #include <QActionGroup>
+#include <QApplication>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLocale>
 #include <QMenu>
@@ -111,13 +114,27 @@ void StatusStrip::offer(const QString& text, const QString& action, std::functio
     m_offerText->setText(text);
     m_offerAction->setText(action);
     m_acceptOffer = std::move(act);
+    m_offer->setAccessibleName(text);
     m_offer->show();
+    QAccessibleEvent said(m_offer, QAccessible::Alert);
+    QAccessible::updateAccessibility(&said);
 }
 
 void StatusStrip::endOffer()
 {
     m_acceptOffer = nullptr;
+    const bool hadKeyboard = m_offer->isAncestorOf(QApplication::focusWidget());
     m_offer->hide();
+    if (hadKeyboard)
+        emit offerLeft();
+}
+
+void StatusStrip::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape && m_offer->isVisible())
+        endOffer();
+    else
+        SurfacePanel::keyPressEvent(event);
 }
 
 void StatusStrip::setZoom(std::optional<double> zoom)

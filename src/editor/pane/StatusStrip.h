@@ -48,6 +48,8 @@ public:
     /// Says `text` with a button `action` beside it, until that is pressed or it is closed.
     void offer(const QString& text, const QString& action, std::function<void()> act);
     void endOffer();
+    /// What holds the offer; hidden while there is none.
+    [[nodiscard]] QWidget& offerPart() const { return *m_offer; }
     /// Puts a further choice before that of the mode, and owns it.
     void addChoice(StripMenuButton* button);
 
@@ -55,6 +57,11 @@ signals:
     void modeChosen(orvane::EditorMode mode);
     void widthLockChosen(bool locked);
     void zoomChosen(double zoom);
+    /// An offer that had the keyboard is gone.
+    void offerLeft();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void makeModeMenu();

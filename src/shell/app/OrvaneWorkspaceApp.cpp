@@ -206,7 +206,7 @@ SettingsWindow& OrvaneWorkspaceApp::showSettings()
     if (!m_settings)
         m_settings = std::make_unique<SettingsWindow>(m_appState->services(), m_look, *m_shortcuts,
                                                       *m_themes);
-    m_settings->present();
+    m_settings->present(*m_window);
     return *m_settings;
 }
 

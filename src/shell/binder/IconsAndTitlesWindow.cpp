@@ -2,14 +2,17 @@
 #include "shell/binder/IconsAndTitlesWindow.h"
 
 #include "appearance/Contrast.h"
+#include "appearance/CoverColors.h"
 #include "appearance/Drawing.h"
 #include "appearance/IconChoices.h"
 #include "appearance/OrvaneStyle.h"
+#include "shell/layout/WindowPlacement.h"
 #include "shell/shortcuts/KeyRouting.h"
 #include "shell/window/ElidedLabel.h"
 
 #include <QAbstractListModel>
 #include <QApplication>
+#include <QComboBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -84,6 +87,7 @@ namespace {
 constexpr int padding = 24;
 constexpr int cell = 44;
 constexpr int pictureSize = 48;
+constexpr int coverDot = 14;
 /// Typing is applied when it pauses, so that a title isn't kept letter by letter.
 constexpr int titlePause = 400;
 
@@ -129,6 +133,12 @@ public:
     {
         setFixedSize(pictureSize, pictureSize);
     }
+    /// A project's, "#RRGGBB" or empty.
+    void setCover(const std::optional<QString>& cover)
+    {
+        m_cover = cover;
+        update();
+    }
     void setPicture(const QString& storedIcon, Symbol otherwise)
     {
         m_icon = storedIcon;
@@ -141,9 +151,14 @@ protected:
     {
         QPainter painter(this);
         const SurfaceTokens& t = m_look.tokens().on(Surface::Window);
-        const QColor ground = blended(t.accent, 0.12, t.ground);
+        QColor ground = blended(t.accent, 0.12, t.ground);
+        QColor ink = readableInk(t.accent, ground, iconContrast);
+        if (m_cover) {
+            const CoverColors cover = coverColors(*m_cover, m_icon, m_look.tokens());
+            ground = cover.washStart;
+            ink = cover.ink;
+        }
         drawPanel(painter, rect(), 10, ground);
-        const QColor ink = readableInk(t.accent, ground, iconContrast);
         if (hasIconDrawing(m_icon))
             drawStoredIcon(painter, rect(), m_icon, 24, ink);
         else
@@ -153,6 +168,7 @@ protected:
 private:
     const Look& m_look;
     QString m_icon;
+    std::optional<QString> m_cover;
     Symbol m_otherwise = Symbol::Note;
 };
 
@@ -172,7 +188,7 @@ Symbol defaultSymbol(TitledItem::Kind kind)
 } // namespace
 
 IconsAndTitlesWindow* IconsAndTitlesWindow::open(const TitledItem& item, AppState& appState,
-                                                 Look& look, QWidget* parent)
+                                                 Look& look, QWidget* parent, Begin begin)
 {
     QPointer<IconsAndTitlesWindow> window;
     for (QWidget* each : QApplication::topLevelWidgets()) {
@@ -189,10 +205,14 @@ IconsAndTitlesWindow* IconsAndTitlesWindow::open(const TitledItem& item, AppStat
         window->close();
         return nullptr;
     }
+    if (!window->isVisible() && parent)
+        centreOver(*window, *parent->window());
     window->show();
     window->raise();
     window->activateWindow();
-    window->m_search->setFocus(Qt::OtherFocusReason);
+    QWidget* first = begin == Begin::AtDone ? static_cast<QWidget*>(window->m_done)
+                                            : static_cast<QWidget*>(window->m_search);
+    first->setFocus(Qt::OtherFocusReason);
     return window;
 }
 
@@ -246,6 +266,7 @@ IconsAndTitlesWindow::IconsAndTitlesWindow(AppState& appState, Look& look, QWidg
     layout->addWidget(m_grid, 1);
     m_noMatch->setAlignment(Qt::AlignCenter);
     layout->addWidget(m_noMatch, 1);
+    layout->addWidget(makeCoverRow());
     layout->addSpacing(16);
     layout->addLayout(makeFoot());
     m_titleDelay->setSingleShot(true);
@@ -286,18 +307,66 @@ QWidget* IconsAndTitlesWindow::makeHead()
     return head;
 }
 
+QWidget* IconsAndTitlesWindow::makeCoverRow()
+{
+    m_coverRow = new QWidget(this);
+    auto* row = new QHBoxLayout(m_coverRow);
+    row->setContentsMargins(0, 12, 0, 0);
+    QLabel* label = makeLabel(tr("Cover"), TextStyle::Body);
+    m_cover = new QComboBox(m_coverRow);
+    m_cover->setAccessibleName(label->text());
+    m_cover->setIconSize({coverDot, coverDot});
+    label->setBuddy(m_cover);
+    row->addWidget(label);
+    row->addStretch();
+    row->addWidget(m_cover);
+    connect(m_cover, &QComboBox::activated, this, [this](int index) {
+        const QString color = m_cover->itemData(index).toString();
+        m_appState.projectSession().updateProjectCover(
+            projectFolder(), color.isEmpty() ? std::nullopt : std::optional(color));
+    });
+    connect(&look(), &Look::changed, this, &IconsAndTitlesWindow::fillCovers);
+    fillCovers();
+    return m_coverRow;
+}
+
+void IconsAndTitlesWindow::fillCovers()
+{
+    const auto dot = [this](const QString& color, const QString& icon) {
+        const double ratio = devicePixelRatioF();
+        QPixmap picture(QSize(coverDot, coverDot) * ratio);
+        picture.setDevicePixelRatio(ratio);
+        picture.fill(Qt::transparent);
+        QPainter painter(&picture);
+        drawPanel(painter, QRectF(0, 0, coverDot, coverDot), 4,
+                  coverColors(color, icon, look().tokens()).ink);
+        return QIcon(picture);
+    };
+    const auto now = content();
+    const QString icon = now ? now->icon.value_or(QString()) : QString();
+    const QString chosen = now ? now->cover : QString();
+    m_cover->clear();
+    m_cover->addItem(dot({}, icon), tr("As the icon"), QString());
+    for (const CoverChoice& each : coverChoices())
+        m_cover->addItem(dot(each.stored, icon), each.title, each.stored);
+    // A colour of another version of the program is kept.
+    if (!chosen.isEmpty() && m_cover->findData(chosen) < 0)
+        m_cover->addItem(dot(chosen, icon), chosen, chosen);
+    m_cover->setCurrentIndex(std::max(0, m_cover->findData(chosen)));
+}
+
 QLayout* IconsAndTitlesWindow::makeFoot()
 {
     auto* foot = new QHBoxLayout;
     foot->setSpacing(10);
     m_remove = new QPushButton(tr("Remove Icon"), this);
-    auto* done = new QPushButton(tr("Done"), this);
-    setButtonTone(done, ButtonTone::Accent);
+    m_done = new QPushButton(tr("Done"), this);
+    setButtonTone(m_done, ButtonTone::Accent);
     foot->addWidget(m_remove);
     foot->addStretch();
-    foot->addWidget(done);
+    foot->addWidget(m_done);
     connect(m_remove, &QPushButton::clicked, this, [this] { applyIcon(std::nullopt); });
-    connect(done, &QPushButton::clicked, this, &QWidget::close);
+    connect(m_done, &QPushButton::clicked, this, &QWidget::close);
     return foot;
 }
 
@@ -314,7 +383,8 @@ std::optional<IconsAndTitlesWindow::Content> IconsAndTitlesWindow::content() con
         break;
     case TitledItem::Kind::Project:
         if (const OrvaneProjectRecord* project = m_appState.projectSession().project(m_item.id))
-            return Content{project->name, project->titleForDisplay(), project->iconName};
+            return Content{project->name, project->titleForDisplay(), project->iconName,
+                           project->coverColor.value_or(QString())};
         break;
     }
     return std::nullopt;
@@ -359,6 +429,11 @@ void IconsAndTitlesWindow::showHead(const Content& content)
     const QString icon = content.icon.value_or(QString());
     static_cast<PictureTile*>(m_picture)->setPicture(icon, defaultSymbol(m_item.kind));
     m_icons->setChosen(iconChoiceName(icon));
+    m_coverRow->setVisible(m_item.kind == TitledItem::Kind::Project);
+    if (m_item.kind == TitledItem::Kind::Project)
+        fillCovers();
+    static_cast<PictureTile*>(m_picture)->setCover(
+        m_item.kind == TitledItem::Kind::Project ? std::optional(content.cover) : std::nullopt);
     const bool writable =
         m_item.kind == TitledItem::Kind::Project || !m_appState.projectSession().isReadOnly();
     m_remove->setEnabled(content.icon.has_value() && writable);
@@ -445,8 +520,12 @@ bool IconsAndTitlesWindow::eventFilter(QObject* watched, QEvent* event)
 
 void IconsAndTitlesWindow::keyPressEvent(QKeyEvent* event)
 {
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    auto* button = qobject_cast<QPushButton*>(focusWidget());
     if (event->key() == Qt::Key_Escape)
         close();
+    else if (isReturn && button)
+        button->click();
     else
         SurfacePanel::keyPressEvent(event);
 }
@@ -455,6 +534,8 @@ void IconsAndTitlesWindow::closeEvent(QCloseEvent* event)
 {
     applyTitle();
     SurfacePanel::closeEvent(event);
+    if (parentWidget())
+        parentWidget()->activateWindow();
 }
 
 } // namespace orvane

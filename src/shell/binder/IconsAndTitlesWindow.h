@@ -4,6 +4,7 @@
 #include "appearance/SurfacePanel.h"
 #include "core/state/AppState.h"
 
+class QComboBox;
 class QLabel;
 class QLineEdit;
 class QListView;
@@ -30,9 +31,12 @@ class IconsAndTitlesWindow : public SurfacePanel {
     Q_OBJECT
 public:
     /// Shows the window for an item; the one that is open goes over to it. Does nothing for an
-    /// item that doesn't exist. `parent` is the window that it stands above.
+    /// item that doesn't exist. `parent` is the window that it stands above, which has the
+    /// keyboard again when it closes. Whoever opened it by a command searches an icon; whom it is
+    /// offered to, because the item is new, goes on by Return.
+    enum class Begin { AtSearch, AtDone };
     static IconsAndTitlesWindow* open(const TitledItem& item, AppState& appState, Look& look,
-                                      QWidget* parent);
+                                      QWidget* parent, Begin begin = Begin::AtSearch);
 
     [[nodiscard]] const TitledItem& item() const { return m_item; }
 
@@ -49,11 +53,14 @@ private:
         QString title;
         QString shownTitle;
         std::optional<QString> icon;
+        QString cover = {}; ///< a project's, "#RRGGBB"
     };
     [[nodiscard]] std::optional<Content> content() const;
     [[nodiscard]] QString projectFolder() const;
     [[nodiscard]] QWidget* makeHead();
+    [[nodiscard]] QWidget* makeCoverRow();
     [[nodiscard]] QLayout* makeFoot();
+    void fillCovers();
     void setItem(const TitledItem& item);
     void follow();
     void showIcons();
@@ -67,12 +74,15 @@ private:
     QLabel* m_kind = nullptr;
     QLabel* m_shownTitle = nullptr;
     QWidget* m_picture = nullptr;
+    QWidget* m_coverRow = nullptr;
+    QComboBox* m_cover = nullptr;
     QLineEdit* m_title;
     QLineEdit* m_search;
     QListView* m_grid;
     IconGridModel* m_icons;
     QLabel* m_noMatch;
     QPushButton* m_remove = nullptr;
+    QPushButton* m_done = nullptr;
     QTimer* m_titleDelay;
 };
 

@@ -19,6 +19,10 @@ namespace {
 constexpr auto saveDelay = 500ms;
 constexpr int farthest = 1'000'000;
 constexpr int widestFrame = 200;
+// A title bar, before a window system has told what it draws.
+constexpr QMargins frameBeforeItIsKnown(0, 40, 0, 0);
+// Wayland tells neither where its panels stand nor what is drawn round a window.
+constexpr QMargins frameAndPanels(0, 40, 0, 56);
 
 struct StateName {
     WindowPlacement::State state;
@@ -41,6 +45,16 @@ WindowPlacement::State stateOf(const QWidget& window)
         return WindowPlacement::State::FullScreen;
     return window.isMaximized() ? WindowPlacement::State::Maximized
                                 : WindowPlacement::State::Normal;
+}
+
+bool isPlacedByDesktop()
+{
+    return QGuiApplication::platformName().startsWith("wayland"_L1);
+}
+
+QMargins firstFrame()
+{
+    return isPlacedByDesktop() ? frameAndPanels : frameBeforeItIsKnown;
 }
 
 QList<QRect> availableScreens()
@@ -109,6 +123,19 @@ QRect placedOnScreens(const QRect& wanted, const QList<QRect>& screens, const QS
     return placed;
 }
 
+QRect centredOver(const QRect& parent, const QSize& size, const QList<QRect>& screens,
+                  const QSize& minimum)
+{
+    const QPoint corner = parent.center() - QPoint(size.width() / 2, size.height() / 2);
+    return placedOnScreens({corner, size}, screens, minimum, frameBeforeItIsKnown);
+}
+
+void centreOver(QWidget& window, const QWidget& parent)
+{
+    window.setGeometry(
+        centredOver(parent.geometry(), window.size(), availableScreens(), window.minimumSize()));
+}
+
 WindowPlacementKeeper::WindowPlacementKeeper(const Services& services, const QString& key,
                                              QWidget* window)
     : QObject(window)
@@ -131,12 +158,15 @@ void WindowPlacementKeeper::restore()
         // The desktop chooses the place; only the size has to fit.
         if (!screens.isEmpty()) {
             const QRect wanted(screens.first().topLeft(), m_window.size());
-            m_window.resize(placedOnScreens(wanted, screens, m_window.minimumSize()).size());
+            m_window.resize(
+                placedOnScreens(wanted, screens, m_window.minimumSize(), firstFrame()).size());
         }
         return;
     }
+    const QMargins frame =
+        placement->frame.isNull() && isPlacedByDesktop() ? firstFrame() : placement->frame;
     m_window.setGeometry(
-        placedOnScreens(placement->normal, screens, m_window.minimumSize(), placement->frame));
+        placedOnScreens(placement->normal, screens, m_window.minimumSize(), frame));
     if (placement->state == WindowPlacement::State::Maximized)
         m_window.setWindowState(Qt::WindowMaximized);
     else if (placement->state == WindowPlacement::State::FullScreen)

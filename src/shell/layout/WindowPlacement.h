@@ -34,6 +34,13 @@ struct WindowPlacement {
 [[nodiscard]] QRect placedOnScreens(const QRect& wanted, const QList<QRect>& screens,
                                     const QSize& minimum, const QMargins& frame = {});
 
+/// The middle of `size` on that of `parent`, as far as the screen allows.
+[[nodiscard]] QRect centredOver(const QRect& parent, const QSize& size, const QList<QRect>& screens,
+                                const QSize& minimum);
+/// Puts a window that has no place of its own yet over its parent's middle. Where the desktop
+/// places windows (Wayland) that is left to it.
+void centreOver(QWidget& window, const QWidget& parent);
+
 /// Keeps the placement of a window under a key of the user defaults: puts the window there when it
 /// is made, and writes a moment after each change and when the window closes. Lives with the
 /// window.

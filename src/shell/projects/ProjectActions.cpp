@@ -4,6 +4,7 @@
 #include "commands/AppCommandEvents.h"
 #include "core/records/Wording.h"
 #include "core/state/SessionKeys.h"
+#include "shell/binder/IconsAndTitlesWindow.h"
 #include "shell/projects/WelcomeToOrvaneWorkspaceSheet.h"
 #include "shell/sheets/NameSheet.h"
 
@@ -146,6 +147,8 @@ void ProjectActions::showNewProjectSheet()
     const auto create = [this](const QString& name) -> std::optional<QString> {
         const auto created =
             m_appState.projectSession().createProject(name, u"sf:archivebox.fill"_s);
+        if (created)
+            offerIcon(*created);
         return created ? std::nullopt : std::optional(created.error());
     };
     const QString where = shortPath(m_appState.projectSession().library().projectsDirectoryPath(),
@@ -156,6 +159,24 @@ void ProjectActions::showNewProjectSheet()
                                     .acceptButton = tr("Create Project"),
                                     .initialName = {}},
                                    NameSheet::BlankName::Allowed, create, m_look));
+}
+
+void ProjectActions::offerIcon(const QUuid& project)
+{
+    QMetaObject::invokeMethod(
+        this,
+        [this, project] {
+            IconsAndTitlesWindow::open({TitledItem::Kind::Project, project}, m_appState, m_look,
+                                       m_sheets.window(), IconsAndTitlesWindow::Begin::AtDone);
+        },
+        Qt::QueuedConnection);
+}
+
+void ProjectActions::showIconAndTitle(const QString& folder)
+{
+    if (const OrvaneProjectRecord* project = m_appState.projectSession().projectAt(folder))
+        IconsAndTitlesWindow::open({TitledItem::Kind::Project, project->id}, m_appState, m_look,
+                                   m_sheets.window());
 }
 
 void ProjectActions::showRenameSheet(const QString& folder)
@@ -232,6 +253,7 @@ void ProjectActions::startWithStarterProject()
         return;
     }
     (void)m_appState.createNote(starterBody, {});
+    offerIcon(*created);
 }
 
 void ProjectActions::showGuide()

@@ -20,7 +20,11 @@ public:
     void explainMissing(const QString& folder);
     void showNewProjectSheet();
     void showRenameSheet(const QString& folder);
+    /// Title and icon of the project in this folder, to be changed.
+    void showIconAndTitle(const QString& folder);
     void moveToTrash(const QString& folder);
+    /// Whether a sheet waits for an answer.
+    [[nodiscard]] bool isAsking() const { return m_sheets.topSheet(); }
     /// The welcome, unless it has been answered or is on screen.
     void showWelcomeIfNeeded();
     void showGuide();
@@ -30,6 +34,8 @@ public:
 private:
     void showPendingAlerts();
     bool passesLicence();
+    /// Offers a project that was just made its icon, when what asked for it is off the screen.
+    void offerIcon(const QUuid& project);
     void startWithStarterProject();
     void tell(const QString& title, const QString& text);
 

@@ -2,9 +2,9 @@
 #include "shell/projects/ProjectTileDelegate.h"
 
 #include "appearance/Contrast.h"
+#include "appearance/CoverColors.h"
 #include "appearance/Drawing.h"
 #include "appearance/IconChoices.h"
-#include "core/records/Wording.h"
 #include "shell/projects/ProjectTilesModel.h"
 
 #include <QPainter>
@@ -44,28 +44,36 @@ void drawHatching(QPainter& painter, const QRectF& art, const SurfaceTokens& car
 
 /// A small label in the cover's upper corner, where reading begins.
 void drawLabel(QPainter& painter, const QRectF& art, const QString& text,
-               Qt::LayoutDirection direction, const SurfaceTokens& card)
+               Qt::LayoutDirection direction, const SurfaceTokens& card,
+               std::optional<Symbol> symbol = {})
 {
     constexpr int height = 24;
     constexpr int padding = 8;
     constexpr int inset = 12;
     const QFont font = interfaceFont(TextStyle::Label);
-    const int width = QFontMetrics(font).horizontalAdvance(text) + 2 * padding;
+    const int room = symbol ? 20 : 0; // the symbol's
+    const int width = QFontMetrics(font).horizontalAdvance(text) + 2 * padding + room;
     const QRect place =
         QStyle::visualRect(direction, art.toRect(),
                            QRect(int(art.left()) + inset, int(art.top()) + inset, width, height));
     drawPanel(painter, place, 4, card.ground, card.border);
     painter.setFont(font);
     painter.setPen(card.text);
-    painter.drawText(place, Qt::AlignCenter | Qt::TextSingleLine, text);
+    const QRect inside = place.adjusted(padding, 0, -padding, 0);
+    if (symbol)
+        drawSymbol(painter,
+                   QStyle::visualRect(direction, inside,
+                                      QRect(inside.left(), inside.top(), 12, inside.height())),
+                   *symbol, 12, card.icon);
+    painter.drawText(QStyle::visualRect(direction, inside, inside.adjusted(room, 0, 0, 0)),
+                     Qt::AlignCenter | Qt::TextSingleLine, text);
 }
 
 } // namespace
 
-ProjectTileDelegate::ProjectTileDelegate(const Look& look, const Clock& clock, QObject* parent)
+ProjectTileDelegate::ProjectTileDelegate(const Look& look, QObject* parent)
     : QStyledItemDelegate(parent)
     , m_look(look)
-    , m_clock(clock)
 {}
 
 QSize ProjectTileDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const
@@ -100,9 +108,13 @@ void ProjectTileDelegate::paintProject(QPainter& painter, const QRect& tile,
     painter.fillPath(outline, hovered ? blended(card.text, 0.03, card.ground) : card.ground);
     const bool isMissing = index.data(ProjectTilesModel::IsMissingRole).toBool();
     const bool isSetAside = index.data(ProjectTilesModel::IsSetAsideRole).toBool();
+    const QString stored = index.data(ProjectTilesModel::IconNameRole).toString();
+    const CoverColors cover =
+        coverColors(index.data(ProjectTilesModel::CoverColorRole).toString(), stored, t,
+                    hovered ? CoverState::Hovered : CoverState::Plain);
     QLinearGradient wash(art.topLeft(), QPointF(art.left() + art.width() * 0.6, art.bottom()));
-    wash.setColorAt(0, blended(t.accent, hovered ? 0.15 : 0.11, card.ground));
-    wash.setColorAt(0.85, blended(t.accent, 0.02, card.ground));
+    wash.setColorAt(0, cover.washStart);
+    wash.setColorAt(0.85, cover.washEnd);
     wash.setColorAt(1, card.ground);
     painter.save();
     painter.setClipPath(outline);
@@ -116,14 +128,15 @@ void ProjectTileDelegate::paintProject(QPainter& painter, const QRect& tile,
     painter.setBrush(Qt::NoBrush);
     painter.drawPath(outline);
 
-    const QString stored = index.data(ProjectTilesModel::IconNameRole).toString();
-    const QColor ink = isMissing ? card.textSecondary : card.accent;
+    const QColor ink = isMissing ? card.textSecondary : cover.ink;
     if (hasIconDrawing(stored))
         drawStoredIcon(painter, art, stored, 40, ink);
     else
         drawSymbol(painter, art, projectSymbol(stored), 40, ink);
     if (isMissing)
         drawLabel(painter, art, tr("Not there"), option.direction, card);
+    else if (index.data(ProjectTilesModel::IsHeldRole).toBool())
+        drawLabel(painter, art, tr("Open elsewhere"), option.direction, card, Symbol::Locked);
     else if (isSetAside)
         drawLabel(painter, art, tr("Set aside"), option.direction, card);
 
@@ -132,7 +145,8 @@ void ProjectTileDelegate::paintProject(QPainter& painter, const QRect& tile,
     const QFont labelFont = interfaceFont(TextStyle::Label);
     const QString title = QFontMetrics(titleFont).elidedText(
         index.data(Qt::DisplayRole).toString().simplified(), Qt::ElideRight, words.width());
-    const Timestamp changed{index.data(ProjectTilesModel::UpdatedAtRole).toLongLong()};
+    const QString details = QFontMetrics(labelFont).elidedText(
+        index.data(ProjectTilesModel::DetailsRole).toString(), Qt::ElideRight, words.width());
     painter.setFont(titleFont);
     painter.setPen(isMissing ? card.textSecondary : card.text);
     painter.drawText(QRect(words.left(), words.top() + 12, words.width(), 20),
@@ -140,9 +154,7 @@ void ProjectTileDelegate::paintProject(QPainter& painter, const QRect& tile,
     painter.setFont(labelFont);
     painter.setPen(card.textSecondary);
     painter.drawText(QRect(words.left(), words.top() + 33, words.width(), 18),
-                     Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
-                     isMissing ? tr("Last seen %1").arg(momentInWords(changed, m_clock.now()))
-                               : tr("Changed %1").arg(momentInWords(changed, m_clock.now())));
+                     Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine, details);
     drawSelection(painter, tile, option, t);
 }
 

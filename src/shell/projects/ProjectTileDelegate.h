@@ -2,13 +2,12 @@
 #pragma once
 
 #include "appearance/Look.h"
-#include "platform/Clock.h"
 
 #include <QStyledItemDelegate>
 
 namespace orvane {
 
-/// Draws a project's tile: its icon on a tinted ground, its title and its last change.
+/// Draws a project's tile: its icon on a tinted ground, its title and what is said of it.
 class ProjectTileDelegate : public QStyledItemDelegate {
     Q_OBJECT
 public:
@@ -16,7 +15,7 @@ public:
     static constexpr int gap = 20;
     static constexpr int tileHeight = 196;
 
-    ProjectTileDelegate(const Look& look, const Clock& clock, QObject* parent = nullptr);
+    explicit ProjectTileDelegate(const Look& look, QObject* parent = nullptr);
 
     void setTileWidth(int width) { m_tileWidth = width; }
 
@@ -32,7 +31,6 @@ private:
                          const QString& text) const;
 
     const Look& m_look;
-    const Clock& m_clock;
     int m_tileWidth = 312;
 };
 

@@ -1,29 +1,45 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/projects/ProjectTilesModel.h"
 
+#include "core/records/Wording.h"
+
 #include <algorithm>
 
 namespace orvane {
 
-ProjectTilesModel::ProjectTilesModel(QObject* parent)
+ProjectTilesModel::ProjectTilesModel(const Clock& clock, QObject* parent)
     : QAbstractListModel(parent)
+    , m_clock(clock)
 {}
 
 void ProjectTilesModel::setProjects(const QList<OrvaneProjectRecord>& projects,
-                                    const KnownProjects& known, const QList<KnownProject>& missing)
+                                    const KnownProjects& known, const QList<KnownProject>& missing,
+                                    const Holders& holders)
 {
     m_tiles.clear();
     for (const OrvaneProjectRecord& project : projects) {
         const KnownProject* remembered = known.at(project.rootPath);
-        m_tiles.append({project.rootPath, project.titleForDisplay(),
-                        project.iconName.value_or(QString()), project.updatedAt, false,
-                        remembered && remembered->isSetAside});
+        const auto holder = holders.constFind(project.rootPath);
+        m_tiles.append(
+            {.folder = project.rootPath,
+             .title = project.titleForDisplay(),
+             .iconName = project.iconName.value_or(QString()),
+             .date = project.updatedAt,
+             .isSetAside = remembered && remembered->isSetAside,
+             .coverColor = project.coverColor.value_or(QString()),
+             .notes = project.noteCount,
+             .words = project.wordCount,
+             .holder = holder == holders.cend() ? std::nullopt : std::optional(*holder)});
     }
     // What stayed behind when a project was moved comes after all that is worked in.
     std::ranges::stable_partition(m_tiles, [](const Tile& tile) { return !tile.isSetAside; });
     for (const KnownProject& project : missing)
-        m_tiles.append({project.folder, project.title, project.iconName.value_or(QString()),
-                        project.lastSeen, true, project.isSetAside});
+        m_tiles.append({.folder = project.folder,
+                        .title = project.title,
+                        .iconName = project.iconName.value_or(QString()),
+                        .date = project.lastSeen,
+                        .isMissing = true,
+                        .isSetAside = project.isSetAside});
     refilter();
 }
 
@@ -50,6 +66,27 @@ void ProjectTilesModel::refilter()
     beginResetModel();
     m_shown = std::move(shown);
     endResetModel();
+}
+
+QString ProjectTilesModel::details(const Tile& tile) const
+{
+    const Timestamp now = m_clock.now();
+    if (tile.isMissing)
+        return tr("Last seen %1").arg(momentInWords(tile.date, now));
+    const bool isToday = tile.holder && dayInWords(tile.holder->since) == dayInWords(now);
+    QString text =
+        !tile.holder ? tr("Changed %1").arg(momentInWords(tile.date, now))
+        : isToday
+            ? tr("Open on “%1” since %2").arg(tile.holder->host, timeInWords(tile.holder->since))
+            : tr("Open on “%1” since %2")
+                  .arg(tile.holder->host, momentInWords(tile.holder->since, now));
+    // Short pieces beside each other, as in a table; each is a sentence of its own.
+    for (const auto& figure : {tile.notes ? tr("%Ln notes", nullptr, *tile.notes) : QString(),
+                               tile.words ? tr("%Ln words", nullptr, *tile.words) : QString()}) {
+        if (!figure.isEmpty())
+            text = tr("%1 · %2", "what is said of a project, and more of it").arg(text, figure);
+    }
+    return text;
 }
 
 QModelIndex ProjectTilesModel::indexOf(const QString& folder) const
@@ -94,8 +131,13 @@ QVariant ProjectTilesModel::data(const QModelIndex& index, int role) const
         return tile.isMissing || tile.isSetAside ? tile.folder : tile.title;
     case ProjectFolderRole:
         return tile.folder;
-    case UpdatedAtRole:
-        return tile.date.msecs;
+    case DetailsRole:
+    case Qt::AccessibleDescriptionRole:
+        return details(tile);
+    case IsHeldRole:
+        return tile.holder.has_value();
+    case CoverColorRole:
+        return tile.coverColor;
     case IconNameRole:
         return tile.iconName;
     case IsMissingRole:

@@ -2,6 +2,8 @@
 #pragma once
 
 #include "core/library/KnownProjects.h"
+#include "core/store/ProjectLock.h"
+#include "platform/Clock.h"
 
 #include <QAbstractListModel>
 
@@ -15,20 +17,27 @@ public:
     enum Role {
         /// The project's folder; empty for the tile that makes one.
         ProjectFolderRole = Qt::UserRole + 1,
-        /// The last change as milliseconds since 1970, UTC.
-        UpdatedAtRole,
+        /// What is said below the title: when it was changed, what it holds, who has it open.
+        DetailsRole,
+        /// Whether somebody else has it open.
+        IsHeldRole,
+        /// A colour of the person's own for the cover, "#RRGGBB", else empty.
+        CoverColorRole,
         /// The stored icon value, empty when there is none.
         IconNameRole,
-        /// Whether the folder is missing; then `UpdatedAtRole` is when it was last seen.
+        /// Whether the folder is missing.
         IsMissingRole,
         /// Whether it is what stayed behind when its project was moved.
         IsSetAsideRole,
     };
 
-    explicit ProjectTilesModel(QObject* parent = nullptr);
+    /// The clock outlives it.
+    explicit ProjectTilesModel(const Clock& clock, QObject* parent = nullptr);
 
+    /// Who else has a project open, by its folder.
+    using Holders = QHash<QString, LockHolder>;
     void setProjects(const QList<OrvaneProjectRecord>& projects, const KnownProjects& known,
-                     const QList<KnownProject>& missing);
+                     const QList<KnownProject>& missing, const Holders& holders);
     /// Keeps those whose title contains the text, whatever its case.
     void setFilter(const QString& filter);
     [[nodiscard]] const QString& filter() const { return m_filter; }
@@ -47,14 +56,20 @@ private:
         QString folder;
         QString title;
         QString iconName;
-        Timestamp date;
+        Timestamp date; ///< of a missing one when it was last seen
         bool isMissing = false;
         bool isSetAside = false;
+        QString coverColor = {};
+        std::optional<int> notes = {};
+        std::optional<int> words = {};
+        std::optional<LockHolder> holder = {};
 
         bool operator==(const Tile&) const = default;
     };
     void refilter();
+    [[nodiscard]] QString details(const Tile& tile) const;
 
+    const Clock& m_clock;
     QList<Tile> m_tiles;
     QList<Tile> m_shown;
     QString m_filter;

@@ -16,7 +16,10 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QStackedLayout>
+#include <QTimer>
 #include <QToolButton>
+
+#include <chrono>
 
 namespace orvane {
 
@@ -27,6 +30,7 @@ namespace {
 constexpr int margin = 64;
 constexpr int narrowestTile = 260;
 constexpr int scrollBarWidth = 10;
+constexpr std::chrono::seconds timeBetweenLooks{2};
 const Setting<QString> orderSetting{u"settings.projects.browserOrder", u"recentlyOpened"_s};
 const QStringList orderValues{u"recentlyOpened"_s, u"recentlyChanged"_s, u"title"_s};
 
@@ -37,10 +41,13 @@ ProjectsBrowserView::ProjectsBrowserView(AppState& appState, ProjectActions& act
     : SurfacePanel(look, Surface::Window, parent)
     , m_appState(appState)
     , m_actions(actions)
-    , m_model(new ProjectTilesModel(this))
-    , m_delegate(new ProjectTileDelegate(look, appState.services().clock, this))
+    , m_model(new ProjectTilesModel(appState.services().clock, this))
+    , m_delegate(new ProjectTileDelegate(look, this))
     , m_stack(new QStackedLayout)
+    , m_lookAgain(new QTimer(this))
 {
+    m_lookAgain->setInterval(timeBetweenLooks);
+    connect(m_lookAgain, &QTimer::timeout, this, &ProjectsBrowserView::lookAgain);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 44, 0, 0);
     layout->setSpacing(0);
@@ -223,6 +230,35 @@ void ProjectsBrowserView::appear()
     m_actions.showWelcomeIfNeeded();
 }
 
+void ProjectsBrowserView::showEvent(QShowEvent* event)
+{
+    SurfacePanel::showEvent(event);
+    m_lookAgain->start();
+}
+
+void ProjectsBrowserView::hideEvent(QHideEvent* event)
+{
+    SurfacePanel::hideEvent(event);
+    m_lookAgain->stop();
+}
+
+// Folders come and go while it is on the screen, and others open them; looking costs some system
+// calls a project. While something is asked nothing changes behind it.
+void ProjectsBrowserView::lookAgain()
+{
+    if (!isActiveWindow() || m_actions.isAsking())
+        return;
+    m_appState.projectSession().refreshProjects();
+    fillTiles();
+}
+
+void ProjectsBrowserView::changeEvent(QEvent* event)
+{
+    SurfacePanel::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isVisible())
+        lookAgain();
+}
+
 void ProjectsBrowserView::focusTiles()
 {
     m_tiles->setFocus(Qt::OtherFocusReason);
@@ -257,10 +293,22 @@ QList<OrvaneProjectRecord> ProjectsBrowserView::orderedProjects() const
     return projects;
 }
 
+void ProjectsBrowserView::fillTiles()
+{
+    ProjectSession& session = m_appState.projectSession();
+    ProjectTilesModel::Holders holders;
+    for (const OrvaneProjectRecord& project : session.projects()) {
+        const QString data = ProjectLibraryController::projectDataDirectoryPath(project.rootPath);
+        if (const auto holder = ProjectLock::holder(data))
+            holders.insert(project.rootPath, *holder);
+    }
+    m_model->setProjects(orderedProjects(), session.knownProjects(), session.missingProjects(),
+                         holders);
+}
+
 void ProjectsBrowserView::showProjects()
 {
-    m_model->setProjects(orderedProjects(), m_appState.projectSession().knownProjects(),
-                         m_appState.projectSession().missingProjects());
+    fillTiles();
     showCounts();
     showSelection();
 }
@@ -333,6 +381,8 @@ void ProjectsBrowserView::showContextMenu(const QPoint& position)
                         [this, folder] { m_actions.openFromTile(folder); });
         menu->addAction(look().icon(Symbol::Rename), tr("Rename…"), this,
                         [this, folder] { m_actions.showRenameSheet(folder); });
+        menu->addAction(look().icon(Symbol::Project), tr("Icon and Title…"), this,
+                        [this, folder] { m_actions.showIconAndTitle(folder); });
         menu->addSeparator();
         menu->addAction(look().icon(Symbol::Trash), tr("Move to Trash"), this,
                         [this, folder] { m_actions.moveToTrash(folder); });

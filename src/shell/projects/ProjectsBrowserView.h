@@ -38,6 +38,9 @@ public:
     void focusFilter();
 
 protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -46,8 +49,10 @@ private:
     [[nodiscard]] QWidget* makeHeader();
     [[nodiscard]] QWidget* makeMenuButton();
     [[nodiscard]] QWidget* makeFooter();
+    void lookAgain();
     void makeTiles();
     void makeEmptyState();
+    void fillTiles();
     void showProjects();
     void showSelection();
     void showCounts();
@@ -62,6 +67,7 @@ private:
     ProjectTilesModel* m_model;
     ProjectTileDelegate* m_delegate;
     QStackedLayout* m_stack;
+    QTimer* m_lookAgain;
     QMenu* m_menu = nullptr;
     QToolButton* m_menuButton = nullptr;
     QToolButton* m_back = nullptr;

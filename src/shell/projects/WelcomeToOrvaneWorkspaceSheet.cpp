@@ -55,7 +55,7 @@ WelcomeToOrvaneWorkspaceSheet::WelcomeToOrvaneWorkspaceSheet(Visitor visitor, Lo
     layout->addWidget(makeLabel(tr("Welcome to OrvaneWorkspace"), TextStyle::SheetTitle));
     layout->addSpacing(7);
     layout->addWidget(
-        makeLabel(isNew ? tr("Create a project and start writing in a local-first Mac workspace.")
+        makeLabel(isNew ? tr("Create a project and start writing in a local-first workspace.")
                         : tr("A few starting points before you continue."),
                   TextStyle::SheetText, LabelInk::Secondary));
     layout->addSpacing(22);

@@ -33,13 +33,15 @@ SettingRow::SettingRow(const RowText& text, QWidget* control, QWidget* parent)
     words->setContentsMargins({});
     words->setSpacing(2);
     words->addStretch(1);
-    words->addWidget(makeLabel(text.title, TextStyle::Body));
+    QLabel* title = makeLabel(text.title, TextStyle::Body);
+    words->addWidget(title);
     hint->setWordWrap(true);
     hint->setVisible(!text.hint.isEmpty());
     words->addWidget(hint);
     words->addStretch(1);
     row->addLayout(words, 1);
     row->addWidget(control, 0, Qt::AlignRight | Qt::AlignVCenter);
+    title->setBuddy(control);
     control->setAccessibleName(text.title);
     control->setAccessibleDescription(text.hint);
 }

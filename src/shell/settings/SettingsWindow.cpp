@@ -2,6 +2,7 @@
 #include "shell/settings/SettingsWindow.h"
 
 #include "appearance/SurfacePanel.h"
+#include "shell/layout/WindowPlacement.h"
 #include "shell/settings/SettingsSideList.h"
 
 #include <QHBoxLayout>
@@ -89,7 +90,7 @@ SettingsWindow::SettingsWindow(const Services& services, Look& look, ShortcutCen
     row->addWidget(new Line(look, Surface::Binder, Qt::Vertical));
     row->addLayout(m_stack, 1);
     layout->addLayout(row, 1);
-    resize(1100, 760);
+    resize(1100, 720);
     m_questions.setHost(m_sheets, &look);
     connect(m_list, &QListWidget::currentRowChanged, this, [this](int current) {
         if (current < 0)
@@ -152,8 +153,10 @@ void SettingsWindow::keyPressEvent(QKeyEvent* event)
         QWidget::keyPressEvent(event);
 }
 
-void SettingsWindow::present()
+void SettingsWindow::present(const QWidget& parent)
 {
+    if (!isVisible())
+        centreOver(*this, parent);
     show();
     raise();
     activateWindow();

@@ -25,7 +25,8 @@ public:
                    AppearanceThemeLibrary& themes);
 
     /// Brings the window to the front.
-    void present();
+    /// Over the middle of `parent` when it comes up.
+    void present(const QWidget& parent);
     void showPage(SettingsPageId id);
     [[nodiscard]] SettingsPageId currentPage() const;
     /// The page, made now if it has not been looked at.

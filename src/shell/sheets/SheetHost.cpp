@@ -4,6 +4,7 @@
 #include "appearance/Drawing.h"
 #include "shell/shortcuts/KeyRouting.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPainter>
@@ -115,8 +116,10 @@ void SheetHost::present(Sheet* sheet)
     sheet->show();
     layOut();
     focusInto(sheet);
-    if (m_sheets.size() == 1)
+    if (m_sheets.size() == 1) {
+        tellReaders();
         emit visibleChanged();
+    }
     emit presented(sheet);
 }
 
@@ -141,9 +144,17 @@ void SheetHost::remove(Sheet* sheet)
         return;
     }
     hide();
+    tellReaders();
     emit visibleChanged();
     if (m_focusBefore && m_focusBefore->isVisible())
         m_focusBefore->setFocus(Qt::OtherFocusReason);
+}
+
+// What lies behind comes and goes for whoever reads the window.
+void SheetHost::tellReaders()
+{
+    QAccessibleEvent changed(parentWidget(), QAccessible::ObjectReorder);
+    QAccessible::updateAccessibility(&changed);
 }
 
 void SheetHost::layOut()

@@ -78,6 +78,7 @@ private:
     void remove(Sheet* sheet);
     [[nodiscard]] QPoint placeOf(const Sheet& sheet) const;
     void focusInto(Sheet* sheet);
+    void tellReaders();
 
     Look& m_look;
     QList<Sheet*> m_sheets;

@@ -228,6 +228,23 @@
     </message>
 </context>
 <context>
+    <name>orvane::ProjectTilesModel</name>
+    <message numerus="yes">
+        <source>%Ln notes</source>
+        <translation>
+            <numerusform>%Ln note</numerusform>
+            <numerusform>%Ln notes</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%Ln words</source>
+        <translation>
+            <numerusform>%Ln word</numerusform>
+            <numerusform>%Ln words</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>orvane::ProjectTroubleSheets</name>
     <message numerus="yes">
         <source>%Ln notes can&apos;t be read while their disk is gone, and are not in it.</source>

@@ -303,6 +303,7 @@ void MainWindow::makeDirectCommands()
             focusPane({{m_toolbar},
                        {m_binder},
                        {m_editor, &m_editor->textView()},
+                       {&m_editor->offerPart()},
                        {&m_editor->formattingBar()},
                        {m_inspector}},
                       by);

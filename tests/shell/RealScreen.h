@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "ProgramFixture.h"
+
+#include <QStandardPaths>
+#include <QTest>
+
+namespace orvane {
+
+/// The program under a window system of its own, worked by the pointer and the keys of that.
+class RealScreenTest : public ProgramTest {
+protected:
+    static bool isInstalled(const QString& tool)
+    {
+        return !QStandardPaths::findExecutable(tool).isEmpty();
+    }
+    /// An X server of its own, from here on the program's.
+    void startX11(const QString& size)
+    {
+        // Without a reset, which turns new clients away whenever the last one has left.
+        m_screen.start(QStringLiteral("Xvfb"),
+                       QStringLiteral("-displayfd 1 -nolisten tcp -noreset -screen 0")
+                               .split(QLatin1Char(' ')) +
+                           QStringList(size + QStringLiteral("x24")));
+        ASSERT_TRUE(QTest::qWaitFor([this] { return m_screen.canReadLine(); }, 20'000));
+        m_environment = environment();
+        m_environment.insert(QStringLiteral("DISPLAY"),
+                             QLatin1Char(':') + QString::fromLatin1(m_screen.readLine().trimmed()));
+        m_environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+        m_environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
+    }
+    /// A Wayland compositor whose screen and keys are those of an X server.
+    void startWayland(const QSize& size)
+    {
+        startX11(QStringLiteral("%1x%2").arg(size.width()).arg(size.height()));
+        const QString socket = QStringLiteral("orvane");
+        m_compositor.setProcessEnvironment(m_environment);
+        m_compositor.start(QStringLiteral("weston"),
+                           {QStringLiteral("--backend=x11-backend.so"),
+                            QStringLiteral("--use-pixman"), QStringLiteral("--no-config"),
+                            QStringLiteral("--idle-time=0"), QStringLiteral("--socket=") + socket,
+                            QStringLiteral("--width=%1").arg(size.width()),
+                            QStringLiteral("--height=%1").arg(size.height())});
+        const QString path = m_home.filePath(socket);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return QFileInfo::exists(path); }, 20'000));
+        m_environment.insert(QStringLiteral("WAYLAND_DISPLAY"), socket);
+        m_environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("wayland"));
+    }
+    void startProgram()
+    {
+        m_program.setProcessEnvironment(m_environment);
+        m_program.start(QStringLiteral(ORVANE_PROGRAM), QStringList());
+    }
+    void TearDown() override
+    {
+        for (QProcess* process : {&m_program, &m_compositor, &m_screen}) {
+            if (process->state() == QProcess::NotRunning)
+                continue;
+            process->terminate();
+            process->waitForFinished(20'000);
+        }
+    }
+    [[nodiscard]] QString run(const QString& tool, const QStringList& words) const
+    {
+        QProcess process;
+        process.setProcessEnvironment(m_environment);
+        process.start(tool, words);
+        return process.waitForFinished(20'000) ? QString::fromUtf8(process.readAll()).trimmed()
+                                               : QString();
+    }
+    /// What the tool that has the pointer and the keys says.
+    QString hand(const QStringList& words) const { return run(QStringLiteral("xdotool"), words); }
+    void keys(const QStringList& names) const
+    {
+        for (const QString& name : names) {
+            hand({QStringLiteral("key"), name});
+            QTest::qWait(300);
+        }
+    }
+    void type(const QString& text) const
+    {
+        hand({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("40"), text});
+        QTest::qWait(300);
+    }
+    /// The program's window; under Wayland the server doesn't know it.
+    [[nodiscard]] QString windowId() const
+    {
+        return hand({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                     QStringLiteral("--class"), QStringLiteral("^orvaneworkspace$")});
+    }
+
+    QProcessEnvironment m_environment;
+    QProcess m_screen;
+    QProcess m_compositor;
+    QProcess m_program;
+};
+
+} // namespace orvane
