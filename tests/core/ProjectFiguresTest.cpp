@@ -115,7 +115,7 @@ TEST_F(ProjectFiguresTest, AnotherProcessThatHasAProjectOpenIsKnownWithoutItsLoc
     ::waitpid(other, nullptr, 0);
     ASSERT_TRUE(holder);
     EXPECT_EQ(holder->host, u"tern"_s);
-    EXPECT_EQ(toIso8601(holder->since), u"2026-11-22T13:05:00Z"_s);
+    EXPECT_EQ(holder->since, fromIso8601(u"2026-11-22T13:05:00Z"_s));
     EXPECT_EQ(ProjectLock::holder(data), std::nullopt) << "it was left behind";
     ::close(told[0]);
     ::close(told[1]);

@@ -71,7 +71,8 @@ TEST_F(KeyboardJobTest, FromTheFirstStartToAFormattedNoteInAFolder)
     m_hand->press(Qt::Key_Return);
     const QUuid folder = state().order().rootFolderOrder.value(0);
     ASSERT_EQ(state().folder(folder)->name, u"Manuscript"_s);
-    m_hand->press(Qt::Key_Left, Qt::AltModifier); // back to the note
+    m_hand->press(Qt::Key_B, Qt::ControlModifier | Qt::AltModifier);
+    m_hand->press(Qt::Key_Down);
     EXPECT_EQ(state().selection().selectedNoteID(), note);
     runFromPalette(u"Move To"_s);
     EXPECT_TRUE(sheetTitle().startsWith(u"Move"_s)) << sheetTitle().toStdString();
@@ -82,8 +83,12 @@ TEST_F(KeyboardJobTest, FromTheFirstStartToAFormattedNoteInAFolder)
     quit();
 
     start();
-    EXPECT_TRUE(
-        answering([&] { m_hand->press(Qt::Key_Return); }, [&] { m_hand->press(Qt::Key_Return); }));
+    // A key right after a question comes up doesn't answer it.
+    const auto aMomentLater = [this] {
+        TourHand::waitFor([] { return false; }, std::chrono::milliseconds(400));
+        m_hand->press(Qt::Key_Return);
+    };
+    EXPECT_TRUE(answering([&] { m_hand->press(Qt::Key_Return); }, aMomentLater));
     ASSERT_TRUE(state().note(note));
     EXPECT_EQ(state().note(note)->folderID, folder);
     EXPECT_EQ(state().note(note)->body, u"Mara counts the posts"_s);

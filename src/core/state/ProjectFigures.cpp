@@ -55,26 +55,20 @@ ProjectFigures::ProjectFigures(QString storePath, std::function<void()> counted)
 
 ProjectFigures::~ProjectFigures() = default;
 
-int ProjectFigures::notes(const Notebook& notebook)
-{
-    const QSet<QUuid> trash = foldersInTrash(notebook);
-    return int(std::ranges::count_if(notebook.notes.records(), [&](const auto& note) {
-        return !trash.contains(note->folderID);
-    }));
-}
-
-std::optional<int> ProjectFigures::words(const Notebook& notebook, qsizetype bytesAtOnce)
+ProjectFigures::Figures ProjectFigures::of(const Notebook& notebook, qsizetype bytesAtOnce)
 {
     const QSet<QUuid> trash = foldersInTrash(notebook);
     QList<Shared<NoteRecord>> changed;
     qsizetype bytes = 0;
-    int sum = 0;
+    Figures figures;
+    int words = 0;
     for (const Shared<NoteRecord>& note : notebook.notes.records()) {
         if (trash.contains(note->folderID))
             continue;
+        ++figures.notes;
         const auto known = m_counted.constFind(note->id);
         if (known != m_counted.cend() && known->updatedAt == note->updatedAt) {
-            sum += known->words;
+            words += known->words;
             continue;
         }
         changed.append(note);
@@ -83,14 +77,15 @@ std::optional<int> ProjectFigures::words(const Notebook& notebook, qsizetype byt
     if (bytes > bytesAtOnce) {
         if (!m_isCounting)
             countAside(notebook, changed);
-        return std::nullopt;
+        return figures;
     }
     for (const Shared<NoteRecord>& note : std::as_const(changed)) {
-        const int words = wordCount(note->body.readOrNothing());
-        m_counted.insert(note->id, {note->updatedAt, words});
-        sum += words;
+        const int counted = wordCount(note->body.readOrNothing());
+        m_counted.insert(note->id, {note->updatedAt, counted});
+        words += counted;
     }
-    return sum;
+    figures.words = words;
+    return figures;
 }
 
 // What has changed is in memory; what never was looked at is read from the store.

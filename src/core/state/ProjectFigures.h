@@ -15,14 +15,18 @@ namespace orvane {
 /// thread of its own. Main thread.
 class ProjectFigures {
 public:
-    /// The open store. `counted` is called when a count is through that `words` was too much for.
+    /// The open store. `counted` is called when a count is through that was too much for `of`.
     ProjectFigures(QString storePath, std::function<void()> counted);
     ~ProjectFigures();
 
-    [[nodiscard]] static int notes(const Notebook& notebook);
-    /// The words; nothing while that means to count more than `bytesAtOnce` bytes of text. Then a
-    /// count begins, unless one is under way.
-    [[nodiscard]] std::optional<int> words(const Notebook& notebook, qsizetype bytesAtOnce);
+    struct Figures {
+        int notes = 0;
+        /// Nothing while that means to count more bytes of text than were allowed.
+        std::optional<int> words;
+    };
+    /// Where more than `bytesAtOnce` bytes are to be counted a count begins, unless one is under
+    /// way.
+    [[nodiscard]] Figures of(const Notebook& notebook, qsizetype bytesAtOnce);
 
 private:
     struct Counted {

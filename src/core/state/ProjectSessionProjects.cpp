@@ -228,10 +228,10 @@ void ProjectSession::takeFigures(qsizetype bytesAtOnce)
             if (!m_pendingTouch)
                 m_pendingTouch = m_services.clock.after(0s, [this] { writePendingTouch(); });
         });
-    m_currentProject->noteCount = ProjectFigures::notes(m_open.notebook());
-    if (const auto words = m_figures->words(m_open.notebook(), bytesAtOnce))
-        m_currentProject->wordCount =
-            words; // else what was counted last, until the count is through
+    const auto figures = m_figures->of(m_open.notebook(), bytesAtOnce);
+    m_currentProject->noteCount = figures.notes;
+    if (figures.words)
+        m_currentProject->wordCount = figures.words; // else the last, until the count is through
     const auto it =
         std::ranges::find(m_projects, m_currentProject->rootPath, &OrvaneProjectRecord::rootPath);
     if (it != m_projects.end()) {

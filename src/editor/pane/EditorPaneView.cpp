@@ -184,6 +184,8 @@ QWidget* EditorPaneView::makeEmptyState()
     auto* action = new QPushButton(tr("New Note"), empty);
     connect(action, &QPushButton::clicked, this, &EditorPaneView::newNoteRequested);
     auto* open = new QPushButton(tr("Open It Anyway"), empty);
+    for (QPushButton* each : {action, open})
+        each->setAutoDefault(true); // Return presses it, too
     connect(open, &QPushButton::clicked, this, [this] {
         if (const auto note = m_appState.selection().noteHeldBack())
             m_appState.openNote(*note);

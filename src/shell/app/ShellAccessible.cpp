@@ -23,6 +23,10 @@ constexpr PartRole parts[] = {
     {"orvane::IconsAndTitlesWindow"_L1, QAccessible::Window},
     {"orvane::SheetHost"_L1, QAccessible::LayeredPane},
     {"orvane::Sheet"_L1, QAccessible::Dialog},
+    {"orvane::BarPopup"_L1, QAccessible::Dialog},
+    {"orvane::ColorEditor"_L1, QAccessible::Dialog},
+    {"orvane::SplitDivider"_L1, QAccessible::Splitter},
+    {"QLineEditIconButton"_L1, QAccessible::Graphic}, // the magnifier of a field to search in
     {"orvane::MainToolbar"_L1, QAccessible::ToolBar},
     {"orvane::FormattingBar"_L1, QAccessible::ToolBar},
     {"orvane::FindStrip"_L1, QAccessible::ToolBar},

@@ -4,6 +4,7 @@
 #include "shell/app/OrvaneWorkspaceApp.h"
 #include "shell/app/ProgramName.h"
 #include "shell/desktop/SingleInstance.h"
+#include "shell/desktop/WaylandGlobals.h"
 
 #include <QApplication>
 #include <QDir>
@@ -56,11 +57,16 @@ bool hasDisplay()
 }
 
 /// Windows that are drawn by software need no graphics driver, which takes 40 MB of memory at a
-/// start. "none" is no driver that there is; what the person has set counts.
+/// start. But without one the toolkit draws no title bar where the compositor leaves that to the
+/// window. "none" is no driver that there is; what the person has set counts.
 void leaveGraphicsDriversAlone()
 {
     constexpr const char* driver = "QT_WAYLAND_CLIENT_BUFFER_INTEGRATION";
-    if (!qEnvironmentVariableIsSet(driver))
+    const QString socket = waylandSocketPath();
+    if (socket.isEmpty() || qEnvironmentVariableIsSet(driver))
+        return;
+    const auto offered = waylandGlobals(socket);
+    if (offered && offered->contains("zxdg_decoration_manager_v1"))
         qputenv(driver, "none");
 }
 

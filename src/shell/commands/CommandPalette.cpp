@@ -69,7 +69,8 @@ CommandPalette::CommandPalette(AppState& appState, CommandCenter& commands, Look
     m_field->setFixedHeight(fieldHeight);
     m_field->setAccessibleName(tr("Find a command or note"));
     m_field->setPlaceholderText(tr("Find a command or note"));
-    m_field->addAction(look.icon(Symbol::Search), QLineEdit::LeadingPosition);
+    m_field->addAction(look.icon(Symbol::Search, Surface::Card, &SurfaceTokens::textSecondary),
+                       QLineEdit::LeadingPosition);
     m_field->installEventFilter(this);
     QFont font = interfaceFont(TextStyle::Body);
     font.setPixelSize(fieldFontPixels);

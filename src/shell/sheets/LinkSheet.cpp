@@ -93,9 +93,7 @@ void LinkSheet::addFields(QLayout& layout)
     column.addWidget(m_notes);
     m_problem->setWordWrap(true);
     m_problem->hide();
-    QPalette alarm = look().palette(Surface::Card);
-    alarm.setColor(QPalette::WindowText, look().tokens().on(Surface::Card).danger);
-    m_problem->setPalette(alarm);
+    setAlarming(*m_problem);
     column.addSpacing(4);
     column.addWidget(m_problem);
 }

@@ -43,9 +43,7 @@ NameSheet::NameSheet(const Texts& texts, BlankName blankName, Accept accept, Loo
     layout->addWidget(m_name);
     m_problem->setWordWrap(true);
     m_problem->hide();
-    QPalette alarm = look.palette(Surface::Card);
-    alarm.setColor(QPalette::WindowText, look.tokens().on(Surface::Card).danger);
-    m_problem->setPalette(alarm);
+    setAlarming(*m_problem);
     layout->addWidget(m_problem);
     layout->addSpacing(12);
 

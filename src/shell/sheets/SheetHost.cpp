@@ -54,6 +54,17 @@ void Sheet::fitContents()
         m_host->layOut();
 }
 
+void Sheet::setAlarming(QWidget& label)
+{
+    const auto follow = [this, &label] {
+        QPalette palette = m_look.palette(Surface::Card);
+        palette.setColor(QPalette::WindowText, m_look.tokens().on(Surface::Card).danger);
+        label.setPalette(palette);
+    };
+    connect(&m_look, &Look::changed, &label, follow);
+    follow();
+}
+
 void Sheet::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);

@@ -37,6 +37,8 @@ signals:
 protected:
     /// Takes the sheet off the screen; it is deleted when control comes back to the event loop.
     void close();
+    /// Gives a label of the sheet the ink of what went wrong, in every look to come.
+    void setAlarming(QWidget& label);
     /// Places the sheet again after what stands in it has changed its size.
     void fitContents();
     void paintEvent(QPaintEvent* event) override;

@@ -68,7 +68,7 @@ MainToolbar::MainToolbar(AppState& appState, const Actions& actions, const Menus
     m_titleSeparator = addSeparator();
     m_noteTitle = new ElidedLabel(this);
     setTextStyle(m_noteTitle, TextStyle::BodyMedium);
-    m_noteTitle->setAccessibleName(tr("Note"));
+    m_noteTitle->setAccessibleDescription(tr("Note"));
     m_noteTitle->setMaximumWidth(widestTitle);
     m_row->addWidget(m_noteTitle);
     setNoteTitle({});
