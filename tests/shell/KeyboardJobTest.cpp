@@ -97,7 +97,6 @@ TEST_F(KeyboardJobTest, FromTheFirstStartToAFormattedNoteInAFolder)
     ASSERT_TRUE(tree->hasFocus());
     m_hand->press(Qt::Key_Home);
     EXPECT_EQ(tree->currentIndex().data().toString(), u"Manuscript"_s);
-    m_hand->press(Qt::Key_Right);
     m_hand->press(Qt::Key_Down);
     EXPECT_EQ(tree->currentIndex().data().toString(), u"Low water"_s);
     m_hand->press(Qt::Key_Return);

@@ -85,7 +85,9 @@ void SpacingPopup::addField(QGridLayout& grid, const QString& name, double value
     // What is there may be outside of what can be entered; it stays until something is.
     field->setValue(value);
     const int row = grid.rowCount();
-    grid.addWidget(makeLabel(name, TextStyle::Body, LabelInk::Primary, this), row, 0);
+    QLabel* label = makeLabel(name, TextStyle::Body, LabelInk::Primary, this);
+    label->setBuddy(field);
+    grid.addWidget(label, row, 0);
     grid.addWidget(field, row, 1);
     connect(field, &QDoubleSpinBox::valueChanged, this, [this, metric](double points) {
         ParagraphMetrics metrics;

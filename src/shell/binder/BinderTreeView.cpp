@@ -227,11 +227,13 @@ void BinderTreeView::drawTrailing(QPainter& painter, QRect& row, const QModelInd
     constexpr int dot = 6;
     constexpr int mostDots = 4;
     const QStringList tags = index.data(BinderModel::TagsRole).toStringList();
+    const SurfaceTokens& t = m_look.tokens().on(Surface::Binder);
     if (m_tagColor) {
         painter.setPen(Qt::NoPen);
         painter.setRenderHint(QPainter::Antialiasing);
         for (qsizetype i = std::min<qsizetype>(tags.size(), mostDots); i-- > 0;) {
-            painter.setBrush(m_tagColor(tags.at(i)));
+            painter.setBrush(readableInk(m_tagColor(tags.at(i)),
+                                         {t.ground, t.hoveredRow, t.selectedRow}, iconContrast));
             painter.drawEllipse(
                 QRectF(row.right() + 1 - dot, row.center().y() - dot / 2.0 + 1, dot, dot));
             row.setRight(row.right() - dot - 6);
@@ -239,7 +241,7 @@ void BinderTreeView::drawTrailing(QPainter& painter, QRect& row, const QModelInd
     }
     if (index.data(BinderModel::IsPinnedRole).toBool()) {
         drawSymbol(painter, QRectF(row.right() - 11, row.top(), 12, row.height()), Symbol::Pin, 12,
-                   m_look.tokens().on(Surface::Binder).textSecondary);
+                   t.textSecondary);
         row.setRight(row.right() - 16);
     }
 }

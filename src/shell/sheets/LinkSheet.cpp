@@ -73,6 +73,7 @@ void LinkSheet::addFields(QLayout& layout)
         column.addSpacing(8);
         auto* label = makeLabel(name, TextStyle::Label, LabelInk::Secondary, this);
         column.addWidget(label);
+        label->setBuddy(*fields.begin());
         for (QWidget* field : fields) {
             field->setAccessibleName(name);
             column.addWidget(field);
