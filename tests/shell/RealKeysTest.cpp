@@ -70,7 +70,8 @@ TEST_P(RealKeysTest, TheMainJobFromTheFirstStartOn)
     keys({u"ctrl+a"_s, u"ctrl+c"_s});
     QTest::qWait(1'500);
     keys({u"ctrl+q"_s});
-    ASSERT_TRUE(m_program.waitForFinished(30'000));
+    ASSERT_TRUE(
+        QTest::qWaitFor([this] { return m_program.state() == QProcess::NotRunning; }, 30'000));
     EXPECT_EQ(m_program.exitCode(), 0) << m_program.readAllStandardError().toStdString();
     if (hasManager) {
         EXPECT_EQ(run(u"xclip"_s, {u"-o"_s, u"-selection"_s, u"clipboard"_s}),
