@@ -49,8 +49,10 @@ bool isTextFile(const QString& path)
     const QString suffix = QFileInfo(path).suffix().toLower();
     if (suffix == "txt"_L1 || suffix == "md"_L1 || suffix == "markdown"_L1)
         return true;
+    // Desktops have names of their own for notes that come along with programs.
     const QString type = QMimeDatabase().mimeTypeForFile(path).name();
-    return type == "text/plain"_L1 || type == "text/markdown"_L1;
+    return type == "text/plain"_L1 || type == "text/markdown"_L1 || type == "text/x-readme"_L1 ||
+           type == "text/x-log"_L1;
 }
 
 } // namespace
