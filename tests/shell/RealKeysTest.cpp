@@ -16,6 +16,10 @@ class RealKeysTest : public RealScreenTest, public testing::WithParamInterface<W
 protected:
     void SetUp() override
     {
+        // Keys that come while a compositor moves the keyboard on are lost, as they are on a busy
+        // machine beside other tests.
+        if (isWayland() && !qEnvironmentVariableIsSet("ORVANE_LONG"))
+            GTEST_SKIP() << "runs in the long run";
         QStringList tools{u"Xvfb"_s, u"xdotool"_s};
         if (isWayland())
             tools.append(u"weston"_s);
