@@ -43,6 +43,9 @@ TEST(ForeignFiles, RtfIsReadAsItIsMeant)
         {"ignorable-character-style", {u"|one "_s, u"b|two"_s, u"| three"_s}},
         {"list-behind-the-first-line-of-a-cell",
          {u"cell|before\u20281. one\u20282. two\n"_s, u"|end"_s}},
+        {"lists-in-cells",
+         {u"L0 cell #FF0000|1. "_s, u"|one\u2028\t○ deep\u20282. two\n"_s, u"L0 cell|3. three\n"_s,
+          u"cell|before\u2028\t○ bullet\u2028behind\n"_s, u"|end"_s}},
         {"mac-charsets", {u"|漢čАα漢ש中"_s}},
         {"deep-groups", {u"|before deep"_s, u"->x:y|link"_s, u"| after"_s}},
         {"behind-the-end", {u"|all"_s}},
@@ -87,6 +90,10 @@ TEST(ForeignFiles, HtmlIsReadAsItIsMeant)
          {u"L0|■ square\n"_s, u"L0|b. letter\n"_s, u"|none\n"_s, u"L0|• disc\n"_s,
           u"L0|I. roman\n"_s, u"L0|2. number\n"_s, u"L0|▸ own\n"_s, u"L0|☑ done\n"_s,
           u"L0|☐ open"_s}},
+        {"lists-in-cells",
+         {u"L0 cell 0.75 #FF0000|1. "_s, u"|one\u2028\t○ deep\u20282. two\n"_s,
+          u"L0 cell 0.75|3. three\n"_s, u"cell 0.75|before\u2028• bullet\u2028behind\n"_s,
+          u"cell 0.75|1984. It was\n"_s}},
         {"clipboard-header", {u"|words"_s}},
         {"unseen", {u"|seen\nend"_s}},
         {"missing-pictures", {u"|see a map here, logo, 😀smiled"_s}},
@@ -133,12 +140,12 @@ TEST(ForeignFiles, NotesBesideTheTextComeInBehindItAndFootnotesLeaveAsSuch)
                            u"|Last"_s,
                            reference(second) + u'2',
                            u"|\n"_s,
-                           number(first) + u"1."_s,
-                           u"| First "_s,
-                           u"b|bold"_s,
-                           u"| note.\u2028Second line.\n"_s,
-                           number(second) + u"2."_s,
-                           u"| other"_s};
+                           u"9.5 "_s + number(first) + u"1."_s,
+                           u"9.5| First "_s,
+                           u"9.5 b|bold"_s,
+                           u"9.5| note.\u2028Second line.\n"_s,
+                           u"10 "_s + number(second) + u"2."_s,
+                           u"10| other"_s};
     const auto content = read(contentsOf(u"rtf/notes-beside-the-text.rtf"_s));
     ASSERT_TRUE(content.has_value());
     EXPECT_EQ(listed(describeRuns(content->text)), listed(runs));

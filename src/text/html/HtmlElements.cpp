@@ -288,6 +288,8 @@ bool applyCharacterDeclaration(HtmlLook& look, const CssDeclaration& declaration
     if (name == u"color") {
         if (const auto color = parseCssColor(value))
             look.characters.foreground = color;
+        else if (value == u"initial")
+            look.characters.foreground.reset();
     } else if (name == u"text-decoration" || name == u"text-decoration-line") {
         if (value.contains(u"underline"))
             look.characters.underline = TextLine::single;

@@ -39,7 +39,11 @@ void HtmlParagraphs::append(QStringView text, const SharedCharacterStyle& style,
         m_pendingStyle = paragraph;
         const auto level = std::exchange(m_itemLevel, std::nullopt);
         if (level && !m_marker.isEmpty()) {
-            m_pending.append(ImportedList::prefix(m_marker, *level), style);
+            CharacterStyle markerStyle = *style;
+            markerStyle.foreground = m_markerColor;
+            markerStyle.link.clear();
+            markerStyle.targetName.clear();
+            m_pending.append(ImportedList::prefix(m_marker, *level), std::move(markerStyle));
             m_pendingStyle = shared(ImportedList::style(*paragraph, m_marker, *level));
         }
     }
@@ -146,9 +150,11 @@ void HtmlParagraphs::emitParagraph()
     });
 }
 
-void HtmlParagraphs::beginItem(const QString& marker, int level)
+void HtmlParagraphs::beginItem(const QString& marker, int level,
+                               const std::optional<RgbaColor>& color)
 {
     m_marker = marker;
+    m_markerColor = color;
     m_itemLevel = level;
 }
 

@@ -37,8 +37,9 @@ public:
     /// The block so far is a paragraph, if there is anything in it.
     void endBlock();
 
-    /// A list item begins, whose marker is put before the next text; an empty one shows nothing.
-    void beginItem(const QString& marker, int level);
+    /// A list item begins, whose marker is put before the next text, in `color` and else like it;
+    /// an empty one shows nothing.
+    void beginItem(const QString& marker, int level, const std::optional<RgbaColor>& color);
     /// Puts another marker in the place of the one of the item that has just begun; false where
     /// none has, or where it has text.
     bool replaceMarker(const QString& marker);
@@ -66,7 +67,8 @@ private:
     SharedParagraphStyle m_pendingStyle;
     bool m_hasBlank = false; // white space that counts if text follows
     SharedCharacterStyle m_blankStyle;
-    QString m_marker;               // of the item that has begun
+    QString m_marker; // of the item that has begun
+    std::optional<RgbaColor> m_markerColor;
     std::optional<int> m_itemLevel; // of an item that has no text yet
     bool m_isBehindAlternative = false;
     std::unique_ptr<HtmlTable> m_table;

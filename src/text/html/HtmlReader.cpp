@@ -93,6 +93,7 @@ private:
     void readLook(Element& element, HtmlTag tag, const HtmlToken& token);
 
     void endOfficeMarker();
+    /// Called when the item's element is open.
     void startItem(const HtmlToken& token);
     void startTableElement(HtmlTag tag, const HtmlToken& token);
     void checkBox(bool isTicked);
@@ -215,9 +216,10 @@ void Reader::startTag(const HtmlToken& token)
     else if (tag == HtmlTag::ul || tag == HtmlTag::ol) {
         if (m_stack.size() < deepestElement)
             m_lists.push_back(htmlList(tag, token, m_lists.size()));
-    } else if (tag == HtmlTag::li)
-        startItem(token);
+    }
     open(tag, token);
+    if (tag == HtmlTag::li)
+        startItem(token);
 }
 
 void Reader::open(HtmlTag tag, const HtmlToken& token)
@@ -387,7 +389,7 @@ void Reader::startItem(const HtmlToken& token)
     applyListStyle(own, token);
     list.next = std::min(list.next, 1'000'000'000) + 1;
     if (!top().isHidden)
-        m_paragraphs.beginItem(htmlMarker(own), level);
+        m_paragraphs.beginItem(htmlMarker(own), level, top().characters->foreground);
 }
 
 void Reader::endOfficeMarker()
@@ -408,7 +410,7 @@ void Reader::endOfficeMarker()
     if (isHeading)
         m_paragraphs.collapsedText(marker + u' ', element.characters, element.paragraph);
     else
-        m_paragraphs.beginItem(marker, item->officeList->level);
+        m_paragraphs.beginItem(marker, item->officeList->level, element.characters->foreground);
 }
 
 // A table within a cell becomes lines of that cell.

@@ -166,7 +166,9 @@ public:
 
 private:
     void paragraph(const TextParagraph& paragraph);
+    [[nodiscard]] const ListItem* nextItem(qsizetype upTo) const;
     void item(const TextParagraph& paragraph, const ListItem& item);
+    void cell(const TextParagraph& paragraph);
     void contents(TextRange range);
     void table(const TableRows& table);
     [[nodiscard]] bool isPageBreak(TextRange range) const
@@ -183,7 +185,9 @@ private:
     QByteArray m_html;
     HtmlListWriter m_lists;
     QHash<const void*, QByteArray> m_spans;
-    bool m_isPageBreak = false; // what is being written is one
+    bool m_isPageBreak = false;       // what is being written is one
+    bool m_hasColoredMarkers = false; // so far
+    bool m_isInColor = false;         // what is round the text being written has a colour
 };
 
 QByteArray Writer::write()
@@ -218,8 +222,8 @@ QByteArray Writer::write()
 void Writer::paragraph(const TextParagraph& paragraph)
 {
     const TextRange range = paragraph.range;
-    if (m_nextItem < m_items.size() && m_items[m_nextItem].paragraph.location == range.location)
-        return item(paragraph, m_items[m_nextItem++]);
+    if (const ListItem* next = nextItem(range.location))
+        return item(paragraph, *next);
     m_lists.end();
     const int level = headingLevel(m_text, range, m_headings);
     const QByteArray tag = level > 0 ? 'h' + QByteArray::number(level) : QByteArray("p");
@@ -230,12 +234,46 @@ void Writer::paragraph(const TextParagraph& paragraph)
     m_html.append("</" + tag + ">\n");
 }
 
+const ListItem* Writer::nextItem(qsizetype upTo) const
+{
+    const bool isThere =
+        m_nextItem < m_items.size() && m_items[m_nextItem].paragraph.location <= upTo;
+    return isThere ? &m_items[m_nextItem] : nullptr;
+}
+
+// The marker has the colour of its item; text without one says so.
 void Writer::item(const TextParagraph& paragraph, const ListItem& item)
 {
+    ++m_nextItem;
     const QStringView marker =
         QStringView(m_text.text()).sliced(item.marker.location, item.marker.length);
-    m_lists.beginItem(item, marker, itemCss(*paragraph.style));
-    contents(TextRange::between(item.contentStart(), paragraph.range.end()));
+    QByteArray style = itemCss(*paragraph.style);
+    const auto color = m_text.characterStyle(item.marker.location)->foreground;
+    m_hasColoredMarkers = m_hasColoredMarkers || color;
+    if (color)
+        style += "color:" + css(*color) + ';';
+    else if (m_hasColoredMarkers && item.level > 0)
+        style += "color:initial;"; // not that of the item round it
+    m_lists.beginItem(item, marker, style);
+    m_isInColor = color.has_value();
+    contents(TextRange::between(item.contentStart(), item.paragraph.end()));
+    m_isInColor = false;
+}
+
+// The lines between items are paragraphs.
+void Writer::cell(const TextParagraph& paragraph)
+{
+    qsizetype from = paragraph.range.location;
+    while (const ListItem* next = nextItem(paragraph.range.end())) {
+        if (next->paragraph.location > from)
+            this->paragraph(
+                {TextRange::between(from, next->paragraph.location - 1), paragraph.style});
+        from = next->paragraph.end() + 1;
+        item(paragraph, *next);
+    }
+    if (from <= paragraph.range.end())
+        this->paragraph({TextRange::between(from, paragraph.range.end()), paragraph.style});
+    m_lists.end();
 }
 
 void Writer::contents(TextRange range)
@@ -261,7 +299,7 @@ void Writer::table(const TableRows& table)
             }
             m_html.append("<td" + cellAttributes(place.cell()) + '>');
             for (const TextParagraph& one : place.paragraphs)
-                paragraph(one);
+                cell(one);
             m_html.append("</td>");
         }
         m_html.append("</tr>\n");
@@ -282,6 +320,8 @@ void Writer::run(QStringView text, const SharedCharacterStyle& style)
     if (span == m_spans.constEnd())
         span = m_spans.insert(style.identity(), "<span style=\"" + characterCss(*style) + "\">");
     m_html.append(*span);
+    if (m_isInColor && !style->foreground)
+        m_html.insert(m_html.size() - 2, "color:initial;");
     const QString& name = style->targetName;
     const bool isAnchor = !style->link.isEmpty() || !name.isEmpty();
     if (isAnchor) {

@@ -2,6 +2,7 @@
 #include "text/lists/ListItems.h"
 
 #include "text/lists/ListMarker.h"
+#include "text/value/TableWalk.h"
 
 #include <algorithm>
 #include <optional>
@@ -36,16 +37,22 @@ public:
     QList<ListItem> read();
 
 private:
-    [[nodiscard]] std::optional<ListItem> itemAt(TextRange range,
-                                                 const ParagraphStyle& style) const;
+    enum class OwnBullets { taken, left };
+
+    [[nodiscard]] std::optional<ListItem> itemAt(TextRange range, const ParagraphStyle& style,
+                                                 OwnBullets own = OwnBullets::taken) const;
     [[nodiscard]] std::optional<ListItem> itemBefore(const ListItem& item, TextRange range) const;
+    void readCell(TextRange cell, const ParagraphStyle& style);
+    void endRun(qsizetype first, bool isLabelled);
     void remember(const ListItem& item);
 
     const AttributedString& m_text;
     std::vector<std::optional<ListItem>> m_latest; // of the present list, by level
+    QList<ListItem> m_items;
 };
 
-std::optional<ListItem> Reader::itemAt(TextRange range, const ParagraphStyle& style) const
+std::optional<ListItem> Reader::itemAt(TextRange range, const ParagraphStyle& style,
+                                       OwnBullets own) const
 {
     const QStringView line = QStringView(m_text.text()).sliced(range.location, range.length);
     const auto tabs = std::ranges::find_if(line, [](QChar c) { return c != u'\t'; }) - line.begin();
@@ -71,7 +78,7 @@ std::optional<ListItem> Reader::itemAt(TextRange range, const ParagraphStyle& st
             item.number = lists::markerNumber(item.style, content.first(match->prefixLength - 2));
         return item;
     }
-    item.marker.length = ownBulletLength(content);
+    item.marker.length = own == OwnBullets::taken ? ownBulletLength(content) : 0;
     return item.marker.length > 0 ? std::optional(item) : std::nullopt;
 }
 
@@ -95,25 +102,62 @@ void Reader::remember(const ListItem& item)
     m_latest.back() = item;
 }
 
+// The lines of a cell have one style, so their tabs alone tell how deep they are.
+void Reader::readCell(TextRange cell, const ParagraphStyle& style)
+{
+    const bool isLabelled = !style.textLists.isEmpty();
+    const QList<TextRange> lines = linesOf(m_text, cell);
+    const bool isOneLine = lines.size() == 1;
+    if (isOneLine && !isLabelled)
+        return;
+    qsizetype first = m_items.size(); // of the run
+    for (const TextRange line : lines) {
+        const auto item = itemAt(line, isOneLine ? style : ParagraphStyle(),
+                                 isLabelled ? OwnBullets::taken : OwnBullets::left);
+        if (item) {
+            m_items.append(*item);
+            remember(*item);
+        } else {
+            endRun(first, isLabelled);
+            first = m_items.size();
+        }
+    }
+    endRun(first, isLabelled);
+}
+
+void Reader::endRun(qsizetype first, bool isLabelled)
+{
+    m_latest.clear();
+    const bool isOne = m_items.size() - first == 1;
+    if (isLabelled || !isOne)
+        return;
+    if (isNumbered(m_items.last().style) || m_items.last().style == EditorListStyle::dash)
+        m_items.removeLast();
+}
+
 QList<ListItem> Reader::read()
 {
-    QList<ListItem> items;
     std::optional<TextRange> before; // the paragraph before, where it is no item
     m_text.forEachParagraph([&](TextRange range, const SharedParagraphStyle& style) {
-        const bool isLabelled = !style->textLists.isEmpty() && !style->cell;
+        if (style->cell) {
+            m_latest.clear();
+            before.reset();
+            return readCell(range, *style);
+        }
+        const bool isLabelled = !style->textLists.isEmpty();
         const auto item = isLabelled ? itemAt(range, *style) : std::nullopt;
         if (!item) {
             m_latest.clear();
-            before = style->cell ? std::nullopt : std::optional(range);
+            before = range;
             return;
         }
         if (const auto first = before ? itemBefore(*item, *before) : std::nullopt)
-            items.append(*first);
+            m_items.append(*first);
         before.reset();
-        items.append(*item);
+        m_items.append(*item);
         remember(*item);
     });
-    return items;
+    return std::move(m_items);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <cmath>
 
 namespace orvane {
 
@@ -15,6 +16,9 @@ constexpr double asideIndent = 24; // points
 /// The yellow of a marker, thin enough for black and for white letters.
 constexpr RgbaColor asideTint{0.98, 0.78, 0.24, 0.18};
 constexpr qsizetype nameDigits = 12;
+/// The size of a footnote's words beside that of the text; what is up to the second is left alone.
+constexpr double footnoteScale = 0.8;
+constexpr double largestFootnoteScale = 0.85;
 
 // One paragraph, whatever it was made of.
 AttributedString asLines(AttributedString text)
@@ -50,6 +54,18 @@ CharacterStyle plainStyleOf(const AttributedString& text)
     return style;
 }
 
+void makeSmaller(AttributedString& words, double textSize)
+{
+    const double size = plainStyleOf(words).font.value_or(TextFont()).size;
+    if (words.isEmpty() || size <= largestFootnoteScale * textSize)
+        return;
+    const double factor = footnoteScale * textSize / size;
+    words.modifyCharacterStyles(words.fullRange(), [&](CharacterStyle& style) {
+        if (style.font)
+            style.font->size = std::max(0.5, std::round(style.font->size * factor * 2) / 2);
+    });
+}
+
 void appendLines(AttributedString& target, const AttributedString& lines,
                  const SharedParagraphStyle& paragraph)
 {
@@ -69,6 +85,7 @@ void RtfInterpreter::beginAside(AsideKind kind)
     if (!isWithinText || m_aside || !m_deepDestinations.empty() || !state().characters.isShown())
         return skipGroup();
     QString name;
+    const double textSize = currentStyle()->font.value_or(TextFont()).size;
     if (kind == AsideKind::footnote) {
         if (m_isPageBreak)
             endParagraph();
@@ -80,9 +97,9 @@ void RtfInterpreter::beginAside(AsideKind kind)
         m_builder.text(QString::number(m_footnotes.size() + 1), style);
     }
     m_aside = std::make_unique<Aside>(Aside{
-        kind, m_states.size(), name, std::exchange(m_builder, RtfBuilder(m_inputSize, m_newId)),
-        std::exchange(m_listMarker, {}), std::exchange(m_isPageBreak, false),
-        std::exchange(m_hasPageToBegin, false)});
+        kind, m_states.size(), name, textSize,
+        std::exchange(m_builder, RtfBuilder(m_inputSize, m_newId)), std::exchange(m_listMarker, {}),
+        std::exchange(m_isPageBreak, false), std::exchange(m_hasPageToBegin, false)});
     state().destination = RtfDestination::body;
     state().characters = {};
     state().paragraph = QSharedDataPointer<RtfParagraphFormat>(new RtfParagraphFormat);
@@ -98,6 +115,7 @@ void RtfInterpreter::endAside()
     m_hasPageToBegin = aside->hasPageToBegin;
     switch (aside->kind) {
     case AsideKind::footnote:
+        makeSmaller(words, aside->textSize);
         m_footnotes.append({aside->name, std::move(words)});
         ++account.footnotes;
         return;

@@ -52,6 +52,7 @@ void RtfBuilder::textBefore(const QString& text, const SharedCharacterStyle& sty
 AttributedString RtfBuilder::takePending()
 {
     m_lineStart = 0;
+    m_itemStyle.reset();
     return std::exchange(m_pending, {});
 }
 
@@ -70,8 +71,10 @@ void RtfBuilder::pageBreakBefore(const ParagraphStyle& paragraph, const SharedCh
         m_text.append(u"\f\n", style, shared(paragraph));
 }
 
-void RtfBuilder::endLineInCell(const SharedCharacterStyle& style)
+void RtfBuilder::endLineInCell(const ParagraphStyle& paragraph, const SharedCharacterStyle& style)
 {
+    if (!isBehindLine() && !paragraph.textLists.isEmpty())
+        m_itemStyle = paragraph;
     m_pending.append(QStringView(&lineSeparator, 1), style);
     m_lineStart = m_pending.length();
 }
@@ -79,9 +82,10 @@ void RtfBuilder::endLineInCell(const SharedCharacterStyle& style)
 void RtfBuilder::endCell(const ParagraphStyle& paragraph, const SharedCharacterStyle& style)
 {
     m_pending.append(u"\n", style);
+    const SharedParagraphStyle shared = this->shared(m_itemStyle.value_or(paragraph));
     const AttributedString contents = takePending();
     appendRuns(m_cells, contents, contents.fullRange(), {});
-    m_pendingCells.append({m_cells.length(), shared(paragraph)});
+    m_pendingCells.append({m_cells.length(), shared});
 }
 
 void RtfBuilder::endRow(std::shared_ptr<const RtfRowDefinition> definition)

@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace orvane {
 
@@ -30,8 +31,9 @@ public:
     void endParagraph(const ParagraphStyle& paragraph, const SharedCharacterStyle& style);
     /// A page break before the paragraph that has begun, unless it is the first.
     void pageBreakBefore(const ParagraphStyle& paragraph, const SharedCharacterStyle& style);
-    /// A paragraph that ends inside a cell.
-    void endLineInCell(const SharedCharacterStyle& style);
+    /// A paragraph that ends inside a cell. Where the first is an item of a list, the cell has its
+    /// style.
+    void endLineInCell(const ParagraphStyle& paragraph, const SharedCharacterStyle& style);
     void endCell(const ParagraphStyle& paragraph, const SharedCharacterStyle& style);
     void endRow(std::shared_ptr<const RtfRowDefinition> definition);
     [[nodiscard]] bool isAtParagraphStart() const { return m_pending.isEmpty(); }
@@ -74,7 +76,8 @@ private:
     AttributedString m_text;
     AttributedString m_pending; // the paragraph that has begun
     qsizetype m_lineStart = 0;  // in m_pending, where its last line within a cell begins
-    AttributedString m_cells;   // the contents of the pending table's cells, one after the other
+    std::optional<ParagraphStyle> m_itemStyle; // of the cell's first line
+    AttributedString m_cells; // the contents of the pending table's cells, one after the other
     QList<Cell> m_pendingCells;
     QList<Row> m_pendingRows;
     StyleInterner<ParagraphStyle> m_paragraphStyles;

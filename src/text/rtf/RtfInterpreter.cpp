@@ -467,8 +467,7 @@ void RtfInterpreter::endParagraph()
     m_isPageBreak = false;
     m_hasPageToBegin = false;
     if (std::as_const(state().paragraph)->inTable) {
-        (void)endingParagraphStyle();
-        return m_builder.endLineInCell(currentStyle());
+        return m_builder.endLineInCell(endingParagraphStyle(), currentStyle());
     }
     if (std::as_const(state().paragraph)->beginsPage)
         m_builder.pageBreakBefore(currentParagraphStyle(), currentStyle());

@@ -145,6 +145,7 @@ private:
         AsideKind kind;
         std::size_t depth; // of its group
         QString name;      // of a footnote
+        double textSize;   // of the text round it
         RtfBuilder outer;
         QString listMarker;
         bool isPageBreak;

@@ -153,10 +153,21 @@ int RtfListTable::listNumber(const Levels& levels)
     return m_listNumber;
 }
 
+void RtfListTable::skipTo(qsizetype position)
+{
+    while (m_next < m_items.size() && m_items[m_next].item.paragraph.location < position)
+        ++m_next;
+}
+
+bool RtfListTable::hasItemsIn(TextRange paragraph)
+{
+    skipTo(paragraph.location);
+    return m_next < m_items.size() && m_items[m_next].item.paragraph.location <= paragraph.end();
+}
+
 const RtfListTable::Item* RtfListTable::itemAt(qsizetype paragraphStart)
 {
-    while (m_next < m_items.size() && m_items[m_next].item.paragraph.location < paragraphStart)
-        ++m_next;
+    skipTo(paragraphStart);
     const bool isItem =
         m_next < m_items.size() && m_items[m_next].item.paragraph.location == paragraphStart;
     return isItem ? &m_items[m_next] : nullptr;

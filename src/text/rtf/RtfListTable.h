@@ -28,6 +28,10 @@ public:
     /// The item that begins at `paragraphStart`, or null. Asked in the order of the text.
     [[nodiscard]] const Item* itemAt(qsizetype paragraphStart);
 
+    /// Whether an item begins within `paragraph`, before whose items all others have been asked
+    /// for.
+    [[nodiscard]] bool hasItemsIn(TextRange paragraph);
+
     /// The list table and the table of overrides; nothing where there are no lists.
     void appendTables(QByteArray& rtf) const;
 
@@ -40,6 +44,7 @@ private:
     };
     using Levels = std::array<std::optional<Level>, levelCount>;
 
+    void skipTo(qsizetype position);
     [[nodiscard]] static bool fits(const Levels& levels, int level, const ListItem& item,
                                    QStringView bullet);
     static void count(Levels& levels, int level, const ListItem& item, QStringView bullet);

@@ -81,8 +81,30 @@ void RtfWriter::writeCellContents(const QList<TextParagraph>& paragraphs)
     for (const TextParagraph& paragraph : paragraphs) {
         if (&paragraph != &paragraphs.first())
             m_body.append("\\line ");
-        writeText(paragraph.range);
+        if (m_lists.hasItemsIn(paragraph.range))
+            writeCellLines(paragraph);
+        else
+            writeText(paragraph.range);
         useStyle(m_document.characterStyle(paragraph.range.end()));
+    }
+}
+
+// Only paragraphs can be items of a list.
+void RtfWriter::writeCellLines(const TextParagraph& paragraph)
+{
+    for (TextRange line : linesOf(m_document, paragraph.range)) {
+        const RtfListTable::Item* item = m_lists.itemAt(line.location);
+        const Role role{.list = item ? item->list : 0, .level = item ? item->level : 0};
+        useParagraphStyle(paragraph.style, role);
+        if (item) {
+            writeMarker(*item);
+            line = TextRange::between(item->item.contentStart(), line.end());
+        }
+        writeText(line);
+        if (line.end() < paragraph.range.end()) {
+            useStyle(m_document.characterStyle(line.end()));
+            m_body.append("\\par\n");
+        }
     }
 }
 

@@ -30,6 +30,7 @@ private:
     void writeTable(const TableRows& table);
     void writeRow(const QList<TablePlace>& row, const QList<int>& edges);
     void writeCellContents(const QList<TextParagraph>& paragraphs);
+    void writeCellLines(const TextParagraph& paragraph);
     void writeText(TextRange range);
     void writeTarget(QByteArrayView word, const QString& name);
     void writeFootnote(const Footnote& note);

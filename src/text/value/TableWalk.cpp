@@ -86,6 +86,19 @@ TableRows rowsOf(const QList<TextParagraph>& cells)
 
 } // namespace
 
+QList<TextRange> linesOf(const AttributedString& text, TextRange paragraph)
+{
+    QList<TextRange> lines;
+    const QStringView letters = QStringView(text.text()).first(paragraph.end());
+    for (qsizetype from = paragraph.location; from <= paragraph.end();) {
+        const qsizetype separator = letters.indexOf(lineSeparator, from);
+        const qsizetype past = separator < 0 ? paragraph.end() : separator;
+        lines.append(TextRange::between(from, past));
+        from = past + 1;
+    }
+    return lines;
+}
+
 void walkParagraphsAndTables(const AttributedString& text,
                              const std::function<void(const TextParagraph&)>& visitParagraph,
                              const std::function<void(const TableRows&)>& visitTable)

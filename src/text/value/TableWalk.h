@@ -39,6 +39,9 @@ struct TableRows {
     QList<QList<TablePlace>> rows;
 };
 
+/// The lines of a cell's paragraph, which U+2028 parts, in their order; at least one.
+[[nodiscard]] QList<TextRange> linesOf(const AttributedString& text, TextRange paragraph);
+
 /// Walks a text from its start: `visitParagraph` is called for each paragraph that stands by
 /// itself, `visitTable` for each table. A row holds consecutive cells of one row of which none
 /// stands left of the one before; the last paragraph of a text is never a cell, whatever its style.
