@@ -12,10 +12,10 @@ RUN_PACKAGES=(
     fonts-inter fonts-sil-charis fonts-jetbrains-mono
 )
 # The word processor is the other side of the RTF tests; it installs in well under a minute.
-# A display, a compositor and a clipboard manager are what the program stands among.
+# A display, a compositor, a clipboard manager and another toolkit are what the program stands among.
 TEST_PACKAGES=(
     libgtest-dev clang-format dbus-daemon libreoffice-writer-nogui sqlite3
-    xvfb xdotool xclip weston parcellite
+    xvfb xdotool xclip weston parcellite python3-gi gir1.2-gtk-3.0
 )
 PACKAGE_PACKAGES=(dpkg-dev desktop-file-utils appstream file)
 LONG_PACKAGES=(clang-19 clang-tidy-19 libclang-rt-19-dev)

@@ -122,10 +122,10 @@ TEST_F(EditorPaneTest, TheViewFollowsNotesModesAndTheirAbsence)
     EXPECT_EQ(after, 2);
     EXPECT_EQ(before, 2);
 
+    pane->setMakeEmptyState([](QWidget* parent) { return new QLabel(u"Nothing here"_s, parent); });
     app.selection().selectProjectRoot();
     settle();
-    EXPECT_TRUE(shows(u"No Note Selected"_s));
-    EXPECT_TRUE(shows(u"Create a note or select one from the list."_s));
+    EXPECT_TRUE(shows(u"Nothing here"_s)) << "what the pane was given for it";
     EXPECT_FALSE(button(u"Mode of the note"_s).isVisible());
     EXPECT_TRUE(view().store().isEmpty());
 
@@ -261,46 +261,6 @@ TEST_F(EditorPaneTest, ALongTextIsStoredBeforeItIsLaidOut)
     view().viewport()->repaint();
     settle();
     EXPECT_EQ(slow(), QList<QUuid>());
-}
-
-TEST_F(EditorPaneTest, ANoteThatEndedTheProgramIsOpenedByAPersonAlone)
-{
-    SessionKeys::launchDestination.write(test.defaults, u"lastNote"_s);
-    SessionKeys::writeUuids(test.defaults, SessionKeys::slowNoteIDs, {note});
-    pane.reset();
-    app.projectSession().closeProject();
-    app.projectSession().openProject(project, true);
-    EXPECT_EQ(app.selection().selectedNoteID(), std::nullopt);
-    EXPECT_EQ(app.selection().noteHeldBack(), note);
-    pane = paneOfSelection(app, look);
-    pane->resize(900, 600);
-    pane->show();
-    QApplication::setActiveWindow(pane.get());
-    const auto action = [&](const QString& text) {
-        const auto all = pane->findChildren<QPushButton*>();
-        const auto found = std::find_if(all.begin(), all.end(), [&](const QPushButton* each) {
-            return each->text() == text && each->isVisible();
-        });
-        return found == all.end() ? nullptr : *found;
-    };
-    EXPECT_EQ(action(u"New Note"_s), nullptr);
-    QPushButton* open = action(u"Open It Anyway"_s);
-    ASSERT_TRUE(open);
-    EXPECT_TRUE(open->focusPolicy() & Qt::TabFocus);
-    open->setFocus();
-    QTest::keyClick(open, Qt::Key_Space);
-    EXPECT_EQ(app.selection().selectedNoteID(), note);
-    EXPECT_EQ(app.selection().noteHeldBack(), std::nullopt);
-    app.selection().selectNote(other);
-    app.selection().selectProjectRoot();
-    settle();
-    EXPECT_TRUE(action(u"New Note"_s));
-
-    SessionKeys::writeUuids(test.defaults, SessionKeys::slowNoteIDs, {note});
-    app.selection().selectNote(other);
-    app.projectSession().closeProject();
-    app.projectSession().openProject(project, true);
-    EXPECT_EQ(app.selection().selectedNoteID(), other) << "another note is opened as ever";
 }
 
 TEST_F(EditorPaneTest, TheStripSaysWhatWasNotTaken)

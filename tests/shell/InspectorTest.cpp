@@ -193,7 +193,9 @@ TEST_F(InspectorTest, AVersionIsReadRestoredAndDeleted)
 {
     press(u"Versions"_s);
     EXPECT_TRUE(says(u"No snapshots yet."_s));
-    state().appendVersionSnapshot(m_note, u"Manual Save"_s);
+    press(u"Save a Version"_s);
+    ASSERT_TRUE(TourHand::waitFor([this] { return versionsOf(state(), m_note).size() == 1; }));
+    EXPECT_EQ(versionsOf(state(), m_note).first().label, u"Manual Save"_s);
     NoteContent content = NoteContent::of(*state().note(m_note));
     const QString before = content.body;
     content.body = u"Ledger\nThe ledger was kept by two hands in the dark."_s;
@@ -406,6 +408,15 @@ TEST_F(InspectorTest, AFolderHasTagsAndTheTrashACount)
     state().selection().selectFolder(FolderRecord::trashFolderID);
     TourHand::settle();
     EXPECT_EQ(find<TagField>(), nullptr);
+    press(u"Versions"_s);
+    EXPECT_EQ(button(u"Save a Version"_s), nullptr) << "there is no note";
+    state().selection().selectNote(m_note);
+    EXPECT_TRUE(button(u"Save a Version"_s));
+    state().selection().selectNote(m_other);
+    EXPECT_EQ(button(u"Save a Version"_s), nullptr) << "it can't be changed";
+    press(u"Details"_s);
+    state().selection().selectFolder(FolderRecord::trashFolderID);
+    TourHand::settle();
     const QLabel* name = nullptr;
     for (const auto* label : window().findChildren<QLabel*>()) {
         if (label->isVisible() && label->text() == u"Notes"_s && label->buddy())

@@ -37,10 +37,16 @@ protected:
     {
         startX11(QStringLiteral("%1x%2").arg(size.width()).arg(size.height()));
         const QString socket = QStringLiteral("orvane");
+        // Without animations, during which keys go to a window that is closing, and without the
+        // panel, on which a click starts a terminal.
+        const QString config = m_home.filePath(QStringLiteral("weston.ini"));
+        ASSERT_TRUE(writeFileAtomically(config, "[shell]\nanimation=none\nclose-animation=none\n"
+                                                "startup-animation=none\npanel-position=none\n"
+                                                "[input-method]\npath=/bin/true\n"));
         m_compositor.setProcessEnvironment(m_environment);
         m_compositor.start(QStringLiteral("weston"),
                            {QStringLiteral("--backend=x11-backend.so"),
-                            QStringLiteral("--use-pixman"), QStringLiteral("--no-config"),
+                            QStringLiteral("--use-pixman"), QStringLiteral("--config=") + config,
                             QStringLiteral("--idle-time=0"), QStringLiteral("--socket=") + socket,
                             QStringLiteral("--width=%1").arg(size.width()),
                             QStringLiteral("--height=%1").arg(size.height())});
@@ -73,17 +79,38 @@ protected:
     }
     /// What the tool that has the pointer and the keys says.
     QString hand(const QStringList& words) const { return run(QStringLiteral("xdotool"), words); }
+    /// Until the program has done what was asked of it: it takes next to no time of the processor.
+    void settle() const
+    {
+        const auto ticks = [this] {
+            QFile file(QStringLiteral("/proc/%1/stat").arg(m_program.processId()));
+            if (!file.open(QIODevice::ReadOnly))
+                return qint64(0);
+            const QByteArray stat = file.readAll();
+            const QList<QByteArray> fields =
+                stat.mid(stat.lastIndexOf(')') + 2).split(' '); // from the third on
+            return fields.value(11).toLongLong() + fields.value(12).toLongLong();
+        };
+        constexpr int idle = 2;
+        for (int i = 0; i < 40; ++i) {
+            const qint64 before = ticks();
+            QTest::qWait(500);
+            if (ticks() - before <= idle)
+                return;
+        }
+    }
     void keys(const QStringList& names) const
     {
         for (const QString& name : names) {
             hand({QStringLiteral("key"), name});
-            QTest::qWait(300);
+            settle();
         }
     }
+    /// Small letters only, which need no modifier.
     void type(const QString& text) const
     {
         hand({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("40"), text});
-        QTest::qWait(300);
+        settle();
     }
     /// The program's window; under Wayland the server doesn't know it.
     [[nodiscard]] QString windowId() const

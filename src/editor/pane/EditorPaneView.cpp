@@ -13,16 +13,13 @@
 #include "editor/session/CaretPlaces.h"
 #include "editor/session/SlowNotes.h"
 #include "editor/view/EditorView.h"
-#include "text/store/Graphemes.h"
 #include "text/store/TextStore.h"
 #include "text/value/LayoutUnits.h"
 
 #include <QAbstractButton>
 #include <QFontMetricsF>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QScrollBar>
 #include <QStackedLayout>
 #include <QTimer>
@@ -174,54 +171,10 @@ QWidget* EditorPaneView::makePage()
     return page;
 }
 
-QWidget* EditorPaneView::makeEmptyState()
+void EditorPaneView::setMakeEmptyState(std::function<QWidget*(QWidget*)> make)
 {
-    auto* empty = new QWidget(this);
-    auto* layout = new QVBoxLayout(empty);
-    layout->setSpacing(8);
-    auto* title = makeLabel(tr("No Note Selected"), TextStyle::WindowTitle);
-    m_emptyText = makeLabel({}, TextStyle::Body, LabelInk::Secondary);
-    auto* action = new QPushButton(tr("New Note"), empty);
-    connect(action, &QPushButton::clicked, this, &EditorPaneView::newNoteRequested);
-    auto* open = new QPushButton(tr("Open It Anyway"), empty);
-    for (QPushButton* each : {action, open})
-        each->setAutoDefault(true); // Return presses it, too
-    connect(open, &QPushButton::clicked, this, [this] {
-        if (const auto note = m_appState.selection().noteHeldBack())
-            m_appState.openNote(*note);
-    });
-    m_emptyAction = action;
-    m_heldBackAction = open;
-    setTabOrder(m_title, action);
-    setTabOrder(action, open);
-    layout->addStretch(5);
-    layout->addWidget(title, 0, Qt::AlignHCenter);
-    layout->addWidget(m_emptyText, 0, Qt::AlignHCenter);
-    layout->addSpacing(8);
-    layout->addWidget(action, 0, Qt::AlignHCenter);
-    layout->addWidget(open, 0, Qt::AlignHCenter);
-    layout->addStretch(6);
-    updateEmptyState();
-    return empty;
-}
-
-void EditorPaneView::updateEmptyState()
-{
-    if (!m_emptyAction)
-        return;
-    constexpr qsizetype longestTitle = 60;
-    const auto held = m_appState.selection().noteHeldBack();
-    const NoteRecord* note = held ? m_appState.note(*held) : nullptr;
-    const QString title = note ? editableTitle(*note).simplified() : QString();
-    const QString shown = title.size() <= longestTitle
-                              ? title
-                              : title.left(graphemeStart(title, longestTitle)) + u'…';
-    m_emptyText->setText(!note ? tr("Create a note or select one from the list.")
-                         : shown.isEmpty()
-                             ? tr("The last note took too long to show, so it wasn’t opened.")
-                             : tr("“%1” took too long to show, so it wasn’t opened.").arg(shown));
-    m_emptyAction->setVisible(!note && m_appState.canCreateOrEdit());
-    m_heldBackAction->setVisible(note);
+    m_makeEmptyState = std::move(make);
+    showPageOrEmptiness();
 }
 
 void EditorPaneView::connectSession()
@@ -247,8 +200,6 @@ void EditorPaneView::connectSession()
     });
     connect(&m_session, &EditorSession::longTextWritten, this,
             [this] { m_slowNotes->begin(m_session.noteID(), m_session.gateway().store()); });
-    connect(&m_appState.selection(), &Selection::noteHeldBackChanged, this,
-            &EditorPaneView::updateEmptyState);
     connect(&m_session, &EditorSession::baseFontChanged, this, &EditorPaneView::applyHostLook);
     connect(&m_session, &EditorSession::bodyEdited, m_countTimer, qOverload<>(&QTimer::start));
     connect(m_status, &StatusStrip::modeChosen, &m_session, &EditorSession::setMode);
@@ -397,10 +348,17 @@ void EditorPaneView::showPageOrEmptiness()
 {
     if (m_session.noteID())
         return m_stack->setCurrentIndex(0);
-    if (!isVisible())
+    if (!isVisible() || !m_makeEmptyState)
         return;
-    if (m_stack->count() == 1)
-        m_stack->addWidget(makeEmptyState());
+    if (m_stack->count() == 1) {
+        QWidget* empty = m_makeEmptyState(this);
+        m_stack->addWidget(empty);
+        QWidget* last = m_title;
+        for (auto* button : empty->findChildren<QAbstractButton*>()) {
+            setTabOrder(last, button);
+            last = button;
+        }
+    }
     m_stack->setCurrentIndex(1);
 }
 
@@ -433,7 +391,6 @@ void EditorPaneView::updateEditable()
     applyHostLook();
     m_tools->findStrip().setEditable(editable);
     m_tools->formattingBar().setEditable(editable);
-    updateEmptyState();
 }
 
 void EditorPaneView::updateCounts()

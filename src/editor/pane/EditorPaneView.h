@@ -8,7 +8,6 @@
 
 #include <QSet>
 
-class QLabel;
 class QLineEdit;
 class QStackedLayout;
 class QTimer;
@@ -24,8 +23,8 @@ class SlowNotes;
 class StatusStrip;
 class WritingTools;
 
-/// The editor pane: title field, text and status strip of the selected note, or what to do when
-/// none is selected. Owns the session that takes each edit to the disk.
+/// The editor pane: title field, text and status strip of its session's note. Owns the session that
+/// takes each edit to the disk.
 class EditorPaneView : public SurfacePanel {
     Q_OBJECT
 public:
@@ -39,6 +38,9 @@ public:
     [[nodiscard]] QWidget& formattingBar() const;
     /// The place of what the status strip offers; not visible while there is nothing.
     [[nodiscard]] QWidget& offerPart() const;
+    /// What stands in the place of title and text while no note is shown; made when it is first
+    /// seen.
+    void setMakeEmptyState(std::function<QWidget*(QWidget* parent)> make);
     /// Puts the caret into the title, all of it selected, or into the text.
     void focusTitle();
     void focusText();
@@ -48,8 +50,6 @@ public:
     void setKeyTexts(const KeyTextOf& keyTextOf);
 
 signals:
-    /// The person asks for a note where there is none.
-    void newNoteRequested();
     /// The person wants to make or change the link at the selection, which may be done.
     void linkSheetWanted();
     /// The text view is about to show another text, or the same in another mode: tools that work
@@ -71,8 +71,6 @@ protected:
 private:
     void focusBeforeText();
     [[nodiscard]] QWidget* makePage();
-    [[nodiscard]] QWidget* makeEmptyState();
-    void updateEmptyState();
     void showPageOrEmptiness();
     void connectSession();
     void connectTools();
@@ -99,9 +97,7 @@ private:
     QLineEdit* m_title = nullptr;
     EditorTextHost* m_text = nullptr;
     std::unique_ptr<WritingTools> m_tools;
-    QLabel* m_emptyText = nullptr;
-    QWidget* m_emptyAction = nullptr;
-    QWidget* m_heldBackAction = nullptr;
+    std::function<QWidget*(QWidget*)> m_makeEmptyState;
     std::unique_ptr<SlowNotes> m_slowNotes;
     StatusStrip* m_status;
     QTimer* m_countTimer;

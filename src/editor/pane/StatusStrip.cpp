@@ -205,11 +205,15 @@ void StatusStrip::setWidthLocked(bool locked)
 
 void StatusStrip::showLock()
 {
-    const QString help = m_isLocked ? tr("Unlock editor width") : tr("Lock editor width");
+    const bool isTrashed = m_state.kind == SavingState::Kind::Trashed;
+    const QString help = isTrashed    ? tr("A note in the Trash can be read but not changed.")
+                         : m_isLocked ? tr("Unlock editor width")
+                                      : tr("Lock editor width");
+    m_lock->setEnabled(!isTrashed);
     m_lock->setChecked(m_isLocked);
     m_lock->setToolTip(help);
     m_lock->setAccessibleName(help);
-    m_lock->setIcon(look().icon(m_isLocked ? Symbol::Locked : Symbol::Unlocked,
+    m_lock->setIcon(look().icon(m_isLocked || isTrashed ? Symbol::Locked : Symbol::Unlocked,
                                 Surface::StatusStrip, &SurfaceTokens::textSecondary));
 }
 
@@ -253,6 +257,7 @@ void StatusStrip::showSavingState()
     m_saving->setPalette(palette);
     m_saving->setText(text);
     m_saving->setToolTip(m_state.detail);
+    showLock();
 }
 
 } // namespace orvane

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "shell/inspector/InspectorView.h"
 
+#include "commands/AppCommandEvents.h"
 #include "core/records/Wording.h"
 #include "core/versions/NoteVersion.h"
 #include "shell/inspector/TagsSection.h"
@@ -88,6 +89,7 @@ InspectorView::InspectorView(AppState& appState, SheetHost& sheets, Look& look, 
     column->setSpacing(0);
     column->addWidget(makeRail());
     column->addLayout(m_stack, 1);
+    column->addWidget(makeLowerRail());
     m_scroll->setWidget(makeDetails(sheets));
     m_scroll->widget()->setAutoFillBackground(false);
     m_stack->setContentsMargins({});
@@ -128,6 +130,23 @@ QWidget* InspectorView::makeRail()
     connect(m_sections, &QButtonGroup::idClicked, this,
             [this](int section) { showSection(Section(section)); });
     return rail;
+}
+
+QWidget* InspectorView::makeLowerRail()
+{
+    m_lowerRail = new PaneRail(look(), Surface::InspectorRail, this);
+    auto* row = new QHBoxLayout(m_lowerRail->capsule());
+    row->setContentsMargins(10, 0, 4, 0);
+    row->setSpacing(0);
+    QLabel* text = m_lowerRail->makeText();
+    text->setText(tr("Keep It as It Is Now"));
+    row->addWidget(text, 1);
+    QToolButton* keep = m_lowerRail->makeButton(Symbol::Plus, tr("Save a Version"));
+    row->addWidget(keep);
+    connect(keep, &QToolButton::clicked, this,
+            [this] { m_appState.services().notifications.post(AppCommandEvents::saveDocument); });
+    m_lowerRail->hide();
+    return m_lowerRail;
 }
 
 InspectorView::Section InspectorView::section() const
@@ -263,6 +282,16 @@ void InspectorView::showCounts(const QUuid& note, int words, qsizetype character
 void InspectorView::refresh()
 {
     m_refreshTimer->stop();
+    showSubject();
+    const auto id = m_appState.selection().selectedNoteID();
+    const NoteRecord* note = id ? m_appState.note(*id) : nullptr;
+    m_lowerRail->setVisible(m_stack->currentWidget() == m_versions && note &&
+                            note->folderID != FolderRecord::trashFolderID &&
+                            m_appState.canCreateOrEdit());
+}
+
+void InspectorView::showSubject()
+{
     const QList<BinderRowID>& rows = m_appState.selection().rows();
     const auto row = m_appState.selection().selectedBinderRowID();
     const bool isOne = rows.isEmpty() && row;

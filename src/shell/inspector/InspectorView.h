@@ -40,6 +40,7 @@ protected:
 
 private:
     [[nodiscard]] QWidget* makeRail();
+    [[nodiscard]] QWidget* makeLowerRail();
     [[nodiscard]] QWidget* makeDetails(SheetHost& sheets);
     [[nodiscard]] QWidget* makeFacts(QWidget* parent);
     [[nodiscard]] QWidget* makeDivider(QWidget* parent);
@@ -48,6 +49,7 @@ private:
     void show(const QString& heading, const QList<std::pair<QLabel*, QString>>& values);
     void showNothing(const QString& why);
     void refresh();
+    void showSubject();
     void showNote(const NoteRecord& note);
     void showVersions(const NoteRecord& note);
     void showRows(const QList<BinderRowID>& rows);
@@ -70,6 +72,7 @@ private:
     QLabel* m_folders = nullptr;
     QLabel* m_notes = nullptr;
     QWidget* m_tagsPart = nullptr;
+    PaneRail* m_lowerRail = nullptr;
     TagsSection* m_tags = nullptr;
     VersionHistorySection* m_versions = nullptr;
     QTimer* m_refreshTimer;

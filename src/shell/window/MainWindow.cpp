@@ -204,7 +204,6 @@ QWidget* MainWindow::makeWorkspace()
     layout->addWidget(makePanes(workspace), 1);
     connect(m_binder, &BinderView::noteActivated, m_editor, &EditorPaneView::focusText);
     connect(m_editor, &EditorPaneView::titleOutOfSight, m_toolbar, &MainToolbar::setNoteTitle);
-    connect(m_editor, &EditorPaneView::newNoteRequested, this, &MainWindow::newNote);
     connect(m_editor, &EditorPaneView::linkSheetWanted, this, [this] {
         if (!m_sheets->topSheet())
             m_sheets->present(new LinkSheet(m_editor->session(), m_appState, m_look));
@@ -226,6 +225,7 @@ QWidget* MainWindow::makePanes(QWidget* parent)
             });
     auto* page = new RecordPage(m_appState, m_look, panes);
     m_editor = &page->textPane();
+    connect(page, &RecordPage::newNoteRequested, this, &MainWindow::newNote);
     connect(page, &RecordPage::restoreWanted, m_binder, &BinderView::restore);
     connect(page, &RecordPage::eraseWanted, m_binder, &BinderView::erase);
     showKeys();

@@ -4,6 +4,7 @@
 #include "core/state/AppState.h"
 #include "editor/pane/EditorPaneView.h"
 #include "editor/session/SelectedNote.h"
+#include "shell/window/NoRecordPage.h"
 #include "shell/window/TrashStrip.h"
 
 #include <QVBoxLayout>
@@ -20,6 +21,11 @@ RecordPage::RecordPage(AppState& appState, Look& look, QWidget* parent)
     layout->setContentsMargins({});
     layout->setSpacing(0);
     layout->addWidget(m_text);
+    m_text->setMakeEmptyState([this](QWidget* parent) {
+        auto* empty = new NoRecordPage(m_appState, parent);
+        connect(empty, &NoRecordPage::newNoteRequested, this, &RecordPage::newNoteRequested);
+        return empty;
+    });
     followSelection(m_text->session(), appState);
     connect(&appState, &AppState::notebookReset, this, &RecordPage::showState);
     connect(&appState, &AppState::notebookChanged, this, &RecordPage::showState);

@@ -22,6 +22,8 @@ public:
     [[nodiscard]] EditorPaneView& textPane() const { return *m_text; }
 
 signals:
+    /// A note is wanted where none is shown.
+    void newNoteRequested();
     /// The record is to come out of the Trash, or to go for good.
     void restoreWanted(const QUuid& note);
     void eraseWanted(const QUuid& note);

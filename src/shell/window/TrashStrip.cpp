@@ -16,6 +16,7 @@ namespace orvane {
 namespace {
 
 constexpr int stripHeight = 40;
+constexpr int buttonHeight = 28;
 constexpr int padding = 16;
 /// How much of the warning's colour lies on the page, and on the line below the strip.
 constexpr double tint = 0.1;
@@ -34,6 +35,8 @@ TrashStrip::TrashStrip(Look& look, QWidget* parent)
     setButtonTone(restore, ButtonTone::Accent);
     auto* erase = new QPushButton(tr("Delete Permanently"), this);
     setButtonTone(erase, ButtonTone::DangerText);
+    for (QPushButton* button : {restore, erase})
+        button->setFixedHeight(buttonHeight);
     m_restore = restore;
     m_erase = erase;
     auto* row = new QHBoxLayout(this);
