@@ -5,6 +5,7 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
+#include <QDebug>
 
 namespace orvane {
 
@@ -35,8 +36,11 @@ PortalSetting::PortalSetting(const QString& group, const QString& key, const QDB
     QDBusConnection connection = bus;
     if (!connection.isConnected())
         return;
-    connection.connect(portalService, portalPath, settingsInterface, u"SettingChanged"_s, this,
-                       SLOT(takeChange(QString, QString, QDBusVariant)));
+    // Slots are found by the names of their types, and nothing has to have registered this one.
+    qRegisterMetaType<QDBusVariant>();
+    if (!connection.connect(portalService, portalPath, settingsInterface, u"SettingChanged"_s, this,
+                            SLOT(takeChange(QString, QString, QDBusVariant))))
+        qWarning().noquote() << "OrvaneWorkspace can't follow the desktop's" << group << key;
     QDBusMessage question =
         QDBusMessage::createMethodCall(portalService, portalPath, settingsInterface, u"Read"_s);
     question << group << key;

@@ -16,6 +16,7 @@
 namespace orvane {
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -55,7 +56,7 @@ void tourOthers(OrvaneWorkspaceApp& app, const TourHand& hand,
         pane.focusText();
         hand.press(Qt::Key_A, Qt::ControlModifier);
         hand.press(Qt::Key_V, Qt::ControlModifier);
-        hand.settle();
+        TourHand::waitFor([] { return false; }, 600ms); // until the words are counted
         picture(u"notes-of-others-"_s +
                 (mode == AppearanceThemeMode::Light ? u"light"_s : u"dark"_s));
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "SelectedNoteFixture.h"
 #include "appearance/AppearanceTokens.h"
+#include "appearance/Contrast.h"
 #include "core/records/InternalNoteLink.h"
 #include "core/state/SessionKeys.h"
 #include "editor/pane/EditorPaneView.h"
@@ -133,6 +134,12 @@ TEST_F(EditorPaneTest, TheViewFollowsNotesModesAndTheirAbsence)
     type(u"x"_s);
     pane->focusText();
     EXPECT_EQ(view().plainText(), u"xfirst line"_s);
+    const QColor ink = view().look().text.text;
+    (void)app.moveNoteToTrash(note);
+    app.selection().selectNote(note);
+    EXPECT_EQ(view().look().text.text, blended(ink, 0.78, view().look().text.page));
+    app.selection().selectNote(other);
+    EXPECT_EQ(view().look().text.text, ink);
     app.projectSession().closeProject();
     EXPECT_TRUE(view().store().isEmpty());
 }

@@ -33,6 +33,8 @@ namespace {
 
 constexpr int titleTop = 48;
 constexpr int titleGap = 8;
+/// What the text of a note in the Trash keeps of its ink.
+constexpr double trashedInkShare = 0.78;
 constexpr int leastPaperAboveTitle = 16;
 constexpr int charactersPerLine = 73;
 /// Counting a long note takes longer than a keystroke may, so it waits for a pause.
@@ -252,6 +254,8 @@ void EditorPaneView::applyHostLook()
     host.look = editorLook(look().tokens(),
                            host.pageViewEnabled ? WritingGround::paper : WritingGround::openPage,
                            focusModeDimOpacitySetting.read(defaults));
+    if (m_session.isTrashed())
+        host.look = withInkShare(host.look, trashedInkShare);
     host.columnWidth =
         qRound(widthOfProse(font.family, font.size, charactersPerLine) * host.visualZoom);
     host.bottomDocumentPadding = bottomDocumentPaddingSetting.read(defaults);

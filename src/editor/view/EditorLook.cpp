@@ -33,4 +33,10 @@ EditorLook editorLook(const Tokens& tokens, WritingGround ground, double dimmedS
     return look;
 }
 
+EditorLook withInkShare(EditorLook look, double share)
+{
+    look.text.text = readableInk(blended(look.text.text, share, look.text.page), look.text.page);
+    return look;
+}
+
 } // namespace orvane

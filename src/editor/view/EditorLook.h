@@ -44,5 +44,7 @@ struct EditorLook {
 /// The one way from the tokens of a look to a text. `dimmedShare` is how much of its ink the text
 /// out of focus keeps, 0 to 1. Pure.
 [[nodiscard]] EditorLook editorLook(const Tokens& tokens, WritingGround ground, double dimmedShare);
+/// With a text that keeps `share` of its ink, 0 to 1, as far as it still reads on the page. Pure.
+[[nodiscard]] EditorLook withInkShare(EditorLook look, double share);
 
 } // namespace orvane
