@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/EditorSamples.h"
+#include "editor/tables/TableEngine.h"
 #include "editor/view/EditorView.h"
 #include "support/Bench.h"
 #include "support/PaintedFrames.h"
@@ -195,6 +196,15 @@ Measurement returnKey()
         [&] { return notes.stock.key(Qt::Key_Return, u"\r"_s); });
 }
 
+QTextTable* tableOf(const Stock& stock)
+{
+    for (QTextFrame* frame : stock.document->rootFrame()->childFrames()) {
+        if (auto* table = qobject_cast<QTextTable*>(frame))
+            return table;
+    }
+    qFatal("no table");
+}
+
 Measurement keyTable()
 {
     constexpr int rows = 200;
@@ -202,13 +212,31 @@ Measurement keyTable()
     Ours ours(sampleTable(rows, columns));
     Stock stock(stockTable(rows, columns));
     ours.goToMiddle();
-    QTextTable* table = nullptr;
-    for (QTextFrame* frame : stock.document->rootFrame()->childFrames())
-        table = qobject_cast<QTextTable*>(frame);
+    QTextTable* table = tableOf(stock);
     stock.goTo(table->cellAt(rows / 2, columns / 2).firstPosition() + 2);
     return interleave(
         40, [&] { return ours.key(Qt::Key_X, u"x"_s); },
         [&] { return stock.key(Qt::Key_X, u"x"_s); });
+}
+
+Measurement insertTableRow()
+{
+    constexpr int rows = 500;
+    constexpr int columns = 6;
+    Ours ours(sampleTable(rows, columns));
+    Stock stock(stockTable(rows, columns));
+    ours.goToMiddle();
+    QTextTable* table = tableOf(stock);
+    stock.goTo(table->cellAt(rows / 2, columns / 2).firstPosition() + 2);
+    return interleave(
+        20,
+        [&] {
+            return ours.frames.until([&] {
+                (void)TableEngine::insertRow(ours.gateway, ours.view.selection().position,
+                                             TableSide::after, {});
+            });
+        },
+        [&] { return stock.frames.until([&] { table->insertRows(rows / 2 + 1, 1); }); });
 }
 
 Measurement open()
@@ -386,6 +414,7 @@ void addEditorRows()
     add({"editor/two-layouts", "ms", 1.8, twoLayouts});
     add({"editor/return-1m", "ms", 0.2, returnKey});
     add({"editor/key-table", "ms", 0.1, keyTable});
+    add({"table/insert-row", "ms", 0.5, insertTableRow});
     add({"editor/open-1m", "ms", 1.5, open});
     add({"editor/resize-1m", "ms", 0.05, resize});
     add({"editor/zoom-1m", "ms", 3, zoom});

@@ -41,6 +41,8 @@ std::optional<Outcome> outcomeIn(KeyPlace place, ShortcutAction action, bool inT
         return inText ? Outcome::Taken : Outcome::TakenOutsideOfText;
     case KeyPlace::Text:
         return worksInText(action) ? std::optional(Outcome::TakenInText) : std::nullopt;
+    case KeyPlace::Table:
+        return worksInText(action) ? std::optional(Outcome::TakenInTable) : std::nullopt;
     case KeyPlace::BinderRows:
         return Outcome::TakenInBinder;
     case KeyPlace::Desktop:
@@ -60,6 +62,7 @@ constexpr const char* sentences[] = {
     SENTENCE("%1 no longer does “%2”."),
     SENTENCE("In a text, %1 no longer does “%2”."),
     SENTENCE("Outside of texts, %1 no longer does “%2”."),
+    SENTENCE("In a table, %1 no longer does “%2”."),
     SENTENCE("In the Binder, %1 no longer does “%2”."),
     SENTENCE("In a text, %1 no longer types."),
 };
@@ -71,7 +74,7 @@ std::vector<KeyClash> clashesWithProgram(ShortcutAction action, const ShortcutDa
     const bool inText = worksInText(action) || !isUsedByText(shortcut);
     // In the order in which they are asked for a key.
     for (const KeyPlace place : {KeyPlace::Always, KeyPlace::Binder, KeyPlace::BinderRows,
-                                 KeyPlace::Window, KeyPlace::Text}) {
+                                 KeyPlace::Window, KeyPlace::Text, KeyPlace::Table}) {
         const KeyRow* row = keyRowFor(shortcut, place);
         const auto outcome = row ? outcomeIn(place, action, inText) : std::nullopt;
         const bool isKeptBefore =

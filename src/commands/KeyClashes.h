@@ -18,6 +18,7 @@ struct KeyClash {
         Taken,             ///< it no longer does that
         TakenInText,
         TakenOutsideOfText,
+        TakenInTable,
         TakenInBinder,
         TakenFromTyping, ///< in a text it no longer types
     };

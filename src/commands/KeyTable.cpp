@@ -3,6 +3,7 @@
 
 #include "commands/EditorFormatNotifications.h"
 #include "commands/KeyCodes.h"
+#include "commands/TableCommands.h"
 
 #include <QCoreApplication>
 
@@ -141,6 +142,13 @@ constexpr KeyRow rows[] = {
     key(Text, Qt::Key_Enter, shift, TITLE("New Line")),
     key(Text, Qt::Key_Tab, 0, TITLE("Tab")),
     keyWithAny(Text, Qt::Key_Tab, shift, TITLE("Move Outward")),
+
+    key(KeyPlace::Table, Qt::Key_Tab, 0, TITLE("Go to Next Cell")),
+    keyWithAny(KeyPlace::Table, Qt::Key_Tab, shift, TITLE("Go to Previous Cell")),
+    key(KeyPlace::Table, Qt::Key_Up, alt, TITLE("Move Table Row Up"), postable<TableCommands::moveRowUp>()),
+    key(KeyPlace::Table, Qt::Key_Down, alt, TITLE("Move Table Row Down"), postable<TableCommands::moveRowDown>()),
+    key(KeyPlace::Table, Qt::Key_Left, alt, TITLE("Move Table Column Left"), postable<TableCommands::moveColumnLeft>()),
+    key(KeyPlace::Table, Qt::Key_Right, alt, TITLE("Move Table Column Right"), postable<TableCommands::moveColumnRight>()),
 
     key(BinderRows, Qt::Key_Up, alt, TITLE("Move Row Up")),
     key(BinderRows, Qt::Key_Down, alt, TITLE("Move Row Down")),

@@ -19,6 +19,7 @@ enum class KeyPlace {
     Binder,     ///< outside of texts and controls, before all actions
     Window,     ///< whatever has the keyboard, where no action has it
     Text,       ///< in a text, where no action has it that works there
+    Table,      ///< in a cell of a table, before what a text or the window does
     BinderRows, ///< in the rows of the Binder, where no action has it
     Desktop,    ///< the desktop or the system, before the program sees it
 };

@@ -4,6 +4,7 @@
 #include "SelectedNoteFixture.h"
 #include "appearance/AppearanceTokens.h"
 #include "commands/EditorFormatNotifications.h"
+#include "commands/TableCommands.h"
 #include "editor/pane/EditorPaneView.h"
 #include "editor/session/StoredText.h"
 #include "editor/view/EditorView.h"
@@ -121,6 +122,15 @@ void CommandWalkTest::fillSteps()
     posts(Format::highlightNSColor, ColorChoice{RgbaColor{0.9, 0.9, 0.1, 0.3}, {}});
     posts(Format::highlightNSColor);
     posts(Format::setParagraphBackgroundColor, ColorChoice{RgbaColor{0, 0.5, 0, 0.2}, {}});
+    for (const auto& command :
+         {TableCommands::addRowAbove, TableCommands::addRowBelow, TableCommands::addColumnLeft,
+          TableCommands::addColumnRight, TableCommands::removeRow, TableCommands::removeColumn,
+          TableCommands::moveRowUp, TableCommands::moveRowDown, TableCommands::moveColumnLeft,
+          TableCommands::moveColumnRight, TableCommands::sortAscending,
+          TableCommands::sortDescending, TableCommands::clearCellFill, TableCommands::deleteTable,
+          TableCommands::convertTextToTable, TableCommands::convertTableToText})
+        posts(command);
+    posts(TableCommands::insertOfSize, TableSize{2, 3, {}});
     ParagraphMetrics metrics;
     metrics.lineSpacing = 4;
     metrics.headIndent = 18;
@@ -137,10 +147,11 @@ void CommandWalkTest::copySomething()
         u"<p>Things:</p><ul><li>salt</li><li>rope<ul><li>tarred</li></ul></li></ul><p>end</p>"_s,
         u"<p>Tides</p><table><tr><td>high</td><td>6:12</td></tr><tr><td>low</td><td>12:40</td>"
         "</tr></table><p>measured by the wall</p>"_s,
+        u"<table><tr><td rowspan=2>a</td><td>b</td></tr><tr><td>c</td></tr></table>"_s,
     };
     auto* copied = new QMimeData;
     copied->setText(u"Two lines of \"text\"\nthat came from elsewhere"_s);
-    if (const QString& html = pieces[below(below(3) + 2)]; !html.isEmpty())
+    if (const QString& html = pieces[below(below(4) + 2)]; !html.isEmpty())
         copied->setHtml(html);
     QApplication::clipboard()->setMimeData(copied);
 }

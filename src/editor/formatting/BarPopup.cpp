@@ -30,22 +30,26 @@ BarPopup::BarPopup(const QString& name, Look& look, QWidget* parent)
 
 void BarPopup::popUpBelow(QWidget& anchor)
 {
-    ensurePolished();
-    adjustSize();
-    const QRect screen = anchor.screen()->availableGeometry();
-    const QRect from(anchor.mapToGlobal(QPoint()), anchor.size());
-    QPoint at = from.bottomLeft() + QPoint(0, 6);
-    if (at.y() + height() > screen.bottom())
-        at.setY(from.top() - height() - 6);
-    at.setX(qBound(screen.left() + 4, at.x(), qMax(screen.left() + 4, screen.right() - width())));
-    at.setY(qMax(screen.top() + 4, at.y()));
-    move(at);
     // Who came by the keyboard sees where it is.
     setAttribute(Qt::WA_KeyboardFocusChange, anchor.hasFocus());
     if (auto* button = qobject_cast<QAbstractButton*>(&anchor)) {
         button->setDown(true);
         connect(this, &QObject::destroyed, button, [button] { button->setDown(false); });
     }
+    popUpAt(QRect(anchor.mapToGlobal(QPoint()), anchor.size()), anchor);
+}
+
+void BarPopup::popUpAt(const QRect& from, const QWidget& beside)
+{
+    ensurePolished();
+    adjustSize();
+    const QRect screen = beside.screen()->availableGeometry();
+    QPoint at = from.bottomLeft() + QPoint(0, 6);
+    if (at.y() + height() > screen.bottom())
+        at.setY(from.top() - height() - 6);
+    at.setX(qBound(screen.left() + 4, at.x(), qMax(screen.left() + 4, screen.right() - width())));
+    at.setY(qMax(screen.top() + 4, at.y()));
+    move(at);
     show();
 }
 

@@ -18,6 +18,8 @@ public:
 
     /// Opens below `anchor`, on its screen as a whole; while it is open the control looks pressed.
     void popUpBelow(QWidget& anchor);
+    /// Opens below `anchor`, in global coordinates, on the screen of `beside`.
+    void popUpAt(const QRect& anchor, const QWidget& beside);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -120,13 +120,15 @@ bool FormatEditing::allOf(const std::function<bool(const CharacterStyle&)>& isSo
         return isSo(*m_view.gateway().typingStyle());
     bool all = true;
     bool any = false;
-    store.forEachCharacterRun(range, [&](TextRange run, const SharedCharacterStyle& style) {
+    const auto look = [&](TextRange run, const SharedCharacterStyle& style) {
         // Nobody sees how the end of a paragraph looks.
         if (run.length == 1 && store.characterAt(run.location) == u'\n')
             return;
         any = true;
         all = all && isSo(*style);
-    });
+    };
+    for (const TextRange one : m_view.selectedRanges())
+        store.forEachCharacterRun(one, look);
     return any ? all : isSo(*store.characterStyle(range.location));
 }
 
@@ -137,9 +139,13 @@ void FormatEditing::changeCharacters(const QString& name, TextRange range,
     gateway.performUndoableDocumentEdit(name, [&](DocumentEditor& editor) {
         CharacterStyle typing = *editor.typingStyle();
         change(typing);
-        for (const TextRange part : withoutPageBreaks(m_view.store(), range)) {
-            if (!part.isEmpty())
-                editor.modifyCharacterStyles(part, change);
+        const QList<TextRange> ranges =
+            range == selected() ? m_view.selectedRanges() : QList{range};
+        for (const TextRange one : ranges) {
+            for (const TextRange part : withoutPageBreaks(m_view.store(), one)) {
+                if (!part.isEmpty())
+                    editor.modifyCharacterStyles(part, change);
+            }
         }
         editor.setTypingStyle(SharedCharacterStyle(typing));
     });
@@ -150,8 +156,10 @@ void FormatEditing::changeParagraphs(const QString& name,
 {
     m_view.gateway().performUndoableDocumentEdit(name, [&](DocumentEditor& editor) {
         const SharedCharacterStyle typing = editor.typingStyle();
-        for (const TextRange part : withoutPageBreaks(m_view.store(), selected()))
-            editor.modifyParagraphStyles(part, change);
+        for (const TextRange range : m_view.selectedRanges()) {
+            for (const TextRange part : withoutPageBreaks(m_view.store(), range))
+                editor.modifyParagraphStyles(part, change);
+        }
         editor.setTypingStyle(typing);
     });
 }

@@ -86,8 +86,6 @@ private:
     void openTextColors(QWidget& anchor);
     void openHighlights(QWidget& anchor);
     void openParagraphBackgrounds(QWidget& anchor);
-    [[nodiscard]] ColorPopup::Palette
-    translucentPalette(const QString& name, const std::optional<RgbaColor>& current) const;
     void openPalette(QWidget& anchor, const ColorPopup::Palette& palette,
                      const std::optional<RgbaColor>& current,
                      const Notification<ColorChoice>& command);

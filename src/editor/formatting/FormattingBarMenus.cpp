@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 // What the controls of the formatting bar open.
-#include "appearance/Contrast.h"
 #include "appearance/FontFamilies.h"
 #include "appearance/studio/ColorEditor.h"
 #include "editor/formatting/ChoicePopup.h"
 #include "editor/formatting/ColorPopup.h"
-#include "editor/formatting/EditorHighlightStrength.h"
 #include "editor/formatting/FormattingBar.h"
 #include "editor/formatting/ListStyleNames.h"
 #include "editor/formatting/SpacingPopup.h"
+#include "editor/formatting/TranslucentPalette.h"
 #include "editor/lists/CustomBulletLibrary.h"
 #include "platform/Services.h"
 
@@ -208,34 +207,21 @@ void FormattingBar::openTextColors(QWidget& anchor)
     openPalette(anchor, palette, m_snapshot.foregroundColor, Format::foregroundNSColor);
 }
 
-/// Colours for what stands behind text, each as it looks on the page.
-ColorPopup::Palette FormattingBar::translucentPalette(const QString& name,
-                                                      const std::optional<RgbaColor>& current) const
-{
-    const auto strength =
-        editorHighlightStrength(editorHighlightStrengthSetting.read(m_services.defaults));
-    ColorPopup::Palette palette{name, tr("None"), highlightPalette(), {}};
-    const QColor& page = look().tokens().on(Surface::Page).ground;
-    for (const WritingColor& each : palette.colors) {
-        const RgbaColor fit = normalizeHighlight(RgbaColor::fromQColor(each.color), strength);
-        if (current && looksLike(fit, *current))
-            palette.current = int(palette.shown.size());
-        palette.shown.append(blended(QColor(fit.toQColor().rgb()), fit.alpha, page));
-    }
-    return palette;
-}
-
 void FormattingBar::openHighlights(QWidget& anchor)
 {
-    openPalette(anchor, translucentPalette(tr("Highlight"), m_snapshot.highlightColor),
-                m_snapshot.highlightColor, Format::highlightNSColor);
+    openPalette(
+        anchor,
+        translucentPalette(tr("Highlight"), m_snapshot.highlightColor, look(), m_services.defaults),
+        m_snapshot.highlightColor, Format::highlightNSColor);
 }
 
 void FormattingBar::openParagraphBackgrounds(QWidget& anchor)
 {
     const auto& current = m_snapshot.paragraphBackgroundColor;
-    openPalette(anchor, translucentPalette(tr("Paragraph Background"), current), current,
-                Format::setParagraphBackgroundColor);
+    openPalette(
+        anchor,
+        translucentPalette(tr("Paragraph Background"), current, look(), m_services.defaults),
+        current, Format::setParagraphBackgroundColor);
 }
 
 void FormattingBar::openPalette(QWidget& anchor, const ColorPopup::Palette& palette,
@@ -275,10 +261,8 @@ void FormattingBar::postColor(const Notification<ColorChoice>& command, const QC
     if (color.isValid())
         choice.color = RgbaColor::fromQColor(color);
     // Highlights are made fit by who applies them; a paragraph's ground is taken as it is.
-    if (choice.color && &command == &Format::setParagraphBackgroundColor) {
-        const QString strength = editorHighlightStrengthSetting.read(m_services.defaults);
-        choice.color = normalizeHighlight(*choice.color, editorHighlightStrength(strength));
-    }
+    if (choice.color && &command == &Format::setParagraphBackgroundColor)
+        choice.color = fitBehindText(*choice.color, m_services.defaults);
     m_services.notifications.post(command, choice);
 }
 

@@ -44,6 +44,7 @@ WritingTools::WritingTools(EditorView& view, WritingLibrary& library, const Serv
     , m_find(view, services.beeper)
     , m_lists(view, library.bullets)
     , m_formatting(view, m_commands, m_lists, library.spelling, services)
+    , m_tables(view, m_commands, m_lists, look, services)
     , m_spelling(view, library.spelling)
     , m_strip(new FindStrip(m_find, look, &pane))
     , m_bar(new FormattingBarSlot(services, library.bullets, look, &pane))

@@ -11,6 +11,7 @@
 #include "editor/pane/CommandReceiver.h"
 #include "editor/pane/WritingLibrary.h"
 #include "editor/spelling/SpellingMarks.h"
+#include "editor/tables/TableTools.h"
 #include "editor/writing/WritingBehaviours.h"
 
 namespace orvane {
@@ -74,6 +75,7 @@ private:
     FindSession m_find;
     ListEditing m_lists;
     FormattingTools m_formatting;
+    TableTools m_tables;
     SpellingMarks m_spelling;
     std::unique_ptr<MarkdownHighlighting> m_markdown; // in Markdown only
     FindStrip* m_strip;

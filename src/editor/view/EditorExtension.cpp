@@ -28,6 +28,11 @@ bool EditorExtension::hovered(QPointF /*page*/)
 
 void EditorExtension::hoverEnded() {}
 
+bool EditorExtension::takesKey(const QKeyEvent& /*event*/) const
+{
+    return false;
+}
+
 bool EditorExtension::keyPressed(const QKeyEvent& /*event*/)
 {
     return false;
@@ -46,6 +51,11 @@ bool EditorExtension::textTyped(const QString& /*text*/)
 bool EditorExtension::hasSelection() const
 {
     return false;
+}
+
+QList<TextRange> EditorExtension::selectedRanges() const
+{
+    return {};
 }
 
 std::unique_ptr<QMimeData> EditorExtension::copySelection() const

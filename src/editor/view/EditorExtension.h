@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "text/value/TextRange.h"
+
+#include <QList>
 #include <QPointF>
 #include <QRectF>
 #include <QString>
@@ -92,6 +95,8 @@ public:
     virtual bool hovered(QPointF page);
     virtual void hoverEnded();
 
+    /// Whether it takes a key that the window may have a shortcut on.
+    [[nodiscard]] virtual bool takesKey(const QKeyEvent& event) const;
     virtual bool keyPressed(const QKeyEvent& event);
     virtual bool command(EditAction command);
     virtual bool textTyped(const QString& text);
@@ -99,6 +104,8 @@ public:
     /// Whether something of this extension is selected. Then it is what is copied, cut and deleted,
     /// not the text that is selected.
     [[nodiscard]] virtual bool hasSelection() const;
+    /// The stretches of text in it, where text is what is selected.
+    [[nodiscard]] virtual QList<TextRange> selectedRanges() const;
     /// What is selected, for the clipboard. Null where it can't be copied: nor is it cut then.
     [[nodiscard]] virtual std::unique_ptr<QMimeData> copySelection() const;
     /// Takes what is selected out of the text, in one step to undo that is called `actionName`.

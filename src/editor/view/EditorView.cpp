@@ -342,6 +342,13 @@ TextSelection EditorView::selection() const
     return m_gateway->selection();
 }
 
+QList<TextRange> EditorView::selectedRanges() const
+{
+    const EditorExtension* holder = m_extensions.withSelection();
+    const QList<TextRange> ranges = holder ? holder->selectedRanges() : QList<TextRange>();
+    return ranges.isEmpty() ? QList{selection().range()} : ranges;
+}
+
 void EditorView::setSelection(TextSelection selection, CaretSide side)
 {
     m_navigator.forgetGoal();
@@ -557,7 +564,8 @@ void EditorView::paintEvent(QPaintEvent* event)
     paint.colors = m_look.text;
     if (!hasFocus())
         paint.colors.selection = m_look.inactiveSelection;
-    paint.selection = selection().range();
+    if (!m_extensions.withSelection())
+        paint.selection = selection().range();
     paint.focus = m_focusRange;
     const EditorPaint extensionPaint{paint.origin, paint.scale, clip};
     m_extensions.forEachUpwards(

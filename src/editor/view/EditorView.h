@@ -126,6 +126,8 @@ public:
 
     void setSelection(TextSelection selection, CaretSide side = CaretSide::lowerLine);
     [[nodiscard]] TextSelection selection() const;
+    /// The stretches of text that are selected: one, or those of an extension's selection.
+    [[nodiscard]] QList<TextRange> selectedRanges() const;
     void moveCaret(CaretMove move, SelectionMode mode);
     /// Scrolls as little as needed to show the caret.
     void ensureCaretVisible();

@@ -105,7 +105,9 @@ bool EditorView::event(QEvent* event)
 {
     if (event->type() == QEvent::ShortcutOverride) {
         auto* key = static_cast<QKeyEvent*>(event);
-        if (isTextKey(*key)) {
+        if (isTextKey(*key) || m_extensions.firstThat([&](const EditorExtension& extension) {
+                return extension.takesKey(*key);
+            })) {
             key->accept();
             return true;
         }

@@ -145,6 +145,10 @@ void EditorView::publishPrimarySelection()
 
 std::unique_ptr<QMimeData> EditorView::selectedMime() const
 {
+    if (const EditorExtension* holder = m_extensions.withSelection()) {
+        if (auto data = holder->copySelection())
+            return data;
+    }
     // With a large selection every further step of it would copy all of it.
     constexpr qsizetype copiedAtOnce = 20'000;
     const TextRange range = selection().range();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/view/TextMime.h"
 
+#include "editor/tables/TableText.h"
 #include "editor/writing/AddressLinks.h"
 #include "text/archive/TextArchive.h"
 #include "text/html/HtmlReader.h"
@@ -40,7 +41,7 @@ const QStringList& rtfTypes()
 
 QString asPlainText(const AttributedString& text)
 {
-    QString plain = text.text();
+    QString plain = tabbedText(text);
     plain.replace(QChar(lineSeparator), u'\n');
     plain.remove(QChar(objectCharacter));
     return plain;

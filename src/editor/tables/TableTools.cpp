@@ -1,0 +1,384 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "editor/tables/TableTools.h"
+
+#include "appearance/Look.h"
+#include "commands/KeyCodes.h"
+#include "commands/KeyTable.h"
+#include "commands/TableCommands.h"
+#include "editor/lists/ListEditing.h"
+#include "editor/pane/CommandReceiver.h"
+#include "editor/tables/TableText.h"
+#include "editor/view/EditorView.h"
+#include "text/layout/ParagraphLayout.h"
+#include "text/store/CellRules.h"
+#include "text/store/TableRow.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QToolTip>
+
+#include <algorithm>
+
+namespace orvane {
+
+namespace {
+
+constexpr double tableFontSize = 13;
+
+/// The key's row in the table of keys, where it works in tables.
+const KeyRow* tableKey(const QKeyEvent& event)
+{
+    const auto pressed = KeyPress::of(event).shortcut();
+    return pressed ? keyRowFor(*pressed, KeyPlace::Table) : nullptr;
+}
+
+} // namespace
+
+TableTools::TableTools(EditorView& view, CommandReceiver& commands, const ListEditing& lists,
+                       Look& look, const Services& services)
+    : m_view(view)
+    , m_commands(commands)
+    , m_lists(lists)
+    , m_look(look)
+    , m_services(services)
+    , m_columnDrag(view, look)
+{
+    m_view.addExtension(this, ExtensionPriority::tables);
+    connect(&view, &EditorView::textChanged, this, [this] { m_isKnown = false; });
+    connect(&view, &EditorView::selectionChanged, this, &TableTools::onSelectionChanged);
+    observeCommands();
+}
+
+TableTools::~TableTools()
+{
+    m_view.removeExtension(this);
+}
+
+TableStyle TableTools::style() const
+{
+    const SurfaceTokens& page = m_look.tokens().on(Surface::Page);
+    TableStyle style;
+    style.borderColor = RgbaColor::fromQColor(page.border);
+    style.headerBackground = RgbaColor::fromQColor(page.accent);
+    style.headerBackground.alpha = 0.12;
+    style.cellFont = TextFont{QGuiApplication::font().family(), tableFontSize};
+    style.headerFont = style.cellFont;
+    style.headerFont.weight = 700;
+    return style;
+}
+
+qsizetype TableTools::caret() const
+{
+    return m_view.selection().position;
+}
+
+bool TableTools::isInCell(qsizetype position) const
+{
+    return cellRules::isInCell(m_view.store(), position);
+}
+
+// Cells that are selected
+
+bool TableTools::hasSelection() const
+{
+    const TextSelection selection = m_view.selection();
+    if (selection.isEmpty())
+        return false;
+    const TextStore& store = m_view.store();
+    const QTextBlock anchor = store.blockAt(selection.anchor);
+    const QTextBlock head = store.blockAt(selection.position);
+    if (anchor == head || !orvane::isCell(anchor, store.styles()) ||
+        !orvane::isCell(head, store.styles()))
+        return false;
+    const TableCellBlock& first = *cellOf(anchor, store.styles());
+    const TableCellBlock& last = *cellOf(head, store.styles());
+    return first.table.id == last.table.id && selected().has_value();
+}
+
+const std::optional<TableTools::Selected>& TableTools::selected() const
+{
+    if (std::exchange(m_isKnown, true))
+        return m_selected;
+    m_selected.reset();
+    const TextSelection selection = m_view.selection();
+    auto grid = tableAt(m_view.store(), selection.anchor);
+    const qsizetype first = grid ? grid->indexAt(selection.anchor) : -1;
+    const qsizetype last = grid ? grid->indexAt(selection.position) : -1;
+    const bool isWithin = grid && last >= 0 && selection.position <= grid->range().end() &&
+                          selection.position < grid->cells[last].range.end();
+    if (!isWithin || first == last)
+        return m_selected;
+    const GridCell& one = grid->cells[first];
+    const GridCell& other = grid->cells[last];
+    CellRectangle cells{std::min(one.row, other.row), std::min(one.column, other.column),
+                        std::max(one.pastRow(), other.pastRow()) - 1,
+                        std::max(one.pastColumn(), other.pastColumn()) - 1};
+    // A cell that reaches in belongs to it as a whole.
+    for (bool grows = true; grows;) {
+        const CellRectangle before = cells;
+        for (const GridCell& cell : grid->cells) {
+            if (cell.row > cells.lastRow || cell.pastRow() <= cells.firstRow ||
+                cell.column > cells.lastColumn || cell.pastColumn() <= cells.firstColumn)
+                continue;
+            cells = {std::min(cells.firstRow, cell.row), std::min(cells.firstColumn, cell.column),
+                     std::max(cells.lastRow, cell.pastRow() - 1),
+                     std::max(cells.lastColumn, cell.pastColumn() - 1)};
+        }
+        grows = !(cells == before);
+    }
+    m_selected = Selected{*std::move(grid), cells};
+    return m_selected;
+}
+
+std::optional<CellRectangle> TableTools::selectedCells() const
+{
+    return hasSelection() ? std::optional(selected()->cells) : std::nullopt;
+}
+
+CellRectangle TableTools::cellsAt(qsizetype position) const
+{
+    const auto grid = tableAt(m_view.store(), position);
+    if (!grid)
+        return {};
+    const GridCell& cell = grid->cells[grid->indexAt(position)];
+    if (hasSelection() && selected()->grid.table.id == grid->table.id &&
+        selected()->cells.holds(cell.row, cell.column))
+        return selected()->cells;
+    return {cell.row, cell.column, cell.row, cell.column};
+}
+
+QList<TextRange> TableTools::selectedRanges() const
+{
+    QList<TextRange> ranges;
+    if (!hasSelection())
+        return ranges;
+    for (const GridCell& cell : selected()->grid.cells) {
+        if (!selected()->cells.holds(cell.row, cell.column))
+            continue;
+        // Cells side by side are one stretch.
+        if (!ranges.isEmpty() && ranges.last().end() == cell.range.location)
+            ranges.last().length += cell.range.length;
+        else
+            ranges.append(cell.range);
+    }
+    return ranges;
+}
+
+std::unique_ptr<QMimeData> TableTools::copySelection() const
+{
+    if (!hasSelection())
+        return nullptr;
+    return textMime::encode(
+        TableEngine::copyOf(m_view.store(), selected()->grid, selected()->cells),
+        m_view.formatting(), m_view.headingSizes());
+}
+
+void TableTools::removeSelection(const QString& actionName)
+{
+    if (hasSelection())
+        (void)TableEngine::clearCells(m_view.gateway(), caret(), selected()->cells, actionName);
+}
+
+// What is typed goes into the first of them, whose content it replaces with that of the others.
+bool TableTools::textTyped(const QString& text)
+{
+    if (!hasSelection() || !m_view.isEditable())
+        return false;
+    EditGateway& gateway = m_view.gateway();
+    const CellRectangle cells = selected()->cells;
+    gateway.performUndoableDocumentEdit(
+        EditGateway::tr("Typing"),
+        [&](DocumentEditor& editor) {
+            (void)TableEngine::clearCells(gateway, caret(), cells, {});
+            const auto grid = tableAt(gateway.store(), caret());
+            const qsizetype first = grid->indexOver(cells.firstRow, cells.firstColumn);
+            if (first >= 0)
+                editor.setSelection(TextSelection::caret(grid->cells[first].range.location));
+            else
+                editor.setSelection(TextSelection::caret(caret()));
+            gateway.type(text);
+        },
+        EditEffect::changesText);
+    return true;
+}
+
+void TableTools::onSelectionChanged()
+{
+    m_isKnown = false;
+    const auto now = selectedCells();
+    if (now == m_shown)
+        return;
+    m_shown = now;
+    m_view.viewport()->update();
+}
+
+// A press on selected cells puts the caret there; they are not dragged.
+bool TableTools::mousePressed(const EditorMouse& mouse)
+{
+    if (mouse.button == Qt::LeftButton && !mouse.modifiers.testFlag(Qt::ShiftModifier) &&
+        hasSelection())
+        m_view.setSelection(TextSelection::caret(m_view.positionAt(m_view.toViewport(mouse.page))));
+    return false;
+}
+
+void TableTools::paintOverText(QPainter& painter, const EditorPaint& paint)
+{
+    if (!hasSelection())
+        return;
+    const QColor accent = m_look.tokens().on(Surface::Page).accent;
+    QColor tint = accent;
+    tint.setAlphaF(0.14F);
+    const CellRectangle& cells = selected()->cells;
+    const QRectF clip = m_view.viewport()->rect();
+    ParagraphLayout& layout = m_view.layout();
+    painter.save();
+    for (const GridCell& cell : selected()->grid.cells) {
+        if (!cells.holds(cell.row, cell.column))
+            continue;
+        const QTextBlock block = m_view.store().blockAt(cell.range.location);
+        const qreal top = paint.origin.y() + layout.topOf(block) * paint.scale;
+        const qreal bottom = paint.origin.y() + layout.bottomOf(block) * paint.scale;
+        if (cell.rowSpan == 1 && (bottom < clip.top() || top > clip.bottom()))
+            continue;
+        const QRectF rect = layout.cellRect(block);
+        const QRectF onView(paint.origin + rect.topLeft() * paint.scale, rect.size() * paint.scale);
+        painter.fillRect(onView, tint);
+        painter.setPen(QPen(accent, 2, Qt::SolidLine, Qt::SquareCap));
+        if (cell.row == cells.firstRow)
+            painter.drawLine(onView.topLeft(), onView.topRight());
+        if (cell.pastRow() > cells.lastRow)
+            painter.drawLine(onView.bottomLeft(), onView.bottomRight());
+        if (cell.column == cells.firstColumn)
+            painter.drawLine(onView.topLeft(), onView.bottomLeft());
+        if (cell.pastColumn() > cells.lastColumn)
+            painter.drawLine(onView.topRight(), onView.bottomRight());
+    }
+    painter.restore();
+}
+
+// Keys
+
+bool TableTools::takesKey(const QKeyEvent& event) const
+{
+    return m_view.isEditable() && isInCell(caret()) && tableKey(event);
+}
+
+bool TableTools::keyPressed(const QKeyEvent& event)
+{
+    if (event.key() == Qt::Key_Escape && hasSelection()) {
+        m_view.setSelection(TextSelection::caret(caret()));
+        return true;
+    }
+    const KeyRow* row = takesKey(event) ? tableKey(event) : nullptr;
+    if (!row || !row->command)
+        return false; // Tab comes as a command of the text
+    row->command.post(m_services.notifications);
+    return true;
+}
+
+bool TableTools::command(EditAction action)
+{
+    if (!m_view.isEditable())
+        return false;
+    const bool isOneCell = !hasSelection();
+    switch (action) {
+    case EditAction::insertTab:
+    case EditAction::insertBacktab:
+        if (!isInCell(caret()) || (isOneCell && m_lists.listContext(caret())))
+            return false;
+        return action == EditAction::insertTab ? goToNextCell() : goToPreviousCell();
+    case EditAction::insertNewline:
+    case EditAction::insertLineBreak:
+        return textTyped(QString(QChar(lineSeparator)));
+    case EditAction::deleteBackward:
+    case EditAction::deleteForward:
+        return m_view.selection().isEmpty() && deleteAtBoundary(action);
+    }
+    return false;
+}
+
+void TableTools::goToCell(const TableGrid& grid, qsizetype index)
+{
+    TextRange content = grid.cells[index].range;
+    content.length = std::max<qsizetype>(0, content.length - 1);
+    m_view.setSelection(TextSelection::of(content));
+}
+
+bool TableTools::goToNextCell()
+{
+    auto grid = tableAt(m_view.store(), caret());
+    const qsizetype next = grid->indexAt(caret()) + 1;
+    if (next == grid->cells.size()) {
+        const Result added =
+            TableEngine::insertRow(m_view.gateway(), caret(), TableSide::after, style());
+        tell(added);
+        if (!added)
+            return true;
+        grid = tableAt(m_view.store(), caret());
+    }
+    goToCell(*grid, std::min(next, grid->cells.size() - 1));
+    return true;
+}
+
+bool TableTools::goToPreviousCell()
+{
+    const auto grid = tableAt(m_view.store(), caret());
+    goToCell(*grid, std::max<qsizetype>(0, grid->indexAt(caret()) - 1));
+    return true;
+}
+
+bool TableTools::deleteAtBoundary(EditAction action)
+{
+    const qsizetype at = caret();
+    const qsizetype length = m_view.store().length();
+    const bool isBefore = at > 0 && isInCell(at - 1);
+    const bool isHere = at < length && isInCell(at);
+    const bool isBackward = action == EditAction::deleteBackward;
+    if (isBackward ? !isBefore || isHere : isBefore || !isHere)
+        return false;
+    return TableEngine::deleteTable(m_view.gateway(), isBackward ? at - 1 : at).has_value();
+}
+
+// What comes from elsewhere
+
+bool TableTools::paste(const QMimeData& data)
+{
+    const qsizetype at = hasSelection() ? m_view.selection().range().location : caret();
+    if (m_view.formatting() != TextFormatting::rich || !isInCell(at))
+        return false;
+    const CellContents contents = cellsIn(data);
+    const bool isOneCell = contents.size() == 1 && contents.first().size() == 1;
+    if (contents.isEmpty() || (isOneCell && !hasSelection()))
+        return false;
+    qsizetype first = at;
+    if (hasSelection()) {
+        const auto& [grid, cells] = *selected();
+        const qsizetype corner = grid.indexOver(cells.firstRow, cells.firstColumn);
+        first = corner >= 0 ? grid.cells[corner].range.location : at;
+    }
+    const Result filled =
+        TableEngine::fillCells(m_view.gateway(), first, contents, EditorView::tr("Paste"), style());
+    tell(filled);
+    if (filled)
+        m_view.setSelection(TextSelection::caret(first));
+    return true;
+}
+
+void TableTools::tell(const Result& result) const
+{
+    if (result)
+        return;
+    m_services.beeper.beep();
+    const QString message = messageFor(result.error());
+    if (!message.isEmpty())
+        QToolTip::showText(globalCaret().bottomLeft(), message, m_view.viewport());
+}
+
+QRect TableTools::globalCaret() const
+{
+    const QRect caret = m_view.caretRect().toAlignedRect() & m_view.viewport()->rect();
+    return {m_view.viewport()->mapToGlobal(caret.topLeft()), caret.size().expandedTo({1, 1})};
+}
+
+} // namespace orvane

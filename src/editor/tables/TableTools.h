@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#pragma once
+
+#include "editor/tables/ColumnDrag.h"
+#include "editor/tables/TableEngine.h"
+#include "editor/view/EditorExtension.h"
+#include "platform/Services.h"
+
+#include <QObject>
+
+namespace orvane {
+
+class CommandReceiver;
+class EditorView;
+class ListEditing;
+class Look;
+
+/// Tables in a text view: keys, commands, the part of the context menu, cells that are selected as
+/// a rectangle, and what is copied from cells and pasted into them. A selection from one cell to
+/// another of the same table is the rectangle between them. Main thread.
+class TableTools final : public QObject, public EditorExtension {
+    Q_OBJECT
+public:
+    /// Adds itself to `view`; all outlive it.
+    TableTools(EditorView& view, CommandReceiver& commands, const ListEditing& lists, Look& look,
+               const Services& services);
+    ~TableTools() override;
+
+    /// What a new table looks like.
+    [[nodiscard]] TableStyle style() const;
+    /// Lets a person choose a size, below `anchor` in global coordinates.
+    void chooseSize(const QRect& anchor);
+    [[nodiscard]] std::optional<CellRectangle> selectedCells() const;
+
+    bool command(EditAction action) override;
+    [[nodiscard]] bool takesKey(const QKeyEvent& event) const override;
+    bool keyPressed(const QKeyEvent& event) override;
+    bool textTyped(const QString& text) override;
+    bool mousePressed(const EditorMouse& mouse) override;
+    [[nodiscard]] bool hasSelection() const override;
+    [[nodiscard]] QList<TextRange> selectedRanges() const override;
+    [[nodiscard]] std::unique_ptr<QMimeData> copySelection() const override;
+    void removeSelection(const QString& actionName) override;
+    bool paste(const QMimeData& data) override;
+    void addToContextMenu(QMenu& menu, QPointF page, qsizetype position) override;
+    void paintOverText(QPainter& painter, const EditorPaint& paint) override;
+
+private:
+    using Result = TableEngine::Result;
+    enum class Fill { header, cells };
+
+    struct Selected {
+        TableGrid grid;
+        CellRectangle cells;
+    };
+
+    void observeCommands();
+    [[nodiscard]] qsizetype caret() const;
+    [[nodiscard]] bool isInCell(qsizetype position) const;
+    [[nodiscard]] const std::optional<Selected>& selected() const;
+    /// Those that are selected where the place is among them, else the cell there.
+    [[nodiscard]] CellRectangle cellsAt(qsizetype position) const;
+    void onSelectionChanged();
+    /// Tells what could not be done.
+    void tell(const Result& result) const;
+    void goToCell(const TableGrid& grid, qsizetype index);
+    bool goToNextCell();
+    bool goToPreviousCell();
+    bool deleteAtBoundary(EditAction action);
+    void openFill(Fill fill, qsizetype position);
+    void openCustomFill(Fill fill, qsizetype position, const QRect& anchor);
+    Result applyFill(Fill fill, qsizetype position, const CellRectangle& cells,
+                     const std::optional<RgbaColor>& color);
+    void fillMenu(QMenu& menu, qsizetype position);
+    [[nodiscard]] QRect globalCaret() const;
+
+    EditorView& m_view;
+    CommandReceiver& m_commands;
+    const ListEditing& m_lists;
+    Look& m_look;
+    Services m_services;
+    ColumnDrag m_columnDrag;
+    mutable std::optional<Selected> m_selected; // what is known of the present selection
+    mutable bool m_isKnown = false;
+    std::optional<CellRectangle> m_shown;
+};
+
+} // namespace orvane
