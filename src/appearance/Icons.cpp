@@ -125,6 +125,8 @@ Drawing drawingOf(Symbol symbol)
         return {"actions"_L1, "view-sort"_L1};
     case Symbol::Strikethrough:
         return {"actions"_L1, "format-text-strikethrough"_L1};
+    case Symbol::Table:
+        return {"actions"_L1, "insert-table"_L1};
     case Symbol::Tag:
         return {"actions"_L1, "tag"_L1};
     case Symbol::TextColor:

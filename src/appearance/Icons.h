@@ -59,6 +59,7 @@ enum class Symbol {
     Settings,
     Sort,
     Strikethrough,
+    Table,
     Tag,
     TextColor,
     Trash,

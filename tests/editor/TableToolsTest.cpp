@@ -12,6 +12,7 @@
 #include "text/layout/ParagraphLayout.h"
 #include "text/store/TextStore.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QMenu>
@@ -386,6 +387,19 @@ TEST_F(TableToolsTest, ANewTableIsSweptOrNumbered)
     ASSERT_TRUE(made);
     EXPECT_EQ(made->rows, 10);
     EXPECT_EQ(made->columns, 10);
+}
+
+TEST_F(TableToolsTest, ScreenReadersHearWhereACellIs)
+{
+    QAccessible::setActive(true);
+    load(u"When,Where;now,here"_s);
+    goTo(1, 1);
+    EXPECT_EQ(view->accessibleDescription(), u"Where, row 2 of 2, column 2 of 2");
+    goTo(0, 1);
+    EXPECT_EQ(view->accessibleDescription(), u"Row 1 of 2, column 2 of 2");
+    view->setSelection(TextSelection::caret(view->store().length()));
+    EXPECT_EQ(view->accessibleDescription(), u"");
+    QAccessible::setActive(false);
 }
 
 } // namespace

@@ -66,6 +66,10 @@ FormattingBar::FormattingBar(const Services& services, const CustomBulletLibrary
     addStyleGroup();
     addSeparator();
     addParagraphGroup();
+    addSeparator();
+    addMenuButton(
+        Shape::symbol, tr("Insert Table"), [this](QWidget& at) { openTableSizes(at); }, 3,
+        Symbol::Table);
     addOverflow();
     m_controls.first()->setFocusPolicy(Qt::TabFocus);
     showToolTips();

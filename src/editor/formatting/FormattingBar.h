@@ -83,6 +83,7 @@ private:
     void openListStyles(QWidget& anchor, bool numbered);
     void addBulletsOfOnesOwn(QMenu& menu);
     void openSpacing(QWidget& anchor);
+    void openTableSizes(QWidget& anchor);
     void openTextColors(QWidget& anchor);
     void openHighlights(QWidget& anchor);
     void openParagraphBackgrounds(QWidget& anchor);

@@ -2,6 +2,7 @@
 // What the controls of the formatting bar open.
 #include "appearance/FontFamilies.h"
 #include "appearance/studio/ColorEditor.h"
+#include "commands/TableCommands.h"
 #include "editor/formatting/ChoicePopup.h"
 #include "editor/formatting/ColorPopup.h"
 #include "editor/formatting/FormattingBar.h"
@@ -9,6 +10,7 @@
 #include "editor/formatting/SpacingPopup.h"
 #include "editor/formatting/TranslucentPalette.h"
 #include "editor/lists/CustomBulletLibrary.h"
+#include "editor/tables/TableGridPopup.h"
 #include "platform/Services.h"
 
 #include <QAction>
@@ -193,6 +195,17 @@ void FormattingBar::openSpacing(QWidget& anchor)
     });
     connect(popup, &SpacingPopup::backgroundRequested, this,
             [this, &anchor] { openParagraphBackgrounds(anchor); });
+    popup->popUpBelow(anchor);
+}
+
+void FormattingBar::openTableSizes(QWidget& anchor)
+{
+    auto* popup = new TableGridPopup(look(), this);
+    connect(popup, &TableGridPopup::chosen, this, [this](int rows, int columns) {
+        m_services.notifications.post(TableCommands::insertOfSize,
+                                      TableSize{rows, columns, m_note});
+        emit left();
+    });
     popup->popUpBelow(anchor);
 }
 

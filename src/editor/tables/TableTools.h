@@ -61,6 +61,7 @@ private:
     /// Those that are selected where the place is among them, else the cell there.
     [[nodiscard]] CellRectangle cellsAt(qsizetype position) const;
     void onSelectionChanged();
+    void describeCell();
     /// Tells what could not be done.
     void tell(const Result& result) const;
     void goToCell(const TableGrid& grid, qsizetype index);
@@ -83,6 +84,7 @@ private:
     mutable std::optional<Selected> m_selected; // what is known of the present selection
     mutable bool m_isKnown = false;
     std::optional<CellRectangle> m_shown;
+    int m_described = -1; // where the paragraph begins that was told to screen readers
 };
 
 } // namespace orvane

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "commands/EditorFormatNotifications.h"
+#include "commands/TableCommands.h"
 #include "editor/view/EditorSettings.h"
 #include "editor/writing/FocusedText.h"
 #include "shell/commands/Command.h"
@@ -14,6 +15,7 @@ namespace {
 
 namespace App = AppCommandEvents;
 namespace Formatting = EditorFormatNotifications;
+namespace Table = TableCommands;
 using enum CommandMenu;
 using Need = CommandNeed;
 using Do = DirectCommand;
@@ -246,6 +248,41 @@ std::vector<CommandSection> formatSections()
           posts("alignCenter", TITLE("Align Center"), postable<Formatting::alignCenter>(), rich),
           posts("alignRight", TITLE("Align Right"), postable<Formatting::alignRight>(), rich),
           posts("alignJustified", TITLE("Justify"), postable<Formatting::alignJustified>(), rich)}},
+        {Format,
+         TITLE("Table"),
+         {posts("tableAddRowAbove", TITLE("Add Row Above"), postable<Table::addRowAbove>(), rich),
+          posts("tableAddRowBelow", TITLE("Add Row Below"), postable<Table::addRowBelow>(), rich),
+          posts("tableAddColumnLeft", TITLE("Add Column Left"), postable<Table::addColumnLeft>(),
+                rich),
+          posts("tableAddColumnRight", TITLE("Add Column Right"), postable<Table::addColumnRight>(),
+                rich),
+          posts("tableRemoveRow", TITLE("Remove Row"), postable<Table::removeRow>(), rich),
+          posts("tableRemoveColumn", TITLE("Remove Column"), postable<Table::removeColumn>(), rich),
+          posts("tableHeaderFill", TITLE("Header Fill Color..."),
+                postable<Table::headerFillColor>(), rich),
+          posts("tableCellFill", TITLE("Cell Fill Color..."), postable<Table::cellFillColor>(),
+                rich),
+          posts("tableClearFill", TITLE("Clear Cell Fill"), postable<Table::clearCellFill>(), rich),
+          posts("tableDelete", TITLE("Delete Table"), postable<Table::deleteTable>(), rich)}},
+        {Format,
+         TITLE("Rows and Columns"),
+         {posts("tableMoveRowUp", TITLE("Move Table Row Up"), postable<Table::moveRowUp>(), rich),
+          posts("tableMoveRowDown", TITLE("Move Table Row Down"), postable<Table::moveRowDown>(),
+                rich),
+          posts("tableMoveColumnLeft", TITLE("Move Table Column Left"),
+                postable<Table::moveColumnLeft>(), rich),
+          posts("tableMoveColumnRight", TITLE("Move Table Column Right"),
+                postable<Table::moveColumnRight>(), rich),
+          posts("tableSortAscending", TITLE("Sort Table Rows Ascending"),
+                postable<Table::sortAscending>(), rich),
+          posts("tableSortDescending", TITLE("Sort Table Rows Descending"),
+                postable<Table::sortDescending>(), rich)}},
+        {Format,
+         nullptr,
+         {posts("convertTextToTable", TITLE("Convert Text to Table"),
+                postable<Table::convertTextToTable>(), rich),
+          posts("convertTableToText", TITLE("Convert Table to Text"),
+                postable<Table::convertTableToText>(), rich)}},
         {Format,
          TITLE("Case"),
          {ofAction(Key::makeUppercase, note), ofAction(Key::makeLowercase, note),
