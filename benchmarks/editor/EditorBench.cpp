@@ -1,14 +1,19 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
+#include "appearance/AppearanceTokens.h"
+#include "appearance/Look.h"
 #include "editor/EditorSamples.h"
-#include "editor/tables/TableEngine.h"
+#include "editor/tables/ColumnDrag.h"
+#include "editor/tables/TableText.h"
 #include "editor/view/EditorView.h"
 #include "support/Bench.h"
 #include "support/PaintedFrames.h"
+#include "text/layout/ParagraphLayout.h"
 #include "text/store/TextStore.h"
 
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPaintEvent>
 #include <QScrollBar>
 #include <QTextEdit>
@@ -239,6 +244,69 @@ Measurement insertTableRow()
         [&] { return stock.frames.until([&] { table->insertRows(rows / 2 + 1, 1); }); });
 }
 
+Measurement pasteCells()
+{
+    constexpr int rows = 5'000;
+    constexpr int columns = 6;
+    const QString word = u"low water"_s;
+    QMimeData copied;
+    QString lines;
+    for (int row = 0; row < rows; ++row)
+        lines += (word + u'\t').repeated(columns - 1) + word + u'\n';
+    copied.setText(lines);
+    const AttributedString small = sampleTable(1, 1);
+    Ours ours(small);
+    Stock stock(std::make_unique<QTextDocument>());
+    return interleave(
+        3,
+        [&] {
+            ours.gateway.load(small, {});
+            ours.goTo(small.text().indexOf(u'\n') + 1);
+            return ours.frames.until([&] {
+                (void)TableEngine::fillCells(ours.gateway, ours.view.selection().position,
+                                             cellsIn(copied), u"Paste"_s, {});
+            });
+        },
+        [&] {
+            stock.document->clear();
+            settle();
+            return stock.frames.until([&] {
+                QTextCursor cursor(stock.document.get());
+                cursor.beginEditBlock();
+                QTextTable* table = cursor.insertTable(rows, columns);
+                for (int row = 0; row < rows; ++row) {
+                    for (int column = 0; column < columns; ++column)
+                        table->cellAt(row, column).firstCursorPosition().insertText(word);
+                }
+                cursor.endEditBlock();
+            });
+        });
+}
+
+Measurement dragColumn()
+{
+    constexpr int rows = 500;
+    constexpr int columns = 6;
+    Look look(signatureDarkTokens());
+    Ours ours(sampleTable(rows, columns));
+    ColumnDrag drag(ours.view, look);
+    ours.goToMiddle();
+    const QRectF cell =
+        ours.view.layout().cellRect(ours.store.blockAt(ours.view.selection().position));
+    const auto at = [&](double offset) {
+        return EditorMouse{{cell.right() + offset, cell.center().y()}, Qt::LeftButton};
+    };
+    if (!drag.mousePressed(at(0)))
+        qFatal("no border here");
+    int step = 0;
+    const Measurement measured = interleave(
+        40,
+        [&] { return ours.frames.until([&] { drag.mouseMoved(at(double(++step % 40) - 20)); }); },
+        [&] { return ours.frames.until([&] { ours.view.viewport()->update(); }); });
+    drag.mouseReleased(at(0));
+    return measured;
+}
+
 Measurement open()
 {
     const AttributedString text = sampleText(million);
@@ -415,6 +483,8 @@ void addEditorRows()
     add({"editor/return-1m", "ms", 0.2, returnKey});
     add({"editor/key-table", "ms", 0.1, keyTable});
     add({"table/insert-row", "ms", 0.5, insertTableRow});
+    add({"table/paste-5k", "ms", 0.2, pasteCells});
+    add({"table/drag-column", "ms", 4, dragColumn});
     add({"editor/open-1m", "ms", 1.5, open});
     add({"editor/resize-1m", "ms", 0.05, resize});
     add({"editor/zoom-1m", "ms", 3, zoom});

@@ -12,7 +12,6 @@
 #include "text/layout/ParagraphLayout.h"
 #include "text/store/TextStore.h"
 
-#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QMenu>
@@ -391,15 +390,16 @@ TEST_F(TableToolsTest, ANewTableIsSweptOrNumbered)
 
 TEST_F(TableToolsTest, ScreenReadersHearWhereACellIs)
 {
-    QAccessible::setActive(true);
+    CommandReceiver commands(*view, services.notifications);
+    const ListEditing lists(*view, library.bullets);
+    const TableTools own(*view, commands, lists, look, services.services());
     load(u"When,Where;now,here"_s);
     goTo(1, 1);
-    EXPECT_EQ(view->accessibleDescription(), u"Where, row 2 of 2, column 2 of 2");
+    EXPECT_EQ(own.cellDescription(), u"Where, row 2 of 2, column 2 of 2");
     goTo(0, 1);
-    EXPECT_EQ(view->accessibleDescription(), u"Row 1 of 2, column 2 of 2");
+    EXPECT_EQ(own.cellDescription(), u"Row 1 of 2, column 2 of 2");
     view->setSelection(TextSelection::caret(view->store().length()));
-    EXPECT_EQ(view->accessibleDescription(), u"");
-    QAccessible::setActive(false);
+    EXPECT_EQ(own.cellDescription(), u"");
 }
 
 } // namespace

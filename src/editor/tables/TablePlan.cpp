@@ -196,8 +196,15 @@ private:
             return;
         }
         for (qsizetype at = range.location; at < range.end();) {
-            if (m_editor.store().paragraphStyle(at) != cell.style)
-                m_editor.setParagraphStyle({at, 0}, cell.style);
+            const SharedParagraphStyle& own = m_editor.store().paragraphStyle(at);
+            SharedParagraphStyle style = cell.style;
+            if (at > range.location) { // one below the other, each looks as it does
+                ParagraphStyle other = *own;
+                other.cell = cell.style->cell;
+                style = std::move(other);
+            }
+            if (own != style)
+                m_editor.setParagraphStyle({at, 0}, style);
             at = m_editor.store().paragraphRange(at).end();
         }
     }

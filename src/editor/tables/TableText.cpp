@@ -200,9 +200,9 @@ Result convertToTable(EditGateway& gateway, TextRange range, const TableStyle& s
     const TextStore& store = gateway.store();
     if (!gateway.isEditable())
         return std::unexpected(TableRefusal::notEditable);
-    TextRange touched = store.paragraphsRange(range);
-    for (qsizetype at = touched.location; at <= touched.end();) {
-        if (store.paragraphStyle(at)->cell && at < std::max(touched.end(), at + 1))
+    const TextRange touched = store.paragraphsRange(range);
+    for (qsizetype at = touched.location;;) {
+        if (store.paragraphStyle(at)->cell)
             return std::unexpected(TableRefusal::withinTable);
         const qsizetype next = store.paragraphRange(at).end();
         if (next == at || next >= touched.end())

@@ -46,10 +46,7 @@ TableTools::TableTools(EditorView& view, CommandReceiver& commands, const ListEd
     , m_columnDrag(view, look)
 {
     m_view.addExtension(this, ExtensionPriority::tables);
-    connect(&view, &EditorView::textChanged, this, [this] {
-        m_isKnown = false;
-        m_described = -1;
-    });
+    connect(&view, &EditorView::textChanged, this, [this] { m_isKnown = false; });
     connect(&view, &EditorView::selectionChanged, this, &TableTools::onSelectionChanged);
     observeCommands();
 }
@@ -222,29 +219,26 @@ void TableTools::onSelectionChanged()
 // Screen readers tell what a widget is described as when that changes.
 void TableTools::describeCell()
 {
+    const int block = m_view.store().blockAt(caret()).position();
+    if (std::exchange(m_described, block) != block)
+        m_view.setAccessibleDescription(cellDescription());
+}
+
+QString TableTools::cellDescription() const
+{
     const TextStore& store = m_view.store();
-    const QTextBlock block = store.blockAt(caret());
-    if (block.position() == m_described)
-        return;
-    m_described = block.position();
     const auto grid = tableAt(store, caret());
     if (!grid)
-        return m_view.setAccessibleDescription({});
+        return {};
     const GridCell& cell = grid->cells[grid->indexAt(caret())];
     const qsizetype header = cell.row > 0 ? grid->indexOver(0, cell.column) : -1;
     const QString words =
         header < 0 ? QString() : TableEngine::cellText(store, grid->cells[header].range).trimmed();
-    m_view.setAccessibleDescription(words.isEmpty() ? tr("Row %1 of %2, column %3 of %4")
-                                                          .arg(cell.row + 1)
-                                                          .arg(grid->rows)
-                                                          .arg(cell.column + 1)
-                                                          .arg(grid->columns)
-                                                    : tr("%5, row %1 of %2, column %3 of %4")
-                                                          .arg(cell.row + 1)
-                                                          .arg(grid->rows)
-                                                          .arg(cell.column + 1)
-                                                          .arg(grid->columns)
-                                                          .arg(words));
+    const QString place = words.isEmpty() ? tr("Row %1 of %2, column %3 of %4")
+                                          : tr("%5, row %1 of %2, column %3 of %4");
+    const QString told =
+        place.arg(cell.row + 1).arg(grid->rows).arg(cell.column + 1).arg(grid->columns);
+    return words.isEmpty() ? told : told.arg(words);
 }
 
 // A press on selected cells puts the caret there; they are not dragged.

@@ -31,6 +31,9 @@ public:
     /// Lets a person choose a size, below `anchor` in global coordinates.
     void chooseSize(const QRect& anchor);
     [[nodiscard]] std::optional<CellRectangle> selectedCells() const;
+    /// Where the caret's cell is, with the words of its header; empty outside of tables. What the
+    /// view is described as to screen readers.
+    [[nodiscard]] QString cellDescription() const;
 
     bool command(EditAction action) override;
     [[nodiscard]] bool takesKey(const QKeyEvent& event) const override;

@@ -145,13 +145,13 @@ void EditorView::publishPrimarySelection()
 
 std::unique_ptr<QMimeData> EditorView::selectedMime() const
 {
-    if (const EditorExtension* holder = m_extensions.withSelection()) {
-        if (auto data = holder->copySelection())
-            return data;
-    }
     // With a large selection every further step of it would copy all of it.
     constexpr qsizetype copiedAtOnce = 20'000;
     const TextRange range = selection().range();
+    const EditorExtension* holder =
+        range.length <= copiedAtOnce ? m_extensions.withSelection() : nullptr;
+    if (auto data = holder ? holder->copySelection() : nullptr)
+        return data;
     if (range.length <= copiedAtOnce)
         return textMime::encode(store().attributedText(range), m_formatting, m_headingSizes);
     return textMime::encodeLater(
