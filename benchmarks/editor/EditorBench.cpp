@@ -294,7 +294,8 @@ Measurement dragColumn()
     const QRectF cell =
         ours.view.layout().cellRect(ours.store.blockAt(ours.view.selection().position));
     const auto at = [&](double offset) {
-        return EditorMouse{{cell.right() + offset, cell.center().y()}, Qt::LeftButton};
+        return EditorMouse{
+            {cell.right() + offset, cell.center().y()}, Qt::LeftButton, Qt::NoModifier, 1};
     };
     if (!drag.mousePressed(at(0)))
         qFatal("no border here");
