@@ -335,12 +335,16 @@ TEST_F(StoreFixture, OpensWhatEarlierVersionsWrote)
         "iconName TEXT, embeddedFileType TEXT, embeddedFileAssetID TEXT, isPinned INTEGER, "
         "pdfSourceURLString TEXT, titleRTF BLOB, bodyRTF INTEGER, richContentPayload INTEGER, "
         "editorTypingAttributesPayload INTEGER, embeddedFilePayload INTEGER, shapesPayload INTEGER";
-    for (const int schema : {1, 2, 3}) {
+    for (const int schema : {1, 2, 3, 4}) {
         SCOPED_TRACE(schema);
         QFile::remove(store());
         ASSERT_TRUE(open()->save(written));
         {
             SQLite::Database database(store().toStdString(), SQLite::OPEN_READWRITE);
+            if (schema > 2)
+                database.exec("ALTER TABLE OrvaneNote DROP COLUMN images");
+            if (schema == 4)
+                sumRows(database, "OrvaneNote", 23);
             if (schema == 3) {
                 database.exec("ALTER TABLE OrvaneNote DROP COLUMN editorProfile;"
                               "ALTER TABLE OrvaneNote DROP COLUMN trashedAt;"
@@ -395,7 +399,8 @@ TEST_F(StoreFixture, BringsNoDamageForwardAsSound)
     ASSERT_TRUE(open()->save({{makeFolder(1)}, {rich}, std::nullopt}));
     const auto toSchema2 = [&](const char* damage) {
         SQLite::Database database(store().toStdString(), SQLite::OPEN_READWRITE);
-        database.exec("ALTER TABLE OrvaneNote DROP COLUMN editorProfile;"
+        database.exec("ALTER TABLE OrvaneNote DROP COLUMN images;"
+                      "ALTER TABLE OrvaneNote DROP COLUMN editorProfile;"
                       "ALTER TABLE OrvaneNote DROP COLUMN trashedAt;"
                       "ALTER TABLE OrvaneNote DROP COLUMN trashedFrom;"
                       "ALTER TABLE OrvaneNote DROP COLUMN firstLine;"

@@ -223,7 +223,7 @@ TEST(Html, TakesImagesFromDataUrlsOnly)
     ASSERT_EQ(text.text(), u"a\uFFFCb");
     const OrvaneNoteImageAttachment* image = text.characterStyle(1)->imageAttachment();
     ASSERT_NE(image, nullptr);
-    EXPECT_EQ(image->imageData, png);
+    EXPECT_EQ(image->file.bytes(), png);
     EXPECT_EQ(image->originalSize, QSizeF(8, 4));
     EXPECT_EQ(image->renderedSize, QSizeF(30, 15));
     for (const QString& other : {u"file:///etc/passwd"_s, u"data:image/png;base64,AAAA"_s,

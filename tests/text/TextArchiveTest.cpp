@@ -6,6 +6,7 @@
 #include "text/attachments/AttachmentManager.h"
 #include "text/attachments/RichNoteContentPayload.h"
 #include "text/value/OWChartBlock.h"
+#include "text/value/OrvaneNoteImageAttachment.h"
 
 #include <QCborArray>
 #include <QCborMap>
@@ -92,7 +93,7 @@ TEST(TextArchive, RefusesWhatBreaksItsForm)
     const QCborArray sound = QCborValue::fromCbor(TextArchive::encode(text)).toArray();
     const BrokenRow rows[] = {
         {"another kind of bytes", 0, u"OrvaneShape"_s, Error::notAnArchive},
-        {"later version", 1, 2, Error::unknownVersion},
+        {"later version", 1, 3, Error::unknownVersion},
         {"version 0", 1, 0, Error::unknownVersion},
         {"text shorter than its runs", 2, u"ab\nc"_s, Error::damaged},
         {"text longer than its runs", 2, u"ab\ncde"_s, Error::damaged},
@@ -119,6 +120,54 @@ TEST(TextArchive, RefusesWhatBreaksItsForm)
     split[8] = QCborArray{QCborMap{}, QCborMap{{1, 1}}};
     split[9] = QCborArray{1, 0, 5, 1};
     EXPECT_FALSE(TextArchive::decode(QCborValue(split).toCbor()).has_value());
+}
+
+TEST(TextArchive, ImagesLieElsewhereOrInside)
+{
+    const QByteArray bytes(100'000, 'i');
+    auto image =
+        OrvaneNoteImageAttachment::fromImageData(bytes, QSizeF(60, 40), QUuid::createUuid());
+    image.description = u"The wall at the sluice"_s;
+    const AttributedString text = AttributedString::object(image);
+
+    const QByteArray elsewhere = TextArchive::encode(text);
+    EXPECT_LT(elsewhere.size(), 1'000);
+    EXPECT_EQ(QCborValue::fromCbor(elsewhere).toArray().at(1), 2);
+    const auto referred = TextArchive::decode(elsewhere);
+    ASSERT_TRUE(referred);
+    EXPECT_TRUE(*referred == text) << "the same file, whether it is in memory or not";
+    const auto* found = referred->characterStyle(0)->imageAttachment();
+    EXPECT_FALSE(found->file.bytes());
+    EXPECT_EQ(found->file.size(), bytes.size());
+    EXPECT_EQ(found->description, image.description);
+
+    const QByteArray inside = TextArchive::encode(text, ImageBytes::inside);
+    EXPECT_EQ(QCborValue::fromCbor(inside).toArray().at(1), 1) << "as earlier programs read it";
+    EXPECT_EQ(TextArchive::decode(inside)->characterStyle(0)->imageAttachment()->file.bytes(),
+              bytes);
+    const AttributedString fetched =
+        AttachmentManager::withImageBytes(*referred, [&](const ImageFile&) { return bytes; });
+    EXPECT_EQ(TextArchive::encode(fetched, ImageBytes::inside), inside);
+    EXPECT_EQ(TextArchive::encode(*referred, ImageBytes::inside), elsewhere)
+        << "what can't be had is referred to";
+    EXPECT_EQ(AttachmentManager::imageFiles(*referred), QList<ImageFile>{ImageFile(bytes)});
+    EXPECT_FALSE(
+        AttachmentManager::imageFiles(AttachmentManager::withoutImageBytes(text)).first().bytes());
+
+    const QCborArray sound = QCborValue::fromCbor(elsewhere).toArray();
+    const std::pair<QString, QCborValue> rows[] = {{u"imageHash"_s, QByteArray(31, 'h')},
+                                                   {u"imageLength"_s, -1},
+                                                   {u"description"_s, QString()},
+                                                   {u"wrapMode"_s, u"Beside the Moon"_s}};
+    for (const auto& [key, value] : rows) {
+        QCborArray broken = sound;
+        QCborArray attachment = broken[3].toArray()[0].toArray();
+        QCborMap map = attachment[1].toMap();
+        map[key] = value;
+        attachment[1] = map;
+        broken[3] = QCborArray{attachment};
+        EXPECT_FALSE(TextArchive::decode(QCborValue(broken).toCbor())) << qPrintable(key);
+    }
 }
 
 TEST(TextArchive, AnUnreadableChartBecomesTheDefaultOneAndStaysIt)

@@ -45,6 +45,18 @@ std::expected<QByteArray, QString> Blob::read() const
     return *m_cell->bytes;
 }
 
+std::expected<QByteArray, QString> Blob::readOnce() const
+{
+    return isLoaded() ? *m_cell->bytes : m_cell->source->read(m_cell->key, m_cell->size);
+}
+
+void Blob::rest(SharedBlobSource source, qint64 key) const
+{
+    m_cell->bytes.reset();
+    m_cell->source = std::move(source);
+    m_cell->key = key;
+}
+
 QByteArray Blob::readOrNothing() const
 {
     auto result = read();

@@ -49,6 +49,10 @@ public:
     /// The bytes, or the reason why they can't be read. After a failed read the blob stays unread,
     /// so that saving it again still leaves what is stored alone.
     [[nodiscard]] std::expected<QByteArray, QString> read() const;
+    /// The same without keeping what was unread, for bytes that are many.
+    [[nodiscard]] std::expected<QByteArray, QString> readOnce() const;
+    /// The bytes now stand in the source under `key`: they are given up, for all copies.
+    void rest(SharedBlobSource source, qint64 key) const;
     /// The bytes; none where they can't be read, which is logged.
     [[nodiscard]] QByteArray readOrNothing() const;
 

@@ -13,6 +13,8 @@ struct NoteContent {
     std::optional<Blob> richContentPayload;
     std::optional<Blob> editorTypingAttributesPayload;
     std::optional<Blob> shapesPayload;
+    /// What the text shows; the note keeps those of its versions beside them.
+    NoteImages images = {};
 
     bool operator==(const NoteContent&) const = default;
 
@@ -23,7 +25,8 @@ struct NoteContent {
                 note.bodyRTF,
                 note.richContentPayload,
                 note.editorTypingAttributesPayload,
-                note.shapesPayload};
+                note.shapesPayload,
+                note.images.value_or(NoteImages())};
     }
     /// A title that differs clears the rich title; the note's date stays.
     void applyTo(NoteRecord& note) const
@@ -36,6 +39,12 @@ struct NoteContent {
         note.richContentPayload = richContentPayload;
         note.editorTypingAttributesPayload = editorTypingAttributesPayload;
         note.shapesPayload = shapesPayload;
+        NoteImages kept = note.images.value_or(NoteImages());
+        for (const NoteImage& image : images) {
+            if (!kept.contains(image))
+                kept.append(image);
+        }
+        note.images = kept.isEmpty() ? Rare<NoteImages>() : Rare<NoteImages>(std::move(kept));
     }
 };
 

@@ -30,6 +30,12 @@ QString NoteRecord::titleForList() const
     return line.isEmpty() ? QCoreApplication::translate("NoteRecord", "Untitled") : line;
 }
 
+void holdImages(const NoteRecord& note)
+{
+    for (const NoteImage& image : note.images.value_or(NoteImages()))
+        static_cast<void>(image.bytes.read());
+}
+
 size_t qHash(const NoteRecord& note, size_t seed)
 {
     return qHashMulti(seed, note.id, note.updatedAt, note.title);

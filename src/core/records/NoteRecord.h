@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "core/records/NoteImage.h"
 #include "core/records/NoteText.h"
 #include "core/records/Rare.h"
 #include "platform/Timestamp.h"
@@ -51,6 +52,9 @@ struct NoteRecord {
     Rare<Timestamp> trashedAt;
     Rare<QUuid> trashedFrom;
 
+    /// The images that the text or one of its versions shows, in the order in which they came.
+    Rare<NoteImages> images;
+
     bool operator==(const NoteRecord&) const = default;
 
     /// Whether the note is shown as a PDF instead of text: an asset key without a type is enough;
@@ -61,6 +65,10 @@ struct NoteRecord {
     /// the body with text in it, else "Untitled".
     [[nodiscard]] QString titleForList() const;
 };
+
+/// Reads the note's images into memory, as far as they can be read: for a record that leaves its
+/// store.
+void holdImages(const NoteRecord& note);
 
 size_t qHash(const NoteRecord& note, size_t seed = 0);
 

@@ -84,6 +84,7 @@ inline constexpr int bytesPerNote = 64;
         RecordField{&N::editorProfile, "editorProfile", A::Profile},
         RecordField{&N::trashedAt, "trashedAt", A::Place},
         RecordField{&N::trashedFrom, "trashedFrom", A::Place},
+        RecordField{&N::images, "images", A::Text},
     };
 }
 

@@ -3,6 +3,7 @@
 
 #include "core/records/RecordFields.h"
 
+#include <QCryptographicHash>
 #include <QJsonArray>
 #include <QJsonDocument>
 
@@ -40,6 +41,15 @@ std::optional<QJsonValue> jsonOf(bool value)
 std::optional<QJsonValue> jsonOf(const Blob& bytes)
 {
     return QString::fromLatin1(bytes.readOrNothing().toBase64());
+}
+std::optional<QJsonValue> jsonOf(const NoteImages& images)
+{
+    QJsonArray files;
+    for (const NoteImage& image : images) {
+        if (const auto bytes = image.bytes.readOnce())
+            files.append(QString::fromLatin1(bytes->toBase64()));
+    }
+    return files;
 }
 template <typename T>
 std::optional<QJsonValue> jsonOf(const std::optional<T>& value)
@@ -101,6 +111,18 @@ void read(JsonObjectReader& reader, QLatin1String key, std::optional<Blob>& blob
 {
     if (auto bytes = reader.optionalBytes(key))
         blob.emplace(*std::move(bytes));
+}
+
+void read(JsonObjectReader& reader, QLatin1String key, Rare<NoteImages>& images)
+{
+    const auto files = reader.optionalStrings(key);
+    NoteImages found;
+    for (const QString& file : files.value_or(QStringList())) {
+        const QByteArray bytes = QByteArray::fromBase64(file.toLatin1());
+        found.append({QCryptographicHash::hash(bytes, QCryptographicHash::Sha256), Blob(bytes)});
+    }
+    if (!found.isEmpty())
+        images = found;
 }
 
 template <typename Record>

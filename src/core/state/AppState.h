@@ -103,6 +103,12 @@ public:
     /// Has so many UTF-16 units of the beginnings of these notes' texts read beside this thread;
     /// `done` is told once they are known, and not at all when there is nothing to read.
     void learnBeginnings(const QList<QUuid>& ids, qsizetype units, std::function<void()> done);
+    /// Has the image with this hash read beside this thread; `done` is told its bytes, or nothing
+    /// where they can't be read.
+    void readImage(const QByteArray& hash,
+                   std::function<void(const std::optional<QByteArray>&)> done);
+    /// The same at once.
+    [[nodiscard]] std::optional<QByteArray> imageBytes(const QByteArray& hash) const;
 
     Accepted updateNoteBinderTitle(const QUuid& id, const QString& plainTitle,
                                    const std::optional<Blob>& titleRTF);

@@ -359,6 +359,34 @@ void AppState::learnBeginnings(const QList<QUuid>& ids, qsizetype units, std::fu
     store->learnBeginnings(found, units, std::move(done));
 }
 
+void AppState::readImage(const QByteArray& hash,
+                         std::function<void(const std::optional<QByteArray>&)> done)
+{
+    PersistenceController* store = m_session.persistenceController();
+    StoreWorker* worker = store ? store->worker() : nullptr;
+    if (!worker)
+        return done(imageBytes(hash));
+    worker->read(
+        [](StoreReading& reading, const QByteArray& wanted) { return reading.image(wanted); },
+        [done = std::move(done)](const StoreReading::Result<QByteArray>& read) {
+            done(read ? std::optional(*read) : std::nullopt);
+        },
+        hash);
+}
+
+std::optional<QByteArray> AppState::imageBytes(const QByteArray& hash) const
+{
+    for (const Shared<NoteRecord>& note : m_notebook.notes.records()) {
+        for (const NoteImage& image : note->images.value_or(NoteImages())) {
+            if (image.hash != hash)
+                continue;
+            if (auto bytes = image.bytes.readOnce())
+                return *std::move(bytes);
+        }
+    }
+    return std::nullopt;
+}
+
 void AppState::toggleExpanded(const QUuid& folderID)
 {
     m_session.finishOpening();

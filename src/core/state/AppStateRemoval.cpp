@@ -3,6 +3,7 @@
 #include "core/notebook/NotebookEdits.h"
 #include "core/state/AppState.h"
 #include "core/versions/VersionErasure.h"
+#include "text/attachments/AttachmentManager.h"
 #include "text/rtf/OrvaneWorkspaceRTF.h"
 
 #include <QCoreApplication>
@@ -18,8 +19,28 @@ struct Words {
 };
 
 // The note as a word processor reads it.
+// What is stored as RTF has no images.
+std::optional<QByteArray> illustratedRtf(const NoteRecord& note)
+{
+    if (!note.images || !note.richContentPayload)
+        return std::nullopt;
+    const auto text = AttachmentManager::decodePayload(note.richContentPayload->readOrNothing());
+    if (!text)
+        return std::nullopt;
+    const auto read = [&](const ImageFile& file) -> std::optional<QByteArray> {
+        const auto image = std::ranges::find(*note.images, file.hash(), &NoteImage::hash);
+        if (image == note.images->end())
+            return std::nullopt;
+        const auto bytes = image->bytes.readOnce();
+        return bytes ? std::optional(*bytes) : std::nullopt;
+    };
+    return OrvaneWorkspaceRTF::data(AttachmentManager::withImageBytes(*text, read), HeadingSizes());
+}
+
 QByteArray rtfForTrash(const NoteRecord& note)
 {
+    if (auto rtf = illustratedRtf(note))
+        return *std::move(rtf);
     if (note.bodyRTF) {
         const QByteArray rtf = note.bodyRTF->readOrNothing();
         if (OrvaneWorkspaceRTF::read(rtf))

@@ -38,6 +38,7 @@ bool isReadable(const NoteRecord& note)
     forEachBytes(note, [&](int, const Blob* bytes) {
         isReadable = isReadable && (!bytes || bytes->read());
     });
+    holdImages(note);
     return isReadable;
 }
 

@@ -255,6 +255,7 @@ std::expected<NotebookSnapshot, FileError> RescueFile::read(const QString& folde
         });
         if (problem)
             return failed(folder, *problem);
+        holdImages(*note);
     }
     return snapshot;
 }

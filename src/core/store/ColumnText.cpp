@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "core/store/ColumnText.h"
 
+#include "core/records/Blob.h"
 #include "core/records/RecordJson.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QtEndian>
 
 #include <array>
 
@@ -141,6 +143,35 @@ QByteArray tagsToStore(const QStringList& tags)
     if (tags.isEmpty())
         return "[]";
     return QJsonDocument(QJsonArray::fromStringList(tags)).toJson(QJsonDocument::Compact);
+}
+
+QList<ImageEntry> imagesFromStore(QByteArrayView json)
+{
+    constexpr qsizetype digits = 64;
+    QList<ImageEntry> images;
+    for (const QString& text : tagsFromStore(json)) {
+        bool isNumber = false;
+        const qint64 length = text.sliced(std::min(text.size(), digits + 1)).toLongLong(&isNumber);
+        const QByteArray hash = QByteArray::fromHex(text.left(digits).toLatin1());
+        if (isNumber && length > 0 && length <= qint64(Blob::largestSize) &&
+            text.at(digits) == u':' && hash.size() == digits / 2)
+            images.append({hash, length});
+    }
+    return images;
+}
+
+QByteArray imagesToStore(const QList<ImageEntry>& images)
+{
+    QStringList texts;
+    for (const ImageEntry& image : images)
+        texts.append(
+            QString::fromLatin1(image.hash.toHex() + ':' + QByteArray::number(image.length)));
+    return tagsToStore(texts);
+}
+
+qint64 imageRow(const QByteArray& hash)
+{
+    return -1 - qint64(qFromBigEndian<quint64>(hash.constData()) >> 1);
 }
 
 std::optional<QList<QUuid>> layoutPartFromStore(QByteArrayView json, bool isFolderOrder,

@@ -22,6 +22,17 @@ namespace orvane {
 [[nodiscard]] QStringList tagsFromStore(QByteArrayView json);
 [[nodiscard]] QByteArray tagsToStore(const QStringList& tags);
 
+/// Images: a JSON list of texts "HASH:LENGTH", the hash in small hexadecimal digits; whatever is
+/// otherwise is passed over.
+struct ImageEntry {
+    QByteArray hash;
+    qint64 length = 0;
+};
+[[nodiscard]] QList<ImageEntry> imagesFromStore(QByteArrayView json);
+[[nodiscard]] QByteArray imagesToStore(const QList<ImageEntry>& images);
+/// The number of the row in "OrvaneNoteBytes" that an image has: below 0, from its hash.
+[[nodiscard]] qint64 imageRow(const QByteArray& hash);
+
 /// One part of a folder order or, with `isFolderOrder` false, of a note order: the JSON of an order
 /// entry. Nothing when it can't be read or is of another container.
 [[nodiscard]] std::optional<QList<QUuid>>

@@ -38,7 +38,8 @@ void checkPages(SQLite::Database& database)
 // long as the note says, and matches its checksum.
 void checkBytes(SQLite::Database& database, qint64 storeKey)
 {
-    StoreStatement statement(database, "SELECT row, checksum, bytes FROM OrvaneNoteBytes");
+    StoreStatement statement(database, "SELECT row, checksum, bytes FROM OrvaneNoteBytes "
+                                       "WHERE row >= 0"); // a damaged image is one that isn't shown
     while (statement.step()) {
         const qint64 row = statement.value(0).integer();
         const StoreValue checksum = statement.value(1);

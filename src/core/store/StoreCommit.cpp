@@ -212,6 +212,21 @@ void PendingChanges::keepOnly(const QList<Shared<FolderRecord>>& folders,
     *this = std::move(kept);
 }
 
+QList<Shared<NoteRecord>> PendingChanges::notesWithImages() const
+{
+    QList<Shared<NoteRecord>> found;
+    const auto take = [&](const auto& notes) {
+        for (const Shared<NoteRecord>& note : notes) {
+            if (note->images)
+                found.append(note);
+        }
+    };
+    if (m_snapshot)
+        take(m_snapshot->notes);
+    take(m_notes);
+    return found;
+}
+
 QList<Shared<NoteRecord>> PendingChanges::notesBeside(const OpenedStore& store) const
 {
     return m_snapshot ? unlike(m_snapshot->notes, store.notes) : unlike(m_notes, store.notes);

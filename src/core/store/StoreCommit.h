@@ -31,6 +31,7 @@ public:
     void keepOnly(const QList<Shared<FolderRecord>>& folders,
                   const QList<Shared<NoteRecord>>& notes);
 
+    [[nodiscard]] QList<Shared<NoteRecord>> notesWithImages() const;
     /// What of this the store doesn't hold as it is, compared by value where it isn't the same
     /// object.
     [[nodiscard]] QList<Shared<NoteRecord>> notesBeside(const OpenedStore& store) const;

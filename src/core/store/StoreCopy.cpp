@@ -149,6 +149,7 @@ std::expected<NotebookSnapshot, StoreOpenError> readStoreCopy(const QString& pat
             if (bytes)
                 static_cast<void>(bytes->read());
         });
+        holdImages(*note);
     }
     opened->bytes->detach();
     return snapshot;

@@ -106,6 +106,18 @@ bool take(bool& flag, const StoreValue* value, const BytesPlace&)
     return true;
 }
 
+bool take(Rare<NoteImages>& images, const StoreValue* value, const BytesPlace& place)
+{
+    NoteImages found;
+    if (value->isText()) {
+        for (const ImageEntry& entry : imagesFromStore(value->bytes()))
+            found.append({entry.hash, Blob(entry.length, place.source, imageRow(entry.hash))});
+    }
+    if (!found.isEmpty())
+        images = std::move(found);
+    return true;
+}
+
 Blob unread(qint64 length, const BytesPlace& place, const QByteArray& beginning = {})
 {
     return length > 0 ? Blob(length, place.source, place.key, beginning) : Blob(QByteArray());

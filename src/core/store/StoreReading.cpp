@@ -128,6 +128,25 @@ StoreReading::forEachBody(const std::function<Next(const QUuid&, QByteArrayView)
     });
 }
 
+StoreReading::Result<QByteArray> StoreReading::image(const QByteArray& hash)
+{
+    return look([&] {
+        SQLite::Database& database = m_connection->database();
+        const qint64 row = imageRow(hash);
+        StoreStatement found(database, "SELECT checksum, bytes FROM OrvaneNoteBytes WHERE row = ?");
+        found.bindInteger(1, row);
+        if (!found.step())
+            throwDamage(QStringLiteral("an image is missing from the store"));
+        QByteArray bytes = found.value(1).bytes().toByteArray();
+        StoreChecksum sum(readStoreState(database).storeKey);
+        sum.addInteger(row);
+        sum.addBytes(bytes);
+        if (!found.value(0).isNull() && found.value(0).integer() != sum.value())
+            throwDamage(QStringLiteral("an image doesn't match its checksum"));
+        return bytes;
+    });
+}
+
 StoreReading::Result<QHash<qint64, QByteArray>> StoreReading::beginnings(const QList<qint64>& rows,
                                                                          qsizetype size)
 {

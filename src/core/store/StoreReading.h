@@ -51,6 +51,8 @@ public:
     /// says to go on. The text is valid during the call. One that is damaged is passed over, and
     /// counted in the result.
     Result<int> forEachBody(const std::function<Next(const QUuid& id, QByteArrayView utf8)>& visit);
+    /// The bytes of the image with this hash, verified; an error where they are missing or damaged.
+    [[nodiscard]] Result<QByteArray> image(const QByteArray& hash);
     /// The first bytes, at most `size`, of the texts of these notes, by the number of their rows.
     /// They are for showing alone: nothing tells whether they are damaged.
     [[nodiscard]] Result<QHash<qint64, QByteArray>> beginnings(const QList<qint64>& rows,

@@ -80,6 +80,13 @@ std::string noteTable3()
     return formerNoteTable("INTEGER, firstLine TEXT");
 }
 
+// Schema 4 knew no images.
+std::string noteTable4()
+{
+    return formerNoteTable("INTEGER, firstLine TEXT, editorProfile TEXT, trashedAt INTEGER, "
+                           "trashedFrom TEXT");
+}
+
 // One form for statements that differ only in how they are laid out and quoted.
 QByteArray plainForm(QByteArrayView statement)
 {
@@ -211,18 +218,21 @@ void makeRoomBesideNotes(SQLite::Database& database)
     database.exec("DROP TABLE OrvaneNoteBytes2");
 }
 
-// A row of "OrvaneNote3" with its three new columns, which are empty.
-void addColumns(SQLite::Database& database)
+// The rows of "OrvaneNote", of so many columns, in a new table that has some more before the
+// checksum, which are empty.
+void addColumns(SQLite::Database& database, int columns, int added, const std::string& newTable)
 {
-    constexpr int columns = 21;
-    constexpr int added = 3;
     const qint64 storeKey = database.execAndGet("SELECT storeKey FROM OrvaneStore").getInt64();
-    database.exec("ALTER TABLE OrvaneNote RENAME TO OrvaneNote3");
-    database.exec(createTableStatement<NoteRecord>());
+    database.exec("ALTER TABLE OrvaneNote RENAME TO OrvaneNoteBefore");
+    database.exec(newTable);
     {
-        StoreStatement from(database, "SELECT * FROM OrvaneNote3");
-        StoreStatement to(database, "INSERT INTO OrvaneNote VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, "
-                                    "?, ?, ?, ?, ?, ?, ?, ?, ?, ?, NULL, NULL, NULL, ?)");
+        StoreStatement from(database, "SELECT * FROM OrvaneNoteBefore");
+        std::string insert = "INSERT INTO OrvaneNote VALUES (";
+        for (int i = 1; i < columns; ++i)
+            insert += "?, ";
+        for (int i = 0; i < added; ++i)
+            insert += "NULL, ";
+        StoreStatement to(database, (insert + "?)").c_str());
         while (from.step()) {
             StoreChecksum sum(storeKey);
             for (int column = 0; column < columns - 1; ++column) {
@@ -240,7 +250,7 @@ void addColumns(SQLite::Database& database)
             to.run();
         }
     }
-    database.exec("DROP TABLE OrvaneNote3");
+    database.exec("DROP TABLE OrvaneNoteBefore");
 }
 
 } // namespace
@@ -248,11 +258,18 @@ void addColumns(SQLite::Database& database)
 const StoreSchema& StoreSchema::current()
 {
     static const StoreSchema schema{
-        4,
+        5,
         currentTables(),
         {{1, formerTables("TEXT"), moveBodiesOut},
          {2, formerTables("INTEGER"), makeRoomBesideNotes},
-         {3, std::string(otherTables) + formerFolderTable + noteTable3(), addColumns}}};
+         {3, std::string(otherTables) + formerFolderTable + noteTable3(),
+          [](SQLite::Database& database) {
+              addColumns(database, 21, 3, noteTable4());
+          }},
+         {4, std::string(otherTables) + formerFolderTable + noteTable4(),
+          [](SQLite::Database& database) {
+              addColumns(database, 24, 1, createTableStatement<NoteRecord>());
+          }}}};
     return schema;
 }
 

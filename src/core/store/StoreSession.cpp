@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "core/store/StoreSession.h"
 
+#include "core/store/ColumnText.h"
 #include "core/store/StoreCopy.h"
 #include "core/store/WriteAheadLog.h"
 
@@ -75,9 +76,11 @@ std::expected<void, StoreError> StoreSession::flush()
     }
     if (auto ours = confirmFiles(); !ours)
         return ours;
+    const QList<Shared<NoteRecord>> illustrated = m_pending.notesWithImages();
     auto done = commitChanges(m_store, *m_writer, m_pending, m_wal);
     if (!done)
         return std::unexpected(done.error().toStoreError());
+    restImages(illustrated);
     if (m_store.state.generation % 2 != 0)
         m_wal = WalState::InUse;
     if (m_store.connection->walPages() >= m_checkpointAtPages)
@@ -85,6 +88,44 @@ std::expected<void, StoreError> StoreSession::flush()
     if (const auto& problem = *done)
         return std::unexpected(*problem);
     return {};
+}
+
+// Images are many and large: once they are stored, nobody keeps them in memory.
+void StoreSession::restImages(const QList<Shared<NoteRecord>>& notes) const
+{
+    for (const Shared<NoteRecord>& note : notes) {
+        const auto* slot = m_store.notes.find(note->id);
+        if (!slot || &*slot->record != &*note)
+            continue; // it was left out
+        for (const NoteImage& image : *note->images) {
+            if (image.bytes.isLoaded() && !image.bytes.isEmpty())
+                image.bytes.rest(SharedBlobSource(m_store.bytes.data()), imageRow(image.hash));
+        }
+    }
+}
+
+// While the project is open an image may come back, with what is taken back or pasted.
+void StoreSession::removeUnusedImages()
+{
+    QSet<QByteArray> used;
+    for (const Shared<NoteRecord>& note : m_store.notes.records()) {
+        for (const NoteImage& image : note->images.value_or(NoteImages()))
+            used.insert(image.hash);
+    }
+    const auto unused = m_store.connection->run([&] { return m_writer->imagesBeside(used); });
+    if (!unused || unused->isEmpty())
+        return;
+    StoreState next = m_store.state;
+    if (m_wal == WalState::Checkpointed)
+        ++next.generation;
+    const auto removed = m_store.connection->transact([&] {
+        m_writer->writeState(next);
+        m_writer->removeImages(*unused);
+    });
+    if (!removed)
+        return; // they take room until the next close
+    m_store.state = next;
+    m_wal = WalState::InUse;
 }
 
 std::expected<void, StoreError> StoreSession::confirmFiles()
@@ -148,6 +189,8 @@ void StoreSession::close()
                       qUtf16Printable(saved.error().text()));
     }
     const bool ours = !m_readOnly && confirmFiles().has_value();
+    if (ours)
+        removeUnusedImages();
     if (ours && (m_wal == WalState::Checkpointed || checkpoint()))
         m_store.connection->closeCheckpointed();
     else if (!m_readOnly)

@@ -54,6 +54,8 @@ public:
 
 private:
     bool checkpoint();
+    void restImages(const QList<Shared<NoteRecord>>& notes) const;
+    void removeUnusedImages();
     std::expected<void, StoreError> mendWal();
     void close();
 

@@ -57,6 +57,13 @@ private:
     void bind(const QStringList& tags) { text(tagsToStore(tags)); }
     void bind(const Timestamp& date) { m_row.integer(date.msecs); }
     void bind(bool flag) { m_row.integer(flag); }
+    void bind(const NoteImages& images)
+    {
+        QList<ImageEntry> entries;
+        for (const NoteImage& image : images)
+            entries.append({image.hash, image.bytes.size()});
+        text(imagesToStore(entries));
+    }
     template <typename T>
     void bind(const std::optional<T>& value)
     {
@@ -147,6 +154,7 @@ struct StoreWriter::Statements {
         , writeBytes(database,
                      "REPLACE INTO OrvaneNoteBytes (row, checksum, bytes) VALUES (?, ?, ?)")
         , removeBytes(database, "DELETE FROM OrvaneNoteBytes WHERE row = ?")
+        , readBytes(database, "SELECT bytes FROM OrvaneNoteBytes WHERE row = ?")
         , removeAllBytes(database, "DELETE FROM OrvaneNoteBytes WHERE row >= ? AND row < ?")
     {}
 
@@ -159,6 +167,7 @@ struct StoreWriter::Statements {
     StoreStatement removeNote;
     StoreStatement writeBytes;
     StoreStatement removeBytes;
+    StoreStatement readBytes;
     StoreStatement removeAllBytes;
 };
 
@@ -202,6 +211,7 @@ void StoreWriter::insertNote(qint64 row, const NoteRecord& note)
         if (bytes && !bytes->isEmpty())
             writeBytes(row * bytesPerNote + place, *bytes);
     });
+    writeImages(note, nullptr);
 }
 
 void StoreWriter::updateNote(qint64 row, const NoteRecord& stored, const NoteRecord& note,
@@ -214,6 +224,7 @@ void StoreWriter::updateNote(qint64 row, const NoteRecord& stored, const NoteRec
                             fieldBytes(note.*field.member), held);
         }
     });
+    writeImages(note, &stored);
     if (!sameColumns(stored, note))
         writeRow(m_statements->updateNote, m_storeKey, row, note);
 }
@@ -244,13 +255,64 @@ void StoreWriter::writeBytes(qint64 key, const Blob& blob)
     const auto bytes = blob.read();
     if (!bytes)
         throw SQLite::Exception(bytes.error().toStdString(), SQLITE_IOERR);
+    writeBytes(key, *bytes);
+}
+
+void StoreWriter::writeBytes(qint64 key, const QByteArray& bytes)
+{
     StoreChecksum sum(m_storeKey);
     sum.addInteger(key);
-    sum.addBytes(*bytes);
+    sum.addBytes(bytes);
     m_statements->writeBytes.bindInteger(1, key);
     m_statements->writeBytes.bindInteger(2, sum.value());
-    m_statements->writeBytes.bindBytes(3, *bytes);
+    m_statements->writeBytes.bindBytes(3, bytes);
     m_statements->writeBytes.run();
+}
+
+void StoreWriter::writeImages(const NoteRecord& note, const NoteRecord* stored)
+{
+    if (!note.images || (stored && stored->images == note.images))
+        return;
+    for (const NoteImage& image : *note.images) {
+        if (stored && stored->images && stored->images->contains(image))
+            continue;
+        // What can't be read now is not worth the words round it.
+        const qint64 row = imageRow(image.hash);
+        if (image.bytes.isLoaded() || !hasBytes(row)) {
+            const auto bytes = image.bytes.readOnce().value_or(QByteArray());
+            if (!bytes.isEmpty() && !hasBytes(row, bytes))
+                writeBytes(row, bytes);
+        }
+    }
+}
+
+bool StoreWriter::hasBytes(qint64 key, const std::optional<QByteArray>& bytes)
+{
+    m_statements->readBytes.bindInteger(1, key);
+    const bool isThere = m_statements->readBytes.step() &&
+                         (!bytes || m_statements->readBytes.value(0).bytes() == *bytes);
+    m_statements->readBytes.reset();
+    return isThere;
+}
+
+QList<qint64> StoreWriter::imagesBeside(const QSet<QByteArray>& hashes) const
+{
+    QSet<qint64> used;
+    for (const QByteArray& hash : hashes)
+        used.insert(imageRow(hash));
+    QList<qint64> beside;
+    StoreStatement rows(m_connection.database(), "SELECT row FROM OrvaneNoteBytes WHERE row < 0");
+    while (rows.step()) {
+        if (!used.contains(rows.value(0).integer()))
+            beside.append(rows.value(0).integer());
+    }
+    return beside;
+}
+
+void StoreWriter::removeImages(const QList<qint64>& rows)
+{
+    for (const qint64 row : rows)
+        removeBytes(row);
 }
 
 void StoreWriter::removeBytes(qint64 key)

@@ -6,6 +6,8 @@
 #include "core/store/StoreReader.h"
 #include "core/store/StoreStatement.h"
 
+#include <QSet>
+
 #include <memory>
 #include <optional>
 
@@ -25,12 +27,17 @@ public:
     void updateFolder(qint64 row, const FolderRecord& stored, const FolderRecord& folder);
     void removeFolder(qint64 row);
 
+    /// Images that the store doesn't have yet are written, too, as far as they can be read.
     void insertNote(qint64 row, const NoteRecord& note);
     /// Writes the columns when one of them changed, and of the rich bytes those that changed.
     /// Stored bytes that are overwritten while somebody may still hold them unread are read first;
     /// `held` says whether somebody holds the stored record.
     void updateNote(qint64 row, const NoteRecord& stored, const NoteRecord& note, bool held);
     void removeNote(qint64 row, const NoteRecord& stored, bool held);
+
+    /// The rows of the images that the store has beside these.
+    [[nodiscard]] QList<qint64> imagesBeside(const QSet<QByteArray>& hashes) const;
+    void removeImages(const QList<qint64>& rows);
 
     /// Whether every value of the record is small enough for a store.
     [[nodiscard]] static bool fits(const NoteRecord& note);
@@ -47,7 +54,11 @@ private:
     struct Statements;
 
     void updateBytes(qint64 key, const Blob* before, const Blob* after, bool held);
+    /// Whether the row is there, and with these bytes where some are given.
+    [[nodiscard]] bool hasBytes(qint64 key, const std::optional<QByteArray>& bytes = std::nullopt);
+    void writeImages(const NoteRecord& note, const NoteRecord* stored);
     void writeBytes(qint64 key, const Blob& bytes);
+    void writeBytes(qint64 key, const QByteArray& bytes);
     void removeBytes(qint64 key);
 
     StoreConnection& m_connection;

@@ -31,7 +31,8 @@ sourceOf(const NoteRecord& note, const std::optional<QString>& label, Timestamp 
     VersionSource source{QUuid::createUuid(), note.id,         now,          note.title,
                          *std::move(body),    *std::move(rtf), std::nullopt, label};
     const bool payloadIsAboutToGo = label && label->startsWith("Before "_L1);
-    if (payloadIsAboutToGo && note.richContentPayload) {
+    // Only the payload refers to images.
+    if ((payloadIsAboutToGo || note.images) && note.richContentPayload) {
         auto payload = bytesOf(note.richContentPayload);
         if (!payload)
             return std::unexpected(payload.error());

@@ -90,6 +90,11 @@ EditorPaneView::EditorPaneView(AppState& appState, Look& look, QWidget* parent)
     connectSession();
     connectTools();
     applyHostLook();
+    m_text->view().setImageSource(
+        [this](const ImageFile& file, auto take) { m_appState.readImage(file.hash(), take); },
+        [app = QPointer(&m_appState)](const ImageFile& file) {
+            return app ? app->imageBytes(file.hash()) : std::nullopt;
+        });
     m_slowNotes = std::make_unique<SlowNotes>(m_text->view(), appState.services().defaults);
     m_slowNotes->begin(m_session.noteID(), m_session.gateway().store());
     m_tools->prepareText(m_session.gateway(), m_session.mode());

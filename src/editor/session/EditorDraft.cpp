@@ -14,6 +14,7 @@ EditorDraft EditorDraft::of(const NoteRecord& note)
             note.richContentPayload,
             note.editorTypingAttributesPayload,
             note.shapesPayload,
+            note.images.value_or(NoteImages()),
             false};
 }
 
@@ -26,12 +27,14 @@ EditorDraft EditorDraft::of(const QUuid& noteID, const NoteContent& refused)
             refused.richContentPayload,
             refused.editorTypingAttributesPayload,
             refused.shapesPayload,
+            refused.images,
             true};
 }
 
 NoteContent EditorDraft::content() const
 {
-    return {title, bodyPlain, bodyRTF, bodyRich, editorTypingAttributesPayload, shapesPayload};
+    return {title,         bodyPlain, bodyRTF, bodyRich, editorTypingAttributesPayload,
+            shapesPayload, images};
 }
 
 QString editableTitle(const NoteRecord& note)

@@ -22,6 +22,7 @@ struct EditorDraft {
     std::optional<Blob> bodyRich;
     std::optional<Blob> editorTypingAttributesPayload;
     std::optional<Blob> shapesPayload;
+    NoteImages images; ///< what the text shows, as it was last stored
     /// The draft holds something that the record doesn't.
     bool isDirty = false;
 

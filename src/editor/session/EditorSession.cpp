@@ -229,6 +229,7 @@ Accepted EditorSession::write(const QUuid& noteID, const NoteContent& content)
     setRefusal(isTaken ? std::nullopt : std::optional(written.error()));
     if (isTaken) {
         m_recordShapes = content.shapesPayload;
+        releaseImages(noteID);
         m_appState.keepEditorProfile(noteID, m_profile.text());
     }
     return written;

@@ -160,6 +160,8 @@ private:
     void prepareForms();
     void formsFinished(quint64 generation);
     void writeForms(const RichForms& forms);
+    [[nodiscard]] NoteImages noteImages(const QList<ImageFile>& files);
+    void releaseImages(const QUuid& noteID);
     [[nodiscard]] TextForm form() const
     {
         return m_mode == EditorMode::richText ? TextForm::rich : TextForm::plain;
@@ -193,6 +195,7 @@ private:
     /// Counts the changes of rich texts.
     quint64 m_generation = 0;
     RichFormsMaker m_formsMaker;
+    QList<ImageFile> m_imagesInMemory;
     std::optional<bool> m_wouldLoseFormatting;
     TypingAttributes m_lastTypingAttributes;
     std::optional<QByteArray> m_lastEmittedTypingAttributes;

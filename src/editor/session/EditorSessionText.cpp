@@ -222,6 +222,37 @@ void EditorSession::pullText()
         forms = richForms(m_text->store.attributedText(), headingSizes());
     m_draft.bodyRTF = blobOf(forms.rtf);
     m_draft.bodyRich = blobOf(forms.rich);
+    m_draft.images = noteImages(forms.images);
+}
+
+NoteImages EditorSession::noteImages(const QList<ImageFile>& files)
+{
+    const NoteRecord* note = m_appState.note(*m_draft.noteID);
+    const NoteImages known = note ? note->images.value_or(NoteImages()) : NoteImages();
+    NoteImages images;
+    for (const ImageFile& file : files) {
+        const auto at = std::ranges::find(known, file.hash(), &NoteImage::hash);
+        const auto bytes = file.bytes();
+        if (bytes)
+            m_imagesInMemory.append(file);
+        if (at != known.end())
+            images.append(*at);
+        else if (bytes)
+            images.append({file.hash(), Blob(*bytes)});
+    }
+    return images;
+}
+
+// What is stored by now needn't be in memory a second time.
+void EditorSession::releaseImages(const QUuid& noteID)
+{
+    const NoteRecord* note = m_appState.note(noteID);
+    for (const ImageFile& file : std::exchange(m_imagesInMemory, {})) {
+        const auto images = note ? note->images.value_or(NoteImages()) : NoteImages();
+        const auto at = std::ranges::find(images, file.hash(), &NoteImage::hash);
+        if (at != images.end() && !at->bytes.isLoaded())
+            file.release();
+    }
 }
 
 HeadingSizes EditorSession::headingSizes() const
@@ -275,6 +306,7 @@ void EditorSession::writeForms(const RichForms& forms)
     content.body = forms.plain;
     content.bodyRTF = blobOf(forms.rtf);
     content.richContentPayload = blobOf(forms.rich);
+    content.images = noteImages(forms.images);
     (void)write(*m_draft.noteID, content);
     log("autosave.bound");
     if (std::holds_alternative<AutosaveState::AwaitingForms>(m_autosave))

@@ -55,11 +55,14 @@ RichForms RichFormsMaker::makeNow(const TextSnapshot& snapshot, const HeadingSiz
         return {};
     auto rtf = std::make_shared<std::promise<std::optional<QByteArray>>>();
     auto made = rtf->get_future();
-    m_pool.start(
-        [rtf, text, headings] { rtf->set_value(OrvaneWorkspaceRTF::data(text, headings)); });
+    m_pool.start([rtf, text, headings] {
+        rtf->set_value(
+            OrvaneWorkspaceRTF::data(AttachmentManager::withoutImageBytes(text), headings));
+    });
     RichForms forms;
     forms.rich = AttachmentManager::archivePayload(text);
     forms.plain = plainForm(text.text());
+    forms.images = AttachmentManager::imageFiles(text);
     forms.rtf = made.get();
     return forms;
 }

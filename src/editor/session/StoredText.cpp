@@ -82,8 +82,9 @@ RichForms richForms(const AttributedString& text, const HeadingSizes& headings)
 {
     if (text.isEmpty())
         return {};
-    return {OrvaneWorkspaceRTF::data(text, headings), AttachmentManager::archivePayload(text),
-            plainForm(text.text())};
+    return {OrvaneWorkspaceRTF::data(AttachmentManager::withoutImageBytes(text), headings),
+            AttachmentManager::archivePayload(text), plainForm(text.text()),
+            AttachmentManager::imageFiles(text)};
 }
 
 } // namespace orvane

@@ -4,6 +4,7 @@
 #include "core/records/Blob.h"
 #include "text/value/AttributedString.h"
 #include "text/value/HeadingSizes.h"
+#include "text/value/ImageFile.h"
 
 #include <QString>
 
@@ -39,11 +40,13 @@ struct StoredText {
 /// newlines.
 [[nodiscard]] QString plainForm(QString text);
 
-/// The stored forms of a rich text. `rtf` and `rich` are absent for an empty text.
+/// The stored forms of a rich text, in which the bytes of its images are not. `rtf` and `rich` are
+/// absent for an empty text.
 struct RichForms {
     std::optional<QByteArray> rtf;
     std::optional<QByteArray> rich;
     QString plain;
+    QList<ImageFile> images; ///< which the two first refer to
 };
 /// Headings are told by `headings`. May run on any thread.
 [[nodiscard]] RichForms richForms(const AttributedString& text, const HeadingSizes& headings);

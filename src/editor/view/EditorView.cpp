@@ -47,6 +47,8 @@ EditorView::EditorView(QWidget* parent)
     viewport()->setCursor(Qt::IBeamCursor);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     connect(this, &EditorView::scrolled, this, [this] { m_mouse->hoverAgain(); });
+    connect(&m_ownPainter.pictures(), &ImagePictures::came, viewport(),
+            qOverload<>(&QWidget::update));
     setGateway(nullptr);
 }
 
@@ -238,6 +240,12 @@ void EditorView::setObjectPainter(ObjectPainter* painter)
 {
     m_objectPainter = painter ? painter : &m_ownPainter;
     layout().setObjectPainter(m_objectPainter);
+}
+
+void EditorView::setImageSource(ImagePictures::Fetch fetch, ImageReader readNow)
+{
+    m_ownPainter.pictures().setFetch(std::move(fetch));
+    m_readImage = std::move(readNow);
 }
 
 void EditorView::setDecorator(const EditGateway& text, const ParagraphDecorator* decorator)

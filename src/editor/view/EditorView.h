@@ -104,6 +104,9 @@ public:
     /// Who draws attachments; must outlive the view. Null for the view's own, which draws what
     /// attachments carry.
     void setObjectPainter(ObjectPainter* painter);
+    /// Where the images of the text come from whose bytes are not in memory: for drawing, and at
+    /// once for what leaves with its images. `readNow` may be called when the view is gone.
+    void setImageSource(ImagePictures::Fetch fetch, ImageReader readNow);
     /// Who decorates the paragraphs of `text` whenever this view shows it; must outlive the view or
     /// be taken away with null, as long as there is the text.
     void setDecorator(const EditGateway& text, const ParagraphDecorator* decorator);
@@ -270,6 +273,7 @@ private:
     TextFont m_baseFont{editorFontFamilySetting.fallback, editorFontSizeSetting.fallback};
     static constexpr LineSettings lineSettings{1.6};
     AttachmentPainter m_ownPainter;
+    ImageReader m_readImage;
     ObjectPainter* m_objectPainter = &m_ownPainter;
     QHash<const EditGateway*, const ParagraphDecorator*> m_decorators;
     qreal m_zoom = 1;

@@ -3,6 +3,7 @@
 #include "editor/view/EditorView.h"
 #include "editor/view/MouseSelection.h"
 #include "editor/view/PageScroller.h"
+#include "text/attachments/AttachmentManager.h"
 #include "text/store/TextStore.h"
 
 #include <QApplication>
@@ -153,10 +154,15 @@ std::unique_ptr<QMimeData> EditorView::selectedMime() const
     if (auto data = holder ? holder->copySelection() : nullptr)
         return data;
     if (range.length <= copiedAtOnce)
-        return textMime::encode(store().attributedText(range), m_formatting, m_headingSizes);
+        return textMime::encodeLater(
+            [text = store().attributedText(range), read = m_readImage] {
+                return AttachmentManager::withImageBytes(text, read);
+            },
+            m_formatting, m_headingSizes);
     return textMime::encodeLater(
-        [range, snapshot = store().snapshot()] {
-            return snapshot.toAttributedString().sliced(range);
+        [range, snapshot = store().snapshot(), read = m_readImage] {
+            return AttachmentManager::withImageBytes(snapshot.toAttributedString().sliced(range),
+                                                     read);
         },
         m_formatting, m_headingSizes);
 }

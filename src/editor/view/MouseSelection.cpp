@@ -247,9 +247,7 @@ void MouseSelection::startDrag()
 {
     const TextRange range = m_view.selection().range();
     auto* drag = new QDrag(m_view.viewport());
-    drag->setMimeData(textMime::encode(m_view.store().attributedText(range), m_view.formatting(),
-                                       m_view.headingSizes())
-                          .release());
+    drag->setMimeData(m_view.selectedMime().release());
     const Qt::DropActions actions =
         m_view.isEditable() ? Qt::CopyAction | Qt::MoveAction : Qt::DropActions(Qt::CopyAction);
     const Qt::DropAction done = drag->exec(actions, Qt::MoveAction);

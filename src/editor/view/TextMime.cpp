@@ -76,7 +76,7 @@ protected:
             return {};
         const AttributedString text = m_text();
         if (type == archiveType())
-            return TextArchive::encode(text);
+            return TextArchive::encode(text, ImageBytes::inside);
         if (rtfTypes().contains(type))
             return OrvaneWorkspaceRTF::data(text, m_headings).value_or(QByteArray());
         if (type == htmlType())

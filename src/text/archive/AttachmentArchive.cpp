@@ -10,7 +10,9 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-enum AttachmentKind : quint64 { imageKind = 1, chartKind = 2 };
+enum AttachmentKind : quint64 { imageWithBytes = 1, chartKind = 2, imageElsewhere = 3 };
+
+constexpr quint64 largestImageFile = 0xffff'ffff;
 
 void writePair(QCborStreamWriter& writer, double first, double second)
 {
@@ -40,9 +42,11 @@ void expectKey(CborCursor& cursor, QStringView key)
     cursor.require(cursor.readText() == key);
 }
 
-void writeImage(QCborStreamWriter& writer, const OrvaneNoteImageAttachment& image)
+void writeImage(QCborStreamWriter& writer, const OrvaneNoteImageAttachment& image,
+                const std::optional<QByteArray>& bytes)
 {
-    writer.startMap(7);
+    const int keys = (bytes ? 7 : 8) + (image.description.isEmpty() ? 0 : 1);
+    writer.startMap(quint64(keys));
     writer.append("attachmentID"_L1);
     writer.append(image.attachmentID.toRfc4122());
     writer.append("originalSize"_L1);
@@ -51,19 +55,31 @@ void writeImage(QCborStreamWriter& writer, const OrvaneNoteImageAttachment& imag
     writePair(writer, image.renderedSize.width(), image.renderedSize.height());
     writer.append("aspectRatioLocked"_L1);
     writer.append(image.aspectRatioLocked);
-    writer.append("imageData"_L1);
-    writer.append(image.imageData);
+    if (bytes) {
+        writer.append("imageData"_L1);
+        writer.append(*bytes);
+    } else {
+        writer.append("imageHash"_L1);
+        writer.append(image.file.hash());
+        writer.append("imageLength"_L1);
+        writer.append(quint64(image.file.size()));
+    }
     writer.append("wrapMode"_L1);
     writer.append(rawValue(image.wrapMode));
     writer.append("floatingOffset"_L1);
     writePair(writer, image.floatingOffset.x(), image.floatingOffset.y());
+    if (!image.description.isEmpty()) {
+        writer.append("description"_L1);
+        writer.append(image.description);
+    }
     writer.endMap();
 }
 
-OrvaneNoteImageAttachment readImage(CborCursor& cursor)
+OrvaneNoteImageAttachment readImage(CborCursor& cursor, AttachmentKind kind)
 {
     OrvaneNoteImageAttachment image;
-    cursor.require(cursor.enterMap() == 7);
+    const qsizetype keys = cursor.enterMap() - (kind == imageWithBytes ? 7 : 8);
+    cursor.require(keys == 0 || keys == 1);
     expectKey(cursor, u"attachmentID");
     const QByteArray id = cursor.readBytes();
     cursor.require(id.size() == 16);
@@ -74,8 +90,18 @@ OrvaneNoteImageAttachment readImage(CborCursor& cursor)
     image.renderedSize = readSize(cursor);
     expectKey(cursor, u"aspectRatioLocked");
     image.aspectRatioLocked = cursor.readBool();
-    expectKey(cursor, u"imageData");
-    image.imageData = cursor.readBytes();
+    if (kind == imageWithBytes) {
+        expectKey(cursor, u"imageData");
+        image.file = ImageFile(cursor.readBytes());
+    } else {
+        expectKey(cursor, u"imageHash");
+        const QByteArray hash = cursor.readBytes();
+        cursor.require(hash.size() == ImageFile::hashSize);
+        expectKey(cursor, u"imageLength");
+        const auto length = qsizetype(cursor.readUnsigned(largestImageFile));
+        if (!cursor.hasFailed())
+            image.file = ImageFile(hash, length);
+    }
     expectKey(cursor, u"wrapMode");
     const auto mode = fromRawValue<OrvaneNoteImageWrapMode>(cursor.readText());
     cursor.require(mode.has_value());
@@ -83,6 +109,11 @@ OrvaneNoteImageAttachment readImage(CborCursor& cursor)
     expectKey(cursor, u"floatingOffset");
     const auto [x, y] = readPair(cursor);
     image.floatingOffset = {x, y};
+    if (keys == 1) {
+        expectKey(cursor, u"description");
+        image.description = cursor.readText();
+        cursor.require(!image.description.isEmpty());
+    }
     cursor.leave();
     return image;
 }
@@ -108,7 +139,7 @@ OWChartAttachment readChart(CborCursor& cursor)
 
 } // namespace
 
-void write(QCborStreamWriter& writer, const TextAttachment& attachment)
+void write(QCborStreamWriter& writer, const TextAttachment& attachment, ImageBytes images)
 {
     writer.startArray(2);
     if (const auto* chart = attachment.chart()) {
@@ -120,8 +151,12 @@ void write(QCborStreamWriter& writer, const TextAttachment& attachment)
         writer.append(chart->renderedImageData);
         writer.endMap();
     } else if (const auto* image = attachment.image()) {
-        writer.append(quint64(imageKind));
-        writeImage(writer, *image);
+        // What can't be had is referred to all the same; no file at all is one without bytes.
+        auto bytes = images == ImageBytes::inside ? image->file.bytes() : std::nullopt;
+        if (image->file.isNull())
+            bytes = QByteArray();
+        writer.append(quint64(bytes ? imageWithBytes : imageElsewhere));
+        writeImage(writer, *image, bytes);
     }
     writer.endArray();
 }
@@ -130,10 +165,11 @@ TextAttachment readAttachment(CborCursor& cursor)
 {
     cursor.enterArray(2);
     TextAttachment attachment;
-    if (cursor.readUnsigned(chartKind) == chartKind)
+    const auto kind = AttachmentKind(cursor.readUnsigned(imageElsewhere));
+    if (kind == chartKind)
         attachment = readChart(cursor);
     else
-        attachment = readImage(cursor);
+        attachment = readImage(cursor, kind);
     cursor.leave();
     return attachment;
 }

@@ -3,6 +3,7 @@
 
 #include "text/archive/CborCursor.h"
 #include "text/value/CharacterStyle.h"
+#include "text/value/ImageFile.h"
 #include "text/value/ParagraphStyle.h"
 
 #include <QCborStreamWriter>
@@ -53,7 +54,7 @@ void write(QCborStreamWriter& writer, const CharacterStyle& style, ArchiveTables
 void write(QCborStreamWriter& writer, const ParagraphStyle& style, ArchiveTables& tables);
 void write(QCborStreamWriter& writer, const TextTable& table);
 void write(QCborStreamWriter& writer, const CellLook& look);
-void write(QCborStreamWriter& writer, const TextAttachment& attachment);
+void write(QCborStreamWriter& writer, const TextAttachment& attachment, ImageBytes images);
 
 // Reading; the cursor tells of failure.
 

@@ -2,7 +2,10 @@
 #include "text/archive/TextArchive.h"
 
 #include "text/archive/StyleArchive.h"
+#include "text/value/OrvaneNoteImageAttachment.h"
 #include "text/value/StyleInterner.h"
+
+#include <algorithm>
 
 namespace orvane::TextArchive {
 namespace {
@@ -10,7 +13,9 @@ namespace {
 using namespace Qt::StringLiterals;
 
 constexpr auto magic = "OrvaneText"_L1;
-constexpr quint64 version = 1;
+constexpr quint64 version = 2;
+/// What is written where no image lies elsewhere, so that earlier programs read it.
+constexpr quint64 versionWithoutReferences = 1;
 constexpr quint64 sections = 10;
 
 /// The different styles of a document, each once, and the runs that refer to them.
@@ -106,9 +111,18 @@ AttributeRuns<Style> readRuns(CborCursor& cursor, const QList<Style>& styles, qs
     return runs;
 }
 
+bool refersToImages(const QList<TextAttachment>& attachments, ImageBytes images)
+{
+    return std::ranges::any_of(attachments, [&](const TextAttachment& each) {
+        const auto* image = each.image();
+        return image && !image->file.isNull() &&
+               (images == ImageBytes::elsewhere || !image->file.bytes());
+    });
+}
+
 } // namespace
 
-QByteArray encode(const AttributedString& text)
+QByteArray encode(const AttributedString& text, ImageBytes images)
 {
     const StyleTable characters(text.characterRuns());
     const StyleTable paragraphs(text.paragraphRuns());
@@ -123,11 +137,11 @@ QByteArray encode(const AttributedString& text)
     QCborStreamWriter writer(&archive);
     writer.startArray(sections);
     writer.append(magic);
-    writer.append(version);
+    writer.append(refersToImages(tables.attachments, images) ? version : versionWithoutReferences);
     writer.append(text.text());
     writer.startArray(quint64(tables.attachments.size()));
     for (const auto& attachment : tables.attachments)
-        write(writer, attachment);
+        write(writer, attachment, images);
     writer.endArray();
     writeStyles(writer, characters, tables);
     writeRuns(writer, text.characterRuns(), characters);
@@ -149,7 +163,7 @@ std::expected<AttributedString, Error> decode(const QByteArray& archive)
     if (cursor.readText() != magic)
         return std::unexpected(Error::notAnArchive);
     const quint64 found = cursor.readUnsigned();
-    if (!cursor.hasFailed() && found != version)
+    if (!cursor.hasFailed() && (found < versionWithoutReferences || found > version))
         return std::unexpected(Error::unknownVersion);
     cursor.require(announced == sections);
 

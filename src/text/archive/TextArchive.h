@@ -2,6 +2,7 @@
 #pragma once
 
 #include "text/value/AttributedString.h"
+#include "text/value/ImageFile.h"
 
 #include <QByteArray>
 
@@ -17,9 +18,11 @@ enum class Error {
     damaged,        ///< an archive that breaks its own form
 };
 
-[[nodiscard]] QByteArray encode(const AttributedString& text);
+[[nodiscard]] QByteArray encode(const AttributedString& text,
+                                ImageBytes images = ImageBytes::elsewhere);
 
-/// Gives back what `encode` was given. Memory stays within a small multiple of the bytes.
+/// Gives back what `encode` was given; the bytes of images that lie elsewhere are not in memory.
+/// Memory stays within a small multiple of the bytes.
 [[nodiscard]] std::expected<AttributedString, Error> decode(const QByteArray& archive);
 
 } // namespace orvane::TextArchive

@@ -106,11 +106,62 @@ std::optional<OWChartAttachment> normalizedChartAttachment(const TextAttachment&
     return chart;
 }
 
+namespace {
+
+/// With every image's file as `change` makes it of the one that is there.
+template <typename Change>
+AttributedString withFiles(AttributedString document, Change&& change)
+{
+    QList<TextRange> objects;
+    document.forEachCharacterRun(document.fullRange(),
+                                 [&](TextRange run, const SharedCharacterStyle& style) {
+                                     const auto* image = style->imageAttachment();
+                                     if (image && !image->file.isNull())
+                                         objects.append(run);
+                                 });
+    for (const TextRange& range : std::as_const(objects)) {
+        CharacterStyle style = *document.characterStyle(range.location);
+        OrvaneNoteImageAttachment image = *style.imageAttachment();
+        image.file = change(image.file);
+        style.attachment = TextAttachment(std::move(image));
+        document.setCharacterStyle(range, std::move(style));
+    }
+    return document;
+}
+
+} // namespace
+
+AttributedString withImageBytes(const AttributedString& document, const ImageReader& read)
+{
+    return withFiles(document, [&](const ImageFile& file) {
+        const auto bytes = file.bytes() || !read ? std::nullopt : read(file);
+        return bytes ? ImageFile(*bytes) : file;
+    });
+}
+
+AttributedString withoutImageBytes(const AttributedString& document)
+{
+    return withFiles(document,
+                     [](const ImageFile& file) { return ImageFile(file.hash(), file.size()); });
+}
+
+QList<ImageFile> imageFiles(const AttributedString& document)
+{
+    QList<ImageFile> files;
+    document.forEachCharacterRun(
+        document.fullRange(), [&](TextRange, const SharedCharacterStyle& style) {
+            const auto* image = style->imageAttachment();
+            if (image && !image->file.isNull() && !files.contains(image->file))
+                files.append(image->file);
+        });
+    return files;
+}
+
 std::optional<ExchangedPicture> exchangedPicture(const TextAttachment& attachment)
 {
     ExchangedPicture picture;
     if (const auto* image = attachment.image()) {
-        picture.data = image->imageData;
+        picture.data = image->file.bytes().value_or(QByteArray());
         picture.size = image->renderedSize;
     } else if (const auto* chart = attachment.chart()) {
         picture.data = chart->renderedImageData;

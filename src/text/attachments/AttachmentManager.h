@@ -2,6 +2,7 @@
 #pragma once
 
 #include "text/value/AttributedString.h"
+#include "text/value/ImageFile.h"
 #include "text/value/OWChartBlock.h"
 
 #include <QByteArray>
@@ -56,8 +57,17 @@ struct ExchangedPicture {
     QSizeF size; ///< on the page, in points
 };
 
+/// The document with the bytes of its images in memory, as far as `read` gives them: for those who
+/// write them out whole.
+[[nodiscard]] AttributedString withImageBytes(const AttributedString& document,
+                                              const ImageReader& read);
+/// The document with images that lie elsewhere alone, as what is stored beside their bytes has it.
+[[nodiscard]] AttributedString withoutImageBytes(const AttributedString& document);
+/// The files of the document's images, each once, in the order of the text.
+[[nodiscard]] QList<ImageFile> imageFiles(const AttributedString& document);
+
 /// The image or the picture of the chart that an attachment is, made to PNG where it is neither PNG
-/// nor JPEG; nothing where there is none or it can't be read.
+/// nor JPEG; nothing where there is none, its bytes are not in memory, or it can't be read.
 [[nodiscard]] std::optional<ExchangedPicture> exchangedPicture(const TextAttachment& attachment);
 
 /// An image as PNG, whatever kind of image file it was; nothing when it can't be read.

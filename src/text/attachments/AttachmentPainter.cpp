@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "text/attachments/AttachmentPainter.h"
 
+#include "text/value/LayoutUnits.h"
 #include "text/value/OWChartBlock.h"
 #include "text/value/OrvaneNoteImageAttachment.h"
 
-#include <QBuffer>
-#include <QImageReader>
+#include <QCoreApplication>
+#include <QFontMetricsF>
 #include <QPainter>
 
 #include <algorithm>
@@ -15,13 +16,39 @@ namespace orvane {
 
 namespace {
 
-constexpr int mostKilobytes = 64 * 1024;
+constexpr int mostKilobytes = 16 * 1024;
 constexpr int mostPixels = 8192; // a side
+
+void drawPlace(QPainter& painter, const QRectF& rect, ImagePictures::State state)
+{
+    const QColor ink = painter.pen().color();
+    QColor ground = ink;
+    ground.setAlphaF(0.05F);
+    painter.fillRect(rect, ground);
+    if (state == ImagePictures::State::Coming)
+        return;
+    QColor line = ink;
+    line.setAlphaF(0.4F);
+    QPen pen(line);
+    pen.setCosmetic(true);
+    painter.setPen(pen);
+    painter.drawRect(rect);
+    const QString words =
+        QCoreApplication::translate("AttachmentPainter", "This image can’t be read");
+    QFont font = painter.font();
+    font.setPixelSize(std::max(1, qRound(std::min(rect.height() / 4, 12 * layoutUnitsPerPoint))));
+    if (QFontMetricsF(font).horizontalAdvance(words) > rect.width() - font.pixelSize())
+        return;
+    painter.setFont(font);
+    painter.setPen(ink);
+    painter.setOpacity(0.7);
+    painter.drawText(rect, Qt::AlignCenter, words);
+}
 
 } // namespace
 
 AttachmentPainter::AttachmentPainter()
-    : m_pictures(mostKilobytes)
+    : m_charts(mostKilobytes)
 {}
 
 QSizeF AttachmentPainter::sizeOf(const CharacterStyle& style) const
@@ -29,23 +56,18 @@ QSizeF AttachmentPainter::sizeOf(const CharacterStyle& style) const
     return attachmentSize(style);
 }
 
-QImage AttachmentPainter::picture(const QByteArray& bytes, QSize pixels)
+ImagePictures::Picture AttachmentPainter::chartPicture(const QByteArray& bytes, QSize pixels)
 {
+    using State = ImagePictures::State;
     const Key key{bytes.constData(), bytes.size(), pixels};
-    if (const Entry* known = m_pictures.object(key))
-        return known->picture;
-    QByteArray data = bytes;
-    QBuffer buffer(&data);
-    QImageReader reader(&buffer);
-    reader.setAutoTransform(true);
-    QImage image = reader.read();
-    if (!image.isNull() && image.width() > pixels.width())
-        image = image.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    if (!image.isNull())
-        image = image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
-    const auto cost = int(image.sizeInBytes() / 1024) + 1;
-    m_pictures.insert(key, new Entry{bytes, image}, cost);
-    return image;
+    const auto shown = [](const QImage& image) {
+        return ImagePictures::Picture{image.isNull() ? State::Unreadable : State::Ready, image};
+    };
+    if (const Entry* known = m_charts.object(key))
+        return shown(known->picture);
+    const QImage image = decodedImage(bytes, pixels);
+    m_charts.insert(key, new Entry{bytes, image}, int(image.sizeInBytes() / 1024) + 1);
+    return shown(image);
 }
 
 void AttachmentPainter::paintObject(QPainter& painter, const QRectF& rect,
@@ -58,19 +80,15 @@ void AttachmentPainter::paintObject(QPainter& painter, const QRectF& rect,
     const QSizeF onScreen = painter.deviceTransform().mapRect(rect).size();
     const QSize pixels(std::clamp(int(std::lround(onScreen.width())), 1, mostPixels),
                        std::clamp(int(std::lround(onScreen.height())), 1, mostPixels));
-    const QByteArray bytes = image   ? image->imageData
-                             : chart ? chart->renderedImageData
-                                     : QByteArray();
+    const auto shown = image   ? m_images.picture(image->file, pixels)
+                       : chart ? chartPicture(chart->renderedImageData, pixels)
+                               : ImagePictures::Picture();
     painter.save();
-    if (const QImage shown = picture(bytes, pixels); !shown.isNull()) {
+    if (!shown.image.isNull()) {
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
-        painter.drawImage(rect, shown);
+        painter.drawImage(rect, shown.image);
     } else {
-        QPen pen(painter.pen().color());
-        pen.setCosmetic(true);
-        painter.setPen(pen);
-        painter.setOpacity(0.4);
-        painter.drawRect(rect);
+        drawPlace(painter, rect, shown.state);
     }
     painter.restore();
 }

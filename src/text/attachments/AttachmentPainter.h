@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #pragma once
 
+#include "text/attachments/ImagePictures.h"
 #include "text/layout/TextPaint.h"
 
 #include <QCache>
@@ -8,19 +9,21 @@
 
 namespace orvane {
 
-/// Draws attachments in the line from the bytes that they carry: images as they are, charts as the
-/// picture that travels with them, and an outlined place of the right size for what can't be read.
-/// Decoded pictures are kept as long as there is room. Main thread.
+/// Draws attachments in the line: images from their files, charts as the picture that travels with
+/// them, and a framed place of the right size for what is not there yet or can't be read, which
+/// says so. Main thread.
 class AttachmentPainter : public ObjectPainter {
 public:
     AttachmentPainter();
 
     [[nodiscard]] QSizeF sizeOf(const CharacterStyle& style) const override;
+    /// Where images come from; whoever shows them draws again when one `came`.
+    [[nodiscard]] ImagePictures& pictures() { return m_images; }
+
     void paintObject(QPainter& painter, const QRectF& rect, const CharacterStyle& style) override;
 
 private:
-    /// The picture at about `pixels`; null for bytes that are none.
-    [[nodiscard]] QImage picture(const QByteArray& bytes, QSize pixels);
+    [[nodiscard]] ImagePictures::Picture chartPicture(const QByteArray& bytes, QSize pixels);
 
     struct Key {
         const char* bytes; ///< where they are: attachments share theirs
@@ -38,7 +41,8 @@ private:
         QByteArray bytes; ///< held, so that the place is not used again meanwhile
         QImage picture;
     };
-    QCache<Key, Entry> m_pictures;
+    QCache<Key, Entry> m_charts;
+    ImagePictures m_images;
 };
 
 } // namespace orvane

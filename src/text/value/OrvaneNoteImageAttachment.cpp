@@ -47,12 +47,14 @@ OrvaneNoteImageAttachment::fromImageData(QByteArray imageData, std::optional<QSi
     const QByteArray format = imageData.startsWith("\x89PNG")        ? "png"
                               : imageData.startsWith("\xff\xd8\xff") ? "jpeg"
                                                                      : "";
-    const QSize pixels = QImageReader(&buffer, format).size();
+    QImageReader reader(&buffer, format);
+    const QSize pixels = reader.size();
+    const bool isTurned = reader.transformation() & QImageIOHandler::TransformationRotate90;
     if (!pixels.isEmpty())
-        attachment.originalSize = pixels;
+        attachment.originalSize = isTurned ? pixels.transposed() : pixels;
     attachment.renderedSize =
         suggestedSize && isUsable(*suggestedSize) ? *suggestedSize : attachment.originalSize;
-    attachment.imageData = std::move(imageData);
+    attachment.file = ImageFile(std::move(imageData));
     return attachment;
 }
 

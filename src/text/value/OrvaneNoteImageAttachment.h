@@ -2,8 +2,8 @@
 #pragma once
 
 #include "platform/StoredWords.h"
+#include "text/value/ImageFile.h"
 
-#include <QByteArray>
 #include <QPointF>
 #include <QSizeF>
 #include <QString>
@@ -33,9 +33,11 @@ struct OrvaneNoteImageAttachment {
     QSizeF originalSize = fallbackSize; ///< natural size
     QSizeF renderedSize = fallbackSize; ///< size on the page
     bool aspectRatioLocked = true;
-    QByteArray imageData; ///< the image file itself
+    ImageFile file;
     OrvaneNoteImageWrapMode wrapMode = OrvaneNoteImageWrapMode::inLine;
     QPointF floatingOffset; ///< from the anchor, for the modes that are not in line
+    /// What is to be seen, in words, for those who can't see it. May be empty.
+    QString description;
 
     bool operator==(const OrvaneNoteImageAttachment&) const = default;
 
