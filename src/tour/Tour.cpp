@@ -72,9 +72,10 @@ const QString novel = u"Tidewater, a novel"_s;
 
 class Tour {
 public:
-    Tour(const QString& folder, const ScreenSeen& seen)
+    Tour(const QString& folder, const ScreenSeen& seen, const MakeClock& makeClock)
         : m_folder(folder)
         , m_seen(seen)
+        , m_makeClock(makeClock)
     {}
 
     int run();
@@ -122,6 +123,7 @@ private:
 
     QString m_folder;
     const ScreenSeen& m_seen;
+    const MakeClock& m_makeClock;
     QTemporaryDir m_home;
     std::unique_ptr<OrvaneWorkspaceApp> m_app;
     std::unique_ptr<TourHand> m_hand;
@@ -224,7 +226,8 @@ void Tour::begin()
 {
     m_app = std::make_unique<OrvaneWorkspaceApp>(
         UserFolders::below(m_home.path()),
-        std::make_unique<FolderTrash>(m_home.path() + u"/trash"_s));
+        std::make_unique<FolderTrash>(m_home.path() + u"/trash"_s),
+        m_makeClock ? m_makeClock() : nullptr);
     m_app->start();
     m_hand = std::make_unique<TourHand>(window());
     window().activateWindow();
@@ -644,9 +647,9 @@ int Tour::run()
 
 } // namespace
 
-int runTour(const QString& folder, const ScreenSeen& seen)
+int runTour(const QString& folder, const ScreenSeen& seen, const MakeClock& makeClock)
 {
-    return Tour(folder, seen).run();
+    return Tour(folder, seen, makeClock).run();
 }
 
 } // namespace orvane

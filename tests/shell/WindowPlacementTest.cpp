@@ -34,6 +34,7 @@ TEST(WindowPlacement, StaysWithinTheScreensThatThereAre)
          {5, 5, 1440, 900},
          {{0, 0, 800, 480}},
          {5, 5, 1440, 900}},
+        {"a screen just large enough", {5, 5, 1440, 900}, {{0, 0, 960, 600}}, {0, 0, 960, 600}},
         {"no screen", {5, 5, 1440, 900}, {}, {5, 5, 1440, 900}},
     };
     for (const Row& row : rows) {

@@ -55,11 +55,13 @@ constexpr std::chrono::milliseconds lateDelay{300};
 } // namespace
 
 OrvaneWorkspaceApp::OrvaneWorkspaceApp(const UserFolders& folders,
-                                       std::unique_ptr<SystemTrash> trash)
+                                       std::unique_ptr<SystemTrash> trash,
+                                       std::unique_ptr<Clock> clock)
     : m_look({})
     , m_defaults(settingsPath(folders))
     , m_beeper(std::make_unique<DesktopBeeper>())
     , m_trash(trash ? std::move(trash) : std::make_unique<DesktopTrash>())
+    , m_clock(clock ? std::move(clock) : std::make_unique<SystemClock>())
 {
     installEnglishSentences();
     installShellAccessibility();
@@ -68,7 +70,7 @@ OrvaneWorkspaceApp::OrvaneWorkspaceApp(const UserFolders& folders,
                             .questions = m_questions,
                             .beeper = *m_beeper,
                             .trash = *m_trash,
-                            .clock = m_clock,
+                            .clock = *m_clock,
                             .licence = m_licence,
                             .folders = folders};
     m_appState = std::make_unique<AppState>(services);
@@ -83,7 +85,7 @@ OrvaneWorkspaceApp::OrvaneWorkspaceApp(const UserFolders& folders,
     m_appState->projectSession().prepareBootstrap();
     // Themes come first: a fresh installation is known by settings that are all unset.
     migrateAppearanceKeys(m_defaults);
-    m_themes = std::make_unique<AppearanceThemeLibrary>(m_defaults, m_clock);
+    m_themes = std::make_unique<AppearanceThemeLibrary>(m_defaults, *m_clock);
     m_themes->load();
     m_desktopScheme = std::make_unique<PortalColorScheme>(schemeOf(QGuiApplication::palette()));
     m_themeFollower =

@@ -33,9 +33,10 @@ class OrvaneWorkspaceApp : public QObject {
     Q_OBJECT
 public:
     /// `folders` says where a person's things are; the settings are kept in its configuration
-    /// folder. Without a trash the desktop's is used.
+    /// folder. Without a trash the desktop's is used, without a clock the machine's.
     explicit OrvaneWorkspaceApp(const UserFolders& folders,
-                                std::unique_ptr<SystemTrash> trash = nullptr);
+                                std::unique_ptr<SystemTrash> trash = nullptr,
+                                std::unique_ptr<Clock> clock = nullptr);
     ~OrvaneWorkspaceApp() override;
 
     /// Finds the projects, opens the one that the settings ask for, and shows the window.
@@ -69,7 +70,7 @@ private:
     SheetQuestions m_questions;
     std::unique_ptr<Beeper> m_beeper;
     std::unique_ptr<SystemTrash> m_trash;
-    SystemClock m_clock;
+    std::unique_ptr<Clock> m_clock;
     std::unique_ptr<AppearanceThemeLibrary> m_themes;
     std::unique_ptr<PortalColorScheme> m_desktopScheme;
     std::unique_ptr<DesktopThemeFollower> m_themeFollower;
