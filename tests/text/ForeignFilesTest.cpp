@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "text/TextCompare.h"
+#include "text/archive/TextArchive.h"
 #include "text/html/HtmlReader.h"
 #include "text/html/HtmlWriter.h"
 #include "text/rtf/OrvaneWorkspaceRTF.h"
@@ -155,8 +156,29 @@ TEST(ForeignFiles, NotesBesideTheTextComeInBehindItAndFootnotesLeaveAsSuch)
     ASSERT_TRUE(target.has_value());
     EXPECT_EQ(target->location, content->text.text().indexOf(u"1. First"));
 
+    const auto framesOf = [](const AttributedString& text) {
+        QList<std::pair<QChar, ParagraphFrame>> frames; // by the first letter
+        text.forEachParagraphRun(text.fullRange(), [&](TextRange run, const auto& style) {
+            if (style->frame != ParagraphFrame::none)
+                frames.append({text.text().at(run.location), style->frame});
+        });
+        return frames;
+    };
+    using Frame = ParagraphFrame;
+    const QList<std::pair<QChar, Frame>> frames{
+        {u'C', Frame::bar}, {u'T', Frame::bar}, {u'1', Frame::ruleAbove}};
+    EXPECT_EQ(framesOf(content->text), frames);
+    EXPECT_EQ(framesOf(*TextArchive::decode(TextArchive::encode(content->text))), frames);
+    const auto placeholder =
+        read("{\\rtf1 a\\par{\\pict\\wmetafile8 01}\\par{\\pict\\wmetafile8 01} b}");
+    EXPECT_EQ(framesOf(placeholder->text), (QList<std::pair<QChar, Frame>>{{u'[', Frame::dashed}}))
+        << "where nothing else stands in its paragraph";
+    EXPECT_EQ(framesOf(read(*OrvaneWorkspaceRTF::data(placeholder->text, {}))->text),
+              framesOf(placeholder->text));
+
     const auto again = read(*OrvaneWorkspaceRTF::data(content->text, {}));
     ASSERT_TRUE(again.has_value());
+    EXPECT_EQ(framesOf(again->text), frames);
     // On paper a thin tint is a light colour.
     EXPECT_EQ(listed(describeRuns(again->text)),
               listed(QStringList(runs).replaceInStrings(u"#FAC73D2E"_s, u"#FEF5DC"_s)));

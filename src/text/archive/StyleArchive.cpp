@@ -38,6 +38,7 @@ enum ParagraphKey : quint64 {
     textListsKey = 18,
     cellKey = 19,
     widowControlKey = 20,
+    frameKey = 21,
 };
 
 struct LengthRow {
@@ -361,6 +362,8 @@ void write(QCborStreamWriter& writer, const ParagraphStyle& style, ArchiveTables
                [&] { writeTextLists(writer, style.textLists); });
         member(cellKey, style.cell.has_value(), [&] { write(writer, *style.cell, tables); });
         member(widowControlKey, style.widowControl, [&] { writer.append(true); });
+        member(frameKey, style.frame != ParagraphFrame::none,
+               [&] { writer.append(quint64(style.frame)); });
     });
 }
 
@@ -387,6 +390,9 @@ ParagraphStyle readParagraphStyle(CborCursor& cursor, const ArchiveTables& table
             return;
         case widowControlKey:
             style.widowControl = readTrue(cursor);
+            return;
+        case frameKey:
+            style.frame = ParagraphFrame(cursor.readUnsigned(quint64(ParagraphFrame::dashed)));
             return;
         case paragraphBackgroundKey:
             style.background = readColor(cursor);

@@ -119,6 +119,16 @@ QByteArray paragraphCss(const ParagraphStyle& style)
         text += "line-height:" + number(style.minimumLineHeight) + "pt;";
     if (style.background)
         text += "background-color:" + css(*style.background) + ';';
+    if (style.frame == ParagraphFrame::bar)
+        text += "border-left:3pt solid " +
+                (style.background ? css(RgbaColor{style.background->red, style.background->green,
+                                                  style.background->blue, 1})
+                                  : QByteArray("gray")) +
+                ';';
+    else if (style.frame == ParagraphFrame::ruleAbove)
+        text += "border-top:thin solid gray;";
+    else if (style.frame == ParagraphFrame::dashed)
+        text += "border:thin dashed gray;";
     return text + tabCss(style);
 }
 

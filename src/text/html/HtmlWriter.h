@@ -12,7 +12,7 @@ namespace orvane {
 /// highlight, bold, italic, underline, strike, super- and subscript, links, alignment, direction,
 /// indents, tab stops, spacing, lists, headings, tables, and pictures as data URLs (a chart as its
 /// picture). `readHtml` gives all of these back, but not the look of a list's markers, nor what an
-/// item's style has beside the usual indents.
+/// item's style has beside the usual indents, nor the frames of paragraphs.
 ///
 /// List items (`ListItems.h`) are items of lists, boxes are check boxes, and headings, which are
 /// told by the sizes that they have at this person's (`headings`), are headings, for outlines and

@@ -120,6 +120,8 @@ void ParagraphPainter::paintBehind(const QTextBlock& block)
     if (style.background) {
         fill(areaOf(box.content), style.background->toQColor());
     }
+    if (style.frame != ParagraphFrame::none)
+        paintFrame(style, areaOf(box.content));
     const auto [first, past] = seenPieces(box);
     for (int piece = first; piece < past; ++piece)
         paintHighlights(block, box.pieces[std::size_t(piece)]);
@@ -144,6 +146,39 @@ void ParagraphPainter::paintBehind(const QTextBlock& block)
         for (const QRectF& rect :
              m_layout.rectsInPiece(block, piece, from, to, ParagraphLayout::LineFill::wholeLines))
             fill(rect, m_paint.colors.selection);
+    }
+}
+
+void ParagraphPainter::paintFrame(const ParagraphStyle& style, const QRectF& area)
+{
+    constexpr qreal barWidth = 3;
+    constexpr qreal ruleShare = 0.25; // of the width
+    const bool isMirrored = style.direction == WritingDirection::rightToLeft;
+    const auto beginning = [&](qreal width, qreal height) {
+        return QRectF(isMirrored ? area.right() - width : area.left(), area.top(), width, height);
+    };
+    switch (style.frame) {
+    case ParagraphFrame::none:
+        return;
+    case ParagraphFrame::bar: {
+        QColor color = style.background ? style.background->toQColor() : m_paint.colors.separator;
+        color.setAlpha(255);
+        return fill(beginning(barWidth, area.height()), color);
+    }
+    case ParagraphFrame::ruleAbove: {
+        const qreal thin = 1 / m_painter.device()->devicePixelRatioF() / m_paint.scale;
+        return fill(beginning(ruleShare * area.width(), thin), m_paint.colors.separator);
+    }
+    case ParagraphFrame::dashed: {
+        QPen pen(m_paint.colors.separator, std::max(1.0, 0.75 * m_paint.scale));
+        pen.setDashPattern({4, 3});
+        m_painter.save();
+        m_painter.setPen(pen);
+        m_painter.setBrush(Qt::NoBrush);
+        m_painter.drawRect(onPainter(area).adjusted(1, 1, -1, -1));
+        m_painter.restore();
+        return;
+    }
     }
 }
 

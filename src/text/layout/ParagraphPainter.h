@@ -17,6 +17,7 @@ public:
 private:
     void paintBorders(const QTextBlock& block, const ParagraphBox& box);
     void paintBehind(const QTextBlock& block);
+    void paintFrame(const ParagraphStyle& style, const QRectF& area);
     void paintHighlights(const QTextBlock& block, const ParagraphPiece& piece);
     void paintPageBreak(const QTextBlock& block, const ParagraphBox& box);
     void paintLines(const QTextBlock& block, const ParagraphBox& box, int piece);

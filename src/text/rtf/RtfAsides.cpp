@@ -16,6 +16,7 @@ constexpr double asideIndent = 24; // points
 /// The yellow of a marker, thin enough for black and for white letters.
 constexpr RgbaColor asideTint{0.98, 0.78, 0.24, 0.18};
 constexpr qsizetype nameDigits = 12;
+constexpr double ruleRoom = 12; // points above the first footnote
 /// The size of a footnote's words beside that of the text; what is up to the second is left alone.
 constexpr double footnoteScale = 0.8;
 constexpr double largestFootnoteScale = 0.85;
@@ -159,6 +160,7 @@ void RtfInterpreter::insertMarked()
     ParagraphStyle paragraph;
     paragraph.headIndent = paragraph.firstLineHeadIndent = asideIndent;
     paragraph.background = asideTint;
+    paragraph.frame = ParagraphFrame::bar;
     for (const AttributedString& marked : std::exchange(m_marked, {})) {
         marked.forEachCharacterRun(
             marked.fullRange(), [&](TextRange run, const SharedCharacterStyle& style) {
@@ -176,6 +178,7 @@ void RtfInterpreter::insertPlaceholder(const QString& words)
         style.font->italic = true;
     if (m_isPageBreak)
         endParagraph();
+    m_placeholderLength = m_builder.isAtParagraphStart() ? words.size() : 0;
     m_builder.text(words, style);
 }
 
@@ -188,12 +191,17 @@ void RtfInterpreter::appendFootnotes(AttributedString& text) const
             end.font = text.characterStyle(text.length() - 1)->font;
             text.append(u"\n", end);
         }
+        ParagraphStyle paragraph;
+        if (number == 0) {
+            paragraph.frame = ParagraphFrame::ruleAbove;
+            paragraph.spacingBefore = ruleRoom;
+        }
         text.setParagraphStyle({text.length(), 0}, {});
         CharacterStyle style = plainStyleOf(words);
         CharacterStyle back = style;
         back.link = u'#' + name + u"-reference"_s;
         back.targetName = name;
-        text.append(QString::number(++number) + u'.', back, ParagraphStyle{});
+        text.append(QString::number(++number) + u'.', back, paragraph);
         text.append(u" ", style);
         appendLines(text, words, {});
     }

@@ -39,6 +39,7 @@ public:
     [[nodiscard]] bool isAtParagraphStart() const { return m_pending.isEmpty(); }
     /// The same for a line of a cell, too.
     [[nodiscard]] bool isAtLineStart() const { return m_pending.length() == m_lineStart; }
+    [[nodiscard]] qsizetype lineLength() const { return m_pending.length() - m_lineStart; }
     /// Whether lines of the same cell have ended before.
     [[nodiscard]] bool isBehindLine() const { return m_lineStart > 0; }
 

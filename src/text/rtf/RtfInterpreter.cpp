@@ -471,7 +471,14 @@ void RtfInterpreter::endParagraph()
     }
     if (std::as_const(state().paragraph)->beginsPage)
         m_builder.pageBreakBefore(currentParagraphStyle(), currentStyle());
-    m_builder.endParagraph(endingParagraphStyle(), currentStyle());
+    ParagraphStyle style = endingParagraphStyle();
+    const qsizetype placeholder = std::exchange(m_placeholderLength, 0);
+    if (placeholder > 0 && m_builder.lineLength() == placeholder) {
+        constexpr double room = 8; // points
+        style.frame = ParagraphFrame::dashed;
+        style.headIndent = style.firstLineHeadIndent = style.headIndent + room;
+    }
+    m_builder.endParagraph(style, currentStyle());
     insertMarked();
 }
 

@@ -169,6 +169,7 @@ private:
     QString m_collected; // font name, field instruction, list text, numbering, shape property
     QString m_shapeName;
     QStringList m_links;
+    qsizetype m_placeholderLength = 0; // at the beginning of the paragraph that has begun
     QString m_listMarker;
     bool m_hasListText = false; // the document says the marker itself, which may be none
     QString m_targetName;       // of the text that comes

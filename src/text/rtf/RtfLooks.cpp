@@ -122,6 +122,13 @@ ParagraphStyle RtfInterpreter::currentParagraphStyle() const
     style.keepWithNext = format.keepsWithNext;
     style.widowControl = format.controlsWidows;
     style.background = colorOf(format.background);
+    constexpr int left = 1;
+    constexpr int top = 2;
+    constexpr int allRound = 15;
+    style.frame = format.borders == left       ? ParagraphFrame::bar
+                  : format.borders == top      ? ParagraphFrame::ruleAbove
+                  : format.borders == allRound ? ParagraphFrame::dashed
+                                               : ParagraphFrame::none;
     return style;
 }
 

@@ -88,6 +88,7 @@ struct RtfParagraphFormat : QSharedData {
     bool controlsWidows = false;
     bool inTable = false;
     int background = noColorIndex;
+    int borders = 0;    ///< 1 left, 2 top, 4 right, 8 bottom
     int numbering = -1; ///< of the `\pn` kind
     int listLevel = 0;
     int list = 0; ///< by the override that it names; 0 for none

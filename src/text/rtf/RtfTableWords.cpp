@@ -106,6 +106,12 @@ void leaveBorders(RtfInterpreter& interpreter, RtfParameter, int)
     interpreter.borderEdge = -1;
 }
 
+void beginParagraphBorder(RtfInterpreter& interpreter, RtfParameter parameter, int side)
+{
+    leaveBorders(interpreter, parameter, 0);
+    interpreter.paragraph().borders |= side;
+}
+
 void endCell(RtfInterpreter& interpreter, RtfParameter, int)
 {
     interpreter.endCell();
@@ -151,6 +157,10 @@ void addTableWords(RtfWordTable& table)
         {"clbrdrr", {beginBorder, right}},
         {"clbrdrb", {beginBorder, bottom}},
         {"clbrdrl", {beginBorder, left}},
+        {"brdrl", {beginParagraphBorder, 1}},
+        {"brdrt", {beginParagraphBorder, 2}},
+        {"brdrr", {beginParagraphBorder, 4}},
+        {"brdrb", {beginParagraphBorder, 8}},
         {"brdrw", {setBorderWidth}},
         {"brdrcf", {setBorderColor}},
         {"brdrnone", {setBorderKind, 0}},
@@ -164,9 +174,9 @@ void addTableWords(RtfWordTable& table)
                               "brdrhair", "brdrdashsm", "brdrdashd", "brdrdashdd", "brdrtriple",
                               "brdrtnthsg", "brdrthtnsg", "brdrinset", "brdroutset"})
         table.insert({drawn, {setBorderKind, 1}});
-    for (const char* other : {"trbrdrt", "trbrdrb", "trbrdrl", "trbrdrr", "trbrdrh", "trbrdrv",
-                              "brdrt", "brdrb", "brdrl", "brdrr", "brdrbtw", "brdrbar", "box",
-                              "pgbrdrt", "pgbrdrb", "pgbrdrl", "pgbrdrr", "cldglu", "cldgll"})
+    for (const char* other :
+         {"trbrdrt", "trbrdrb", "trbrdrl", "trbrdrr", "trbrdrh", "trbrdrv", "brdrbtw", "brdrbar",
+          "box", "pgbrdrt", "pgbrdrb", "pgbrdrl", "pgbrdrr", "cldglu", "cldgll"})
         table.insert({other, {leaveBorders}});
 }
 

@@ -329,6 +329,14 @@ QByteArray RtfWriter::paragraphWords(const ParagraphStyle& style)
         words.append("\\keepn");
     if (style.widowControl)
         words.append("\\widctlpar");
+    if (style.frame == ParagraphFrame::bar)
+        words.append("\\brdrl\\brdrs\\brdrw45\\brsp80");
+    else if (style.frame == ParagraphFrame::ruleAbove)
+        words.append("\\brdrt\\brdrs\\brdrw10\\brsp20");
+    for (const char* side : {"\\brdrt", "\\brdrl", "\\brdrb", "\\brdrr"}) {
+        if (style.frame == ParagraphFrame::dashed)
+            words.append(side).append("\\brdrdash\\brdrw10\\brsp20");
+    }
     if (style.background && style.background->alpha > 0)
         appendRtfWord(words, "\\cbpat", m_palette.color(onPaper(*style.background)));
     words.append(' ');

@@ -38,7 +38,7 @@ std::size_t qHash(const ParagraphStyle& style, std::size_t seed) noexcept
         style.headIndent, style.tailIndent, style.defaultTabInterval, style.lineHeightMultiple,
         style.minimumLineHeight, style.maximumLineHeight, style.lineSpacing, style.spacingBefore,
         style.spacingAfter, style.hyphenationFactor, style.keepLinesTogether, style.keepWithNext,
-        style.widowControl, style.background ? hashOf(*style.background) : 0,
+        style.widowControl, style.background ? hashOf(*style.background) : 0, int(style.frame),
         style.cell ? hashOf(*style.cell) : 0);
     for (const TextTab& tab : style.tabStops)
         hash = qHashMulti(hash, tab.location, int(tab.alignment));

@@ -85,6 +85,14 @@ struct TableCellBlock {
     bool operator==(const TableCellBlock&) const = default;
 };
 
+/// What sets a paragraph apart from the text round it, drawn within its own area.
+enum class ParagraphFrame {
+    none,
+    bar,       ///< beside its beginning, in its background's colour: a remark on the text
+    ruleAbove, ///< short, before notes
+    dashed,    ///< all round: the place of what isn't there
+};
+
 /// The attributes of a paragraph. Lengths are in points.
 struct ParagraphStyle {
     TextAlignment alignment = TextAlignment::natural;
@@ -106,6 +114,7 @@ struct ParagraphStyle {
     bool keepWithNext = false;
     bool widowControl = false; ///< no first or last line alone on a page
     std::optional<RgbaColor> background;
+    ParagraphFrame frame = ParagraphFrame::none;
     QList<TextList> textLists; ///< outermost first
     std::optional<TableCellBlock> cell;
 
