@@ -251,6 +251,8 @@ void setDirection(ParagraphStyle& paragraph, QStringView value)
         paragraph.direction = WritingDirection::rightToLeft;
     else if (value.compare(u"ltr", Qt::CaseInsensitive) == 0)
         paragraph.direction = WritingDirection::leftToRight;
+    else if (value.compare(u"auto", Qt::CaseInsensitive) == 0)
+        paragraph.direction = WritingDirection::natural;
 }
 
 bool applyFontDeclaration(HtmlLook& look, const CssDeclaration& declaration, const TextFont& base)

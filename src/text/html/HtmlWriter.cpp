@@ -297,7 +297,9 @@ void Writer::contents(TextRange range)
 void Writer::table(const TableRows& table)
 {
     m_lists.end();
-    m_html.append("<table border=\"0\" style=\"border-collapse:collapse;width:100%\">\n");
+    m_html.append("<table border=\"0\" style=\"border-collapse:collapse;width:100%\"");
+    const bool isMirrored = table.runsRightToLeft();
+    m_html.append(isMirrored ? " dir=\"rtl\">\n" : ">\n");
     for (const QList<TablePlace>& row : table.rows) {
         m_html.append("<tr>");
         for (const TablePlace& place : row) {
@@ -307,7 +309,9 @@ void Writer::table(const TableRows& table)
                 m_html.append("<td></td>");
                 continue;
             }
-            m_html.append("<td" + cellAttributes(place.cell()) + '>');
+            m_html.append("<td" + cellAttributes(place.cell()));
+            // A paragraph without a direction of its own doesn't take the table's.
+            m_html.append(isMirrored ? " dir=\"auto\">" : ">");
             for (const TextParagraph& one : place.paragraphs)
                 cell(one);
             m_html.append("</td>");

@@ -238,6 +238,7 @@ void ParagraphLayout::layOutRow(const QTextBlock& cell)
     const qreal percent = std::clamp(table.table.contentWidthPercent, 1.0, 100.0);
     const std::vector<qreal> edges = columnEdges(row, m_styles, m_width * u * percent / 100);
     const int columns = int(edges.size()) - 1;
+    const bool isMirrored = runsRightToLeft(row, m_styles);
 
     // Cells stand at their column, each paragraph of a cell below the one before.
     qreal rowHeight = 0;
@@ -255,7 +256,8 @@ void ParagraphLayout::layOutRow(const QTextBlock& cell)
         };
         ParagraphBox& box = boxFor(block);
         const qreal start = edges[std::size_t(column)];
-        box.cell = QRectF(start, 0, edges[std::size_t(column) + std::size_t(span)] - start, 0);
+        const qreal end = edges[std::size_t(column) + std::size_t(span)];
+        box.cell = QRectF(isMirrored ? m_width * u - end : start, 0, end - start, 0);
         const qreal left = box.cell.left() + inset(BoxEdge::left);
         prepare(block, box,
                 std::max(u, box.cell.width() - inset(BoxEdge::left) - inset(BoxEdge::right)));

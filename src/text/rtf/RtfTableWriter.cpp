@@ -48,14 +48,16 @@ void RtfWriter::writeTable(const TableRows& table)
 {
     const QList<int> edges = columnEdges(table);
     for (const QList<TablePlace>& row : table.rows)
-        writeRow(row, edges);
+        writeRow(row, edges, table.runsRightToLeft());
     m_hasParagraphStyle = false;
 }
 
 // The definition of a row comes before its cells.
-void RtfWriter::writeRow(const QList<TablePlace>& row, const QList<int>& edges)
+void RtfWriter::writeRow(const QList<TablePlace>& row, const QList<int>& edges, bool isMirrored)
 {
     m_body.append("\\trowd\\trgaph0\\trleft0");
+    if (isMirrored)
+        m_body.append("\\rtlrow");
     for (const TablePlace& place : row) {
         const int past = place.column + place.columns;
         const int beyond = past - int(edges.size());

@@ -28,7 +28,7 @@ private:
     [[nodiscard]] bool breaksPageBeforeNext(TextRange paragraph) const;
     void writeMarker(const RtfListTable::Item& item);
     void writeTable(const TableRows& table);
-    void writeRow(const QList<TablePlace>& row, const QList<int>& edges);
+    void writeRow(const QList<TablePlace>& row, const QList<int>& edges, bool isMirrored);
     void writeCellContents(const QList<TextParagraph>& paragraphs);
     void writeCellLines(const TextParagraph& paragraph);
     void writeText(TextRange range);

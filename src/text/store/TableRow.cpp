@@ -18,6 +18,11 @@ bool continuesRow(const QTextBlock& block, const StyleTable& styles)
     return cell.table.id == left.table.id && cell.row == left.row && cell.column >= left.column;
 }
 
+bool runsRightToLeft(const TableRow& row, const StyleTable& styles)
+{
+    return styles.styleOf(row.first.blockFormat())->direction == WritingDirection::rightToLeft;
+}
+
 TableRow rowOf(const QTextBlock& cell, const StyleTable& styles)
 {
     TableRow row{cell, cell};

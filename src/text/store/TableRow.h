@@ -25,6 +25,10 @@ struct TableRow {
 /// Whether `block` is a cell that continues the row of the paragraph before it.
 [[nodiscard]] bool continuesRow(const QTextBlock& block, const StyleTable& styles);
 
+/// Whether the columns of a row follow one another from the right: its first cell is a paragraph
+/// that was set to run so.
+[[nodiscard]] bool runsRightToLeft(const TableRow& row, const StyleTable& styles);
+
 /// The row of a cell.
 [[nodiscard]] TableRow rowOf(const QTextBlock& cell, const StyleTable& styles);
 

@@ -86,6 +86,15 @@ TableRows rowsOf(const QList<TextParagraph>& cells)
 
 } // namespace
 
+bool TableRows::runsRightToLeft() const
+{
+    for (const TablePlace& place : rows.first()) {
+        if (place.kind == TablePlace::Kind::cell)
+            return place.paragraphs.first().style->direction == WritingDirection::rightToLeft;
+    }
+    return false;
+}
+
 QList<TextRange> linesOf(const AttributedString& text, TextRange paragraph)
 {
     QList<TextRange> lines;

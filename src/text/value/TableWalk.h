@@ -37,6 +37,10 @@ struct TableRows {
 
     int columns = 1; ///< of the widest row, at most `mostColumns`
     QList<QList<TablePlace>> rows;
+
+    /// Whether the columns follow one another from the right: the first cell is a paragraph that
+    /// was set to run so.
+    [[nodiscard]] bool runsRightToLeft() const;
 };
 
 /// The lines of a cell's paragraph, which U+2028 parts, in their order; at least one.
