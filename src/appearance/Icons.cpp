@@ -65,6 +65,8 @@ Drawing drawingOf(Symbol symbol)
         return {"places"_L1, "folder"_L1};
     case Symbol::Forward:
         return {"actions"_L1, "go-next"_L1};
+    case Symbol::HeaderFill:
+        break; // drawn by us, see `ownDrawing`
     case Symbol::Help:
         return {"actions"_L1, "games-hint"_L1};
     case Symbol::Highlight:
@@ -127,6 +129,18 @@ Drawing drawingOf(Symbol symbol)
         return {"actions"_L1, "format-text-strikethrough"_L1};
     case Symbol::Table:
         return {"actions"_L1, "insert-table"_L1};
+    case Symbol::TableColumnLeft:
+        return {"actions"_L1, "edit-table-insert-column-left"_L1};
+    case Symbol::TableColumnRight:
+        return {"actions"_L1, "edit-table-insert-column-right"_L1};
+    case Symbol::TableRemoveColumn:
+        return {"actions"_L1, "edit-table-delete-column"_L1};
+    case Symbol::TableRemoveRow:
+        return {"actions"_L1, "edit-table-delete-row"_L1};
+    case Symbol::TableRowAbove:
+        return {"actions"_L1, "edit-table-insert-row-above"_L1};
+    case Symbol::TableRowBelow:
+        return {"actions"_L1, "edit-table-insert-row-below"_L1};
     case Symbol::Tag:
         return {"actions"_L1, "tag"_L1};
     case Symbol::TextColor:
@@ -174,6 +188,10 @@ QString drawingFile(const QString& category, const QString& name)
 /// What the icon theme draws filled or in colours of its own, as a line drawing.
 QByteArray ownDrawing(Symbol symbol)
 {
+    if (symbol == Symbol::HeaderFill)
+        return R"(<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 16 16">
+<path d="M2.5 2.5h11v11h-11zM2.5 10h11M8 6.5v7" fill="none" stroke="#000"/>
+<path d="M2.5 2.5h11v4h-11z"/></svg>)"_ba;
     if (symbol != Symbol::Warning)
         return {};
     return R"(<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 16 16">

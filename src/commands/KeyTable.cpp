@@ -93,6 +93,11 @@ constexpr KeyRow rows[] = {
     standard(Text, Std::Paste, TITLE("Paste")),
     key(Text, Qt::Key_V, ctrl | shift, TITLE("Paste as Plain Text")),
     standard(Text, Std::SelectAll, TITLE("Select All")),
+    key(KeyPlace::Table, Qt::Key_Up, alt, TITLE("Move Table Row Up"), postable<TableCommands::moveRowUp>()),
+    key(KeyPlace::Table, Qt::Key_Down, alt, TITLE("Move Table Row Down"), postable<TableCommands::moveRowDown>()),
+    key(KeyPlace::Table, Qt::Key_Left, alt, TITLE("Move Table Column Left"), postable<TableCommands::moveColumnLeft>()),
+    key(KeyPlace::Table, Qt::Key_Right, alt, TITLE("Move Table Column Right"), postable<TableCommands::moveColumnRight>()),
+    key(KeyPlace::Table, Qt::Key_Return, alt, TITLE("Go to the Table's Tools"), postable<TableCommands::goToTools>()),
 
     // Where a keyboard has the sign.
     key(Window, Qt::Key_Equal, ctrl, TITLE("Zoom In")),
@@ -145,10 +150,6 @@ constexpr KeyRow rows[] = {
 
     key(KeyPlace::Table, Qt::Key_Tab, 0, TITLE("Go to Next Cell")),
     keyWithAny(KeyPlace::Table, Qt::Key_Tab, shift, TITLE("Go to Previous Cell")),
-    key(KeyPlace::Table, Qt::Key_Up, alt, TITLE("Move Table Row Up"), postable<TableCommands::moveRowUp>()),
-    key(KeyPlace::Table, Qt::Key_Down, alt, TITLE("Move Table Row Down"), postable<TableCommands::moveRowDown>()),
-    key(KeyPlace::Table, Qt::Key_Left, alt, TITLE("Move Table Column Left"), postable<TableCommands::moveColumnLeft>()),
-    key(KeyPlace::Table, Qt::Key_Right, alt, TITLE("Move Table Column Right"), postable<TableCommands::moveColumnRight>()),
 
     key(BinderRows, Qt::Key_Up, alt, TITLE("Move Row Up")),
     key(BinderRows, Qt::Key_Down, alt, TITLE("Move Row Down")),

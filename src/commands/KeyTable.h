@@ -61,9 +61,14 @@ enum class FixedKey {
     paste,
     pastePlain,
     selectAll,
+    moveTableRowUp,
+    moveTableRowDown,
+    moveTableColumnLeft,
+    moveTableColumnRight,
+    goToTableTools,
 };
 
-inline constexpr int fixedKeyCount = 34;
+inline constexpr int fixedKeyCount = 39;
 
 /// One key that no person chose.
 struct KeyRow {

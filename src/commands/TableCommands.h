@@ -3,6 +3,8 @@
 
 #include "commands/AppCommandEvents.h"
 
+#include <QRect>
+
 namespace orvane {
 
 /// A new table of so many rows and columns.
@@ -12,6 +14,18 @@ struct TableSize {
     std::optional<QUuid> noteID;
 
     bool operator==(const TableSize&) const = default;
+};
+
+/// The fills of a table that a person chooses.
+enum class TableFill { header, cells };
+
+/// Lets a person choose a fill, in a popup below `anchor`, which is in global coordinates.
+struct TableFillChoice {
+    TableFill fill = TableFill::cells;
+    QRect anchor;
+    std::optional<QUuid> noteID;
+
+    bool operator==(const TableFillChoice&) const = default;
 };
 
 } // namespace orvane
@@ -38,6 +52,12 @@ inline constexpr Notification<CommandTarget> moveColumnRight{
     "OrvaneWorkspace.Table.MoveColumnRight"};
 inline constexpr Notification<CommandTarget> sortAscending{"OrvaneWorkspace.Table.SortAscending"};
 inline constexpr Notification<CommandTarget> sortDescending{"OrvaneWorkspace.Table.SortDescending"};
+inline constexpr Notification<TableFillChoice> chooseFill{"OrvaneWorkspace.Table.ChooseFill"};
+inline constexpr Notification<CommandTarget> selectRow{"OrvaneWorkspace.Table.SelectRow"};
+inline constexpr Notification<CommandTarget> selectColumn{"OrvaneWorkspace.Table.SelectColumn"};
+inline constexpr Notification<CommandTarget> selectTable{"OrvaneWorkspace.Table.SelectTable"};
+/// The keyboard goes to the bar of commands beside the table.
+inline constexpr Notification<CommandTarget> goToTools{"OrvaneWorkspace.Table.GoToTools"};
 /// The selected paragraphs, or that of the caret; tabs, bars or commas part the cells.
 inline constexpr Notification<CommandTarget> convertTextToTable{"OrvaneWorkspace.Table.FromText"};
 inline constexpr Notification<CommandTarget> convertTableToText{"OrvaneWorkspace.Table.ToText"};

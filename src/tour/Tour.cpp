@@ -18,6 +18,7 @@
 #include "tour/TourHand.h"
 #include "tour/TourPages.h"
 #include "tour/TourSafety.h"
+#include "tour/TourTables.h"
 #include "tour/TourWriting.h"
 
 #include <QAbstractButton>
@@ -631,10 +632,17 @@ int Tour::run()
     browse();
     quitAndComeBack();
     checkEveryWord();
-    tourFormatting({window(), *m_hand, m_app->themes(), m_app->appState().services().notifications,
-                    take, takePopup, [this](bool holds, const QString& what) {
-                        expect(holds, what);
-                    }});
+    const TourStop stop{window(),
+                        *m_hand,
+                        m_app->themes(),
+                        m_app->appState().services().notifications,
+                        take,
+                        takePopup,
+                        [this](bool holds, const QString& what) {
+                            expect(holds, what);
+                        }};
+    tourFormatting(stop);
+    tourTables(stop);
     tourOthers(*m_app, *m_hand, take);
     narrowWindow();
     protectedProject();

@@ -126,8 +126,9 @@ void CommandWalkTest::fillSteps()
          {TableCommands::addRowAbove, TableCommands::addRowBelow, TableCommands::addColumnLeft,
           TableCommands::addColumnRight, TableCommands::removeRow, TableCommands::removeColumn,
           TableCommands::moveRowUp, TableCommands::moveRowDown, TableCommands::moveColumnLeft,
-          TableCommands::moveColumnRight, TableCommands::sortAscending,
-          TableCommands::sortDescending, TableCommands::clearCellFill, TableCommands::deleteTable,
+          TableCommands::moveColumnRight, TableCommands::sortAscending, TableCommands::selectRow,
+          TableCommands::selectColumn, TableCommands::selectTable, TableCommands::sortDescending,
+          TableCommands::clearCellFill, TableCommands::deleteTable,
           TableCommands::convertTextToTable, TableCommands::convertTableToText})
         posts(command);
     posts(TableCommands::insertOfSize, TableSize{2, 3, {}});

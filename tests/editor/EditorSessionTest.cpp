@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "SessionFixture.h"
+#include "support/FullDisk.h"
 #include "support/Versions.h"
 
 #include <QTest>
-
-#include <csignal>
-#include <sys/resource.h>
 
 namespace orvane {
 namespace {
@@ -14,23 +12,6 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 using EditorSessionTest = SessionFixture;
-
-/// As if the disk were full, while it lives.
-class FullDisk {
-public:
-    FullDisk()
-    {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        rlimit none = m_before;
-        none.rlim_cur = 0;
-        setrlimit(RLIMIT_FSIZE, &none);
-    }
-    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &m_before); }
-
-private:
-    rlimit m_before{};
-};
 
 TEST_F(EditorSessionTest, AutosaveIsATrailingDebounce)
 {

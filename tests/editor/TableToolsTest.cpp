@@ -1,89 +1,22 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/tables/TableTools.h"
 
-#include "appearance/AppearanceTokens.h"
+#include "TableFixture.h"
 #include "commands/EditorFormatNotifications.h"
-#include "commands/TableCommands.h"
-#include "editor/pane/WritingTools.h"
 #include "editor/tables/TableGridPopup.h"
-#include "editor/tables/TableText.h"
-#include "editor/view/EditorView.h"
-#include "support/TestServices.h"
-#include "text/layout/ParagraphLayout.h"
-#include "text/store/TextStore.h"
 
-#include <QApplication>
 #include <QClipboard>
 #include <QMenu>
 #include <QMimeData>
 #include <QSpinBox>
-#include <QTest>
-#include <QVBoxLayout>
-#include <gtest/gtest.h>
 
 namespace orvane {
 namespace {
 
 using namespace Qt::StringLiterals;
 
-class TableToolsTest : public ::testing::Test {
+class TableToolsTest : public TableTest {
 protected:
-    TableToolsTest()
-    {
-        auto* layout = new QVBoxLayout(&pane);
-        layout->addWidget(view);
-        tools->prepareText(view->gateway(), EditorMode::richText);
-        tools->showText(note);
-        pane.resize(900, 500);
-        pane.show();
-        QApplication::setActiveWindow(&pane);
-        view->setFocus();
-        QApplication::processEvents();
-    }
-
-    /// Rows of words; "," parts cells. The caret is in the first one.
-    void load(const QString& rows, const QString& behind = u"end"_s)
-    {
-        CellContents contents;
-        for (const QString& row : rows.split(u';')) {
-            QList<AttributedString> cells;
-            for (const QString& cell : row.split(u','))
-                cells.append(AttributedString(cell));
-            contents.append(cells);
-        }
-        AttributedString text = TableEngine::tableOf(contents, {});
-        text.remove({text.length() - 1, 1});
-        text.append(behind, {}, ParagraphStyle{});
-        view->gateway().load(text, {});
-        goTo(0, 0);
-    }
-    [[nodiscard]] TableGrid grid() const { return *tableAt(view->store(), 1); }
-    [[nodiscard]] TextRange cell(int row, int column) const
-    {
-        return grid().cells[grid().indexOver(row, column)].range;
-    }
-    void goTo(int row, int column)
-    {
-        view->setSelection(TextSelection::caret(cell(row, column).location));
-    }
-    void selectCells(int row, int column, int toRow, int toColumn)
-    {
-        view->setSelection({cell(row, column).location, cell(toRow, toColumn).location});
-    }
-    [[nodiscard]] std::string shown() const
-    {
-        return tabbedText(view->store().attributedText())
-            .replace(u'\t', u',')
-            .replace(u'\n', u';')
-            .toStdString();
-    }
-    void press(const QString& keys)
-    {
-        const QKeyCombination key = QKeySequence(keys)[0];
-        QTest::keyClick(view, key.key(), key.keyboardModifiers());
-    }
-    void type(const QString& text) { QTest::keyClicks(view, text); }
-    [[nodiscard]] QString selected() const { return view->store().text(view->selection().range()); }
     static void copy(const QString& text, const QString& html = {})
     {
         auto* data = new QMimeData;
@@ -92,15 +25,6 @@ protected:
             data->setHtml(html);
         QApplication::clipboard()->setMimeData(data);
     }
-
-    TestServices services;
-    const QUuid note = QUuid::createUuid();
-    Look look{signatureDarkTokens()};
-    WritingLibrary library{services.services(), {}, u"en_US"_s};
-    QWidget pane;
-    EditorView* view = new EditorView(&pane);
-    std::unique_ptr<WritingTools> tools =
-        std::make_unique<WritingTools>(*view, library, services.services(), look, pane);
 };
 
 TEST_F(TableToolsTest, KeysGoThroughCellsAndMoveRowsAndColumns)

@@ -1,68 +1,37 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "editor/pane/WritingTools.h"
 
-#include "appearance/AppearanceTokens.h"
+#include "ToolsFixture.h"
 #include "appearance/themes/BundledThemes.h"
 #include "commands/EditorFormatNotifications.h"
 #include "editor/page/PageBreaks.h"
 #include "editor/pane/StripMenuButton.h"
-#include "editor/view/EditorView.h"
-#include "support/TestServices.h"
 #include "text/layout/ParagraphLayout.h"
-#include "text/store/TextStore.h"
 
-#include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
-#include <QTest>
 #include <QTextBlock>
 #include <QToolButton>
-#include <QVBoxLayout>
-#include <gtest/gtest.h>
 
 namespace orvane {
 namespace {
 
 using namespace Qt::StringLiterals;
 
-/// A pane with a text and its tools, worked by keys.
-class WritingToolsTest : public ::testing::Test {
+class WritingToolsTest : public ToolsTest {
 protected:
     WritingToolsTest()
     {
-        auto* layout = new QVBoxLayout(&pane);
-        layout->addWidget(view);
-        layout->addWidget(&tools->findStrip());
         view->setPlainText(u"Tide and tide, TIDE"_s);
         show(note, EditorMode::plainText);
-        pane.resize(900, 500);
-        pane.show();
-        QApplication::setActiveWindow(&pane);
-        view->setFocus();
-        QApplication::processEvents();
     }
 
-    void show(const std::optional<QUuid>& shown, EditorMode mode)
-    {
-        tools->prepareText(view->gateway(), mode);
-        tools->showText(shown);
-    }
     void toggleFind() { services.notifications.post(AppCommandEvents::toggleDocumentFind); }
-    template <typename T>
-    T* named(const QString& name)
-    {
-        for (T* each : pane.findChildren<T*>()) {
-            if (each->accessibleName() == name || each->property("text").toString() == name)
-                return each;
-        }
-        return nullptr;
-    }
     QLineEdit* query() { return named<QLineEdit>(u"Find in note"_s); }
     QLineEdit* replacement() { return named<QLineEdit>(u"Replace with"_s); }
     QString count() { return tools->findStrip().findChild<QLabel*>()->text(); }
-    static void type(const QString& text) { QTest::keyClicks(QApplication::focusWidget(), text); }
     static void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key(key), modifiers);
@@ -73,17 +42,8 @@ protected:
         ASSERT_TRUE(button) << qPrintable(name);
         QTest::mouseClick(button, Qt::LeftButton);
     }
-    QString selected() { return view->store().text(view->selection().range()); }
 
-    TestServices services;
     QTemporaryDir dictionaries;
-    const QUuid note = QUuid::createUuid();
-    Look look{signatureDarkTokens()};
-    WritingLibrary library{services.services(), {}, u"en_US"_s};
-    QWidget pane;
-    EditorView* view = new EditorView(&pane);
-    std::unique_ptr<WritingTools> tools =
-        std::make_unique<WritingTools>(*view, library, services.services(), look, pane);
 };
 
 TEST_F(WritingToolsTest, FindsWhileTheQueryIsTyped)

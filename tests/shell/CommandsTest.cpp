@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "appearance/Drawing.h"
 #include "commands/EditorFormatNotifications.h"
+#include "commands/TableCommands.h"
 #include "editor/writing/FocusMode.h"
 #include "shell/commands/AppMenus.h"
 #include "shell/commands/CommandIcons.h"
@@ -75,7 +76,10 @@ TEST_F(CommandsTest, TheTableIsSound)
         EXPECT_FALSE(command->action && command->fixedKey);
         if (command->action)
             ++actions[*command->action];
-        const QString key = m_commands.keyText(*command);
+        // In a table keys mean something else.
+        const bool isOfTable =
+            command->fixedKey && keyRow(*command->fixedKey).place == KeyPlace::Table;
+        const QString key = isOfTable ? QString() : m_commands.keyText(*command);
         EXPECT_FALSE(!key.isEmpty() && keys.contains(key)) << qPrintable(key);
         keys.insert(key);
     }
@@ -120,6 +124,25 @@ TEST_F(CommandsTest, MenusShowWhatIsBuiltInAndEnableWhatWouldAct)
 
     const std::unique_ptr<QMenu> all(makeApplicationMenu(m_commands, nullptr));
     EXPECT_EQ(open(*all), QStringList({u"&Edit"_s, u"&Note"_s}));
+}
+
+TEST_F(CommandsTest, CommandsOfATableAreOfferedInOne)
+{
+    observe(TableCommands::addRowAbove);
+    observe(TableCommands::moveRowUp);
+    const std::unique_ptr<QMenu> menu(makeCommandMenu(CommandMenu::Format, m_commands, nullptr));
+    const auto items = [&] {
+        QStringList all;
+        for (QAction* each : (open(*menu), menu->actions()))
+            all += each->menu() ? open(*each->menu()) : QStringList();
+        return all;
+    };
+    m_context.writesRichText = true;
+    EXPECT_EQ(items(), QStringList({u"[Add Row Above]"_s, u"[Move Table Row Up\tAlt+Up]"_s}));
+    m_context.isInTable = true;
+    EXPECT_EQ(items(), QStringList({u"Add Row Above"_s, u"Move Table Row Up\tAlt+Up"_s}));
+    m_context.mayWrite = false;
+    EXPECT_FALSE(m_commands.wouldAct(commandWithId(u"tableAddRowAbove"_s)));
 }
 
 TEST_F(CommandsTest, ChoosingAnItemPostsItOnce)

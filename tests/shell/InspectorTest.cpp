@@ -1,7 +1,12 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "ShellFixture.h"
 #include "core/tags/TagColorPalette.h"
+#include "editor/formatting/ColorPopup.h"
+#include "editor/pane/EditorPaneView.h"
+#include "editor/tables/TableEngine.h"
+#include "editor/view/EditorView.h"
 #include "shell/inspector/InspectorView.h"
+#include "shell/inspector/TableSection.h"
 #include "shell/inspector/TagActions.h"
 #include "shell/inspector/TagChip.h"
 #include "shell/inspector/TagField.h"
@@ -462,6 +467,57 @@ TEST(VersionRowsTest, SayWhenAndHowMuch)
                            version(at(2025, 11, 2, 22, 15), 1, std::nullopt)},
                           2011, at(2026, 11, 21, 23, 0)),
               expected);
+}
+
+TEST_F(InspectorTest, TheTableOfTheCaretIsToldAndFilled)
+{
+    EditorPaneView& pane = window().editorPane();
+    EditorView& view = pane.textView();
+    pane.session().setMode(EditorMode::richText);
+    pane.focusText();
+    const auto section = [this] {
+        TourHand::settle();
+        return find<TableSection>();
+    };
+    EXPECT_FALSE(section());
+    state().services().notifications.post(TableCommands::insertOfSize, TableSize{3, 4, {}});
+    ASSERT_TRUE(section());
+    EXPECT_TRUE(says(u"1 cell"_s));
+    state().services().notifications.post(TableCommands::selectRow, {});
+    TourHand::settle();
+    for (const QString& told : {u"Table"_s, u"3"_s, u"4"_s, u"4 cells"_s})
+        EXPECT_TRUE(says(told)) << qUtf8Printable(told);
+    // The swatches open our palette, and what is chosen goes to the cells.
+    const auto pressIn = [&](const QString& name) {
+        for (auto* each : section()->findChildren<QAbstractButton*>()) {
+            if (each->accessibleName() == name || each->text() == name)
+                return m_hand->click(*each);
+        }
+        ADD_FAILURE() << qUtf8Printable(name);
+    };
+    pressIn(u"Header Fill Color"_s);
+    auto* popup = qobject_cast<ColorPopup*>(QApplication::activePopupWidget());
+    ASSERT_TRUE(popup);
+    EXPECT_EQ(popup->windowTitle(), u"Header Fill Color");
+    const auto fill = [&] {
+        const auto grid = tableAt(view.store(), view.selection().position);
+        return TableEngine::cellBackground(view.store(), grid->cells.first());
+    };
+    const auto before = fill();
+    emit popup->chosen(Qt::red);
+    popup->close();
+    EXPECT_NE(fill(), before);
+    pressIn(u"Clear Cell Fill"_s);
+    EXPECT_FALSE(fill());
+    // Gone with the caret, with another mode and another note.
+    state().selection().selectNote(m_other);
+    EXPECT_FALSE(section());
+    state().selection().selectNote(m_note);
+    view.setSelection(TextSelection::caret(view.plainText().indexOf(u"Header 2")));
+    EXPECT_TRUE(section());
+    pressIn(u"Delete Table"_s);
+    EXPECT_FALSE(section());
+    EXPECT_FALSE(view.plainText().contains(u"Header 2"));
 }
 
 } // namespace

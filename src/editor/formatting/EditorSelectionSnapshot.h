@@ -11,6 +11,17 @@
 
 namespace orvane {
 
+/// The table in which the caret is.
+struct EditorTableSnapshot {
+    int rows = 0;
+    int columns = 0;
+    int selectedCells = 1; ///< the caret's, where no rectangle of them is selected
+    std::optional<RgbaColor> headerFill;
+    std::optional<RgbaColor> cellFill; ///< of the caret's cell
+
+    bool operator==(const EditorTableSnapshot&) const = default;
+};
+
 /// How the text under the selection of a text view looks, for the controls that show it. Of a
 /// selection it is the first character, at a caret what would be typed. Lengths are in points.
 struct EditorSelectionSnapshot {
@@ -38,6 +49,7 @@ struct EditorSelectionSnapshot {
     bool isItalic = false;
     bool isUnderlined = false;
     bool isStruckThrough = false;
+    std::optional<EditorTableSnapshot> table;
 
     bool operator==(const EditorSelectionSnapshot&) const = default;
 };

@@ -67,9 +67,10 @@ FormattingBar::FormattingBar(const Services& services, const CustomBulletLibrary
     addSeparator();
     addParagraphGroup();
     addSeparator();
-    addMenuButton(
+    m_table = addMenuButton(
         Shape::symbol, tr("Insert Table"), [this](QWidget& at) { openTableSizes(at); }, 3,
         Symbol::Table);
+    m_table->setCheckable(true);
     addOverflow();
     m_controls.first()->setFocusPolicy(Qt::TabFocus);
     showToolTips();
@@ -234,6 +235,7 @@ void FormattingBar::showSnapshot(const EditorSelectionSnapshot& snapshot)
         highlight->setAlpha(255);
     }
     m_highlight->setColor(highlight);
+    m_table->setChecked(snapshot.table.has_value());
     m_alignment->setSymbol(symbolOf(snapshot.alignment));
 }
 

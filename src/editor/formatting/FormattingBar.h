@@ -119,6 +119,7 @@ private:
     BarMenuButton* m_textColor = nullptr;
     BarMenuButton* m_highlight = nullptr;
     BarMenuButton* m_alignment = nullptr;
+    BarMenuButton* m_table = nullptr; ///< lit while the caret is in one
     QAction* m_bold = nullptr;
     QAction* m_italic = nullptr;
     QAction* m_underline = nullptr;

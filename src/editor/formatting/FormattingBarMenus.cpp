@@ -200,6 +200,10 @@ void FormattingBar::openSpacing(QWidget& anchor)
 
 void FormattingBar::openTableSizes(QWidget& anchor)
 {
+    m_table->setChecked(m_snapshot.table.has_value());
+    // Where there can be no other table, the text says so.
+    if (m_snapshot.table)
+        return m_services.notifications.post(AppCommandEvents::insertTable, CommandTarget{m_note});
     auto* popup = new TableGridPopup(look(), this);
     connect(popup, &TableGridPopup::chosen, this, [this](int rows, int columns) {
         m_services.notifications.post(TableCommands::insertOfSize,

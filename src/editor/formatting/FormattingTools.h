@@ -23,6 +23,11 @@ public:
 
     /// After another text has been put into the view, or the same in another mode.
     void showText();
+    /// Asked for the table at the caret; must be callable as long as this lives.
+    void setTableSource(std::function<std::optional<EditorTableSnapshot>()> table)
+    {
+        m_snapshots.setTableSource(std::move(table));
+    }
     /// After the view got other colours.
     void lookChanged() { m_snapshots.schedule(); }
 

@@ -56,13 +56,22 @@ SelectionSnapshots::SelectionSnapshots(EditorView& view, const ListEditing& list
     , m_notifications(notifications)
 {}
 
+void SelectionSnapshots::setTableSource(std::function<std::optional<EditorTableSnapshot>()> table)
+{
+    m_table = std::move(table);
+}
+
 void SelectionSnapshots::setNote(const std::optional<QUuid>& note)
 {
     for (const QMetaObject::Connection& connection : m_connections)
         disconnect(connection);
     m_connections.clear();
     m_note = note;
-    m_published.reset();
+    const auto published = std::exchange(m_published, std::nullopt);
+    // Whoever tells of its table would go on with that.
+    if (published && published->snapshot.table && published->targetNoteID != note)
+        m_notifications.post(editorSelectionSnapshotDidChange,
+                             EditorSelectionChange{{}, published->targetNoteID});
     if (!note)
         return;
     const EditGateway& text = m_view.gateway();
@@ -88,6 +97,8 @@ EditorSelectionSnapshot SelectionSnapshots::snapshot() const
                   selection.isEmpty() ? *m_view.gateway().typingStyle()
                                       : *store.characterStyle(selection.location),
                   m_view);
+    if (m_table)
+        snapshot.table = m_table();
     addParagraph(snapshot, *store.paragraphStyle(selection.location));
     const double bodySize = configuredSize(EditorParagraphStyleRole::body, m_defaults);
     snapshot.paragraphRole = role(snapshot.fontSize, bodySize, m_defaults);

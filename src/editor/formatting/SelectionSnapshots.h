@@ -5,6 +5,8 @@
 
 #include <QObject>
 
+#include <functional>
+
 namespace orvane {
 
 class EditorView;
@@ -24,6 +26,8 @@ public:
     /// The view shows the rich text of `note`; none for a text without formatting, of which nothing
     /// is published.
     void setNote(const std::optional<QUuid>& note);
+    /// Asked for the table at the caret; must be callable as long as this lives.
+    void setTableSource(std::function<std::optional<EditorTableSnapshot>()> table);
     /// What is under the selection now.
     [[nodiscard]] EditorSelectionSnapshot snapshot() const;
     /// Publishes before the next frame, if what is under the selection is another look by then.
@@ -36,6 +40,7 @@ private:
     const ListEditing& m_lists;
     const UserDefaults& m_defaults;
     NotificationCenter& m_notifications;
+    std::function<std::optional<EditorTableSnapshot>()> m_table;
     std::optional<QUuid> m_note;
     QList<QMetaObject::Connection> m_connections;
     bool m_isScheduled = false;

@@ -140,6 +140,11 @@ EditorPaneView::~EditorPaneView()
     m_pageTools.reset();
 }
 
+bool EditorPaneView::isInTable() const
+{
+    return m_tools->isInTable();
+}
+
 EditorView& EditorPaneView::textView() const
 {
     return m_text->view();

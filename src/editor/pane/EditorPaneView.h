@@ -38,6 +38,8 @@ public:
     [[nodiscard]] QWidget& formattingBar() const;
     /// The place of what the status strip offers; not visible while there is nothing.
     [[nodiscard]] QWidget& offerPart() const;
+    /// Whether the caret is in a cell of a table.
+    [[nodiscard]] bool isInTable() const;
     /// What stands in the place of title and text while no note is shown; made when it is first
     /// seen.
     void setMakeEmptyState(std::function<QWidget*(QWidget* parent)> make);

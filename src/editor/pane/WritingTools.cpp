@@ -54,6 +54,7 @@ WritingTools::WritingTools(EditorView& view, WritingLibrary& library, const Serv
         if (m_note)
             fillSpellingMenu(menu, m_languages, *m_note);
     });
+    m_formatting.setTableSource([this] { return m_tables.snapshot(); });
     connect(&m_languages, &Spelling::settingsChanged, this, &WritingTools::showLanguage);
     connect(m_strip, &FindStrip::dismissed, &m_view,
             [this] { m_view.setFocus(Qt::OtherFocusReason); });

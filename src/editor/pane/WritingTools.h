@@ -39,6 +39,9 @@ public:
     /// The language of the note, for the status strip. Hidden where there is no choice.
     [[nodiscard]] StripMenuButton* languageButton() { return m_language; }
 
+    /// Whether the caret is in a cell of a table.
+    [[nodiscard]] bool isInTable() const { return m_tables.isInTable(); }
+
     /// Before `text` is shown by the view, or after it is written in another mode: what is drawn of
     /// it from the first frame on.
     void prepareText(EditGateway& text, EditorMode mode);

@@ -55,11 +55,14 @@ std::optional<ColumnDrag::Border> ColumnDrag::borderAt(QPointF page) const
     if (page.y() < rect.top() || page.y() > rect.bottom())
         return std::nullopt;
     const TableCellBlock& cell = *cellOf(block, store.styles());
+    const bool isMirrored = runsRightToLeft(rowOf(block, store.styles()), store.styles());
     const qreal near = reach / m_view.zoom();
-    if (std::abs(page.x() - rect.left()) <= near && cell.column > 0)
+    const qreal start = isMirrored ? rect.right() : rect.left();
+    const qreal end = isMirrored ? rect.left() : rect.right();
+    if (std::abs(page.x() - start) <= near && cell.column > 0)
         return Border{block.position(), cell.column - 1};
     const int last = cell.column + cell.columnSpan - 1;
-    if (std::abs(page.x() - rect.right()) <= near && last < cell.table.columns - 1)
+    if (std::abs(page.x() - end) <= near && last < cell.table.columns - 1)
         return Border{block.position(), last};
     return std::nullopt;
 }
@@ -81,18 +84,19 @@ bool ColumnDrag::mousePressed(const EditorMouse& mouse)
     const TableRow row = rowOf(m_view.store().blockAt(border->position), m_view.store().styles());
     Drag drag{border->position, border->column,
               TableEngine::columnWidths(m_view.store(), border->position)};
-    const qreal left = m_view.layout().cellRect(row.first).left();
+    const bool isMirrored = runsRightToLeft(row, m_view.store().styles());
     const qreal width = m_view.layout().width();
+    const qreal left = isMirrored ? 0 : m_view.layout().cellRect(row.first).left();
     drag.table =
         QRectF(QPointF(left, layout.topOf(m_view.store().blockAt(grid->range().location))),
                QPointF(left + width,
                        layout.bottomOf(m_view.store().blockAt(grid->cells.last().range.location))));
     const auto xOf = [&](int column) {
         const double before = std::reduce(drag.widths.begin(), drag.widths.begin() + column);
-        return left + width * before / 100;
+        return isMirrored ? width * (100 - before) / 100 : left + width * before / 100;
     };
-    drag.left = xOf(drag.column);
-    drag.right = xOf(drag.column + 2);
+    drag.start = xOf(drag.column);
+    drag.end = xOf(drag.column + 2);
     drag.x = mouse.page.x();
     m_drag = drag;
     update();
@@ -102,7 +106,7 @@ bool ColumnDrag::mousePressed(const EditorMouse& mouse)
 double ColumnDrag::share() const
 {
     const double both = m_drag->widths[m_drag->column] + m_drag->widths[m_drag->column + 1];
-    const double percent = (m_drag->x - m_drag->left) / (m_drag->right - m_drag->left) * both;
+    const double percent = (m_drag->x - m_drag->start) / (m_drag->end - m_drag->start) * both;
     return std::clamp(percent, std::min(leastPercent, both / 2),
                       std::max(both - leastPercent, both / 2));
 }
@@ -119,7 +123,8 @@ void ColumnDrag::mouseMoved(const EditorMouse& mouse)
     if (!m_drag)
         return;
     update();
-    m_drag->x = std::clamp(mouse.page.x(), m_drag->left, m_drag->right);
+    m_drag->x = std::clamp(mouse.page.x(), std::min(m_drag->start, m_drag->end),
+                           std::max(m_drag->start, m_drag->end));
     update();
 }
 
@@ -130,12 +135,12 @@ void ColumnDrag::mouseReleased(const EditorMouse& mouse)
     mouseMoved(mouse);
     update();
     const double both = m_drag->widths[m_drag->column] + m_drag->widths[m_drag->column + 1];
-    const double left = std::round(share() * 10) / 10;
+    const double first = std::round(share() * 10) / 10;
     Drag drag = *std::exchange(m_drag, std::nullopt);
-    if (std::abs(left - drag.widths[drag.column]) < 0.1)
+    if (std::abs(first - drag.widths[drag.column]) < 0.1)
         return;
-    drag.widths[drag.column] = left;
-    drag.widths[drag.column + 1] = both - left;
+    drag.widths[drag.column] = first;
+    drag.widths[drag.column + 1] = both - first;
     (void)TableEngine::setColumnWidths(m_view.gateway(), drag.position, drag.widths);
 }
 

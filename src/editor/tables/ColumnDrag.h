@@ -10,8 +10,8 @@ class EditorView;
 class Look;
 
 /// Drags the border between two columns of a table. While it is held a dashed line shows where it
-/// would go, with the left column's share of the width; the table changes when it is let go, as one
-/// step to undo.
+/// would go, with the share of the width that the column before it has; the table changes when it
+/// is let go, as one step to undo.
 class ColumnDrag final : public EditorExtension {
 public:
     /// Adds itself to `view`; both outlive it.
@@ -29,15 +29,15 @@ public:
 private:
     struct Border {
         qsizetype position = 0; ///< of a cell beside it
-        int column = 0;         ///< the one left of it
+        int column = 0;         ///< the one before it
     };
     struct Drag {
         qsizetype position = 0;
         int column = 0;
         QList<double> widths{};
-        QRectF table{}; ///< on the page
-        qreal left = 0;
-        qreal right = 0; ///< of both columns
+        QRectF table{};  ///< on the page
+        qreal start = 0; ///< where the first of both columns begins
+        qreal end = 0;   ///< where the other one ends: left of that in a table from the right
         qreal x = 0;
     };
 

@@ -236,6 +236,7 @@ AttributedString tableOf(const QList<QList<AttributedString>>& rows, const Table
         const int kind = row == 0 ? 0 : 1;
         for (int column = 0; column < columns; ++column) {
             ParagraphStyle paragraph;
+            paragraph.direction = style.direction;
             paragraph.cell =
                 TableCellBlock{.table = table, .row = row, .column = column, .look = looks[kind]};
             const SharedParagraphStyle shared = paragraph;

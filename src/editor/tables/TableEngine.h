@@ -17,6 +17,8 @@ struct TableStyle {
     TextFont cellFont;
     TextFont headerFont;
     std::optional<RgbaColor> textColor; ///< none for that of the page
+    /// Of the paragraphs; columns follow one another from the right where it is `rightToLeft`.
+    WritingDirection direction = WritingDirection::natural;
 };
 
 /// Why a table stays, or doesn't come to be, as it was asked for.

@@ -4,11 +4,11 @@
 #include "appearance/Look.h"
 #include "commands/KeyCodes.h"
 #include "commands/KeyTable.h"
-#include "commands/TableCommands.h"
 #include "editor/lists/ListEditing.h"
 #include "editor/pane/CommandReceiver.h"
 #include "editor/tables/TableText.h"
 #include "editor/view/EditorView.h"
+#include "text/layout/LineBreaker.h"
 #include "text/layout/ParagraphLayout.h"
 #include "text/store/CellRules.h"
 #include "text/store/TableRow.h"
@@ -26,6 +26,8 @@ namespace orvane {
 namespace {
 
 constexpr double tableFontSize = 13;
+/// A table keeps its lines when the look becomes light or dark.
+constexpr RgbaColor lineOnAnyPage{0.5, 0.5, 0.5, 0.32};
 
 /// The key's row in the table of keys, where it works in tables.
 const KeyRow* tableKey(const QKeyEvent& event)
@@ -44,9 +46,10 @@ TableTools::TableTools(EditorView& view, CommandReceiver& commands, const ListEd
     , m_look(look)
     , m_services(services)
     , m_columnDrag(view, look)
+    , m_controls(view, *this, commands, look, services)
 {
     m_view.addExtension(this, ExtensionPriority::tables);
-    connect(&view, &EditorView::textChanged, this, [this] { m_isKnown = false; });
+    connect(&view, &EditorView::textChanged, this, &TableTools::onTextChanged);
     connect(&view, &EditorView::selectionChanged, this, &TableTools::onSelectionChanged);
     observeCommands();
 }
@@ -60,12 +63,17 @@ TableStyle TableTools::style() const
 {
     const SurfaceTokens& page = m_look.tokens().on(Surface::Page);
     TableStyle style;
-    style.borderColor = RgbaColor::fromQColor(page.border);
+    style.borderColor = lineOnAnyPage;
     style.headerBackground = RgbaColor::fromQColor(page.accent);
     style.headerBackground.alpha = 0.12;
     style.cellFont = TextFont{QGuiApplication::font().family(), tableFontSize};
     style.headerFont = style.cellFont;
     style.headerFont.weight = 700;
+    // One in a text that runs from the right runs so, too.
+    const QTextBlock here = m_view.store().blockAt(caret());
+    const WritingDirection said = m_view.store().paragraphStyle(caret())->direction;
+    if (!isInTable() && baseDirection(m_view.store(), here, said).rightToLeft)
+        style.direction = WritingDirection::rightToLeft;
     return style;
 }
 
@@ -77,6 +85,44 @@ qsizetype TableTools::caret() const
 bool TableTools::isInCell(qsizetype position) const
 {
     return cellRules::isInCell(m_view.store(), position);
+}
+
+// What is typed or removed within a paragraph leaves a table's shape and fills as they were.
+void TableTools::onTextChanged(const TextChange& change)
+{
+    m_isKnown = false;
+    const TextStore& store = m_view.store();
+    const int paragraphs = store.document().blockCount();
+    const bool isWithinParagraph =
+        std::exchange(m_paragraphs, paragraphs) == paragraphs &&
+        change.lengthBefore != change.lengthAfter &&
+        store.blockAt(change.location) == store.blockAt(change.location + change.lengthAfter);
+    if (isWithinParagraph)
+        return m_controls.textTyped();
+    m_summary.reset();
+    m_controls.tableChanged();
+}
+
+std::optional<EditorTableSnapshot> TableTools::snapshot() const
+{
+    const TextStore& store = m_view.store();
+    const QTextBlock block = store.blockAt(caret());
+    if (!orvane::isCell(block, store.styles()))
+        return std::nullopt;
+    const TableCellBlock& cell = *cellOf(block, store.styles());
+    if (!m_summary || m_summary->text != &store || m_summary->table != cell.table.id) {
+        const auto grid = tableAt(store, caret());
+        m_summary = Summary{&store, cell.table.id, grid->rows, grid->columns,
+                            TableEngine::cellBackground(store, grid->cells.first())};
+    }
+    EditorTableSnapshot told{m_summary->rows, m_summary->columns, 1, m_summary->headerFill,
+                             cell.look->background};
+    if (const Selected* rectangle = selectedRectangle())
+        told.selectedCells =
+            int(std::ranges::count_if(rectangle->grid.cells, [&](const GridCell& each) {
+                return rectangle->cells.holds(each.row, each.column);
+            }));
+    return told;
 }
 
 // Cells that are selected
@@ -132,9 +178,31 @@ const std::optional<TableTools::Selected>& TableTools::selected() const
     return m_selected;
 }
 
+const TableTools::Selected* TableTools::selectedRectangle() const
+{
+    return hasSelection() ? &*selected() : nullptr;
+}
+
 std::optional<CellRectangle> TableTools::selectedCells() const
 {
     return hasSelection() ? std::optional(selected()->cells) : std::nullopt;
+}
+
+// From the first cell that stands on the upper or left side to the last on the other two.
+void TableTools::selectCells(const TableGrid& grid, const CellRectangle& cells)
+{
+    const auto isWithin = [&](const GridCell& cell) {
+        return cell.row <= cells.lastRow && cell.pastRow() > cells.firstRow &&
+               cell.column <= cells.lastColumn && cell.pastColumn() > cells.firstColumn;
+    };
+    const auto first = std::ranges::find_if(grid.cells, isWithin);
+    if (first == grid.cells.end())
+        return;
+    const auto last = std::find_if(grid.cells.rbegin(), grid.cells.rend(), isWithin);
+    if (&*first == &*last)
+        goToCell(grid, first - grid.cells.begin());
+    else
+        m_view.setSelection({first->range.location, last->range.location});
 }
 
 CellRectangle TableTools::cellsAt(qsizetype position) const
@@ -366,6 +434,32 @@ bool TableTools::deleteAtBoundary(EditAction action)
     if (isBackward ? !isBefore || isHere : isBefore || !isHere)
         return false;
     return TableEngine::deleteTable(m_view.gateway(), isBackward ? at - 1 : at).has_value();
+}
+
+TableSide TableTools::sideOf(Qt::Edge edge, qsizetype position) const
+{
+    const TextStore& store = m_view.store();
+    const QTextBlock cell = store.blockAt(position);
+    const bool isMirrored = orvane::isCell(cell, store.styles()) &&
+                            runsRightToLeft(rowOf(cell, store.styles()), store.styles());
+    return (edge == Qt::LeftEdge) != isMirrored ? TableSide::before : TableSide::after;
+}
+
+void TableTools::appendRow()
+{
+    if (const auto grid = tableAt(m_view.store(), caret()))
+        tell(TableEngine::insertRow(m_view.gateway(), grid->cells.last().range.location,
+                                    TableSide::after, style()));
+}
+
+void TableTools::appendColumn()
+{
+    const auto grid = tableAt(m_view.store(), caret());
+    if (!grid)
+        return;
+    const auto& last = std::ranges::max_element(grid->cells, {}, &GridCell::pastColumn);
+    tell(TableEngine::insertColumn(m_view.gateway(), last->range.location, TableSide::after,
+                                   style()));
 }
 
 // What comes from elsewhere

@@ -54,6 +54,7 @@ enum class CommandNeed {
     WritableNote,
     FormattableNote, ///< one that is written as rich text, or offers to be
     RichNote,        ///< a selected note that is written as rich text and may be changed
+    Table,           ///< the caret in a table of such a note
     Back,            ///< a note to go back to
     Forward,         ///< and one to go forward to
 };
@@ -70,6 +71,7 @@ struct CommandContext {
     bool showsBinder = false;
     bool showsInspector = false;
     bool showsVersions = false; ///< in the Inspector, in place of the details
+    bool isInTable = false;     ///< the caret is in a cell
 };
 
 [[nodiscard]] bool isMet(CommandNeed need, const CommandContext& context);

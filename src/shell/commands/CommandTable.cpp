@@ -214,6 +214,7 @@ std::vector<CommandSection> formatSections()
 {
     constexpr Need note = Need::WritableNote;
     constexpr Need rich = Need::FormattableNote;
+    constexpr Need cell = Need::Table;
     return {
         {Format,
          TITLE("Mode of the Note"),
@@ -250,39 +251,41 @@ std::vector<CommandSection> formatSections()
           posts("alignJustified", TITLE("Justify"), postable<Formatting::alignJustified>(), rich)}},
         {Format,
          TITLE("Table"),
-         {posts("tableAddRowAbove", TITLE("Add Row Above"), postable<Table::addRowAbove>(), rich),
-          posts("tableAddRowBelow", TITLE("Add Row Below"), postable<Table::addRowBelow>(), rich),
+         {posts("tableAddRowAbove", TITLE("Add Row Above"), postable<Table::addRowAbove>(), cell),
+          posts("tableAddRowBelow", TITLE("Add Row Below"), postable<Table::addRowBelow>(), cell),
           posts("tableAddColumnLeft", TITLE("Add Column Left"), postable<Table::addColumnLeft>(),
-                rich),
+                cell),
           posts("tableAddColumnRight", TITLE("Add Column Right"), postable<Table::addColumnRight>(),
-                rich),
-          posts("tableRemoveRow", TITLE("Remove Row"), postable<Table::removeRow>(), rich),
-          posts("tableRemoveColumn", TITLE("Remove Column"), postable<Table::removeColumn>(), rich),
+                cell),
+          posts("tableRemoveRow", TITLE("Remove Row"), postable<Table::removeRow>(), cell),
+          posts("tableRemoveColumn", TITLE("Remove Column"), postable<Table::removeColumn>(), cell),
           posts("tableHeaderFill", TITLE("Header Fill Color..."),
-                postable<Table::headerFillColor>(), rich),
+                postable<Table::headerFillColor>(), cell),
           posts("tableCellFill", TITLE("Cell Fill Color..."), postable<Table::cellFillColor>(),
-                rich),
-          posts("tableClearFill", TITLE("Clear Cell Fill"), postable<Table::clearCellFill>(), rich),
-          posts("tableDelete", TITLE("Delete Table"), postable<Table::deleteTable>(), rich)}},
+                cell),
+          posts("tableClearFill", TITLE("Clear Cell Fill"), postable<Table::clearCellFill>(), cell),
+          posts("tableDelete", TITLE("Delete Table"), postable<Table::deleteTable>(), cell)}},
         {Format,
          TITLE("Rows and Columns"),
-         {posts("tableMoveRowUp", TITLE("Move Table Row Up"), postable<Table::moveRowUp>(), rich),
-          posts("tableMoveRowDown", TITLE("Move Table Row Down"), postable<Table::moveRowDown>(),
-                rich),
-          posts("tableMoveColumnLeft", TITLE("Move Table Column Left"),
-                postable<Table::moveColumnLeft>(), rich),
-          posts("tableMoveColumnRight", TITLE("Move Table Column Right"),
-                postable<Table::moveColumnRight>(), rich),
+         {posts("tableSelectRow", TITLE("Select Table Row"), postable<Table::selectRow>(), cell),
+          posts("tableSelectColumn", TITLE("Select Table Column"), postable<Table::selectColumn>(),
+                cell),
+          posts("tableSelect", TITLE("Select Table"), postable<Table::selectTable>(), cell),
+          ofKey("tableMoveRowUp", FixedKey::moveTableRowUp, cell),
+          ofKey("tableMoveRowDown", FixedKey::moveTableRowDown, cell),
+          ofKey("tableMoveColumnLeft", FixedKey::moveTableColumnLeft, cell),
+          ofKey("tableMoveColumnRight", FixedKey::moveTableColumnRight, cell),
           posts("tableSortAscending", TITLE("Sort Table Rows Ascending"),
-                postable<Table::sortAscending>(), rich),
+                postable<Table::sortAscending>(), cell),
           posts("tableSortDescending", TITLE("Sort Table Rows Descending"),
-                postable<Table::sortDescending>(), rich)}},
+                postable<Table::sortDescending>(), cell),
+          ofKey("tableTools", FixedKey::goToTableTools, cell)}},
         {Format,
          nullptr,
          {posts("convertTextToTable", TITLE("Convert Text to Table"),
                 postable<Table::convertTextToTable>(), rich),
           posts("convertTableToText", TITLE("Convert Table to Text"),
-                postable<Table::convertTableToText>(), rich)}},
+                postable<Table::convertTableToText>(), cell)}},
         {Format,
          TITLE("Case"),
          {ofAction(Key::makeUppercase, note), ofAction(Key::makeLowercase, note),
@@ -465,6 +468,8 @@ bool isMet(CommandNeed need, const CommandContext& context)
     case CommandNeed::RichNote:
         return context.showsProject && context.hasNote && context.mayWrite &&
                context.writesRichText;
+    case CommandNeed::Table:
+        return context.isInTable && isMet(CommandNeed::RichNote, context);
     case CommandNeed::Back:
         return context.showsProject && context.canGoBack;
     case CommandNeed::Forward:

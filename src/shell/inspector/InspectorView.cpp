@@ -4,6 +4,7 @@
 #include "commands/AppCommandEvents.h"
 #include "core/records/Wording.h"
 #include "core/versions/NoteVersion.h"
+#include "shell/inspector/TableSection.h"
 #include "shell/inspector/TagsSection.h"
 #include "shell/inspector/VersionHistorySection.h"
 #include "shell/layout/PaneLayoutSettings.h"
@@ -182,6 +183,8 @@ QWidget* InspectorView::makeDetails(SheetHost& sheets)
     layout->setContentsMargins(0, 15, 0, 8);
     layout->setSpacing(0);
     layout->addWidget(makeFacts(details));
+    m_table = new TableSection(m_appState.services().notifications, look(), details);
+    layout->addWidget(m_table);
     m_tagsPart = new QWidget(details);
     auto* inside = new QVBoxLayout(m_tagsPart);
     inside->setContentsMargins({});
@@ -297,6 +300,7 @@ void InspectorView::showSubject()
     const bool isOne = rows.isEmpty() && row;
     const NoteRecord* note =
         isOne && row->kind == BinderRowID::Kind::Note ? m_appState.note(row->id) : nullptr;
+    m_table->setNote(note ? std::optional(note->id) : std::nullopt);
     const FolderRecord* folder =
         isOne && row->kind == BinderRowID::Kind::Folder ? m_appState.folder(row->id) : nullptr;
     if (section() == Section::Versions) {

@@ -15,6 +15,7 @@ namespace orvane {
 
 class PaneRail;
 class SheetHost;
+class TableSection;
 class TagsSection;
 class VersionHistorySection;
 
@@ -71,6 +72,7 @@ private:
     QLabel* m_folder = nullptr;
     QLabel* m_folders = nullptr;
     QLabel* m_notes = nullptr;
+    TableSection* m_table = nullptr;
     QWidget* m_tagsPart = nullptr;
     PaneRail* m_lowerRail = nullptr;
     TagsSection* m_tags = nullptr;

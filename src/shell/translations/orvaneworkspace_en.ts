@@ -276,6 +276,16 @@
     </message>
 </context>
 <context>
+    <name>orvane::TableSection</name>
+    <message numerus="yes">
+        <source>%Ln cells</source>
+        <translation>
+            <numerusform>%Ln cell</numerusform>
+            <numerusform>%Ln cells</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>orvane::TagsSection</name>
     <message numerus="yes">
         <source>%n more</source>

@@ -277,7 +277,8 @@ CommandContext MainWindow::commandContext() const
             .showsBinder = m_actions.toggleBinder->isChecked(),
             .showsInspector = m_actions.toggleInspector->isChecked(),
             .showsVersions =
-                m_inspector && m_inspector->section() == InspectorView::Section::Versions};
+                m_inspector && m_inspector->section() == InspectorView::Section::Versions,
+            .isInTable = m_editor && m_editor->isInTable()};
 }
 
 void MainWindow::addKey(FixedKey key, std::function<void()> act)
