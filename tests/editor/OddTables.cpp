@@ -6,8 +6,7 @@
 #include "text/archive/TextArchive.h"
 #include "text/store/TextStore.h"
 
-#include <QSet>
-
+#include <algorithm>
 #include <array>
 
 namespace orvane {
@@ -23,7 +22,7 @@ QString wordOf(qsizetype index)
 
 std::string faultOf(const TableGrid& grid)
 {
-    QSet<std::pair<int, int>> taken;
+    constexpr qsizetype mostCompared = 1'000;
     qsizetype past = grid.cells.first().range.location;
     for (const GridCell& cell : grid.cells) {
         if (cell.range.location != past || cell.range.length < 1)
@@ -32,13 +31,16 @@ std::string faultOf(const TableGrid& grid)
         if (cell.row < 0 || cell.column < 0 || cell.rowSpan < 1 || cell.columnSpan < 1 ||
             cell.pastRow() > grid.rows || cell.pastColumn() > grid.columns)
             return "a cell stands outside";
-        for (int row = cell.row; row < cell.pastRow(); ++row) {
-            for (int column = cell.column; column < cell.pastColumn(); ++column) {
-                if (taken.contains({row, column}))
-                    return "two cells overlap";
-                taken.insert({row, column});
-            }
-        }
+        if (cell.columnSpan > TableGrid::mostColumns ||
+            cell.column > TableGrid::mostColumns + grid.cells.size() ||
+            cell.row > 2 * mostCompared + grid.cells.size())
+            return "a cell stands far out";
+        const auto overlaps = [&](const GridCell& other) {
+            return &other != &cell && other.row < cell.pastRow() && cell.row < other.pastRow() &&
+                   other.column < cell.pastColumn() && cell.column < other.pastColumn();
+        };
+        if (grid.cells.size() <= mostCompared && std::ranges::any_of(grid.cells, overlaps))
+            return "two cells overlap";
     }
     return {};
 }

@@ -337,6 +337,9 @@ TEST_F(TableEngineTest, TablesMadeByHandEndSaneWithNothingLost)
         {"endless spans", {cell(0, 0, 1 << 30, 1 << 30), cell(1, 0)}},
         {"negative", {cell(-5, -3, -1, 0), cell(-5, -2), cell(-6, 0)}},
         {"backward", {cell(9, 9), cell(8, 8), cell(7, 7)}},
+        {"far out behind a wide one", {cell(0, 0, 1, 1 << 30), cell(0, 1 << 30), cell(1, 0)}},
+        {"covered for ever",
+         {cell(0, 0, 1 << 30, 1), cell(0, 1, 1 << 30, 1), cell(1 << 30, 0), cell(1 << 30, 1)}},
         {"far out", {cell(0, 1 << 30), cell(1 << 30, 0), cell(1 << 30, 1 << 29)}},
     };
     QList<std::pair<std::string, QList<TableCellBlock>>> tables;

@@ -27,14 +27,17 @@ public:
         m_saidRow = said.row;
         m_saidColumn = said.column;
         GridCell cell{range, m_row, freeColumn(std::max(said.column, m_column)), 1, 1};
-        if (cell.column >= TableGrid::mostColumns && m_column < TableGrid::mostColumns)
+        if (cell.column >= TableGrid::mostColumns)
             cell.column = freeColumn(m_column);
         cell.columnSpan = freeColumns(cell.column, said.columnSpan);
         cell.rowSpan = std::clamp(said.rowSpan, 1, mostRowsSpanned);
         m_column = cell.pastColumn();
-        if (m_takenUntil.size() < m_column)
+        if (m_takenUntil.size() < m_column) {
             m_takenUntil.resize(m_column, 0);
+            m_takenBy.resize(m_column, -1);
+        }
         std::fill_n(m_takenUntil.begin() + cell.column, cell.columnSpan, cell.pastRow());
+        std::fill_n(m_takenBy.begin() + cell.column, cell.columnSpan, grid.cells.size());
         grid.columns = std::max(grid.columns, m_column);
         grid.cells.append(cell);
     }
@@ -50,6 +53,9 @@ public:
 
 private:
     static constexpr int mostRowsSpanned = 100'000;
+    /// A table that says it has more is none that anybody made, and would grow by as many cells
+    /// with each column.
+    static constexpr int mostRowsWithoutCell = 1'000;
 
     // Rows that are wholly covered from above have no cell; others that are left out don't count.
     void beginRow(int said)
@@ -58,8 +64,24 @@ private:
         const auto least = m_takenUntil.isEmpty()
                                ? next
                                : *std::min_element(m_takenUntil.begin(), m_takenUntil.end());
-        m_row = std::clamp(said, next, std::max(next, least));
+        const int furthest = std::max(next, least);
+        m_row = std::clamp(said, next, std::min(furthest, next + m_rowsToSkip));
+        m_rowsToSkip -= m_row - next;
         m_column = 0;
+        if (m_rowsToSkip == 0 && least > m_row)
+            endSpans();
+    }
+
+    // What covers the row from above ends there.
+    void endSpans()
+    {
+        for (qsizetype column = 0; column < m_takenUntil.size(); ++column) {
+            if (m_takenUntil[column] <= m_row)
+                continue;
+            GridCell& cell = m_grid.cells[m_takenBy[column]];
+            cell.rowSpan = m_row - cell.row;
+            m_takenUntil[column] = m_row;
+        }
     }
 
     [[nodiscard]] int freeColumn(int column) const
@@ -83,7 +105,9 @@ private:
     int m_column = 0; // the next free one
     int m_saidRow = 0;
     int m_saidColumn = 0;
-    QList<int> m_takenUntil; // by column: the first row below what covers it
+    int m_rowsToSkip = mostRowsWithoutCell;
+    QList<int> m_takenUntil;    // by column: the first row below what covers it
+    QList<qsizetype> m_takenBy; // by column: the cell that does
 };
 
 } // namespace
