@@ -123,6 +123,23 @@ TEST(ParagraphLayout, AfterRandomEditsItIsAsIfLaidOutAnew)
     }
 }
 
+TEST(ParagraphLayout, AShortTextInThePlaceOfALongOneIsLaidOutInAnotherWidth)
+{
+    TextStore store;
+    EditGateway gateway(store);
+    for (int round = 0; round < 3; ++round) {
+        gateway.load(AttributedString(u"a line\n"_s.repeated(50'000)), {});
+        ParagraphLayout layout(store);
+        layout.setWidth(width);
+        for (int i = 1; i < 200; ++i)
+            layout.ensureLaidOut(store.document().findBlockByNumber(50'000 - i));
+        gateway.load(AttributedString(u"short"_s), {});
+        layout.ensureLaidOut(store.document().begin());
+        layout.setWidth(width / 2);
+        EXPECT_FALSE(layout.isLaidOut(store.document().begin()));
+    }
+}
+
 TEST(ParagraphLayout, WhatIsSelectedInALineIsCoveredWhicheverWayItRuns)
 {
     struct Row {

@@ -261,6 +261,15 @@ void ParagraphLayout::textReplaced(int from, int removed, int added)
     // The text that an input method shows goes on standing where it stood, whoever edits.
     if (from < m_preedit.position)
         m_preedit.position = std::max(from, m_preedit.position + added - removed);
+    // A document that was cleared has given back what its paragraphs were kept in; they can't even
+    // be asked whether they are valid.
+    if (from == 0 && !document().findBlock(added).next().isValid()) {
+        m_laidOut.clear();
+        for (QTextBlock block = document().begin(); block.isValid(); block = block.next()) {
+            if (existingBox(block))
+                m_laidOut.push_back(block);
+        }
+    }
     const int count = document().blockCount();
     const auto known = int(m_heights.size());
     QTextBlock first = document().findBlock(from);
