@@ -75,6 +75,12 @@ TEST_F(TableControlsTest, HandlesSelectRowsAndColumns)
              click(columnHandle(0), Qt::ShiftModifier);
          },
          "0,0-2,2"},
+        {"columns on the other side of several",
+         [&] {
+             sweep(columnHandle(1), columnHandle(2));
+             click(columnHandle(0), Qt::ShiftModifier);
+         },
+         "0,0-2,2"},
         {"columns that are swept", [&] { sweep(columnHandle(2), columnHandle(1)); }, "0,1-2,2"},
         {"rows that are swept", [&] { sweep(rowHandle(0), rowHandle(1) + QPoint(200, 0)); },
          "0,0-1,2"},

@@ -125,6 +125,18 @@ TEST_F(TableRunTest, ADiskThatIsFullLosesNothingOfATable)
     EXPECT_EQ(view().store().attributedText(), written);
 }
 
+TEST_F(TableRunTest, TheBarLeavesTheTitleFree)
+{
+    pane->session().setMode(EditorMode::richText);
+    view().setSelection(TextSelection::caret(0));
+    test.notifications.post(TableCommands::insertOfSize, TableSize{3, 3, {}});
+    const auto bar = [this] {
+        return view().findChild<TableBar*>();
+    };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return bar() && bar()->isVisible(); }));
+    EXPECT_GE(bar()->y(), view().textOrigin().y());
+}
+
 TEST_F(TableRunTest, OnPaperALongTableStaysOnTheSheet)
 {
     makeTable(80, 3);
