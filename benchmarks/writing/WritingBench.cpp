@@ -5,7 +5,8 @@ int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
     orvane::bench::addBehaviourRows();
-    orvane::bench::addListRows();
+    orvane::bench::addImageRows();
+    addListRows();
     orvane::bench::addMarkdownRows();
     orvane::bench::addSessionRows();
     orvane::bench::addToolRows();

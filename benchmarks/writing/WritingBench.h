@@ -8,6 +8,8 @@ namespace orvane::bench {
 
 /// The rows "focus/…" and "brackets/…".
 void addBehaviourRows();
+/// The rows "images/…".
+void addImageRows();
 /// The rows "lists/…".
 void addListRows();
 /// The rows "markdown/…".

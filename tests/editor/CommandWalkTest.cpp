@@ -4,7 +4,9 @@
 #include "SelectedNoteFixture.h"
 #include "appearance/AppearanceTokens.h"
 #include "commands/EditorFormatNotifications.h"
+#include "commands/ImageCommands.h"
 #include "commands/TableCommands.h"
+#include "editor/images/ImageEditing.h"
 #include "editor/pane/EditorPaneView.h"
 #include "editor/session/StoredText.h"
 #include "editor/view/EditorView.h"
@@ -66,6 +68,7 @@ protected:
                          }});
     }
     void fillSteps();
+    void fillImageSteps();
 
     [[nodiscard]] EditorView& view() const { return pane.textView(); }
     [[nodiscard]] EditGateway& gateway() const { return view().gateway(); }
@@ -88,6 +91,34 @@ protected:
     int changed = 0;
     bool isWrittenInMode = false;
 };
+
+void CommandWalkTest::fillImageSteps()
+{
+    QImage picture(90, 60, QImage::Format_RGB32);
+    picture.fill(Qt::darkCyan);
+    const QByteArray png = *AttachmentManager::pngData(picture);
+    steps.push_back({u"insert image"_s, [this, png] {
+                         (void)ImageEditing::insert(gateway(), {{png, {90, 60}, {}}});
+                     }});
+    steps.push_back({u"select an image"_s, [this] {
+                         const QString all = view().store().text();
+                         const qsizetype at =
+                             all.indexOf(QChar(objectCharacter), below(all.size() + 1));
+                         if (at >= 0)
+                             view().setSelection(TextSelection::of(TextRange{at, 1}));
+                     }});
+    for (const QString& word :
+         {u"In Line with Text"_s, u"Top and Bottom"_s, u"Behind Text"_s, u"In Front of Text"_s})
+        posts(Format::setImageWrapMode, ImageWrapModeChoice{{}, word, {}});
+    posts(Format::setImageSize, ImageSizeChoice{.imageWidth = 120});
+    posts(Format::resetSelectedImageSize);
+    posts(Format::setImageOffset, ImageOffsetChoice{{}, {12, 34}, {}});
+    posts(Format::replaceSelectedImage, ImageReplacement{{}, png, {}});
+    posts(Format::removeSelectedImage);
+    posts(Format::setImageDescription, ImageTextChoice{{}, u"posts"_s, {}});
+    posts(Format::setImageCaption, ImageTextChoice{{}, u"At dusk"_s, {}});
+    posts(Format::setImageCaption, ImageTextChoice{});
+}
 
 void CommandWalkTest::fillSteps()
 {
@@ -132,6 +163,7 @@ void CommandWalkTest::fillSteps()
           TableCommands::convertTextToTable, TableCommands::convertTableToText})
         posts(command);
     posts(TableCommands::insertOfSize, TableSize{2, 3, {}});
+    fillImageSteps();
     ParagraphMetrics metrics;
     metrics.lineSpacing = 4;
     metrics.headIndent = 18;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "editor/formatting/EditorParagraphStyleRole.h"
+#include "editor/images/SelectedImageInfo.h"
 #include "platform/NotificationCenter.h"
 #include "text/lists/EditorListStyle.h"
 #include "text/value/ParagraphStyle.h"
@@ -50,6 +51,7 @@ struct EditorSelectionSnapshot {
     bool isUnderlined = false;
     bool isStruckThrough = false;
     std::optional<EditorTableSnapshot> table;
+    std::optional<SelectedImageInfo> selectedImage;
 
     bool operator==(const EditorSelectionSnapshot&) const = default;
 };

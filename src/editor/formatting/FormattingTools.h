@@ -28,6 +28,13 @@ public:
     {
         m_snapshots.setTableSource(std::move(table));
     }
+    /// Asked for the image that is selected; must be callable as long as this lives.
+    void setSelectedImage(std::function<std::optional<SelectedImageInfo>()> image)
+    {
+        m_snapshots.setSelectedImage(std::move(image));
+    }
+    /// What is under the selection may look otherwise.
+    void refreshSnapshot() { m_snapshots.schedule(); }
     /// After the view got other colours.
     void lookChanged() { m_snapshots.schedule(); }
 

@@ -68,8 +68,10 @@ void SelectionSnapshots::setNote(const std::optional<QUuid>& note)
     m_connections.clear();
     m_note = note;
     const auto published = std::exchange(m_published, std::nullopt);
-    // Whoever tells of its table would go on with that.
-    if (published && published->snapshot.table && published->targetNoteID != note)
+    // Whoever tells of its table or image would go on with that.
+    const bool isHeld =
+        published && (published->snapshot.table || published->snapshot.selectedImage);
+    if (isHeld && published->targetNoteID != note)
         m_notifications.post(editorSelectionSnapshotDidChange,
                              EditorSelectionChange{{}, published->targetNoteID});
     if (!note)
@@ -100,6 +102,8 @@ EditorSelectionSnapshot SelectionSnapshots::snapshot() const
     if (m_table)
         snapshot.table = m_table();
     addParagraph(snapshot, *store.paragraphStyle(selection.location));
+    if (m_image)
+        snapshot.selectedImage = m_image();
     const double bodySize = configuredSize(EditorParagraphStyleRole::body, m_defaults);
     snapshot.paragraphRole = role(snapshot.fontSize, bodySize, m_defaults);
     if (store.paragraphRange(selection.location).length > longestItem)

@@ -28,6 +28,11 @@ public:
     void setNote(const std::optional<QUuid>& note);
     /// Asked for the table at the caret; must be callable as long as this lives.
     void setTableSource(std::function<std::optional<EditorTableSnapshot>()> table);
+    /// Asked for the image that is selected; must be callable as long as this lives.
+    void setSelectedImage(std::function<std::optional<SelectedImageInfo>()> image)
+    {
+        m_image = std::move(image);
+    }
     /// What is under the selection now.
     [[nodiscard]] EditorSelectionSnapshot snapshot() const;
     /// Publishes before the next frame, if what is under the selection is another look by then.
@@ -43,6 +48,7 @@ private:
     std::function<std::optional<EditorTableSnapshot>()> m_table;
     std::optional<QUuid> m_note;
     QList<QMetaObject::Connection> m_connections;
+    std::function<std::optional<SelectedImageInfo>()> m_image;
     bool m_isScheduled = false;
     std::optional<EditorSelectionChange> m_published;
 };

@@ -2,8 +2,8 @@
 #include "editor/formatting/SpacingPopup.h"
 
 #include "appearance/Look.h"
+#include "editor/formatting/PointsField.h"
 
-#include <QDoubleSpinBox>
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -14,25 +14,6 @@ namespace orvane {
 namespace {
 
 constexpr double mostPoints = 200;
-
-/// A length that shows no zeros behind the decimal point. What is typed counts when it is done.
-class PointsField final : public QDoubleSpinBox {
-public:
-    explicit PointsField(QWidget* parent)
-        : QDoubleSpinBox(parent)
-    {
-        setRange(0, mostPoints);
-        setDecimals(1);
-        setKeyboardTracking(false);
-    }
-    [[nodiscard]] QString textFromValue(double value) const override
-    {
-        QString text = QDoubleSpinBox::textFromValue(value);
-        if (text.endsWith(locale().decimalPoint() + u'0'))
-            text.chop(2);
-        return text;
-    }
-};
 
 } // namespace
 
@@ -78,7 +59,7 @@ SpacingPopup::SpacingPopup(const EditorSelectionSnapshot& snapshot, Look& look, 
 void SpacingPopup::addField(QGridLayout& grid, const QString& name, double value,
                             std::optional<double> ParagraphMetrics::*metric)
 {
-    auto* field = new PointsField(this);
+    auto* field = new PointsField(0, mostPoints, this);
     field->setAccessibleName(name);
     field->setSuffix(tr(" pt"));
     field->setFixedSize(104, 28);

@@ -7,6 +7,8 @@ namespace orvane {
 
 /// How wide the page is on the screen, in points, whatever it is printed on.
 inline constexpr qreal screenPageWidth = 612;
+/// How much of that a page is high.
+inline constexpr qreal screenPageHeight = 792;
 inline constexpr qreal leastPageZoom = 0.75;
 inline constexpr qreal mostPageZoom = 2;
 /// What is seen of the desk, in pixels.

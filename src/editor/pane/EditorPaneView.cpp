@@ -6,6 +6,7 @@
 #include "editor/page/PageFit.h"
 #include "editor/page/PageTools.h"
 #include "editor/pane/EditorTextHost.h"
+#include "editor/pane/ImageOffer.h"
 #include "editor/pane/NoteLinks.h"
 #include "editor/pane/PasteStrip.h"
 #include "editor/pane/StatusStrip.h"
@@ -95,6 +96,9 @@ EditorPaneView::EditorPaneView(AppState& appState, Look& look, QWidget* parent)
         [app = QPointer(&m_appState)](const ImageFile& file) {
             return app ? app->imageBytes(file.hash()) : std::nullopt;
         });
+    m_tools->images().setOffer([this](const QList<ImageSource>& sources, TextRange range) {
+        offerImages(sources, range, m_session, m_appState, m_tools->images());
+    });
     m_slowNotes = std::make_unique<SlowNotes>(m_text->view(), appState.services().defaults);
     m_slowNotes->begin(m_session.noteID(), m_session.gateway().store());
     m_tools->prepareText(m_session.gateway(), m_session.mode());

@@ -95,6 +95,9 @@ void EditorTextHost::placeText()
         geometry.pageWidth = fit.width();
         geometry.leftMargin = fit.leftMargin;
         geometry.rightMargin = fit.rightMargin;
+        const QMarginsF& margins = m_parent.pageMargins;
+        geometry.tallestObject =
+            qMax(screenPageHeight - qMax(margins.top(), 0.0) - qMax(margins.bottom(), 0.0), 100.0);
         geometry.bottomPadding +=
             qMax(m_parent.pageMargins.bottom(), 0.0) + deskAbovePage / fit.zoom;
         m_surface->setFit(fit);

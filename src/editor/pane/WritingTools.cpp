@@ -45,6 +45,7 @@ WritingTools::WritingTools(EditorView& view, WritingLibrary& library, const Serv
     , m_lists(view, library.bullets)
     , m_formatting(view, m_commands, m_lists, library.spelling, services)
     , m_tables(view, m_commands, m_lists, look, services)
+    , m_images(view, m_commands, look, services)
     , m_spelling(view, library.spelling)
     , m_strip(new FindStrip(m_find, look, &pane))
     , m_bar(new FormattingBarSlot(services, library.bullets, look, &pane))
@@ -67,6 +68,8 @@ WritingTools::WritingTools(EditorView& view, WritingLibrary& library, const Serv
         if (key == pageViewEnabledSetting.keyText())
             applyLook();
     });
+    m_formatting.setSelectedImage([this] { return m_images.selectedInfo(); });
+    connect(&m_images, &ImageTools::infoChanged, this, [this] { m_formatting.refreshSnapshot(); });
     observeCommands(services.notifications);
     makeKeys(pane, services.notifications);
     applyLook();
@@ -155,6 +158,7 @@ void WritingTools::showText(const std::optional<QUuid>& note)
     m_behaviours.showText(note, m_mode);
     m_lists.setForm(m_mode == EditorMode::richText ? ListForm::rich : ListForm::plain);
     m_bar->showNote(note, m_mode);
+    m_images.showText();
     m_formatting.showText();
     m_find.refresh();
     m_spelling.setNote(note);

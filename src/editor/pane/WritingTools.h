@@ -6,6 +6,7 @@
 #include "editor/find/FindStrip.h"
 #include "editor/formatting/FormattingBarSlot.h"
 #include "editor/formatting/FormattingTools.h"
+#include "editor/images/ImageTools.h"
 #include "editor/lists/ListEditing.h"
 #include "editor/markdown/MarkdownHighlighting.h"
 #include "editor/pane/CommandReceiver.h"
@@ -55,6 +56,7 @@ public:
     /// already.
     void toggleFind();
     void openFind(FindStrip::Controls controls);
+    [[nodiscard]] ImageTools& images() { return m_images; }
 
 signals:
     /// Formatting was asked for in a plain note. `act` does it, once the note is rich.
@@ -79,6 +81,7 @@ private:
     ListEditing m_lists;
     FormattingTools m_formatting;
     TableTools m_tables;
+    ImageTools m_images;
     SpellingMarks m_spelling;
     std::unique_ptr<MarkdownHighlighting> m_markdown; // in Markdown only
     FindStrip* m_strip;

@@ -68,6 +68,8 @@ void EditorView::setGateway(EditGateway* gateway)
     m_gateway = gateway ? gateway : m_ownGateway.get();
     m_layout = std::make_unique<ParagraphLayout>(store(), columnWidth(), m_baseFont, lineSettings);
     m_layout->setObjectPainter(m_objectPainter);
+    m_layout->setTallestObject(m_geometry.tallestObject);
+    m_ownPainter.pictures().tryAgain();
     m_layout->setDecorator(m_decorators.value(m_gateway));
     m_focusRange.reset();
     m_dropCaret.reset();
@@ -140,6 +142,7 @@ qreal EditorView::columnWidth() const
 void EditorView::updateColumn()
 {
     layout().setWidth(columnWidth());
+    layout().setTallestObject(m_geometry.tallestObject);
 }
 
 void EditorView::setLook(const EditorLook& look)
@@ -240,12 +243,6 @@ void EditorView::setObjectPainter(ObjectPainter* painter)
 {
     m_objectPainter = painter ? painter : &m_ownPainter;
     layout().setObjectPainter(m_objectPainter);
-}
-
-void EditorView::setImageSource(ImagePictures::Fetch fetch, ImageReader readNow)
-{
-    m_ownPainter.pictures().setFetch(std::move(fetch));
-    m_readImage = std::move(readNow);
 }
 
 void EditorView::setDecorator(const EditGateway& text, const ParagraphDecorator* decorator)

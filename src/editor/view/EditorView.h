@@ -38,6 +38,8 @@ struct EditorGeometry {
     /// The width of a page with its margins, whatever the width of the view; the page stands in the
     /// middle of it. 0 to follow the view.
     qreal pageWidth = 0;
+    /// Images that are higher are shown at this height. 0 for no limit.
+    qreal tallestObject = 0;
 
     bool operator==(const EditorGeometry&) const = default;
 };
@@ -107,6 +109,8 @@ public:
     /// Where the images of the text come from whose bytes are not in memory: for drawing, and at
     /// once for what leaves with its images. `readNow` may be called when the view is gone.
     void setImageSource(ImagePictures::Fetch fetch, ImageReader readNow);
+    /// Draws images for whoever draws them beside the text.
+    [[nodiscard]] AttachmentPainter& attachmentPainter() { return m_ownPainter; }
     /// Who decorates the paragraphs of `text` whenever this view shows it; must outlive the view or
     /// be taken away with null, as long as there is the text.
     void setDecorator(const EditGateway& text, const ParagraphDecorator* decorator);
@@ -134,6 +138,9 @@ public:
     void moveCaret(CaretMove move, SelectionMode mode);
     /// Scrolls as little as needed to show the caret.
     void ensureCaretVisible();
+    /// What of the text lies in `range`, for the clipboard; with the picture where that is one
+    /// image.
+    [[nodiscard]] std::unique_ptr<QMimeData> textMimeOf(TextRange range) const;
     /// Emits `pasted` where a text from `data` brought, or left behind, more than text.
     void tellPasted(const ImportAccount& account, const QMimeData& data);
     /// Scrolls so that the caret's line begins at `share` of the view's height, as far as the text

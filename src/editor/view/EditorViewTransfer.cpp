@@ -14,6 +14,12 @@
 
 namespace orvane {
 
+void EditorView::setImageSource(ImagePictures::Fetch fetch, ImageReader readNow)
+{
+    m_ownPainter.pictures().setFetch(std::move(fetch));
+    m_readImage = std::move(readNow);
+}
+
 bool EditorView::isUndoAvailable() const
 {
     return isEditable() && m_gateway->canUndo();
@@ -154,17 +160,24 @@ std::unique_ptr<QMimeData> EditorView::selectedMime() const
     if (auto data = holder ? holder->copySelection() : nullptr)
         return data;
     if (range.length <= copiedAtOnce)
-        return textMime::encodeLater(
-            [text = store().attributedText(range), read = m_readImage] {
-                return AttachmentManager::withImageBytes(text, read);
-            },
-            m_formatting, m_headingSizes);
+        return textMimeOf(range);
     return textMime::encodeLater(
         [range, snapshot = store().snapshot(), read = m_readImage] {
             return AttachmentManager::withImageBytes(snapshot.toAttributedString().sliced(range),
                                                      read);
         },
         m_formatting, m_headingSizes);
+}
+
+std::unique_ptr<QMimeData> EditorView::textMimeOf(TextRange range) const
+{
+    auto text = [text = store().attributedText(range), read = m_readImage] {
+        return AttachmentManager::withImageBytes(text, read);
+    };
+    const bool isOneImage = range.length == 1 && m_formatting == TextFormatting::rich &&
+                            store().characterStyle(range.location)->imageAttachment();
+    return isOneImage ? textMime::encodeImageLater(std::move(text), m_headingSizes)
+                      : textMime::encodeLater(std::move(text), m_formatting, m_headingSizes);
 }
 
 void EditorView::dragEnterEvent(QDragEnterEvent* event)

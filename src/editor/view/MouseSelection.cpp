@@ -209,9 +209,12 @@ void MouseSelection::release(QMouseEvent& event)
     m_isSelecting = false;
     if (event.button() != Qt::LeftButton)
         return;
-    if (m_mayDrag) {
-        // A press on the selection that became no drag is a click.
-        m_mayDrag = false;
+    const TextRange selected = m_view.selection().range();
+    const bool isObject = selected.length == 1 &&
+                          m_view.store().characterAt(selected.location) == QChar(objectCharacter);
+    if (std::exchange(m_mayDrag, false) && !isObject) {
+        // A press on the selection that became no drag is a click; on an object it is that which
+        // selects it.
         CaretSide side = CaretSide::lowerLine;
         const qsizetype position = m_view.positionAt(event.position(), &side);
         m_view.setSelection(TextSelection::caret(position), side);

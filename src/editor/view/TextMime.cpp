@@ -4,6 +4,8 @@
 #include "editor/tables/TableText.h"
 #include "editor/writing/AddressLinks.h"
 #include "text/archive/TextArchive.h"
+#include "text/attachments/AttachmentManager.h"
+#include "text/attachments/ImagePictures.h"
 #include "text/html/HtmlReader.h"
 #include "text/html/HtmlWriter.h"
 #include "text/rtf/OrvaneWorkspaceRTF.h"
@@ -47,20 +49,45 @@ QString asPlainText(const AttributedString& text)
     return plain;
 }
 
+QString pngType()
+{
+    return QStringLiteral("image/png");
+}
+
+/// The first image of a text as PNG, whatever its own kind.
+QByteArray asPng(const AttributedString& text)
+{
+    QByteArray png;
+    text.forEachCharacterRun(text.fullRange(), [&](TextRange, const SharedCharacterStyle& style) {
+        const auto picture = AttachmentManager::exchangedPicture(style->attachment);
+        if (!picture || !png.isEmpty())
+            return;
+        png = picture->format == AttachmentManager::PictureFormat::png
+                  ? picture->data
+                  : AttachmentManager::pngData(decodedImage(picture->data, {}))
+                        .value_or(QByteArray());
+    });
+    return png;
+}
+
 class TextMimeData : public QMimeData {
 public:
+    enum class Content { text, oneImage };
     TextMimeData(std::function<AttributedString()> text, TextFormatting formatting,
-                 const HeadingSizes& headings)
+                 const HeadingSizes& headings, Content content = Content::text)
         : m_text(std::move(text))
         , m_formatting(formatting)
         , m_headings(headings)
+        , m_content(content)
     {}
 
     [[nodiscard]] QStringList formats() const override
     {
         if (m_formatting == TextFormatting::plain)
             return {utf8Type(), plainType()};
-        return QStringList{archiveType()} + rtfTypes().first(2) +
+        const QStringList image =
+            m_content == Content::oneImage ? QStringList{pngType()} : QStringList();
+        return QStringList{archiveType()} + image + rtfTypes().first(2) +
                QStringList{htmlType(), utf8Type(), plainType()};
     }
 
@@ -81,6 +108,8 @@ protected:
             return OrvaneWorkspaceRTF::data(text, m_headings).value_or(QByteArray());
         if (type == htmlType())
             return QString::fromUtf8(writeHtml(text, m_headings));
+        if (type == pngType())
+            return asPng(text);
         if (type == utf8Type())
             return asPlainText(text).toUtf8();
         return asPlainText(text);
@@ -90,6 +119,7 @@ private:
     std::function<AttributedString()> m_text;
     TextFormatting m_formatting;
     HeadingSizes m_headings;
+    Content m_content;
 };
 
 std::optional<ImportedText> decodeRich(const QMimeData& data, const SharedCharacterStyle& style)
@@ -154,6 +184,13 @@ std::unique_ptr<QMimeData> encodeLater(std::function<AttributedString()> text,
                                        TextFormatting formatting, const HeadingSizes& headings)
 {
     return std::make_unique<TextMimeData>(std::move(text), formatting, headings);
+}
+
+std::unique_ptr<QMimeData> encodeImageLater(std::function<AttributedString()> text,
+                                            const HeadingSizes& headings)
+{
+    return std::make_unique<TextMimeData>(std::move(text), TextFormatting::rich, headings,
+                                          TextMimeData::Content::oneImage);
 }
 
 bool canDecode(const QMimeData& data, TextFormatting formatting)

@@ -30,6 +30,9 @@ encode(const AttributedString& text, TextFormatting formatting, const HeadingSiz
 [[nodiscard]] std::unique_ptr<QMimeData> encodeLater(std::function<AttributedString()> text,
                                                      TextFormatting formatting,
                                                      const HeadingSizes& headings);
+/// The same for a text that is one image, which other programs take as that.
+[[nodiscard]] std::unique_ptr<QMimeData> encodeImageLater(std::function<AttributedString()> text,
+                                                          const HeadingSizes& headings);
 
 [[nodiscard]] bool canDecode(const QMimeData& data, TextFormatting formatting);
 /// How text looks where it goes.

@@ -5,6 +5,7 @@
 #include "core/records/Wording.h"
 #include "core/versions/NoteVersion.h"
 #include "shell/inspector/TableSection.h"
+#include "shell/inspector/ImageSection.h"
 #include "shell/inspector/TagsSection.h"
 #include "shell/inspector/VersionHistorySection.h"
 #include "shell/layout/PaneLayoutSettings.h"
@@ -182,6 +183,8 @@ QWidget* InspectorView::makeDetails(SheetHost& sheets)
     auto* layout = new QVBoxLayout(details);
     layout->setContentsMargins(0, 15, 0, 8);
     layout->setSpacing(0);
+    m_image = new ImageSection(m_appState.services().notifications, look(), details);
+    layout->addWidget(m_image);
     layout->addWidget(makeFacts(details));
     m_table = new TableSection(m_appState.services().notifications, look(), details);
     layout->addWidget(m_table);
@@ -301,6 +304,7 @@ void InspectorView::showSubject()
     const NoteRecord* note =
         isOne && row->kind == BinderRowID::Kind::Note ? m_appState.note(row->id) : nullptr;
     m_table->setNote(note ? std::optional(note->id) : std::nullopt);
+    m_image->setNote(note ? std::optional(note->id) : std::nullopt);
     const FolderRecord* folder =
         isOne && row->kind == BinderRowID::Kind::Folder ? m_appState.folder(row->id) : nullptr;
     if (section() == Section::Versions) {

@@ -13,6 +13,7 @@ class QTimer;
 
 namespace orvane {
 
+class ImageSection;
 class PaneRail;
 class SheetHost;
 class TableSection;
@@ -74,6 +75,7 @@ private:
     QLabel* m_notes = nullptr;
     TableSection* m_table = nullptr;
     QWidget* m_tagsPart = nullptr;
+    ImageSection* m_image = nullptr;
     PaneRail* m_lowerRail = nullptr;
     TagsSection* m_tags = nullptr;
     VersionHistorySection* m_versions = nullptr;

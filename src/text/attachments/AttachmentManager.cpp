@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "text/attachments/AttachmentManager.h"
 
-#include "platform/AtomicFile.h"
 #include "text/archive/TextArchive.h"
+#include "text/attachments/ImagePictures.h"
 #include "text/attachments/RichNoteContentPayload.h"
 #include "text/value/OWChartBlock.h"
 #include "text/value/OrvaneNoteImageAttachment.h"
 
 #include <QBuffer>
-#include <QImageReader>
 
 namespace orvane::AttachmentManager {
 namespace {
@@ -20,14 +19,6 @@ void prepareForDisplay(OWChartAttachment& chart, const ChartPainter& painter)
         return;
     if (QByteArray picture = painter(chart.chartBlock); !picture.isEmpty())
         chart.renderedImageData = std::move(picture);
-}
-
-std::optional<QByteArray> pngFrom(QIODevice& device)
-{
-    QImageReader reader(&device);
-    reader.setDecideFormatFromContent(true);
-    reader.setAutoTransform(true);
-    return pngData(reader.read());
 }
 
 } // namespace
@@ -170,23 +161,8 @@ std::optional<ExchangedPicture> exchangedPicture(const TextAttachment& attachmen
     if (picture.data.startsWith("\xff\xd8\xff"))
         picture.format = PictureFormat::jpeg;
     else if (!picture.data.startsWith("\x89PNG"))
-        picture.data = imageDataFromBytes(picture.data).value_or(QByteArray());
+        picture.data = pngData(decodedImage(picture.data, {})).value_or(QByteArray());
     return picture.data.isEmpty() ? std::nullopt : std::optional(std::move(picture));
-}
-
-std::optional<QByteArray> imageData(const QString& filePath)
-{
-    const auto file = readFile(filePath, FileLimit::image);
-    return file ? imageDataFromBytes(*file) : std::nullopt;
-}
-
-std::optional<QByteArray> imageDataFromBytes(const QByteArray& imageFile)
-{
-    QBuffer buffer;
-    buffer.setData(imageFile);
-    if (!buffer.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    return pngFrom(buffer);
 }
 
 std::optional<QByteArray> pngData(const QImage& image)

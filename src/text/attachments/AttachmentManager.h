@@ -70,9 +70,7 @@ struct ExchangedPicture {
 /// nor JPEG; nothing where there is none, its bytes are not in memory, or it can't be read.
 [[nodiscard]] std::optional<ExchangedPicture> exchangedPicture(const TextAttachment& attachment);
 
-/// An image as PNG, whatever kind of image file it was; nothing when it can't be read.
-[[nodiscard]] std::optional<QByteArray> imageData(const QString& filePath);
-[[nodiscard]] std::optional<QByteArray> imageDataFromBytes(const QByteArray& imageFile);
+/// An image as PNG; nothing for a null one.
 [[nodiscard]] std::optional<QByteArray> pngData(const QImage& image);
 
 } // namespace orvane::AttachmentManager

@@ -45,6 +45,13 @@ void drawPlace(QPainter& painter, const QRectF& rect, ImagePictures::State state
     painter.drawText(rect, Qt::AlignCenter, words);
 }
 
+QSize pixelsOf(const QPainter& painter, const QRectF& rect)
+{
+    const QSizeF onScreen = painter.deviceTransform().mapRect(rect).size();
+    return {std::clamp(int(std::lround(onScreen.width())), 1, mostPixels),
+            std::clamp(int(std::lround(onScreen.height())), 1, mostPixels)};
+}
+
 } // namespace
 
 AttachmentPainter::AttachmentPainter()
@@ -73,16 +80,25 @@ ImagePictures::Picture AttachmentPainter::chartPicture(const QByteArray& bytes, 
 void AttachmentPainter::paintObject(QPainter& painter, const QRectF& rect,
                                     const CharacterStyle& style)
 {
-    const auto* image = style.imageAttachment();
     const auto* chart = style.chartAttachment();
-    if (image && image->wrapMode != OrvaneNoteImageWrapMode::inLine)
-        return; // drawn beside the text
-    const QSizeF onScreen = painter.deviceTransform().mapRect(rect).size();
-    const QSize pixels(std::clamp(int(std::lround(onScreen.width())), 1, mostPixels),
-                       std::clamp(int(std::lround(onScreen.height())), 1, mostPixels));
-    const auto shown = image   ? m_images.picture(image->file, pixels)
-                       : chart ? chartPicture(chart->renderedImageData, pixels)
-                               : ImagePictures::Picture();
+    if (const auto* image = style.imageAttachment()) {
+        if (!image->isFloating())
+            paintImage(painter, rect, image->file);
+    } else {
+        paint(painter, rect,
+              chart ? chartPicture(chart->renderedImageData, pixelsOf(painter, rect))
+                    : ImagePictures::Picture());
+    }
+}
+
+void AttachmentPainter::paintImage(QPainter& painter, const QRectF& rect, const ImageFile& file)
+{
+    paint(painter, rect, m_images.picture(file, pixelsOf(painter, rect)));
+}
+
+void AttachmentPainter::paint(QPainter& painter, const QRectF& rect,
+                              const ImagePictures::Picture& shown)
+{
     painter.save();
     if (!shown.image.isNull()) {
         painter.setRenderHint(QPainter::SmoothPixmapTransform);

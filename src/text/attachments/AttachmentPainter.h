@@ -21,8 +21,11 @@ public:
     [[nodiscard]] ImagePictures& pictures() { return m_images; }
 
     void paintObject(QPainter& painter, const QRectF& rect, const CharacterStyle& style) override;
+    /// An image that stands beside the text, or the place that it will have.
+    void paintImage(QPainter& painter, const QRectF& rect, const ImageFile& file);
 
 private:
+    static void paint(QPainter& painter, const QRectF& rect, const ImagePictures::Picture& shown);
     [[nodiscard]] ImagePictures::Picture chartPicture(const QByteArray& bytes, QSize pixels);
 
     struct Key {

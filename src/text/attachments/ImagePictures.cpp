@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "text/attachments/ImagePictures.h"
 
+#include "text/attachments/SafeSvg.h"
+
 #include <QBuffer>
 #include <QImageReader>
 
@@ -25,7 +27,8 @@ public:
             return true;
         }();
         Q_UNUSED(isLimited)
-        m_buffer.setData(bytes);
+        m_isDrawing = isSvg(bytes);
+        m_buffer.setData(m_isDrawing ? safeSvg(bytes).value_or(QByteArray()) : bytes);
         m_buffer.open(QIODevice::ReadOnly);
         m_reader.setDevice(&m_buffer);
         m_reader.setDecideFormatFromContent(true);
@@ -34,6 +37,8 @@ public:
     QImageReader& operator*() { return m_reader; }
     QImageReader* operator->() { return &m_reader; }
 
+    /// Whether it is sharp at every size.
+    [[nodiscard]] bool isDrawing() const { return m_isDrawing; }
     [[nodiscard]] bool isTurned() const
     {
         return m_reader.transformation() & QImageIOHandler::TransformationRotate90;
@@ -49,6 +54,7 @@ public:
 private:
     QBuffer m_buffer;
     QImageReader m_reader;
+    bool m_isDrawing = false;
 };
 
 } // namespace
@@ -60,7 +66,8 @@ QImage decodedImage(const QByteArray& bytes, QSize pixels)
     if (size.isEmpty())
         return {};
     // A photograph is decoded at a fraction of its size in a fraction of the time.
-    if (!pixels.isEmpty() && pixels.width() < size.width() && pixels.height() < size.height())
+    const bool isSmaller = pixels.width() < size.width() && pixels.height() < size.height();
+    if (!pixels.isEmpty() && (isSmaller || reader.isDrawing()))
         reader->setScaledSize(reader.isTurned() ? pixels.transposed() : pixels);
     QImage image = reader->read();
     if (image.isNull())
@@ -92,7 +99,13 @@ ImagePictures::~ImagePictures()
 void ImagePictures::setFetch(Fetch fetch)
 {
     m_fetch = std::move(fetch);
+    tryAgain();
+}
+
+void ImagePictures::tryAgain()
+{
     m_unreadable.clear();
+    m_coming.clear();
 }
 
 ImagePictures::Picture ImagePictures::picture(const ImageFile& file, QSize pixels)

@@ -30,6 +30,8 @@ public:
     /// Without one, files whose bytes are not in memory can't be read. What couldn't be read is
     /// tried again.
     void setFetch(Fetch fetch);
+    /// What couldn't be read is asked for again, as is what was asked for and never came.
+    void tryAgain();
 
     enum class State {
         Ready,

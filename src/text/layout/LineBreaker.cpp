@@ -116,6 +116,19 @@ qreal lineHeightFor(qreal natural, const ParagraphStyle& style, qreal stretch)
     return height;
 }
 
+/// Beside an object there is as much air as between lines of text, however tall it is, and no rule
+/// for text cuts it.
+qreal lineHeightWithObject(qreal natural, const ParagraphStyle& style, const QFont& font,
+                           qreal stretch)
+{
+    const QFontMetricsF metrics(font);
+    const qreal text = metrics.ascent() + metrics.descent();
+    if (natural <= text)
+        return lineHeightFor(natural, style, stretch);
+    const qreal height = natural + std::max(0.0, lineHeightFor(text, style, stretch) - text);
+    return std::ceil(height / lineGrid) * lineGrid;
+}
+
 constexpr qsizetype longestMarker = 12;
 constexpr qreal widestOverhang = 16 * u; // every column has a wider margin
 
@@ -288,7 +301,11 @@ BrokenPiece breakUpTo(const ParagraphSource& source, int start, int wanted,
             const QFontMetricsF metrics(closingFont(source.block, source.font));
             natural = metrics.ascent() + metrics.descent();
         }
-        qreal height = lineHeightFor(natural, style, stretch);
+        const bool hasObject = QStringView(piece.layout->characters())
+                                   .sliced(line.textStart(), line.textLength())
+                                   .contains(QChar(QChar::ObjectReplacementCharacter));
+        qreal height = hasObject ? lineHeightWithObject(natural, style, source.font, stretch)
+                                 : lineHeightFor(natural, style, stretch);
         if (isPageBreak(source.block))
             height = std::max(height, pageBreakHeight);
         const qreal x = source.rightToLeft ? source.column - lineStart - line.width() : lineStart;

@@ -77,6 +77,7 @@ ParagraphSource ParagraphLayout::sourceFor(const QTextBlock& block, const Paragr
     source.column = box.column;
     source.characterWidth = m_characterWidth;
     source.rightToLeft = box.rightToLeft;
+    source.tallestObject = m_tallestObject * u;
     return source;
 }
 

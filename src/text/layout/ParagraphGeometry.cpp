@@ -321,6 +321,26 @@ QList<QRectF> ParagraphLayout::rectsOf(TextRange range)
     return rects;
 }
 
+QRectF ParagraphLayout::objectRect(int position)
+{
+    const QTextBlock block = document().findBlock(position);
+    const int inBlock = position - block.position();
+    const LineIndex index = lineIndexAt(block, inBlock, CaretSide::lowerLine);
+    const ParagraphBox& about = box(block);
+    const PieceLayout& piece = *about.pieces[std::size_t(index.piece)].layout;
+    const QTextLine line = piece.line(index.line);
+    const int place = piece.toLayout(inBlock);
+    const qreal left = std::min(line.cursorToX(place), line.cursorToX(place + 1));
+    const SharedCharacterStyle style = m_store.characterStyle(position);
+    const QSizeF taken = m_objects.roomFor(*style, piece.objectRoom());
+    const QRectF rect =
+        m_objects.rectOf(*style, QRectF({left, line.y() + line.ascent() - taken.height()}, taken),
+                         piece.objectRoom());
+    return {(about.content.left() + rect.left()) / u,
+            pieceTop(block, about, index.piece) + rect.top() / u, rect.width() / u,
+            rect.height() / u};
+}
+
 QRectF ParagraphLayout::cellRect(const QTextBlock& block)
 {
     ensureLaidOut(block);

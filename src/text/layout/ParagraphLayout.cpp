@@ -92,6 +92,12 @@ void ParagraphLayout::setObjectPainter(ObjectPainter* painter)
     m_objects.painter = painter;
 }
 
+void ParagraphLayout::setTallestObject(qreal points)
+{
+    if (std::exchange(m_tallestObject, points) != points)
+        invalidateAll();
+}
+
 void ParagraphLayout::setPieceLength(int characters)
 {
     m_pieceLength = std::max(1, characters);

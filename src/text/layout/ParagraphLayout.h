@@ -76,6 +76,8 @@ public:
     void setPieceLength(int characters);
     /// Who draws and measures attachments; must outlive the layout or be taken away with null.
     void setObjectPainter(ObjectPainter* painter);
+    /// Objects that are higher are shown at this height, in points; 0 for no limit.
+    void setTallestObject(qreal points);
 
     /// Who decorates paragraphs; must outlive the layout or be taken away with null.
     void setDecorator(const ParagraphDecorator* decorator);
@@ -147,6 +149,9 @@ public:
     [[nodiscard]] std::optional<LaidOutLine> lineBelow(const LaidOutLine& line, qreal x);
     /// What `range` covers, line by line.
     [[nodiscard]] QList<QRectF> rectsOf(TextRange range);
+    /// Where the object on the character at `position` is drawn; of one that floats, the place of
+    /// its anchor.
+    [[nodiscard]] QRectF objectRect(int position);
     /// The whole cell that `block` is, with its borders.
     [[nodiscard]] QRectF cellRect(const QTextBlock& block);
 
@@ -234,6 +239,7 @@ private:
     LineSettings m_settings;
     QFont m_font; ///< the base font as it is laid out
     InlineObjects m_objects;
+    qreal m_tallestObject = 0;
     HeldFonts m_fonts;
     const ParagraphDecorator* m_decorator = nullptr;
     Preedit m_preedit;

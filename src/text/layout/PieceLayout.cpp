@@ -4,6 +4,7 @@
 #include "text/layout/ParagraphDecorator.h"
 #include "text/store/TextStore.h"
 #include "text/value/LayoutUnits.h"
+#include "text/value/OrvaneNoteImageAttachment.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QFontMetricsF>
@@ -22,9 +23,10 @@ constexpr qreal u = layoutUnitsPerPoint;
 /// Lets a document's text be laid out line by line, and its objects be drawn.
 class ObjectHost : public QAbstractTextDocumentLayout {
 public:
-    ObjectHost(QTextDocument& document, const InlineObjects& objects)
+    ObjectHost(QTextDocument& document, const InlineObjects& objects, const ObjectRoom& room)
         : QAbstractTextDocumentLayout(&document)
         , m_objects(objects)
+        , m_room(room)
     {}
 
     void draw(QPainter* /*painter*/, const PaintContext& /*context*/) override {}
@@ -46,9 +48,9 @@ protected:
     void resizeInlineObject(QTextInlineObject item, int /*position*/,
                             const QTextFormat& format) override
     {
-        const QSizeF size = m_objects.sizeOf(format);
-        item.setWidth(size.width() * u);
-        item.setAscent(size.height() * u);
+        const QSizeF size = m_objects.roomFor(m_objects.styleOf(format), m_room);
+        item.setWidth(size.width());
+        item.setAscent(size.height());
         item.setDescent(0);
     }
     void positionInlineObject(QTextInlineObject /*item*/, int /*position*/,
@@ -57,12 +59,22 @@ protected:
     void drawInlineObject(QPainter* painter, const QRectF& rect, QTextInlineObject /*object*/,
                           int /*position*/, const QTextFormat& format) override
     {
-        m_objects.paint(*painter, rect, format);
+        if (!m_objects.painter)
+            return;
+        const CharacterStyle& style = m_objects.styleOf(format);
+        m_objects.painter->paintObject(*painter, m_objects.rectOf(style, rect, m_room), style);
     }
 
 private:
     const InlineObjects& m_objects;
+    const ObjectRoom m_room;
 };
+
+bool hasLineForItself(const CharacterStyle& style)
+{
+    const auto* image = style.imageAttachment();
+    return image && image->wrapMode == OrvaneNoteImageWrapMode::topAndBottom;
+}
 
 constexpr char16_t leftToRightMark = 0x200e;
 constexpr char16_t rightToLeftMark = 0x200f;
@@ -134,16 +146,59 @@ QString leadOf(const ParagraphSource& source, int start)
 
 } // namespace
 
-QSizeF InlineObjects::sizeOf(const QTextFormat& format) const
+QSizeF ObjectRoom::fitted(QSizeF size) const
 {
-    const CharacterStyle& style = *styles.styleOf(format.toCharFormat());
-    return painter ? painter->sizeOf(style) : attachmentSize(style);
+    const qreal widest = std::max(width, u);
+    const qreal highest = tallest > 0 ? tallest : size.height();
+    return size.width() > widest || size.height() > highest
+               ? size.scaled(widest, highest, Qt::KeepAspectRatio)
+               : size;
 }
 
-void InlineObjects::paint(QPainter& onPainter, const QRectF& rect, const QTextFormat& format) const
+QRectF ObjectRoom::placed(const QRectF& line, QSizeF size, qreal moved) const
 {
-    if (painter)
-        painter->paintObject(onPainter, rect, *styles.styleOf(format.toCharFormat()));
+    const qreal spare = std::max(0.0, line.width() - size.width());
+    const bool isRight =
+        alignment == TextAlignment::right ||
+        (alignment != TextAlignment::left && alignment != TextAlignment::center && rightToLeft);
+    const qreal start = isRight ? spare : alignment == TextAlignment::center ? spare / 2 : 0;
+    return {{line.left() + std::clamp(start + moved, 0.0, spare), line.bottom() - size.height()},
+            size};
+}
+
+ObjectRoom ParagraphSource::objectRoom() const
+{
+    const qreal before = std::max({style.firstLineHeadIndent, style.headIndent, 0.0}) * u;
+    const qreal end = style.tailIndent > 0 ? std::min(style.tailIndent * u, column)
+                                           : column + style.tailIndent * u;
+    return {std::max(end - before, u), tallestObject, style.alignment, rightToLeft};
+}
+
+const CharacterStyle& InlineObjects::styleOf(const QTextFormat& format) const
+{
+    return *styles.styleOf(format.toCharFormat());
+}
+
+QSizeF InlineObjects::sizeOf(const CharacterStyle& style) const
+{
+    return (painter ? painter->sizeOf(style) : attachmentSize(style)) * u;
+}
+
+QSizeF InlineObjects::roomFor(const CharacterStyle& style, const ObjectRoom& room) const
+{
+    QSizeF size = room.fitted(sizeOf(style));
+    if (hasLineForItself(style))
+        size.setWidth(room.width);
+    return size;
+}
+
+QRectF InlineObjects::rectOf(const CharacterStyle& style, const QRectF& taken,
+                             const ObjectRoom& room) const
+{
+    if (!hasLineForItself(style))
+        return taken;
+    return room.placed(taken, room.fitted(sizeOf(style)),
+                       style.imageAttachment()->floatingOffset.x() * u);
 }
 
 void HeldFonts::hold(const TextFont& font, const QTextCharFormat& format, const QFont& base)
@@ -159,6 +214,7 @@ PieceLayout::PieceLayout(const ParagraphSource& source, int start, int end)
     : m_start(start)
     , m_end(end)
     , m_goodFrom(start)
+    , m_objectRoom(source.objectRoom())
 {
     const QString lead = leadOf(source, start);
     m_lead = int(lead.size());
@@ -263,7 +319,7 @@ void PieceLayout::makeHosted(const ParagraphSource& source, const QString& text)
     m_host = std::make_unique<QTextDocument>();
     m_host->setUndoRedoEnabled(false);
     m_host->setDefaultFont(source.font);
-    m_host->setDocumentLayout(new ObjectHost(*m_host, source.objects));
+    m_host->setDocumentLayout(new ObjectHost(*m_host, source.objects, m_objectRoom));
     QTextCursor cursor(m_host.get());
     cursor.insertText(text.first(m_lead));
     const qsizetype base = source.block.position() + m_start;

@@ -38,13 +38,22 @@ struct Preedit {
     QList<QTextLayout::FormatRange> formats;
 };
 
+struct ObjectRoom;
+
 /// What stands on object characters, for whoever lays them out.
 struct InlineObjects {
     const StyleTable& styles;
     ObjectPainter* painter = nullptr; ///< null: sizes as attachments say, nothing is drawn
 
-    [[nodiscard]] QSizeF sizeOf(const QTextFormat& format) const;
-    void paint(QPainter& painter, const QRectF& rect, const QTextFormat& format) const;
+    /// The room that an object takes in its line, in layout units.
+    [[nodiscard]] QSizeF roomFor(const CharacterStyle& style, const ObjectRoom& room) const;
+    /// Where it stands in that.
+    [[nodiscard]] QRectF rectOf(const CharacterStyle& style, const QRectF& taken,
+                                const ObjectRoom& room) const;
+    [[nodiscard]] const CharacterStyle& styleOf(const QTextFormat& format) const;
+
+private:
+    [[nodiscard]] QSizeF sizeOf(const CharacterStyle& style) const;
 };
 
 /// Holds the fonts that a text is laid out with. The toolkit lets go of a font that nobody holds,
@@ -56,6 +65,20 @@ public:
 
 private:
     QHash<TextFont, QFont> m_fonts;
+};
+
+/// The room that objects in the lines of a paragraph have, in layout units. What is larger is shown
+/// smaller, with its proportions.
+struct ObjectRoom {
+    qreal width = 0;
+    qreal tallest = 0; ///< 0 for no limit
+    TextAlignment alignment = TextAlignment::natural;
+    bool rightToLeft = false;
+
+    [[nodiscard]] QSizeF fitted(QSizeF size) const;
+    /// Where an object of this size stands in `line`, which it has for itself, moved sideways from
+    /// where text would stand.
+    [[nodiscard]] QRectF placed(const QRectF& line, QSizeF size, qreal moved) const;
 };
 
 /// All that the lines of one paragraph depend on.
@@ -72,8 +95,10 @@ struct ParagraphSource {
     qreal column = 0;                 ///< in layout units
     qreal characterWidth = 1;         ///< an average, in layout units
     bool rightToLeft = false;
+    qreal tallestObject = 0; ///< in layout units; 0 for no limit
 
     [[nodiscard]] int textLength() const { return block.length() - 1; }
+    [[nodiscard]] ObjectRoom objectRoom() const;
 };
 
 /// How far below or above every clip lines stand that are not shown, in layout units.
@@ -124,6 +149,8 @@ public:
     /// The characters that the lines are made of.
     [[nodiscard]] const QString& characters() const { return m_characters; }
     [[nodiscard]] int end() const { return m_end; }
+    /// The room of its objects.
+    [[nodiscard]] const ObjectRoom& objectRoom() const { return m_objectRoom; }
     /// How many signs stand before the first character.
     [[nodiscard]] int lead() const { return m_lead; }
     /// What a decorator gave it, from the start of the paragraph, with an input method's text among
@@ -155,6 +182,7 @@ private:
     int m_preeditLength = 0;
     int m_preeditCaret = 0;
     QList<QTextLayout::FormatRange> m_decorations;
+    ObjectRoom m_objectRoom;
     QString m_characters;
     /// Objects are measured and drawn only for the text of a document.
     std::unique_ptr<QTextDocument> m_host;

@@ -22,7 +22,7 @@ bool isUsable(QSizeF size)
 
 QSizeF OrvaneNoteImageAttachment::bounds() const
 {
-    return wrapMode == OrvaneNoteImageWrapMode::inLine ? renderedSize : QSizeF(1, 1);
+    return isFloating() ? QSizeF(1, 1) : renderedSize;
 }
 
 void OrvaneNoteImageAttachment::prepareForDisplay()

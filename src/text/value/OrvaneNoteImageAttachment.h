@@ -35,14 +35,21 @@ struct OrvaneNoteImageAttachment {
     bool aspectRatioLocked = true;
     ImageFile file;
     OrvaneNoteImageWrapMode wrapMode = OrvaneNoteImageWrapMode::inLine;
-    QPointF floatingOffset; ///< from the anchor, for the modes that are not in line
+    /// From the anchor, for the modes that are not in line; of "Top and Bottom" sideways only.
+    QPointF floatingOffset;
     /// What is to be seen, in words, for those who can't see it. May be empty.
     QString description;
 
     bool operator==(const OrvaneNoteImageAttachment&) const = default;
 
-    /// The room that the object character takes in its line: the rendered size when in line, and
-    /// 1 × 1 in the other modes, whose image is drawn beside the text.
+    /// Whether it is drawn behind or in front of the text, apart from its character.
+    [[nodiscard]] bool isFloating() const
+    {
+        return wrapMode == OrvaneNoteImageWrapMode::behindText ||
+               wrapMode == OrvaneNoteImageWrapMode::inFrontOfText;
+    }
+    /// The room that the object character takes in its line: the rendered size, and 1 × 1 for an
+    /// image that floats. One at the top and bottom of text keeps the rest of its line free.
     [[nodiscard]] QSizeF bounds() const;
 
     /// Mends what must hold before the image is shown or stored: sizes that are finite and above
