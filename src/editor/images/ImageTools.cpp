@@ -217,8 +217,6 @@ bool ImageTools::mousePressed(const EditorMouse& mouse)
     if (mouse.button == Qt::RightButton)
         return image.isFloating();
     m_opensPopover = true;
-    if (mouse.clicks == 1 && !image.isFloating())
-        return false; // to be dragged elsewhere as the text that it is
     const QRectF frame = m_places.frameOf(*position);
     m_drag = Drag{*position,    std::nullopt,         mouse.page,
                   frame.size(), image.floatingOffset, frame.topLeft()};
@@ -227,17 +225,25 @@ bool ImageTools::mousePressed(const EditorMouse& mouse)
 
 void ImageTools::mouseMoved(const EditorMouse& mouse)
 {
-    if (!m_drag || !m_view.isEditable())
+    if (!m_drag)
         return;
     const auto* image = ImageEditing::imageAt(m_view.store(), m_drag->position);
     if (!image)
         return m_drag.reset();
+    if (!m_view.isEditable() && (m_drag->handle || image->isFloating()))
+        return;
     const QPointF distance = mouse.page - m_drag->from;
     const bool isFar =
         (distance * m_view.zoom()).manhattanLength() >= QApplication::startDragDistance();
     if (!m_drag->hasMoved && !isFar && !m_drag->handle)
         return;
     m_opensPopover = false;
+    if (!m_drag->handle && !image->isFloating()) {
+        // It goes elsewhere as the text that it is.
+        m_drag.reset();
+        closePopover();
+        return m_view.dragSelection();
+    }
     EditGateway& text = m_view.gateway();
     bool isChanged = false;
     if (m_drag->handle) {

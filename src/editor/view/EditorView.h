@@ -181,6 +181,8 @@ public slots:
     /// As if these words were on the clipboard.
     void pastePlain(const QString& text);
     void deleteSelection();
+    /// Drags what is selected away, as a press on it that moves does; while a button is held.
+    void dragSelection();
     void selectAll();
 
 signals:

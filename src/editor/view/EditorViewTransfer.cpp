@@ -71,6 +71,11 @@ void EditorView::deleteSelection()
         removeSelected(tr("Delete"));
 }
 
+void EditorView::dragSelection()
+{
+    m_mouse->startDrag();
+}
+
 void EditorView::removeSelected(const QString& actionName)
 {
     if (EditorExtension* holder = m_extensions.withSelection())

@@ -209,12 +209,9 @@ void MouseSelection::release(QMouseEvent& event)
     m_isSelecting = false;
     if (event.button() != Qt::LeftButton)
         return;
-    const TextRange selected = m_view.selection().range();
-    const bool isObject = selected.length == 1 &&
-                          m_view.store().characterAt(selected.location) == QChar(objectCharacter);
-    if (std::exchange(m_mayDrag, false) && !isObject) {
-        // A press on the selection that became no drag is a click; on an object it is that which
-        // selects it.
+    if (m_mayDrag) {
+        // A press on the selection that became no drag is a click.
+        m_mayDrag = false;
         CaretSide side = CaretSide::lowerLine;
         const qsizetype position = m_view.positionAt(event.position(), &side);
         m_view.setSelection(TextSelection::caret(position), side);
@@ -248,6 +245,7 @@ bool MouseSelection::timer(int id)
 
 void MouseSelection::startDrag()
 {
+    m_grabber = nullptr;
     const TextRange range = m_view.selection().range();
     auto* drag = new QDrag(m_view.viewport());
     drag->setMimeData(m_view.selectedMime().release());

@@ -27,6 +27,8 @@ public:
     void move(QMouseEvent& event);
     void release(QMouseEvent& event);
     void doubleClick(QMouseEvent& event);
+    /// Drags the selection away, whoever has held the button till now.
+    void startDrag();
     /// `extension` is going away.
     void forget(const EditorExtension* extension);
     /// A turn of the timer that scrolls while the mouse is held outside; false for other timers.
@@ -46,7 +48,6 @@ private:
     void extendTo(QPointF point);
     [[nodiscard]] TextRange unitAt(QPointF point) const;
     void updateAutoscroll();
-    void startDrag();
     void pastePrimary(QPointF point);
     [[nodiscard]] bool isOnSelection(QPointF point) const;
 

@@ -116,19 +116,6 @@ qreal lineHeightFor(qreal natural, const ParagraphStyle& style, qreal stretch)
     return height;
 }
 
-/// Beside an object there is as much air as between lines of text, however tall it is, and no rule
-/// for text cuts it.
-qreal lineHeightWithObject(qreal natural, const ParagraphStyle& style, const QFont& font,
-                           qreal stretch)
-{
-    const QFontMetricsF metrics(font);
-    const qreal text = metrics.ascent() + metrics.descent();
-    if (natural <= text)
-        return lineHeightFor(natural, style, stretch);
-    const qreal height = natural + std::max(0.0, lineHeightFor(text, style, stretch) - text);
-    return std::ceil(height / lineGrid) * lineGrid;
-}
-
 constexpr qsizetype longestMarker = 12;
 constexpr qreal widestOverhang = 16 * u; // every column has a wider margin
 
@@ -200,6 +187,24 @@ private:
     qsizetype m_nextBreak = 0;
     QTextBoundaryFinder m_boundaries;
 };
+
+/// How high the highest object of a line stands above its baseline; 0 without one.
+qreal objectHeight(const ParagraphSource& source, const PieceLayout& layout, const QTextLine& line)
+{
+    qreal height = 0;
+    const int end = line.textStart() + line.textLength();
+    for (int i = line.textStart(); i < end; ++i) {
+        if (layout.characters()[i] != QChar(QChar::ObjectReplacementCharacter))
+            continue;
+        const qsizetype position = source.block.position() + layout.toParagraph(i);
+        if (position < source.store.length())
+            height = std::max(
+                height,
+                source.objects.roomFor(*source.store.characterStyle(position), layout.objectRoom())
+                    .height());
+    }
+    return height;
+}
 
 /// The lines of one paragraph, one by one.
 struct LineMaker {
@@ -296,20 +301,24 @@ BrokenPiece breakUpTo(const ParagraphSource& source, int start, int wanted,
         const qreal lineStart = maker.place(line, isFirst);
         if (isFirst)
             hanging = maker.hanging;
+        // To the toolkit an object is as high as a letter, for it makes a line as high as an object
+        // that it has tried and moved to the next.
+        const qreal object = objectHeight(source, *piece.layout, line);
+        const qreal raised = std::max(0.0, object - line.ascent());
         qreal natural = line.ascent() + line.descent();
         if (isEmpty) {
             const QFontMetricsF metrics(closingFont(source.block, source.font));
             natural = metrics.ascent() + metrics.descent();
         }
-        const bool hasObject = QStringView(piece.layout->characters())
-                                   .sliced(line.textStart(), line.textLength())
-                                   .contains(QChar(QChar::ObjectReplacementCharacter));
-        qreal height = hasObject ? lineHeightWithObject(natural, style, source.font, stretch)
-                                 : lineHeightFor(natural, style, stretch);
+        qreal height = lineHeightFor(natural, style, stretch);
+        if (raised > 0) {
+            // No rule for text cuts an object.
+            height = std::ceil((std::max(height, natural) + raised) / lineGrid) * lineGrid;
+        }
         if (isPageBreak(source.block))
             height = std::max(height, pageBreakHeight);
         const qreal x = source.rightToLeft ? source.column - lineStart - line.width() : lineStart;
-        line.setPosition({x, piece.height + (height - natural) / 2});
+        line.setPosition({x, piece.height + (height - natural - raised) / 2 + raised});
         height += std::max(0.0, units(style.lineSpacing));
         const int lineEnd = line.textStart() + line.textLength();
         const int first = piece.layout->toParagraph(line.textStart());

@@ -280,7 +280,13 @@ void ParagraphPainter::paintLines(const QTextBlock& block, const ParagraphBox& b
     m_painter.scale(scale, scale);
     m_painter.setPen(m_paint.colors.text);
     const QRectF seen((m_paint.clip.topLeft() - corner) / scale, m_paint.clip.size() / scale);
-    const QRectF clip = seen.adjusted(0, -overhang * u, 0, overhang * u);
+    // To the toolkit a line is as high as its letters, and an object stands above them.
+    qreal above = 0;
+    if (piece.layout->characters().contains(QChar(QChar::ObjectReplacementCharacter))) {
+        for (const BrokenLine& line : piece.lines)
+            above = std::max(above, line.height);
+    }
+    const QRectF clip = seen.adjusted(0, -overhang * u, 0, overhang * u + above);
     piece.layout->text().draw(&m_painter, {}, drawnFormats(block, piece), clip);
     m_painter.restore();
 }

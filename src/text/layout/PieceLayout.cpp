@@ -48,21 +48,30 @@ protected:
     void resizeInlineObject(QTextInlineObject item, int /*position*/,
                             const QTextFormat& format) override
     {
-        const QSizeF size = m_objects.roomFor(m_objects.styleOf(format), m_room);
-        item.setWidth(size.width());
-        item.setAscent(size.height());
-        item.setDescent(0);
+        // How high it really is, is the business of whoever sets the lines.
+        const QFontMetricsF letters(
+            format.toCharFormat().font().resolve(document()->defaultFont()));
+        item.setWidth(m_objects.roomFor(m_objects.styleOf(format), m_room).width());
+        item.setAscent(letters.ascent());
+        item.setDescent(letters.descent());
     }
     void positionInlineObject(QTextInlineObject /*item*/, int /*position*/,
                               const QTextFormat& /*format*/) override
     {}
-    void drawInlineObject(QPainter* painter, const QRectF& rect, QTextInlineObject /*object*/,
+    void drawInlineObject(QPainter* painter, const QRectF& rect, QTextInlineObject object,
                           int /*position*/, const QTextFormat& format) override
     {
         if (!m_objects.painter)
             return;
         const CharacterStyle& style = m_objects.styleOf(format);
-        m_objects.painter->paintObject(*painter, m_objects.rectOf(style, rect, m_room), style);
+        const QSizeF taken = m_objects.roomFor(style, m_room);
+        const qreal baseline = rect.top() + object.ascent();
+        m_objects.painter->paintObject(*painter,
+                                       m_objects.rectOf(style,
+                                                        {rect.left(), baseline - taken.height(),
+                                                         taken.width(), taken.height()},
+                                                        m_room),
+                                       style);
     }
 
 private:
