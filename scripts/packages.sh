@@ -8,7 +8,7 @@ BUILD_PACKAGES=(
     libsqlite3-dev libsqlitecpp-dev libxxhash-dev libhunspell-dev libfontconfig-dev
 )
 RUN_PACKAGES=(
-    libqt6svg6 breeze-icon-theme hunspell-en-us qt6-wayland qt6-gtk-platformtheme
+    libqt6svg6 qt6-image-formats-plugins breeze-icon-theme hunspell-en-us qt6-wayland qt6-gtk-platformtheme
     fonts-inter fonts-sil-charis fonts-jetbrains-mono
 )
 # The word processor is the other side of the RTF tests; it installs in well under a minute.

@@ -77,6 +77,8 @@ Drawing drawingOf(Symbol symbol)
         return {"actions"_L1, "edit-paste"_L1};
     case Symbol::History:
         return {"actions"_L1, "view-history"_L1};
+    case Symbol::Image:
+        return {"actions"_L1, "insert-image"_L1};
     case Symbol::Italic:
         return {"actions"_L1, "format-text-italic"_L1};
     case Symbol::Keyboard:

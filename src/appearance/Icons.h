@@ -34,6 +34,7 @@ enum class Symbol {
     Help,
     Highlight,
     History,
+    Image,
     Italic,
     Keyboard,
     LeftPane,

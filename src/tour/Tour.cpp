@@ -16,6 +16,7 @@
 #include "shell/window/MainWindow.h"
 #include "tour/TourFormatting.h"
 #include "tour/TourHand.h"
+#include "tour/TourImages.h"
 #include "tour/TourPages.h"
 #include "tour/TourSafety.h"
 #include "tour/TourTables.h"
@@ -643,6 +644,7 @@ int Tour::run()
                         }};
     tourFormatting(stop);
     tourTables(stop);
+    tourImages(stop);
     tourOthers(*m_app, *m_hand, take);
     narrowWindow();
     protectedProject();

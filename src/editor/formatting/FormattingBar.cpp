@@ -71,6 +71,7 @@ FormattingBar::FormattingBar(const Services& services, const CustomBulletLibrary
         Shape::symbol, tr("Insert Table"), [this](QWidget& at) { openTableSizes(at); }, 3,
         Symbol::Table);
     m_table->setCheckable(true);
+    m_image = addToggle(Symbol::Image, tr("Insert Image"), AppCommandEvents::insertImage, 2);
     addOverflow();
     m_controls.first()->setFocusPolicy(Qt::TabFocus);
     showToolTips();
@@ -226,6 +227,7 @@ void FormattingBar::showSnapshot(const EditorSelectionSnapshot& snapshot)
     m_italic->setChecked(snapshot.isItalic);
     m_underline->setChecked(snapshot.isUnderlined);
     m_strikethrough->setChecked(snapshot.isStruckThrough);
+    m_image->setChecked(snapshot.selectedImage.has_value());
     m_bulletList->setChecked(snapshot.listKind == rawValue(EditorListKind::bullet));
     m_numberedList->setChecked(snapshot.listKind == rawValue(EditorListKind::numbered));
     m_textColor->setColor(snapshot.foregroundColor.toQColor());

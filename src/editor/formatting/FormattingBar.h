@@ -124,6 +124,7 @@ private:
     QAction* m_italic = nullptr;
     QAction* m_underline = nullptr;
     QAction* m_strikethrough = nullptr;
+    QAction* m_image = nullptr; ///< lit while one is selected
     QAction* m_bulletList = nullptr;
     QAction* m_numberedList = nullptr;
     QToolButton* m_overflow = nullptr;

@@ -454,7 +454,9 @@ void ImageTools::observeCommands()
                            QList<ImageSource> sources;
                            for (const QString& path : m_insertion.chooseFiles(false))
                                sources.append({path, {}});
-                           take(sources, m_view.selection().range());
+                           // Beside the image that is selected, not in its place.
+                           const TextRange range = m_view.selection().range();
+                           take(sources, selected() ? TextRange{range.end(), 0} : range);
                        });
     m_commands.observe(Format::setImageSize, rich, [on](const ImageSizeChoice& choice) {
         on(choice.imageAttachmentID, [&](EditGateway& text, qsizetype position) {
