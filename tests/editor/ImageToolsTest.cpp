@@ -354,6 +354,10 @@ TEST_F(ImageToolsTest, CommandsDoWhatTheySayToTheImageThatTheyName)
     EXPECT_EQ(image().renderedSize, QSizeF(440, 220));
     post(Format::setImageDescription, ImageTextChoice{id, u" thirteen posts "_s, {}});
     EXPECT_EQ(image().description, u"thirteen posts");
+    view().setSelection(TextSelection::of(TextRange{at, 1}));
+    EXPECT_EQ(view().accessibleDescription(), u"Image: thirteen posts");
+    view().setSelection(TextSelection::caret(0));
+    EXPECT_EQ(view().accessibleDescription(), QString());
     const QByteArray another = pngOf({600, 900}, Qt::blue);
     post(Format::replaceSelectedImage, ImageReplacement{id, another, {}});
     EXPECT_EQ(image().file, ImageFile(another));

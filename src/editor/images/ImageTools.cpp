@@ -353,8 +353,17 @@ void ImageTools::onSelectionChanged()
         now = ImageEditing::imageAt(m_view.store(), *position)->attachmentID;
     if (now == m_shown)
         return;
+    const bool wasSelected = m_shown.has_value();
     m_shown = now;
     closePopover();
+    // Screen readers tell what a widget is described as when that changes.
+    if (position) {
+        const QString& words = ImageEditing::imageAt(m_view.store(), *position)->description;
+        m_view.setAccessibleDescription(words.isEmpty() ? tr("Image without a description")
+                                                        : tr("Image: %1").arg(words));
+    } else if (wasSelected) {
+        m_view.setAccessibleDescription({});
+    }
     m_view.viewport()->update();
 }
 
