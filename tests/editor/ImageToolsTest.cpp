@@ -122,8 +122,7 @@ protected:
         QDragEnterEvent enter(point.toPoint(), Qt::CopyAction, &data, Qt::LeftButton,
                               Qt::NoModifier);
         QApplication::sendEvent(page(), &enter);
-        QDragMoveEvent move(point.toPoint(), Qt::CopyAction, &data, Qt::LeftButton,
-                            Qt::NoModifier);
+        QDragMoveEvent move(point.toPoint(), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(page(), &move);
         QDropEvent event(point, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(page(), &event);
