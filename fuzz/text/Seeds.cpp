@@ -7,15 +7,32 @@
 #include "text/attachments/AttachmentManager.h"
 #include "text/rtf/OrvaneWorkspaceRTF.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QGuiApplication>
+#include <QImage>
 #include <QTextDocument>
 
 using namespace orvane;
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// A small image in one of the kinds that notes keep.
+QByteArray imageOf(unsigned seed)
+{
+    constexpr const char* formats[] = {"PNG", "JPEG", "WEBP", "BMP"};
+    if (seed % 5 == 0)
+        return "<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'><defs><g id='a'>"
+               "<path d='M0 0l9 9'/></g></defs><use href='#a'/></svg>";
+    QImage image(int(seed % 17 + 1), int(seed % 11 + 1), QImage::Format_ARGB32);
+    image.fill(QColor::fromHsv(int(seed * 37 % 360), 200, 200, int(seed * 53 % 256)));
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    image.save(&buffer, formats[seed % 4]);
+    return bytes;
+}
 
 void save(const QString& folder, const QString& kind, unsigned seed, const QByteArray& bytes)
 {
@@ -86,6 +103,7 @@ int main(int argc, char** argv)
         QTextDocument document;
         document.setPlainText(text.text());
         save(folder, u"html"_s, seed, document.toHtml().toUtf8());
+        save(folder, u"image"_s, seed, imageOf(seed));
     }
     savePatterns(folder);
     saveThemes(folder);

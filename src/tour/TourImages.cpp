@@ -6,6 +6,7 @@
 #include "editor/images/ImageEditing.h"
 #include "editor/pane/EditorPaneView.h"
 #include "editor/view/EditorView.h"
+#include "shell/window/MainWindow.h"
 #include "text/attachments/AttachmentManager.h"
 #include "text/layout/ParagraphLayout.h"
 #include "text/store/TextStore.h"

@@ -328,7 +328,14 @@ TEST_F(ImageToolsTest, WhatFloatsIsDrawnWhereItIsSeen)
     const QColor faint = at_(seen + QPointF(3, 9));
     EXPECT_NE(faint, QColor(Qt::darkRed));
     EXPECT_GT(faint.red(), 60);
-    EXPECT_EQ(ImageEditing::caption(store(), at), QString());
+
+    // Out of focus it is as faint as the text.
+    load(u"#\nwords"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return at_(frame().center()) == QColor(Qt::darkRed); }));
+    view().setFocusRange(TextRange{2, 5});
+    EXPECT_LT(at_(frame().center()).red(), 100);
+    view().setFocusRange(TextRange{0, 2});
+    EXPECT_EQ(at_(frame().center()), QColor(Qt::darkRed));
 }
 
 TEST_F(ImageToolsTest, CommandsDoWhatTheySayToTheImageThatTheyName)

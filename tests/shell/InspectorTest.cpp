@@ -2,9 +2,13 @@
 #include "ShellFixture.h"
 #include "core/tags/TagColorPalette.h"
 #include "editor/formatting/ColorPopup.h"
+#include "editor/images/ImageControls.h"
+#include "editor/images/ImageEditing.h"
+#include "editor/images/ImagePopover.h"
 #include "editor/pane/EditorPaneView.h"
 #include "editor/tables/TableEngine.h"
 #include "editor/view/EditorView.h"
+#include "shell/inspector/ImageSection.h"
 #include "shell/inspector/InspectorView.h"
 #include "shell/inspector/TableSection.h"
 #include "shell/inspector/TagActions.h"
@@ -12,9 +16,11 @@
 #include "shell/inspector/TagField.h"
 #include "shell/inspector/VersionListView.h"
 #include "support/Versions.h"
+#include "text/attachments/AttachmentManager.h"
 
 #include <QAccessible>
 #include <QDir>
+#include <QDoubleSpinBox>
 #include <QLabel>
 #include <QListWidget>
 #include <QMenu>
@@ -467,6 +473,61 @@ TEST(VersionRowsTest, SayWhenAndHowMuch)
                            version(at(2025, 11, 2, 22, 15), 1, std::nullopt)},
                           2011, at(2026, 11, 21, 23, 0)),
               expected);
+}
+
+TEST_F(InspectorTest, TheImageThatIsSelectedIsToldAndChanged)
+{
+    EditorPaneView& pane = window().editorPane();
+    EditorView& view = pane.textView();
+    pane.session().setMode(EditorMode::richText);
+    pane.focusText();
+    const auto section = [this] {
+        TourHand::settle();
+        return find<ImageSection>();
+    };
+    QImage picture(900, 600, QImage::Format_RGB32);
+    picture.fill(Qt::darkCyan);
+    view.setSelection(TextSelection::caret(0));
+    ASSERT_TRUE(ImageEditing::insert(view.gateway(),
+                                     {{*AttachmentManager::pngData(picture), {900, 600}, {}}}));
+    const auto image = [&] {
+        return ImageEditing::imageAt(view.store(), 0);
+    };
+    EXPECT_FALSE(section()) << "none is selected";
+    view.setSelection({0, 1});
+    ASSERT_TRUE(section());
+    for (const QString& told : {u"Image"_s, u"In Line with Text"_s, u"440 × 293"_s, u"900 × 600"_s})
+        EXPECT_TRUE(says(told)) << qUtf8Printable(told);
+    // By the keyboard its controls stand here; a click on the image brings them there.
+    auto* controls = section()->findChild<ImageControls*>();
+    ASSERT_TRUE(controls->isVisible());
+    const auto pressIn = [&](const QString& name) {
+        for (auto* each : controls->findChildren<QAbstractButton*>()) {
+            if (each->text() == name || each->accessibleName() == name)
+                return m_hand->click(*each);
+        }
+        ADD_FAILURE() << qUtf8Printable(name);
+    };
+    pressIn(u"Behind Text"_s);
+    EXPECT_EQ(image()->wrapMode, OrvaneNoteImageWrapMode::behindText);
+    EXPECT_TRUE(section() && says(u"Behind Text"_s));
+    pressIn(u"In Line with Text"_s);
+    auto* width = controls->findChildren<QDoubleSpinBox*>().first();
+    width->setValue(300);
+    EXPECT_EQ(image()->renderedSize, QSizeF(300, 200));
+    pressIn(u"Reset"_s);
+    EXPECT_NEAR(image()->renderedSize.width(), 440, 0.1);
+    const QPointF middle = view.toViewport(view.layout().objectRect(0)).center();
+    m_hand->click(*view.viewport(), middle.toPoint());
+    ASSERT_TRUE(section());
+    EXPECT_FALSE(controls->isVisible());
+    ASSERT_TRUE(find<ImagePopover>());
+    m_hand->press(Qt::Key_Escape);
+    EXPECT_FALSE(section());
+    EXPECT_FALSE(find<ImagePopover>());
+    view.setSelection({0, 1});
+    state().selection().selectNote(m_other);
+    EXPECT_FALSE(section()) << "of another note";
 }
 
 TEST_F(InspectorTest, TheTableOfTheCaretIsToldAndFilled)

@@ -6,6 +6,7 @@
 #include "editor/images/ImagePopover.h"
 #include "editor/pane/CommandReceiver.h"
 #include "editor/view/EditorView.h"
+#include "text/layout/DimmedObject.h"
 #include "text/layout/ParagraphLayout.h"
 #include "text/store/TextStore.h"
 
@@ -48,6 +49,7 @@ ImageTools::ImageTools(EditorView& view, CommandReceiver& commands, Look& look,
     connect(&view, &EditorView::textChanged, this, &ImageTools::onTextChanged);
     connect(&view, &EditorView::selectionChanged, this, &ImageTools::onSelectionChanged);
     connect(&view, &EditorView::scrolled, this, &ImageTools::placePopover);
+    view.viewport()->installEventFilter(this);
     observeCommands();
     m_places.begin();
 }
@@ -106,7 +108,10 @@ void ImageTools::paintFloating(QPainter& painter, const EditorPaint& paint, Wrap
 {
     for (const auto& placed : m_places.floatingAttachmentLayouts(mode, pageOf(paint))) {
         painter.save();
-        painter.setOpacity(opacity);
+        const auto& focus = m_view.focusRange();
+        const bool isDimmed = focus && (placed.characterIndex < focus->location ||
+                                        placed.characterIndex >= focus->end());
+        painter.setOpacity(isDimmed ? opacity * dimmedObjectOpacity : opacity);
         painter.setPen(m_view.look().text.text);
         m_view.attachmentPainter().paintImage(painter, inView(placed.frame, paint),
                                               placed.attachment.file);
@@ -395,6 +400,13 @@ void ImageTools::closePopover()
     m_popover->deleteLater();
     m_popover = nullptr;
     emit infoChanged();
+}
+
+bool ImageTools::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Resize)
+        QMetaObject::invokeMethod(this, &ImageTools::placePopover, Qt::QueuedConnection);
+    return QObject::eventFilter(watched, event);
 }
 
 void ImageTools::placePopover()

@@ -56,6 +56,8 @@ public:
     bool drop(const EditorDrag& drag) override;
     void addToContextMenu(QMenu& menu, QPointF page, qsizetype position) override;
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 signals:
     /// What `selectedInfo` tells may have changed beside selection and text.
     void infoChanged();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "text/layout/ParagraphPainter.h"
 
+#include "text/layout/DimmedObject.h"
 #include "text/store/TextStore.h"
 #include "text/value/LayoutUnits.h"
 #include "text/value/OWChartBlock.h"
@@ -243,6 +244,7 @@ QList<QTextLayout::FormatRange> ParagraphPainter::drawnFormats(const QTextBlock&
             QTextCharFormat shown;
             QTextCharFormat dimmed;
             dimmed.setForeground(m_paint.colors.dimmed);
+            dimmed.setProperty(dimmedObjectProperty, true);
             if (!style->link.isEmpty()) {
                 if (!style->foreground)
                     shown.setForeground(m_paint.colors.link);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-OrvaneWorkspace
 #include "text/layout/PieceLayout.h"
 
+#include "text/layout/DimmedObject.h"
 #include "text/layout/ParagraphDecorator.h"
 #include "text/store/TextStore.h"
 #include "text/value/LayoutUnits.h"
@@ -8,6 +9,7 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QFontMetricsF>
+#include <QPainter>
 #include <QTextCursor>
 #include <QTextDocument>
 
@@ -66,12 +68,16 @@ protected:
         const CharacterStyle& style = m_objects.styleOf(format);
         const QSizeF taken = m_objects.roomFor(style, m_room);
         const qreal baseline = rect.top() + object.ascent();
+        painter->save();
+        if (format.hasProperty(dimmedObjectProperty))
+            painter->setOpacity(painter->opacity() * dimmedObjectOpacity);
         m_objects.painter->paintObject(*painter,
                                        m_objects.rectOf(style,
                                                         {rect.left(), baseline - taken.height(),
                                                          taken.width(), taken.height()},
                                                         m_room),
                                        style);
+        painter->restore();
     }
 
 private:
