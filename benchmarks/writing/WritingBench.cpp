@@ -6,7 +6,7 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     orvane::bench::addBehaviourRows();
     orvane::bench::addImageRows();
-    addListRows();
+    orvane::bench::addListRows();
     orvane::bench::addMarkdownRows();
     orvane::bench::addSessionRows();
     orvane::bench::addToolRows();

@@ -66,9 +66,8 @@ void tourImages(const TourStop& stop)
     EditorView& view = pane.textView();
     EditGateway& text = view.gateway();
     const AttributedString before = view.store().attributedText();
-    stop.hand.press(Qt::Key_Home, Qt::ControlModifier);
-    stop.hand.press(Qt::Key_End);
-    const qsizetype at = view.selection().position;
+    const qsizetype at = view.store().paragraphRange(0).end() - 1;
+    view.setSelection(TextSelection::caret(at));
     ImageEditing::insert(text, {{evening(), {1200, 900}, {}}});
     ImageEditing::applyWrapMode(text, at, OrvaneNoteImageWrapMode::topAndBottom);
     const qsizetype position = view.store().text().indexOf(QChar(objectCharacter));

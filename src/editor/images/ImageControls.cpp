@@ -109,6 +109,15 @@ private:
     Surface m_surface;
 };
 
+/// From its beginning on.
+void showText(QLineEdit* field, const QString& text)
+{
+    if (field->text() == text)
+        return;
+    field->setText(text);
+    field->setCursorPosition(0);
+}
+
 } // namespace
 
 QString nameOf(OrvaneNoteImageWrapMode mode)
@@ -292,9 +301,9 @@ void ImageControls::setInfo(const SelectedImageInfo& info, const std::optional<Q
     showLock();
     // What is being typed stays.
     if (isAnother || !m_caption->hasFocus())
-        m_caption->setText(info.caption);
+        showText(m_caption, info.caption);
     if (isAnother || !m_description->hasFocus())
-        m_description->setText(info.description);
+        showText(m_description, info.description);
 }
 
 void ImageControls::focusCaption()

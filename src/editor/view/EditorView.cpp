@@ -434,7 +434,7 @@ QRectF EditorView::caretRect() const
 
 bool EditorView::showsCaret() const
 {
-    return m_blinkShows && hasFocus() && isEditable();
+    return m_blinkShows && hasFocus() && isEditable() && !m_extensions.withSelection();
 }
 
 void EditorView::updateCaret()

@@ -21,6 +21,8 @@ namespace orvane {
 namespace {
 
 constexpr qreal u = layoutUnitsPerPoint;
+/// Between an object that has its line for itself and what stands above.
+constexpr qreal airAboveObject = 6 * u;
 
 /// Lets a document's text be laid out line by line, and its objects be drawn.
 class ObjectHost : public QAbstractTextDocumentLayout {
@@ -203,7 +205,7 @@ QSizeF InlineObjects::roomFor(const CharacterStyle& style, const ObjectRoom& roo
 {
     QSizeF size = room.fitted(sizeOf(style));
     if (hasLineForItself(style))
-        size.setWidth(room.width);
+        size = {room.width, size.height() + airAboveObject};
     return size;
 }
 
