@@ -77,7 +77,8 @@ void ImageSection::showOrHide()
     m_placement->setText(nameOf(image->wrapMode));
     m_size->setText(size(image->width, image->height));
     m_original->setText(size(image->originalWidth, image->originalHeight));
-    m_data->setText(QLocale().formattedDataSize(image->fileSize, 0, QLocale::DataSizeTraditionalFormat));
+    m_data->setText(
+        QLocale().formattedDataSize(image->fileSize, 0, QLocale::DataSizeTraditionalFormat));
     m_controls->setInfo(*image, m_note);
     m_controls->setVisible(!image->hasPopover);
     show();
