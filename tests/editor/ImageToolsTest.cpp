@@ -18,12 +18,15 @@
 #include <QBuffer>
 #include <QClipboard>
 #include <QDir>
+#include <QDoubleSpinBox>
 #include <QDropEvent>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QTest>
 #include <QUrl>
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace orvane {
 namespace {
@@ -113,8 +116,10 @@ protected:
     [[nodiscard]] bool isSelected() const { return view().selection().range() == TextRange{at, 1}; }
     [[nodiscard]] ImagePopover* popover() const
     {
-        auto* found = pane.window()->findChild<ImagePopover*>();
-        return found && found->isVisible() ? found : nullptr;
+        // One that was closed goes with the next turn of the event loop.
+        const auto all = pane.window()->findChildren<ImagePopover*>();
+        const auto shown = std::ranges::find_if(all, &QWidget::isVisible);
+        return shown == all.end() ? nullptr : *shown;
     }
     bool dropped(const QMimeData& data, qsizetype position)
     {
@@ -282,6 +287,19 @@ TEST_F(ImageToolsTest, AClickSelectsAndHandlesResizeInOneStep)
     EXPECT_EQ(shown(), "Above\n\nbelow");
     text().undo();
     EXPECT_EQ(shown(), "Above\n#\nbelow");
+}
+
+TEST_F(ImageToolsTest, ThePopoverTellsSizesAndChangesNoneByThat)
+{
+    for (const QSize size : {QSize(20, 10), QSize(300, 200), QSize(30, 500), QSize(300, 200)}) {
+        load(u"Above\n#\nbelow"_s, size);
+        click(frame().center());
+        ASSERT_TRUE(popover());
+        const auto fields = popover()->findChildren<QDoubleSpinBox*>();
+        EXPECT_EQ(fields.at(0)->value(), size.width());
+        EXPECT_EQ(fields.at(1)->value(), size.height());
+        EXPECT_EQ(image().renderedSize, QSizeF(size)) << size.width();
+    }
 }
 
 TEST_F(ImageToolsTest, AFloatingImageIsMovedAndStaysOnThePage)

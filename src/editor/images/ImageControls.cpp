@@ -287,14 +287,16 @@ void ImageControls::setInfo(const SelectedImageInfo& info, const std::optional<Q
     m_note = note;
     for (std::size_t i = 0; i < std::size(modes); ++i)
         m_placements[qsizetype(i)]->setChecked(modes[i] == info.wrapMode);
-    const auto set = [](QDoubleSpinBox* field, double value) {
+    // An image that came in smaller than it can be made says so.
+    const auto set = [](QDoubleSpinBox* field, double value, double least) {
         const QSignalBlocker quiet(field);
+        field->setMinimum(std::min(least, value));
         field->setValue(value);
     };
-    set(m_width, info.width);
-    set(m_height, info.height);
-    set(m_offsetX, info.offsetX);
-    set(m_offsetY, info.offsetY);
+    set(m_width, info.width, leastImageSize.width());
+    set(m_height, info.height, leastImageSize.height());
+    set(m_offsetX, info.offsetX, -mostImageSize.width());
+    set(m_offsetY, info.offsetY, -mostImageSize.height());
     m_offsetRow->setVisible(info.wrapMode == WrapMode::behindText ||
                             info.wrapMode == WrapMode::inFrontOfText);
     m_lock->setChecked(info.aspectRatioLocked);

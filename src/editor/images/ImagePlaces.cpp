@@ -53,7 +53,8 @@ void ImagePlaces::add(TextRange range, qsizetype at)
 void ImagePlaces::count()
 {
     m_floating = std::ranges::count_if(m_positions, [&](qsizetype position) {
-        return ImageEditing::imageAt(store(), position)->isFloating();
+        const auto* image = ImageEditing::imageAt(store(), position);
+        return image && image->isFloating();
     });
 }
 
@@ -86,10 +87,10 @@ QList<FloatingAttachmentLayout> ImagePlaces::floatingAttachmentLayouts(OrvaneNot
     if (!hasFloating())
         return found;
     for (const qsizetype position : m_positions) {
-        const OrvaneNoteImageAttachment& image = *ImageEditing::imageAt(store(), position);
-        if (image.wrapMode != mode)
+        const auto* image = ImageEditing::imageAt(store(), position);
+        if (!image || image->wrapMode != mode)
             continue;
-        FloatingAttachmentLayout placed = layoutOf(image, position);
+        FloatingAttachmentLayout placed = layoutOf(*image, position);
         if (placed.frame.intersects(seen))
             found.append(std::move(placed));
     }

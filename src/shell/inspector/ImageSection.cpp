@@ -4,6 +4,7 @@
 #include "appearance/Look.h"
 #include "core/records/Wording.h"
 #include "editor/images/ImageControls.h"
+#include "shell/inspector/FactRows.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -25,21 +26,17 @@ ImageSection::ImageSection(NotificationCenter& notifications, Look& look, QWidge
     : QWidget(parent)
     , m_look(look)
     , m_grid(new QGridLayout)
-    , m_placement(addRow(tr("Placement")))
-    , m_size(addRow(tr("Size")))
-    , m_original(addRow(tr("Original")))
-    , m_data(addRow(tr("Data")))
+    , m_placement(addFact(*m_grid, tr("Placement")))
+    , m_size(addFact(*m_grid, tr("Size")))
+    , m_original(addFact(*m_grid, tr("Original")))
+    , m_data(addFact(*m_grid, tr("Data")))
     , m_controls(new ImageControls(ImageControls::Shape::narrow, look, Surface::Inspector,
                                    notifications, this))
 {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(padding, 0, padding, below + 15);
     layout->setSpacing(13);
-    layout->addWidget(makeLabel(tr("Image"), TextStyle::SectionHead, LabelInk::Secondary));
-    m_grid->setHorizontalSpacing(16);
-    m_grid->setVerticalSpacing(6);
-    m_grid->setColumnStretch(1, 1);
-    layout->addLayout(m_grid);
+    addFactGrid(*layout, tr("Image"), *m_grid);
     layout->addWidget(m_controls);
     m_observation = notifications.observe(editorSelectionSnapshotDidChange,
                                           [this](const EditorSelectionChange& change) {
@@ -47,17 +44,6 @@ ImageSection::ImageSection(NotificationCenter& notifications, Look& look, QWidge
                                               showOrHide();
                                           });
     hide();
-}
-
-QLabel* ImageSection::addRow(const QString& name)
-{
-    const int row = m_grid->rowCount();
-    auto* value = makeLabel({}, TextStyle::Body);
-    auto* label = makeLabel(name, TextStyle::Body, LabelInk::Secondary);
-    label->setBuddy(value);
-    m_grid->addWidget(label, row, 0);
-    m_grid->addWidget(value, row, 1, Qt::AlignRight);
-    return value;
 }
 
 void ImageSection::setNote(const std::optional<QUuid>& note)

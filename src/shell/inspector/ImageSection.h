@@ -29,7 +29,6 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    QLabel* addRow(const QString& name);
     void showOrHide();
 
     Look& m_look;

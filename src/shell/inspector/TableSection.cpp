@@ -6,6 +6,7 @@
 #include "appearance/Look.h"
 #include "appearance/OrvaneStyle.h"
 #include "core/records/Wording.h"
+#include "shell/inspector/FactRows.h"
 #include "shell/inspector/FlowLayout.h"
 
 #include <QGridLayout>
@@ -68,20 +69,16 @@ TableSection::TableSection(NotificationCenter& notifications, Look& look, QWidge
     , m_notifications(notifications)
     , m_look(look)
     , m_grid(new QGridLayout)
-    , m_rows(addRow(tr("Rows")))
-    , m_columns(addRow(tr("Columns")))
-    , m_selected(addRow(tr("Selected")))
+    , m_rows(addFact(*m_grid, tr("Rows")))
+    , m_columns(addFact(*m_grid, tr("Columns")))
+    , m_selected(addFact(*m_grid, tr("Selected")))
     , m_headerFill(addSwatch(tr("Header Fill Color"), TableFill::header))
     , m_cellFill(addSwatch(tr("Cell Fill Color"), TableFill::cells))
 {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(padding, padding + 13, padding, 0);
     layout->setSpacing(13);
-    layout->addWidget(makeLabel(tr("Table"), TextStyle::SectionHead, LabelInk::Secondary));
-    m_grid->setHorizontalSpacing(16);
-    m_grid->setVerticalSpacing(6);
-    m_grid->setColumnStretch(1, 1);
-    layout->addLayout(m_grid);
+    addFactGrid(*layout, tr("Table"), *m_grid);
     layout->addWidget(makeButtons());
     m_observation = notifications.observe(editorSelectionSnapshotDidChange,
                                           [this](const EditorSelectionChange& change) {
@@ -89,17 +86,6 @@ TableSection::TableSection(NotificationCenter& notifications, Look& look, QWidge
                                               showOrHide();
                                           });
     hide();
-}
-
-QLabel* TableSection::addRow(const QString& name)
-{
-    const int row = m_grid->rowCount();
-    auto* value = makeLabel({}, TextStyle::Body);
-    auto* label = makeLabel(name, TextStyle::Body, LabelInk::Secondary);
-    label->setBuddy(value);
-    m_grid->addWidget(label, row, 0);
-    m_grid->addWidget(value, row, 1, Qt::AlignRight);
-    return value;
 }
 
 TableSection::Swatch* TableSection::addSwatch(const QString& name, TableFill fill)

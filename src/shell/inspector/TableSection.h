@@ -30,7 +30,6 @@ protected:
 private:
     class Swatch;
 
-    QLabel* addRow(const QString& name);
     Swatch* addSwatch(const QString& name, TableFill fill);
     [[nodiscard]] QWidget* makeButtons();
     void showOrHide();
